@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QVariant>
+
+#include <optional>
+
+class QDBusConnection;
+class QDBusVariant;
+
+namespace tunedeck {
+
+class UserDefaults;
+
+enum class AppearanceName { Aqua, DarkAqua, VibrantDark };
+
+/// Whether controls drawn for `name` are light on dark.
+[[nodiscard]] constexpr bool isDark(AppearanceName name)
+{
+    return name != AppearanceName::Aqua;
+}
+
+/// The application's light or dark appearance: the one forced on it, else the system's, which comes from the desktop
+/// portal (org.freedesktop.appearance color-scheme, asked without waiting) or, until and unless a portal answers, from
+/// the palette. Also passes the system's accent colour to the settings store, as "AppleAccentColor".
+class Appearance : public QObject {
+    Q_OBJECT
+    Q_MOC_INCLUDE(<QDBusVariant>)
+
+public:
+    /// `defaults` must outlive this object. `bus` is where the portal is looked for.
+    Appearance(UserDefaults &defaults, const QDBusConnection &bus, QObject *parent = nullptr);
+
+    /// Forces an appearance on the application, or with no value lets it follow the system. Sets no palette; a palette
+    /// that goes with the forced appearance is set after this call, so that it is not taken for the system's.
+    void setApplicationAppearance(std::optional<AppearanceName> name);
+    [[nodiscard]] std::optional<AppearanceName> applicationAppearance() const;
+    /// What is drawn: never without a value.
+    [[nodiscard]] AppearanceName effectiveAppearance() const;
+
+Q_SIGNALS:
+    /// Only on a real change.
+    void effectiveAppearanceChanged(tunedeck::AppearanceName name);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    /// What one source says of the system; no value where it says nothing.
+    struct System {
+        std::optional<bool> dark;
+        std::optional<bool> graphite;
+    };
+
+    [[nodiscard]] static System readPalette();
+    void askPortal(const QDBusConnection &bus, const QString &method, const QString &key);
+    void takePortalValue(const QString &key, const QVariant &value);
+    void update();
+
+    UserDefaults &m_defaults;
+    System m_palette;
+    System m_portal;
+    std::optional<AppearanceName> m_application;
+    AppearanceName m_effective = AppearanceName::Aqua;
+
+private Q_SLOTS:
+    void portalSettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+};
+
+} // namespace tunedeck

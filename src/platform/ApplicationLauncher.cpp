@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "ApplicationLauncher.h"
+
+#include <QDeadlineTimer>
+#include <QThread>
+
+#include <gio/gdesktopappinfo.h>
+
+#include <chrono>
+#include <future>
+#include <memory>
+#include <utility>
+
+namespace tunedeck {
+
+namespace {
+using namespace std::chrono_literals;
+
+constexpr auto farewellPatience = 500ms;
+
+struct Unref {
+    void operator()(GAppInfo *application) const { g_object_unref(application); }
+};
+using Application = std::unique_ptr<GAppInfo, Unref>;
+
+QString withoutSuffix(const QString &desktopEntry)
+{
+    const QString suffix = QStringLiteral(".desktop");
+    return desktopEntry.endsWith(suffix) ? desktopEntry.chopped(suffix.size()) : desktopEntry;
+}
+
+Application findEntry(const QString &desktopEntry)
+{
+    // Players name their entries themselves, and GIO takes a name with a slash for a path to any file.
+    if (desktopEntry.isEmpty() || desktopEntry.contains(u'/')) {
+        return nullptr;
+    }
+    const QByteArray identifier = (withoutSuffix(desktopEntry) + QStringLiteral(".desktop")).toUtf8();
+    GDesktopAppInfo *entry = g_desktop_app_info_new(identifier.constData());
+    return Application(entry ? G_APP_INFO(entry) : nullptr);
+}
+
+Application findDefault(const QString &contentType)
+{
+    if (contentType.isEmpty()) {
+        return nullptr;
+    }
+    return Application(g_app_info_get_default_for_type(contentType.toUtf8().constData(), FALSE));
+}
+
+/// The identifier of the application if it was there and started, else nothing.
+QString launchApplication(const Application &application)
+{
+    if (!application || !g_app_info_launch(application.get(), nullptr, nullptr, nullptr)) {
+        return {};
+    }
+    return withoutSuffix(QString::fromUtf8(g_app_info_get_id(application.get())));
+}
+
+QString launchFirst(const QStringList &desktopEntries, const QString &contentType)
+{
+    for (const QString &desktopEntry : desktopEntries) {
+        if (const QString launched = launchApplication(findEntry(desktopEntry)); !launched.isEmpty()) {
+            return launched;
+        }
+    }
+    return launchApplication(findDefault(contentType));
+}
+} // namespace
+
+ApplicationLauncher::ApplicationLauncher(QObject *parent)
+    : QObject(parent)
+{
+}
+
+ApplicationLauncher::~ApplicationLauncher()
+{
+    // The desktop's bus may be frozen, and no thread can be ended from outside.
+    if (m_thread) {
+        m_thread->wait(QDeadlineTimer(farewellPatience));
+    }
+}
+
+void ApplicationLauncher::launch(const QStringList &desktopEntries, const QString &contentType)
+{
+    if (m_thread) {
+        return;
+    }
+    std::promise<QString> promise;
+    const std::shared_future<QString> launchedEntry = promise.get_future().share();
+    m_thread = QThread::create([desktopEntries, contentType, promise = std::move(promise)]() mutable {
+        promise.set_value(launchFirst(desktopEntries, contentType));
+    });
+    connect(m_thread, &QThread::finished, this, [this, launchedEntry] {
+        m_thread.clear();
+        const QString &entry = launchedEntry.get();
+        if (entry.isEmpty()) {
+            Q_EMIT failed();
+        } else {
+            Q_EMIT launched(entry);
+        }
+    });
+    connect(m_thread, &QThread::finished, m_thread, &QObject::deleteLater);
+    m_thread->start();
+}
+
+} // namespace tunedeck

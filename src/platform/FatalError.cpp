@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#include "FatalError.h"
+
+#include <cstdlib>
+#include <iostream>
+
+namespace tunedeck {
+
+void fatalError(std::string_view what, const std::source_location &where)
+{
+    std::cerr << where.file_name() << ':' << where.line() << ": " << where.function_name() << ": " << what << std::endl;
+    std::abort();
+}
+
+} // namespace tunedeck

@@ -1,0 +1,333 @@
+// SPDX-License-Identifier: MIT
+#include "UserDefaults.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QLoggingCategory>
+#include <QSettings>
+#include <QSignalBlocker>
+#include <QStandardPaths>
+#include <QStringList>
+
+#include <cstdio>
+#include <utility>
+
+namespace tunedeck {
+
+namespace {
+using namespace std::chrono_literals;
+
+Q_LOGGING_CATEGORY(log, "tunedeck.settings")
+
+constexpr qint64 largestFile = 1024 * 1024;
+constexpr qsizetype longestString = 1000;
+/// Whoever writes the file in place truncates it first; a moment later it is whole.
+constexpr auto settleTime = 50ms;
+constexpr auto retryInterval = 500ms;
+constexpr auto farewellPatience = 500ms;
+
+QString fileInConfigurationFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+        + QStringLiteral("/tunedeck/tunedeck.conf");
+}
+
+/// The file gives numbers and Booleans back as text. Kept as text from the start, a value equals itself after its
+/// way through the file.
+QVariant asStored(const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Bool:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Double:
+        return value.toString();
+    default:
+        return value;
+    }
+}
+
+std::optional<qlonglong> asInteger(const QVariant &value)
+{
+    bool isNumber = false;
+    const qlonglong number = value.toString().toLongLong(&isNumber);
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+std::optional<bool> asBool(const QVariant &value)
+{
+    const QString text = value.toString();
+    const auto is = [&text](QLatin1String name) { return text.compare(name, Qt::CaseInsensitive) == 0; };
+    if (is(QLatin1String("true")) || is(QLatin1String("yes"))) {
+        return true;
+    }
+    if (is(QLatin1String("false")) || is(QLatin1String("no"))) {
+        return false;
+    }
+    const auto number = asInteger(value);
+    return number ? std::optional(*number != 0) : std::nullopt;
+}
+
+std::optional<QString> asString(const QVariant &value)
+{
+    if (value.typeId() != QMetaType::QString) {
+        return std::nullopt;
+    }
+    return value.toString().left(longestString);
+}
+
+/// Replaces what is at `to`. QFile::rename() would not, and copies where it cannot rename, which may block.
+bool rename(const QString &from, const QString &to)
+{
+    return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+}
+
+void setAside(const QString &path)
+{
+    const QString broken = path + QStringLiteral(".broken");
+    QFile::remove(broken);
+    rename(path, broken);
+}
+} // namespace
+
+UserDefaults::UserDefaults(QObject *parent)
+    : UserDefaults(fileInConfigurationFolder(), parent)
+{
+}
+
+UserDefaults::UserDefaults(const QString &path, QObject *parent)
+    : QObject(parent)
+    , m_path(path)
+{
+    m_reloadTimer.setSingleShot(true);
+    m_reloadTimer.setInterval(settleTime);
+    m_saveTimer.setSingleShot(true);
+    connect(&m_reloadTimer, &QTimer::timeout, this, &UserDefaults::reload);
+    connect(&m_saveTimer, &QTimer::timeout, this, [this] { save(0ms); });
+
+    // Not restarted by further changes: a file that never rests is still followed.
+    const auto reloadSoon = [this] {
+        if (!m_reloadTimer.isActive()) {
+            m_reloadTimer.start();
+        }
+    };
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, reloadSoon);
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, reloadSoon);
+    connect(this, &UserDefaults::valueChanged, this, [this](const QString &key) {
+        if (key == SettingsKey::appearanceUpdatesDockIcon) {
+            Q_EMIT appearanceUpdatesDockIconChanged();
+        }
+    });
+    watch();
+    m_stored = readFile();
+}
+
+UserDefaults::~UserDefaults()
+{
+    const QSignalBlocker nobodyIsToldAnyMore(this);
+    save(farewellPatience);
+}
+
+void UserDefaults::registerDefaults(const QVariantHash &defaults)
+{
+    for (const auto &[key, value] : defaults.asKeyValueRange()) {
+        m_registered.insert(key, asStored(value));
+    }
+}
+
+bool UserDefaults::boolForKey(const QString &key) const
+{
+    return firstFitting(key, asBool);
+}
+
+qlonglong UserDefaults::integerForKey(const QString &key) const
+{
+    return firstFitting(key, asInteger);
+}
+
+QString UserDefaults::stringForKey(const QString &key) const
+{
+    return firstFitting(key, asString);
+}
+
+void UserDefaults::setBool(const QString &key, bool value)
+{
+    setValue(key, value);
+}
+
+void UserDefaults::setValue(const QString &key, const QVariant &value)
+{
+    m_unsaved.insert(key, asStored(value));
+    m_saveTimer.start(0ms);
+    Q_EMIT valueChanged(key);
+}
+
+void UserDefaults::setSystemValue(const QString &key, const QVariant &value)
+{
+    const QVariant before = fallback(key);
+    if (value.isValid()) {
+        m_system.insert(key, asStored(value));
+    } else {
+        m_system.remove(key);
+    }
+    const bool userHasOwn = m_unsaved.contains(key) || m_stored.contains(key);
+    if (!userHasOwn && fallback(key) != before) {
+        Q_EMIT valueChanged(key);
+    }
+}
+
+void UserDefaults::bind(const QString &key, QObject *context, std::function<void(bool)> setter)
+{
+    setter(boolForKey(key));
+    connect(
+        this, &UserDefaults::valueChanged, context, [this, key, setter = std::move(setter)](const QString &changed) {
+            if (changed == key) {
+                setter(boolForKey(key));
+            }
+        });
+}
+
+bool UserDefaults::appearanceUpdatesDockIcon() const
+{
+    return boolForKey(SettingsKey::appearanceUpdatesDockIcon);
+}
+
+void UserDefaults::setAppearanceUpdatesDockIcon(bool value)
+{
+    setBool(SettingsKey::appearanceUpdatesDockIcon, value);
+}
+
+template <typename T> T UserDefaults::firstFitting(const QString &key, std::optional<T> (*fit)(const QVariant &)) const
+{
+    for (const QVariant &value :
+        {m_unsaved.value(key, m_stored.value(key)), m_system.value(key), m_registered.value(key)}) {
+        if (const auto fitting = fit(value)) {
+            return *fitting;
+        }
+    }
+    return {};
+}
+
+QVariant UserDefaults::fallback(const QString &key) const
+{
+    return m_system.value(key, m_registered.value(key));
+}
+
+QVariantHash UserDefaults::readFile() const
+{
+    const QFileInfo file(m_path);
+    if (!file.exists()) {
+        return {};
+    }
+    // Before anything opens it: to open a pipe is to wait for whoever writes to it.
+    if (!file.isFile() || file.size() > largestFile) {
+        setAside(m_path);
+        return {};
+    }
+    const QSettings settings(m_path, QSettings::IniFormat);
+    QVariantHash values;
+    const QStringList keys = settings.allKeys();
+    for (const QString &key : keys) {
+        values.insert(key, settings.value(key));
+    }
+    // Only now: the lines are parsed when a value is asked for.
+    if (settings.status() == QSettings::FormatError) {
+        setAside(m_path);
+        return {};
+    }
+    return values;
+}
+
+/// QSettings waits without end for the lock of the file that it writes, and once it failed to write it tries again
+/// whenever it reads. So it only ever reads our file, and writes one beside it that nobody else locks.
+bool UserDefaults::writeFile(const QVariantHash &values) const
+{
+    const QFileInfo file(m_path);
+    if (file.exists() && (!file.isFile() || !file.isWritable())) {
+        return false;
+    }
+    // A link into the folder where somebody keeps their settings stays a link.
+    const QString target = file.exists() ? file.canonicalFilePath() : m_path;
+    const QString next = target + QStringLiteral(".new");
+    QFile::remove(next);
+
+    QSettings settings(next, QSettings::IniFormat);
+    settings.clear();
+    for (const auto &[key, value] : values.asKeyValueRange()) {
+        settings.setValue(key, value);
+    }
+    settings.sync();
+    return settings.status() == QSettings::NoError && rename(next, target);
+}
+
+void UserDefaults::reload()
+{
+    watch();
+    const QVariantHash before = std::exchange(m_stored, readFile());
+
+    QVariantHash all = before;
+    all.insert(m_stored);
+    QStringList changedKeys;
+    for (auto key = all.keyBegin(); key != all.keyEnd(); ++key) {
+        const QVariant otherwise = fallback(*key);
+        if (before.value(*key, otherwise) != m_stored.value(*key, otherwise) && !m_unsaved.contains(*key)) {
+            changedKeys.append(*key);
+        }
+    }
+    for (const QString &key : std::as_const(changedKeys)) {
+        Q_EMIT valueChanged(key);
+    }
+}
+
+void UserDefaults::save(std::chrono::milliseconds patience)
+{
+    if (m_unsaved.isEmpty()) {
+        return;
+    }
+    watch();
+    QLockFile lock(m_path + QStringLiteral(".lock"));
+    if (!lock.tryLock(static_cast<int>(patience.count()))) {
+        if (lock.error() == QLockFile::LockFailedError) {
+            m_saveTimer.start(retryInterval);
+        } else {
+            reportUnwritable();
+        }
+        return;
+    }
+    // What others wrote since is kept.
+    reload();
+    QVariantHash values = m_stored;
+    values.insert(m_unsaved);
+    if (!writeFile(values)) {
+        reportUnwritable();
+        return;
+    }
+    m_stored = values;
+    m_unsaved.clear();
+}
+
+/// Editors and QSettings replace the file, which ends its watch; the folder tells of the new one. The folder does not
+/// tell of a write in place, so both are watched, and the folder is made where it is missing.
+void UserDefaults::watch()
+{
+    const QString folder = QFileInfo(m_path).path();
+    QDir().mkpath(folder);
+    for (const QString &path : {folder, m_path}) {
+        if (QFileInfo::exists(path)) {
+            m_watcher.addPath(path);
+        }
+    }
+}
+
+void UserDefaults::reportUnwritable()
+{
+    if (!std::exchange(m_unwritableReported, true)) {
+        qCDebug(log) << "Settings hold for this run only, cannot write" << m_path;
+    }
+}
+
+} // namespace tunedeck

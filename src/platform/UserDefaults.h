@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFileSystemWatcher>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+#include <QVariant>
+#include <QVariantHash>
+
+#include <chrono>
+#include <functional>
+#include <optional>
+
+namespace tunedeck {
+
+/// The keys of the user's settings; all are Boolean.
+namespace SettingsKey {
+inline const QString keepMainWindowAboveAllOtherWindows = QStringLiteral("KeepMainWindowAboveAllOtherWindows");
+inline const QString remainingTimeEnabled = QStringLiteral("RemainingTimeEnabled");
+inline const QString appearanceClassic = QStringLiteral("AppearanceClassic");
+inline const QString appearanceUpdatesDockIcon = QStringLiteral("AppearanceUpdatesDockIcon");
+inline const QString volumeButtonsHidden = QStringLiteral("VolumeButtonsHidden");
+/// The system's accent colour (integer; -1 is graphite). Read only; the program never writes it.
+inline const QString appleAccentColor = QStringLiteral("AppleAccentColor");
+} // namespace SettingsKey
+
+/// The settings store. Three layers answer a key, the first that has a value wins: what the user (or the program for
+/// the user) set, what the system says (the accent colour), what was registered as default. Only the first is written
+/// to disk.
+///
+/// The store follows changes that other processes make to its file. A file that cannot be understood is kept beside
+/// the new one, under its name with ".broken" appended; where nothing can be written, what is set holds for this run.
+/// No content of the file, however wrong, is an error: a value that does not fit reads as the registered default.
+class UserDefaults : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool AppearanceUpdatesDockIcon READ appearanceUpdatesDockIcon WRITE setAppearanceUpdatesDockIcon NOTIFY
+            appearanceUpdatesDockIconChanged)
+
+public:
+    /// The store of the user who runs the program, in the user's configuration folder.
+    explicit UserDefaults(QObject *parent = nullptr);
+    /// A store in the file `path`, which need not exist.
+    explicit UserDefaults(const QString &path, QObject *parent = nullptr);
+    ~UserDefaults() override;
+
+    /// Adds fallback values, which are never written to disk.
+    void registerDefaults(const QVariantHash &defaults);
+
+    /// False for a key that has no value in any layer.
+    [[nodiscard]] bool boolForKey(const QString &key) const;
+    /// 0 for a key that has no value in any layer.
+    [[nodiscard]] qlonglong integerForKey(const QString &key) const;
+    /// Empty for a key that has no value in any layer; at most 1,000 characters.
+    [[nodiscard]] QString stringForKey(const QString &key) const;
+
+    void setBool(const QString &key, bool value);
+    void setValue(const QString &key, const QVariant &value);
+    /// Puts a value into the system's layer; an invalid one takes it out again.
+    void setSystemValue(const QString &key, const QVariant &value);
+
+    /// Calls `setter` with the key's Boolean value at once and again on every change, for as long as `context` lives.
+    void bind(const QString &key, QObject *context, std::function<void(bool)> setter);
+
+    [[nodiscard]] bool appearanceUpdatesDockIcon() const;
+    void setAppearanceUpdatesDockIcon(bool value);
+
+Q_SIGNALS:
+    /// Once for every write of the key through this object (also of an equal value), and for every change of its
+    /// value that comes from the system or from another process.
+    void valueChanged(const QString &key);
+    void appearanceUpdatesDockIconChanged();
+
+private:
+    template <typename T>
+    [[nodiscard]] T firstFitting(const QString &key, std::optional<T> (*fit)(const QVariant &)) const;
+    /// What a key has while the user has set nothing.
+    [[nodiscard]] QVariant fallback(const QString &key) const;
+    [[nodiscard]] QVariantHash readFile() const;
+    [[nodiscard]] bool writeFile(const QVariantHash &values) const;
+    void reload();
+    void save(std::chrono::milliseconds patience);
+    void watch();
+    void reportUnwritable();
+
+    const QString m_path;
+    QVariantHash m_registered;
+    QVariantHash m_system;
+    /// The file as last read or written; what has changed in it is found by comparing with this.
+    QVariantHash m_stored;
+    /// Set through this object and not on disk yet; stands before m_stored.
+    QVariantHash m_unsaved;
+    QFileSystemWatcher m_watcher;
+    QTimer m_reloadTimer;
+    QTimer m_saveTimer;
+    bool m_unwritableReported = false;
+};
+
+} // namespace tunedeck

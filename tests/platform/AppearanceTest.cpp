@@ -1,0 +1,385 @@
+// SPDX-License-Identifier: MIT
+#include "Appearance.h"
+
+#include "PrivateBus.h"
+#include "UserDefaults.h"
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QPalette>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+namespace tunedeck {
+
+namespace {
+const QString group = QStringLiteral("org.freedesktop.appearance");
+const QString colorScheme = QStringLiteral("color-scheme");
+const QString accentColor = QStringLiteral("accent-color");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalInterface = QStringLiteral("org.freedesktop.portal.Settings");
+
+QVariant color(double red, double green, double blue)
+{
+    QDBusArgument argument;
+    argument.beginStructure();
+    argument << red << green << blue;
+    argument.endStructure();
+    return QVariant::fromValue(argument);
+}
+
+QVariant wrapped(const QVariant &value)
+{
+    return QVariant::fromValue(QDBusVariant(value));
+}
+
+/// The desktop portal as far as the settings go.
+class Portal : public QDBusVirtualObject {
+public:
+    explicit Portal(const QDBusConnection &bus)
+        : m_bus(bus)
+    {
+        m_bus.registerVirtualObject(portalPath, this);
+        m_bus.registerService(portalService);
+    }
+
+    ~Portal() override
+    {
+        m_bus.unregisterService(portalService);
+        m_bus.unregisterObject(portalPath);
+    }
+
+    QString introspect(const QString & /*path*/) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
+    {
+        asked.append(message.member() + u' ' + message.arguments().value(1).toString());
+        if (isSilent) {
+            message.setDelayedReply(true);
+            return true;
+        }
+        if (message.member() == QStringLiteral("ReadOne") && isOld) {
+            connection.send(message.createErrorReply(QDBusError::UnknownMethod, QStringLiteral("no such method")));
+            return true;
+        }
+        const bool isOfGroup = message.arguments().value(0).toString() == group;
+        const QVariant value = isOfGroup ? values.value(message.arguments().value(1).toString()) : QVariant();
+        if (!value.isValid()) {
+            connection.send(message.createErrorReply(error, QStringLiteral("no such setting")));
+            return true;
+        }
+        connection.send(message.createReply(wrapped(isOld ? wrapped(value) : value)));
+        return true;
+    }
+
+    void change(const QString &key, const QVariant &value, const QString &inGroup = group)
+    {
+        QDBusMessage signal = QDBusMessage::createSignal(portalPath, portalInterface, QStringLiteral("SettingChanged"));
+        signal << inGroup << key << wrapped(value);
+        m_bus.send(signal);
+    }
+
+    QVariantHash values;
+    QStringList asked;
+    /// What it answers where it has no value.
+    QString error = QStringLiteral("org.freedesktop.portal.Error.NotFound");
+    bool isOld = false;
+    bool isSilent = false;
+
+private:
+    QDBusConnection m_bus;
+};
+
+void setPalette(const QColor &text, const QColor &window, const QColor &highlight)
+{
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::Highlight, highlight);
+    QGuiApplication::setPalette(palette);
+    // Qt itself sends it only once the application's own event loop runs.
+    QEvent event(QEvent::ApplicationPaletteChange);
+    QCoreApplication::sendEvent(qGuiApp, &event);
+}
+
+void setLightPalette()
+{
+    setPalette(Qt::black, Qt::white, Qt::blue);
+}
+void setDarkPalette()
+{
+    setPalette(Qt::white, Qt::black, Qt::blue);
+}
+} // namespace
+
+class AppearanceTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(m_bus.isRunning());
+        m_connection = std::make_unique<QDBusConnection>(m_bus.connect(QStringLiteral("appearance")));
+        m_portalConnection = std::make_unique<QDBusConnection>(m_bus.connect(QStringLiteral("portal")));
+    }
+
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+        setLightPalette();
+        m_defaults = std::make_unique<UserDefaults>(m_home.filePath(QStringLiteral("tunedeck.conf")));
+        m_portal = std::make_unique<Portal>(*m_portalConnection);
+    }
+
+    void cleanup()
+    {
+        m_portal.reset();
+        m_defaults.reset();
+    }
+
+    void isDarkForBothDarkAppearances()
+    {
+        QVERIFY(!isDark(AppearanceName::Aqua));
+        QVERIFY(isDark(AppearanceName::DarkAqua));
+        QVERIFY(isDark(AppearanceName::VibrantDark));
+    }
+
+    void takesTheColorSchemeFromThePortal_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<bool>("isOld");
+        QTest::addColumn<AppearanceName>("expected");
+        QTest::newRow("dark") << QVariant(1U) << false << AppearanceName::DarkAqua;
+        QTest::newRow("no preference") << QVariant(0U) << false << AppearanceName::Aqua;
+        QTest::newRow("light") << QVariant(2U) << false << AppearanceName::Aqua;
+        QTest::newRow("unknown") << QVariant(77U) << false << AppearanceName::Aqua;
+        QTest::newRow("dark, from an old portal") << QVariant(1U) << true << AppearanceName::DarkAqua;
+        QTest::newRow("light, from an old portal") << QVariant(2U) << true << AppearanceName::Aqua;
+    }
+
+    void takesTheColorSchemeFromThePortal()
+    {
+        QFETCH(const QVariant, value);
+        QFETCH(const bool, isOld);
+        QFETCH(const AppearanceName, expected);
+        // The palette says the opposite, so that the portal's answer shows.
+        expected == AppearanceName::Aqua ? setDarkPalette() : setLightPalette();
+        m_portal->values = {{colorScheme, value}};
+        m_portal->isOld = isOld;
+        const Appearance appearance(*m_defaults, *m_connection);
+        QVERIFY(appearance.effectiveAppearance() != expected);
+        QTRY_COMPARE(appearance.effectiveAppearance(), expected);
+    }
+
+    void followsThePortalLive()
+    {
+        m_portal->values = {{colorScheme, 0U}};
+        Appearance appearance(*m_defaults, *m_connection);
+        const QSignalSpy spy(&appearance, &Appearance::effectiveAppearanceChanged);
+        QTRY_COMPARE(m_portal->asked.size(), 2);
+        m_portal->change(colorScheme, 1U);
+        QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
+        m_portal->change(colorScheme, 1U);
+        m_portal->change(colorScheme, 2U);
+        QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::Aqua);
+        QCOMPARE(spy.count(), 2);
+    }
+
+    void otherSettingsOfThePortalAreNotTaken()
+    {
+        m_portal->values = {{colorScheme, 1U}};
+        Appearance appearance(*m_defaults, *m_connection);
+        QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
+        const QSignalSpy spy(&appearance, &Appearance::effectiveAppearanceChanged);
+        m_portal->change(colorScheme, 0U, QStringLiteral("org.example.desktop"));
+        m_portal->change(QStringLiteral("contrast"), 0U);
+        m_portal->change(accentColor, color(0.5, 0.5, 0.5));
+        QTRY_COMPARE(m_defaults->integerForKey(SettingsKey::appleAccentColor), -1);
+        QCOMPARE(spy.count(), 0);
+    }
+
+    void aValueOfAWrongTypeLeavesThePalette_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::newRow("text") << QVariant(QStringLiteral("1"));
+        QTest::newRow("fraction") << QVariant(1.0);
+        QTest::newRow("structure") << color(1, 1, 1);
+        QTest::newRow("list") << QVariant(QStringList({QStringLiteral("1")}));
+        QTest::newRow("wrapped again and again") << wrapped(wrapped(wrapped(QStringLiteral("1"))));
+    }
+
+    void aValueOfAWrongTypeLeavesThePalette()
+    {
+        QFETCH(const QVariant, value);
+        m_portal->values = {{colorScheme, value}, {accentColor, QStringLiteral("grey")}};
+        Appearance appearance(*m_defaults, *m_connection);
+        QTRY_COMPARE(m_portal->asked.size(), 2);
+        m_portal->change(colorScheme, value);
+        m_portal->change(accentColor, color(0.5, 0.5, 0.5));
+        QTRY_COMPARE(m_defaults->integerForKey(SettingsKey::appleAccentColor), -1);
+        QCOMPARE(appearance.effectiveAppearance(), AppearanceName::Aqua);
+        setDarkPalette();
+        QCOMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
+    }
+
+    void aGreyAccentIsGraphite_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("grey") << color(0.4, 0.45, 0.42) << -1;
+        QTest::newRow("white") << color(1, 1, 1) << -1;
+        QTest::newRow("blue") << color(0.2, 0.4, 0.9) << 0;
+        QTest::newRow("just coloured") << color(0.4, 0.4, 0.55) << 0;
+        QTest::newRow("none") << color(-1, -1, -1) << 0;
+        QTest::newRow("above") << color(2, 2, 2) << 0;
+        QTest::newRow("not a number") << color(qQNaN(), qQNaN(), qQNaN()) << 0;
+        QTest::newRow("infinite") << color(qInf(), qInf(), qInf()) << 0;
+    }
+
+    void aGreyAccentIsGraphite()
+    {
+        QFETCH(const QVariant, value);
+        QFETCH(const int, expected);
+        // The palette says the opposite, so that the portal's answer shows.
+        setPalette(Qt::black, Qt::white, expected == 0 ? Qt::gray : Qt::blue);
+        m_portal->values = {{accentColor, value}};
+        const Appearance appearance(*m_defaults, *m_connection);
+        QCOMPARE(m_defaults->integerForKey(SettingsKey::appleAccentColor), expected == 0 ? -1 : 0);
+        QTRY_COMPARE(m_defaults->integerForKey(SettingsKey::appleAccentColor), expected);
+    }
+
+    void aChangedAccentIsPassedOn()
+    {
+        m_portal->values = {{accentColor, color(0.5, 0.5, 0.5)}};
+        const Appearance appearance(*m_defaults, *m_connection);
+        QTRY_COMPARE(m_defaults->integerForKey(SettingsKey::appleAccentColor), -1);
+        const QSignalSpy spy(m_defaults.get(), &UserDefaults::valueChanged);
+        m_portal->change(accentColor, color(0.9, 0.1, 0.1));
+        QTRY_COMPARE(m_defaults->integerForKey(SettingsKey::appleAccentColor), 0);
+        QCOMPARE(spy.count(), 1);
+    }
+
+    void withoutAPortalThePaletteDecides()
+    {
+        removePortal();
+        setDarkPalette();
+        Appearance appearance(*m_defaults, *m_connection);
+        const QSignalSpy spy(&appearance, &Appearance::effectiveAppearanceChanged);
+        QCOMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
+        QCOMPARE(m_defaults->integerForKey(SettingsKey::appleAccentColor), 0);
+        setPalette(Qt::black, Qt::white, Qt::gray);
+        QCOMPARE(appearance.effectiveAppearance(), AppearanceName::Aqua);
+        QCOMPARE(m_defaults->integerForKey(SettingsKey::appleAccentColor), -1);
+        setLightPalette();
+        QCOMPARE(m_defaults->integerForKey(SettingsKey::appleAccentColor), 0);
+        QCOMPARE(spy.count(), 1);
+    }
+
+    void withoutABusThePaletteDecides()
+    {
+        setDarkPalette();
+        const Appearance appearance(*m_defaults, QDBusConnection(QStringLiteral("no such connection")));
+        QCoreApplication::processEvents();
+        QCOMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
+    }
+
+    void aSilentPortalIsNotWaitedFor()
+    {
+        m_portal->isSilent = true;
+        setDarkPalette();
+        const auto appearance = std::make_unique<Appearance>(*m_defaults, *m_connection);
+        QCOMPARE(appearance->effectiveAppearance(), AppearanceName::DarkAqua);
+        QTRY_COMPARE(m_portal->asked.size(), 2);
+        setLightPalette();
+        QCOMPARE(appearance->effectiveAppearance(), AppearanceName::Aqua);
+    }
+
+    void anOldPortalIsAskedAsItUnderstands()
+    {
+        m_portal->isOld = true;
+        m_portal->values = {{colorScheme, 1U}};
+        const Appearance appearance(*m_defaults, *m_connection);
+        QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
+        QTRY_COMPARE(m_portal->asked.size(), 4);
+        QCOMPARE(m_portal->asked.count(QStringLiteral("ReadOne color-scheme")), 1);
+        QCOMPARE(m_portal->asked.count(QStringLiteral("Read color-scheme")), 1);
+    }
+
+    void thePaletteDoesNotMatterOnceAPortalHasAnswered()
+    {
+        m_portal->values = {{colorScheme, 1U}};
+        const Appearance appearance(*m_defaults, *m_connection);
+        QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
+        setLightPalette();
+        QCOMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
+    }
+
+    void aForcedAppearanceWinsUntilItIsTakenBack()
+    {
+        removePortal();
+        setDarkPalette();
+        Appearance appearance(*m_defaults, *m_connection);
+        const QSignalSpy spy(&appearance, &Appearance::effectiveAppearanceChanged);
+        QVERIFY(!appearance.applicationAppearance());
+        appearance.setApplicationAppearance(AppearanceName::Aqua);
+        QCOMPARE(appearance.applicationAppearance(), AppearanceName::Aqua);
+        QCOMPARE(appearance.effectiveAppearance(), AppearanceName::Aqua);
+        appearance.setApplicationAppearance(AppearanceName::Aqua);
+        QCOMPARE(spy.count(), 1);
+        appearance.setApplicationAppearance(AppearanceName::VibrantDark);
+        QCOMPARE(appearance.effectiveAppearance(), AppearanceName::VibrantDark);
+        appearance.setApplicationAppearance(std::nullopt);
+        QCOMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
+        QCOMPARE(spy.count(), 3);
+    }
+
+    void thePaletteOfAForcedAppearanceIsNotTheSystems()
+    {
+        removePortal();
+        setDarkPalette();
+        Appearance appearance(*m_defaults, *m_connection);
+        appearance.setApplicationAppearance(AppearanceName::Aqua);
+        setLightPalette();
+        appearance.setApplicationAppearance(std::nullopt);
+        QCOMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
+    }
+
+    void theSystemIsFollowedBehindAForcedAppearance()
+    {
+        m_portal->values = {{colorScheme, 1U}, {accentColor, color(0.5, 0.5, 0.5)}};
+        Appearance appearance(*m_defaults, *m_connection);
+        appearance.setApplicationAppearance(AppearanceName::Aqua);
+        const QSignalSpy spy(&appearance, &Appearance::effectiveAppearanceChanged);
+        QTRY_COMPARE(m_defaults->integerForKey(SettingsKey::appleAccentColor), -1);
+        QCOMPARE(spy.count(), 0);
+        appearance.setApplicationAppearance(std::nullopt);
+        QCOMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
+    }
+
+private:
+    /// The name stays taken, or the bus would start the portal of the machine.
+    void removePortal() { m_portal->error = QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown"); }
+
+    QTemporaryDir m_home;
+    PrivateBus m_bus;
+    std::unique_ptr<QDBusConnection> m_connection;
+    std::unique_ptr<QDBusConnection> m_portalConnection;
+    std::unique_ptr<UserDefaults> m_defaults;
+    std::unique_ptr<Portal> m_portal;
+};
+
+} // namespace tunedeck
+
+QTEST_MAIN(tunedeck::AppearanceTest)
+#include "AppearanceTest.moc"

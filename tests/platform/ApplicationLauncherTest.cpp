@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: MIT
+#include "ApplicationLauncher.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLocalServer>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+
+#include <memory>
+
+namespace tunedeck {
+
+class ApplicationLauncherTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    /// GIO reads the environment and the folders once.
+    void initTestCase()
+    {
+        QVERIFY(m_home.isValid());
+        for (const char *variable : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME"}) {
+            qputenv(variable, m_home.path().toUtf8());
+        }
+        qputenv("XDG_DATA_DIRS", m_home.filePath(QStringLiteral("empty")).toUtf8());
+        qputenv("XDG_CONFIG_DIRS", m_home.filePath(QStringLiteral("empty")).toUtf8());
+        // Nothing is there: an answer that it is not comes at once.
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + m_home.filePath(QStringLiteral("bus")).toUtf8());
+
+        install(QStringLiteral("applications/tapedeck.desktop"), QStringLiteral("Tape"), QStringLiteral("touch"));
+        install(
+            QStringLiteral("applications/org.example.Jukebox.desktop"), QStringLiteral("Box"), QStringLiteral("touch"));
+        install(QStringLiteral("applications/dangling.desktop"), QStringLiteral("Gone"),
+            QStringLiteral("/nonexistent/program"));
+        install(QStringLiteral("outside.desktop"), QStringLiteral("Outside"), QStringLiteral("touch"));
+        install(QStringLiteral("applications/busy.desktop"), QStringLiteral("Busy"), QStringLiteral("touch"),
+            QStringLiteral("DBusActivatable=true\n"));
+        write(QStringLiteral("mimeapps.list"),
+            QStringLiteral("[Default Applications]\naudio/mpeg=org.example.Jukebox.desktop\n"
+                           "audio/flac=dangling.desktop\n"));
+    }
+
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void launchesTheFirstEntryThatIsInstalled_data()
+    {
+        QTest::addColumn<QStringList>("entries");
+        QTest::newRow("alone") << QStringList({QStringLiteral("tapedeck")});
+        QTest::newRow("with the suffix") << QStringList({QStringLiteral("tapedeck.desktop")});
+        QTest::newRow("after one that is not") << QStringList({QStringLiteral("nosuchplayer"), QString(),
+            QStringLiteral("tapedeck"), QStringLiteral("org.example.Jukebox")});
+        QTest::newRow("after one whose program is gone")
+            << QStringList({QStringLiteral("dangling"), QStringLiteral("tapedeck")});
+    }
+
+    void launchesTheFirstEntryThatIsInstalled()
+    {
+        QFETCH(const QStringList, entries);
+        QCOMPARE(launchedBy(entries, QStringLiteral("audio/mpeg")), QStringLiteral("tapedeck"));
+        QTRY_VERIFY(hasRun(QStringLiteral("Tape")));
+        QVERIFY(!hasRun(QStringLiteral("Box")));
+        QVERIFY(QFile::remove(m_home.filePath(QStringLiteral("Tape"))));
+    }
+
+    void launchesTheDefaultApplicationWhereNoEntryIsInstalled_data()
+    {
+        QTest::addColumn<QStringList>("entries");
+        QTest::newRow("none given") << QStringList();
+        QTest::newRow("none installed") << QStringList({QStringLiteral("nosuchplayer")});
+    }
+
+    void launchesTheDefaultApplicationWhereNoEntryIsInstalled()
+    {
+        QFETCH(const QStringList, entries);
+        QCOMPARE(launchedBy(entries, QStringLiteral("audio/mpeg")), QStringLiteral("org.example.Jukebox"));
+        QTRY_VERIFY(hasRun(QStringLiteral("Box")));
+        QVERIFY(QFile::remove(m_home.filePath(QStringLiteral("Box"))));
+    }
+
+    void failsWhereThereIsNothingToLaunch_data()
+    {
+        QTest::addColumn<QStringList>("entries");
+        QTest::addColumn<QString>("contentType");
+        QTest::newRow("nothing asked for") << QStringList() << QString();
+        QTest::newRow("no default") << QStringList({QStringLiteral("nosuchplayer")}) << QStringLiteral("audio/ogg");
+        QTest::newRow("no such type") << QStringList() << QStringLiteral("not a type");
+        QTest::newRow("its program is gone") << QStringList({QStringLiteral("dangling")}) << QString();
+        QTest::newRow("the default's program is gone") << QStringList() << QStringLiteral("audio/flac");
+    }
+
+    void failsWhereThereIsNothingToLaunch()
+    {
+        QFETCH(const QStringList, entries);
+        QFETCH(const QString, contentType);
+        QCOMPARE(launchedBy(entries, contentType), std::nullopt);
+    }
+
+    void neverLooksOutsideTheFoldersOfTheDesktop_data()
+    {
+        QTest::addColumn<QString>("entry");
+        QTest::newRow("beside") << QStringLiteral("../outside");
+        QTest::newRow("below") << QStringLiteral("./tapedeck");
+        QTest::newRow("absolute") << m_home.filePath(QStringLiteral("outside.desktop"));
+        QTest::newRow("empty") << QString();
+        QTest::newRow("suffix alone") << QStringLiteral(".desktop");
+        QTest::newRow("endless") << QString(100'000, u'x');
+    }
+
+    void neverLooksOutsideTheFoldersOfTheDesktop()
+    {
+        QFETCH(const QString, entry);
+        QCOMPARE(launchedBy({entry}, QString()), std::nullopt);
+        QVERIFY(!hasRun(QStringLiteral("Outside")));
+    }
+
+    void aLaunchAskedForWhileOneIsUnderWayIsIgnored()
+    {
+        ApplicationLauncher launcher;
+        const QSignalSpy launched(&launcher, &ApplicationLauncher::launched);
+        const QSignalSpy failed(&launcher, &ApplicationLauncher::failed);
+        launcher.launch({QStringLiteral("tapedeck")}, QString());
+        launcher.launch({QStringLiteral("org.example.Jukebox")}, QString());
+        QTRY_COMPARE(launched.count(), 1);
+        QCOMPARE(launched.at(0).at(0).toString(), QStringLiteral("tapedeck"));
+        launcher.launch({QStringLiteral("nosuchplayer")}, QString());
+        QTRY_COMPARE(failed.count(), 1);
+        QCOMPARE(launched.count(), 1);
+    }
+
+    void theSignalsComeOnTheThreadOfTheObject()
+    {
+        ApplicationLauncher launcher;
+        const QThread *thread = nullptr;
+        connect(
+            &launcher, &ApplicationLauncher::failed, &launcher, [&thread] { thread = QThread::currentThread(); },
+            Qt::DirectConnection);
+        launcher.launch({}, QString());
+        QVERIFY(!thread);
+        QTRY_COMPARE(thread, QThread::currentThread());
+    }
+
+    void aLaunchUnderWayIsFinishedWhenTheObjectEnds()
+    {
+        QFile::remove(m_home.filePath(QStringLiteral("Tape")));
+        std::make_unique<ApplicationLauncher>()->launch({QStringLiteral("tapedeck")}, QString());
+        QTRY_VERIFY(hasRun(QStringLiteral("Tape")));
+    }
+
+    void aFrozenBusHoldsNobodyUp()
+    {
+        // It takes the connection and never says a word.
+        QLocalServer frozenBus;
+        QVERIFY(frozenBus.listen(m_home.filePath(QStringLiteral("bus"))));
+        QElapsedTimer timer;
+        auto launcher = std::make_unique<ApplicationLauncher>();
+        const QSignalSpy launched(launcher.get(), &ApplicationLauncher::launched);
+        timer.start();
+        launcher->launch({QStringLiteral("busy")}, QString());
+        QVERIFY(timer.elapsed() < 250);
+        QTRY_VERIFY(frozenBus.hasPendingConnections());
+        QCOMPARE(launched.count(), 0);
+        timer.start();
+        launcher.reset();
+        QVERIFY(timer.elapsed() < 5000);
+    }
+
+private:
+    void write(const QString &name, const QString &text) const
+    {
+        QFile file(m_home.filePath(name));
+        QVERIFY(QDir().mkpath(QFileInfo(file).path()));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(file.write(text.toUtf8()) > 0);
+    }
+
+    /// A desktop entry whose program leaves a file under the entry's name.
+    void install(
+        const QString &path, const QString &name, const QString &program, const QString &more = QString()) const
+    {
+        write(path,
+            QStringLiteral("[Desktop Entry]\nType=Application\nName=%1\nExec=%2 %3\n%4")
+                .arg(name, program, m_home.filePath(name), more));
+    }
+
+    [[nodiscard]] bool hasRun(const QString &name) const { return QFile::exists(m_home.filePath(name)); }
+
+    /// What was launched, if anything.
+    static std::optional<QString> launchedBy(const QStringList &entries, const QString &contentType)
+    {
+        ApplicationLauncher launcher;
+        QSignalSpy launched(&launcher, &ApplicationLauncher::launched);
+        const QSignalSpy failed(&launcher, &ApplicationLauncher::failed);
+        launcher.launch(entries, contentType);
+        const bool isDone = QTest::qWaitFor([&] { return launched.count() + failed.count() == 1; });
+        if (!isDone || launched.isEmpty()) {
+            return isDone ? std::nullopt : std::optional(QStringLiteral("no answer"));
+        }
+        return launched.at(0).at(0).toString();
+    }
+
+    QTemporaryDir m_home;
+};
+
+} // namespace tunedeck
+
+QTEST_GUILESS_MAIN(tunedeck::ApplicationLauncherTest)
+#include "ApplicationLauncherTest.moc"

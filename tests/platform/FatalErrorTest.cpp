@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "FatalError.h"
+
+#include "abortedRun.h"
+
+#include <QRegularExpression>
+#include <QTest>
+
+namespace tunedeck {
+
+class FatalErrorTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void abortsAndSaysWhatAndWhere()
+    {
+        const auto lastWords = lastWordsOfAbortedRun(QStringLiteral("missing picture"));
+        QVERIFY(lastWords);
+        QVERIFY2(lastWords->contains(QStringLiteral("FatalErrorTest.cpp:")), qPrintable(*lastWords));
+        QVERIFY2(lastWords->contains(QStringLiteral(": the picture \"knob\" is missing\n")), qPrintable(*lastWords));
+    }
+};
+
+} // namespace tunedeck
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    if (!tunedeck::fatalCase().isEmpty()) {
+        tunedeck::fatalError("the picture \"knob\" is missing");
+    }
+    tunedeck::FatalErrorTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "FatalErrorTest.moc"
