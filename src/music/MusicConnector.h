@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MusicConnectorTrack.h"
+#include "MusicTypes.h"
+#include "PlaylistOption.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QThreadPool>
+#include <QTimer>
+#include <QVariantMap>
+
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+namespace tunedeck {
+
+class MusicApplication;
+class WindowActivation;
+
+/// Hears of Music's player state; see MusicConnector::setDelegate().
+class MusicConnectorDelegate {
+public:
+    virtual ~MusicConnectorDelegate() = default;
+    /// `state` is one of PlayerState or another code of Music's.
+    virtual void playerStateDidChange(FourCharCode state) = 0;
+};
+
+/// The one object through which the program knows what Music is doing. It follows Music's notifications, and while
+/// something plays it re-reads the track every 1.5 s (streamed content) and the position every 0.5 s (content with a
+/// duration).
+///
+/// Every observable property announces every assignment, also of an equal value.
+class MusicConnector : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool isMusicAppRunning READ isMusicAppRunning NOTIFY isMusicAppRunningChanged)
+    Q_PROPERTY(std::optional<tunedeck::MusicConnectorTrack> currentTrack READ currentTrack NOTIFY currentTrackChanged)
+    Q_PROPERTY(double trackProgress READ trackProgress NOTIFY trackProgressChanged)
+    Q_PROPERTY(QString elapsedFormattedTime READ elapsedFormattedTime NOTIFY elapsedFormattedTimeChanged)
+    Q_PROPERTY(QString remainingFormattedTime READ remainingFormattedTime NOTIFY remainingFormattedTimeChanged)
+    Q_PROPERTY(QString totalFormattedTime READ totalFormattedTime NOTIFY totalFormattedTimeChanged)
+    Q_PROPERTY(tunedeck::FeedType feedType READ feedType WRITE setFeedType NOTIFY feedTypeChanged)
+    Q_PROPERTY(double soundVolume READ soundVolume NOTIFY soundVolumeChanged)
+    Q_PROPERTY(bool shuffleEnabled READ shuffleEnabled NOTIFY shuffleEnabledChanged)
+    Q_PROPERTY(tunedeck::RepeatMode repeatMode READ repeatMode NOTIFY repeatModeChanged)
+    Q_PROPERTY(QList<tunedeck::PlaylistOption> playlistOptions READ playlistOptions NOTIFY playlistOptionsChanged)
+    Q_PROPERTY(std::optional<tunedeck::PlaylistOption> selectedPlaylist READ selectedPlaylist WRITE setSelectedPlaylist
+            NOTIFY selectedPlaylistChanged)
+    Q_PROPERTY(std::optional<QString> audioOutputNames READ audioOutputNames NOTIFY audioOutputNamesChanged)
+
+public:
+    /// Reads Music's state at once. Both references must outlive the connector.
+    MusicConnector(MusicApplication &musicApp, const WindowActivation &windowActivation, QObject *parent = nullptr);
+    ~MusicConnector() override;
+
+    /// The delegate is told the player state after every notification and when Music quits. It must outlive the
+    /// connector or be taken back with null.
+    void setDelegate(MusicConnectorDelegate *delegate);
+    [[nodiscard]] MusicApplication &musicApp() const;
+
+    [[nodiscard]] bool isMusicAppRunning() const;
+    /// None while nothing plays.
+    [[nodiscard]] const std::optional<MusicConnectorTrack> &currentTrack() const;
+    /// Percent of the duration, 0 to 100; infinite or not a number while the duration is 0.
+    [[nodiscard]] double trackProgress() const;
+    [[nodiscard]] QString elapsedFormattedTime() const;
+    /// With a leading "-" unless it is zero.
+    [[nodiscard]] QString remainingFormattedTime() const;
+    [[nodiscard]] QString totalFormattedTime() const;
+    [[nodiscard]] FeedType feedType() const;
+    /// Also sets the timers for the content and, for FeedType::stopped, clears the track and the times.
+    void setFeedType(FeedType feedType);
+    /// The player state last read. Not observable.
+    [[nodiscard]] FourCharCode currentState() const;
+    /// 0 to 100.
+    [[nodiscard]] double soundVolume() const;
+    [[nodiscard]] bool shuffleEnabled() const;
+    [[nodiscard]] RepeatMode repeatMode() const;
+    [[nodiscard]] const QList<PlaylistOption> &playlistOptions() const;
+    [[nodiscard]] const std::optional<PlaylistOption> &selectedPlaylist() const;
+    void setSelectedPlaylist(const std::optional<PlaylistOption> &playlist);
+    /// The names of the outputs Music plays to, joined for display; none for the computer's own.
+    [[nodiscard]] const std::optional<QString> &audioOutputNames() const;
+    /// Seconds: what Music says, else what its last notification said, else 0.
+    [[nodiscard]] double duration() const;
+
+    [[nodiscard]] bool isRefreshTrackTimerActive() const;
+    [[nodiscard]] bool isProgressPollingTimerActive() const;
+    void stopProgressPollingTimer();
+    void stopRefreshTrackTimer();
+
+    /// Re-reads the position and recomputes the progress and the three times.
+    void updatePlayerProgressInfo();
+    /// updatePlayerProgressInfo(), then volume, shuffle and repeat.
+    void refreshPlaybackSettings();
+    /// Rebuilds the current track from Music and its last notification.
+    void refreshTrackInfo();
+    /// Reads the player state, tells the delegate, then refreshes the track and the playback settings.
+    void refreshPlayerState();
+
+    /// Stops the progress timer if Music is paused or stopped, as right after a play/pause command.
+    void stopProgressPollingIfIdle();
+    void setShuffle(bool enabled);
+    void setRepeat(RepeatMode mode);
+    /// Sets Music's volume to the integer part of `value`. A value that is not finite or not within 64 bits is fatal.
+    void setVolume(double value);
+    /// Changes the volume by `delta`, within 0 to 100.
+    void adjustVolume(double delta);
+
+    /// Loads the playlists in the background. Does nothing while a load is under way.
+    void loadPlaylists();
+
+Q_SIGNALS:
+    void isMusicAppRunningChanged(bool isRunning);
+    void currentTrackChanged();
+    void trackProgressChanged(double progress);
+    void elapsedFormattedTimeChanged(const QString &time);
+    void remainingFormattedTimeChanged(const QString &time);
+    void totalFormattedTimeChanged(const QString &time);
+    void feedTypeChanged(tunedeck::FeedType feedType);
+    void soundVolumeChanged(double volume);
+    void shuffleEnabledChanged(bool enabled);
+    void repeatModeChanged(tunedeck::RepeatMode mode);
+    void playlistOptionsChanged();
+    void selectedPlaylistChanged();
+    void audioOutputNamesChanged();
+
+private:
+    void playerInfoDidArrive(const QVariantMap &userInfo);
+    void nativeMusicAppDidLaunch();
+    void nativeMusicAppDidTerminate();
+
+    [[nodiscard]] FourCharCode requiredPlayerState() const;
+    [[nodiscard]] RepeatMode musicRepeatMode() const;
+    /// Music's own `answer`, else the text its last notification has under `key`.
+    [[nodiscard]] std::optional<QString> textOrNotified(const std::optional<QString> &answer, const QString &key) const;
+
+    void configureTimers(FeedType feedType);
+    void startProgressPollingUnlessIdle();
+    void setCurrentPersistentId(std::optional<qint64> id);
+    void resetProgress();
+    void tellDelegate();
+
+    void refreshAudioOutputNames();
+    void audioOutputNamesWereRead(const QStringList &names);
+
+    /// Calls `read` with Music on a thread of the pool, then `apply` with its result on the main thread, unless Music
+    /// has quit in the meantime.
+    template <typename Read, typename Apply> void readInBackground(Read read, Apply apply);
+
+    template <typename Value, typename... Announced>
+    void assign(
+        Value &property, std::type_identity_t<Value> value, void (MusicConnector::*changed)(Announced... announced))
+    {
+        property = std::move(value);
+        if constexpr (sizeof...(Announced) == 0) {
+            Q_EMIT(this->*changed)();
+        } else {
+            Q_EMIT(this->*changed)(property);
+        }
+    }
+
+    const QString m_zeroTimeText = tr("0:00", "For UI labels: 0:00");
+    MusicApplication &m_musicApp;
+    MusicConnectorDelegate *m_delegate = nullptr;
+
+    bool m_isMusicAppRunning;
+    std::optional<MusicConnectorTrack> m_currentTrack;
+    double m_trackProgress = 0.0;
+    QString m_elapsedFormattedTime = m_zeroTimeText;
+    QString m_remainingFormattedTime = m_zeroTimeText;
+    QString m_totalFormattedTime = m_zeroTimeText;
+    FeedType m_feedType = FeedType::unknown;
+    FourCharCode m_currentState = PlayerState::stopped;
+    double m_soundVolume = 0.0;
+    bool m_shuffleEnabled = false;
+    RepeatMode m_repeatMode = RepeatMode::off;
+    QList<PlaylistOption> m_playlistOptions;
+    std::optional<PlaylistOption> m_selectedPlaylist;
+    std::optional<QString> m_audioOutputNames;
+
+    QTimer m_refreshTrackTimer{this};
+    QTimer m_progressPollingTimer{this};
+    /// Empty while there is none.
+    QVariantMap m_lastUserInfo;
+    std::optional<qint64> m_currentPersistentId;
+
+    QThreadPool m_backgroundReads;
+    /// Counts the times Music quit: what was read of a Music that has quit since is out of date.
+    quint64 m_musicSession = 0;
+    bool m_isLoadingPlaylists = false;
+    bool m_isReadingAudioOutputs = false;
+    bool m_shallReadAudioOutputsAgain = false;
+};
+
+} // namespace tunedeck

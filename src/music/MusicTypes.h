@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+
+namespace tunedeck {
+
+/// Four characters as one number, the first most significant: how Music's scripting dictionary names its constants.
+using FourCharCode = std::uint32_t;
+
+[[nodiscard]] consteval FourCharCode fourCharCode(const char (&text)[5])
+{
+    FourCharCode code = 0;
+    for (int i = 0; i < 4; ++i) {
+        code = (code << 8) | static_cast<unsigned char>(text[i]);
+    }
+    return code;
+}
+
+/// MusicEPlS. Every code other than stopped and paused counts as playing.
+namespace PlayerState {
+inline constexpr FourCharCode stopped = fourCharCode("kPSS");
+inline constexpr FourCharCode paused = fourCharCode("kPSp");
+inline constexpr FourCharCode playing = fourCharCode("kPSP");
+inline constexpr FourCharCode fastForwarding = fourCharCode("kPSF");
+inline constexpr FourCharCode rewinding = fourCharCode("kPSR");
+
+[[nodiscard]] constexpr bool isIdle(FourCharCode state)
+{
+    return state == stopped || state == paused;
+}
+} // namespace PlayerState
+
+/// MusicERpt.
+namespace SongRepeat {
+inline constexpr FourCharCode off = fourCharCode("kRpO");
+inline constexpr FourCharCode one = fourCharCode("kRp1");
+inline constexpr FourCharCode all = fourCharCode("kAll");
+} // namespace SongRepeat
+
+/// MusicEKnd: the kinds of output that are not named on the display.
+namespace AirPlayDeviceKind {
+inline constexpr FourCharCode unknown = fourCharCode("kAPU");
+inline constexpr FourCharCode computer = fourCharCode("kAPC");
+} // namespace AirPlayDeviceKind
+
+/// The keys of MusicApplication::playerInfo.
+namespace UserInfoKey {
+inline const QString persistentId = QStringLiteral("PersistentID"); ///< 63-bit integer
+inline const QString playerState = QStringLiteral("Player State"); ///< "Playing", "Paused" or "Stopped"
+inline const QString name = QStringLiteral("Name");
+inline const QString artist = QStringLiteral("Artist");
+inline const QString album = QStringLiteral("Album");
+inline const QString totalTime = QStringLiteral("Total Time"); ///< seconds, above 0
+inline const QString location = QStringLiteral("Location"); ///< address of a track that is not from the web
+inline const QString storeUrl = QStringLiteral("Store URL"); ///< address of a track or stream of the web
+} // namespace UserInfoKey
+
+/// What kind of content Music plays.
+enum class FeedType { unknown = 0, localTrack = 1, streamedTrack = 2, liveStream = 3, stopped = 4 };
+
+enum class RepeatMode { off = 0, one = 1, all = 2 };
+
+} // namespace tunedeck

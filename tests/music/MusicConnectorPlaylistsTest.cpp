@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: MIT
+#include "ConnectorObserver.h"
+#include "ScriptedMusicApplication.h"
+#include "WindowActivation.h"
+
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace tunedeck;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using BackgroundAnswers = ScriptedMusicApplication::BackgroundAnswers;
+
+BackgroundAnswers twoPlaylists()
+{
+    return {.playlistIds = QVariantList{1, 2}, .playlistNames = QVariantList{u"A"_s, u"B"_s}};
+}
+
+const QStringList aWholeLoad = {u"currentPlaylist"_s, u"playlistIds"_s, u"playlistNames"_s};
+
+} // namespace
+
+class MusicConnectorPlaylistsTest : public QObject {
+    Q_OBJECT
+
+private:
+    const WindowActivation m_windowActivation;
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void thePlaylistsAreLoadedAtStartInMusicsOrder()
+    {
+        ScriptedMusicApplication music;
+        music.answerInBackground(
+            {.playlistIds = QVariantList{3, QVariant::fromValue<qlonglong>(9223372036854775807), 2},
+                .playlistNames = QVariantList{u"Zappa"_s, QString(), u"Abba"_s}});
+        MusicConnector connector(music, m_windowActivation);
+        ConnectorObserver observer(connector);
+        QCOMPARE(connector.playlistOptions(), QList<PlaylistOption>());
+
+        QTRY_COMPARE(connector.playlistOptions(),
+            QList<PlaylistOption>({{3, u"Zappa"_s}, {9223372036854775807, QString()}, {2, u"Abba"_s}}));
+        QCOMPARE(observer.take(), QStringList({u"playlistOptions [Zappa, , Abba]"_s, u"selectedPlaylist none"_s}));
+        QCOMPARE(music.backgroundReads(), aWholeLoad);
+    }
+
+    void theListIsAsLongAsTheShorterColumn_data()
+    {
+        QTest::addColumn<QVariantList>("ids");
+        QTest::addColumn<QVariantList>("names");
+        QTest::newRow("fewer names") << QVariantList{1, 2, 3} << QVariantList{u"A"_s, u"B"_s};
+        QTest::newRow("fewer ids") << QVariantList{1, 2} << QVariantList{u"A"_s, u"B"_s, u"C"_s};
+    }
+    void theListIsAsLongAsTheShorterColumn()
+    {
+        QFETCH(QVariantList, ids);
+        QFETCH(QVariantList, names);
+        ScriptedMusicApplication music;
+        music.answerInBackground({.playlistIds = ids, .playlistNames = names});
+        const MusicConnector connector(music, m_windowActivation);
+        QTRY_COMPARE(connector.playlistOptions(), QList<PlaylistOption>({{1, u"A"_s}, {2, u"B"_s}}));
+    }
+
+    void thePlaylistThatMusicPlaysIsSelected_data()
+    {
+        QTest::addColumn<std::optional<MusicPlaylist>>("current");
+        QTest::addColumn<std::optional<PlaylistOption>>("selected");
+        QTest::newRow("in the list") << std::optional(MusicPlaylist{.id = 2, .name = u"Other name"_s})
+                                     << std::optional(PlaylistOption{2, u"B"_s});
+        QTest::newRow("the later of two equal ids")
+            << std::optional(MusicPlaylist{.id = 1, .name = {}}) << std::optional(PlaylistOption{1, u"C"_s});
+        QTest::newRow("not in the list") << std::optional(MusicPlaylist{.id = 9, .name = u"A"_s})
+                                         << std::optional<PlaylistOption>();
+        QTest::newRow("without id") << std::optional(MusicPlaylist{.id = {}, .name = u"A"_s})
+                                    << std::optional<PlaylistOption>();
+        QTest::newRow("none") << std::optional<MusicPlaylist>() << std::optional<PlaylistOption>();
+    }
+    void thePlaylistThatMusicPlaysIsSelected()
+    {
+        QFETCH(std::optional<MusicPlaylist>, current);
+        ScriptedMusicApplication music;
+        music.answerInBackground({.currentPlaylist = current,
+            .playlistIds = QVariantList{1, 2, 1},
+            .playlistNames = QVariantList{u"A"_s, u"B"_s, u"C"_s}});
+        MusicConnector connector(music, m_windowActivation);
+        connector.setSelectedPlaylist(PlaylistOption{7, u"picked before"_s});
+        QTRY_COMPARE(connector.playlistOptions().size(), 3);
+        QTEST(connector.selectedPlaylist(), "selected");
+    }
+
+    void aFailedLoadLeavesTheListAsItWas_data()
+    {
+        QTest::addColumn<std::optional<QVariantList>>("ids");
+        QTest::addColumn<std::optional<QVariantList>>("names");
+        QTest::addColumn<QStringList>("reads");
+        const auto texts = std::optional(QVariantList{u"A"_s, u"B"_s});
+        const QStringList idsAlone = {u"currentPlaylist"_s, u"playlistIds"_s};
+        QTest::newRow("ids not answered") << std::optional<QVariantList>() << texts << idsAlone;
+        QTest::newRow("a text among the ids") << std::optional(QVariantList{1, u"2"_s}) << texts << idsAlone;
+        QTest::newRow("a fraction among the ids") << std::optional(QVariantList{1.5, 2}) << texts << idsAlone;
+        QTest::newRow("names not answered")
+            << std::optional(QVariantList{1}) << std::optional<QVariantList>() << aWholeLoad;
+        QTest::newRow("a number among the names")
+            << std::optional(QVariantList{1}) << std::optional(QVariantList{u"A"_s, 2}) << aWholeLoad;
+    }
+    void aFailedLoadLeavesTheListAsItWas()
+    {
+        QFETCH(std::optional<QVariantList>, ids);
+        QFETCH(std::optional<QVariantList>, names);
+        QFETCH(QStringList, reads);
+        ScriptedMusicApplication music;
+        music.answerInBackground(twoPlaylists());
+        MusicConnector connector(music, m_windowActivation);
+        QTRY_COMPARE(connector.playlistOptions().size(), 2);
+        ConnectorObserver observer(connector);
+
+        music.answerInBackground({.playlistIds = ids, .playlistNames = names});
+        music.clearRecords();
+        connector.loadPlaylists();
+        QTRY_COMPARE(music.backgroundReads(), reads);
+
+        // The failure ended the load: the next one is begun, and is the next to be announced.
+        music.answerInBackground({.playlistIds = QVariantList{5}, .playlistNames = QVariantList{u"E"_s}});
+        const auto isReloaded = [&] {
+            connector.loadPlaylists();
+            return connector.playlistOptions() == QList<PlaylistOption>({{5, u"E"_s}});
+        };
+        QTRY_VERIFY(isReloaded());
+        QCOMPARE(observer.take().first(), u"playlistOptions [E]"_s);
+    }
+
+    void aSecondLoadWhileOneIsUnderWayIsNotBegun()
+    {
+        ScriptedMusicApplication music;
+        music.answerInBackground(twoPlaylists());
+        music.holdBackground();
+        MusicConnector connector(music, m_windowActivation);
+        ConnectorObserver observer(connector);
+        const QStringList announced = {u"playlistOptions [A, B]"_s, u"selectedPlaylist none"_s};
+        connector.loadPlaylists();
+        connector.loadPlaylists();
+        music.releaseBackground();
+        QTRY_COMPARE(observer.lines(), announced);
+        QTest::qWait(20);
+        QCOMPARE(music.backgroundReads(), aWholeLoad);
+        QCOMPARE(observer.take(), announced);
+
+        connector.loadPlaylists();
+        QTRY_COMPARE(observer.lines(), announced);
+    }
+
+    void withMusicNotRunningNothingIsLoaded()
+    {
+        ScriptedMusicApplication music;
+        music.setRunning(false);
+        MusicConnector connector(music, m_windowActivation);
+        connector.loadPlaylists();
+        QTest::qWait(20);
+        QCOMPARE(music.backgroundReads(), QStringList());
+    }
+
+    void aLoadUnderWayWhenMusicQuitDoesNotFillTheListAgain()
+    {
+        ScriptedMusicApplication music;
+        music.answerInBackground(twoPlaylists());
+        music.holdBackground();
+        const MusicConnector connector(music, m_windowActivation);
+        QTRY_COMPARE(music.backgroundReads().size(), 1);
+
+        music.quit();
+        music.setRunning(true);
+        music.releaseBackground();
+        QTRY_COMPARE(music.backgroundReads(), aWholeLoad);
+        QTest::qWait(20);
+        QCOMPARE(connector.playlistOptions(), QList<PlaylistOption>());
+    }
+
+    void aMusicThatQuitAndLaunchedMeanwhileIsLoadedAnew()
+    {
+        ScriptedMusicApplication music;
+        music.answerInBackground(twoPlaylists());
+        music.holdBackground();
+        MusicConnector connector(music, m_windowActivation);
+        QTRY_COMPARE(music.backgroundReads().size(), 1);
+        ConnectorObserver observer(connector);
+
+        music.quit();
+        music.launch();
+        (void)observer.take();
+        music.releaseBackground();
+        QTRY_COMPARE(connector.playlistOptions().size(), 2);
+        QTRY_COMPARE(music.backgroundReads().size(), 6);
+        QTest::qWait(20);
+        QCOMPARE(observer.take(), QStringList({u"playlistOptions [A, B]"_s, u"selectedPlaylist none"_s}));
+    }
+
+    void theConnectorEndsOnlyAfterItsBackgroundReads()
+    {
+        ScriptedMusicApplication music;
+        music.answerInBackground(twoPlaylists());
+        music.holdBackground();
+        {
+            const MusicConnector connector(music, m_windowActivation);
+            QTRY_COMPARE(music.backgroundReads().size(), 1);
+            music.releaseBackground();
+        }
+        QCOMPARE(music.backgroundReads(), aWholeLoad);
+    }
+
+    void aSelectionIsAnnouncedAlsoWhenItIsTheSame()
+    {
+        ScriptedMusicApplication music;
+        music.setRunning(false);
+        MusicConnector connector(music, m_windowActivation);
+        ConnectorObserver observer(connector);
+        connector.setSelectedPlaylist(PlaylistOption{1, u"A"_s});
+        connector.setSelectedPlaylist(PlaylistOption{1, u"A"_s});
+        QCOMPARE(observer.take(), QStringList({u"selectedPlaylist A"_s, u"selectedPlaylist A"_s}));
+        QCOMPARE(connector.selectedPlaylist(), std::optional(PlaylistOption{1, u"A"_s}));
+    }
+};
+
+QTEST_MAIN(MusicConnectorPlaylistsTest)
+#include "MusicConnectorPlaylistsTest.moc"

@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MusicApplication.h"
+
+#include <QSet>
+#include <QStringList>
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+
+namespace tunedeck {
+
+/// A Music that does what the test says. It answers what `answers` and `answerInBackground()` hold and nothing else: a
+/// command it is sent is recorded, and changes no answer.
+///
+/// Not answered are a member without a value, a command that is in `unansweredCommands`, and, while Music does not run,
+/// all but activate(). What is not answered is not recorded, as a real Music would not hear of it either.
+class ScriptedMusicApplication : public MusicApplication {
+public:
+    struct Answers {
+        std::optional<FourCharCode> playerState = PlayerState::stopped;
+        std::optional<MusicTrack> currentTrack = {};
+        std::optional<double> playerPosition = {};
+        std::optional<int> soundVolume = {};
+        std::optional<bool> shuffleEnabled = {};
+        std::optional<FourCharCode> songRepeat = {};
+    };
+
+    struct BackgroundAnswers {
+        std::optional<MusicPlaylist> currentPlaylist = {};
+        std::optional<QVariantList> playlistIds = {};
+        std::optional<QVariantList> playlistNames = {};
+        std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices = {};
+    };
+
+    using MusicApplication::MusicApplication;
+
+    Answers answers;
+    /// By name, such as "playpause" or "setSoundVolume".
+    QSet<QString> unansweredCommands;
+
+    void setRunning(bool running) { m_isRunning = running; }
+    void launch()
+    {
+        m_isRunning = true;
+        Q_EMIT didLaunch();
+    }
+    void quit()
+    {
+        m_isRunning = false;
+        Q_EMIT didTerminate();
+    }
+
+    void answerInBackground(const BackgroundAnswers &backgroundAnswers)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_backgroundAnswers = backgroundAnswers;
+    }
+    /// Lets the next background reads wait until releaseBackground(), but no longer than a real Music's deadline.
+    void holdBackground()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isHeld = true;
+    }
+    void releaseBackground()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isHeld = false;
+        m_released.notify_all();
+    }
+
+    /// The commands in the order sent, with their argument: "playpause", "setSoundVolume 55", "setSongRepeat kRp1".
+    [[nodiscard]] QStringList commands() const { return m_commands; }
+    /// The commands among the reads of the main thread, in the order they came: "playerState", "playpause".
+    [[nodiscard]] QStringList calls() const { return m_calls; }
+    /// The background reads in the order they came.
+    [[nodiscard]] QStringList backgroundReads() const
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_backgroundReads;
+    }
+    void clearRecords()
+    {
+        m_commands.clear();
+        m_calls.clear();
+        const std::lock_guard lock(m_mutex);
+        m_backgroundReads.clear();
+    }
+
+    [[nodiscard]] bool isRunning() const override { return m_isRunning; }
+    bool activate() override { return isAnswered(QStringLiteral("activate")) && recorded(QStringLiteral("activate")); }
+
+    [[nodiscard]] std::optional<FourCharCode> playerState() const override
+    {
+        return answered(QStringLiteral("playerState"), answers.playerState);
+    }
+    [[nodiscard]] std::optional<MusicTrack> currentTrack() const override
+    {
+        return answered(QStringLiteral("currentTrack"), answers.currentTrack);
+    }
+    [[nodiscard]] std::optional<double> playerPosition() const override
+    {
+        return answered(QStringLiteral("playerPosition"), answers.playerPosition);
+    }
+    bool setPlayerPosition(double seconds) override
+    {
+        return sent(QStringLiteral("setPlayerPosition"), QString::number(seconds));
+    }
+    [[nodiscard]] std::optional<int> soundVolume() const override
+    {
+        return answered(QStringLiteral("soundVolume"), answers.soundVolume);
+    }
+    bool setSoundVolume(qint64 volume) override
+    {
+        return sent(QStringLiteral("setSoundVolume"), QString::number(volume));
+    }
+    [[nodiscard]] std::optional<bool> shuffleEnabled() const override
+    {
+        return answered(QStringLiteral("shuffleEnabled"), answers.shuffleEnabled);
+    }
+    bool setShuffleEnabled(bool enabled) override
+    {
+        return sent(QStringLiteral("setShuffleEnabled"), enabled ? QStringLiteral("true") : QStringLiteral("false"));
+    }
+    [[nodiscard]] std::optional<FourCharCode> songRepeat() const override
+    {
+        return answered(QStringLiteral("songRepeat"), answers.songRepeat);
+    }
+    bool setSongRepeat(FourCharCode repeat) override { return sent(QStringLiteral("setSongRepeat"), textOf(repeat)); }
+
+    bool playpause() override { return sent(QStringLiteral("playpause")); }
+    bool nextTrack() override { return sent(QStringLiteral("nextTrack")); }
+    bool backTrack() override { return sent(QStringLiteral("backTrack")); }
+    bool fastForward() override { return sent(QStringLiteral("fastForward")); }
+    bool rewind() override { return sent(QStringLiteral("rewind")); }
+    bool resume() override { return sent(QStringLiteral("resume")); }
+
+    [[nodiscard]] std::optional<MusicPlaylist> currentPlaylist() const override
+    {
+        return answeredInBackground(QStringLiteral("currentPlaylist"), &BackgroundAnswers::currentPlaylist);
+    }
+    [[nodiscard]] std::optional<QVariantList> playlistIds() const override
+    {
+        return answeredInBackground(QStringLiteral("playlistIds"), &BackgroundAnswers::playlistIds);
+    }
+    [[nodiscard]] std::optional<QVariantList> playlistNames() const override
+    {
+        return answeredInBackground(QStringLiteral("playlistNames"), &BackgroundAnswers::playlistNames);
+    }
+    [[nodiscard]] std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices() const override
+    {
+        return answeredInBackground(QStringLiteral("currentAirPlayDevices"), &BackgroundAnswers::currentAirPlayDevices);
+    }
+
+private:
+    static QString textOf(FourCharCode code)
+    {
+        QString text;
+        for (const int shift : {24, 16, 8, 0}) {
+            text += QLatin1Char(static_cast<char>(code >> shift & 0xff));
+        }
+        return text;
+    }
+
+    [[nodiscard]] bool isAnswered(const QString &command) const { return !unansweredCommands.contains(command); }
+
+    bool recorded(const QString &command)
+    {
+        m_commands.append(command);
+        m_calls.append(command);
+        return true;
+    }
+
+    bool sent(const QString &command) { return m_isRunning && isAnswered(command) && recorded(command); }
+    bool sent(const QString &command, const QString &argument)
+    {
+        return m_isRunning && isAnswered(command) && recorded(command + u' ' + argument);
+    }
+
+    template <typename Value>
+    std::optional<Value> answered(const QString &member, const std::optional<Value> &answer) const
+    {
+        if (!m_isRunning || !answer) {
+            return std::nullopt;
+        }
+        m_calls.append(member);
+        return answer;
+    }
+
+    template <typename Value>
+    std::optional<Value> answeredInBackground(
+        const QString &member, std::optional<Value> BackgroundAnswers::*answer) const
+    {
+        constexpr std::chrono::seconds deadline(5);
+        std::unique_lock lock(m_mutex);
+        m_backgroundReads.append(member);
+        m_released.wait_for(lock, deadline, [this] { return !m_isHeld; });
+        if (!m_isRunning) {
+            return std::nullopt;
+        }
+        return m_backgroundAnswers.*answer;
+    }
+
+    std::atomic<bool> m_isRunning = true;
+    QStringList m_commands;
+    mutable QStringList m_calls;
+
+    mutable std::mutex m_mutex;
+    mutable std::condition_variable m_released;
+    bool m_isHeld = false;
+    BackgroundAnswers m_backgroundAnswers;
+    mutable QStringList m_backgroundReads;
+};
+
+} // namespace tunedeck
