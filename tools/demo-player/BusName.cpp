@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include "BusName.h"
+
+#include <QCoreApplication>
+#include <QDBusMessage>
+
+namespace tunedeck::demo {
+
+QString BusName::of(const QString &player)
+{
+    return QStringLiteral("org.mpris.MediaPlayer2.") + player;
+}
+
+BusName::BusName(const QDBusConnection &connection, const QString &player)
+    : m_connection(connection)
+    , m_name(of(player))
+{
+}
+
+bool BusName::take()
+{
+    if (m_connection.registerService(m_name)) {
+        return true;
+    }
+    m_name += QStringLiteral(".instance%1").arg(QCoreApplication::applicationPid());
+    return m_connection.registerService(m_name);
+}
+
+void BusName::giveUp()
+{
+    m_connection.unregisterService(m_name);
+}
+
+void BusName::flush()
+{
+    // Messages of one connection keep their order, so the bus has them all when it answers.
+    m_connection.call(QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
+        QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
+}
+
+} // namespace tunedeck::demo

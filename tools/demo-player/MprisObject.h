@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "BusTypes.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QHash>
+#include <QTimer>
+#include <QVariant>
+
+#include <functional>
+#include <optional>
+
+namespace tunedeck::demo {
+
+class Player;
+class Script;
+struct Oddities;
+
+/// The player as MPRIS shows it, bent by the oddities, and the scripts' door to both.
+///
+/// It answers every message itself, as only so an answer can be late, missing or of the wrong type. Ping and
+/// GetMachineId are the exception: libdbus answers them before anyone sees them, as it does in most real players.
+class MprisObject : public QDBusVirtualObject {
+    Q_OBJECT
+
+public:
+    static constexpr const char *path = "/org/mpris/MediaPlayer2";
+    static constexpr const char *controlInterface = "org.tunedeck.DemoPlayer";
+
+    /// All must outlive the object.
+    MprisObject(Player &player, const Oddities &oddities, Script &script, const QDBusConnection &connection);
+
+    [[nodiscard]] QString introspect(const QString &objectPath) const override;
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
+
+Q_SIGNALS:
+    void quitRequested();
+
+private:
+    struct Property {
+        QString interface;
+        QString name;
+        std::function<QVariant()> read;
+        std::function<void(const QVariant &)> write; ///< empty: read only
+    };
+    struct Method {
+        QString interface;
+        QString name;
+        QString signature;
+        std::function<QVariantList(const QVariantList &)> carryOut; ///< gives the reply's arguments
+    };
+    /// How much of a new track is shown yet.
+    enum class Stage { Nothing, Identity, Everything };
+
+    [[nodiscard]] QList<Property> rootProperties() const;
+    [[nodiscard]] QList<Property> playerProperties();
+    [[nodiscard]] QList<Property> playlistsProperties() const;
+    [[nodiscard]] QList<Method> playerMethods();
+    [[nodiscard]] QList<Method> otherMethods();
+
+    void noteCall(const QDBusMessage &call);
+    void send(const QDBusMessage &message);
+    [[nodiscard]] QDBusMessage control(const QDBusMessage &call);
+    [[nodiscard]] QDBusMessage carryOut(const QDBusMessage &call);
+    [[nodiscard]] QDBusMessage carryOutProperties(const QDBusMessage &call);
+    [[nodiscard]] QDBusMessage get(const QDBusMessage &call);
+    [[nodiscard]] QDBusMessage set(const QDBusMessage &call);
+    [[nodiscard]] QDBusMessage getAll(const QDBusMessage &call);
+
+    [[nodiscard]] bool offers(const QString &interface) const;
+    [[nodiscard]] const Property *property(const QString &interface, const QString &name) const;
+    [[nodiscard]] bool isProperty(const QString &key) const;
+    [[nodiscard]] QVariant valueOf(const Property &property) const;
+    [[nodiscard]] QVariantMap valuesOf(const QString &interface) const;
+
+    [[nodiscard]] bool can(const QString &capability) const;
+    [[nodiscard]] std::function<QVariantList(const QVariantList &)> command(
+        const QString &capability, const std::function<void()> &action);
+    [[nodiscard]] QString status() const;
+    [[nodiscard]] QVariantMap metadata() const;
+    [[nodiscard]] QVariant trackId() const;
+    [[nodiscard]] bool isCurrentTrack(const QString &id) const;
+    [[nodiscard]] QList<PlaylistEntry> playlists(const QVariantList &arguments) const;
+
+    void announce();
+    void announce(const QString &interface, const QStringList &names);
+    void emitChanged(const QString &interface, const QVariantMap &changed);
+    void echoVolume(const QVariant &before, const QVariant &now);
+    void emitSeeked(qint64 position);
+    void forgetAnnounced(const QString &name);
+    void showTrack();
+    void enterStage(Stage stage);
+    void showNextStage();
+    void flood();
+
+    Player &m_player;
+    const Oddities &m_oddities;
+    Script &m_script;
+    QDBusConnection m_connection;
+    QList<Property> m_properties;
+    QList<Method> m_methods;
+    QHash<QString, QVariantMap> m_announced; ///< what clients know, by interface
+    QStringList m_calls;
+    Stage m_stage = Stage::Everything;
+    QTimer m_stageTimer;
+    int m_floodLeft = 0;
+};
+
+} // namespace tunedeck::demo

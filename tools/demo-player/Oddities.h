@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QHash>
+#include <QSet>
+#include <QString>
+#include <QVariant>
+
+#include <chrono>
+
+namespace tunedeck::demo {
+
+/// What a player's track ids look like.
+enum class TrackIdKind { Path, String, Constant, None };
+
+/// In which ways the player is at present not the player that MPRIS describes. As it is made, in none.
+struct Oddities {
+    std::chrono::milliseconds late{0}; ///< before a call is carried out and answered
+    bool isSilent = false;
+    bool diesOnCall = false;
+    bool offersPlaylists = true;
+
+    QHash<QString, QVariant> wrong; ///< by property or metadata key
+    QSet<QString> absent; ///< properties and metadata keys
+    QSet<QString> deadly; ///< properties whose Get kills the player
+    QSet<QString> refused; ///< properties whose Set succeeds and changes nothing
+    QSet<QString> denied; ///< properties of the name Can…
+
+    bool announcesProperties = true;
+    bool announcesSeeks = true;
+    int volumeEchoes = 1;
+    std::chrono::milliseconds blink{0};
+    std::chrono::milliseconds partial{0};
+
+    bool keepsMetadataWhenStopped = false;
+    TrackIdKind trackId = TrackIdKind::Path;
+    int integratedPid = 0; ///< the browser whose tab this player stands for; 0: none
+};
+
+} // namespace tunedeck::demo

@@ -1,0 +1,382 @@
+// SPDX-License-Identifier: MIT
+#include "Script.h"
+
+#include "BusName.h"
+#include "Oddities.h"
+#include "Player.h"
+#include "Words.h"
+#include "WrongValue.h"
+
+#include <QTimer>
+
+#include <csignal>
+#include <cstdlib>
+#include <limits>
+#include <unistd.h>
+
+namespace tunedeck::demo {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+Script::Script(Player &player, Oddities &oddities, BusName &busName)
+    : m_player(player)
+    , m_oddities(oddities)
+    , m_busName(busName)
+{
+}
+
+const QList<Script::Line> &Script::lines()
+{
+    static const QList<Line> lines{
+        {"play", "as in the player's own window, like all down to restart", &Script::readPlay},
+        {"pause", "pauses what plays", &Script::readPause},
+        {"stop", "stops; the next play starts at the beginning of the track", &Script::readStop},
+        {"toggle", "play or pause", &Script::readToggle},
+        {"next", "the next track; stops after the last", &Script::readNext},
+        {"previous", "the track before; stops before the first", &Script::readPrevious},
+        {"track N", "goes to track N (see --list) and plays it", &Script::readTrack},
+        {"seek SECONDS", "to this place in the track", &Script::readSeek},
+        {"volume F", "any number from -10 to 10, also one that MPRIS does not allow", &Script::readVolume},
+        {"shuffle on|off", "the order is decided by --seed", &Script::readShuffle},
+        {"loop None|Track|Playlist", "what follows the end", &Script::readLoop},
+        {"rate F", "0.25 to 4", &Script::readRate},
+        {"title TEXT", "changes the current title; without TEXT it has none", &Script::readTitle},
+        {"length SECONDS", "changes the current track's length; one that is over ends the track", &Script::readLength},
+        {"grow on|off", "the length grows by 1 s in every second of playing, announced each time", &Script::readGrow},
+        {"restart", "announces the same track again from its start", &Script::readRestart},
+        {"playlist N NAME", "renames playlist N and says so with PlaylistChanged", &Script::readPlaylist},
+
+        {"late MS", "calls are carried out and answered MS later; 0 ends it", &Script::readLate},
+        {"silent on|off", "calls are swallowed, neither carried out nor answered", &Script::readSilent},
+        {"refuse KEY|none", "setting the property KEY succeeds and changes nothing; none ends all",
+            &Script::readRefuse},
+        {"cannot KEY on|off",
+            "KEY (CanPlay, CanPause, CanSeek, CanGoNext, CanGoPrevious, CanControl) is false and its calls do nothing",
+            &Script::readCannot},
+        {"playlists N|off", "has N playlists; off: has no such interface", &Script::readPlaylists},
+        {"dieoncall", "dies as the next call arrives", &Script::readDieOnCall},
+        {"die-on-get KEY", "aborts when the property KEY is asked for by Get", &Script::readDieOnGet},
+
+        {"wrong KEY KIND [VALUE]",
+            "KEY, a property or a metadata key, known or new, is a value of KIND and announced so. VALUE is for the "
+            "kinds string, number-string, int, uint, int64, uint64, double, bool, path, and array of one",
+            &Script::readWrong},
+        {"right KEY|all", "ends wrong, absent and die-on-get of KEY", &Script::readRight},
+        {"absent KEY", "the property or metadata key is missing; its Get gives an error", &Script::readAbsent},
+        {"trackid path|string|constant|none", "what mpris:trackid is; with none any id will do for SetPosition",
+            &Script::readTrackId},
+        {"stoppedkeeps on|off", "whether Metadata stays when the player is stopped", &Script::readStoppedKeeps},
+        {"integration PID", "adds kde:pid to the metadata: a tab of the browser PID; 0 ends it",
+            &Script::readIntegration},
+
+        {"signals properties|seeked on|off", "whether changes are announced", &Script::readSignals},
+        {"blink MS", "a new track is first announced as Stopped without metadata, for MS; 0 ends it",
+            &Script::readBlink},
+        {"partial MS", "a new track is first announced with id and length alone, for MS; 0 ends it",
+            &Script::readPartial},
+        {"echo N", "a change of volume is announced N times, from N = 2 the first with the old one", &Script::readEcho},
+        {"flood N", "announces N changes of title and status and N seeks, as fast as the bus takes them",
+            &Script::readFlood},
+
+        {"freeze", "the process stops itself (SIGSTOP) after it has answered", &Script::readFreeze},
+        {"die", "the process ends without a goodbye after it has answered", &Script::readDie},
+        {"retake MS", "gives the bus name up and takes it again after MS", &Script::readRetake},
+    };
+    return lines;
+}
+
+QString Script::explanation()
+{
+    QString text;
+    for (const Line &line : lines()) {
+        text += u"  %1\n        %2\n"_s.arg(QLatin1StringView(line.words), QLatin1StringView(line.meaning));
+    }
+    return text + u"KIND is one of: %1.\n"_s.arg(wrongValueKinds().join(u", "_s));
+}
+
+std::optional<QString> Script::run(const QString &line)
+{
+    try {
+        read(line)();
+    } catch (const NotUnderstood &error) {
+        return error.reason;
+    }
+    Q_EMIT lineDone();
+    return std::nullopt;
+}
+
+Script::Action Script::read(const QString &line)
+{
+    Words words(line);
+    const QString name = words.word();
+    for (const Line &known : lines()) {
+        if (QString::fromLatin1(known.words).section(u' ', 0, 0) == name) {
+            Action action = (this->*known.read)(words);
+            words.end();
+            return action;
+        }
+    }
+    throw NotUnderstood(u"there is no line \"%1\""_s.arg(name));
+}
+
+Script::Action Script::readPlay(Words &)
+{
+    return [this] { m_player.play(); };
+}
+
+Script::Action Script::readPause(Words &)
+{
+    return [this] { m_player.pause(); };
+}
+
+Script::Action Script::readStop(Words &)
+{
+    return [this] { m_player.stop(); };
+}
+
+Script::Action Script::readToggle(Words &)
+{
+    return [this] { m_player.playPause(); };
+}
+
+Script::Action Script::readNext(Words &)
+{
+    return [this] { m_player.next(); };
+}
+
+Script::Action Script::readPrevious(Words &)
+{
+    return [this] { m_player.previous(); };
+}
+
+Script::Action Script::readTrack(Words &words)
+{
+    const int number = words.integer(0, static_cast<int>(m_player.trackCount()) - 1);
+    return [this, number] {
+        m_player.goToTrack(number);
+        m_player.play();
+    };
+}
+
+Script::Action Script::readSeek(Words &words)
+{
+    return [this, position = words.seconds()] { m_player.setPosition(position); };
+}
+
+Script::Action Script::readVolume(Words &words)
+{
+    constexpr double limit = 10;
+    return [this, volume = words.number(-limit, limit)] { m_player.setVolume(volume); };
+}
+
+Script::Action Script::readShuffle(Words &words)
+{
+    return [this, isOn = words.onOff()] { m_player.setShuffled(isOn); };
+}
+
+Script::Action Script::readLoop(Words &words)
+{
+    const QStringList names{u"None"_s, u"Track"_s, u"Playlist"_s};
+    const auto status = static_cast<LoopStatus>(names.indexOf(words.oneOf(names)));
+    return [this, status] { m_player.setLoopStatus(status); };
+}
+
+Script::Action Script::readRate(Words &words)
+{
+    return [this, rate = words.number(Player::minimumRate, Player::maximumRate)] { m_player.setRate(rate); };
+}
+
+Script::Action Script::readTitle(Words &words)
+{
+    return [this, title = words.text()] { m_player.setTitle(title); };
+}
+
+Script::Action Script::readLength(Words &words)
+{
+    return [this, length = words.seconds()] { m_player.setLength(length); };
+}
+
+Script::Action Script::readGrow(Words &words)
+{
+    return [this, isOn = words.onOff()] { m_player.setGrowing(isOn); };
+}
+
+Script::Action Script::readRestart(Words &)
+{
+    return [this] { m_player.restart(); };
+}
+
+Script::Action Script::readPlaylist(Words &words)
+{
+    const int number = words.integer(0, static_cast<int>(m_player.playlists().size()) - 1);
+    return [this, number, name = words.text()] { m_player.renamePlaylist(number, name); };
+}
+
+Script::Action Script::readLate(Words &words)
+{
+    return [this, time = words.milliseconds()] { m_oddities.late = time; };
+}
+
+Script::Action Script::readSilent(Words &words)
+{
+    return [this, isOn = words.onOff()] { m_oddities.isSilent = isOn; };
+}
+
+Script::Action Script::readRefuse(Words &words)
+{
+    const QString key = words.oneOf({u"LoopStatus"_s, u"Rate"_s, u"Shuffle"_s, u"Volume"_s, u"none"_s});
+    if (key == u"none"_s) {
+        return [this] { m_oddities.refused.clear(); };
+    }
+    return [this, key] { m_oddities.refused.insert(key); };
+}
+
+Script::Action Script::readCannot(Words &words)
+{
+    const QString key =
+        words.oneOf({u"CanPlay"_s, u"CanPause"_s, u"CanSeek"_s, u"CanGoNext"_s, u"CanGoPrevious"_s, u"CanControl"_s});
+    if (words.onOff()) {
+        return [this, key] { m_oddities.denied.insert(key); };
+    }
+    return [this, key] { m_oddities.denied.remove(key); };
+}
+
+Script::Action Script::readPlaylists(Words &words)
+{
+    Words count = words;
+    if (words.word() == u"off"_s) {
+        return [this] { m_oddities.offersPlaylists = false; };
+    }
+    constexpr int maximum = 1'000'000;
+    return [this, number = count.integer(0, maximum)] {
+        m_oddities.offersPlaylists = true;
+        m_player.setPlaylistCount(number);
+    };
+}
+
+Script::Action Script::readDieOnGet(Words &words)
+{
+    return [this, key = words.word()] { m_oddities.deadly.insert(key); };
+}
+
+Script::Action Script::readDieOnCall(Words &)
+{
+    return [this] { m_oddities.diesOnCall = true; };
+}
+
+Script::Action Script::readWrong(Words &words)
+{
+    const QString key = words.word();
+    const QString kind = words.oneOf(wrongValueKinds());
+    const QString text = words.text();
+    const QVariant value = wrongValue(kind, key, text);
+    if (!value.isValid()) {
+        throw NotUnderstood(u"\"%1\" cannot be the value of a %2"_s.arg(text, kind));
+    }
+    return [this, key, value] { m_oddities.wrong.insert(key, value); };
+}
+
+Script::Action Script::readRight(Words &words)
+{
+    const QString key = words.word();
+    if (key == u"all"_s) {
+        return [this] {
+            m_oddities.wrong.clear();
+            m_oddities.absent.clear();
+            m_oddities.deadly.clear();
+        };
+    }
+    return [this, key] {
+        m_oddities.wrong.remove(key);
+        m_oddities.absent.remove(key);
+        m_oddities.deadly.remove(key);
+    };
+}
+
+Script::Action Script::readAbsent(Words &words)
+{
+    return [this, key = words.word()] { m_oddities.absent.insert(key); };
+}
+
+Script::Action Script::readTrackId(Words &words)
+{
+    const QStringList names{u"path"_s, u"string"_s, u"constant"_s, u"none"_s};
+    const auto kind = static_cast<TrackIdKind>(names.indexOf(words.oneOf(names)));
+    return [this, kind] { m_oddities.trackId = kind; };
+}
+
+Script::Action Script::readStoppedKeeps(Words &words)
+{
+    return [this, isOn = words.onOff()] { m_oddities.keepsMetadataWhenStopped = isOn; };
+}
+
+Script::Action Script::readIntegration(Words &words)
+{
+    return [this, pid = words.integer(0, std::numeric_limits<int>::max())] { m_oddities.integratedPid = pid; };
+}
+
+Script::Action Script::readSignals(Words &words)
+{
+    const QString which = words.oneOf({u"properties"_s, u"seeked"_s});
+    bool Oddities::*const announces = which == u"seeked"_s ? &Oddities::announcesSeeks : &Oddities::announcesProperties;
+    return [this, announces, isOn = words.onOff()] { m_oddities.*announces = isOn; };
+}
+
+Script::Action Script::readBlink(Words &words)
+{
+    return [this, time = words.milliseconds()] { m_oddities.blink = time; };
+}
+
+Script::Action Script::readPartial(Words &words)
+{
+    return [this, time = words.milliseconds()] { m_oddities.partial = time; };
+}
+
+Script::Action Script::readEcho(Words &words)
+{
+    constexpr int maximum = 1'000;
+    return [this, count = words.integer(1, maximum)] { m_oddities.volumeEchoes = count; };
+}
+
+Script::Action Script::readFlood(Words &words)
+{
+    constexpr int maximum = 10'000'000;
+    return [this, count = words.integer(1, maximum)] { Q_EMIT floodWanted(count); };
+}
+
+Script::Action Script::readFreeze(Words &)
+{
+    return [this] {
+        QTimer::singleShot(0ms, this, [this] {
+            m_busName.flush();
+            std::raise(SIGSTOP);
+        });
+    };
+}
+
+Script::Action Script::readDie(Words &)
+{
+    return [this] {
+        QTimer::singleShot(0ms, this, [this] {
+            m_busName.flush();
+            _exit(EXIT_FAILURE);
+        });
+    };
+}
+
+Script::Action Script::readRetake(Words &words)
+{
+    return [this, time = words.milliseconds()] {
+        QTimer::singleShot(0ms, this, [this, time] {
+            m_busName.giveUp();
+            if (time == 0ms) {
+                m_busName.take();
+                return;
+            }
+            QTimer::singleShot(time, this, [this] { m_busName.take(); });
+        });
+    };
+}
+
+} // namespace tunedeck::demo
