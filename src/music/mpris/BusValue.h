@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <optional>
+
+/// Values as they come over the bus, from strangers, made plain: every function answers a clean value or none, whatever
+/// type or size it is handed.
+namespace tunedeck::bus {
+
+/// How many characters of any text are kept.
+inline constexpr qsizetype maximumTextLength = 1'000;
+/// How many elements of any list or map are kept.
+inline constexpr int maximumElements = 1'000;
+
+/// Turns what QtDBus leaves packed (maps, lists, structures, variants, object paths) into QVariantMap, QVariantList and
+/// QString. Lists and maps are cut at maximumElements; what is nested more than eight deep is left out.
+[[nodiscard]] QVariant plainValue(const QVariant &value);
+/// The map in `value`, empty if it holds none.
+[[nodiscard]] QVariantMap plainMap(const QVariant &value);
+
+/// A text, or a list of texts joined with ", ": cut at maximumTextLength, control characters and line ends as spaces,
+/// trimmed. None where nothing is left.
+[[nodiscard]] std::optional<QString> text(const QVariant &value);
+/// A list of texts, or one text, each as text() gives it; at most `maximum` of them.
+[[nodiscard]] QStringList texts(const QVariant &value, qsizetype maximum);
+/// A finite number. A text that spells a number is none.
+[[nodiscard]] std::optional<double> number(const QVariant &value);
+[[nodiscard]] std::optional<bool> boolean(const QVariant &value);
+
+} // namespace tunedeck::bus

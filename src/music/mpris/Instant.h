@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+
+namespace tunedeck {
+
+/// A moment of the monotonic clock. Everything in this folder that judges by time is handed it, so that a test can
+/// play minutes in no time.
+using Instant = std::chrono::steady_clock::time_point;
+using Milliseconds = std::chrono::milliseconds;
+
+[[nodiscard]] inline double secondsBetween(Instant from, Instant to)
+{
+    return std::chrono::duration<double>(to - from).count();
+}
+
+} // namespace tunedeck

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MusicApplication.h"
+#include "PlayerRegistry.h"
+#include "SeekRamp.h"
+
+#include <QDBusConnection>
+#include <QTimer>
+
+#include <optional>
+
+namespace tunedeck {
+
+class ApplicationLauncher;
+class UserDefaults;
+
+/// Music over MPRIS2: of the players on the session bus the one to follow; see choosePlayer(). A change to another
+/// player is Music quitting and launching.
+///
+/// Reads are answered from the mirror of the player, commands are sent and not waited for. While the player does not
+/// respond, commands are not sent and answer false.
+class MprisMusicApplication : public MusicApplication {
+    Q_OBJECT
+
+public:
+    /// `defaults` and `launcher` must outlive this object.
+    MprisMusicApplication(
+        const QDBusConnection &bus, UserDefaults &defaults, ApplicationLauncher &launcher, QObject *parent = nullptr);
+    ~MprisMusicApplication() override;
+
+    /// Whether the players that were there at the start have been found.
+    [[nodiscard]] bool isReady() const;
+    /// Asks the player anew for everything it does not announce.
+    void sampleAnew();
+
+    [[nodiscard]] bool isRunning() const override;
+    [[nodiscard]] bool isResponding() const override;
+    bool activate() override;
+
+    [[nodiscard]] std::optional<FourCharCode> playerState() const override;
+    [[nodiscard]] std::optional<MusicTrack> currentTrack() const override;
+    [[nodiscard]] std::optional<double> playerPosition() const override;
+    bool setPlayerPosition(double seconds) override;
+    [[nodiscard]] std::optional<int> soundVolume() const override;
+    bool setSoundVolume(qint64 volume) override;
+    [[nodiscard]] std::optional<bool> shuffleEnabled() const override;
+    bool setShuffleEnabled(bool enabled) override;
+    [[nodiscard]] std::optional<FourCharCode> songRepeat() const override;
+    bool setSongRepeat(FourCharCode repeat) override;
+
+    bool playpause() override;
+    bool nextTrack() override;
+    bool backTrack() override;
+    bool fastForward() override;
+    bool rewind() override;
+    bool resume() override;
+
+    [[nodiscard]] std::optional<MusicPlaylist> currentPlaylist() const override;
+    [[nodiscard]] std::optional<QVariantList> playlistIds() const override;
+    [[nodiscard]] std::optional<QVariantList> playlistNames() const override;
+    [[nodiscard]] std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices() const override;
+
+Q_SIGNALS:
+    void ready();
+
+private:
+    void playerAttached(MprisPlayer *player);
+    void playerChanged(MprisPlayer *player, PlayerMirror::Changes changes);
+    void playerRemoved(MprisPlayer *player);
+    void becomeReady();
+
+    void reconsiderPlayer();
+    void follow(MprisPlayer *player);
+    void rememberPlayer();
+    [[nodiscard]] MprisPlayer *playerOf(const std::optional<QString> &owner) const;
+
+    /// Signals and the play/pause command wait for the end of this turn of the event loop.
+    void finishTurnLater();
+    void finishTurn();
+    void finishPlayPauses();
+
+    bool startSeek(SeekRamp::Direction direction);
+    void seekOn();
+    void endSeek();
+
+    UserDefaults &m_defaults;
+    ApplicationLauncher &m_launcher;
+    PlayerRegistry m_registry;
+    MprisPlayer *m_player = nullptr;
+    QHash<QString, quint64> m_lastPlayed; ///< by owner: a number that grows with time
+    quint64 m_plays = 0;
+
+    std::optional<SeekRamp> m_seek;
+    QTimer m_seekTimer;
+
+    bool m_finishesTurn = false;
+    int m_playPauses = 0;
+    bool m_postsPlayerInfo = false;
+    bool m_postsSettings = false;
+};
+
+} // namespace tunedeck

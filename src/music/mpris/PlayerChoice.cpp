@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "PlayerChoice.h"
+
+#include <algorithm>
+
+namespace tunedeck {
+
+namespace {
+
+/// Repeats whichever player was active last, under a name of its own.
+constexpr QStringView proxyName = u"playerctld";
+
+/// Whether `candidate` is the name to drop of two that one process owns: "vlc.instance1234" beside "vlc", otherwise the
+/// later one.
+bool isSecondName(const PlayerCandidate &candidate, const QList<PlayerCandidate> &candidates)
+{
+    if (!candidate.processId) {
+        return false;
+    }
+    const QString instance = QStringLiteral(".instance");
+    bool isAfterCandidate = false;
+    for (const PlayerCandidate &other : candidates) {
+        if (other.owner == candidate.owner) {
+            isAfterCandidate = true;
+            continue;
+        }
+        if (other.processId != candidate.processId) {
+            continue;
+        }
+        if (candidate.name.startsWith(other.name + instance)) {
+            return true;
+        }
+        if (!isAfterCandidate && !other.name.startsWith(candidate.name + instance)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool isSpokenFor(const PlayerCandidate &candidate, const QList<PlayerCandidate> &candidates)
+{
+    return candidate.processId && std::ranges::any_of(candidates, [&](const PlayerCandidate &other) {
+        return other.owner != candidate.owner && other.browserProcessId == candidate.processId;
+    });
+}
+
+QList<PlayerCandidate> withoutDuplicates(const QList<PlayerCandidate> &candidates)
+{
+    QList<PlayerCandidate> result;
+    std::ranges::copy_if(candidates, std::back_inserter(result), [&](const PlayerCandidate &candidate) {
+        return candidate.name != proxyName && !isSecondName(candidate, candidates)
+            && !isSpokenFor(candidate, candidates);
+    });
+    return result;
+}
+
+} // namespace
+
+std::optional<QString> choosePlayer(
+    const QList<PlayerCandidate> &candidates, const QString &pinned, const QString &current)
+{
+    const QList<PlayerCandidate> eligible = withoutDuplicates(candidates);
+    if (eligible.isEmpty()) {
+        return std::nullopt;
+    }
+    const auto rank = [&](const PlayerCandidate &candidate) {
+        return std::tuple(!pinned.isEmpty() && candidate.name == pinned, candidate.isPlaying,
+            candidate.isPlaying && candidate.owner == current, candidate.lastPlayed);
+    };
+    // The first of several that rank alike, so the order on the bus decides last.
+    return std::ranges::max_element(eligible, std::ranges::less{}, rank)->owner;
+}
+
+} // namespace tunedeck

@@ -1,0 +1,471 @@
+// SPDX-License-Identifier: MIT
+#include "PlayerMirror.h"
+
+#include "MusicTypes.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tunedeck {
+
+namespace {
+
+constexpr Milliseconds blink{150};
+/// A player whose metadata never comes to rest must not be left on the old track for good.
+constexpr Milliseconds longestUnrest{500};
+/// Some players answer a command first and change their state afterwards.
+constexpr Milliseconds slownessAfterAnswer{250};
+constexpr Milliseconds volumeEcho{250};
+constexpr double smallestGrowth = 0.2;
+constexpr double largestGrowth = 10;
+constexpr int growthsOfAStream = 2;
+constexpr double movement = 0.1;
+/// Two positions that lie closer together in time tell nothing of whether the player moves.
+constexpr Milliseconds shortestMovement{200};
+
+QString statusText(PlaybackStatus status)
+{
+    switch (status) {
+    case PlaybackStatus::Stopped:
+        return QStringLiteral("Stopped");
+    case PlaybackStatus::Paused:
+        return QStringLiteral("Paused");
+    case PlaybackStatus::Playing:
+        return QStringLiteral("Playing");
+    }
+    return {};
+}
+
+void insertText(QVariantMap &map, const QString &key, const QString &text)
+{
+    if (!text.isEmpty()) {
+        map.insert(key, text);
+    }
+}
+
+} // namespace
+
+PlayerMirror::Changes PlayerMirror::read(const PlayerReport &report, ReadPurpose purpose, Instant now)
+{
+    const Believed before = believed();
+    const double expected = m_clock.position(now);
+    PlayerReport complete = report;
+    complete.track = report.track.value_or(TrackDetails());
+    if (purpose == ReadPurpose::AllButModes) {
+        complete.shuffle = m_report.shuffle;
+        complete.loopStatus = m_report.loopStatus;
+    }
+    takeReport(complete, now);
+    if (report.position) {
+        takePosition(*report.position, now);
+    }
+    Changes changes = changesSince(before);
+    changes.settings |= m_clock.position(now) != expected;
+    return changes;
+}
+
+PlayerMirror::Changes PlayerMirror::announced(const PlayerReport &report, Instant now)
+{
+    const Believed before = believed();
+    if (report.status) {
+        m_playsThoughStopped = false;
+        m_sightingWhileStopped.reset();
+    }
+    PlayerReport merged = m_report;
+    merge(merged, report);
+    takeReport(merged, now);
+    return changesSince(before);
+}
+
+PlayerMirror::Changes PlayerMirror::seeked(double position, Instant now)
+{
+    // After our own seek the target is believed: one player announces the place it left, others a rounded one.
+    if (m_targetIsOurs && m_clock.trustsTarget(now)) {
+        return {};
+    }
+    m_targetIsOurs = false;
+    m_clock.trustTarget(position, now);
+    return {.settings = true};
+}
+
+PlayerMirror::Changes PlayerMirror::positionRead(double position, Instant now)
+{
+    const Believed before = believed();
+    const double expected = m_clock.position(now);
+    takePosition(position, now);
+    Changes changes = changesSince(before);
+    changes.settings |= m_clock.position(now) != expected;
+    return changes;
+}
+
+PlayerMirror::Changes PlayerMirror::askedForStatus(PlaybackStatus status, Instant now)
+{
+    const Believed before = believed();
+    m_expectation = Expectation{status, std::nullopt};
+    believeStatus(status, now);
+    settle(now);
+    return changesSince(before);
+}
+
+void PlayerMirror::commandAnswered(Instant now)
+{
+    if (m_expectation) {
+        m_expectation->until = now + slownessAfterAnswer;
+        settleLaterAt(*m_expectation->until);
+    }
+}
+
+PlayerMirror::Changes PlayerMirror::commandFailed(Instant now)
+{
+    m_expectation.reset();
+    return settle(now);
+}
+
+PlayerMirror::Changes PlayerMirror::askedForPosition(double target, Instant now)
+{
+    m_targetIsOurs = true;
+    m_clock.trustTarget(target, now);
+    return {.settings = true};
+}
+
+PlayerMirror::Changes PlayerMirror::askedForVolume(double volume, Instant now)
+{
+    const Believed before = believed();
+    m_volume = volume;
+    m_volumeUnanswered = true;
+    m_volumeHeldUntil = now + volumeEcho;
+    return changesSince(before);
+}
+
+void PlayerMirror::volumeAnswered(Instant now)
+{
+    m_volumeUnanswered = false;
+    m_volumeHeldUntil = now + volumeEcho;
+    settleLaterAt(*m_volumeHeldUntil);
+}
+
+PlayerMirror::Changes PlayerMirror::settle(Instant now)
+{
+    const Believed before = believed();
+    m_nextSettling.reset();
+    settleTrack(now);
+    settleStatus(now);
+    settleVolume(now);
+    return changesSince(before);
+}
+
+std::optional<Instant> PlayerMirror::nextSettling() const
+{
+    return m_nextSettling;
+}
+
+void PlayerMirror::setResponding(bool responding, Instant now)
+{
+    m_isResponding = responding;
+    m_clock.setRunning(responding && m_status == PlaybackStatus::Playing, now);
+    m_clock.takeNextSample();
+}
+
+void PlayerMirror::takeNextSample()
+{
+    m_clock.takeNextSample();
+}
+
+PlaybackStatus PlayerMirror::status() const
+{
+    return m_track.isEmpty() ? PlaybackStatus::Stopped : m_status;
+}
+
+const TrackDetails &PlayerMirror::track() const
+{
+    return m_track;
+}
+
+QVariantMap PlayerMirror::userInfo() const
+{
+    QVariantMap info{{UserInfoKey::playerState, statusText(status())}};
+    if (status() == PlaybackStatus::Stopped) {
+        return info;
+    }
+    info.insert(UserInfoKey::persistentId, m_track.persistentId());
+    insertText(info, UserInfoKey::name, m_track.name());
+    insertText(info, UserInfoKey::artist, m_track.artist());
+    insertText(info, UserInfoKey::album, m_track.album);
+    const bool isLive = m_track.isLiveStream();
+    if (m_track.length && !isLive) {
+        info.insert(UserInfoKey::totalTime, *m_track.length);
+    }
+    if (isLive || m_track.isFromWeb()) {
+        info.insert(UserInfoKey::storeUrl, m_track.url);
+    } else if (m_track.length) {
+        info.insert(UserInfoKey::location, m_track.url);
+    }
+    return info;
+}
+
+std::optional<double> PlayerMirror::position(Instant now) const
+{
+    if (!m_report.position) {
+        return std::nullopt;
+    }
+    const double position = m_clock.position(now);
+    return m_track.length && !m_track.lengthGrows ? std::min(position, *m_track.length) : position;
+}
+
+std::optional<double> PlayerMirror::volume() const
+{
+    return m_volume;
+}
+
+std::optional<bool> PlayerMirror::shuffle() const
+{
+    return m_report.shuffle;
+}
+
+std::optional<LoopStatus> PlayerMirror::loopStatus() const
+{
+    return m_report.loopStatus;
+}
+
+bool PlayerMirror::canControl() const
+{
+    return m_report.canControl.value_or(true);
+}
+
+bool PlayerMirror::canPause() const
+{
+    return m_report.canPause.value_or(true);
+}
+
+bool PlayerMirror::canSeek() const
+{
+    return canControl() && m_report.canSeek.value_or(true);
+}
+
+bool PlayerMirror::canGoNext() const
+{
+    return canControl() && m_report.canGoNext.value_or(true);
+}
+
+bool PlayerMirror::canGoPrevious() const
+{
+    return canControl() && m_report.canGoPrevious.value_or(true);
+}
+
+const QString &PlayerMirror::reportedTrackId() const
+{
+    static const QString none;
+    return m_report.track ? m_report.track->trackId : none;
+}
+
+bool PlayerMirror::mayPlayThoughStopped() const
+{
+    return m_report.status.value_or(PlaybackStatus::Stopped) == PlaybackStatus::Stopped && m_report.track
+        && !m_report.track->isEmpty() && tellsPosition();
+}
+
+bool PlayerMirror::tellsPosition() const
+{
+    return m_report.position.has_value();
+}
+
+void PlayerMirror::takeReport(PlayerReport report, Instant now)
+{
+    const PlaybackStatus statusBefore = reportedStatus();
+    const TrackDetails trackBefore = m_report.track.value_or(TrackDetails());
+    const double rateBefore = m_report.rate.value_or(1);
+    if (report.status.value_or(PlaybackStatus::Stopped) != PlaybackStatus::Stopped) {
+        m_playsThoughStopped = false;
+        m_sightingWhileStopped.reset();
+    }
+    if (report.track) {
+        // One player tells another length, by some milliseconds, at every read.
+        if (report.track->isSameTrack(trackBefore) && report.track->length && trackBefore.length
+            && std::abs(*report.track->length - *trackBefore.length) < smallestGrowth) {
+            report.track->length = trackBefore.length;
+        }
+        countGrowth(*report.track);
+        report.track->lengthGrows = growsAsItPlays(*report.track);
+    }
+    m_report = std::move(report);
+    if (reportedStatus() != statusBefore) {
+        m_statusSince = now;
+    }
+    if (m_report.track.value_or(TrackDetails()) != trackBefore) {
+        m_trackSince = now;
+    }
+    if (const double rate = m_report.rate.value_or(1); rate != rateBefore) {
+        m_clock.setRate(rate, now);
+        m_clock.takeNextSample();
+    }
+    settle(now);
+    m_hasReported = true;
+}
+
+void PlayerMirror::takePosition(double position, Instant now)
+{
+    if (m_report.status.value_or(PlaybackStatus::Stopped) == PlaybackStatus::Stopped) {
+        judgeMovement(position, now);
+        settle(now);
+    }
+    // A position of the next track says nothing of the one that is still believed, and one of a stopped player nothing
+    // at all, also while its Stopped may yet turn out to be a blink.
+    const bool isOfThisTrack = m_report.track.value_or(TrackDetails()).isSameTrack(m_track);
+    if (isOfThisTrack && status() != PlaybackStatus::Stopped && reportedStatus() != PlaybackStatus::Stopped) {
+        m_report.position = position;
+        m_clock.sample(position, now);
+    }
+}
+
+void PlayerMirror::judgeMovement(double position, Instant now)
+{
+    // One player that was started idle and is then given something to play goes on saying Stopped. A step back is the
+    // start of its next track, and says neither that it plays nor that it stands.
+    const std::optional<Sighting> before = m_sightingWhileStopped;
+    if (before && now < before->at + shortestMovement) {
+        return;
+    }
+    m_sightingWhileStopped = Sighting{position, now};
+    const PlaybackStatus statusBefore = reportedStatus();
+    if (before && position >= before->position) {
+        m_playsThoughStopped = position > before->position + movement;
+    }
+    if (reportedStatus() != statusBefore) {
+        m_statusSince = now;
+    }
+}
+
+void PlayerMirror::countGrowth(const TrackDetails &track)
+{
+    const TrackDetails before = m_report.track.value_or(TrackDetails());
+    if (track.url != before.url || (track.url.isEmpty() && !track.isSameTrack(before))) {
+        m_growths = 0;
+        return;
+    }
+    const double growth = track.length.value_or(0) - before.length.value_or(0);
+    if (!before.length || growth < 0 || growth > largestGrowth) {
+        m_growths = 0;
+    } else if (growth >= smallestGrowth && reportedStatus() == PlaybackStatus::Playing) {
+        ++m_growths;
+    }
+}
+
+bool PlayerMirror::growsAsItPlays(const TrackDetails &track) const
+{
+    return !track.isLocalFile() && m_growths >= growthsOfAStream;
+}
+
+PlaybackStatus PlayerMirror::reportedStatus() const
+{
+    const PlaybackStatus status = m_report.status.value_or(PlaybackStatus::Stopped);
+    return status == PlaybackStatus::Stopped && m_playsThoughStopped ? PlaybackStatus::Playing : status;
+}
+
+bool PlayerMirror::isBelievableAtOnce(const TrackDetails &track) const
+{
+    // With Stopped comes, in one player, the first track of a list that has just ended.
+    return !m_hasReported || (track.isComplete() && reportedStatus() != PlaybackStatus::Stopped);
+}
+
+void PlayerMirror::settleStatus(Instant now)
+{
+    const PlaybackStatus reported = reportedStatus();
+    if (m_expectation
+        && (reported == m_expectation->status || (m_expectation->until && now >= *m_expectation->until))) {
+        m_expectation.reset();
+    }
+    if (m_expectation) {
+        if (m_expectation->until) {
+            settleLaterAt(*m_expectation->until);
+        }
+        return;
+    }
+    if (reported == m_status) {
+        return;
+    }
+    if (!m_hasReported || reported == PlaybackStatus::Playing || now >= m_statusSince + blink) {
+        believeStatus(reported, m_statusSince);
+    } else {
+        settleLaterAt(m_statusSince + blink);
+    }
+}
+
+void PlayerMirror::settleTrack(Instant now)
+{
+    const TrackDetails reported = m_report.track.value_or(TrackDetails());
+    if (reported == m_track) {
+        m_trackDiffersSince.reset();
+        return;
+    }
+    if (!m_trackDiffersSince) {
+        m_trackDiffersSince = now;
+    }
+    const Instant latest = std::min(m_trackSince + blink, *m_trackDiffersSince + longestUnrest);
+    if (isBelievableAtOnce(reported) || now >= latest) {
+        m_trackDiffersSince.reset();
+        believeTrack(reported);
+    } else {
+        settleLaterAt(latest);
+    }
+}
+
+void PlayerMirror::settleVolume(Instant now)
+{
+    if (m_volumeUnanswered) {
+        return;
+    }
+    if (m_volumeHeldUntil && now < *m_volumeHeldUntil) {
+        settleLaterAt(*m_volumeHeldUntil);
+        return;
+    }
+    m_volumeHeldUntil.reset();
+    // One player reports silence for as long as it is stopped.
+    const bool isSilenceOfStopped = m_report.volume == 0.0 && m_volume && reportedStatus() == PlaybackStatus::Stopped;
+    if (!isSilenceOfStopped) {
+        m_volume = m_report.volume;
+    }
+}
+
+void PlayerMirror::believeStatus(PlaybackStatus status, Instant since)
+{
+    if (status == m_status) {
+        return;
+    }
+    m_status = status;
+    m_clock.setRunning(m_isResponding && status == PlaybackStatus::Playing, since);
+    if (status == PlaybackStatus::Stopped) {
+        m_clock.setPosition(0, since);
+    }
+    m_clock.takeNextSample();
+}
+
+void PlayerMirror::believeTrack(const TrackDetails &track)
+{
+    const bool isAnother = !track.isSameTrack(m_track);
+    m_track = track;
+    // Few players announce a seek at a track change, so the change itself sets the clock back.
+    if (isAnother && !track.isLiveStream()) {
+        m_clock.setPosition(0, m_trackSince);
+        m_clock.takeNextSample();
+    }
+}
+
+void PlayerMirror::settleLaterAt(Instant moment)
+{
+    m_nextSettling = m_nextSettling ? std::min(*m_nextSettling, moment) : moment;
+}
+
+PlayerMirror::Believed PlayerMirror::believed() const
+{
+    return {userInfo(), status(), m_volume, m_report.shuffle, m_report.loopStatus};
+}
+
+PlayerMirror::Changes PlayerMirror::changesSince(const Believed &before) const
+{
+    const Believed now = believed();
+    return {.userInfo = now.userInfo != before.userInfo,
+        .settings = now.volume != before.volume || now.shuffle != before.shuffle || now.loopStatus != before.loopStatus,
+        .status = now.status != before.status};
+}
+
+} // namespace tunedeck

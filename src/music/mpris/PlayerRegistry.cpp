@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "PlayerRegistry.h"
+
+#include "MprisNames.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QDBusReply>
+
+#include <algorithm>
+
+namespace tunedeck {
+
+namespace {
+
+constexpr int deadline = 1'000; // milliseconds
+/// One player gives up its name and takes it again within a few milliseconds whenever something goes wrong in it.
+constexpr Milliseconds graceForNames{30};
+
+} // namespace
+
+PlayerRegistry::PlayerRegistry(const QDBusConnection &bus, QObject *parent)
+    : QObject(parent)
+    , m_bus(bus)
+{
+    m_removal.setSingleShot(true);
+    m_removal.setInterval(graceForNames);
+    connect(&m_removal, &QTimer::timeout, this, &PlayerRegistry::removeOwnerless);
+    // Watched first and listed second, so that nobody is missed who comes in between.
+    connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+        [this](const QString &name, const QString &, const QString &owner) { ownerChanged(name, owner); });
+    m_watcher.setConnection(m_bus);
+    m_watcher.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
+    m_watcher.addWatchedService(mpris::rootInterface + u'*');
+    list();
+}
+
+std::vector<MprisPlayer *> PlayerRegistry::players() const
+{
+    std::vector<MprisPlayer *> result;
+    std::ranges::transform(m_players, std::back_inserter(result), &std::unique_ptr<MprisPlayer>::get);
+    return result;
+}
+
+bool PlayerRegistry::isReady() const
+{
+    return m_isReady;
+}
+
+void PlayerRegistry::list()
+{
+    if (!m_bus.isConnected()) {
+        QMetaObject::invokeMethod(
+            this, [this] { takeList({}); }, Qt::QueuedConnection);
+        return;
+    }
+    const QDBusMessage message = QDBusMessage::createMethodCall(
+        mpris::busService, mpris::busPath, mpris::busService, QStringLiteral("ListNames"));
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, deadline), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        takeList(watcher->reply().arguments().value(0).toStringList());
+    });
+}
+
+void PlayerRegistry::takeList(const QStringList &names)
+{
+    m_isListed = true;
+    for (const QString &name : names) {
+        if (name.startsWith(mpris::namePrefix) && !m_owners.contains(name)) {
+            findOwner(name);
+        }
+    }
+    updateReady();
+}
+
+void PlayerRegistry::findOwner(const QString &name)
+{
+    ++m_ownersToFind;
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        mpris::busService, mpris::busPath, mpris::busService, QStringLiteral("GetNameOwner"));
+    message.setArguments({name});
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, deadline), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, name] {
+        watcher->deleteLater();
+        --m_ownersToFind;
+        const QDBusReply<QString> owner = watcher->reply();
+        // Whoever has changed hands since then has been announced.
+        if (owner.isValid() && !m_owners.contains(name)) {
+            add(name, owner.value());
+        }
+        updateReady();
+    });
+}
+
+void PlayerRegistry::ownerChanged(const QString &name, const QString &owner)
+{
+    if (!name.startsWith(mpris::namePrefix)) {
+        return;
+    }
+    if (owner.isEmpty()) {
+        m_owners.remove(name);
+        m_removal.start();
+        return;
+    }
+    add(name, owner);
+    removeOwnerless();
+}
+
+void PlayerRegistry::add(const QString &name, const QString &owner)
+{
+    m_owners.insert(name, owner);
+    if (std::ranges::any_of(m_players, [&](const auto &player) { return player->owner() == owner; })) {
+        return;
+    }
+    const QString shortName = name.mid(mpris::namePrefix.size());
+    auto *player = m_players.emplace_back(std::make_unique<MprisPlayer>(m_bus, owner, shortName)).get();
+    connect(player, &MprisPlayer::attached, this, [this, player] { Q_EMIT playerAttached(player); });
+    connect(player, &MprisPlayer::asked, this, &PlayerRegistry::updateReady);
+    connect(player, &MprisPlayer::changed, this,
+        [this, player](PlayerMirror::Changes changes) { Q_EMIT playerChanged(player, changes); });
+    connect(player, &MprisPlayer::respondingChanged, this, [this, player] { Q_EMIT playerRespondingChanged(player); });
+}
+
+void PlayerRegistry::removeOwnerless()
+{
+    m_removal.stop();
+    const auto isOwnerless = [this](const auto &player) {
+        return std::ranges::find(m_owners, player->owner()) == m_owners.end();
+    };
+    const auto ownerless = std::stable_partition(m_players.begin(), m_players.end(), std::not_fn(isOwnerless));
+    std::vector<std::unique_ptr<MprisPlayer>> removed(
+        std::make_move_iterator(ownerless), std::make_move_iterator(m_players.end()));
+    m_players.erase(ownerless, m_players.end());
+    for (const auto &player : removed) {
+        Q_EMIT playerRemoved(player.get());
+    }
+    updateReady();
+}
+
+void PlayerRegistry::updateReady()
+{
+    const bool allAsked = std::ranges::all_of(m_players, [](const auto &player) { return player->hasBeenAsked(); });
+    if (m_isReady || !m_isListed || m_ownersToFind > 0 || !allAsked) {
+        return;
+    }
+    m_isReady = true;
+    Q_EMIT ready();
+}
+
+} // namespace tunedeck

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "SeekRamp.h"
+
+#include <algorithm>
+
+namespace tunedeck {
+
+namespace {
+
+constexpr double firstStep = 2;
+constexpr double lastStep = 8;
+constexpr double growth = 1;
+/// Where the length is not known: as far as any position goes.
+constexpr double farthest = 1e9;
+
+} // namespace
+
+SeekRamp::SeekRamp(Direction direction, double position, std::optional<double> length)
+    : m_direction(direction)
+    , m_target(position)
+    , m_limit(std::max(0.0, length.value_or(farthest) - 1))
+    , m_step(firstStep)
+{
+}
+
+SeekRamp::Direction SeekRamp::direction() const
+{
+    return m_direction;
+}
+
+double SeekRamp::advance()
+{
+    const double step = m_direction == Direction::Forward ? m_step : -m_step;
+    m_target = std::clamp(m_target + step, 0.0, m_limit);
+    m_step = std::min(lastStep, m_step + growth);
+    return m_target;
+}
+
+} // namespace tunedeck
