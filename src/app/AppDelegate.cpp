@@ -1,0 +1,308 @@
+// SPDX-License-Identifier: MIT
+#include "AppDelegate.h"
+
+#include "Appearance.h"
+#include "BundleInfo.h"
+#include "MenuItemIdentifier.h"
+#include "MusicApplication.h"
+#include "MusicConnector.h"
+#include "PlaylistWindow.h"
+#include "UserDefaults.h"
+#include "Window.h"
+#include "WindowController.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QPalette>
+
+namespace tunedeck {
+
+namespace {
+constexpr double volumeStep = 4;
+
+/// The last of the application's windows that is a `WindowType`.
+template <typename WindowType> WindowType *lastWindow(const QWidgetList &windows)
+{
+    WindowType *last = nullptr;
+    for (QWidget *window : windows) {
+        if (auto *found = qobject_cast<WindowType *>(window)) {
+            last = found;
+        }
+    }
+    return last;
+}
+
+/// A minimised window is not on the screen, whatever the toolkit calls visible.
+bool isOnScreen(const QWidget &window)
+{
+    return window.isVisible() && !window.isMinimized();
+}
+
+void bringToFront(Window &window)
+{
+    window.makeKeyAndOrderFront();
+    window.invalidateShadow();
+}
+
+void bringToFront(PlaylistWindow &window)
+{
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+    window.invalidateShadow();
+}
+
+/// Menus take "&" for the mark of a mnemonic; a track's title has none.
+QString literalTitle(QString text)
+{
+    return text.replace(u'&', QStringLiteral("&&"));
+}
+
+/// Menus have no indentation of their own.
+QString indented(const QString &title)
+{
+    constexpr int indentationLevel = 2;
+    constexpr int spacesPerLevel = 2;
+    return QString(indentationLevel * spacesPerLevel, u' ') + title;
+}
+
+QAction *addLabel(QMenu &menu, const QString &title)
+{
+    QAction *label = menu.addAction(literalTitle(title));
+    label->setEnabled(false);
+    return label;
+}
+
+void addTrackLine(QMenu &menu, const QString &label, const std::optional<QString> &text)
+{
+    if (text && !text->isEmpty()) {
+        addLabel(menu, indented(label + QStringLiteral(": ") + *text));
+    }
+}
+
+QPalette classicPalette()
+{
+    QPalette palette(QColor(0xe8, 0xe8, 0xe8), QColor(0xf2, 0xf2, 0xf2));
+    palette.setColor(QPalette::Highlight, QColor(0x38, 0x75, 0xd7));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+} // namespace
+
+AppDelegate::AppDelegate(
+    MusicConnector &musicConnector, UserDefaults &defaults, Appearance &appearance, QObject *parent)
+    : QObject(parent)
+    , m_musicConnector(musicConnector)
+    , m_defaults(defaults)
+    , m_appearance(appearance)
+{
+}
+
+void AppDelegate::setPlayPauseMenuItem(QAction *item)
+{
+    m_playPauseMenuItem = item;
+}
+
+const std::optional<MusicConnectorTrack> &AppDelegate::currentTrackInfo() const
+{
+    return m_currentTrackInfo;
+}
+
+void AppDelegate::setCurrentTrackInfo(const std::optional<MusicConnectorTrack> &track)
+{
+    m_currentTrackInfo = track;
+}
+
+bool AppDelegate::isAppearanceClassic() const
+{
+    return m_isAppearanceClassic;
+}
+
+void AppDelegate::setAppearanceClassic(bool classic)
+{
+    m_isAppearanceClassic = classic;
+    // First the appearance: while it is forced, the palette is not taken for the system's.
+    if (classic) {
+        m_appearance.setApplicationAppearance(AppearanceName::Aqua);
+        QApplication::setPalette(classicPalette());
+    } else {
+        m_appearance.setApplicationAppearance(std::nullopt);
+        QApplication::setPalette(QPalette());
+    }
+    Q_EMIT isAppearanceClassicChanged(classic);
+}
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    m_defaults.registerDefaults({
+        {SettingsKey::keepMainWindowAboveAllOtherWindows, false},
+        {SettingsKey::remainingTimeEnabled, true},
+        {SettingsKey::appearanceClassic, true},
+        {SettingsKey::appearanceUpdatesDockIcon, true},
+        {SettingsKey::volumeButtonsHidden, false},
+    });
+    m_defaults.bind(SettingsKey::appearanceClassic, this, [this](bool classic) { setAppearanceClassic(classic); });
+}
+
+void AppDelegate::applicationWillTerminate()
+{
+    m_musicConnector.stopProgressPollingTimer();
+    m_musicConnector.stopRefreshTrackTimer();
+}
+
+bool AppDelegate::applicationShouldHandleReopen(bool)
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    auto *mainWindow = lastWindow<Window>(windows);
+    auto *drawerWindow = lastWindow<PlaylistWindow>(windows);
+    if (!drawerWindow) {
+        if (mainWindow) {
+            bringToFront(*mainWindow);
+        }
+        return true;
+    }
+    if (!mainWindow || isOnScreen(*mainWindow)) {
+        return false;
+    }
+    if (isOnScreen(*drawerWindow)) {
+        bringToFront(*drawerWindow);
+    } else {
+        bringToFront(*mainWindow);
+    }
+    return true;
+}
+
+std::unique_ptr<QMenu> AppDelegate::applicationDockMenu()
+{
+    auto menu = std::make_unique<QMenu>(QStringLiteral("Dock Menu Items"));
+    addTrackBlock(*menu);
+    addTransportBlock(*menu);
+    menu->addSeparator();
+    addKeepAboveItem(*menu);
+    return menu;
+}
+
+bool AppDelegate::validateMenuItem(const QAction &item) const
+{
+    const QString identifier = item.objectName();
+    if (identifier == MenuItemIdentifier::playPause || identifier == MenuItemIdentifier::next
+        || identifier == MenuItemIdentifier::previous) {
+        return m_musicConnector.isMusicAppRunning();
+    }
+    return true;
+}
+
+void AppDelegate::volumeButtonPressed(const QAction &sender)
+{
+    if (sender.objectName() == MenuItemIdentifier::volumeUp) {
+        m_musicConnector.adjustVolume(volumeStep);
+    } else if (sender.objectName() == MenuItemIdentifier::volumeDown) {
+        m_musicConnector.adjustVolume(-volumeStep);
+    }
+}
+
+void AppDelegate::playPausePressed()
+{
+    MusicApplication &music = m_musicConnector.musicApp();
+    if (!music.isRunning()) {
+        return;
+    }
+    music.playpause();
+    m_musicConnector.stopProgressPollingIfIdle();
+}
+
+void AppDelegate::nextPressed()
+{
+    m_musicConnector.musicApp().nextTrack();
+    m_musicConnector.refreshTrackInfo();
+}
+
+void AppDelegate::prevPressed()
+{
+    m_musicConnector.musicApp().backTrack();
+    m_musicConnector.refreshTrackInfo();
+}
+
+void AppDelegate::openMusicApp()
+{
+    MusicApplication &music = m_musicConnector.musicApp();
+    if (!music.isRunning() && !music.activate()) {
+        QApplication::beep();
+    }
+}
+
+void AppDelegate::toggleKeepMainWindowAboveOtherWindows()
+{
+    if (auto *mainWindow = lastWindow<Window>(QApplication::topLevelWidgets())) {
+        mainWindow->windowController().toggleKeepMainWindowAboveAllOtherWindows();
+    }
+}
+
+void AppDelegate::preferencesButtonAction()
+{
+    Q_EMIT preferencesRequested();
+}
+
+void AppDelegate::displayAboutWindow()
+{
+    Q_EMIT aboutPanelRequested();
+}
+
+void AppDelegate::openTermsAndConditions()
+{
+    if (const auto book = bundleInfo(u"CFBundleHelpBookName")) {
+        Q_EMIT helpRequested(QStringLiteral("TermsConditions"), *book);
+    }
+}
+
+void AppDelegate::addTrackBlock(QMenu &menu) const
+{
+    if (!m_currentTrackInfo || m_currentTrackInfo->trackName.value_or(QString()).isEmpty()) {
+        return;
+    }
+    addLabel(menu, tr("Now Playing", "For UI labels: Now Playing"));
+    menu.addSeparator();
+    addTrackLine(menu, tr("Track", "For UI labels: Track"), m_currentTrackInfo->trackName);
+    addTrackLine(menu, tr("Artist", "For UI labels: Artist"), m_currentTrackInfo->artistName);
+    addTrackLine(menu, tr("Album", "For UI labels: Album"), m_currentTrackInfo->albumName);
+    menu.addSeparator();
+}
+
+void AppDelegate::addTransportBlock(QMenu &menu)
+{
+    if (!m_musicConnector.isMusicAppRunning()) {
+        addItem(menu, tr("Open \"Music\"", "Command to open main Music app"), MenuItemIdentifier::openMusicApp,
+            &AppDelegate::openMusicApp);
+        return;
+    }
+    addItem(menu, m_playPauseMenuItem ? m_playPauseMenuItem->text() : QString(), MenuItemIdentifier::playPause,
+        &AppDelegate::playPausePressed);
+    if (m_musicConnector.feedType() != FeedType::liveStream) {
+        addItem(menu, tr("Next", "For UI labels: Next"), MenuItemIdentifier::next, &AppDelegate::nextPressed);
+        addItem(
+            menu, tr("Previous", "For UI labels: Previous"), MenuItemIdentifier::previous, &AppDelegate::prevPressed);
+    }
+}
+
+void AppDelegate::addKeepAboveItem(QMenu &menu)
+{
+    QAction *item =
+        addItem(menu, tr("Keep Above All Other Windows", "For Menu Command labels: Keep Above All Other Windows"),
+            MenuItemIdentifier::keepAboveAllWindows, &AppDelegate::toggleKeepMainWindowAboveOtherWindows);
+    item->setCheckable(true);
+    item->setChecked(m_defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows));
+}
+
+QAction *AppDelegate::addItem(
+    QMenu &menu, const QString &title, const QString &identifier, void (AppDelegate::*command)())
+{
+    QAction *item = menu.addAction(title);
+    item->setObjectName(identifier);
+    item->setEnabled(validateMenuItem(*item));
+    connect(item, &QAction::triggered, this, command);
+    return item;
+}
+
+} // namespace tunedeck

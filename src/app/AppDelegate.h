@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MusicConnectorTrack.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+class QAction;
+class QMenu;
+
+namespace tunedeck {
+
+class Appearance;
+class MusicConnector;
+class UserDefaults;
+
+/// The application's delegate and the target of the commands that belong to no window. It registers the settings,
+/// forces the light appearance or lets it go, answers the dock, and hands playback commands on to the connector.
+class AppDelegate : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(
+        bool isAppearanceClassic READ isAppearanceClassic WRITE setAppearanceClassic NOTIFY isAppearanceClassicChanged)
+
+public:
+    /// All references must outlive the delegate.
+    AppDelegate(
+        MusicConnector &musicConnector, UserDefaults &defaults, Appearance &appearance, QObject *parent = nullptr);
+
+    /// The main menu's play/pause item, whose title the dock menu shows.
+    void setPlayPauseMenuItem(QAction *item);
+    [[nodiscard]] const std::optional<MusicConnectorTrack> &currentTrackInfo() const;
+    void setCurrentTrackInfo(const std::optional<MusicConnectorTrack> &track);
+    [[nodiscard]] bool isAppearanceClassic() const;
+    /// True forces the light appearance on the whole application, its menus included.
+    void setAppearanceClassic(bool classic);
+
+    /// Registers the settings' defaults, and so comes before anything reads a setting.
+    void applicationDidFinishLaunching();
+    void applicationWillTerminate();
+    /// The program was started again, or its icon in the dock clicked. Whether the platform should go on with its own
+    /// handling.
+    bool applicationShouldHandleReopen(bool hasVisibleWindows);
+    /// Built anew on every call.
+    [[nodiscard]] std::unique_ptr<QMenu> applicationDockMenu();
+
+    /// Whether `item` is enabled.
+    [[nodiscard]] bool validateMenuItem(const QAction &item) const;
+    /// Turns Music's volume up or down as the identifier of `sender` says.
+    void volumeButtonPressed(const QAction &sender);
+
+public Q_SLOTS:
+    void playPausePressed();
+    void nextPressed();
+    void prevPressed();
+    void openMusicApp();
+    void toggleKeepMainWindowAboveOtherWindows();
+    void preferencesButtonAction();
+    void displayAboutWindow();
+    void openTermsAndConditions();
+
+Q_SIGNALS:
+    void isAppearanceClassicChanged(bool classic);
+    void preferencesRequested();
+    void aboutPanelRequested();
+    void helpRequested(const QString &anchor, const QString &book);
+
+private:
+    void addTrackBlock(QMenu &menu) const;
+    void addTransportBlock(QMenu &menu);
+    void addKeepAboveItem(QMenu &menu);
+    QAction *addItem(QMenu &menu, const QString &title, const QString &identifier, void (AppDelegate::*command)());
+
+    MusicConnector &m_musicConnector;
+    UserDefaults &m_defaults;
+    Appearance &m_appearance;
+    QPointer<QAction> m_playPauseMenuItem;
+    std::optional<MusicConnectorTrack> m_currentTrackInfo;
+    bool m_isAppearanceClassic = true;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#include "Application.h"
+
+#include "BundleInfo.h"
+#include "GlyphButton.h"
+#include "MainMenu.h"
+#include "PlayerView.h"
+#include "UserDefaults.h"
+#include "ViewController.h"
+#include "WindowController.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QIcon>
+
+namespace tunedeck {
+
+Application::Application(const Environment &environment, QObject *parent)
+    : QObject(parent)
+    , m_defaults(environment.defaults)
+    , m_musicConnector(environment.musicApp, environment.windowActivation)
+    , m_delegate(m_musicConnector, environment.defaults, environment.appearance)
+{
+    // Registers the settings' defaults, so it comes before all that reads a setting.
+    m_delegate.applicationDidFinishLaunching();
+
+    m_windowController = std::make_unique<WindowController>(m_defaults, environment.appearance);
+    Window &window = m_windowController->window();
+    window.setWindowTitle(bundleInfo(u"CFBundleName").value_or(QString()));
+    m_playerView = new PlayerView;
+    window.setContentView(m_playerView);
+    const ViewController::Surroundings surroundings{
+        m_musicConnector, m_defaults, environment.appearance, environment.windowActivation, *m_windowController};
+    m_viewController = std::make_unique<ViewController>(surroundings, *m_playerView);
+    m_mainMenu = std::make_unique<MainMenu>(m_delegate, *m_windowController, *m_viewController);
+
+    connectPlayer();
+    connectWindowButtons();
+    connectMenus();
+    connect(qApp, &QCoreApplication::aboutToQuit, &m_delegate, &AppDelegate::applicationWillTerminate);
+}
+
+Application::~Application() = default;
+
+AppDelegate &Application::delegate()
+{
+    return m_delegate;
+}
+
+MusicConnector &Application::musicConnector()
+{
+    return m_musicConnector;
+}
+
+WindowController &Application::windowController()
+{
+    return *m_windowController;
+}
+
+ViewController &Application::viewController()
+{
+    return *m_viewController;
+}
+
+MainMenu &Application::mainMenu()
+{
+    return *m_mainMenu;
+}
+
+void Application::showMainWindow()
+{
+    m_windowController->window().show();
+}
+
+void Application::reopen()
+{
+    const Window &window = m_windowController->window();
+    const bool hasVisibleWindows = window.isVisible() && !window.isMinimized();
+    if (hasVisibleWindows) {
+        // Being activated brings a program's windows to the front. What comes after that is the delegate's rule.
+        m_windowController->window().makeKeyAndOrderFront();
+    }
+    m_delegate.applicationShouldHandleReopen(hasVisibleWindows);
+}
+
+void Application::connectPlayer()
+{
+    connect(m_viewController.get(), &ViewController::playPausePressed, &m_delegate, &AppDelegate::playPausePressed);
+    connect(m_viewController.get(), &ViewController::nextPressed, &m_delegate, &AppDelegate::nextPressed);
+    connect(m_viewController.get(), &ViewController::prevPressed, &m_delegate, &AppDelegate::prevPressed);
+    connect(m_viewController.get(), &ViewController::currentTrackInfoChanged, &m_delegate,
+        &AppDelegate::setCurrentTrackInfo);
+    connect(m_viewController.get(), &ViewController::dockTileImageChanged, this, &Application::showDockTile);
+    connect(m_viewController.get(), &ViewController::playPauseTitleChanged, &m_mainMenu->playPauseMenuItem(),
+        &QAction::setText);
+    m_delegate.setPlayPauseMenuItem(&m_mainMenu->playPauseMenuItem());
+}
+
+void Application::connectWindowButtons()
+{
+    Window &window = m_windowController->window();
+    connect(&m_playerView->minimizeButton(), &GlyphButton::clicked, &window, &Window::showMinimized);
+    connect(&m_playerView->maximizeButton(), &GlyphButton::clicked, &window, &Window::zoom);
+}
+
+void Application::connectMenus()
+{
+    MenuValidation &validation = m_mainMenu->validation();
+    connect(&m_musicConnector, &MusicConnector::isMusicAppRunningChanged, &validation, &MenuValidation::validate);
+    connect(&m_musicConnector, &MusicConnector::feedTypeChanged, &validation, &MenuValidation::validate);
+    connect(&m_defaults, &UserDefaults::valueChanged, &validation, &MenuValidation::validate);
+    connect(m_windowController.get(), &DrawerHost::isExpandedChanged, &validation, &MenuValidation::validate);
+}
+
+void Application::showDockTile(const QString &imageName)
+{
+    // Without such an image the icon is the one of the desktop entry.
+    const QString path = QStringLiteral(":/images/") + imageName + QStringLiteral(".svg");
+    QApplication::setWindowIcon(QFile::exists(path) ? QIcon(path) : QIcon::fromTheme(applicationId.toString()));
+}
+
+} // namespace tunedeck

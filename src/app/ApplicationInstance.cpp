@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "ApplicationInstance.h"
+
+#include "BundleInfo.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+
+#include <utility>
+
+namespace tunedeck {
+
+namespace {
+constexpr int deadline = 1'000;
+constexpr int longestToken = 1'000;
+const QString objectPath = QStringLiteral("/org/tunedeck/Tunedeck");
+const QString tokenKey = QStringLiteral("activation-token");
+constexpr char tokenVariable[] = "XDG_ACTIVATION_TOKEN";
+} // namespace
+
+ApplicationInstance::ApplicationInstance(const QDBusConnection &bus, QObject *parent)
+    : QObject(parent)
+    , m_bus(bus)
+{
+    // The object first: whoever sees the name may call at once.
+    m_bus.registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
+    m_isFirst = !m_bus.isConnected() || m_bus.registerService(applicationId.toString());
+}
+
+bool ApplicationInstance::isFirst() const
+{
+    return m_isFirst;
+}
+
+void ApplicationInstance::activateFirst(std::function<void(bool answered)> done)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(applicationId.toString(), objectPath,
+        QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
+    message.setAutoStartService(false);
+    // The right to take the keyboard, which the desktop gave to this start, goes with the request.
+    QVariantMap platformData;
+    if (const QString token = qEnvironmentVariable(tokenVariable); !token.isEmpty()) {
+        platformData.insert(tokenKey, token);
+    }
+    message << platformData;
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, deadline), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, done = std::move(done)] {
+        watcher->deleteLater();
+        done(!watcher->isError());
+    });
+}
+
+void ApplicationInstance::Activate(const QVariantMap &platformData)
+{
+    const QString token = platformData.value(tokenKey).toString();
+    if (!token.isEmpty() && token.size() <= longestToken) {
+        qputenv(tokenVariable, token.toUtf8());
+    }
+    Q_EMIT activated();
+}
+
+} // namespace tunedeck

@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+#include "MainMenu.h"
+
+#include "AppDelegate.h"
+#include "BundleInfo.h"
+#include "MenuItemIdentifier.h"
+#include "ViewController.h"
+#include "WindowController.h"
+
+#include <QApplication>
+#include <QMenuBar>
+#include <QShortcut>
+
+namespace tunedeck {
+
+MainMenu::MainMenu(
+    AppDelegate &delegate, WindowController &windowController, ViewController &viewController, QObject *parent)
+    : QObject(parent)
+    , m_delegate(delegate)
+    , m_windowController(windowController)
+    , m_viewController(viewController)
+    , m_delegateValidates([this](QAction &item) { return m_delegate.validateMenuItem(item); })
+    , m_windowControllerValidates([this](QAction &item) { return m_windowController.validateMenuItem(item); })
+    , m_viewControllerValidates([this](QAction &item) { return m_viewController.validateMenuItem(item); })
+{
+    buildApplicationMenu(addMenu(bundleInfo(u"CFBundleName").value_or(QString())));
+    buildFileMenu(addMenu(tr("File", "Menu title")));
+    buildControlsMenu(addMenu(tr("Controls", "Menu title")));
+    buildWindowMenu(addMenu(tr("Window", "Menu title")));
+    buildHelpMenu(addMenu(tr("Help", "Menu title")));
+    m_validation.validate();
+
+    Window &window = m_windowController.window();
+    auto *menuBar = new QMenuBar(&window);
+    menuBar->addActions(m_contextMenu.actions());
+    // Nothing of it may cover the player where the desktop does not take it over.
+    menuBar->setVisible(menuBar->isNativeMenuBar());
+    menuBar->resize(0, 0);
+
+    connect(&window, &QWidget::customContextMenuRequested, this,
+        [this, &window](QPoint position) { m_contextMenu.popup(window.mapToGlobal(position)); });
+    auto *keyboardRequest = new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F10), &window);
+    connect(keyboardRequest, &QShortcut::activated, this,
+        [this, &window] { m_contextMenu.popup(window.mapToGlobal(window.rect().center())); });
+}
+
+QAction &MainMenu::playPauseMenuItem() const
+{
+    return *item(MenuItemIdentifier::playPause);
+}
+
+QAction *MainMenu::item(const QString &identifier) const
+{
+    for (QAction *action : m_windowController.window().actions()) {
+        if (action->objectName() == identifier) {
+            return action;
+        }
+    }
+    return nullptr;
+}
+
+QMenu &MainMenu::contextMenu()
+{
+    return m_contextMenu;
+}
+
+MenuValidation &MainMenu::validation()
+{
+    return m_validation;
+}
+
+void MainMenu::buildApplicationMenu(QMenu &menu)
+{
+    QAction *about = addItem(menu, {tr("About Tunedeck", "Menu command"), QStringLiteral("Tunedeck_About")});
+    connect(about, &QAction::triggered, &m_delegate, &AppDelegate::displayAboutWindow);
+    menu.addSeparator();
+
+    QAction *preferences = addItem(menu,
+        {tr("Preferences...", "Menu command"), QStringLiteral("Tunedeck_Preferences"), {QKeySequence::Preferences}});
+    connect(preferences, &QAction::triggered, &m_delegate, &AppDelegate::preferencesButtonAction);
+    menu.addSeparator();
+
+    QAction *quit =
+        addItem(menu, {tr("Quit", "Menu command"), QStringLiteral("Tunedeck_Quit"), {Qt::CTRL | Qt::Key_Q}});
+    connect(quit, &QAction::triggered, qApp, &QApplication::quit);
+
+    // Their windows are still to come.
+    about->setEnabled(false);
+    preferences->setEnabled(false);
+}
+
+void MainMenu::buildFileMenu(QMenu &menu)
+{
+    QAction *open = addItem(menu,
+        {tr("Open \"Music\"", "Command to open main Music app"), MenuItemIdentifier::openMusicApp, {},
+            {m_delegateValidates, m_viewControllerValidates}});
+    connect(open, &QAction::triggered, &m_delegate, &AppDelegate::openMusicApp);
+    menu.addSeparator();
+
+    QAction *close = addItem(menu,
+        {tr("Close Window", "Menu command"), MenuItemIdentifier::closeWindow, {Qt::CTRL | Qt::Key_W},
+            {m_viewControllerValidates}});
+    connect(close, &QAction::triggered, &m_viewController, &ViewController::closeWindow);
+}
+
+void MainMenu::buildControlsMenu(QMenu &menu)
+{
+    addTransportItem(menu,
+        {tr("Play", "For UI labels: Play"), MenuItemIdentifier::playPause,
+            {Qt::Key_Space, Qt::Key_MediaTogglePlayPause, Qt::Key_MediaPlay, Qt::Key_MediaPause}},
+        &AppDelegate::playPausePressed);
+    addTransportItem(menu,
+        {tr("Next", "For UI labels: Next"), MenuItemIdentifier::next, {Qt::CTRL | Qt::Key_Right, Qt::Key_MediaNext}},
+        &AppDelegate::nextPressed);
+    addTransportItem(menu,
+        {tr("Previous", "For UI labels: Previous"), MenuItemIdentifier::previous,
+            {Qt::CTRL | Qt::Key_Left, Qt::Key_MediaPrevious}},
+        &AppDelegate::prevPressed);
+    menu.addSeparator();
+    addVolumeItem(menu, {tr("Volume Up", "Menu command"), MenuItemIdentifier::volumeUp, {Qt::CTRL | Qt::Key_Up}});
+    addVolumeItem(menu, {tr("Volume Down", "Menu command"), MenuItemIdentifier::volumeDown, {Qt::CTRL | Qt::Key_Down}});
+}
+
+void MainMenu::buildWindowMenu(QMenu &menu)
+{
+    Window &window = m_windowController.window();
+    QAction *minimize =
+        addItem(menu, {tr("Minimize", "Menu command"), QStringLiteral("Window_Minimize"), {Qt::CTRL | Qt::Key_M}});
+    connect(minimize, &QAction::triggered, &window, &Window::showMinimized);
+    QAction *zoom = addItem(menu, {tr("Zoom", "Menu command"), QStringLiteral("Window_Zoom")});
+    connect(zoom, &QAction::triggered, &window, &Window::zoom);
+    menu.addSeparator();
+
+    const MenuValidation::Validator namesWhatItDoes = [this](QAction &item) {
+        item.setText(m_windowController.isExpanded() ? tr("Hide Playlists", "Menu command: close the drawer")
+                                                     : tr("Show Playlists", "Menu command: open the drawer"));
+        return true;
+    };
+    QAction *toggleDrawer =
+        addItem(menu, {QString(), QStringLiteral("Window_ToggleDrawer"), {Qt::CTRL | Qt::Key_L}, {namesWhatItDoes}});
+    connect(toggleDrawer, &QAction::triggered, &m_viewController, &ViewController::toggleDrawer);
+    menu.addSeparator();
+
+    QAction *keepAbove = addItem(menu,
+        {tr("Keep Above All Other Windows", "For Menu Command labels: Keep Above All Other Windows"),
+            MenuItemIdentifier::keepAboveAllWindows, {}, {m_windowControllerValidates}});
+    keepAbove->setCheckable(true);
+    connect(keepAbove, &QAction::triggered, &m_windowController,
+        &WindowController::toggleKeepMainWindowAboveAllOtherWindows);
+}
+
+void MainMenu::buildHelpMenu(QMenu &menu)
+{
+    QAction *terms = addItem(menu, {tr("Terms and Conditions", "Menu command"), QStringLiteral("Help_Terms")});
+    connect(terms, &QAction::triggered, &m_delegate, &AppDelegate::openTermsAndConditions);
+    // Its window is still to come.
+    terms->setEnabled(false);
+}
+
+QMenu &MainMenu::addMenu(const QString &title)
+{
+    QMenu &menu = *m_contextMenu.addMenu(title);
+    m_validation.validateBeforeShowing(menu);
+    return menu;
+}
+
+QAction *MainMenu::addItem(QMenu &menu, const Command &command)
+{
+    QAction *item = menu.addAction(command.title);
+    item->setObjectName(command.identifier);
+    item->setShortcuts(command.shortcuts);
+    m_windowController.window().addAction(item);
+    if (!command.validators.isEmpty()) {
+        m_validation.add(item, command.validators);
+    }
+    return item;
+}
+
+void MainMenu::addTransportItem(QMenu &menu, const Command &command, void (AppDelegate::*action)())
+{
+    QAction *item = addItem(menu, command);
+    // A key that is held down must not skip through the whole list.
+    item->setAutoRepeat(false);
+    // The delegate is the target; a live stream, of which only the player knows, disables Next and Previous too.
+    m_validation.add(item, {m_delegateValidates, m_viewControllerValidates});
+    connect(item, &QAction::triggered, &m_delegate, action);
+}
+
+void MainMenu::addVolumeItem(QMenu &menu, const Command &command)
+{
+    QAction *item = addItem(menu, command);
+    m_validation.add(item, {m_delegateValidates, m_viewControllerValidates});
+    connect(item, &QAction::triggered, &m_delegate, [this, item] { m_delegate.volumeButtonPressed(*item); });
+}
+
+} // namespace tunedeck

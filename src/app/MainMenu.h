@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MenuValidation.h"
+
+#include <QKeySequence>
+#include <QList>
+#include <QMenu>
+#include <QObject>
+
+namespace tunedeck {
+
+class AppDelegate;
+class ViewController;
+class WindowController;
+
+/// The program's menus: in the desktop's own menu bar where there is one, as the context menu of the main window
+/// everywhere. Their shortcuts belong to the main window.
+class MainMenu : public QObject {
+    Q_OBJECT
+
+public:
+    /// All references must outlive the menu.
+    MainMenu(AppDelegate &delegate, WindowController &windowController, ViewController &viewController,
+        QObject *parent = nullptr);
+
+    [[nodiscard]] QAction &playPauseMenuItem() const;
+    /// The item with this identifier; null if there is none.
+    [[nodiscard]] QAction *item(const QString &identifier) const;
+    [[nodiscard]] QMenu &contextMenu();
+    [[nodiscard]] MenuValidation &validation();
+
+private:
+    struct Command {
+        QString title;
+        QString identifier;
+        QList<QKeySequence> shortcuts = {};
+        QList<MenuValidation::Validator> validators = {};
+    };
+
+    void buildApplicationMenu(QMenu &menu);
+    void buildFileMenu(QMenu &menu);
+    void buildControlsMenu(QMenu &menu);
+    void buildWindowMenu(QMenu &menu);
+    void buildHelpMenu(QMenu &menu);
+    QMenu &addMenu(const QString &title);
+    QAction *addItem(QMenu &menu, const Command &command);
+    void addTransportItem(QMenu &menu, const Command &command, void (AppDelegate::*action)());
+    void addVolumeItem(QMenu &menu, const Command &command);
+
+    AppDelegate &m_delegate;
+    WindowController &m_windowController;
+    ViewController &m_viewController;
+    MenuValidation::Validator m_delegateValidates;
+    MenuValidation::Validator m_windowControllerValidates;
+    MenuValidation::Validator m_viewControllerValidates;
+    MenuValidation m_validation;
+    QMenu m_contextMenu;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,291 @@
+// SPDX-License-Identifier: MIT
+#include "Window.h"
+
+#include "Appearance.h"
+#include "WindowController.h"
+#include "isScreenComposited.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLinearGradient>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QWindow>
+#include <QWindowStateChangeEvent>
+
+#include <cmath>
+#include <utility>
+
+namespace tunedeck {
+
+namespace {
+constexpr int cornerRadius = 4;
+constexpr int edgeWidth = 5;
+constexpr int initialWidth = 450;
+
+bool isCancel(const QKeyEvent &event)
+{
+    return event.matches(QKeySequence::Cancel)
+        || (event.key() == Qt::Key_Period && event.modifiers() == Qt::ControlModifier);
+}
+
+/// Row by row: the region of a polygon would be cut less at the right and at the bottom.
+QRegion roundedRegion(const QRect &frame)
+{
+    QRegion region(frame);
+    for (int row = 0; row < cornerRadius; ++row) {
+        const double rise = cornerRadius - row - 0.5;
+        const int inset = qRound(cornerRadius - std::sqrt(cornerRadius * cornerRadius - rise * rise));
+        for (const int y : {frame.top() + row, frame.bottom() - row}) {
+            region -= QRect(frame.left(), y, inset, 1);
+            region -= QRect(frame.right() - inset + 1, y, inset, 1);
+        }
+    }
+    return region;
+}
+
+QPalette panelPalette(bool dark)
+{
+    QPalette palette(dark ? QColor(0x6a, 0x6a, 0x6d) : QColor(0xe4, 0xe4, 0xe4),
+        dark ? QColor(0x47, 0x47, 0x4a) : QColor(0xbd, 0xbd, 0xbd));
+    const QColor ink = dark ? QColor(0xec, 0xec, 0xec) : QColor(0x3c, 0x3c, 0x3c);
+    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text}) {
+        palette.setColor(role, ink);
+    }
+    palette.setColor(QPalette::Mid, dark ? QColor(0x3a, 0x3c, 0x42) : QColor(0x8e, 0x93, 0xa0));
+    palette.setColor(QPalette::Highlight, dark ? QColor(0x9a, 0xa4, 0xb5) : QColor(0x6b, 0x76, 0x8a));
+    return palette;
+}
+} // namespace
+
+Window::Window(WindowController &controller, const Appearance &appearance)
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint)
+    , m_controller(controller)
+    , m_appearance(appearance)
+    , m_widthBeforeZoom(initialWidth)
+{
+    setAttribute(Qt::WA_TranslucentBackground);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    setFocusPolicy(Qt::ClickFocus);
+    resize(initialWidth, WindowController::collapsedHeight);
+    create();
+    windowHandle()->installEventFilter(this);
+    connect(windowHandle(), &QWindow::screenChanged, this, &Window::invalidateShadow);
+    connect(&m_appearance, &Appearance::effectiveAppearanceChanged, this, &Window::applyAppearance);
+    applyAppearance();
+    // Else the first control would have the keyboard, and Space would press it.
+    setFocus();
+}
+
+WindowController &Window::windowController() const
+{
+    return m_controller;
+}
+
+bool Window::shiftButtonHeld() const
+{
+    return m_shiftButtonHeld;
+}
+
+bool Window::optionButtonHeld() const
+{
+    return m_optionButtonHeld;
+}
+
+WindowLevel Window::level() const
+{
+    return m_level;
+}
+
+void Window::setLevel(WindowLevel level)
+{
+    m_level = level;
+    applyLevel();
+}
+
+void Window::setContentView(QWidget *view)
+{
+    m_contentView = view;
+    m_contentView->setParent(this);
+    m_contentView->setGeometry(rect());
+    m_contentView->show();
+}
+
+void Window::flagsChanged(Qt::KeyboardModifiers modifiers)
+{
+    m_optionButtonHeld = modifiers.testFlag(Qt::AltModifier);
+    Q_EMIT optionButtonHeldChanged(m_optionButtonHeld);
+    m_shiftButtonHeld = modifiers.testFlag(Qt::ShiftModifier);
+    Q_EMIT shiftButtonHeldChanged(m_shiftButtonHeld);
+}
+
+void Window::cancelOperation()
+{
+    if (m_controller.isExpanded()) {
+        m_controller.setExpanded(false);
+    } else {
+        QApplication::beep();
+    }
+}
+
+void Window::makeKeyAndOrderFront()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void Window::invalidateShadow()
+{
+    if (isScreenComposited()) {
+        clearMask();
+    } else {
+        setMask(roundedRegion(rect()));
+    }
+    update();
+}
+
+void Window::zoom()
+{
+    if (width() == maximumContentWidth) {
+        resize(m_widthBeforeZoom, height());
+        return;
+    }
+    m_widthBeforeZoom = width();
+    resize(maximumContentWidth, height());
+}
+
+bool Window::event(QEvent *event)
+{
+    // The keys that are released while another window has the keyboard are never heard of.
+    if (event->type() == QEvent::WindowDeactivate) {
+        flagsChanged(Qt::NoModifier);
+    }
+    if (event->type() == QEvent::WindowStateChange
+        && static_cast<QWindowStateChangeEvent *>(event)->oldState().testFlag(Qt::WindowMinimized)) {
+        invalidateShadow();
+    }
+    return QWidget::event(event);
+}
+
+bool Window::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress: {
+        const auto &key = *static_cast<QKeyEvent *>(event);
+        flagsChanged(key.modifiers());
+        if (isCancel(key)) {
+            cancelOperation();
+            return true;
+        }
+        break;
+    }
+    case QEvent::KeyRelease:
+        flagsChanged(static_cast<QKeyEvent *>(event)->modifiers());
+        break;
+    case QEvent::MouseMove: {
+        const auto &move = *static_cast<QMouseEvent *>(event);
+        if (move.buttons() == Qt::NoButton) {
+            showCursorFor(edgesAt(move.position().toPoint()));
+        }
+        break;
+    }
+    default:
+        break;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void Window::mousePressEvent(QMouseEvent *event)
+{
+    m_pressPosition.reset();
+    if (event->button() == Qt::LeftButton) {
+        m_pressPosition = event->position().toPoint();
+    }
+}
+
+void Window::mouseMoveEvent(QMouseEvent *event)
+{
+    // Handed to the window manager only once it is a drag: one that hears of a mere click too late would go on moving
+    // the window with no button down.
+    const QPoint position = event->position().toPoint();
+    if (!m_pressPosition || (position - *m_pressPosition).manhattanLength() < QApplication::startDragDistance()) {
+        return;
+    }
+    const Qt::Edges edges = edgesAt(*std::exchange(m_pressPosition, std::nullopt));
+    if (edges) {
+        windowHandle()->startSystemResize(edges);
+    } else {
+        windowHandle()->startSystemMove();
+    }
+}
+
+void Window::moveEvent(QMoveEvent *)
+{
+    invalidateShadow();
+}
+
+void Window::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const QColor panel = palette().color(QPalette::Window);
+    QLinearGradient light(0, 0, 0, height());
+    light.setColorAt(0, panel.lighter(110));
+    light.setColorAt(1, panel.darker(108));
+    const QColor outline = panel.darker(135);
+    if (!mask().isEmpty()) {
+        // The mask has hard edges: black would shine through a soft corner.
+        painter.fillRect(rect(), outline);
+    }
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(light);
+    painter.setPen(outline);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
+}
+
+void Window::resizeEvent(QResizeEvent *)
+{
+    if (m_contentView) {
+        m_contentView->setGeometry(rect());
+    }
+    invalidateShadow();
+}
+
+void Window::showEvent(QShowEvent *)
+{
+    applyLevel();
+    invalidateShadow();
+}
+
+Qt::Edges Window::edgesAt(QPoint position) const
+{
+    if (position.x() < edgeWidth) {
+        return Qt::LeftEdge;
+    }
+    if (position.x() >= width() - edgeWidth) {
+        return Qt::RightEdge;
+    }
+    return {};
+}
+
+void Window::showCursorFor(Qt::Edges edges)
+{
+    const Qt::CursorShape shape = edges ? Qt::SizeHorCursor : Qt::ArrowCursor;
+    if (cursor().shape() != shape) {
+        setCursor(shape);
+    }
+}
+
+void Window::applyLevel()
+{
+    windowHandle()->setFlag(Qt::WindowStaysOnTopHint, m_level == WindowLevel::Floating);
+}
+
+void Window::applyAppearance()
+{
+    setPalette(panelPalette(isDark(m_appearance.effectiveAppearance())));
+}
+
+} // namespace tunedeck

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPoint>
+#include <QWidget>
+
+#include <optional>
+
+namespace tunedeck {
+
+class Appearance;
+class WindowController;
+
+enum class WindowLevel { Normal = 0, Floating = 3 };
+
+/// The player's one window: frameless, rounded, moved by its background and resized in width by its left and right
+/// edges. It can be key and main like a window with a frame.
+class Window : public QWidget {
+    Q_OBJECT
+    Q_PROPERTY(bool shiftButtonHeld READ shiftButtonHeld NOTIFY shiftButtonHeldChanged)
+    Q_PROPERTY(bool optionButtonHeld READ optionButtonHeld NOTIFY optionButtonHeldChanged)
+
+public:
+    static constexpr int minimumContentWidth = 350;
+    static constexpr int maximumContentWidth = 550;
+
+    /// Both references must outlive the window.
+    Window(WindowController &controller, const Appearance &appearance);
+
+    [[nodiscard]] WindowController &windowController() const;
+    [[nodiscard]] bool shiftButtonHeld() const;
+    [[nodiscard]] bool optionButtonHeld() const;
+    [[nodiscard]] WindowLevel level() const;
+    void setLevel(WindowLevel level);
+
+    /// Takes `view`, which from now on fills the window.
+    void setContentView(QWidget *view);
+
+    void flagsChanged(Qt::KeyboardModifiers modifiers);
+    /// Escape and Ctrl+Period: puts the drawer away, or beeps where there is none to put away.
+    void cancelOperation();
+    void makeKeyAndOrderFront();
+    /// Lets the shadow follow the window's outline. A compositor casts it from what the window shows; where there is
+    /// none, the window is cut to its outline, so that its corners are not black.
+    void invalidateShadow();
+
+public Q_SLOTS:
+    /// To the greatest width, or from there back to the width before.
+    void zoom();
+
+Q_SIGNALS:
+    void shiftButtonHeldChanged(bool held);
+    void optionButtonHeldChanged(bool held);
+
+protected:
+    bool event(QEvent *event) override;
+    /// Watches the native window, where every key and every move of the pointer arrives whatever child it is for.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void moveEvent(QMoveEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    [[nodiscard]] Qt::Edges edgesAt(QPoint position) const;
+    void showCursorFor(Qt::Edges edges);
+    void applyLevel();
+    void applyAppearance();
+
+    WindowController &m_controller;
+    const Appearance &m_appearance;
+    QWidget *m_contentView = nullptr;
+    bool m_shiftButtonHeld = false;
+    bool m_optionButtonHeld = false;
+    WindowLevel m_level = WindowLevel::Normal;
+    int m_widthBeforeZoom;
+    std::optional<QPoint> m_pressPosition;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "WindowController.h"
+
+#include "MenuItemIdentifier.h"
+#include "UserDefaults.h"
+
+#include <QAction>
+#include <QSignalBlocker>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace tunedeck {
+
+WindowController::WindowController(UserDefaults &defaults, const Appearance &appearance, QObject *parent)
+    : DrawerHost(parent)
+    , m_defaults(defaults)
+    , m_window(*this, appearance)
+{
+    m_heightAnimation.setEasingCurve(QEasingCurve::OutCubic);
+    connect(&m_heightAnimation, &QVariantAnimation::valueChanged, this,
+        [this](const QVariant &height) { m_window.resize(m_window.width(), height.toInt()); });
+    connect(&m_heightAnimation, &QVariantAnimation::finished, this, &WindowController::finishResize);
+    m_window.setMinimumSize(Window::minimumContentWidth, collapsedHeight);
+    m_window.setMaximumSize(Window::maximumContentWidth, collapsedHeight);
+    m_defaults.bind(SettingsKey::keepMainWindowAboveAllOtherWindows, this,
+        [this](bool keepAbove) { setKeepAboveAllWindows(keepAbove); });
+}
+
+Window &WindowController::window()
+{
+    return m_window;
+}
+
+bool WindowController::keepAboveAllWindows() const
+{
+    return m_keepAboveAllWindows;
+}
+
+void WindowController::setKeepAboveAllWindows(bool keepAbove)
+{
+    m_keepAboveAllWindows = keepAbove;
+    m_window.setLevel(keepAbove ? WindowLevel::Floating : WindowLevel::Normal);
+    Q_EMIT keepAboveAllWindowsChanged(keepAbove);
+}
+
+bool WindowController::isExpanded() const
+{
+    return m_isExpanded;
+}
+
+void WindowController::setExpanded(bool expanded)
+{
+    m_isExpanded = expanded;
+    resizeToTargetHeight();
+}
+
+bool WindowController::validateMenuItem(QAction &item) const
+{
+    if (item.objectName() != MenuItemIdentifier::keepAboveAllWindows) {
+        return false;
+    }
+    item.setChecked(m_defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows));
+    return true;
+}
+
+void WindowController::toggleKeepMainWindowAboveAllOtherWindows()
+{
+    const QString &key = SettingsKey::keepMainWindowAboveAllOtherWindows;
+    m_defaults.setValue(key, !m_defaults.boolForKey(key));
+}
+
+int WindowController::targetHeight() const
+{
+    return m_isExpanded ? expandedHeight : collapsedHeight;
+}
+
+void WindowController::resizeToTargetHeight()
+{
+    m_heightAnimation.stop();
+    const int height = m_window.height();
+    const int target = targetHeight();
+    if (height == target) {
+        finishResize();
+        return;
+    }
+    // The limits are wide open on the way: a window manager would refuse a step that lies outside them.
+    m_window.setMinimumHeight(std::min(height, target));
+    m_window.setMaximumHeight(std::max(height, target));
+    {
+        // Between the setters the animation stands somewhere on a way that nobody goes.
+        const QSignalBlocker blocker(m_heightAnimation);
+        m_heightAnimation.setDuration(
+            m_window.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &m_window));
+        m_heightAnimation.setStartValue(height);
+        m_heightAnimation.setEndValue(target);
+    }
+    m_heightAnimation.start();
+}
+
+void WindowController::finishResize()
+{
+    m_window.setMinimumSize(Window::minimumContentWidth, targetHeight());
+    m_window.setMaximumSize(Window::maximumContentWidth, targetHeight());
+    Q_EMIT isExpandedChanged(m_isExpanded);
+}
+
+} // namespace tunedeck

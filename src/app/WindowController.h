@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DrawerHost.h"
+#include "Window.h"
+
+#include <QVariantAnimation>
+
+class QAction;
+
+namespace tunedeck {
+
+class Appearance;
+class UserDefaults;
+
+/// Owns the player's window: keeps it above all others as the user's settings say, and gives it one of its two
+/// heights, the player alone or the player with the drawer.
+class WindowController : public DrawerHost {
+    Q_OBJECT
+    Q_PROPERTY(bool keepAboveAllWindows READ keepAboveAllWindows WRITE setKeepAboveAllWindows NOTIFY
+            keepAboveAllWindowsChanged)
+
+public:
+    static constexpr int collapsedHeight = 64;
+    static constexpr int expandedHeight = 124;
+
+    /// Both references must outlive the controller. The window is not shown yet.
+    WindowController(UserDefaults &defaults, const Appearance &appearance, QObject *parent = nullptr);
+
+    [[nodiscard]] Window &window();
+
+    [[nodiscard]] bool keepAboveAllWindows() const;
+    void setKeepAboveAllWindows(bool keepAbove);
+
+    [[nodiscard]] bool isExpanded() const override;
+    /// The window's top edge stays where it is.
+    void setExpanded(bool expanded) override;
+
+    /// Whether this controller enables `item`; also sets the check state of the keep-above item.
+    bool validateMenuItem(QAction &item) const;
+
+public Q_SLOTS:
+    void toggleKeepMainWindowAboveAllOtherWindows();
+
+Q_SIGNALS:
+    void keepAboveAllWindowsChanged(bool keepAbove);
+
+private:
+    [[nodiscard]] int targetHeight() const;
+    void resizeToTargetHeight();
+    void finishResize();
+
+    UserDefaults &m_defaults;
+    bool m_keepAboveAllWindows = false;
+    bool m_isExpanded = false;
+    Window m_window;
+    QVariantAnimation m_heightAnimation;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+
+namespace tunedeck {
+
+class GlyphButton;
+class PercentSlider;
+class TrackInfoLabel;
+
+/// The display: the track above, below it the elapsed time, the progress and the remaining or total time, or in their
+/// place the live marker. It lays them out and draws what is behind them.
+class LcdView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit LcdView(QWidget *parent = nullptr);
+
+    [[nodiscard]] TrackInfoLabel &trackInfoLabel();
+    [[nodiscard]] QLabel &primaryTimeLabel();
+    [[nodiscard]] PercentSlider &trackProgressSlider();
+    [[nodiscard]] QLabel &secondaryTimeLabel();
+    [[nodiscard]] QLabel &isLiveLabel();
+    [[nodiscard]] GlyphButton &infoButton();
+
+    void setDark(bool dark);
+
+protected:
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    [[nodiscard]] QFont pixelFont(const QStringList &families, double pixels) const;
+    void setUpTexts();
+    void layOut();
+
+    TrackInfoLabel *m_trackInfoLabel;
+    QLabel *m_primaryTimeLabel;
+    PercentSlider *m_trackProgressSlider;
+    QLabel *m_secondaryTimeLabel;
+    QLabel *m_isLiveLabel;
+    GlyphButton *m_infoButton;
+};
+
+} // namespace tunedeck

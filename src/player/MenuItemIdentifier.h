@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+namespace tunedeck::MenuItemIdentifier {
+
+// The object names by which whoever validates a menu item recognises it, wherever the item stands.
+inline const QString playPause = QStringLiteral("Controls_PlayPause");
+inline const QString next = QStringLiteral("Controls_Next");
+inline const QString previous = QStringLiteral("Controls_Prev");
+inline const QString volumeUp = QStringLiteral("Controls_VolUp");
+inline const QString volumeDown = QStringLiteral("Controls_VolDown");
+inline const QString openMusicApp = QStringLiteral("File_OpenMusicApp");
+inline const QString closeWindow = QStringLiteral("File_CloseWindow");
+inline const QString keepAboveAllWindows = QStringLiteral("Window_KeepAboveAllWindows");
+inline const QString remainingTime = QStringLiteral("ContextualMenu_RemainingTime");
+inline const QString totalTime = QStringLiteral("ContextualMenu_TotalTime");
+
+} // namespace tunedeck::MenuItemIdentifier

@@ -1,0 +1,398 @@
+// SPDX-License-Identifier: MIT
+#include "ViewController.h"
+
+#include "Appearance.h"
+#include "DrawerHost.h"
+#include "GlyphButton.h"
+#include "LcdView.h"
+#include "MenuItemIdentifier.h"
+#include "MusicApplication.h"
+#include "PercentSlider.h"
+#include "PlayerView.h"
+#include "TrackInfoLabel.h"
+#include "UserDefaults.h"
+#include "WindowActivation.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QWindow>
+
+#include <chrono>
+
+namespace tunedeck {
+
+namespace {
+using namespace std::chrono_literals;
+
+constexpr auto dragLetGoDelay = 333ms;
+constexpr double silence = 0;
+constexpr double fullVolume = 100;
+
+QString sentenceCased(const QString &text)
+{
+    const QString lower = text.toLower();
+    return lower.left(1).toUpper() + lower.mid(1);
+}
+
+bool isEmptyFeed(FeedType feedType)
+{
+    return feedType == FeedType::stopped || feedType == FeedType::unknown;
+}
+} // namespace
+
+ViewController::ViewController(const Surroundings &surroundings, PlayerView &view, QObject *parent)
+    : QObject(parent)
+    , m_musicConnector(surroundings.musicConnector)
+    , m_defaults(surroundings.defaults)
+    , m_appearance(surroundings.appearance)
+    , m_windowActivation(surroundings.windowActivation)
+    , m_drawerHost(surroundings.drawerHost)
+    , m_view(view)
+{
+    connect(&m_windowActivation, &WindowActivation::windowDidBecomeMain, this, &ViewController::updateLCDForFeedType);
+    setUpTransport();
+    observeConnector();
+    bindVolume();
+    bindTimeLabels();
+    observeAppearance();
+    buildTimeLabelMenu();
+    observeExpansion();
+    m_musicConnector.setDelegate(this);
+    updateLCDForFeedType();
+}
+
+ViewController::~ViewController()
+{
+    m_musicConnector.setDelegate(nullptr);
+}
+
+const std::optional<MusicConnectorTrack> &ViewController::currentTrack() const
+{
+    return m_currentTrack;
+}
+
+void ViewController::setCurrentTrack(const std::optional<MusicConnectorTrack> &track)
+{
+    m_currentTrack = track;
+    if (m_currentTrack) {
+        m_lastNewPositionInSec = 0;
+        updateTrackInfo(*m_currentTrack);
+    }
+    Q_EMIT currentTrackChanged();
+}
+
+bool ViewController::remainingTimeEnabled() const
+{
+    return m_remainingTimeEnabled;
+}
+
+void ViewController::setRemainingTimeEnabled(bool enabled)
+{
+    m_remainingTimeEnabled = enabled;
+    updateSecondaryTimeLabel();
+    Q_EMIT remainingTimeEnabledChanged(enabled);
+}
+
+QString ViewController::dockTileImage(FourCharCode state, FeedType feedType) const
+{
+    QString name = QStringLiteral("DockTile_Pause");
+    if (PlayerState::isIdle(state)) {
+        name = QStringLiteral("DockTile_Play");
+    } else if (feedType == FeedType::liveStream) {
+        name = QStringLiteral("DockTile_Stop");
+    }
+    const bool followsAppearance = !m_defaults.boolForKey(SettingsKey::appearanceClassic)
+        && m_defaults.boolForKey(SettingsKey::appearanceUpdatesDockIcon);
+    if (followsAppearance && isDark(m_appearance.effectiveAppearance())) {
+        name += QStringLiteral("-Dark");
+    }
+    return name;
+}
+
+bool ViewController::validateMenuItem(QAction &item) const
+{
+    const QString identifier = item.objectName();
+    const bool isMusicAppRunning = m_musicConnector.isMusicAppRunning();
+    if (identifier == MenuItemIdentifier::playPause || identifier == MenuItemIdentifier::volumeUp
+        || identifier == MenuItemIdentifier::volumeDown) {
+        return isMusicAppRunning;
+    }
+    if (identifier == MenuItemIdentifier::next || identifier == MenuItemIdentifier::previous) {
+        return isMusicAppRunning && m_musicConnector.feedType() != FeedType::liveStream;
+    }
+    if (identifier == MenuItemIdentifier::openMusicApp || identifier == MenuItemIdentifier::closeWindow) {
+        return true;
+    }
+    if (identifier == MenuItemIdentifier::totalTime) {
+        item.setChecked(!m_defaults.boolForKey(SettingsKey::remainingTimeEnabled));
+        return true;
+    }
+    if (identifier == MenuItemIdentifier::remainingTime) {
+        item.setChecked(m_defaults.boolForKey(SettingsKey::remainingTimeEnabled));
+        return true;
+    }
+    return false;
+}
+
+QMenu &ViewController::timeLabelMenu()
+{
+    return m_timeLabelMenu;
+}
+
+void ViewController::playerStateDidChange(FourCharCode state)
+{
+    updatePlayPauseGlyph(state);
+    if (PlayerState::isIdle(state)) {
+        Q_EMIT playPauseTitleChanged(tr("Play", "For UI labels: Play"));
+    } else if (m_musicConnector.feedType() == FeedType::liveStream) {
+        Q_EMIT playPauseTitleChanged(tr("Stop", "For UI labels: Stop"));
+    } else {
+        Q_EMIT playPauseTitleChanged(tr("Pause", "For UI labels: Pause"));
+    }
+    updateDockTile(state);
+    // The state that the connector holds has the last word.
+    updateDockTile(m_musicConnector.currentState());
+}
+
+void ViewController::closeWindow()
+{
+    m_view.window()->close();
+}
+
+void ViewController::toggleDrawer()
+{
+    if (!m_drawerHost.isExpanded()) {
+        m_view.drawerContainerView().show();
+        m_musicConnector.loadPlaylists();
+    }
+    m_drawerHost.setExpanded(!m_drawerHost.isExpanded());
+}
+
+void ViewController::setUpTransport()
+{
+    connect(&m_view.closeButton(), &GlyphButton::clicked, this, &ViewController::closeWindow);
+    connect(&m_view.lcd().infoButton(), &GlyphButton::clicked, this, &ViewController::toggleDrawer);
+    connect(&m_view.backwardButton(), &GlyphButton::clicked, this, &ViewController::prevPressed);
+    connect(&m_view.playPauseButton(), &GlyphButton::clicked, this, &ViewController::playPausePressed);
+    connect(&m_view.forwardButton(), &GlyphButton::clicked, this, &ViewController::nextPressed);
+    for (GlyphButton *button : {&m_view.backwardButton(), &m_view.playPauseButton(), &m_view.forwardButton()}) {
+        button->setDrawsFocusRing(false);
+    }
+    updatePlayPauseGlyph(m_musicConnector.currentState());
+
+    PercentSlider &progress = m_view.lcd().trackProgressSlider();
+    progress.setDrawsFocusRing(false);
+    connect(&progress, &PercentSlider::adjusted, this, &ViewController::scrubToSliderPosition);
+    m_dragLetGoTimer.setSingleShot(true);
+    m_dragLetGoTimer.setInterval(dragLetGoDelay);
+    connect(&m_dragLetGoTimer, &QTimer::timeout, this, [this] { m_isScrubbing = false; });
+}
+
+void ViewController::observeConnector()
+{
+    connect(&m_musicConnector, &MusicConnector::trackProgressChanged, this, [this](double progress) {
+        if (!m_isScrubbing) {
+            m_view.lcd().trackProgressSlider().setDoubleValue(progress);
+        }
+    });
+    connect(&m_musicConnector, &MusicConnector::feedTypeChanged, this, &ViewController::updateLCDForFeedType);
+    connect(&m_musicConnector, &MusicConnector::isMusicAppRunningChanged, this, &ViewController::updateLCDForFeedType);
+    connect(&m_musicConnector, &MusicConnector::currentTrackChanged, this,
+        [this] { setCurrentTrack(m_musicConnector.currentTrack()); });
+    setCurrentTrack(m_musicConnector.currentTrack());
+
+    const auto tellWhetherItResponds = [this](bool isResponding) {
+        m_view.lcd().setToolTip(
+            isResponding ? QString() : tr("Music is not responding", "Tooltip of the LCD while Music is frozen"));
+    };
+    const MusicApplication &music = m_musicConnector.musicApp();
+    connect(&music, &MusicApplication::respondingDidChange, this, tellWhetherItResponds);
+    tellWhetherItResponds(music.isResponding());
+}
+
+void ViewController::bindVolume()
+{
+    PercentSlider &slider = m_view.volumeSlider();
+    connect(&m_musicConnector, &MusicConnector::soundVolumeChanged, &slider, &PercentSlider::setDoubleValue);
+    slider.setDoubleValue(m_musicConnector.soundVolume());
+    connect(&slider, &PercentSlider::adjusted, &m_musicConnector, &MusicConnector::setVolume);
+    connect(&m_view.volumeMinButton(), &GlyphButton::clicked, this, [this] { m_musicConnector.setVolume(silence); });
+    connect(&m_view.volumeMaxButton(), &GlyphButton::clicked, this, [this] { m_musicConnector.setVolume(fullVolume); });
+    m_defaults.bind(SettingsKey::volumeButtonsHidden, this, [this](bool hidden) {
+        m_view.volumeMinButton().setHidden(hidden);
+        m_view.volumeMaxButton().setHidden(hidden);
+    });
+}
+
+void ViewController::bindTimeLabels()
+{
+    QLabel &elapsed = m_view.lcd().primaryTimeLabel();
+    connect(&m_musicConnector, &MusicConnector::elapsedFormattedTimeChanged, &elapsed, &QLabel::setText);
+    elapsed.setText(m_musicConnector.elapsedFormattedTime());
+    elapsed.setToolTip(sentenceCased(tr("Elapsed Time", "For UI labels: Elapsed Time")));
+    m_defaults.bind(
+        SettingsKey::remainingTimeEnabled, this, [this](bool enabled) { setRemainingTimeEnabled(enabled); });
+}
+
+void ViewController::observeAppearance()
+{
+    m_view.lcd().setDark(isDark(m_appearance.effectiveAppearance()));
+    connect(&m_appearance, &Appearance::effectiveAppearanceChanged, this, [this](AppearanceName name) {
+        m_view.lcd().setDark(isDark(name));
+        updateDockTile(m_musicConnector.currentState());
+    });
+    connect(&m_defaults, &UserDefaults::appearanceUpdatesDockIconChanged, this,
+        [this] { updateDockTile(m_musicConnector.currentState()); });
+}
+
+void ViewController::buildTimeLabelMenu()
+{
+    m_timeLabelMenu.setTitle(tr("Menu", "Title of the time label's context menu"));
+    QAction *remaining = m_timeLabelMenu.addAction(tr("Remaining Time", "For UI labels: Remaining Time"));
+    remaining->setObjectName(MenuItemIdentifier::remainingTime);
+    QAction *total = m_timeLabelMenu.addAction(tr("Duration", "For UI labels: Duration"));
+    total->setObjectName(MenuItemIdentifier::totalTime);
+    for (QAction *item : {remaining, total}) {
+        item->setCheckable(true);
+        connect(item, &QAction::triggered, this, [this, item] { timeLabelMenuItemSelected(*item); });
+    }
+    connect(&m_timeLabelMenu, &QMenu::aboutToShow, this, [this, remaining, total] {
+        for (QAction *item : {remaining, total}) {
+            item->setEnabled(validateMenuItem(*item));
+        }
+    });
+
+    QLabel &label = m_view.lcd().secondaryTimeLabel();
+    label.setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(&label, &QLabel::customContextMenuRequested, this,
+        [this, &label](QPoint position) { m_timeLabelMenu.popup(label.mapToGlobal(position)); });
+}
+
+void ViewController::observeExpansion()
+{
+    const auto hideWhenCollapsed = [this](bool expanded) {
+        if (!expanded) {
+            m_view.drawerContainerView().hide();
+        }
+    };
+    connect(&m_drawerHost, &DrawerHost::isExpandedChanged, this, hideWhenCollapsed);
+    hideWhenCollapsed(m_drawerHost.isExpanded());
+}
+
+void ViewController::updateLCDForFeedType()
+{
+    const FeedType feedType = m_musicConnector.feedType();
+    if (feedType == FeedType::unknown
+        || (feedType == FeedType::stopped && m_musicConnector.currentState() == PlayerState::stopped)) {
+        clearTrackInfo();
+    }
+    showControlsForFeedType(feedType);
+    showFallbackText(feedType);
+    m_view.playPauseButton().setToolTip(feedType == FeedType::liveStream
+            ? tr("Play or stop playing live audio", "For UI labels: Play or stop playing live audio")
+            : tr("Play or pause the current track", "For UI labels: Play or pause the current track"));
+    m_view.lcd().trackProgressSlider().setEnabled(!isEmptyFeed(feedType));
+}
+
+void ViewController::showControlsForFeedType(FeedType feedType)
+{
+    const bool isLive = feedType == FeedType::liveStream;
+    LcdView &lcd = m_view.lcd();
+    lcd.isLiveLabel().setVisible(isLive);
+    lcd.trackProgressSlider().setHidden(isLive);
+    lcd.primaryTimeLabel().setHidden(isLive);
+    lcd.secondaryTimeLabel().setHidden(isLive);
+    m_view.backwardButton().setEnabled(!isLive);
+    m_view.forwardButton().setEnabled(!isLive);
+}
+
+void ViewController::showFallbackText(FeedType feedType)
+{
+    TrackInfoLabel &label = m_view.lcd().trackInfoLabel();
+    if (!m_musicConnector.isMusicAppRunning()) {
+        label.setDisplayStrings({tr("Music is not open", "'Music is not open' displayed in LCD")});
+    } else if (isEmptyFeed(feedType)) {
+        label.setDisplayStrings({tr("No Song", "'No Song' displayed in LCD")});
+    }
+}
+
+void ViewController::clearTrackInfo()
+{
+    m_view.lcd().trackInfoLabel().setDisplayStrings({});
+    Q_EMIT currentTrackInfoChanged(std::nullopt);
+}
+
+void ViewController::updateTrackInfo(const MusicConnectorTrack &track)
+{
+    const FeedType feedType = m_musicConnector.feedType();
+    if (!m_musicConnector.isMusicAppRunning() || isEmptyFeed(feedType)) {
+        showFallbackText(feedType);
+        return;
+    }
+    QStringList strings;
+    for (const std::optional<QString> &text : {track.trackName, track.artistName, track.albumName}) {
+        if (text) {
+            strings.append(*text);
+        }
+    }
+    m_view.lcd().trackInfoLabel().setDisplayStrings(strings);
+    Q_EMIT currentTrackInfoChanged(track);
+}
+
+void ViewController::updateSecondaryTimeLabel()
+{
+    QLabel &label = m_view.lcd().secondaryTimeLabel();
+    disconnect(m_secondaryTimeBinding);
+    if (m_remainingTimeEnabled) {
+        m_secondaryTimeBinding =
+            connect(&m_musicConnector, &MusicConnector::remainingFormattedTimeChanged, &label, &QLabel::setText);
+        label.setText(m_musicConnector.remainingFormattedTime());
+        label.setToolTip(sentenceCased(tr("Remaining Time", "For UI labels: Remaining Time")));
+    } else {
+        m_secondaryTimeBinding =
+            connect(&m_musicConnector, &MusicConnector::totalFormattedTimeChanged, &label, &QLabel::setText);
+        label.setText(m_musicConnector.totalFormattedTime());
+        label.setToolTip(sentenceCased(tr("Duration", "For UI labels: Duration")));
+    }
+}
+
+void ViewController::updatePlayPauseGlyph(FourCharCode state)
+{
+    GlyphButton &button = m_view.playPauseButton();
+    if (PlayerState::isIdle(state)) {
+        button.setControlGlyph(GlyphButton::Glyph::Play);
+    } else if (m_musicConnector.feedType() == FeedType::liveStream) {
+        button.setControlGlyph(GlyphButton::Glyph::Stop);
+    } else {
+        button.setControlGlyph(GlyphButton::Glyph::Pause);
+    }
+}
+
+void ViewController::updateDockTile(FourCharCode state)
+{
+    Q_EMIT dockTileImageChanged(dockTileImage(state, m_musicConnector.feedType()));
+}
+
+void ViewController::timeLabelMenuItemSelected(const QAction &item)
+{
+    if (item.objectName() == MenuItemIdentifier::remainingTime) {
+        m_defaults.setBool(SettingsKey::remainingTimeEnabled, true);
+    } else if (item.objectName() == MenuItemIdentifier::totalTime) {
+        m_defaults.setBool(SettingsKey::remainingTimeEnabled, false);
+    }
+}
+
+void ViewController::scrubToSliderPosition()
+{
+    m_dragLetGoTimer.start();
+    m_isScrubbing = true;
+    const double position = m_musicConnector.duration() * (m_view.lcd().trackProgressSlider().doubleValue() / 100);
+    if (position == m_lastNewPositionInSec) {
+        return;
+    }
+    m_lastNewPositionInSec = position;
+    m_musicConnector.musicApp().setPlayerPosition(position);
+    m_musicConnector.updatePlayerProgressInfo();
+}
+
+} // namespace tunedeck

@@ -1,0 +1,404 @@
+// SPDX-License-Identifier: MIT
+#include "AppDelegate.h"
+
+#include "Desktop.h"
+#include "MenuItemIdentifier.h"
+#include "MusicConnector.h"
+#include "PlaylistWindow.h"
+#include "TimedStyle.h"
+#include "WindowController.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QPalette>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+using namespace tunedeck;
+
+namespace {
+/// The delegate with what it stands on; launched only where a test says so.
+struct Program : Desktop {
+    explicit Program(bool isMusicRunning = true)
+    {
+        music.setRunning(isMusicRunning);
+        connector.emplace(music, windowActivation);
+        delegate.emplace(*connector, defaults, appearance);
+    }
+    ~Program() { QApplication::setPalette(QPalette()); }
+
+    std::optional<MusicConnector> connector;
+    std::optional<AppDelegate> delegate;
+};
+
+/// What a menu shows: each item's title with its identifier, "-" for a separator, "(...)" around a disabled item.
+QStringList contents(const QMenu &menu)
+{
+    QStringList lines;
+    for (const QAction *item : menu.actions()) {
+        if (item->isSeparator()) {
+            lines.append(QStringLiteral("-"));
+            continue;
+        }
+        const QString line = item->text() + (item->objectName().isEmpty() ? QString() : u'|' + item->objectName());
+        lines.append(item->isEnabled() ? line : u'(' + line + u')');
+    }
+    return lines;
+}
+
+QAction *itemOf(const QMenu &menu, const QString &identifier)
+{
+    for (QAction *item : menu.actions()) {
+        if (item->objectName() == identifier) {
+            return item;
+        }
+    }
+    return nullptr;
+}
+
+bool isOnScreen(const QWidget &window)
+{
+    return window.isVisible() && !window.isMinimized();
+}
+} // namespace
+
+class AppDelegateTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QApplication::setStyle(new TimedStyle); }
+    void init() { failOnWarning(); }
+
+    void beforeTheLaunchNothingIsRegisteredOrApplied()
+    {
+        Program program;
+        QVERIFY(program.delegate->isAppearanceClassic());
+        QVERIFY(!program.appearance.applicationAppearance());
+        QVERIFY(!program.defaults.boolForKey(SettingsKey::appearanceClassic));
+    }
+
+    void theLaunchRegistersTheDefaultsAndForcesTheLightAppearance()
+    {
+        Program program;
+        program.delegate->applicationDidFinishLaunching();
+        QVERIFY(!program.defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows));
+        QVERIFY(program.defaults.boolForKey(SettingsKey::remainingTimeEnabled));
+        QVERIFY(program.defaults.boolForKey(SettingsKey::appearanceClassic));
+        QVERIFY(program.defaults.boolForKey(SettingsKey::appearanceUpdatesDockIcon));
+        QVERIFY(!program.defaults.boolForKey(SettingsKey::volumeButtonsHidden));
+        QCOMPARE(program.appearance.applicationAppearance(), AppearanceName::Aqua);
+    }
+
+    void aSavedSettingWinsOverItsDefaultAtTheLaunch()
+    {
+        Program program;
+        program.defaults.setBool(SettingsKey::appearanceClassic, false);
+        program.delegate->applicationDidFinishLaunching();
+        QVERIFY(!program.delegate->isAppearanceClassic());
+        QVERIFY(!program.appearance.applicationAppearance());
+    }
+
+    void theAppearanceFollowsItsSettingAtOnce()
+    {
+        Program program;
+        program.delegate->applicationDidFinishLaunching();
+        program.defaults.setBool(SettingsKey::appearanceClassic, false);
+        QVERIFY(!program.delegate->isAppearanceClassic());
+        QVERIFY(!program.appearance.applicationAppearance());
+        program.defaults.setBool(SettingsKey::appearanceClassic, true);
+        QVERIFY(program.delegate->isAppearanceClassic());
+        QCOMPARE(program.appearance.applicationAppearance(), AppearanceName::Aqua);
+    }
+
+    void menusAreLightWhileTheLightAppearanceIsForced()
+    {
+        Program program;
+        const QPalette before = QApplication::palette();
+        program.delegate->setAppearanceClassic(true);
+        const QPalette classic = QApplication::palette();
+        QVERIFY(classic.color(QPalette::Window).lightness() > 200);
+        QVERIFY(classic.color(QPalette::WindowText).lightness() < 50);
+        program.delegate->setAppearanceClassic(false);
+        QCOMPARE(QApplication::palette(), before);
+    }
+
+    void theTerminationStopsBothTimers()
+    {
+        Program program;
+        program.play({{UserInfoKey::persistentId, 1}, {UserInfoKey::totalTime, 200.0},
+            {UserInfoKey::storeUrl, QStringLiteral("https://music.example")}});
+        QVERIFY(program.connector->isProgressPollingTimerActive());
+        QVERIFY(program.connector->isRefreshTrackTimerActive());
+        program.delegate->applicationWillTerminate();
+        QVERIFY(!program.connector->isProgressPollingTimerActive());
+        QVERIFY(!program.connector->isRefreshTrackTimerActive());
+    }
+
+    void playPauseIsSentAndAnIdleMusicIsNoLongerPolled()
+    {
+        Program program;
+        program.playTrack();
+        program.music.clearRecords();
+        program.delegate->playPausePressed();
+        QCOMPARE(program.music.commands(), {QStringLiteral("playpause")});
+        QVERIFY(program.connector->isProgressPollingTimerActive());
+        program.music.answers.playerState = PlayerState::paused;
+        program.delegate->playPausePressed();
+        QVERIFY(!program.connector->isProgressPollingTimerActive());
+    }
+
+    void nextAndPreviousRefreshTheTrack()
+    {
+        Program program;
+        program.playTrack();
+        program.music.clearRecords();
+        program.music.answers.currentTrack->name = QStringLiteral("The next one");
+        program.delegate->nextPressed();
+        QCOMPARE(program.connector->currentTrack()->trackName, QStringLiteral("The next one"));
+        program.music.answers.currentTrack->name = QStringLiteral("The one before");
+        program.delegate->prevPressed();
+        QCOMPARE(program.connector->currentTrack()->trackName, QStringLiteral("The one before"));
+        QCOMPARE(program.music.commands(), (QStringList{QStringLiteral("nextTrack"), QStringLiteral("backTrack")}));
+    }
+
+    void musicThatDoesNotRunIsSentNothingButCanBeOpened()
+    {
+        Program program(false);
+        program.delegate->playPausePressed();
+        program.delegate->nextPressed();
+        program.delegate->prevPressed();
+        QVERIFY(program.music.commands().isEmpty());
+        program.delegate->openMusicApp();
+        QCOMPARE(program.music.commands(), {QStringLiteral("activate")});
+    }
+
+    void musicThatRunsIsNotOpenedAgain()
+    {
+        Program program;
+        program.delegate->openMusicApp();
+        QVERIFY(!program.music.commands().contains(QStringLiteral("activate")));
+    }
+
+    void theVolumeChangesByFourAsTheSenderSays()
+    {
+        Program program;
+        program.music.answers.soundVolume = 98;
+        program.connector->refreshPlaybackSettings();
+        program.music.clearRecords();
+        QAction sender;
+        program.delegate->volumeButtonPressed(sender);
+        QVERIFY(program.music.commands().isEmpty());
+        sender.setObjectName(MenuItemIdentifier::volumeUp);
+        program.delegate->volumeButtonPressed(sender);
+        sender.setObjectName(MenuItemIdentifier::volumeDown);
+        program.delegate->volumeButtonPressed(sender);
+        QCOMPARE(program.music.commands(),
+            (QStringList{QStringLiteral("setSoundVolume 100"), QStringLiteral("setSoundVolume 96")}));
+    }
+
+    void transportItemsAreEnabledWhileMusicRunsAndAllOthersAlways()
+    {
+        using namespace MenuItemIdentifier;
+        Program program(false);
+        QAction item;
+        QVERIFY(program.delegate->validateMenuItem(item));
+        for (const QString &identifier : {volumeUp, volumeDown, openMusicApp, closeWindow, keepAboveAllWindows}) {
+            item.setObjectName(identifier);
+            QVERIFY(program.delegate->validateMenuItem(item));
+        }
+        for (const QString &identifier : {playPause, next, previous}) {
+            item.setObjectName(identifier);
+            QVERIFY(!program.delegate->validateMenuItem(item));
+        }
+        program.music.launch();
+        program.playLiveStream();
+        for (const QString &identifier : {playPause, next, previous}) {
+            item.setObjectName(identifier);
+            QVERIFY(program.delegate->validateMenuItem(item));
+        }
+    }
+
+    void keepAboveIsToggledInTheMainWindowOnly()
+    {
+        Program program;
+        program.delegate->toggleKeepMainWindowAboveOtherWindows();
+        QVERIFY(!program.defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows));
+        WindowController controller(program.defaults, program.appearance);
+        program.delegate->toggleKeepMainWindowAboveOtherWindows();
+        QVERIFY(program.defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows));
+        QCOMPARE(controller.window().level(), WindowLevel::Floating);
+    }
+
+    void theCommandsOfOtherWindowsAskForThem()
+    {
+        Program program;
+        QSignalSpy preferences(&*program.delegate, &AppDelegate::preferencesRequested);
+        QSignalSpy about(&*program.delegate, &AppDelegate::aboutPanelRequested);
+        QSignalSpy help(&*program.delegate, &AppDelegate::helpRequested);
+        program.delegate->preferencesButtonAction();
+        program.delegate->displayAboutWindow();
+        program.delegate->openTermsAndConditions();
+        QCOMPARE(preferences.count(), 1);
+        QCOMPARE(about.count(), 1);
+        QCOMPARE(help.count(), 1);
+        QCOMPARE(help.at(0).at(0).toString(), QStringLiteral("TermsConditions"));
+        QVERIFY(!help.at(0).at(1).toString().isEmpty());
+    }
+
+    void theDockMenuOfAMusicThatDoesNotRunOpensIt()
+    {
+        Program program(false);
+        const auto menu = program.delegate->applicationDockMenu();
+        QCOMPARE(menu->title(), QStringLiteral("Dock Menu Items"));
+        QCOMPARE(contents(*menu),
+            (QStringList{QStringLiteral("Open \"Music\"|File_OpenMusicApp"), QStringLiteral("-"),
+                QStringLiteral("Keep Above All Other Windows|Window_KeepAboveAllWindows")}));
+        itemOf(*menu, MenuItemIdentifier::openMusicApp)->trigger();
+        QCOMPARE(program.music.commands(), {QStringLiteral("activate")});
+    }
+
+    void theDockMenuTellsTheTrackItemByItem()
+    {
+        Program program;
+        program.playTrack();
+        QAction playPause(QStringLiteral("Pause"));
+        program.delegate->setPlayPauseMenuItem(&playPause);
+        program.delegate->setCurrentTrackInfo(program.connector->currentTrack());
+        const auto menu = program.delegate->applicationDockMenu();
+        QCOMPARE(contents(*menu),
+            (QStringList{QStringLiteral("(Now Playing)"), QStringLiteral("-"),
+                QStringLiteral("(    Track: Salt && Pepper)"), QStringLiteral("(    Artist: Band)"),
+                QStringLiteral("(    Album: Record)"), QStringLiteral("-"), QStringLiteral("Pause|Controls_PlayPause"),
+                QStringLiteral("Next|Controls_Next"), QStringLiteral("Previous|Controls_Prev"), QStringLiteral("-"),
+                QStringLiteral("Keep Above All Other Windows|Window_KeepAboveAllWindows")}));
+        for (const QAction *item : menu->actions()) {
+            QVERIFY(item->shortcut().isEmpty());
+        }
+    }
+
+    void theDockMenuLeavesOutWhatTheTrackLacks()
+    {
+        Program program(false);
+        program.delegate->setCurrentTrackInfo(MusicConnectorTrack(QStringLiteral("Alone"), QString(), {}, {}, {}));
+        QCOMPARE(contents(*program.delegate->applicationDockMenu()).first(4),
+            (QStringList{QStringLiteral("(Now Playing)"), QStringLiteral("-"), QStringLiteral("(    Track: Alone)"),
+                QStringLiteral("-")}));
+        for (const std::optional<QString> &name : {std::optional<QString>(), std::optional<QString>(QString())}) {
+            program.delegate->setCurrentTrackInfo(MusicConnectorTrack(name, QStringLiteral("Band"), {}, {}, {}));
+            QCOMPARE(contents(*program.delegate->applicationDockMenu()).first(),
+                QStringLiteral("Open \"Music\"|File_OpenMusicApp"));
+        }
+    }
+
+    void theDockMenuOfALiveStreamCannotSkip()
+    {
+        Program program;
+        program.playLiveStream();
+        QAction playPause(QStringLiteral("Stop"));
+        program.delegate->setPlayPauseMenuItem(&playPause);
+        QCOMPARE(contents(*program.delegate->applicationDockMenu()),
+            (QStringList{QStringLiteral("Stop|Controls_PlayPause"), QStringLiteral("-"),
+                QStringLiteral("Keep Above All Other Windows|Window_KeepAboveAllWindows")}));
+    }
+
+    void theDockMenusItemsDoWhatTheySay()
+    {
+        Program program;
+        program.playTrack();
+        program.music.clearRecords();
+        const auto menu = program.delegate->applicationDockMenu();
+        itemOf(*menu, MenuItemIdentifier::playPause)->trigger();
+        itemOf(*menu, MenuItemIdentifier::next)->trigger();
+        itemOf(*menu, MenuItemIdentifier::previous)->trigger();
+        QCOMPARE(program.music.commands(),
+            (QStringList{QStringLiteral("playpause"), QStringLiteral("nextTrack"), QStringLiteral("backTrack")}));
+    }
+
+    void theDockMenusCheckMarkIsTheSetting()
+    {
+        Program program;
+        WindowController controller(program.defaults, program.appearance);
+        const auto menu = program.delegate->applicationDockMenu();
+        QVERIFY(!itemOf(*menu, MenuItemIdentifier::keepAboveAllWindows)->isChecked());
+        itemOf(*menu, MenuItemIdentifier::keepAboveAllWindows)->trigger();
+        QVERIFY(program.defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows));
+        QVERIFY(itemOf(*program.delegate->applicationDockMenu(), MenuItemIdentifier::keepAboveAllWindows)->isChecked());
+    }
+
+    void reopeningWithoutWindowsGoesOn()
+    {
+        Program program;
+        QVERIFY(QApplication::topLevelWidgets().isEmpty());
+        QVERIFY(program.delegate->applicationShouldHandleReopen(false));
+    }
+
+    void reopeningWithoutAMainOrDrawerWindowGoesOn()
+    {
+        Program program;
+        const QWidget other;
+        QVERIFY(program.delegate->applicationShouldHandleReopen(false));
+        QVERIFY(!other.isVisible());
+    }
+
+    void reopeningBringsTheOnlyMainWindowToTheFront()
+    {
+        Program program;
+        WindowController controller(program.defaults, program.appearance);
+        QVERIFY(program.delegate->applicationShouldHandleReopen(false));
+        QVERIFY(isOnScreen(controller.window()));
+        controller.window().showMinimized();
+        QVERIFY(program.delegate->applicationShouldHandleReopen(false));
+        QVERIFY(isOnScreen(controller.window()));
+        QVERIFY(program.delegate->applicationShouldHandleReopen(true));
+    }
+
+    void reopeningWithADrawerWindowAloneDoesNothing()
+    {
+        Program program;
+        PlaylistWindow drawer;
+        QVERIFY(!program.delegate->applicationShouldHandleReopen(false));
+        QVERIFY(!drawer.isVisible());
+    }
+
+    void reopeningWithBothWindowsHiddenBringsTheMainWindowBack()
+    {
+        Program program;
+        WindowController controller(program.defaults, program.appearance);
+        PlaylistWindow drawer;
+        QVERIFY(program.delegate->applicationShouldHandleReopen(false));
+        QVERIFY(isOnScreen(controller.window()));
+        QVERIFY(!drawer.isVisible());
+    }
+
+    void reopeningWithTheDrawerWindowVisibleBringsItToTheFront()
+    {
+        Program program;
+        WindowController controller(program.defaults, program.appearance);
+        PlaylistWindow drawer;
+        drawer.show();
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        QVERIFY(program.delegate->applicationShouldHandleReopen(true));
+        QVERIFY(QTest::qWaitForWindowActive(&drawer));
+        QVERIFY(!controller.window().isVisible());
+    }
+
+    void reopeningWithTheMainWindowVisibleDoesNothing()
+    {
+        Program program;
+        WindowController controller(program.defaults, program.appearance);
+        PlaylistWindow drawer;
+        controller.window().show();
+        QVERIFY(!program.delegate->applicationShouldHandleReopen(true));
+        drawer.show();
+        QVERIFY(!program.delegate->applicationShouldHandleReopen(true));
+    }
+};
+
+QTEST_MAIN(AppDelegateTest)
+#include "AppDelegateTest.moc"

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "Application.h"
+
+#include "Desktop.h"
+#include "GlyphButton.h"
+#include "LcdView.h"
+#include "MainMenu.h"
+#include "MenuItemIdentifier.h"
+#include "PlayerView.h"
+#include "TimedStyle.h"
+#include "TrackInfoLabel.h"
+#include "ViewController.h"
+#include "WindowController.h"
+
+#include <QApplication>
+#include <QTest>
+
+using namespace tunedeck;
+
+class ApplicationTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QApplication::setStyle(new TimedStyle); }
+    void init() { failOnWarning(); }
+    void cleanup() { QApplication::setPalette(QPalette()); }
+
+    void aFirstStartHasTheRegisteredSettings()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        application.showMainWindow();
+        QCOMPARE(application.windowController().window().level(), WindowLevel::Normal);
+        QVERIFY(application.viewController().remainingTimeEnabled());
+        QVERIFY(application.delegate().isAppearanceClassic());
+        auto *view = application.windowController().window().findChild<PlayerView *>();
+        QVERIFY(view->volumeMinButton().isVisible());
+    }
+
+    void aTrackReachesTheDisplayTheMenuAndTheDock()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        desktop.playTrack();
+        auto *view = application.windowController().window().findChild<PlayerView *>();
+        QCOMPARE(view->lcd().trackInfoLabel().displayStrings().first(), QStringLiteral("Salt & Pepper"));
+        QCOMPARE(application.mainMenu().playPauseMenuItem().text(), QStringLiteral("Pause"));
+        QCOMPARE(application.delegate().currentTrackInfo()->trackName, QStringLiteral("Salt & Pepper"));
+        const auto dockMenu = application.delegate().applicationDockMenu();
+        QCOMPARE(dockMenu->actions().at(2)->text(), QStringLiteral("    Track: Salt && Pepper"));
+        QCOMPARE(dockMenu->actions().at(6)->text(), QStringLiteral("Pause"));
+    }
+
+    void theTransportButtonsReachMusic()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        desktop.playTrack();
+        desktop.music.clearRecords();
+        auto *view = application.windowController().window().findChild<PlayerView *>();
+        view->backwardButton().click();
+        view->playPauseButton().click();
+        view->forwardButton().click();
+        QCOMPARE(desktop.music.commands(),
+            (QStringList{QStringLiteral("backTrack"), QStringLiteral("playpause"), QStringLiteral("nextTrack")}));
+    }
+
+    void theWindowButtonsMinimizeAndZoom()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        application.showMainWindow();
+        Window &window = application.windowController().window();
+        auto *view = window.findChild<PlayerView *>();
+        view->maximizeButton().click();
+        QCOMPARE(window.width(), 550);
+        view->minimizeButton().click();
+        QVERIFY(window.isMinimized());
+    }
+
+    void theInfoButtonOpensAndClosesTheDrawer()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        application.showMainWindow();
+        Window &window = application.windowController().window();
+        auto *view = window.findChild<PlayerView *>();
+        view->lcd().infoButton().click();
+        QCOMPARE(window.height(), 124);
+        QVERIFY(view->drawerContainerView().isVisible());
+        QTest::keyClick(window.windowHandle(), Qt::Key_Escape);
+        QCOMPARE(window.height(), 64);
+        QVERIFY(!view->drawerContainerView().isVisible());
+    }
+
+    void reopeningBringsBackAMinimizedWindowAndRaisesAVisibleOne()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        application.showMainWindow();
+        Window &window = application.windowController().window();
+        window.showMinimized();
+        application.reopen();
+        QVERIFY(!window.isMinimized());
+
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        application.reopen();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+    }
+};
+
+QTEST_MAIN(ApplicationTest)
+#include "ApplicationTest.moc"

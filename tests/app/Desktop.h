@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Appearance.h"
+#include "ScriptedMusicApplication.h"
+#include "UserDefaults.h"
+#include "WindowActivation.h"
+
+#include <QDBusConnection>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace tunedeck {
+
+/// Lets every warning fail the test but those of the offscreen platform, which can neither limit nor raise a window.
+inline void failOnWarning()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
+}
+
+/// What the program stands on, with settings of the test's own and no bus.
+struct Desktop {
+    QTemporaryDir folder;
+    UserDefaults defaults{folder.filePath(QStringLiteral("settings"))};
+    Appearance appearance{defaults, QDBusConnection(QStringLiteral("none"))};
+    WindowActivation windowActivation;
+    ScriptedMusicApplication music;
+
+    void play(const QVariantMap &userInfo)
+    {
+        music.answers.playerState = PlayerState::playing;
+        music.answers.currentTrack =
+            MusicTrack{QStringLiteral("Salt & Pepper"), QStringLiteral("Band"), QStringLiteral("Record"), {}, 200.0};
+        Q_EMIT music.playerInfo(userInfo);
+    }
+    void playTrack()
+    {
+        play({{UserInfoKey::persistentId, 1}, {UserInfoKey::totalTime, 200.0},
+            {UserInfoKey::location, QStringLiteral("file:///salt")}});
+    }
+    void playLiveStream()
+    {
+        play({{UserInfoKey::persistentId, 2}, {UserInfoKey::storeUrl, QStringLiteral("https://radio.example")}});
+    }
+};
+
+} // namespace tunedeck

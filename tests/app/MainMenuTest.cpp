@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+#include "MainMenu.h"
+
+#include "Application.h"
+#include "Desktop.h"
+#include "MenuItemIdentifier.h"
+#include "TimedStyle.h"
+#include "ViewController.h"
+#include "WindowController.h"
+
+#include <QApplication>
+#include <QMenuBar>
+#include <QTest>
+
+using namespace tunedeck;
+
+class MainMenuTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QApplication::setStyle(new TimedStyle); }
+    void init() { failOnWarning(); }
+    void cleanup() { QApplication::setPalette(QPalette()); }
+
+    void itHasFiveMenus()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        QStringList titles;
+        for (const QAction *menu : application.mainMenu().contextMenu().actions()) {
+            titles.append(menu->text());
+        }
+        QCOMPARE(titles,
+            (QStringList{QStringLiteral("Tunedeck"), QStringLiteral("File"), QStringLiteral("Controls"),
+                QStringLiteral("Window"), QStringLiteral("Help")}));
+    }
+
+    void whatHasNoWindowYetIsDisabled()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        desktop.playTrack();
+        for (const QString &identifier :
+            {QStringLiteral("Tunedeck_About"), QStringLiteral("Tunedeck_Preferences"), QStringLiteral("Help_Terms")}) {
+            QVERIFY(!application.mainMenu().item(identifier)->isEnabled());
+        }
+    }
+
+    void itemsFollowMusicWithoutAMenuBeingOpened()
+    {
+        using namespace MenuItemIdentifier;
+        Desktop desktop;
+        desktop.music.setRunning(false);
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        const auto isEnabled = [&application](const QString &identifier) {
+            return application.mainMenu().item(identifier)->isEnabled();
+        };
+        for (const QString &identifier : {playPause, next, previous, volumeUp, volumeDown}) {
+            QVERIFY(!isEnabled(identifier));
+        }
+        QVERIFY(isEnabled(openMusicApp));
+        QVERIFY(isEnabled(closeWindow));
+        QVERIFY(isEnabled(keepAboveAllWindows));
+
+        desktop.music.setRunning(true);
+        desktop.playTrack();
+        for (const QString &identifier : {playPause, next, previous, volumeUp, volumeDown}) {
+            QVERIFY(isEnabled(identifier));
+        }
+        desktop.playLiveStream();
+        QVERIFY(isEnabled(playPause));
+        QVERIFY(isEnabled(volumeUp));
+        QVERIFY(!isEnabled(next));
+        QVERIFY(!isEnabled(previous));
+    }
+
+    void theCheckMarkOfKeepAboveIsTheSetting()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        QAction *item = application.mainMenu().item(MenuItemIdentifier::keepAboveAllWindows);
+        QVERIFY(!item->isChecked());
+        application.delegate().toggleKeepMainWindowAboveOtherWindows();
+        QVERIFY(item->isChecked());
+        item->trigger();
+        QVERIFY(!desktop.defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows));
+        QVERIFY(!item->isChecked());
+    }
+
+    void theShortcutsWorkInTheMainWindow()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        desktop.playTrack();
+        application.showMainWindow();
+        Window &window = application.windowController().window();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        desktop.music.answers.soundVolume = 50;
+        application.musicConnector().refreshPlaybackSettings();
+        desktop.music.clearRecords();
+        QTest::keyClick(window.windowHandle(), Qt::Key_Space);
+        QTest::keyClick(window.windowHandle(), Qt::Key_Right, Qt::ControlModifier);
+        QTest::keyClick(window.windowHandle(), Qt::Key_Left, Qt::ControlModifier);
+        QTest::keyClick(window.windowHandle(), Qt::Key_Up, Qt::ControlModifier);
+        QTest::keyClick(window.windowHandle(), Qt::Key_Down, Qt::ControlModifier);
+        QCOMPARE(desktop.music.commands(),
+            (QStringList{QStringLiteral("playpause"), QStringLiteral("nextTrack"), QStringLiteral("backTrack"),
+                QStringLiteral("setSoundVolume 54"), QStringLiteral("setSoundVolume 50")}));
+
+        desktop.playLiveStream();
+        desktop.music.clearRecords();
+        QTest::keyClick(window.windowHandle(), Qt::Key_Right, Qt::ControlModifier);
+        QVERIFY(desktop.music.commands().isEmpty());
+    }
+
+    void mediaKeysAreShortcutsToo()
+    {
+        using namespace MenuItemIdentifier;
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        const auto hasShortcut = [&application](const QString &identifier, Qt::Key key) {
+            return application.mainMenu().item(identifier)->shortcuts().contains(QKeySequence(key));
+        };
+        QVERIFY(hasShortcut(playPause, Qt::Key_MediaTogglePlayPause));
+        QVERIFY(hasShortcut(playPause, Qt::Key_MediaPlay));
+        QVERIFY(hasShortcut(playPause, Qt::Key_MediaPause));
+        QVERIFY(hasShortcut(next, Qt::Key_MediaNext));
+        QVERIFY(hasShortcut(previous, Qt::Key_MediaPrevious));
+    }
+
+    void theDrawersItemSaysWhatItWillDo()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        application.showMainWindow();
+        QAction *item = application.mainMenu().item(QStringLiteral("Window_ToggleDrawer"));
+        QCOMPARE(item->text(), QStringLiteral("Show Playlists"));
+        item->trigger();
+        QVERIFY(application.windowController().isExpanded());
+        QCOMPARE(item->text(), QStringLiteral("Hide Playlists"));
+        item->trigger();
+        QVERIFY(!application.windowController().isExpanded());
+    }
+
+    void closeWindowClosesTheWindow()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        application.showMainWindow();
+        application.mainMenu().item(MenuItemIdentifier::closeWindow)->trigger();
+        QVERIFY(!application.windowController().window().isVisible());
+    }
+
+    void theMenuComesOnARightClickAndOnTheKeyboardsRequest()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        application.showMainWindow();
+        Window &window = application.windowController().window();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QMenu &menu = application.mainMenu().contextMenu();
+        Q_EMIT window.customContextMenuRequested(QPoint(126, 32));
+        QVERIFY(menu.isVisible());
+        menu.close();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QTest::keyClick(window.windowHandle(), Qt::Key_F10, Qt::ShiftModifier);
+        QVERIFY(menu.isVisible());
+        menu.close();
+    }
+
+    void theMenuBarTakesNoRoomWhereTheDesktopDoesNotTakeItOver()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        application.showMainWindow();
+        const auto *menuBar = application.windowController().window().findChild<QMenuBar *>();
+        QVERIFY(!menuBar->isNativeMenuBar());
+        QVERIFY(!menuBar->isVisible());
+    }
+};
+
+QTEST_MAIN(MainMenuTest)
+#include "MainMenuTest.moc"

@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: MIT
+#include "Window.h"
+
+#include "Desktop.h"
+#include "TimedStyle.h"
+#include "WindowController.h"
+
+#include <QApplication>
+#include <QImage>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWindow>
+
+using namespace tunedeck;
+
+namespace {
+/// As a key comes from the keyboard, with the modifiers that were down right before.
+void sendKey(const Window &window, QEvent::Type type, Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QKeyEvent event(type, key, modifiers);
+    QCoreApplication::sendEvent(window.windowHandle(), &event);
+}
+} // namespace
+
+class WindowTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QApplication::setStyle(new TimedStyle); }
+    void init() { failOnWarning(); }
+
+    void itHasNoFrameAndCanBeKeyAndMain()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        QVERIFY(window.windowFlags().testFlag(Qt::FramelessWindowHint));
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QCOMPARE(desktop.windowActivation.mainWindow(), window.windowHandle());
+    }
+
+    void noControlHasTheKeyboardAtFirst()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        window.setContentView(new QPushButton);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QVERIFY(window.hasFocus());
+    }
+
+    void shiftAndOptionAreHeldWhileTheyAreDown()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        window.show();
+        QSignalSpy shift(&window, &Window::shiftButtonHeldChanged);
+        sendKey(window, QEvent::KeyPress, Qt::Key_Shift, Qt::NoModifier);
+        QVERIFY(window.shiftButtonHeld());
+        QVERIFY(!window.optionButtonHeld());
+        sendKey(window, QEvent::KeyPress, Qt::Key_Alt, Qt::ShiftModifier);
+        QVERIFY(window.optionButtonHeld());
+        sendKey(window, QEvent::KeyRelease, Qt::Key_Shift, Qt::ShiftModifier | Qt::AltModifier);
+        QVERIFY(!window.shiftButtonHeld());
+        QVERIFY(window.optionButtonHeld());
+        sendKey(window, QEvent::KeyRelease, Qt::Key_Alt, Qt::AltModifier);
+        QVERIFY(!window.optionButtonHeld());
+        QCOMPARE(shift.count(), 4);
+    }
+
+    void theFlagsAreHeardWhateverChildHasTheKeyboard()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        auto *field = new QLineEdit;
+        window.setContentView(field);
+        window.show();
+        field->setFocus();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        sendKey(window, QEvent::KeyPress, Qt::Key_Shift, Qt::NoModifier);
+        QVERIFY(window.shiftButtonHeld());
+    }
+
+    void theFlagsAreClearedWhenAnotherWindowGetsTheKeyboard()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        window.flagsChanged(Qt::ShiftModifier | Qt::AltModifier);
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        QVERIFY(!window.shiftButtonHeld());
+        QVERIFY(!window.optionButtonHeld());
+    }
+
+    void escapeAndControlPeriodPutTheDrawerAway()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        auto *field = new QLineEdit;
+        window.setContentView(field);
+        window.show();
+        field->setFocus();
+        controller.setExpanded(true);
+        QTest::keyClick(window.windowHandle(), Qt::Key_Escape);
+        QVERIFY(!controller.isExpanded());
+        QCOMPARE(window.height(), 64);
+        controller.setExpanded(true);
+        QTest::keyClick(window.windowHandle(), Qt::Key_Period, Qt::ControlModifier);
+        QVERIFY(!controller.isExpanded());
+    }
+
+    void escapeChangesNothingInACollapsedWindow()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        controller.window().show();
+        const QRect frame = controller.window().geometry();
+        QTest::keyClick(controller.window().windowHandle(), Qt::Key_Escape);
+        QVERIFY(!controller.isExpanded());
+        QVERIFY(controller.window().isVisible());
+        QCOMPARE(controller.window().geometry(), frame);
+    }
+
+    void theLevelIsTheNativeWindowsAndDoesNotHideIt()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        const auto isOnTop = [&window] { return window.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint); };
+        window.show();
+        QSignalSpy visible(window.windowHandle(), &QWindow::visibleChanged);
+        window.setLevel(WindowLevel::Floating);
+        QVERIFY(isOnTop());
+        QVERIFY(window.isVisible());
+        window.hide();
+        window.show();
+        QVERIFY(isOnTop());
+        window.setLevel(WindowLevel::Normal);
+        QVERIFY(!isOnTop());
+        QCOMPARE(visible.count(), 2);
+    }
+
+    void zoomGoesToTheGreatestWidthAndBack()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        window.resize(401, 64);
+        window.zoom();
+        QCOMPARE(window.size(), QSize(550, 64));
+        window.zoom();
+        QCOMPARE(window.size(), QSize(401, 64));
+    }
+
+    void itsCornersAreRoundAndItsInsideIsNot()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        QImage image(window.size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        window.render(&image, {}, {}, QWidget::DrawWindowBackground);
+        for (const QPoint corner : {QPoint(0, 0), QPoint(449, 0), QPoint(0, 63), QPoint(449, 63)}) {
+            QVERIFY(image.pixelColor(corner).alpha() < 128);
+        }
+        QCOMPARE(image.pixelColor(225, 2).alpha(), 255);
+        QCOMPARE(image.pixelColor(2, 32).alpha(), 255);
+    }
+
+    void itsPanelFollowsTheAppearance()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        const auto lightness = [&controller] {
+            return controller.window().palette().color(QPalette::Window).lightness();
+        };
+        desktop.appearance.setApplicationAppearance(AppearanceName::Aqua);
+        QVERIFY(lightness() > 128);
+        desktop.appearance.setApplicationAppearance(AppearanceName::DarkAqua);
+        QVERIFY(lightness() < 128);
+    }
+
+    void onlyItsSidesShowTheResizeCursor()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        window.show();
+        const auto cursorAt = [&window](QPoint position) {
+            QTest::mouseMove(window.windowHandle(), position);
+            return window.cursor().shape();
+        };
+        QCOMPARE(cursorAt({4, 32}), Qt::SizeHorCursor);
+        QCOMPARE(cursorAt({5, 32}), Qt::ArrowCursor);
+        QCOMPARE(cursorAt({445, 32}), Qt::SizeHorCursor);
+        QCOMPARE(cursorAt({444, 32}), Qt::ArrowCursor);
+        QCOMPARE(cursorAt({225, 1}), Qt::ArrowCursor);
+    }
+
+    void aDoubleClickOnTheBackgroundDoesNothing()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        window.show();
+        const QRect frame = window.geometry();
+        QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, QPoint(225, 32));
+        QCOMPARE(window.geometry(), frame);
+        QVERIFY(!window.isMaximized());
+    }
+};
+
+QTEST_MAIN(WindowTest)
+#include "WindowTest.moc"

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include "LcdView.h"
+
+#include "GlyphButton.h"
+#include "PercentSlider.h"
+#include "TrackInfoLabel.h"
+
+#include <QLabel>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace tunedeck;
+
+class LcdViewTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void nothingOverlapsAtAnyWidth()
+    {
+        LcdView lcd;
+        lcd.primaryTimeLabel().setText(QStringLiteral("10:00:00"));
+        lcd.secondaryTimeLabel().setText(QStringLiteral("-10:00:00"));
+        lcd.show();
+        for (const int windowWidth : {350, 450, 550}) {
+            lcd.resize(windowWidth - 138, 52);
+            const int elapsedEnd = lcd.primaryTimeLabel().geometry().right();
+            const QRect slider = lcd.trackProgressSlider().geometry();
+            const QRect remaining = lcd.secondaryTimeLabel().geometry();
+            const QRect info = lcd.infoButton().geometry();
+            QVERIFY(elapsedEnd < slider.left());
+            QVERIFY(slider.width() >= 50);
+            QVERIFY(slider.right() < remaining.left());
+            QVERIFY(remaining.right() < info.left());
+            QVERIFY(info.right() < lcd.width());
+            QVERIFY(lcd.trackInfoLabel().geometry().bottom() < slider.top());
+        }
+    }
+
+    void theSliderGivesWayToAWiderTime()
+    {
+        LcdView lcd;
+        lcd.resize(212, 52);
+        lcd.show();
+        lcd.primaryTimeLabel().setText(QStringLiteral("9:59"));
+        QCoreApplication::processEvents();
+        const int left = lcd.trackProgressSlider().x();
+        lcd.primaryTimeLabel().setText(QStringLiteral("10:00"));
+        QCoreApplication::processEvents();
+        QCOMPARE(lcd.trackProgressSlider().x(), left);
+        lcd.primaryTimeLabel().setText(QStringLiteral("1:00:00"));
+        QTRY_VERIFY(lcd.trackProgressSlider().x() > left);
+    }
+
+    void itsTextIsDarkOnLightOrLightOnDark()
+    {
+        const auto isLightOnDark = [](const LcdView &lcd) {
+            return lcd.palette().color(QPalette::WindowText).lightness()
+                > lcd.palette().color(QPalette::Window).lightness();
+        };
+        LcdView lcd;
+        QVERIFY(!isLightOnDark(lcd));
+        lcd.setDark(true);
+        QVERIFY(isLightOnDark(lcd));
+    }
+};
+
+QTEST_MAIN(LcdViewTest)
+#include "LcdViewTest.moc"

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "PercentSlider.h"
+
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <limits>
+
+using namespace tunedeck;
+
+class PercentSliderTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void aValueIsKeptToAHundredth()
+    {
+        PercentSlider slider;
+        slider.setDoubleValue(55.7);
+        QCOMPARE(slider.doubleValue(), 55.7);
+    }
+
+    void whatLiesOutsideBecomesTheNearerEnd()
+    {
+        PercentSlider slider;
+        slider.setDoubleValue(1e300);
+        QCOMPARE(slider.doubleValue(), 100.0);
+        slider.setDoubleValue(-0.5);
+        QCOMPARE(slider.doubleValue(), 0.0);
+    }
+
+    void whatIsNotFiniteIsTheStart()
+    {
+        PercentSlider slider;
+        for (const double value : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
+            slider.setDoubleValue(50);
+            slider.setDoubleValue(value);
+            QCOMPARE(slider.doubleValue(), 0.0);
+        }
+    }
+
+    void onlyTheUserIsToldAsAnAdjustment()
+    {
+        PercentSlider slider;
+        slider.setStep(4);
+        QSignalSpy adjusted(&slider, &PercentSlider::adjusted);
+        slider.setDoubleValue(50);
+        QCOMPARE(adjusted.count(), 0);
+        QTest::keyClick(&slider, Qt::Key_Right);
+        QCOMPARE(adjusted.count(), 1);
+        QCOMPARE(adjusted.at(0).at(0).toDouble(), 54.0);
+        QTest::keyClick(&slider, Qt::Key_PageUp);
+        QCOMPARE(adjusted.at(1).at(0).toDouble(), 66.0);
+    }
+
+    void aPressBesideTheKnobBringsTheKnobThere()
+    {
+        PercentSlider slider;
+        slider.resize(200, 20);
+        QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(100, 10));
+        QVERIFY(qAbs(slider.doubleValue() - 50) < 1);
+        QTest::mouseMove(&slider, QPoint(200, 10));
+        QTest::mouseRelease(&slider, Qt::LeftButton, {}, QPoint(200, 10));
+        QCOMPARE(slider.doubleValue(), 100.0);
+    }
+
+    void aPressOnTheKnobDoesNotMoveIt()
+    {
+        PercentSlider slider;
+        slider.resize(200, 20);
+        slider.setDoubleValue(50);
+        QSignalSpy adjusted(&slider, &PercentSlider::adjusted);
+        QTest::mouseClick(&slider, Qt::LeftButton, {}, QPoint(102, 10));
+        QCOMPARE(adjusted.count(), 0);
+        QCOMPARE(slider.doubleValue(), 50.0);
+    }
+
+    void theWheelIsLeftToWhatIsBelow()
+    {
+        PercentSlider slider;
+        slider.setDoubleValue(50);
+        QWheelEvent wheel({5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&slider, &wheel);
+        QVERIFY(!wheel.isAccepted());
+        QCOMPARE(slider.doubleValue(), 50.0);
+    }
+};
+
+QTEST_MAIN(PercentSliderTest)
+#include "PercentSliderTest.moc"

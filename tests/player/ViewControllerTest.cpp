@@ -1,0 +1,551 @@
+// SPDX-License-Identifier: MIT
+#include "ViewController.h"
+
+#include "Appearance.h"
+#include "DrawerHost.h"
+#include "GlyphButton.h"
+#include "LcdView.h"
+#include "MenuItemIdentifier.h"
+#include "PercentSlider.h"
+#include "PlayerView.h"
+#include "ScriptedMusicApplication.h"
+#include "TrackInfoLabel.h"
+#include "UserDefaults.h"
+#include "WindowActivation.h"
+
+#include <QAction>
+#include <QDBusConnection>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QWindow>
+
+using namespace tunedeck;
+
+namespace {
+class ScriptedDrawerHost : public DrawerHost {
+public:
+    using DrawerHost::DrawerHost;
+
+    [[nodiscard]] bool isExpanded() const override { return m_isExpanded; }
+    void setExpanded(bool expanded) override { m_isExpanded = expanded; }
+    void finishResize() { Q_EMIT isExpandedChanged(m_isExpanded); }
+
+private:
+    bool m_isExpanded = false;
+};
+
+MusicTrack aTrack()
+{
+    return {QStringLiteral("Blues"), QStringLiteral("Band"), QStringLiteral("Record"), {}, 200.0};
+}
+
+QVariantMap localTrackInfo()
+{
+    return {{UserInfoKey::persistentId, 1}, {UserInfoKey::playerState, QStringLiteral("Playing")},
+        {UserInfoKey::totalTime, 200.0}, {UserInfoKey::location, QStringLiteral("file:///blues")}};
+}
+
+QVariantMap liveStreamInfo()
+{
+    return {{UserInfoKey::persistentId, 2}, {UserInfoKey::playerState, QStringLiteral("Playing")},
+        {UserInfoKey::storeUrl, QStringLiteral("https://radio.example")}};
+}
+
+QVariantMap stoppedInfo()
+{
+    return {{UserInfoKey::playerState, QStringLiteral("Stopped")}};
+}
+
+/// A player's view with everything it stands on.
+struct Player {
+    explicit Player(bool isMusicRunning = true)
+    {
+        music.setRunning(isMusicRunning);
+        defaults.registerDefaults({{SettingsKey::remainingTimeEnabled, true}, {SettingsKey::appearanceClassic, true},
+            {SettingsKey::appearanceUpdatesDockIcon, true}, {SettingsKey::volumeButtonsHidden, false}});
+        connector.emplace(music, windowActivation);
+        controller.emplace(
+            ViewController::Surroundings{*connector, defaults, appearance, windowActivation, drawerHost}, view);
+    }
+
+    void play(const QVariantMap &userInfo, FourCharCode state = PlayerState::playing)
+    {
+        music.answers.playerState = state;
+        music.answers.currentTrack = aTrack();
+        music.answers.playerPosition = 10.0;
+        Q_EMIT music.playerInfo(userInfo);
+    }
+
+    void stop()
+    {
+        music.answers.playerState = PlayerState::stopped;
+        Q_EMIT music.playerInfo(stoppedInfo());
+    }
+
+    [[nodiscard]] QStringList displayed() { return view.lcd().trackInfoLabel().displayStrings(); }
+
+    [[nodiscard]] bool isItemEnabled(const QString &identifier) const
+    {
+        QAction item;
+        item.setObjectName(identifier);
+        return controller->validateMenuItem(item);
+    }
+
+    QTemporaryDir folder;
+    UserDefaults defaults{folder.filePath(QStringLiteral("settings"))};
+    Appearance appearance{defaults, QDBusConnection(QStringLiteral("none"))};
+    WindowActivation windowActivation;
+    ScriptedMusicApplication music;
+    ScriptedDrawerHost drawerHost;
+    std::optional<MusicConnector> connector;
+    PlayerView view;
+    std::optional<ViewController> controller;
+};
+} // namespace
+
+class ViewControllerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void musicThatDoesNotRunIsNotOpen()
+    {
+        Player player(false);
+        QCOMPARE(player.displayed(), {QStringLiteral("Music is not open")});
+        QVERIFY(!player.view.lcd().trackProgressSlider().isEnabled());
+    }
+
+    void musicThatPlaysNothingHasNoSong()
+    {
+        Player player;
+        QCOMPARE(player.displayed(), {QStringLiteral("No Song")});
+        QVERIFY(!player.view.lcd().trackProgressSlider().isEnabled());
+    }
+
+    void aTrackShowsItsFields()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        QCOMPARE(player.displayed(),
+            (QStringList{QStringLiteral("Blues"), QStringLiteral("Band"), QStringLiteral("Record")}));
+        QVERIFY(player.view.lcd().trackProgressSlider().isEnabled());
+        QCOMPARE(player.view.lcd().trackProgressSlider().doubleValue(), 5.0);
+        QCOMPARE(player.view.lcd().primaryTimeLabel().text(), QStringLiteral("0:10"));
+        QCOMPARE(player.view.lcd().secondaryTimeLabel().text(), QStringLiteral("-3:09"));
+    }
+
+    void aTrackWithoutArtistAndAlbumShowsItsNameOnly()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.controller->setCurrentTrack(MusicConnectorTrack(QStringLiteral("Alone"), {}, {}, 10.0, {}));
+        QCOMPARE(player.displayed(), {QStringLiteral("Alone")});
+    }
+
+    void aFieldThatIsPresentButEmptyIsKept()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.controller->setCurrentTrack(MusicConnectorTrack(QString(), QStringLiteral("Band"), {}, 10.0, {}));
+        QCOMPARE(player.displayed(), (QStringList{QString(), QStringLiteral("Band")}));
+    }
+
+    void theTrackOnShowIsTold()
+    {
+        Player player;
+        QList<std::optional<MusicConnectorTrack>> told;
+        connect(&*player.controller, &ViewController::currentTrackInfoChanged, this,
+            [&told](const std::optional<MusicConnectorTrack> &track) { told.append(track); });
+        player.play(localTrackInfo());
+        QVERIFY(told.last());
+        QCOMPARE(told.last()->trackName, QStringLiteral("Blues"));
+        // The feed is known to be empty before the state is known to be stopped, so the first stop keeps the track.
+        player.stop();
+        QVERIFY(told.last());
+        player.stop();
+        QVERIFY(!told.last());
+    }
+
+    void noTrackLeavesTheDisplayAsItIs()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.controller->setCurrentTrack(std::nullopt);
+        QCOMPARE(player.displayed().first(), QStringLiteral("Blues"));
+    }
+
+    void musicThatQuitsClearsTheTrack()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.music.quit();
+        QCOMPARE(player.displayed(), {QStringLiteral("Music is not open")});
+        QVERIFY(!player.view.lcd().primaryTimeLabel().isHidden());
+        QCOMPARE(player.view.playPauseButton().controlGlyph(), GlyphButton::Glyph::Play);
+    }
+
+    void aFrozenMusicKeepsTheTrackAndIsTold()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        QVERIFY(player.view.lcd().toolTip().isEmpty());
+        Q_EMIT player.music.respondingDidChange(false);
+        QCOMPARE(player.view.lcd().toolTip(), QStringLiteral("Music is not responding"));
+        QCOMPARE(player.displayed().first(), QStringLiteral("Blues"));
+        Q_EMIT player.music.respondingDidChange(true);
+        QVERIFY(player.view.lcd().toolTip().isEmpty());
+    }
+
+    void aStoppedFeedOfAPausedPlayerKeepsTheTrackInfo()
+    {
+        Player player;
+        player.play(localTrackInfo(), PlayerState::paused);
+        QSignalSpy told(&*player.controller, &ViewController::currentTrackInfoChanged);
+        player.connector->setFeedType(FeedType::stopped);
+        QCOMPARE(player.displayed(), {QStringLiteral("No Song")});
+        QCOMPARE(told.count(), 0);
+    }
+
+    void aLiveStreamShowsTheMarkerInPlaceOfTheTimes()
+    {
+        Player player;
+        player.play(liveStreamInfo());
+        LcdView &lcd = player.view.lcd();
+        QVERIFY(!lcd.isLiveLabel().isHidden());
+        QVERIFY(lcd.trackProgressSlider().isHidden());
+        QVERIFY(lcd.primaryTimeLabel().isHidden());
+        QVERIFY(lcd.secondaryTimeLabel().isHidden());
+        QVERIFY(!player.view.backwardButton().isEnabled());
+        QVERIFY(!player.view.forwardButton().isEnabled());
+        QCOMPARE(player.view.playPauseButton().toolTip(), QStringLiteral("Play or stop playing live audio"));
+        QCOMPARE(player.displayed().first(), QStringLiteral("Blues"));
+
+        player.play(localTrackInfo());
+        QVERIFY(lcd.isLiveLabel().isHidden());
+        QVERIFY(!lcd.trackProgressSlider().isHidden());
+        QVERIFY(player.view.backwardButton().isEnabled());
+        QCOMPARE(player.view.playPauseButton().toolTip(), QStringLiteral("Play or pause the current track"));
+    }
+
+    void theGlyphAndTheTitleFollowTheState_data()
+    {
+        QTest::addColumn<bool>("isLive");
+        QTest::addColumn<FourCharCode>("state");
+        QTest::addColumn<GlyphButton::Glyph>("glyph");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("stopped") << false << PlayerState::stopped << GlyphButton::Glyph::Play << QStringLiteral("Play");
+        QTest::newRow("paused") << false << PlayerState::paused << GlyphButton::Glyph::Play << QStringLiteral("Play");
+        QTest::newRow("playing") << false << PlayerState::playing << GlyphButton::Glyph::Pause
+                                 << QStringLiteral("Pause");
+        QTest::newRow("seeking") << false << PlayerState::rewinding << GlyphButton::Glyph::Pause
+                                 << QStringLiteral("Pause");
+        QTest::newRow("live, paused") << true << PlayerState::paused << GlyphButton::Glyph::Play
+                                      << QStringLiteral("Play");
+        QTest::newRow("live, playing") << true << PlayerState::playing << GlyphButton::Glyph::Stop
+                                       << QStringLiteral("Stop");
+    }
+
+    void theGlyphAndTheTitleFollowTheState()
+    {
+        QFETCH(const bool, isLive);
+        QFETCH(const FourCharCode, state);
+        Player player;
+        QSignalSpy title(&*player.controller, &ViewController::playPauseTitleChanged);
+        player.play(isLive ? liveStreamInfo() : localTrackInfo(), state);
+        QTEST(player.view.playPauseButton().controlGlyph(), "glyph");
+        QTEST(title.last().at(0).toString(), "title");
+    }
+
+    void theDockTileIsToldOfTheStateGivenAndThenOfTheOneHeld()
+    {
+        Player player;
+        player.play(localTrackInfo(), PlayerState::paused);
+        QSignalSpy tile(&*player.controller, &ViewController::dockTileImageChanged);
+        player.controller->playerStateDidChange(PlayerState::playing);
+        QCOMPARE(tile.count(), 2);
+        QCOMPARE(tile.at(0).at(0).toString(), QStringLiteral("DockTile_Pause"));
+        QCOMPARE(tile.at(1).at(0).toString(), QStringLiteral("DockTile_Play"));
+    }
+
+    void theDockTileIsDarkOnlyWhereTheSettingsLetIt()
+    {
+        Player player;
+        player.appearance.setApplicationAppearance(AppearanceName::DarkAqua);
+        const auto tile = [&player] {
+            return player.controller->dockTileImage(PlayerState::playing, FeedType::liveStream);
+        };
+        QCOMPARE(tile(), QStringLiteral("DockTile_Stop"));
+        player.defaults.setBool(SettingsKey::appearanceClassic, false);
+        QCOMPARE(tile(), QStringLiteral("DockTile_Stop-Dark"));
+        QCOMPARE(player.controller->dockTileImage(PlayerState::paused, FeedType::localTrack),
+            QStringLiteral("DockTile_Play-Dark"));
+        player.appearance.setApplicationAppearance(AppearanceName::VibrantDark);
+        QCOMPARE(tile(), QStringLiteral("DockTile_Stop-Dark"));
+        player.appearance.setApplicationAppearance(AppearanceName::Aqua);
+        QCOMPARE(tile(), QStringLiteral("DockTile_Stop"));
+        player.appearance.setApplicationAppearance(AppearanceName::DarkAqua);
+        player.defaults.setBool(SettingsKey::appearanceUpdatesDockIcon, false);
+        QCOMPARE(tile(), QStringLiteral("DockTile_Stop"));
+    }
+
+    void theDockTileFollowsTheAppearanceAndItsSetting()
+    {
+        Player player;
+        player.defaults.setBool(SettingsKey::appearanceClassic, false);
+        player.appearance.setApplicationAppearance(AppearanceName::Aqua);
+        QSignalSpy tile(&*player.controller, &ViewController::dockTileImageChanged);
+        player.appearance.setApplicationAppearance(AppearanceName::DarkAqua);
+        QCOMPARE(tile.last().at(0).toString(), QStringLiteral("DockTile_Play-Dark"));
+        player.defaults.setAppearanceUpdatesDockIcon(false);
+        QCOMPARE(tile.last().at(0).toString(), QStringLiteral("DockTile_Play"));
+    }
+
+    void theTimeLabelsSayWhatTheyShow()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        LcdView &lcd = player.view.lcd();
+        QCOMPARE(lcd.primaryTimeLabel().toolTip(), QStringLiteral("Elapsed time"));
+        QCOMPARE(lcd.secondaryTimeLabel().toolTip(), QStringLiteral("Remaining time"));
+        player.defaults.setBool(SettingsKey::remainingTimeEnabled, false);
+        QCOMPARE(lcd.secondaryTimeLabel().toolTip(), QStringLiteral("Duration"));
+        QCOMPARE(lcd.secondaryTimeLabel().text(), QStringLiteral("3:20"));
+    }
+
+    void theTotalTimeStaysWhileTheRemainingTimeRuns()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.defaults.setBool(SettingsKey::remainingTimeEnabled, false);
+        player.music.answers.playerPosition = 60.0;
+        player.connector->updatePlayerProgressInfo();
+        QCOMPARE(player.view.lcd().secondaryTimeLabel().text(), QStringLiteral("3:20"));
+        player.defaults.setBool(SettingsKey::remainingTimeEnabled, true);
+        QCOMPARE(player.view.lcd().secondaryTimeLabel().text(), QStringLiteral("-2:19"));
+    }
+
+    void theTimeLabelsMenuWritesTheSetting()
+    {
+        Player player;
+        QMenu &menu = player.controller->timeLabelMenu();
+        QCOMPARE(menu.title(), QStringLiteral("Menu"));
+        const QList<QAction *> items = menu.actions();
+        QCOMPARE(items.size(), 2);
+        QCOMPARE(items[0]->text(), QStringLiteral("Remaining Time"));
+        QCOMPARE(items[0]->objectName(), QStringLiteral("ContextualMenu_RemainingTime"));
+        QCOMPARE(items[1]->text(), QStringLiteral("Duration"));
+        QCOMPARE(items[1]->objectName(), QStringLiteral("ContextualMenu_TotalTime"));
+        for (int i = 0; i < 2; ++i) {
+            items[1]->trigger();
+            Q_EMIT menu.aboutToShow();
+            QVERIFY(!player.defaults.boolForKey(SettingsKey::remainingTimeEnabled));
+            QVERIFY(!player.controller->remainingTimeEnabled());
+            QVERIFY(!items[0]->isChecked());
+            QVERIFY(items[1]->isChecked());
+        }
+        items[0]->trigger();
+        Q_EMIT menu.aboutToShow();
+        QVERIFY(player.defaults.boolForKey(SettingsKey::remainingTimeEnabled));
+        QVERIFY(items[0]->isChecked());
+        QVERIFY(!items[1]->isChecked());
+    }
+
+    void aClickOnTheTimeLabelChangesNothing()
+    {
+        Player player;
+        QTest::mouseClick(&player.view.lcd().secondaryTimeLabel(), Qt::LeftButton);
+        QVERIFY(player.defaults.boolForKey(SettingsKey::remainingTimeEnabled));
+    }
+
+    void menuItemsFollowMusic()
+    {
+        using namespace MenuItemIdentifier;
+        Player player(false);
+        for (const QString &item : {playPause, next, previous, volumeUp, volumeDown}) {
+            QVERIFY(!player.isItemEnabled(item));
+        }
+        player.music.launch();
+        player.play(localTrackInfo());
+        for (const QString &item : {playPause, next, previous, volumeUp, volumeDown}) {
+            QVERIFY(player.isItemEnabled(item));
+        }
+        player.play(liveStreamInfo());
+        QVERIFY(player.isItemEnabled(playPause));
+        QVERIFY(player.isItemEnabled(volumeUp));
+        QVERIFY(!player.isItemEnabled(next));
+        QVERIFY(!player.isItemEnabled(previous));
+    }
+
+    void menuItemsThatNeedNoMusicAreEnabledAndStrangersAreNot()
+    {
+        using namespace MenuItemIdentifier;
+        Player player(false);
+        for (const QString &item : {openMusicApp, closeWindow, totalTime, remainingTime}) {
+            QVERIFY(player.isItemEnabled(item));
+        }
+        QVERIFY(!player.isItemEnabled(keepAboveAllWindows));
+        QVERIFY(!player.isItemEnabled(QString()));
+    }
+
+    void theTransportButtonsOnlyAsk()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.music.clearRecords();
+        QSignalSpy playPause(&*player.controller, &ViewController::playPausePressed);
+        QSignalSpy next(&*player.controller, &ViewController::nextPressed);
+        QSignalSpy prev(&*player.controller, &ViewController::prevPressed);
+        player.view.playPauseButton().click();
+        player.view.forwardButton().click();
+        player.view.backwardButton().click();
+        QCOMPARE(playPause.count(), 1);
+        QCOMPARE(next.count(), 1);
+        QCOMPARE(prev.count(), 1);
+        QVERIFY(player.music.commands().isEmpty());
+    }
+
+    void theVolumeSliderFollowsMusicAndSetsIt()
+    {
+        Player player;
+        player.music.answers.soundVolume = 40;
+        player.connector->refreshPlaybackSettings();
+        QCOMPARE(player.view.volumeSlider().doubleValue(), 40.0);
+        player.music.clearRecords();
+        Q_EMIT player.view.volumeSlider().adjusted(57.9);
+        QCOMPARE(player.music.commands(), {QStringLiteral("setSoundVolume 57")});
+        QCOMPARE(player.connector->soundVolume(), 57.9);
+        QCOMPARE(player.view.volumeSlider().doubleValue(), 57.9);
+    }
+
+    void theSpeakersSetSilenceAndFullVolumeEachTime()
+    {
+        Player player;
+        player.music.clearRecords();
+        player.view.volumeMaxButton().click();
+        player.view.volumeMaxButton().click();
+        player.view.volumeMinButton().click();
+        QCOMPARE(player.music.commands(),
+            (QStringList{QStringLiteral("setSoundVolume 100"), QStringLiteral("setSoundVolume 100"),
+                QStringLiteral("setSoundVolume 0")}));
+    }
+
+    void theVolumeDropsWhereMusicDoesNotRun()
+    {
+        Player player(false);
+        player.view.volumeSlider().setValue(5000);
+        QCOMPARE(player.connector->soundVolume(), 0.0);
+        QCOMPARE(player.view.volumeSlider().doubleValue(), 0.0);
+    }
+
+    void theSpeakersHideAsTheSettingSays()
+    {
+        Player player;
+        QVERIFY(!player.view.volumeMinButton().isHidden());
+        player.defaults.setBool(SettingsKey::volumeButtonsHidden, true);
+        QVERIFY(player.view.volumeMinButton().isHidden());
+        QVERIFY(player.view.volumeMaxButton().isHidden());
+        player.defaults.setBool(SettingsKey::volumeButtonsHidden, false);
+        QVERIFY(!player.view.volumeMaxButton().isHidden());
+    }
+
+    void scrubbingSendsEachNewPositionOnce()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.music.clearRecords();
+        PercentSlider &slider = player.view.lcd().trackProgressSlider();
+        slider.setValue(2500);
+        Q_EMIT slider.adjusted(25);
+        slider.setValue(5000);
+        QCOMPARE(player.music.commands(),
+            (QStringList{QStringLiteral("setPlayerPosition 50"), QStringLiteral("setPlayerPosition 100")}));
+    }
+
+    void aNewTrackLetsTheSamePlaceBeSentAgain()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.music.clearRecords();
+        PercentSlider &slider = player.view.lcd().trackProgressSlider();
+        slider.setValue(2500);
+        player.controller->setCurrentTrack(player.connector->currentTrack());
+        Q_EMIT slider.adjusted(25);
+        QCOMPARE(player.music.commands(),
+            (QStringList{QStringLiteral("setPlayerPosition 50"), QStringLiteral("setPlayerPosition 50")}));
+    }
+
+    void theKnobIsNotPulledBackWhileTheUserScrubs()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        PercentSlider &slider = player.view.lcd().trackProgressSlider();
+        slider.setValue(5000);
+        player.connector->updatePlayerProgressInfo();
+        QCOMPARE(slider.doubleValue(), 50.0);
+        // The user let go a third of a second ago.
+        QTRY_VERIFY_WITH_TIMEOUT((player.connector->updatePlayerProgressInfo(), slider.doubleValue() == 5.0), 2000);
+    }
+
+    void theDrawerShowsBeforeTheWindowGrowsAndHidesAfterItShrank()
+    {
+        Player player(false);
+        player.music.setRunning(true);
+        QWidget &drawer = player.view.drawerContainerView();
+        QVERIFY(drawer.isHidden());
+        player.view.lcd().infoButton().click();
+        QVERIFY(!drawer.isHidden());
+        QVERIFY(player.drawerHost.isExpanded());
+        QTRY_VERIFY(player.music.backgroundReads().contains(QStringLiteral("playlistIds")));
+        player.drawerHost.finishResize();
+        QVERIFY(!drawer.isHidden());
+
+        player.controller->toggleDrawer();
+        QVERIFY(!player.drawerHost.isExpanded());
+        QVERIFY(!drawer.isHidden());
+        player.drawerHost.finishResize();
+        QVERIFY(drawer.isHidden());
+    }
+
+    void theCloseButtonClosesTheWindow()
+    {
+        Player player;
+        player.view.show();
+        player.view.closeButton().click();
+        QVERIFY(!player.view.isVisible());
+    }
+
+    void aWindowThatBecomesMainRefreshesTheDisplay()
+    {
+        Player player;
+        player.view.lcd().trackInfoLabel().setDisplayStrings({QStringLiteral("stale")});
+        Q_EMIT player.windowActivation.windowDidBecomeMain(nullptr);
+        QCOMPARE(player.displayed(), {QStringLiteral("No Song")});
+    }
+
+    void theDisplayFollowsTheAppearance()
+    {
+        Player player;
+        player.appearance.setApplicationAppearance(AppearanceName::Aqua);
+        const QColor light = player.view.lcd().palette().color(QPalette::Window);
+        player.appearance.setApplicationAppearance(AppearanceName::DarkAqua);
+        QVERIFY(player.view.lcd().palette().color(QPalette::Window).lightness() < light.lightness());
+    }
+
+    void everyControlHasAName()
+    {
+        Player player;
+        const auto controls = player.view.findChildren<QWidget *>();
+        for (const QWidget *control : controls) {
+            if (control->focusPolicy() != Qt::NoFocus) {
+                QVERIFY(!control->accessibleName().isEmpty());
+            }
+        }
+    }
+};
+
+QTEST_MAIN(ViewControllerTest)
+#include "ViewControllerTest.moc"
