@@ -1,0 +1,158 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Checks the rules of this project that no compiler checks, and names each breach as file:line: rule.
+
+Usage: rules.py [the project's folder]
+"""
+
+import re
+import sys
+from collections.abc import Iterator
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+
+# What each folder of src/ may include beside itself.
+MAY_INCLUDE = {
+    "platform": set(),
+    "music": {"platform"},
+    "skin": {"platform"},
+    "music/mpris": {"platform", "music"},
+    "player": {"platform", "music", "skin"},
+    "drawer": {"platform", "music", "skin"},
+    "preferences": {"platform", "music", "skin"},
+    "updates": {"platform", "music", "skin"},
+    "app": {"platform", "music", "skin", "music/mpris", "player", "drawer", "preferences", "updates"},
+}
+
+# A player that hangs must not be felt in the window: nothing in src/ may wait for another process. Lines of what may
+# wait, since it runs on a thread of its own, end in this comment.
+MAY_WAIT = "// waits on a worker thread"
+WAITING = {
+    r"\bQDBus(Abstract)?Interface\b": "introspects, and waits for it",
+    r"(\.|->|\bQDBusConnection::)(call|callWithArgumentList)\s*\(": "waits for the answer: use asyncCall()",
+    r"\bwaitFor(Finished|Reply|Started|ReadyRead|BytesWritten|Connected|Disconnected)\s*\(": "waits",
+    r"(\.|->)(isServiceRegistered|registeredServiceNames|serviceOwner|servicePid|serviceUid|startService)\s*\(":
+        "asks the bus, and waits for it",
+    r"\bQThread::(m|u)?sleep\s*\(|\bsleep_(for|until)\s*\(": "sleeps",
+    r"\bQEventLoop\b": "waits in an event loop of its own",
+}
+# Properties of D-Bus objects are read by a blocking call; those of other objects are not.
+WAITING_ON_THE_BUS = {r"(\.|->)property\s*\(": "waits, if it is a D-Bus property"}
+
+EVERYWHERE = {
+    r"\bsetStyleSheet\s*\(": "style sheets are slow to start: draw it",
+    r"[<\"/](QtQml|QtQuick|QtWebEngine|QQml|QQuick)|\bQt6?::(Qml|Quick|WebEngine)": "no QML, no web engine",
+}
+# Music is known without a window and without a bus.
+IN_MUSIC = {
+    r"#\s*include\s*<(Qt(Gui|Widgets|DBus|Svg|Network)/|QDBus|Q(Gui)?Application\b|QWidget|QWindow|QAction|QMenu"
+    r"|QPainter|QPixmap|QImage|QIcon|QColor|QFont|QScreen|QClipboard|QDesktopServices|QKeyEvent|QMouseEvent)":
+        "music/ includes QtCore alone",
+    r"\bQt6::(Gui|Widgets|DBus|Svg|Network)\b": "music/ links QtCore alone",
+}
+OUTSIDE_MPRIS = {r"\borg[./]mpris\b": "only music/mpris/ knows the players' D-Bus names"}
+
+CODE = {".h", ".cpp"}
+SPDX = "SPDX-License-Identifier: MIT"
+
+
+def without_comments(text: str) -> str:
+    """The same lines, but comments are gone. Strings stay: a name of D-Bus is a string."""
+    pattern = r'"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])*\'|//[^\n]*|/\*.*?\*/'
+
+    def kept(match: re.Match[str]) -> str:
+        found = match.group()
+        return "\n" * found.count("\n") if found.startswith("/") else found
+
+    return re.sub(pattern, kept, text, flags=re.DOTALL)
+
+
+def files_below(folder: Path) -> Iterator[Path]:
+    return (path for path in sorted(folder.rglob("*")) if path.is_file())
+
+
+def folder_of(path: Path, src: Path) -> str:
+    return path.parent.relative_to(src).as_posix()
+
+
+def breaches_of_licence(root: Path) -> Iterator[str]:
+    beside = [path for path in [root / "CMakeLists.txt", root / "run", root / "test"] if path.exists()]
+    below = [path for name in ("src", "tests", "tools", "cmake", ".ci") for path in files_below(root / name)]
+    for path in beside + below:
+        text = path.read_bytes().decode(errors="replace")
+        is_source = path.suffix in CODE | {".cmake", ".py", ".sh"} or path.name == "CMakeLists.txt"
+        if (is_source or text.startswith("#!")) and SPDX not in "".join(text.splitlines(True)[:2]):
+            yield f"{path.relative_to(root)}:1: the line \"{SPDX}\" is missing"
+
+
+def rules_for(path: Path, src: Path, code: str) -> dict[str, str]:
+    folder = folder_of(path, src)
+    rules = WAITING | EVERYWHERE
+    if "QDBus" in code:
+        rules = rules | WAITING_ON_THE_BUS
+    if folder == "music":
+        rules = rules | IN_MUSIC
+    if folder != "music/mpris":
+        rules = rules | OUTSIDE_MPRIS
+    return rules
+
+
+def breaches_of_words(root: Path) -> Iterator[str]:
+    src = root / "src"
+    for path in files_below(src):
+        where = path.relative_to(root)
+        if path.suffix == ".qml":
+            yield f"{where}:1: no QML, no web engine"
+        if path.suffix not in CODE and path.name != "CMakeLists.txt":
+            continue
+        text = path.read_text()
+        code = without_comments(text) if path.suffix in CODE else text
+        rules = rules_for(path, src, code)
+        for number, (line, as_written) in enumerate(zip(code.splitlines(), text.splitlines()), 1):
+            for pattern, why in rules.items():
+                may_wait = pattern in WAITING and as_written.endswith(MAY_WAIT)
+                if re.search(pattern, line) and not may_wait:
+                    yield f"{where}:{number}: {line.strip()} -- {why}"
+
+
+def breaches_of_layers(root: Path) -> Iterator[str]:
+    src = root / "src"
+    sources = [path for path in files_below(src) if path.suffix in CODE]
+    home: dict[str, str] = {}
+    for header in (path for path in sources if path.suffix == ".h"):
+        other = home.setdefault(header.name, folder_of(header, src))
+        if other != folder_of(header, src):
+            yield f"{header.relative_to(root)}:1: {other}/ has a header of this name, too"
+    for path in sources:
+        folder = folder_of(path, src)
+        where = path.relative_to(root)
+        if folder not in MAY_INCLUDE:
+            yield f"{where}:1: {folder}/ has no place among the layers of tools/checks/rules.py"
+            continue
+        for number, line in enumerate(without_comments(path.read_text()).splitlines(), 1):
+            include = re.match(r'\s*#\s*include\s*"(.+)"', line)
+            if not include:
+                continue
+            if "/" in include[1]:
+                yield f"{where}:{number}: {line.strip()} -- headers are included by their plain name"
+            elif home.get(include[1], folder) not in MAY_INCLUDE[folder] | {folder}:
+                yield f"{where}:{number}: {line.strip()} -- {folder}/ may not include {home[include[1]]}/"
+
+
+def breaches(root: Path) -> list[str]:
+    return [*breaches_of_licence(root), *breaches_of_words(root), *breaches_of_layers(root)]
+
+
+def main() -> int:
+    root = Path(sys.argv[1]) if len(sys.argv) > 1 else ROOT
+    if not any((root / "src").rglob("*.cpp")):
+        print(f"There is no source in {root / 'src'}.", file=sys.stderr)
+        return 2
+    found = breaches(root)
+    print("\n".join(found) or "The sources keep the rules.")
+    return 1 if found else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,44 @@
+# SPDX-License-Identifier: MIT
+# shellcheck shell=bash
+# To be sourced. Gives install_missing <section...>, which installs what packaging/debian-packages.txt lists in these
+# sections and this machine lacks.
+
+packages_of() {
+    local list
+    list="$(dirname "${BASH_SOURCE[0]}")/../packaging/debian-packages.txt"
+    awk -v wanted=" $* " '
+        /^\[/ { section = substr($0, 2, index($0, "]") - 2); next }
+        /^[^#]/ && index(wanted, " " section " ") { print $1 }' "$list"
+}
+
+missing_packages() {
+    # A line "ii  name" for each that is installed; those that dpkg has never heard of are an error without a line.
+    packages_of "$@" | sort -u | comm -23 - <(
+        # shellcheck disable=SC2046 # package names hold no spaces
+        dpkg-query --show --showformat '${db:Status-Abbrev} ${Package}\n' $(packages_of "$@") 2>/dev/null \
+            | awk '/^.i/ { print $2 }' | sort -u)
+}
+
+install_missing() {
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        echo "This is not a Debian: what packaging/debian-packages.txt lists is taken to be there."
+        return
+    fi
+    local missing
+    mapfile -t missing < <(missing_packages "$@")
+    if [ ${#missing[@]} -eq 0 ]; then
+        return
+    fi
+    echo "Installing what is missing: ${missing[*]}"
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "This needs root, and there is no sudo. As root: apt-get install ${missing[*]}" >&2
+            return 1
+        fi
+        as_root=(sudo)
+    fi
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -q --yes --no-install-recommends "${missing[@]}"
+}
