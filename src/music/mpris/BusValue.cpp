@@ -98,7 +98,6 @@ bool isUnprintable(char32_t character)
     case QChar::Separator_Line:
     case QChar::Separator_Paragraph:
     case QChar::Other_Surrogate:
-    case QChar::Other_NotAssigned:
         return true;
     default:
         return false;

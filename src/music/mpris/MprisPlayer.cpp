@@ -30,8 +30,9 @@ constexpr Milliseconds volumeEffect{300};
 constexpr Milliseconds movementOfStopped{400};
 constexpr Milliseconds sampling{2'000};
 constexpr Milliseconds samplingWhereSeeksAreAnnounced{10'000};
-/// Just after the mirror listens to positions again.
-constexpr Milliseconds afterSeek{1'600};
+/// By then the mirror listens to positions again after a seek, and a track that began is under way: some players stand
+/// at its beginning for more than a second after they have announced it.
+constexpr Milliseconds underWay{1'600};
 constexpr Milliseconds patienceWithRefusal{500};
 constexpr int maximumRefusals = 5;
 constexpr qsizetype maximumInbox = 32;
@@ -80,13 +81,17 @@ QString loopText(LoopStatus status)
 
 } // namespace
 
-MprisPlayer::MprisPlayer(const QDBusConnection &bus, const QString &owner, const QString &name, QObject *parent)
+MprisPlayer::MprisPlayer(
+    const QDBusConnection &bus, const QString &owner, const QString &name, Arrival arrival, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
     , m_owner(owner)
     , m_name(name)
     , m_readDeadline(deadline)
 {
+    if (arrival == Arrival::JustCame) {
+        m_mirror.distrustFirstReport();
+    }
     m_readSoon.setSingleShot(true);
     m_readSoon.setInterval(burst);
     connect(&m_readSoon, &QTimer::timeout, this, [this] { read(ReadPurpose::AllButModes); });
@@ -100,9 +105,9 @@ MprisPlayer::MprisPlayer(const QDBusConnection &bus, const QString &owner, const
         apply(changes);
     });
     connect(&m_sample, &QTimer::timeout, this, &MprisPlayer::samplePosition);
-    m_sampleAfterSeek.setSingleShot(true);
-    m_sampleAfterSeek.setInterval(afterSeek);
-    connect(&m_sampleAfterSeek, &QTimer::timeout, this, &MprisPlayer::samplePosition);
+    m_sampleUnderWay.setSingleShot(true);
+    m_sampleUnderWay.setInterval(underWay);
+    connect(&m_sampleUnderWay, &QTimer::timeout, this, &MprisPlayer::samplePosition);
 
     subscribe();
     askForProcessId();
@@ -426,7 +431,7 @@ void MprisPlayer::takeSeeked(const QDBusMessage &signal)
     if (const std::optional<double> position = decodePosition(argument(signal, 0)); position && m_isAttached) {
         apply(m_mirror.seeked(*position, now()));
     }
-    m_sampleAfterSeek.start();
+    m_sampleUnderWay.start();
     updateSampling();
 }
 
@@ -482,7 +487,7 @@ void MprisPlayer::sendWantedPosition()
     }
     const double seconds = *std::exchange(m_position.value, std::nullopt);
     m_position.isUnanswered = true;
-    m_sampleAfterSeek.start();
+    m_sampleUnderWay.start();
     const QVariant path = QVariant::fromValue(trackPath(m_mirror.reportedTrackId()));
     const QVariant microseconds = qlonglong(std::llround(seconds * microsecondsPerSecond));
     call(mpris::playerInterface, QStringLiteral("SetPosition"), {path, microseconds}, deadline,
@@ -545,6 +550,9 @@ void MprisPlayer::apply(PlayerMirror::Changes changes)
 {
     scheduleSettling();
     updateSampling();
+    if (changes.userInfo && m_mirror.status() == PlaybackStatus::Playing) {
+        m_sampleUnderWay.start();
+    }
     if (changes.userInfo || changes.settings || changes.status) {
         Q_EMIT changed(changes);
     }

@@ -20,9 +20,13 @@ class MprisPlayer : public QObject {
     Q_OBJECT
 
 public:
+    /// Whether the player was on the bus before anyone looked, or came while we looked on.
+    enum class Arrival { WasThere, JustCame };
+
     /// `owner` is the player's unique name on the bus, so that no call can start a program; `name` is what stands
     /// behind "org.mpris.MediaPlayer2.". The player is asked at once for all it says of itself.
-    MprisPlayer(const QDBusConnection &bus, const QString &owner, const QString &name, QObject *parent = nullptr);
+    MprisPlayer(const QDBusConnection &bus, const QString &owner, const QString &name, Arrival arrival,
+        QObject *parent = nullptr);
 
     [[nodiscard]] const QString &owner() const;
     [[nodiscard]] const QString &name() const;
@@ -137,7 +141,7 @@ private:
     QTimer m_readSoon;
     QTimer m_settle;
     QTimer m_sample;
-    QTimer m_sampleAfterSeek;
+    QTimer m_sampleUnderWay;
 };
 
 } // namespace tunedeck

@@ -45,6 +45,11 @@ void insertText(QVariantMap &map, const QString &key, const QString &text)
 
 } // namespace
 
+void PlayerMirror::distrustFirstReport()
+{
+    m_believesAtOnce = false;
+}
+
 PlayerMirror::Changes PlayerMirror::read(const PlayerReport &report, ReadPurpose purpose, Instant now)
 {
     const Believed before = believed();
@@ -68,7 +73,7 @@ PlayerMirror::Changes PlayerMirror::announced(const PlayerReport &report, Instan
 {
     const Believed before = believed();
     if (report.status) {
-        m_playsThoughStopped = false;
+        setPlaysThoughStopped(false, now);
         m_sightingWhileStopped.reset();
     }
     PlayerReport merged = m_report;
@@ -299,7 +304,7 @@ void PlayerMirror::takeReport(PlayerReport report, Instant now)
         m_clock.takeNextSample();
     }
     settle(now);
-    m_hasReported = true;
+    m_believesAtOnce = false;
 }
 
 void PlayerMirror::takePosition(double position, Instant now)
@@ -326,10 +331,15 @@ void PlayerMirror::judgeMovement(double position, Instant now)
         return;
     }
     m_sightingWhileStopped = Sighting{position, now};
-    const PlaybackStatus statusBefore = reportedStatus();
     if (before && position >= before->position) {
-        m_playsThoughStopped = position > before->position + movement;
+        setPlaysThoughStopped(position > before->position + movement, now);
     }
+}
+
+void PlayerMirror::setPlaysThoughStopped(bool plays, Instant now)
+{
+    const PlaybackStatus statusBefore = reportedStatus();
+    m_playsThoughStopped = plays;
     if (reportedStatus() != statusBefore) {
         m_statusSince = now;
     }
@@ -364,7 +374,7 @@ PlaybackStatus PlayerMirror::reportedStatus() const
 bool PlayerMirror::isBelievableAtOnce(const TrackDetails &track) const
 {
     // With Stopped comes, in one player, the first track of a list that has just ended.
-    return !m_hasReported || (track.isComplete() && reportedStatus() != PlaybackStatus::Stopped);
+    return m_believesAtOnce || (track.isComplete() && reportedStatus() != PlaybackStatus::Stopped);
 }
 
 void PlayerMirror::settleStatus(Instant now)
@@ -383,7 +393,7 @@ void PlayerMirror::settleStatus(Instant now)
     if (reported == m_status) {
         return;
     }
-    if (!m_hasReported || reported == PlaybackStatus::Playing || now >= m_statusSince + blink) {
+    if (m_believesAtOnce || reported == PlaybackStatus::Playing || now >= m_statusSince + blink) {
         believeStatus(reported, m_statusSince);
     } else {
         settleLaterAt(m_statusSince + blink);

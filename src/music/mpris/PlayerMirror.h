@@ -28,6 +28,10 @@ public:
     /// only reads that were made for them may.
     enum class ReadPurpose { Everything, AllButModes };
 
+    /// Has even the first report stand the test of time: a player that has only just come announces a track before it
+    /// has read its tags. One that was there before can be believed at once.
+    void distrustFirstReport();
+
     // What the player says
 
     /// All properties, as read from the player.
@@ -108,6 +112,7 @@ private:
     void takeReport(PlayerReport report, Instant now);
     void takePosition(double position, Instant now);
     void judgeMovement(double position, Instant now);
+    void setPlaysThoughStopped(bool plays, Instant now);
     [[nodiscard]] bool growsAsItPlays(const TrackDetails &track) const;
     void countGrowth(const TrackDetails &track);
     [[nodiscard]] PlaybackStatus reportedStatus() const;
@@ -124,7 +129,7 @@ private:
     [[nodiscard]] Changes changesSince(const Believed &before) const;
 
     PlayerReport m_report;
-    bool m_hasReported = false;
+    bool m_believesAtOnce = true;
     Instant m_statusSince{};
     Instant m_trackSince{};
     std::optional<Instant> m_trackDiffersSince;

@@ -86,7 +86,7 @@ void PlayerRegistry::findOwner(const QString &name)
         const QDBusReply<QString> owner = watcher->reply();
         // Whoever has changed hands since then has been announced.
         if (owner.isValid() && !m_owners.contains(name)) {
-            add(name, owner.value());
+            add(name, owner.value(), MprisPlayer::Arrival::WasThere);
         }
         updateReady();
     });
@@ -102,18 +102,18 @@ void PlayerRegistry::ownerChanged(const QString &name, const QString &owner)
         m_removal.start();
         return;
     }
-    add(name, owner);
+    add(name, owner, MprisPlayer::Arrival::JustCame);
     removeOwnerless();
 }
 
-void PlayerRegistry::add(const QString &name, const QString &owner)
+void PlayerRegistry::add(const QString &name, const QString &owner, MprisPlayer::Arrival arrival)
 {
     m_owners.insert(name, owner);
     if (std::ranges::any_of(m_players, [&](const auto &player) { return player->owner() == owner; })) {
         return;
     }
     const QString shortName = name.mid(mpris::namePrefix.size());
-    auto *player = m_players.emplace_back(std::make_unique<MprisPlayer>(m_bus, owner, shortName)).get();
+    auto *player = m_players.emplace_back(std::make_unique<MprisPlayer>(m_bus, owner, shortName, arrival)).get();
     connect(player, &MprisPlayer::attached, this, [this, player] { Q_EMIT playerAttached(player); });
     connect(player, &MprisPlayer::asked, this, &PlayerRegistry::updateReady);
     connect(player, &MprisPlayer::changed, this,

@@ -40,7 +40,7 @@ private:
     void takeList(const QStringList &names);
     void findOwner(const QString &name);
     void ownerChanged(const QString &name, const QString &owner);
-    void add(const QString &name, const QString &owner);
+    void add(const QString &name, const QString &owner, MprisPlayer::Arrival arrival);
     void removeOwnerless();
     void updateReady();
 

@@ -1,0 +1,695 @@
+// SPDX-License-Identifier: MIT
+#include "MprisMusicApplication.h"
+#include "ApplicationLauncher.h"
+#include "DemoPlayerProcess.h"
+#include "MusicConnector.h"
+#include "PrivateBus.h"
+#include "UserDefaults.h"
+#include "WindowActivation.h"
+
+#include <QDBusConnectionInterface>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+namespace {
+
+class RecordingLauncher : public ApplicationLauncher {
+public:
+    void launch(const QStringList &desktopEntries, const QString &contentType) override
+    {
+        entries = desktopEntries;
+        type = contentType;
+    }
+    QStringList entries;
+    QString type;
+};
+
+QVariant playerInfoValue(const QSignalSpy &spy, const QString &key)
+{
+    return spy.isEmpty() ? QVariant() : spy.last().at(0).toMap().value(key);
+}
+
+} // namespace
+
+/// Music over a real bus, with the demo player as a process of its own.
+class MprisMusicApplicationTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void withoutAPlayerMusicIsNotRunning();
+    void withoutABusMusicIsNotRunning();
+    void thePlayerThatIsThereAtTheStartIsFollowedOnceReady();
+    void aPlayerThatComesLaterIsMusicLaunching();
+    void aPlayerThatQuitsIsMusicTerminating();
+    void aPlayerKilledInMidCallIsGoneWithin100Milliseconds();
+    void twoPlayPausesInOneTurnNeverReachThePlayer();
+    void onePlayPauseIsSentAndShownAtOnce();
+    void aPlayerThatCannotPauseIsStopped();
+    void aPlayPauseWhileOneIsUnansweredIsDropped();
+    void nextAndPreviousReachThePlayer();
+    void backGoesToTheStartOfATrackThatPlaysForAWhile();
+    void theBlinkAtATrackChangeIsNeverPosted();
+    void aHalfFilledTrackIsNeverPosted();
+    void aTrackThatThePlayerRestartsIsNotPostedAgain();
+    void aPositionIsSentWithTheTrackItIsFor();
+    void aPositionBeyondTheEndStopsASecondBeforeIt();
+    void ofManyPositionsOneIsUnderWayAndTheLastIsTheLastWanted();
+    void ofManyVolumesOneIsUnderWayAndTheLastIsTheLastWanted();
+    void everyVolumeIsReadBackAsItWasSet();
+    void anEchoOfOurVolumeDoesNotMoveIt();
+    void shuffleAndRepeatAreWhatThePlayerSaysAfterwards();
+    void aRefusedRepeatStaysWhatItWas();
+    void holdingForwardSeeksInGrowingStepsUntilResume();
+    void aSeekInThePlayersWindowShowsWithinTwoAndAHalfSecondsEvenUnsaid();
+    void aTrackThatIsLateInStartingShowsWithinTwoAndAHalfSeconds();
+    void aPausedPlayerIsLeftAlone();
+    void aPlayerPausedInItsOwnWindowIsPostedAsPaused();
+    void theOneThatPlaysIsFollowed();
+    void aChangeOfThePlayerFollowedIsQuittingAndLaunchingInOneTurn();
+    void aPlayerThatIsNotFollowedChangesNothing();
+    void aNameGivenUpForAMomentIsNotQuitting();
+    void aFrozenPlayerStopsTheClockAndIsSentNothing();
+    void aPlayerFrozenAtTheStartIsNotThereYet();
+    void openingLaunchesThePlayerFollowedLast();
+    void theStartUpShowsTheTrack();
+    void aPlayerInfoComesWithinAFrameOfThePlayersSignal();
+
+private:
+    void startPlayer(const QStringList &arguments = {});
+    void startMusic();
+    void forgetCalls();
+    /// What the player was sent since forgetCalls().
+    const QStringList &commands();
+    void tell(const QString &line) const { QVERIFY2(m_player->tell(line), qPrintable(line)); }
+
+    std::unique_ptr<PrivateBus> m_bus;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<UserDefaults> m_defaults;
+    RecordingLauncher m_launcher;
+    std::unique_ptr<DemoPlayerProcess> m_player;
+    std::unique_ptr<MprisMusicApplication> m_music;
+    QStringList m_commands;
+    int m_connections = 0;
+};
+
+void MprisMusicApplicationTest::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    m_bus = std::make_unique<PrivateBus>();
+    QVERIFY(m_bus->isRunning());
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_defaults = std::make_unique<UserDefaults>(m_folder->filePath(u"settings.conf"_s));
+}
+
+void MprisMusicApplicationTest::cleanup()
+{
+    m_music.reset();
+    m_player.reset();
+    m_defaults.reset();
+    m_bus.reset();
+    for (; m_connections > 0; --m_connections) {
+        QDBusConnection::disconnectFromBus(QString::number(m_connections));
+    }
+}
+
+void MprisMusicApplicationTest::startPlayer(const QStringList &arguments)
+{
+    const QDBusConnection control = m_bus->connect(QString::number(++m_connections));
+    m_player = std::make_unique<DemoPlayerProcess>(*m_bus, control, arguments);
+    QVERIFY(m_player->isReady());
+}
+
+void MprisMusicApplicationTest::startMusic()
+{
+    const QDBusConnection connection = m_bus->connect(QString::number(++m_connections));
+    m_music = std::make_unique<MprisMusicApplication>(connection, *m_defaults, m_launcher);
+    QTRY_VERIFY(m_music->isReady());
+    if (m_player) {
+        forgetCalls();
+    }
+}
+
+void MprisMusicApplicationTest::forgetCalls()
+{
+    m_player->takeCalls();
+    m_commands.clear();
+}
+
+const QStringList &MprisMusicApplicationTest::commands()
+{
+    m_commands += m_player->takeCommands();
+    return m_commands;
+}
+
+void MprisMusicApplicationTest::withoutAPlayerMusicIsNotRunning()
+{
+    startMusic();
+    QVERIFY(!m_music->isRunning());
+    QCOMPARE(m_music->playerState(), std::nullopt);
+    QCOMPARE(m_music->playerPosition(), std::nullopt);
+    QCOMPARE(m_music->soundVolume(), std::nullopt);
+    QVERIFY(!m_music->playpause());
+    QVERIFY(!m_music->nextTrack());
+    QVERIFY(!m_music->backTrack());
+    QVERIFY(!m_music->fastForward());
+    QVERIFY(!m_music->resume());
+    QVERIFY(!m_music->setSoundVolume(50));
+    QVERIFY(!m_music->setPlayerPosition(1));
+    QVERIFY(!m_music->setShuffleEnabled(true));
+    QVERIFY(!m_music->setSongRepeat(SongRepeat::all));
+}
+
+void MprisMusicApplicationTest::withoutABusMusicIsNotRunning()
+{
+    const QDBusConnection none(u"no such connection"_s);
+    m_music = std::make_unique<MprisMusicApplication>(none, *m_defaults, m_launcher);
+    QTRY_VERIFY(m_music->isReady());
+    QVERIFY(!m_music->isRunning());
+}
+
+void MprisMusicApplicationTest::thePlayerThatIsThereAtTheStartIsFollowedOnceReady()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    QVERIFY(m_music->isRunning());
+    QCOMPARE(m_music->playerState(), PlayerState::playing);
+    QVERIFY(m_music->currentTrack()->name.has_value());
+    QVERIFY(m_music->currentTrack()->artist.has_value());
+    QCOMPARE(m_music->currentTrack()->duration, 204.0);
+}
+
+void MprisMusicApplicationTest::aPlayerThatComesLaterIsMusicLaunching()
+{
+    startMusic();
+    const QSignalSpy launched(m_music.get(), &MusicApplication::didLaunch);
+    const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
+    startPlayer({u"--play"_s});
+    QTRY_COMPARE(launched.count(), 1);
+    QVERIFY(m_music->isRunning());
+    QTRY_COMPARE(info.count(), 1);
+    QCOMPARE(playerInfoValue(info, UserInfoKey::playerState), u"Playing"_s);
+    QCOMPARE(playerInfoValue(info, UserInfoKey::totalTime), 204.0);
+    QVERIFY(playerInfoValue(info, UserInfoKey::location).toString().startsWith(u"file:///"));
+}
+
+void MprisMusicApplicationTest::aPlayerThatQuitsIsMusicTerminating()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    const QSignalSpy terminated(m_music.get(), &MusicApplication::didTerminate);
+    m_player.reset();
+    QTRY_COMPARE(terminated.count(), 1);
+    QVERIFY(!m_music->isRunning());
+}
+
+void MprisMusicApplicationTest::aPlayerKilledInMidCallIsGoneWithin100Milliseconds()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    const QSignalSpy terminated(m_music.get(), &MusicApplication::didTerminate);
+    m_player->freeze();
+    QVERIFY(m_music->playpause());
+    QTest::qWait(5);
+    m_player->kill();
+    QElapsedTimer sinceKill;
+    sinceKill.start();
+    QTRY_COMPARE_WITH_TIMEOUT(terminated.count(), 1, 1'000);
+    qInfo("gone after %lld ms", sinceKill.elapsed());
+    QVERIFY(sinceKill.elapsed() < 100);
+    QVERIFY(!m_music->isRunning());
+}
+
+void MprisMusicApplicationTest::twoPlayPausesInOneTurnNeverReachThePlayer()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    QTest::qWait(50);
+    forgetCalls();
+    const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
+    QVERIFY(m_music->playpause());
+    QVERIFY(m_music->playpause());
+    QTRY_COMPARE(info.count(), 1);
+    QCOMPARE(playerInfoValue(info, UserInfoKey::playerState), u"Playing"_s);
+    QTest::qWait(100);
+    QCOMPARE(commands(), QStringList());
+}
+
+void MprisMusicApplicationTest::onePlayPauseIsSentAndShownAtOnce()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    QVERIFY(m_music->playpause());
+    QCOMPARE(m_music->playerState(), PlayerState::paused);
+    const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
+    QTRY_COMPARE(commands(), QStringList{u"PlayPause"_s});
+    QCOMPARE(playerInfoValue(info, UserInfoKey::playerState), u"Paused"_s);
+    QTest::qWait(500);
+    QCOMPARE(m_music->playerState(), PlayerState::paused);
+}
+
+void MprisMusicApplicationTest::aPlayerThatCannotPauseIsStopped()
+{
+    startPlayer({u"--play"_s, u"--do"_s, u"cannot CanPause on"_s});
+    startMusic();
+    QVERIFY(m_music->playpause());
+    QTRY_COMPARE(commands(), QStringList{u"Stop"_s});
+    QTRY_COMPARE(m_music->playerState(), PlayerState::stopped);
+}
+
+void MprisMusicApplicationTest::aPlayPauseWhileOneIsUnansweredIsDropped()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    tell(u"late 200"_s);
+    QVERIFY(m_music->playpause());
+    QTest::qWait(20);
+    QVERIFY(!m_music->playpause());
+    QTest::qWait(250);
+    QCOMPARE(commands(), QStringList{u"PlayPause"_s});
+    QCOMPARE(m_music->playerState(), PlayerState::paused);
+}
+
+void MprisMusicApplicationTest::nextAndPreviousReachThePlayer()
+{
+    startPlayer({u"--play"_s, u"--track"_s, u"0"_s});
+    startMusic();
+    const QString first = *m_music->currentTrack()->name;
+    QVERIFY(m_music->nextTrack());
+    QTRY_VERIFY(m_music->currentTrack()->name != first);
+    QVERIFY(m_music->backTrack());
+    QTRY_COMPARE(m_music->currentTrack()->name, first);
+    QCOMPARE(commands(), (QStringList{u"Next"_s, u"Previous"_s}));
+}
+
+void MprisMusicApplicationTest::backGoesToTheStartOfATrackThatPlaysForAWhile()
+{
+    startPlayer({u"--play"_s, u"--track"_s, u"1"_s});
+    startMusic();
+    tell(u"seek 60"_s);
+    QTRY_VERIFY(m_music->playerPosition() > 59.0);
+    const QString track = *m_music->currentTrack()->name;
+    QVERIFY(m_music->backTrack());
+    QVERIFY(m_music->playerPosition() < 0.5);
+    QTRY_COMPARE(commands(), QStringList{u"SetPosition /org/tunedeck/demo/track/1 0"_s});
+    QCOMPARE(m_music->currentTrack()->name, track);
+}
+
+void MprisMusicApplicationTest::theBlinkAtATrackChangeIsNeverPosted()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    tell(u"blink 80"_s);
+    const QString first = *m_music->currentTrack()->name;
+    const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
+    QVERIFY(m_music->nextTrack());
+    QTRY_VERIFY(m_music->currentTrack() && m_music->currentTrack()->name != first);
+    QTest::qWait(300);
+    for (const QList<QVariant> &post : info) {
+        QCOMPARE(post.at(0).toMap().value(UserInfoKey::playerState), u"Playing"_s);
+    }
+    QCOMPARE(playerInfoValue(info, UserInfoKey::totalTime), 135.0);
+}
+
+void MprisMusicApplicationTest::aHalfFilledTrackIsNeverPosted()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    tell(u"partial 80"_s);
+    const QString first = *m_music->currentTrack()->name;
+    const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
+    QVERIFY(m_music->nextTrack());
+    QTRY_VERIFY(m_music->currentTrack()->name != first);
+    QTest::qWait(300);
+    for (const QList<QVariant> &post : info) {
+        QVERIFY(!post.at(0).toMap().value(UserInfoKey::artist).toString().isEmpty());
+    }
+}
+
+void MprisMusicApplicationTest::aTrackThatThePlayerRestartsIsNotPostedAgain()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    tell(u"blink 80"_s);
+    tell(u"seek 100"_s);
+    QTRY_VERIFY(m_music->playerPosition() > 99.0);
+    QTest::qWait(20);
+    const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
+    tell(u"restart"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(m_music->playerPosition() < 5.0, 2'500);
+    QCOMPARE(info.count(), 0);
+}
+
+void MprisMusicApplicationTest::aPositionIsSentWithTheTrackItIsFor()
+{
+    startPlayer({u"--play"_s, u"--track"_s, u"1"_s, u"--do"_s, u"trackid string"_s});
+    startMusic();
+    QVERIFY(m_music->setPlayerPosition(15));
+    QVERIFY(m_music->playerPosition() >= 15.0 && m_music->playerPosition() < 15.5);
+    QTRY_COMPARE(commands(), QStringList{u"SetPosition /org/tunedeck/demo/track/1 15000000"_s});
+}
+
+void MprisMusicApplicationTest::aPositionBeyondTheEndStopsASecondBeforeIt()
+{
+    startPlayer({u"--play"_s, u"--track"_s, u"1"_s});
+    startMusic();
+    QVERIFY(m_music->setPlayerPosition(1e6));
+    QTRY_COMPARE(commands(), QStringList{u"SetPosition /org/tunedeck/demo/track/1 134000000"_s});
+    forgetCalls();
+    QVERIFY(m_music->setPlayerPosition(-5));
+    QTRY_COMPARE(commands(), QStringList{u"SetPosition /org/tunedeck/demo/track/1 0"_s});
+    QVERIFY(!m_music->setPlayerPosition(std::numeric_limits<double>::quiet_NaN()));
+}
+
+void MprisMusicApplicationTest::ofManyPositionsOneIsUnderWayAndTheLastIsTheLastWanted()
+{
+    startPlayer({u"--play"_s, u"--track"_s, u"4"_s});
+    startMusic();
+    tell(u"late 100"_s);
+    for (int second = 100; second <= 400; ++second) {
+        QVERIFY(m_music->setPlayerPosition(second));
+        QVERIFY(m_music->playerPosition() >= second);
+    }
+    QTest::qWait(350);
+    QCOMPARE(commands(),
+        (QStringList{u"SetPosition /org/tunedeck/demo/track/4 100000000"_s,
+            u"SetPosition /org/tunedeck/demo/track/4 400000000"_s}));
+    QVERIFY(m_music->playerPosition() >= 400.0 && m_music->playerPosition() < 401.0);
+}
+
+void MprisMusicApplicationTest::ofManyVolumesOneIsUnderWayAndTheLastIsTheLastWanted()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    tell(u"late 100"_s);
+    for (int volume = 10; volume <= 60; ++volume) {
+        QVERIFY(m_music->setSoundVolume(volume));
+        QCOMPARE(m_music->soundVolume(), volume);
+    }
+    QTest::qWait(350);
+    QCOMPARE(commands(), (QStringList{u"Set Volume 0.104"_s, u"Set Volume 0.604"_s}));
+    QCOMPARE(m_music->soundVolume(), 60);
+}
+
+void MprisMusicApplicationTest::everyVolumeIsReadBackAsItWasSet()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    for (const int volume : {0, 1, 29, 50, 57, 58, 99, 100}) {
+        QVERIFY(m_music->setSoundVolume(volume));
+        QTest::qWait(20);
+        QCOMPARE(m_music->soundVolume(), volume);
+    }
+    QTest::qWait(700);
+    QCOMPARE(m_music->soundVolume(), 100);
+    QVERIFY(m_music->setSoundVolume(1'000));
+    QCOMPARE(m_music->soundVolume(), 100);
+    QVERIFY(m_music->setSoundVolume(-7));
+    QCOMPARE(m_music->soundVolume(), 0);
+}
+
+void MprisMusicApplicationTest::anEchoOfOurVolumeDoesNotMoveIt()
+{
+    startPlayer({u"--play"_s, u"--do"_s, u"echo 3"_s});
+    startMusic();
+    QVERIFY(m_music->setSoundVolume(20));
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < 700) {
+        QTest::qWait(10);
+        QCOMPARE(m_music->soundVolume(), 20);
+    }
+}
+
+void MprisMusicApplicationTest::shuffleAndRepeatAreWhatThePlayerSaysAfterwards()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    const QSignalSpy settings(m_music.get(), &MusicApplication::playbackSettingsDidChange);
+    QCOMPARE(m_music->shuffleEnabled(), false);
+    QVERIFY(m_music->setShuffleEnabled(true));
+    QTRY_COMPARE(m_music->shuffleEnabled(), true);
+    QVERIFY(m_music->setSongRepeat(SongRepeat::one));
+    QTRY_COMPARE(m_music->songRepeat(), SongRepeat::one);
+    QVERIFY(m_music->setSongRepeat(SongRepeat::all));
+    QTRY_COMPARE(m_music->songRepeat(), SongRepeat::all);
+    QTRY_VERIFY(settings.count() >= 3);
+}
+
+void MprisMusicApplicationTest::aRefusedRepeatStaysWhatItWas()
+{
+    startPlayer({u"--play"_s, u"--do"_s, u"refuse LoopStatus"_s});
+    startMusic();
+    QVERIFY(m_music->setSongRepeat(SongRepeat::one));
+    QTest::qWait(300);
+    QCOMPARE(m_music->songRepeat(), SongRepeat::off);
+}
+
+void MprisMusicApplicationTest::holdingForwardSeeksInGrowingStepsUntilResume()
+{
+    startPlayer({u"--play"_s, u"--track"_s, u"4"_s});
+    startMusic();
+    QVERIFY(m_music->setPlayerPosition(100));
+    QTest::qWait(20);
+    forgetCalls();
+    QVERIFY(m_music->fastForward());
+    QCOMPARE(m_music->playerState(), PlayerState::fastForwarding);
+    QTest::qWait(600);
+    QVERIFY(m_music->resume());
+    QCOMPARE(m_music->playerState(), PlayerState::playing);
+    // Steps of 2, 3 and 4 seconds from where the track was.
+    QTRY_VERIFY(m_music->playerPosition() > 108.5 && m_music->playerPosition() < 111.0);
+    QCOMPARE(commands().size(), 3);
+    QVERIFY(m_music->rewind());
+    QCOMPARE(m_music->playerState(), PlayerState::rewinding);
+    QVERIFY(m_music->resume());
+    QTRY_VERIFY(m_music->playerPosition() > 106.0 && m_music->playerPosition() < 109.5);
+}
+
+void MprisMusicApplicationTest::aSeekInThePlayersWindowShowsWithinTwoAndAHalfSecondsEvenUnsaid()
+{
+    startPlayer({u"--play"_s, u"--track"_s, u"4"_s, u"--do"_s, u"signals seeked off"_s});
+    startMusic();
+    const QSignalSpy settings(m_music.get(), &MusicApplication::playbackSettingsDidChange);
+    tell(u"seek 1000"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(m_music->playerPosition() > 999.0, 2'500);
+    QTRY_VERIFY(settings.count() >= 1);
+}
+
+void MprisMusicApplicationTest::aTrackThatIsLateInStartingShowsWithinTwoAndAHalfSeconds()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
+    // From here on the player is known to announce seeks, and is seldom asked where it is.
+    tell(u"seek 10"_s);
+    QTRY_VERIFY(m_music->playerPosition() > 9.0);
+    bool wasAsked = false;
+    QTRY_VERIFY_WITH_TIMEOUT(
+        (wasAsked = wasAsked || !m_player->takeCalls().filter(u"Get Position"_s).isEmpty()), 2'500);
+    tell(u"signals seeked off"_s);
+    tell(u"next"_s);
+    QTRY_VERIFY(info.count() >= 1);
+    QTest::qWait(300); // all that is read because of the change has been read
+    tell(u"seek 30"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(m_music->playerPosition() > 29.0, 2'500);
+}
+
+void MprisMusicApplicationTest::aPausedPlayerIsLeftAlone()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    tell(u"pause"_s);
+    QTRY_COMPARE(m_music->playerState(), PlayerState::paused);
+    QTest::qWait(300);
+    forgetCalls();
+    QTest::qWait(900);
+    QCOMPARE(m_player->takeCalls(), QStringList());
+    for (const QTimer *timer : m_music->findChildren<QTimer *>()) {
+        QVERIFY(!timer->isActive());
+    }
+}
+
+void MprisMusicApplicationTest::aPlayerPausedInItsOwnWindowIsPostedAsPaused()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
+    tell(u"pause"_s);
+    QTRY_COMPARE(playerInfoValue(info, UserInfoKey::playerState), u"Paused"_s);
+    QCOMPARE(info.count(), 1);
+    const double position = *m_music->playerPosition();
+    QTest::qWait(50);
+    QCOMPARE(*m_music->playerPosition(), position);
+}
+
+void MprisMusicApplicationTest::theOneThatPlaysIsFollowed()
+{
+    startPlayer({u"--name"_s, u"idle"_s});
+    const QDBusConnection control = m_bus->connect(QString::number(++m_connections));
+    const DemoPlayerProcess playing(*m_bus, control, {u"--name"_s, u"playing"_s, u"--play"_s, u"--track"_s, u"1"_s});
+    QVERIFY(playing.isReady());
+    startMusic();
+    QCOMPARE(m_music->currentTrack()->duration, 135.0);
+}
+
+void MprisMusicApplicationTest::aChangeOfThePlayerFollowedIsQuittingAndLaunchingInOneTurn()
+{
+    startPlayer({u"--name"_s, u"first"_s, u"--play"_s});
+    const QDBusConnection control = m_bus->connect(QString::number(++m_connections));
+    const DemoPlayerProcess second(*m_bus, control, {u"--name"_s, u"second"_s, u"--track"_s, u"1"_s});
+    QVERIFY(second.isReady());
+    startMusic();
+    QStringList events;
+    connect(m_music.get(), &MusicApplication::didTerminate, this, [&] { events << u"terminated"_s; });
+    connect(m_music.get(), &MusicApplication::didLaunch, this, [&] {
+        events << u"launched"_s;
+        QMetaObject::invokeMethod(
+            this, [&] { events << u"next turn"_s; }, Qt::QueuedConnection);
+    });
+    tell(u"pause"_s);
+    QTRY_COMPARE(m_music->playerState(), PlayerState::paused);
+    QVERIFY(events.isEmpty());
+    QVERIFY(second.tell(u"play"_s));
+    QTRY_COMPARE(events, (QStringList{u"terminated"_s, u"launched"_s, u"next turn"_s}));
+    QCOMPARE(m_music->currentTrack()->duration, 135.0);
+}
+
+void MprisMusicApplicationTest::aPlayerThatIsNotFollowedChangesNothing()
+{
+    startPlayer({u"--name"_s, u"first"_s, u"--play"_s});
+    startMusic();
+    const QSignalSpy launched(m_music.get(), &MusicApplication::didLaunch);
+    const QSignalSpy terminated(m_music.get(), &MusicApplication::didTerminate);
+    const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
+    QTest::qWait(20);
+    const qsizetype before = info.count();
+    {
+        const QDBusConnection control = m_bus->connect(QString::number(++m_connections));
+        const DemoPlayerProcess other(*m_bus, control, {u"--name"_s, u"other"_s, u"--play"_s});
+        QVERIFY(other.isReady());
+        QVERIFY(other.tell(u"next"_s));
+        QTest::qWait(200);
+    }
+    QTest::qWait(100);
+    QCOMPARE(launched.count(), 0);
+    QCOMPARE(terminated.count(), 0);
+    QCOMPARE(info.count(), before);
+}
+
+void MprisMusicApplicationTest::aNameGivenUpForAMomentIsNotQuitting()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    const QSignalSpy terminated(m_music.get(), &MusicApplication::didTerminate);
+    tell(u"retake 2"_s);
+    QTest::qWait(200);
+    QCOMPARE(terminated.count(), 0);
+    QVERIFY(m_music->isRunning());
+}
+
+void MprisMusicApplicationTest::aFrozenPlayerStopsTheClockAndIsSentNothing()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    const QSignalSpy responding(m_music.get(), &MusicApplication::respondingDidChange);
+    m_player->freeze();
+    QVERIFY(m_music->playpause());
+    QTRY_COMPARE_WITH_TIMEOUT(responding.count(), 1, 2'000);
+    QVERIFY(m_music->isRunning());
+    QVERIFY(!m_music->isResponding());
+    const double position = *m_music->playerPosition();
+    QVERIFY(!m_music->playpause());
+    QVERIFY(!m_music->nextTrack());
+    QVERIFY(!m_music->setSoundVolume(10));
+    QVERIFY(!m_music->setPlayerPosition(10));
+    QTest::qWait(50);
+    QCOMPARE(*m_music->playerPosition(), position);
+    m_player->thaw();
+    QTRY_COMPARE_WITH_TIMEOUT(responding.count(), 2, 2'000);
+    // What was sent before the silence was noticed is carried out, once.
+    QTRY_COMPARE(m_music->playerState(), PlayerState::paused);
+    QCOMPARE(commands(), QStringList{u"PlayPause"_s});
+}
+
+void MprisMusicApplicationTest::aPlayerFrozenAtTheStartIsNotThereYet()
+{
+    startPlayer({u"--play"_s});
+    m_player->freeze();
+    const QDBusConnection connection = m_bus->connect(QString::number(++m_connections));
+    m_music = std::make_unique<MprisMusicApplication>(connection, *m_defaults, m_launcher);
+    QTRY_VERIFY_WITH_TIMEOUT(m_music->isReady(), 2'000);
+    QVERIFY(!m_music->isRunning());
+    m_player->thaw();
+    QTRY_VERIFY_WITH_TIMEOUT(m_music->isRunning(), 2'000);
+    QCOMPARE(m_music->playerState(), PlayerState::playing);
+}
+
+void MprisMusicApplicationTest::openingLaunchesThePlayerFollowedLast()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    QVERIFY(!m_music->activate());
+    m_player.reset();
+    QTRY_VERIFY(!m_music->isRunning());
+    QVERIFY(m_music->activate());
+    QCOMPARE(m_launcher.entries.size(), 1);
+    QVERIFY(!m_launcher.entries.first().isEmpty());
+    QCOMPARE(m_launcher.type, u"audio/mpeg"_s);
+    m_defaults->setValue(u"FollowedPlayer"_s, u"favourite"_s);
+    QVERIFY(m_music->activate());
+    QCOMPARE(m_launcher.entries.size(), 2);
+    QCOMPARE(m_launcher.entries.first(), u"favourite"_s);
+}
+
+void MprisMusicApplicationTest::theStartUpShowsTheTrack()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    forgetCalls();
+    const WindowActivation windowActivation;
+    const MusicConnector connector(*m_music, windowActivation);
+    QTRY_VERIFY(connector.currentTrack().has_value());
+    QVERIFY(!connector.currentTrack()->trackName->isEmpty());
+    QCOMPARE(connector.feedType(), FeedType::localTrack);
+    QTest::qWait(100);
+    QCOMPARE(commands(), QStringList());
+    tell(u"pause"_s);
+    QTRY_VERIFY(!connector.isProgressPollingTimerActive());
+}
+
+void MprisMusicApplicationTest::aPlayerInfoComesWithinAFrameOfThePlayersSignal()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    const WindowActivation windowActivation;
+    const MusicConnector connector(*m_music, windowActivation);
+    QTRY_VERIFY(connector.currentTrack().has_value());
+    // The bus delivers a signal to both of our connections at the same moment; the second one takes the time.
+    const QSignalSpy changed(&connector, &MusicConnector::currentTrackChanged);
+    qint64 slowest = 0;
+    for (int i = 0; i < 5; ++i) {
+        const qsizetype before = changed.count();
+        tell(i % 2 == 0 ? u"track 1"_s : u"track 0"_s);
+        QElapsedTimer timer;
+        timer.start();
+        QTRY_COMPARE_WITH_TIMEOUT(changed.count(), before + 1, 500);
+        slowest = std::max(slowest, timer.elapsed());
+        QTest::qWait(100);
+    }
+    qInfo("slowest of 5 track changes: %lld ms after the player's answer", slowest);
+}
+
+} // namespace tunedeck
+
+QTEST_MAIN(tunedeck::MprisMusicApplicationTest)
+#include "MprisMusicApplicationTest.moc"

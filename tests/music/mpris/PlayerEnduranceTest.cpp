@@ -1,0 +1,239 @@
+// SPDX-License-Identifier: MIT
+#include "ApplicationLauncher.h"
+#include "DemoPlayerProcess.h"
+#include "MprisMusicApplication.h"
+#include "MusicConnector.h"
+#include "PrivateBus.h"
+#include "UserDefaults.h"
+#include "WindowActivation.h"
+#include "endWithParent.h"
+
+#include <QSet>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+#include <QTimer>
+
+#include <algorithm>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+namespace {
+
+constexpr int observation = 10'000; // milliseconds
+constexpr int freeze = 30'000; // milliseconds
+
+/// A player on a bus of its own, and Music and its connector following it.
+struct Deck {
+    explicit Deck(const QString &name, const QStringList &playerArguments)
+        : m_name(name)
+        , defaults(folder.filePath(u"settings.conf"_s))
+        , player(bus, bus.connect(name + u" player"_s), playerArguments)
+    {
+    }
+    ~Deck()
+    {
+        connector.reset();
+        music.reset();
+        QDBusConnection::disconnectFromBus(m_name + u" player"_s);
+        QDBusConnection::disconnectFromBus(m_name + u" music"_s);
+    }
+    void startFollowing()
+    {
+        const QDBusConnection connection = bus.connect(m_name + u" music"_s);
+        uniqueName = connection.baseService();
+        music = std::make_unique<MprisMusicApplication>(connection, defaults, launcher);
+        connector = std::make_unique<MusicConnector>(*music, windowActivation);
+    }
+    [[nodiscard]] bool showsATrack() const { return connector && connector->currentTrack().has_value(); }
+
+    QString m_name;
+    PrivateBus bus;
+    QTemporaryDir folder;
+    UserDefaults defaults;
+    ApplicationLauncher launcher;
+    WindowActivation windowActivation;
+    DemoPlayerProcess player;
+    QString uniqueName;
+    std::unique_ptr<MprisMusicApplication> music;
+    std::unique_ptr<MusicConnector> connector;
+};
+
+/// Writes down when a connection sends anything, as seen by a monitor of the bus.
+class SentMessages {
+public:
+    SentMessages(const PrivateBus &bus, const QString &sender)
+    {
+        endWithParent(m_monitor);
+        m_monitor.start(
+            u"dbus-monitor"_s, {u"--address"_s, bus.address(), u"--profile"_s, u"sender='%1'"_s.arg(sender)});
+        m_monitor.waitForStarted();
+    }
+    ~SentMessages()
+    {
+        m_monitor.kill();
+        m_monitor.waitForFinished();
+    }
+    SentMessages(const SentMessages &) = delete;
+    SentMessages &operator=(const SentMessages &) = delete;
+
+    /// Seconds, on the monitor's clock, at which there were messages; each as often as there were.
+    [[nodiscard]] std::vector<double> takeTimes()
+    {
+        std::vector<double> times;
+        while (m_monitor.canReadLine()) {
+            // "mc" (call) or "sig", "mr", "err"; then the time stamp.
+            const QList<QByteArray> fields = m_monitor.readLine().split('\t');
+            if (fields.size() > 2 && (fields[0] == "mc" || fields[0] == "sig")) {
+                times.push_back(fields[1].toDouble());
+            }
+        }
+        return times;
+    }
+
+private:
+    QProcess m_monitor;
+};
+
+qsizetype secondsWithMessages(const std::vector<double> &times)
+{
+    QSet<qint64> seconds;
+    for (const double time : times) {
+        seconds.insert(qint64(time));
+    }
+    return seconds.size();
+}
+
+/// The longest time for which this thread's event loop was busy in one go, by the gaps between the beats of a timer.
+class LongestTurn : public QObject {
+public:
+    LongestTurn()
+    {
+        m_beat.setTimerType(Qt::PreciseTimer);
+        connect(&m_beat, &QTimer::timeout, this, [this] { m_longest = std::max(m_longest, m_gap.restart()); });
+        m_gap.start();
+        m_beat.start(1);
+    }
+    [[nodiscard]] qint64 milliseconds() const { return m_longest; }
+
+private:
+    QTimer m_beat;
+    QElapsedTimer m_gap;
+    qint64 m_longest = 0;
+};
+
+} // namespace
+
+/// What happens, and does not happen, in the long run, in real time. Observations that need the same time share it.
+class PlayerEnduranceTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void steadyPlayersAreHardlyEverAskedAnything();
+    void frozenPlayersAreNotFeltAndAreBackWithinTwoSeconds();
+};
+
+void PlayerEnduranceTest::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+}
+
+void PlayerEnduranceTest::steadyPlayersAreHardlyEverAskedAnything()
+{
+    Deck announcing(u"announcing"_s, {u"--play"_s, u"--track"_s, u"4"_s});
+    Deck unannouncing(u"unannouncing"_s, {u"--play"_s, u"--track"_s, u"4"_s, u"--do"_s, u"signals seeked off"_s});
+    Deck paused(u"paused"_s, {u"--play"_s, u"--track"_s, u"4"_s});
+    const std::array decks{&announcing, &unannouncing, &paused};
+    for (Deck *deck : decks) {
+        QVERIFY(deck->player.isReady());
+        deck->startFollowing();
+    }
+    for (const Deck *deck : decks) {
+        QTRY_VERIFY(deck->showsATrack());
+    }
+    QVERIFY(announcing.player.tell(u"seek 100"_s));
+    QVERIFY(paused.player.tell(u"pause"_s));
+    QTRY_COMPARE(paused.music->playerState(), PlayerState::paused);
+    QTRY_VERIFY(announcing.music->playerPosition() > 99.0);
+    // What follows the seek and the pause is over after two seconds.
+    QTest::qWait(2'000);
+
+    SentMessages fromAnnouncing(announcing.bus, announcing.uniqueName);
+    SentMessages fromUnannouncing(unannouncing.bus, unannouncing.uniqueName);
+    SentMessages fromPaused(paused.bus, paused.uniqueName);
+    QTest::qWait(500);
+    (void)fromAnnouncing.takeTimes();
+    (void)fromUnannouncing.takeTimes();
+    (void)fromPaused.takeTimes();
+    QTest::qWait(observation);
+
+    const std::vector<double> announcingTimes = fromAnnouncing.takeTimes();
+    const std::vector<double> unannouncingTimes = fromUnannouncing.takeTimes();
+    const std::vector<double> pausedTimes = fromPaused.takeTimes();
+    qInfo("messages in 10 s: %zu to a player that announces its seeks, %zu to one that does not, %zu to a paused one",
+        announcingTimes.size(), unannouncingTimes.size(), pausedTimes.size());
+    QVERIFY(secondsWithMessages(announcingTimes) <= 1);
+    // The monitor works: the other player is asked, once in two seconds.
+    QVERIFY(unannouncingTimes.size() >= 4 && unannouncingTimes.size() <= 6);
+    QCOMPARE(pausedTimes.size(), size_t(0));
+    QVERIFY(!paused.connector->isProgressPollingTimerActive());
+    QVERIFY(!paused.connector->isRefreshTrackTimerActive());
+    for (const QTimer *timer : paused.music->findChildren<QTimer *>()) {
+        QVERIFY(!timer->isActive());
+    }
+}
+
+void PlayerEnduranceTest::frozenPlayersAreNotFeltAndAreBackWithinTwoSeconds()
+{
+    Deck frozenBefore(u"before"_s, {u"--play"_s, u"--track"_s, u"4"_s});
+    Deck frozenWhilePlaying(u"while playing"_s, {u"--play"_s, u"--track"_s, u"4"_s});
+    QVERIFY(frozenBefore.player.isReady());
+    QVERIFY(frozenWhilePlaying.player.isReady());
+    frozenWhilePlaying.startFollowing();
+    QTRY_VERIFY(frozenWhilePlaying.showsATrack());
+
+    const LongestTurn longestTurn;
+    frozenBefore.player.freeze();
+    frozenWhilePlaying.player.freeze();
+    frozenBefore.startFollowing();
+    QTest::qWait(3'000);
+    // Someone goes on using the window.
+    frozenWhilePlaying.music->playpause();
+    frozenWhilePlaying.connector->adjustVolume(4);
+    frozenWhilePlaying.connector->refreshPlayerState();
+    QTest::qWait(freeze - 3'000);
+    QVERIFY(!frozenBefore.music->isRunning());
+    QVERIFY(frozenWhilePlaying.music->isRunning());
+    QVERIFY(!frozenWhilePlaying.music->isResponding());
+    QVERIFY(frozenWhilePlaying.showsATrack());
+    const double stood = *frozenWhilePlaying.music->playerPosition();
+    QVERIFY(stood < 5.0);
+
+    frozenBefore.player.thaw();
+    frozenWhilePlaying.player.thaw();
+    QElapsedTimer sinceThaw;
+    sinceThaw.start();
+    // The player's own clock went on, so being right again is a jump of half a minute.
+    QTRY_VERIFY_WITH_TIMEOUT(frozenBefore.showsATrack() && frozenWhilePlaying.music->isResponding()
+            && frozenWhilePlaying.music->playerPosition() > stood + 20,
+        5'000);
+    qInfo("longest turn of the event loop %lld ms; right again %lld ms after the thaw", longestTurn.milliseconds(),
+        sinceThaw.elapsed());
+    QVERIFY(longestTurn.milliseconds() < 50);
+    QVERIFY(sinceThaw.elapsed() < 2'000);
+    QCOMPARE(frozenWhilePlaying.player.takeCommands(), QStringList());
+
+    // The measure itself works: a turn that is too long is noticed.
+    QTimer::singleShot(0, this, [] { QThread::msleep(60); });
+    QTest::qWait(100);
+    QVERIFY(longestTurn.milliseconds() >= 60);
+}
+
+} // namespace tunedeck
+
+QTEST_MAIN(tunedeck::PlayerEnduranceTest)
+#include "PlayerEnduranceTest.moc"
