@@ -1,0 +1,462 @@
+// SPDX-License-Identifier: MIT
+#include "ApplicationLauncher.h"
+#include "MprisMusicApplication.h"
+#include "MusicConnector.h"
+#include "PlayerWitness.h"
+#include "ShownRecord.h"
+#include "UserDefaults.h"
+#include "WindowActivation.h"
+
+#include <QElapsedTimer>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <functional>
+#include <memory>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+namespace {
+
+/// What run-player gives the player to play.
+const QString firstTags = u"Low Hum / The Even Tones / Bench Recordings"_s;
+const QString secondTags = u"Second Wind / Überton & Co / Später"_s;
+const QString firstFile = u"first.flac /  / "_s;
+const QString secondFile = u"second.mp3 /  / "_s;
+constexpr double firstDuration = 40;
+constexpr double secondDuration = 50;
+
+enum class AfterNext { StaysPaused, Plays, Stops };
+enum class AfterTheLast { StaysOnIt, PlaysTheFirst, Stops };
+
+/// Where players differ, and what most of them do.
+struct Habits {
+    QLatin1String player;
+    /// Whether it plays the files it is opened with.
+    bool playsOnStart = true;
+    /// Whether it knows the tags of a file before it opens it. Of one that does not, the file's name may show where the
+    /// program starts in the very moment in which the player opens its first file: what it finds then, it believes.
+    bool readsTagsAhead = true;
+    /// Whether it shows tags at all.
+    bool readsTags = true;
+    /// Seconds: some take the length of an mp3 from its first frames.
+    double lengthTolerance = 1;
+    AfterNext nextWhilePaused = AfterNext::StaysPaused;
+    AfterTheLast nextOnTheLast = AfterTheLast::StaysOnIt;
+};
+
+const std::array habits{
+    Habits{.player = QLatin1String("mpv"), .readsTagsAhead = false},
+    // To skip is to play, and its list has no end.
+    Habits{.player = QLatin1String("vlc"),
+        .readsTagsAhead = false,
+        .lengthTolerance = 8,
+        .nextWhilePaused = AfterNext::Plays,
+        .nextOnTheLast = AfterTheLast::PlaysTheFirst},
+    // It loads a list and waits; to skip is to play.
+    Habits{.player = QLatin1String("strawberry"), .playsOnStart = false, .nextWhilePaused = AfterNext::Plays},
+    Habits{.player = QLatin1String("audacious")},
+    // It opens with its library; to skip is to play, and to skip the last is to have done.
+    Habits{.player = QLatin1String("rhythmbox"),
+        .playsOnStart = false,
+        .nextWhilePaused = AfterNext::Plays,
+        .nextOnTheLast = AfterTheLast::Stops},
+    Habits{.player = QLatin1String("celluloid")},
+    // It opens with its library; to skip the last is to have done.
+    Habits{.player = QLatin1String("quodlibet"), .playsOnStart = false, .nextOnTheLast = AfterTheLast::Stops},
+    // Files that are not in its library it knows by their names alone; it loads the track skipped to, and waits.
+    Habits{.player = QLatin1String("elisa"),
+        .readsTags = false,
+        .lengthTolerance = 8,
+        .nextWhilePaused = AfterNext::Stops},
+};
+
+constexpr int longestStart = 20'000; // milliseconds, until a player shows itself
+constexpr int patience = 5'000; // milliseconds, for anything that a player does
+constexpr int settling = 700; // milliseconds, after which nothing that a command brought about is still to come
+constexpr int longestError = 2'500; // milliseconds, for which the clock may be wrong while a player starts a track
+constexpr double tolerance = 1.5; // seconds: players count in whole ones, and are late
+
+/// Milliseconds until `condition` held, if it did.
+std::optional<qint64> timeUntil(const std::function<bool()> &condition, int limit = patience)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (timer.elapsed() > limit) {
+            return std::nullopt;
+        }
+        QTest::qWait(5);
+    }
+    return timer.elapsed();
+}
+
+void report(const char *what, qint64 milliseconds)
+{
+    qInfo("%s after %lld ms", what, milliseconds);
+}
+
+} // namespace
+
+/// The program's road to a player, from the connector down, through a player that people use. TUNEDECK_PLAYER names it;
+/// run-player starts it. The steps build on each other: there is one player.
+class RealPlayerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+
+    void thePlayerIsFollowed();
+    void theFirstTrackIsShownInFull();
+    void theClockRunsWithThePlayers();
+    void aPauseIsShownAtOnceAndTheClockStands();
+    void playGoesOnFromThere();
+    void aSeekLeadsToItsPlaceAndTheClockNeverJumps();
+    void holdingForwardLeadsOnInTheTrack();
+    void everyVolumeIsTakenAndReadBack();
+    void nextShowsTheSecondTrackAndNothingBetween();
+    void theEndOfATrackLeadsToTheNextAndNothingBetween();
+    void backAtTheStartOfATrackLeadsToTheTrackBefore();
+    void backLaterOnLeadsToTheStartOfTheTrack();
+    void nextWhilePausedShowsTheSecondTrack();
+    void nextOnTheLastTrackDoesWhatThePlayerIsKnownFor();
+    void aPlayerThatQuitsIsGoneWithin100Milliseconds();
+
+private:
+    [[nodiscard]] FourCharCode state() { return m_music.playerState().value_or(0); }
+    [[nodiscard]] double position() { return m_music.playerPosition().value_or(-1); }
+    [[nodiscard]] bool shows(const QString &track) const
+    {
+        return ShownRecord::text(m_connector->currentTrack()) == track;
+    }
+    [[nodiscard]] bool goToTheFirstTrack();
+    /// Playing the first track at `seconds`, or near it.
+    [[nodiscard]] bool playTheFirstTrackFrom(double seconds);
+    [[nodiscard]] bool isAtPlayersPosition();
+    void expectTheSecondTrackAlone();
+
+    const Habits *m_habits = nullptr;
+    QString m_first;
+    QString m_second;
+    QTemporaryDir m_folder;
+    UserDefaults m_defaults{m_folder.filePath(u"settings"_s)};
+    ApplicationLauncher m_launcher;
+    WindowActivation m_windowActivation;
+    PlayerWitness m_witness;
+    MprisMusicApplication m_music{QDBusConnection::sessionBus(), m_defaults, m_launcher};
+    std::unique_ptr<MusicConnector> m_connector;
+    std::unique_ptr<ShownRecord> m_shown;
+};
+
+void RealPlayerTest::initTestCase()
+{
+    const QString player = qEnvironmentVariable("TUNEDECK_PLAYER");
+    const auto found = std::ranges::find(habits, player, &Habits::player);
+    QVERIFY2(found != habits.end(), "TUNEDECK_PLAYER names no player; run-player does");
+    m_habits = &*found;
+    m_first = m_habits->readsTags ? firstTags : firstFile;
+    m_second = m_habits->readsTags ? secondTags : secondFile;
+    m_connector = std::make_unique<MusicConnector>(m_music, m_windowActivation);
+    m_shown = std::make_unique<ShownRecord>(*m_connector);
+}
+
+void RealPlayerTest::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+}
+
+bool RealPlayerTest::goToTheFirstTrack()
+{
+    return shows(m_first)
+        || (m_music.setPlayerPosition(0) && m_music.backTrack() && timeUntil([this] { return shows(m_first); }));
+}
+
+bool RealPlayerTest::playTheFirstTrackFrom(double seconds)
+{
+    if (!goToTheFirstTrack()) {
+        return false;
+    }
+    if (state() != PlayerState::playing) {
+        m_music.playpause();
+    }
+    const bool isThere =
+        timeUntil([this] { return m_witness.status() == u"Playing" && state() == PlayerState::playing; })
+        && m_music.setPlayerPosition(seconds)
+        && timeUntil([&] { return std::abs(m_witness.position() - seconds) < tolerance; });
+    // One player loses a command that reaches it in the midst of a seek.
+    QTest::qWait(settling);
+    return isThere;
+}
+
+bool RealPlayerTest::isAtPlayersPosition()
+{
+    return std::abs(position() - m_witness.position()) <= tolerance;
+}
+
+void RealPlayerTest::expectTheSecondTrackAlone()
+{
+    QVERIFY(timeUntil([this] { return m_witness.status() == u"Playing" && m_witness.position() >= 1; }));
+    QVERIFY(timeUntil([this] { return isAtPlayersPosition(); }, longestError));
+    QCOMPARE(m_shown->texts(), QStringList{m_second});
+    QVERIFY2(!m_shown->states().contains(u"Stopped"_s) && !m_shown->states().contains(u"Paused"_s),
+        qPrintable(m_shown->states().join(u' ')));
+    QVERIFY(
+        timeUntil([this] { return std::abs(m_connector->duration() - secondDuration) < m_habits->lengthTolerance; }));
+}
+
+void RealPlayerTest::thePlayerIsFollowed()
+{
+    const auto time = timeUntil([this] { return m_connector->isMusicAppRunning(); }, longestStart);
+    QVERIFY(time);
+    report("followed", *time);
+    QVERIFY(m_witness.findPlayer());
+    QCOMPARE(m_music.isResponding(), true);
+}
+
+void RealPlayerTest::theFirstTrackIsShownInFull()
+{
+    if (!m_habits->playsOnStart) {
+        // It takes no command before it has read its files.
+        QVERIFY(timeUntil(
+            [this] {
+                return m_witness.status() == u"Playing"
+                    || (m_music.playpause() && timeUntil([this] { return m_witness.status() == u"Playing"; }, 500));
+            },
+            longestStart));
+        QVERIFY(timeUntil([this] { return shows(m_first) || shows(m_second); }));
+        // One begins with whatever it has read by then, and puts that in order later.
+        QVERIFY(timeUntil([this] { return goToTheFirstTrack(); }, longestStart));
+    }
+    const auto time = timeUntil([this] { return shows(m_first); }, longestStart);
+    QVERIFY(time);
+    report("shown", *time);
+    QVERIFY(timeUntil([this] { return std::abs(m_connector->duration() - firstDuration) < 1; }));
+    qInfo().noquote() << "at the start:" << m_shown->texts();
+    for (const QString &text : m_shown->texts()) {
+        const bool isFull = text == m_first || text == m_second;
+        QVERIFY2(isFull || (!m_habits->readsTagsAhead && text == firstFile), qPrintable(text));
+    }
+}
+
+void RealPlayerTest::theClockRunsWithThePlayers()
+{
+    QVERIFY(timeUntil([this] { return state() == PlayerState::playing && m_witness.position() > 0.5; }));
+    const double start = position();
+    QVERIFY(timeUntil([&] { return position() > start + 0.5; }, 1'500));
+    QVERIFY(timeUntil([this] { return isAtPlayersPosition(); }, 2'500));
+    QVERIFY(m_connector->isProgressPollingTimerActive());
+}
+
+void RealPlayerTest::aPauseIsShownAtOnceAndTheClockStands()
+{
+    QVERIFY(m_music.playpause());
+    QCOMPARE(state(), PlayerState::paused);
+    const auto time = timeUntil([this] { return m_witness.status() == u"Paused"; });
+    QVERIFY(time);
+    report("paused", *time);
+    QTest::qWait(settling); // the clock is set once more, when the player has settled
+    QCOMPARE(state(), PlayerState::paused);
+    const double stands = position();
+    QTest::qWait(settling);
+    QCOMPARE(position(), stands);
+    QCOMPARE(state(), PlayerState::paused);
+    QVERIFY(isAtPlayersPosition());
+    QVERIFY(!m_connector->isProgressPollingTimerActive());
+}
+
+void RealPlayerTest::playGoesOnFromThere()
+{
+    const double stood = position();
+    QVERIFY(m_music.playpause());
+    QCOMPARE(state(), PlayerState::playing);
+    const auto time = timeUntil([this] { return m_witness.status() == u"Playing"; });
+    QVERIFY(time);
+    report("playing again", *time);
+    QVERIFY(timeUntil([&] { return position() > stood + 0.3; }));
+    QVERIFY(position() < stood + tolerance);
+    QCOMPARE(state(), PlayerState::playing);
+}
+
+void RealPlayerTest::aSeekLeadsToItsPlaceAndTheClockNeverJumps()
+{
+    constexpr double target = 20;
+    QVERIFY(m_music.setPlayerPosition(target));
+    QElapsedTimer sinceSeek;
+    sinceSeek.start();
+    const auto expected = [&] { return target + double(sinceSeek.elapsed()) / 1'000; };
+    const auto time = timeUntil([&] { return std::abs(m_witness.position() - expected()) < tolerance; }, 2'000);
+    QVERIFY(time);
+    report("seek done", *time);
+    // The target is believed for 1.5 s; then the player is asked where it is.
+    double largestError = 0;
+    while (sinceSeek.elapsed() < 2'200) {
+        largestError = std::max(largestError, std::abs(position() - expected()));
+        QTest::qWait(20);
+    }
+    qInfo("largest error of the clock after the seek: %.2f s", largestError);
+    QVERIFY(largestError < tolerance);
+    QVERIFY(isAtPlayersPosition());
+}
+
+void RealPlayerTest::holdingForwardLeadsOnInTheTrack()
+{
+    QVERIFY(playTheFirstTrackFrom(5));
+    const double start = position();
+    QVERIFY(m_music.fastForward());
+    QCOMPARE(state(), PlayerState::fastForwarding);
+    QVERIFY(timeUntil([&] { return position() > start + 13; }, 1'500));
+    QVERIFY(m_music.resume());
+    const double end = position();
+    QCOMPARE(state(), PlayerState::playing);
+    QVERIFY(timeUntil([&] { return std::abs(m_witness.position() - end) < tolerance + 1; }));
+    QVERIFY(timeUntil([this] { return isAtPlayersPosition(); }));
+    QVERIFY(shows(m_first));
+    QVERIFY(position() < end + 4);
+}
+
+void RealPlayerTest::everyVolumeIsTakenAndReadBack()
+{
+    for (const int volume : {30, 29, 57, 100, 0, 80}) {
+        m_connector->setVolume(volume);
+        const auto time = timeUntil([&] { return std::abs(m_witness.volume() * 100 - volume) < 0.6; });
+        QVERIFY2(time, qPrintable(u"%1: the player has %2"_s.arg(volume).arg(m_witness.volume())));
+        QTest::qWait(settling);
+        QCOMPARE(m_connector->soundVolume(), double(volume));
+        QCOMPARE(m_music.soundVolume(), std::optional(volume));
+    }
+}
+
+void RealPlayerTest::nextShowsTheSecondTrackAndNothingBetween()
+{
+    QVERIFY(playTheFirstTrackFrom(10));
+    m_shown->clear();
+    QVERIFY(m_music.nextTrack());
+    const auto time = timeUntil([this] { return shows(m_second); });
+    QVERIFY(time);
+    report("next track", *time);
+    expectTheSecondTrackAlone();
+}
+
+void RealPlayerTest::theEndOfATrackLeadsToTheNextAndNothingBetween()
+{
+    QVERIFY(playTheFirstTrackFrom(firstDuration - 2.5));
+    m_shown->clear();
+    QVERIFY(timeUntil([this] { return shows(m_second); }));
+    expectTheSecondTrackAlone();
+}
+
+void RealPlayerTest::backAtTheStartOfATrackLeadsToTheTrackBefore()
+{
+    QVERIFY(shows(m_second));
+    QVERIFY(m_music.setPlayerPosition(0));
+    m_shown->clear();
+    QVERIFY(m_music.backTrack());
+    const auto time = timeUntil([this] { return shows(m_first); });
+    QVERIFY(time);
+    report("track before", *time);
+    QVERIFY(timeUntil([this] { return m_witness.status() == u"Playing" && m_witness.position() > 0.5; }));
+    QCOMPARE(m_shown->texts(), QStringList{m_first});
+}
+
+void RealPlayerTest::backLaterOnLeadsToTheStartOfTheTrack()
+{
+    QVERIFY(playTheFirstTrackFrom(20));
+    m_shown->clear();
+    QVERIFY(m_music.backTrack());
+    QVERIFY(position() < 0.5);
+    const auto time = timeUntil([this] { return m_witness.position() < tolerance; });
+    QVERIFY(time);
+    report("start of the track", *time);
+    QVERIFY(timeUntil([this] { return isAtPlayersPosition(); }));
+    QCOMPARE(m_shown->texts(), QStringList());
+}
+
+void RealPlayerTest::nextWhilePausedShowsTheSecondTrack()
+{
+    QVERIFY(playTheFirstTrackFrom(10));
+    QVERIFY(m_music.playpause());
+    QVERIFY(timeUntil([this] { return m_witness.status() == u"Paused"; }));
+    QTest::qWait(settling);
+    m_shown->clear();
+    QVERIFY(m_music.nextTrack());
+    if (m_habits->nextWhilePaused == AfterNext::Stops) {
+        QVERIFY(timeUntil([this] { return state() == PlayerState::stopped; }));
+        QCOMPARE(m_shown->texts(), QStringList{u"none"_s});
+        QVERIFY(m_music.playpause());
+        QVERIFY(timeUntil([this] { return shows(m_second); }));
+        return;
+    }
+    const auto time = timeUntil([this] { return shows(m_second); });
+    QVERIFY(time);
+    report("next track while paused", *time);
+    const bool plays = m_habits->nextWhilePaused == AfterNext::Plays;
+    QVERIFY(timeUntil([&] { return m_witness.status() == (plays ? u"Playing" : u"Paused"); }));
+    QTest::qWait(settling);
+    QCOMPARE(state(), plays ? PlayerState::playing : PlayerState::paused);
+    QVERIFY(timeUntil([this] { return isAtPlayersPosition(); }));
+    QCOMPARE(m_shown->texts(), QStringList{m_second});
+}
+
+void RealPlayerTest::nextOnTheLastTrackDoesWhatThePlayerIsKnownFor()
+{
+    QVERIFY(shows(m_second));
+    if (state() != PlayerState::playing) {
+        QVERIFY(m_music.playpause());
+    }
+    QVERIFY(timeUntil([this] { return m_witness.status() == u"Playing"; }));
+    QTest::qWait(settling);
+    m_shown->clear();
+    m_music.nextTrack();
+    QTest::qWait(settling);
+    switch (m_habits->nextOnTheLast) {
+    case AfterTheLast::StaysOnIt:
+        QCOMPARE(m_shown->texts(), QStringList());
+        QCOMPARE(state(), PlayerState::playing);
+        break;
+    case AfterTheLast::PlaysTheFirst:
+        QCOMPARE(m_shown->texts(), QStringList{m_first});
+        QCOMPARE(state(), PlayerState::playing);
+        break;
+    case AfterTheLast::Stops:
+        QCOMPARE(m_shown->texts(), QStringList{u"none"_s});
+        QCOMPARE(state(), PlayerState::stopped);
+        break;
+    }
+}
+
+void RealPlayerTest::aPlayerThatQuitsIsGoneWithin100Milliseconds()
+{
+    QList<bool> running;
+    connect(m_connector.get(), &MusicConnector::isMusicAppRunningChanged, this, [&](bool isRunning) {
+        if (running.isEmpty() || running.last() != isRunning) {
+            running.append(isRunning);
+        }
+    });
+    QElapsedTimer sinceQuit;
+    sinceQuit.start();
+    m_witness.quitPlayer();
+    QVERIFY(timeUntil([this] { return m_witness.isGone(); }, 5'000));
+    const qint64 gone = sinceQuit.elapsed();
+    const auto time = timeUntil([this] { return !m_connector->isMusicAppRunning(); }, 100);
+    report("quit: name lost", gone);
+    QVERIFY(time);
+    report("not running", *time);
+    QTest::qWait(300);
+    QCOMPARE(running, QList<bool>{false});
+    QVERIFY(!m_connector->currentTrack());
+    QVERIFY(!m_music.playerState());
+    QVERIFY(!m_connector->isProgressPollingTimerActive());
+}
+
+} // namespace tunedeck
+
+QTEST_MAIN(tunedeck::RealPlayerTest)
+#include "RealPlayerTest.moc"
