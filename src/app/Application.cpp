@@ -32,11 +32,9 @@ Application::Application(const Environment &environment, QObject *parent)
     const ViewController::Surroundings surroundings{
         m_musicConnector, m_defaults, environment.appearance, environment.windowActivation, *m_windowController};
     m_viewController = std::make_unique<ViewController>(surroundings, *m_playerView);
-    m_mainMenu = std::make_unique<MainMenu>(m_delegate, *m_windowController, *m_viewController);
 
     connectPlayer();
     connectWindowButtons();
-    connectMenus();
     connect(qApp, &QCoreApplication::aboutToQuit, &m_delegate, &AppDelegate::applicationWillTerminate);
 }
 
@@ -64,12 +62,19 @@ ViewController &Application::viewController()
 
 MainMenu &Application::mainMenu()
 {
+    if (!m_mainMenu) {
+        m_mainMenu = std::make_unique<MainMenu>(m_delegate, *m_windowController, *m_viewController);
+        connectMenus();
+    }
     return *m_mainMenu;
 }
 
 void Application::showMainWindow()
 {
     m_windowController->window().show();
+    // The menus, shortcuts included, are there before anyone can ask for them; nobody waits for them to see the window.
+    QMetaObject::invokeMethod(
+        this, [this] { mainMenu(); }, Qt::QueuedConnection);
 }
 
 void Application::reopen()
@@ -91,9 +96,6 @@ void Application::connectPlayer()
     connect(m_viewController.get(), &ViewController::currentTrackInfoChanged, &m_delegate,
         &AppDelegate::setCurrentTrackInfo);
     connect(m_viewController.get(), &ViewController::dockTileImageChanged, this, &Application::showDockTile);
-    connect(m_viewController.get(), &ViewController::playPauseTitleChanged, &m_mainMenu->playPauseMenuItem(),
-        &QAction::setText);
-    m_delegate.setPlayPauseMenuItem(&m_mainMenu->playPauseMenuItem());
 }
 
 void Application::connectWindowButtons()
@@ -105,6 +107,11 @@ void Application::connectWindowButtons()
 
 void Application::connectMenus()
 {
+    QAction &playPauseMenuItem = m_mainMenu->playPauseMenuItem();
+    playPauseMenuItem.setText(m_viewController->playPauseTitle(m_musicConnector.currentState()));
+    connect(m_viewController.get(), &ViewController::playPauseTitleChanged, &playPauseMenuItem, &QAction::setText);
+    m_delegate.setPlayPauseMenuItem(&playPauseMenuItem);
+
     MenuValidation &validation = m_mainMenu->validation();
     connect(&m_musicConnector, &MusicConnector::isMusicAppRunningChanged, &validation, &MenuValidation::validate);
     connect(&m_musicConnector, &MusicConnector::feedTypeChanged, &validation, &MenuValidation::validate);

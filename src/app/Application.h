@@ -41,7 +41,8 @@ public:
     [[nodiscard]] MusicConnector &musicConnector();
     [[nodiscard]] WindowController &windowController();
     [[nodiscard]] ViewController &viewController();
-    [[nodiscard]] MainMenu &mainMenu();
+    /// Made when it is first asked for, at the latest after the window is shown.
+    MainMenu &mainMenu();
 
 public Q_SLOTS:
     void showMainWindow();

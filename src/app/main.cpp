@@ -11,12 +11,15 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDBusConnection>
+#include <QFont>
+#include <QFontInfo>
 #include <QTimer>
 #include <QWindow>
 
 #include <chrono>
 #include <cstdio>
 #include <memory>
+#include <thread>
 
 namespace {
 using namespace std::chrono_literals;
@@ -59,6 +62,8 @@ int main(int argc, char *argv[])
     const QApplication qtApplication(argc, argv);
     setUpNames();
     parseCommandLine(qtApplication);
+    // Which fonts there are takes long to find out; meanwhile the bus and the player are asked.
+    const std::jthread fonts([] { QFontInfo(QFont()).family(); });
 
     const QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {

@@ -142,16 +142,19 @@ QMenu &ViewController::timeLabelMenu()
 void ViewController::playerStateDidChange(FourCharCode state)
 {
     updatePlayPauseGlyph(state);
-    if (PlayerState::isIdle(state)) {
-        Q_EMIT playPauseTitleChanged(tr("Play", "For UI labels: Play"));
-    } else if (m_musicConnector.feedType() == FeedType::liveStream) {
-        Q_EMIT playPauseTitleChanged(tr("Stop", "For UI labels: Stop"));
-    } else {
-        Q_EMIT playPauseTitleChanged(tr("Pause", "For UI labels: Pause"));
-    }
+    Q_EMIT playPauseTitleChanged(playPauseTitle(state));
     updateDockTile(state);
     // The state that the connector holds has the last word.
     updateDockTile(m_musicConnector.currentState());
+}
+
+QString ViewController::playPauseTitle(FourCharCode state) const
+{
+    if (PlayerState::isIdle(state)) {
+        return tr("Play", "For UI labels: Play");
+    }
+    return m_musicConnector.feedType() == FeedType::liveStream ? tr("Stop", "For UI labels: Stop")
+                                                               : tr("Pause", "For UI labels: Pause");
 }
 
 void ViewController::closeWindow()

@@ -59,6 +59,8 @@ public:
     [[nodiscard]] QMenu &timeLabelMenu();
 
     void playerStateDidChange(FourCharCode state) override;
+    /// What the play/pause menu item is called in this player state.
+    [[nodiscard]] QString playPauseTitle(FourCharCode state) const;
 
 public Q_SLOTS:
     void closeWindow();

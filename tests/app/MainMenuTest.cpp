@@ -176,6 +176,7 @@ private Q_SLOTS:
         Desktop desktop;
         Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
         application.showMainWindow();
+        application.mainMenu();
         const auto *menuBar = application.windowController().window().findChild<QMenuBar *>();
         QVERIFY(!menuBar->isNativeMenuBar());
         QVERIFY(!menuBar->isVisible());
