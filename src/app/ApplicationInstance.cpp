@@ -3,6 +3,7 @@
 
 #include "BundleInfo.h"
 
+#include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 
@@ -13,8 +14,8 @@ namespace tunedeck {
 namespace {
 constexpr int deadline = 1'000;
 constexpr int longestToken = 1'000;
-const QString objectPath = QStringLiteral("/org/tunedeck/Tunedeck");
-const QString tokenKey = QStringLiteral("activation-token");
+constexpr QLatin1String objectPath("/org/tunedeck/Tunedeck");
+constexpr QLatin1String tokenKey("activation-token");
 constexpr char tokenVariable[] = "XDG_ACTIVATION_TOKEN";
 } // namespace
 
@@ -25,6 +26,8 @@ ApplicationInstance::ApplicationInstance(const QDBusConnection &bus, QObject *pa
     // The object first: whoever sees the name may call at once.
     m_bus.registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
     m_isFirst = !m_bus.isConnected() || m_bus.registerService(applicationId.toString());
+    // A program that is on its way out must not be taken for the one that runs.
+    connect(qApp, &QCoreApplication::aboutToQuit, this, [this] { m_bus.unregisterService(applicationId.toString()); });
 }
 
 bool ApplicationInstance::isFirst() const

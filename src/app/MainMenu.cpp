@@ -37,11 +37,15 @@ MainMenu::MainMenu(
     menuBar->setVisible(menuBar->isNativeMenuBar());
     menuBar->resize(0, 0);
 
-    connect(&window, &QWidget::customContextMenuRequested, this,
-        [this, &window](QPoint position) { m_contextMenu.popup(window.mapToGlobal(position)); });
+    connect(&window, &QWidget::customContextMenuRequested, this, &MainMenu::popUpAt);
     auto *keyboardRequest = new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F10), &window);
-    connect(keyboardRequest, &QShortcut::activated, this,
-        [this, &window] { m_contextMenu.popup(window.mapToGlobal(window.rect().center())); });
+    connect(
+        keyboardRequest, &QShortcut::activated, this, [this] { popUpAt(m_windowController.window().rect().center()); });
+}
+
+void MainMenu::popUpAt(QPoint position)
+{
+    m_contextMenu.popup(m_windowController.window().mapToGlobal(position));
 }
 
 QAction &MainMenu::playPauseMenuItem() const

@@ -38,6 +38,8 @@ private:
         QList<MenuValidation::Validator> validators = {};
     };
 
+    /// In the main window's coordinates.
+    void popUpAt(QPoint position);
     void buildApplicationMenu(QMenu &menu);
     void buildFileMenu(QMenu &menu);
     void buildControlsMenu(QMenu &menu);

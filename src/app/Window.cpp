@@ -139,12 +139,22 @@ void Window::makeKeyAndOrderFront()
 
 void Window::invalidateShadow()
 {
-    if (isScreenComposited()) {
+    m_isComposited = isScreenComposited();
+    cutToOutline();
+    update();
+}
+
+void Window::cutToOutline()
+{
+    const QRegion outline = m_isComposited ? QRegion() : roundedRegion(rect());
+    if (outline == mask()) {
+        return;
+    }
+    if (outline.isEmpty()) {
         clearMask();
     } else {
-        setMask(roundedRegion(rect()));
+        setMask(outline);
     }
-    update();
 }
 
 void Window::zoom()
@@ -176,8 +186,11 @@ bool Window::eventFilter(QObject *watched, QEvent *event)
     case QEvent::KeyPress: {
         const auto &key = *static_cast<QKeyEvent *>(event);
         flagsChanged(key.modifiers());
-        if (isCancel(key)) {
-            cancelOperation();
+        // A menu that is open is what Escape closes; and holding the key asks once.
+        if (isCancel(key) && !QApplication::activePopupWidget()) {
+            if (!key.isAutoRepeat()) {
+                cancelOperation();
+            }
             return true;
         }
         break;
@@ -224,7 +237,8 @@ void Window::mouseMoveEvent(QMouseEvent *event)
 
 void Window::moveEvent(QMoveEvent *)
 {
-    invalidateShadow();
+    // There are many of these in one drag: nothing is asked and nothing painted for each.
+    cutToOutline();
 }
 
 void Window::paintEvent(QPaintEvent *)
@@ -250,7 +264,7 @@ void Window::resizeEvent(QResizeEvent *)
     if (m_contentView) {
         m_contentView->setGeometry(rect());
     }
-    invalidateShadow();
+    cutToOutline();
 }
 
 void Window::showEvent(QShowEvent *)

@@ -66,6 +66,7 @@ protected:
 private:
     [[nodiscard]] Qt::Edges edgesAt(QPoint position) const;
     void showCursorFor(Qt::Edges edges);
+    void cutToOutline();
     void applyLevel();
     void applyAppearance();
 
@@ -75,6 +76,7 @@ private:
     bool m_shiftButtonHeld = false;
     bool m_optionButtonHeld = false;
     WindowLevel m_level = WindowLevel::Normal;
+    bool m_isComposited = true;
     int m_widthBeforeZoom;
     std::optional<QPoint> m_pressPosition;
 };

@@ -14,7 +14,7 @@
 
 namespace tunedeck {
 
-/// The keys of the user's settings; all are Boolean.
+/// The keys of the settings; all but the accent colour are Boolean.
 namespace SettingsKey {
 inline const QString keepMainWindowAboveAllOtherWindows = QStringLiteral("KeepMainWindowAboveAllOtherWindows");
 inline const QString remainingTimeEnabled = QStringLiteral("RemainingTimeEnabled");

@@ -17,7 +17,8 @@ public:
     virtual void setExpanded(bool expanded) = 0;
 
 Q_SIGNALS:
-    /// After every assignment, also of an equal value, once the window has reached its height.
+    /// After every assignment, also of an equal value, once the window has reached its height; of assignments that come
+    /// before it has, once for all.
     void isExpandedChanged(bool expanded);
 };
 

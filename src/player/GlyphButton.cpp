@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "GlyphButton.h"
 
+#include "FatalError.h"
+
 #include <QKeyEvent>
 #include <QLinearGradient>
 #include <QPainter>
@@ -87,7 +89,7 @@ QPainterPath pathOf(GlyphButton::Glyph glyph)
     case GlyphButton::Glyph::Loud:
         return speaker() + soundWave(0.6) + soundWave(1);
     }
-    Q_UNREACHABLE();
+    fatalError("Impossible glyph");
 }
 } // namespace
 

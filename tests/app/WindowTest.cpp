@@ -9,6 +9,7 @@
 #include <QImage>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -23,6 +24,16 @@ void sendKey(const Window &window, QEvent::Type type, Qt::Key key, Qt::KeyboardM
     QKeyEvent event(type, key, modifiers);
     QCoreApplication::sendEvent(window.windowHandle(), &event);
 }
+
+class PaintCounter : public QObject {
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+    int count = 0;
+};
 } // namespace
 
 class WindowTest : public QObject {
@@ -54,6 +65,64 @@ private Q_SLOTS:
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));
         QVERIFY(window.hasFocus());
+    }
+
+    void anotherScreenAndComingBackRefreshTheShadow()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QCoreApplication::processEvents();
+        PaintCounter paints;
+        window.installEventFilter(&paints);
+        Q_EMIT window.windowHandle()->screenChanged(QGuiApplication::primaryScreen());
+        QTRY_COMPARE(paints.count, 1);
+        window.showMinimized();
+        QCoreApplication::processEvents();
+        paints.count = 0;
+        window.showNormal();
+        QTRY_VERIFY(paints.count >= 1);
+    }
+
+    void movingPaintsNothing()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QCoreApplication::processEvents();
+        PaintCounter paints;
+        window.installEventFilter(&paints);
+        for (int x = 0; x < 20; ++x) {
+            window.move(x, 10);
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(paints.count, 0);
+    }
+
+    void escapeIsForTheMenuThatIsOpenAndAsksOnceWhileHeld()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        controller.setExpanded(true);
+        QMenu menu;
+        menu.addAction(QStringLiteral("An item"));
+        menu.popup(window.mapToGlobal(QPoint(10, 10)));
+        QTRY_VERIFY(menu.isVisible());
+        sendKey(window, QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QVERIFY(controller.isExpanded());
+        menu.close();
+        QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, QString(), true);
+        QCoreApplication::sendEvent(window.windowHandle(), &repeated);
+        QVERIFY(controller.isExpanded());
+        sendKey(window, QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QVERIFY(!controller.isExpanded());
     }
 
     void shiftAndOptionAreHeldWhileTheyAreDown()

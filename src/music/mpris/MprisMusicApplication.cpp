@@ -333,6 +333,15 @@ void MprisMusicApplication::follow(MprisPlayer *player)
     if (player == m_player) {
         return;
     }
+    const bool wasResponding = isResponding();
+    changePlayer(player);
+    if (isResponding() != wasResponding) {
+        Q_EMIT respondingDidChange(isResponding());
+    }
+}
+
+void MprisMusicApplication::changePlayer(MprisPlayer *player)
+{
     endSeek();
     m_playPauses = 0;
     if (MprisPlayer *former = std::exchange(m_player, nullptr)) {

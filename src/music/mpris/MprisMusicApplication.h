@@ -72,6 +72,7 @@ private:
 
     void reconsiderPlayer();
     void follow(MprisPlayer *player);
+    void changePlayer(MprisPlayer *player);
     void rememberPlayer();
     [[nodiscard]] MprisPlayer *playerOf(const std::optional<QString> &owner) const;
 

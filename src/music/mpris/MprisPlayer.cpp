@@ -449,7 +449,8 @@ void MprisPlayer::call(const QString &interface, const QString &method, const QV
         const QDBusMessage reply = watcher->reply();
         if (isError(reply) && isUnanswered(reply)) {
             stopResponding();
-        } else {
+        } else if (reply.service() == m_owner) {
+            // Otherwise it is the bus that answers, for a player that is gone.
             heardFromPlayer();
         }
         handler(reply);

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int deadline = 1'000; // milliseconds
 /// One player gives up its name and takes it again within a few milliseconds whenever something goes wrong in it.
-constexpr Milliseconds graceForNames{30};
+constexpr Milliseconds graceForNames{10};
 
 } // namespace
 
