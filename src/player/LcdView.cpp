@@ -3,7 +3,8 @@
 
 #include "GlyphButton.h"
 #include "PercentSlider.h"
-#include "TrackInfoLabel.h"
+#include "PixelFont.h"
+#include "ScrollingMarqueeView.h"
 
 #include <QEvent>
 #include <QLabel>
@@ -25,12 +26,6 @@ constexpr int infoButtonWidth = 14;
 constexpr int leastTimeWidth = 30;
 constexpr qreal cornerRadius = 4;
 
-QStringList humanistSans()
-{
-    return {QStringLiteral("Lucida Grande"), QStringLiteral("Lucida Sans"), QStringLiteral("Noto Sans"),
-        QStringLiteral("DejaVu Sans")};
-}
-
 QPalette lcdPalette(bool dark)
 {
     const QColor glass = dark ? QColor(0x3b, 0x40, 0x36) : QColor(0xe9, 0xec, 0xd3);
@@ -47,7 +42,7 @@ QPalette lcdPalette(bool dark)
 
 LcdView::LcdView(QWidget *parent)
     : QWidget(parent)
-    , m_trackInfoLabel(new TrackInfoLabel(this))
+    , m_trackInfoLabel(new ScrollingMarqueeView(this))
     , m_primaryTimeLabel(new QLabel(this))
     , m_trackProgressSlider(new PercentSlider(this))
     , m_secondaryTimeLabel(new QLabel(this))
@@ -58,7 +53,7 @@ LcdView::LcdView(QWidget *parent)
     setDark(false);
 }
 
-TrackInfoLabel &LcdView::trackInfoLabel()
+ScrollingMarqueeView &LcdView::trackInfoLabel()
 {
     return *m_trackInfoLabel;
 }
@@ -91,6 +86,7 @@ GlyphButton &LcdView::infoButton()
 void LcdView::setDark(bool dark)
 {
     setPalette(lcdPalette(dark));
+    m_trackInfoLabel->setDark(dark);
 }
 
 bool LcdView::event(QEvent *event)
@@ -120,26 +116,15 @@ void LcdView::resizeEvent(QResizeEvent *)
     layOut();
 }
 
-QFont LcdView::pixelFont(const QStringList &families, double pixels) const
-{
-    QFont font(families);
-    font.setPointSizeF(pixels * 72 / logicalDpiY());
-    return font;
-}
-
 void LcdView::setUpTexts()
 {
-    QFont trackFont = pixelFont(humanistSans(), 10.5);
-    trackFont.setBold(true);
-    m_trackInfoLabel->setFont(trackFont);
-
     for (QLabel *label : {m_primaryTimeLabel, m_secondaryTimeLabel, m_isLiveLabel}) {
         label->setTextFormat(Qt::PlainText);
-        label->setFont(pixelFont(humanistSans(), 9.5));
+        label->setFont(pixelFont(humanistSans(), 9.5, *this));
     }
     m_secondaryTimeLabel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 
-    QFont liveFont = pixelFont(humanistSans(), 9);
+    QFont liveFont = pixelFont(humanistSans(), 9, *this);
     liveFont.setBold(true);
     m_isLiveLabel->setFont(liveFont);
     m_isLiveLabel->setText(tr("Live", "In place of the times while a live stream plays"));
@@ -149,8 +134,8 @@ void LcdView::setUpTexts()
     m_trackProgressSlider->setAccessibleName(tr("Position", "For accessibility: the progress slider"));
     m_trackProgressSlider->setStep(2);
 
-    QFont infoFont =
-        pixelFont({QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif"), QStringLiteral("serif")}, 12);
+    QFont infoFont = pixelFont(
+        {QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif"), QStringLiteral("serif")}, 12, *this);
     infoFont.setBold(true);
     infoFont.setItalic(true);
     m_infoButton->setFont(infoFont);

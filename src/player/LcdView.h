@@ -9,7 +9,7 @@ namespace tunedeck {
 
 class GlyphButton;
 class PercentSlider;
-class TrackInfoLabel;
+class ScrollingMarqueeView;
 
 /// The display: the track above, below it the elapsed time, the progress and the remaining or total time, or in their
 /// place the live marker. It lays them out and draws what is behind them.
@@ -19,7 +19,7 @@ class LcdView : public QWidget {
 public:
     explicit LcdView(QWidget *parent = nullptr);
 
-    [[nodiscard]] TrackInfoLabel &trackInfoLabel();
+    [[nodiscard]] ScrollingMarqueeView &trackInfoLabel();
     [[nodiscard]] QLabel &primaryTimeLabel();
     [[nodiscard]] PercentSlider &trackProgressSlider();
     [[nodiscard]] QLabel &secondaryTimeLabel();
@@ -34,11 +34,10 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    [[nodiscard]] QFont pixelFont(const QStringList &families, double pixels) const;
     void setUpTexts();
     void layOut();
 
-    TrackInfoLabel *m_trackInfoLabel;
+    ScrollingMarqueeView *m_trackInfoLabel;
     QLabel *m_primaryTimeLabel;
     PercentSlider *m_trackProgressSlider;
     QLabel *m_secondaryTimeLabel;

@@ -9,7 +9,7 @@
 #include "MusicApplication.h"
 #include "PercentSlider.h"
 #include "PlayerView.h"
-#include "TrackInfoLabel.h"
+#include "ScrollingMarqueeView.h"
 #include "UserDefaults.h"
 #include "WindowActivation.h"
 
@@ -45,11 +45,11 @@ ViewController::ViewController(const Surroundings &surroundings, PlayerView &vie
     , m_musicConnector(surroundings.musicConnector)
     , m_defaults(surroundings.defaults)
     , m_appearance(surroundings.appearance)
-    , m_windowActivation(surroundings.windowActivation)
     , m_drawerHost(surroundings.drawerHost)
     , m_view(view)
 {
-    connect(&m_windowActivation, &WindowActivation::windowDidBecomeMain, this, &ViewController::updateLCDForFeedType);
+    connect(&surroundings.windowActivation, &WindowActivation::windowDidBecomeMain, this,
+        &ViewController::updateLCDForFeedType);
     setUpTransport();
     observeConnector();
     bindVolume();
@@ -311,7 +311,7 @@ void ViewController::showControlsForFeedType(FeedType feedType)
 
 void ViewController::showFallbackText(FeedType feedType)
 {
-    TrackInfoLabel &label = m_view.lcd().trackInfoLabel();
+    ScrollingMarqueeView &label = m_view.lcd().trackInfoLabel();
     if (!m_musicConnector.isMusicAppRunning()) {
         label.setDisplayStrings({tr("Music is not open", "'Music is not open' displayed in LCD")});
     } else if (isEmptyFeed(feedType)) {

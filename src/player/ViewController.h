@@ -101,7 +101,6 @@ private:
     MusicConnector &m_musicConnector;
     UserDefaults &m_defaults;
     const Appearance &m_appearance;
-    const WindowActivation &m_windowActivation;
     DrawerHost &m_drawerHost;
     PlayerView &m_view;
 

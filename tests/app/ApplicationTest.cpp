@@ -7,8 +7,8 @@
 #include "MainMenu.h"
 #include "MenuItemIdentifier.h"
 #include "PlayerView.h"
+#include "ScrollingMarqueeView.h"
 #include "TimedStyle.h"
-#include "TrackInfoLabel.h"
 #include "ViewController.h"
 #include "WindowController.h"
 

@@ -3,7 +3,7 @@
 
 #include "GlyphButton.h"
 #include "PercentSlider.h"
-#include "TrackInfoLabel.h"
+#include "ScrollingMarqueeView.h"
 
 #include <QLabel>
 #include <QRegularExpression>

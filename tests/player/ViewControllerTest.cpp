@@ -9,7 +9,7 @@
 #include "PercentSlider.h"
 #include "PlayerView.h"
 #include "ScriptedMusicApplication.h"
-#include "TrackInfoLabel.h"
+#include "ScrollingMarqueeView.h"
 #include "UserDefaults.h"
 #include "WindowActivation.h"
 

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QRectF>
+#include <QSizeF>
+#include <QString>
+#include <QStringList>
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace tunedeck {
+
+/// One visible string of the marquee.
+struct MarqueeLabel {
+    QString text;
+    /// In points; the text is centred in the frame, which is no narrower.
+    double textWidth = 0;
+    /// In points from the field's upper left corner.
+    QRectF frame;
+
+    bool operator==(const MarqueeLabel &) const = default;
+};
+
+/// Which strings of a marquee stand where at which time. A string that fits stands for a dwell and then rolls away
+/// before the next one; a wider one stands, scrolls sideways once as a ticker, stands again and then rolls. One fitting
+/// string alone never moves. It has no clock: the time is handed in and must never go back.
+class MarqueeTimeline {
+public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+    /// A text's width in points, trailing spaces included.
+    using TextWidth = std::function<double(const QString &text)>;
+
+    /// In points per second.
+    static constexpr double scrollSpeed = 30;
+
+    explicit MarqueeTimeline(TextWidth textWidth);
+
+    [[nodiscard]] const QStringList &displayStrings() const;
+    /// Starts at the first string. The list it already has changes nothing; an empty list shows nothing.
+    void setDisplayStrings(const QStringList &strings, TimePoint now);
+    /// Gives the field its size, in points, and starts the string on show again.
+    void layOut(const QSizeF &fieldSize, TimePoint now);
+    /// Rotates the list by one and starts at its first string; one string alone starts again. The rotation counts from
+    /// the list's first entry, not from the string on show.
+    void advance(TimePoint now);
+
+    /// Lets all happen that is due at `now`, however long ago that was.
+    void proceedTo(TimePoint now);
+    /// One label that stands alone, or two of which the second follows the first. `now` lies before the next change.
+    [[nodiscard]] std::vector<MarqueeLabel> labels(TimePoint now) const;
+    [[nodiscard]] bool isMoving(TimePoint now) const;
+    [[nodiscard]] bool isScrolling(TimePoint now) const;
+    /// When the labels begin or cease to move; none where they never will.
+    [[nodiscard]] std::optional<TimePoint> nextChange(TimePoint now) const;
+
+private:
+    using Duration = std::chrono::steady_clock::duration;
+    enum class Motion { None, VerticalRoll, HorizontalScroll };
+
+    [[nodiscard]] bool isWide(const MarqueeLabel &label) const;
+    [[nodiscard]] MarqueeLabel makeLabel(qsizetype index) const;
+    void measure();
+    void clear();
+    void startCycle(TimePoint now);
+    void startCycleOfOne(TimePoint now);
+    void startCycleOfSeveral(TimePoint now);
+    void start(Motion motion, Duration duration, TimePoint now);
+    void roll(TimePoint now);
+    void scroll(TimePoint now);
+    void finishMotion();
+    [[nodiscard]] QPointF travelled(const MarqueeLabel &label, TimePoint now) const;
+
+    TextWidth m_textWidth;
+    QSizeF m_fieldSize;
+    QStringList m_displayStrings;
+    /// Each string as it is shown, from the field's left edge on.
+    std::vector<MarqueeLabel> m_measured;
+    qsizetype m_displayStringIndex = 0;
+    bool m_lastAnimationWasMarquee = false;
+
+    std::optional<MarqueeLabel> m_currentLabel;
+    std::optional<MarqueeLabel> m_nextLabel;
+    Motion m_motion = Motion::None;
+    TimePoint m_begin;
+    TimePoint m_end;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#include "PixelFont.h"
+
+#include <QPaintDevice>
+
+namespace tunedeck {
+
+QStringList humanistSans()
+{
+    return {QStringLiteral("Lucida Grande"), QStringLiteral("Lucida Sans"), QStringLiteral("Noto Sans"),
+        QStringLiteral("DejaVu Sans")};
+}
+
+QFont pixelFont(const QStringList &families, double pixels, const QPaintDevice &device)
+{
+    QFont font(families);
+    font.setPointSizeF(pixels * 72 / device.logicalDpiY());
+    return font;
+}
+
+} // namespace tunedeck

@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: MIT
+#include "ScrollingMarqueeView.h"
+
+#include "PixelFont.h"
+
+#include <QFontMetricsF>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTimer>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace tunedeck {
+
+namespace {
+using namespace std::chrono_literals;
+
+constexpr QColor lcdTextColor(0x35, 0x39, 0x2a);
+constexpr QColor darkLcdTextColor(255, 255, 255, 191);
+constexpr double fontPixels = 10.5;
+/// The part of the height that fades out at the top and at the bottom.
+constexpr double verticalFade = 0.12;
+/// Room on either side of a text for what its first and last glyph draw beyond their advance.
+constexpr double overhang = 8;
+constexpr qsizetype mostCharacters = 1000;
+/// At three device pixels to the point, 24,000 pixels: what every paint engine can hold.
+constexpr double mostPoints = 8000;
+constexpr std::chrono::nanoseconds shortestFrame = 16ms;
+
+bool breaksTheLine(QChar character)
+{
+    const QChar::Category category = character.category();
+    return category == QChar::Other_Control || category == QChar::Separator_Line
+        || category == QChar::Separator_Paragraph;
+}
+
+/// The alpha at `position` of a line that is `length` long and fades over `inset` at both ends.
+double fade(double position, double inset, double length)
+{
+    return inset > 0 ? std::clamp(std::min(position, length - position) / inset, 0.0, 1.0) : 1.0;
+}
+
+int devicePixels(double points, double scale)
+{
+    return static_cast<int>(std::ceil(points * scale));
+}
+
+/// Where a label's pixmap goes: on whole device pixels, which keep its text crisp.
+QPoint devicePosition(const MarqueeLabel &label, double scale)
+{
+    const double textX = label.frame.x() + (label.frame.width() - label.textWidth) / 2;
+    return {static_cast<int>(std::lround((textX - overhang) * scale)),
+        static_cast<int>(std::lround(label.frame.y() * scale))};
+}
+} // namespace
+
+ScrollingMarqueeView::ScrollingMarqueeView(QWidget *parent)
+    : ScrollingMarqueeView(std::chrono::steady_clock::now, parent)
+{
+}
+
+ScrollingMarqueeView::ScrollingMarqueeView(Clock clock, QWidget *parent)
+    : QLabel(parent)
+    , m_clock(std::move(clock))
+    , m_timeline([this](const QString &text) { return textWidth(text); })
+    , m_timer(new QTimer(this))
+    , m_color(lcdTextColor)
+{
+    setTextFormat(Qt::PlainText);
+    QFont bold = pixelFont(humanistSans(), fontPixels, *this);
+    bold.setBold(true);
+    setFont(bold);
+    m_timer->setSingleShot(true);
+    m_timer->setTimerType(Qt::PreciseTimer);
+    connect(m_timer, &QTimer::timeout, this, &ScrollingMarqueeView::refresh);
+    restart();
+}
+
+const QStringList &ScrollingMarqueeView::displayStrings() const
+{
+    return m_timeline.displayStrings();
+}
+
+void ScrollingMarqueeView::setDisplayStrings(const QStringList &strings)
+{
+    QStringList shown;
+    for (const QString &string : strings) {
+        shown.append(bounded(string));
+    }
+    if (shown == displayStrings()) {
+        return;
+    }
+    m_textPixmaps.clear();
+    m_timeline.setDisplayStrings(shown, m_clock());
+    setText(shown.join(QStringLiteral(", ")));
+    refresh();
+}
+
+double ScrollingMarqueeView::fadeInsetInPoints() const
+{
+    return m_fadeInsetInPoints;
+}
+
+void ScrollingMarqueeView::setFadeInsetInPoints(double inset)
+{
+    m_fadeInsetInPoints = std::max(0.0, inset);
+    m_mask = {};
+    update();
+}
+
+bool ScrollingMarqueeView::labelAdvancesOnClick() const
+{
+    return m_labelAdvancesOnClick;
+}
+
+void ScrollingMarqueeView::setLabelAdvancesOnClick(bool advances)
+{
+    m_labelAdvancesOnClick = advances;
+}
+
+void ScrollingMarqueeView::setDark(bool dark)
+{
+    const QColor color = dark ? darkLcdTextColor : lcdTextColor;
+    if (color == m_color) {
+        return;
+    }
+    m_color = color;
+    m_textPixmaps.clear();
+    update();
+}
+
+bool ScrollingMarqueeView::eventFilter(QObject *watched, QEvent *event)
+{
+    // The window system covers and uncovers a window, as on another workspace, without hiding its widgets.
+    if (watched == m_watchedWindow && event->type() == QEvent::Expose) {
+        refresh();
+    }
+    return QLabel::eventFilter(watched, event);
+}
+
+void ScrollingMarqueeView::showEvent(QShowEvent *event)
+{
+    QLabel::showEvent(event);
+    if (m_watchedWindow) {
+        m_watchedWindow->removeEventFilter(this);
+    }
+    m_watchedWindow = window()->windowHandle();
+    if (m_watchedWindow) {
+        m_watchedWindow->installEventFilter(this);
+    }
+    refresh();
+}
+
+void ScrollingMarqueeView::hideEvent(QHideEvent *event)
+{
+    QLabel::hideEvent(event);
+    m_timer->stop();
+}
+
+void ScrollingMarqueeView::resizeEvent(QResizeEvent *event)
+{
+    QLabel::resizeEvent(event);
+    restart();
+}
+
+void ScrollingMarqueeView::mouseReleaseEvent(QMouseEvent *event)
+{
+    QLabel::mouseReleaseEvent(event);
+    const bool isInside = rect().contains(event->position().toPoint());
+    if (!m_labelAdvancesOnClick || event->button() != Qt::LeftButton || !isInside) {
+        return;
+    }
+    event->accept();
+    m_timeline.advance(m_clock());
+    setText(displayStrings().join(QStringLiteral(", ")));
+    refresh();
+}
+
+void ScrollingMarqueeView::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const QTransform toDevice = painter.deviceTransform();
+    const double scale = toDevice.m11();
+    const QImage &faded = mask(scale);
+    QImage frame(faded.size(), QImage::Format_ARGB32_Premultiplied);
+    frame.fill(Qt::transparent);
+    QPainter framePainter(&frame);
+    for (const MarqueeLabel &label : m_labels) {
+        const QPixmap &text = textPixmap(label.text, scale);
+        framePainter.drawPixmap(QRect(devicePosition(label, scale), text.size()), text);
+    }
+    framePainter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    framePainter.drawImage(0, 0, faded);
+    framePainter.end();
+
+    // At a fractional scale the view's corner lies between device pixels; half a pixel aside would blur the text.
+    const QPointF corner = toDevice.map(QPointF());
+    painter.translate((QPointF(corner.toPoint()) - corner) / scale);
+    frame.setDevicePixelRatio(scale);
+    painter.drawImage(0, 0, frame);
+}
+
+/// One line, and short enough for a pixmap whatever a player sends.
+QString ScrollingMarqueeView::bounded(const QString &string) const
+{
+    QString line = string.left(mostCharacters);
+    if (line.size() < string.size()) {
+        if (line.back().isHighSurrogate()) {
+            line.chop(1);
+        }
+        line += QChar(0x2026);
+    }
+    std::replace_if(line.begin(), line.end(), breaksTheLine, QChar(u' '));
+    return textWidth(line) > mostPoints ? QFontMetricsF(font(), this).elidedText(line, Qt::ElideRight, mostPoints)
+                                        : line;
+}
+
+double ScrollingMarqueeView::textWidth(const QString &text) const
+{
+    return QFontMetricsF(font(), this).horizontalAdvance(text);
+}
+
+bool ScrollingMarqueeView::canBeSeen() const
+{
+    return isVisible() && !window()->isMinimized() && m_watchedWindow && m_watchedWindow->isExposed();
+}
+
+void ScrollingMarqueeView::restart()
+{
+    m_textPixmaps.clear();
+    m_mask = {};
+    m_timeline.layOut(size(), m_clock());
+    refresh();
+}
+
+void ScrollingMarqueeView::refresh()
+{
+    const MarqueeTimeline::TimePoint now = m_clock();
+    m_timeline.proceedTo(now);
+    std::vector<MarqueeLabel> labels = m_timeline.labels(now);
+    if (wouldLookDifferent(labels)) {
+        m_labels = std::move(labels);
+        update();
+    }
+    if (canBeSeen()) {
+        scheduleRefresh(now);
+    } else {
+        m_timer->stop();
+    }
+}
+
+void ScrollingMarqueeView::scheduleRefresh(MarqueeTimeline::TimePoint now)
+{
+    const std::optional<MarqueeTimeline::TimePoint> change = m_timeline.nextChange(now);
+    if (!change) {
+        m_timer->stop();
+        return;
+    }
+    std::chrono::nanoseconds wait = *change - now;
+    if (m_timeline.isMoving(now)) {
+        wait = std::min(wait, untilNextFrame(now));
+    }
+    m_timer->start(std::chrono::ceil<std::chrono::milliseconds>(wait));
+}
+
+std::chrono::nanoseconds ScrollingMarqueeView::untilNextFrame(MarqueeTimeline::TimePoint now) const
+{
+    if (!m_timeline.isScrolling(now)) {
+        return shortestFrame;
+    }
+    // Where the next device pixel begins is known, so no frame in between looks for it.
+    const double x = m_timeline.labels(now).front().frame.x() * devicePixelRatioF();
+    const double pixels = x - (std::round(x) - 0.5);
+    const std::chrono::duration<double> wait(pixels / (MarqueeTimeline::scrollSpeed * devicePixelRatioF()));
+    return std::max(shortestFrame, std::chrono::ceil<std::chrono::nanoseconds>(wait));
+}
+
+bool ScrollingMarqueeView::wouldLookDifferent(const std::vector<MarqueeLabel> &labels) const
+{
+    const double scale = devicePixelRatioF();
+    return !std::equal(labels.begin(), labels.end(), m_labels.begin(), m_labels.end(),
+        [scale](const MarqueeLabel &a, const MarqueeLabel &b) {
+            return a.text == b.text && devicePosition(a, scale) == devicePosition(b, scale);
+        });
+}
+
+const QPixmap &ScrollingMarqueeView::textPixmap(const QString &text, double scale)
+{
+    QPixmap &pixmap = m_textPixmaps[text];
+    if (!pixmap.isNull() && pixmap.devicePixelRatio() == scale) {
+        return pixmap;
+    }
+    const QFontMetricsF metrics(font(), this);
+    pixmap = QPixmap(devicePixels(textWidth(text) + 2 * overhang, scale), devicePixels(height(), scale));
+    pixmap.setDevicePixelRatio(scale);
+    pixmap.fill(Qt::transparent);
+    const double baseline = (height() - metrics.ascent() - metrics.descent()) / 2 + metrics.ascent();
+    QPainter painter(&pixmap);
+    painter.setFont(font());
+    painter.setPen(m_color);
+    painter.drawText(QPointF(overhang, std::round(baseline * scale) / scale), text);
+    return pixmap;
+}
+
+const QImage &ScrollingMarqueeView::mask(double scale)
+{
+    const QSize size(devicePixels(width(), scale), devicePixels(height(), scale));
+    if (m_mask.size() == size) {
+        return m_mask;
+    }
+    m_mask = QImage(size, QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < size.height(); ++y) {
+        const double vertical = fade((y + 0.5) / scale, verticalFade * height(), height());
+        auto *line = reinterpret_cast<QRgb *>(m_mask.scanLine(y));
+        for (int x = 0; x < size.width(); ++x) {
+            const double alpha = vertical * fade((x + 0.5) / scale, m_fadeInsetInPoints, width());
+            line[x] = qRgba(0, 0, 0, static_cast<int>(std::lround(255 * alpha)));
+        }
+    }
+    return m_mask;
+}
+
+} // namespace tunedeck

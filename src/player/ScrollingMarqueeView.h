@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MarqueeTimeline.h"
+
+#include <QColor>
+#include <QHash>
+#include <QImage>
+#include <QLabel>
+#include <QPixmap>
+#include <QPointer>
+#include <QWindow>
+
+#include <functional>
+#include <vector>
+
+class QTimer;
+
+namespace tunedeck {
+
+/// The display's line of track information: shows several strings one after the other, as its timeline says, faded out
+/// towards its edges. It wakes up only while a string moves or waits to move and can be seen.
+///
+/// It is a label, with all its strings as the text, for the sake of those who have it read to them.
+class ScrollingMarqueeView : public QLabel {
+    Q_OBJECT
+    Q_PROPERTY(double fadeInsetInPoints READ fadeInsetInPoints WRITE setFadeInsetInPoints)
+    Q_PROPERTY(bool labelAdvancesOnClick READ labelAdvancesOnClick WRITE setLabelAdvancesOnClick)
+
+public:
+    using Clock = std::function<MarqueeTimeline::TimePoint()>;
+
+    explicit ScrollingMarqueeView(QWidget *parent = nullptr);
+    /// `clock` never goes back.
+    explicit ScrollingMarqueeView(Clock clock, QWidget *parent = nullptr);
+
+    /// As they are shown: what is longer than 1,000 characters or 8,000 points is cut and ends with an ellipsis.
+    [[nodiscard]] const QStringList &displayStrings() const;
+    /// Plain text. The list that is shown already changes nothing; an empty list clears the line.
+    void setDisplayStrings(const QStringList &strings);
+
+    [[nodiscard]] double fadeInsetInPoints() const;
+    /// The width of the fade at each side; what is negative becomes 0.
+    void setFadeInsetInPoints(double inset);
+    [[nodiscard]] bool labelAdvancesOnClick() const;
+    void setLabelAdvancesOnClick(bool advances);
+    void setDark(bool dark);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    [[nodiscard]] QString bounded(const QString &string) const;
+    [[nodiscard]] double textWidth(const QString &text) const;
+    [[nodiscard]] bool canBeSeen() const;
+    void restart();
+    void refresh();
+    void scheduleRefresh(MarqueeTimeline::TimePoint now);
+    [[nodiscard]] std::chrono::nanoseconds untilNextFrame(MarqueeTimeline::TimePoint now) const;
+    [[nodiscard]] bool wouldLookDifferent(const std::vector<MarqueeLabel> &labels) const;
+    [[nodiscard]] const QPixmap &textPixmap(const QString &text, double scale);
+    [[nodiscard]] const QImage &mask(double scale);
+
+    Clock m_clock;
+    MarqueeTimeline m_timeline;
+    QTimer *m_timer;
+    QPointer<QWindow> m_watchedWindow;
+    std::vector<MarqueeLabel> m_labels;
+    QHash<QString, QPixmap> m_textPixmaps;
+    QImage m_mask;
+    QColor m_color;
+    double m_fadeInsetInPoints = 3.5;
+    bool m_labelAdvancesOnClick = true;
+};
+
+} // namespace tunedeck

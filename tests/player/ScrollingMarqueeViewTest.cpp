@@ -1,0 +1,321 @@
+// SPDX-License-Identifier: MIT
+#include "ScrollingMarqueeView.h"
+
+#include <QAccessible>
+#include <QPaintEvent>
+#include <QRegularExpression>
+#include <QTest>
+#include <QTimer>
+
+#include <algorithm>
+
+using namespace tunedeck;
+using namespace std::chrono_literals;
+
+namespace {
+const QString shortText = QStringLiteral("Blues");
+const QString wideText(200, u'w');
+
+/// A view of 200 × 25 points whose time the test sets.
+struct Marquee {
+    Marquee() { view.resize(200, 25); }
+
+    [[nodiscard]] bool isTicking() const { return timer().isActive(); }
+    [[nodiscard]] QTimer &timer() const { return *view.findChild<QTimer *>(); }
+
+    /// Lets the view's own timer fire as if it were `time` since the start.
+    void goTo(std::chrono::milliseconds time)
+    {
+        now = MarqueeTimeline::TimePoint(time);
+        Firings fired(timer());
+        timer().start(0);
+        QTRY_VERIFY(fired.count > 0);
+    }
+
+    [[nodiscard]] QImage picture(double scale = 1)
+    {
+        QPixmap pixmap(view.size() * scale);
+        pixmap.setDevicePixelRatio(scale);
+        pixmap.fill(Qt::transparent);
+        view.render(&pixmap, {}, {}, {});
+        return pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+    }
+
+    MarqueeTimeline::TimePoint now{};
+    ScrollingMarqueeView view{[this] { return now; }};
+
+private:
+    struct Firings {
+        explicit Firings(QTimer &timer)
+        {
+            QObject::connect(&timer, &QTimer::timeout, &context, [this] { ++count; });
+        }
+        QObject context;
+        int count = 0;
+    };
+};
+
+/// Records where a widget is painted.
+class PaintRecorder : public QObject {
+public:
+    explicit PaintRecorder(QWidget &widget)
+        : QObject(&widget)
+    {
+        widget.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            painted += static_cast<QPaintEvent *>(event)->region();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+    QRegion painted;
+};
+
+int mostAlpha(const QImage &image)
+{
+    int most = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            most = std::max(most, qAlpha(image.pixel(x, y)));
+        }
+    }
+    return most;
+}
+} // namespace
+
+class ScrollingMarqueeViewTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void oneFittingStringStartsNoTimer()
+    {
+        Marquee marquee;
+        marquee.view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        marquee.view.setDisplayStrings({shortText});
+        QVERIFY(!marquee.isTicking());
+        marquee.view.setDisplayStrings({wideText});
+        QVERIFY(marquee.isTicking());
+        QCOMPARE(marquee.timer().intervalAsDuration(), 4000ms);
+        marquee.view.setDisplayStrings({});
+        QVERIFY(!marquee.isTicking());
+    }
+
+    void aHiddenWindowStopsItAndAShownOneIsRight()
+    {
+        Marquee marquee;
+        marquee.view.setDisplayStrings({shortText, wideText});
+        QVERIFY(!marquee.isTicking());
+        marquee.view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        QVERIFY(marquee.isTicking());
+        const QImage first = marquee.picture();
+        marquee.view.hide();
+        QVERIFY(!marquee.isTicking());
+        marquee.now = MarqueeTimeline::TimePoint(6000ms);
+        marquee.view.show();
+        QTRY_VERIFY(marquee.isTicking());
+        QVERIFY(marquee.picture() != first);
+        QCOMPARE(marquee.timer().intervalAsDuration(), 3667ms);
+    }
+
+    void aMinimizedWindowStopsIt()
+    {
+        Marquee marquee;
+        marquee.view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        marquee.view.showMinimized();
+        marquee.view.setDisplayStrings({wideText});
+        QTRY_VERIFY(!marquee.isTicking());
+        marquee.view.showNormal();
+        QTRY_VERIFY(marquee.isTicking());
+    }
+
+    void itAsksForFramesOnlyWhileAStringMoves()
+    {
+        Marquee marquee;
+        marquee.view.setDisplayStrings({wideText});
+        marquee.view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        QCoreApplication::processEvents();
+        PaintRecorder recorder(marquee.view);
+        marquee.goTo(3999ms);
+        QCoreApplication::processEvents();
+        QVERIFY(recorder.painted.isEmpty());
+        // A third of a device pixel is no reason to paint.
+        marquee.goTo(4010ms);
+        QCoreApplication::processEvents();
+        QVERIFY(recorder.painted.isEmpty());
+        marquee.goTo(4040ms);
+        QTRY_VERIFY(!recorder.painted.isEmpty());
+    }
+
+    void onlyItsOwnRectangleIsPainted()
+    {
+        QWidget window;
+        window.resize(400, 100);
+        QWidget sibling(&window);
+        sibling.setGeometry(0, 50, 400, 50);
+        Marquee marquee;
+        marquee.view.setParent(&window);
+        marquee.view.setGeometry(100, 10, 200, 25);
+        marquee.view.setDisplayStrings({wideText});
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QCoreApplication::processEvents();
+        PaintRecorder behind(window);
+        PaintRecorder beside(sibling);
+        marquee.goTo(6000ms);
+        QTRY_VERIFY(!behind.painted.isEmpty());
+        QCOMPARE(behind.painted.boundingRect(), QRect(100, 10, 200, 25));
+        QVERIFY(beside.painted.isEmpty());
+        marquee.view.setParent(nullptr);
+    }
+
+    void itsEdgesFadeOut()
+    {
+        // Full blocks fill the field from edge to edge, so what is seen of them is the mask. There may be seams between
+        // them; three points further on they are elsewhere.
+        Marquee marquee;
+        marquee.view.resize(200, 10);
+        marquee.view.setDisplayStrings({QString(100, QChar(0x2588))});
+        marquee.view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        marquee.goTo(10'000ms);
+        const QImage image = marquee.picture();
+        marquee.goTo(10'100ms);
+        const QImage later = marquee.picture();
+        const auto alpha = [&](int x, int y) { return std::max(qAlpha(image.pixel(x, y)), qAlpha(later.pixel(x, y))); };
+        // The middles of the first pixels are 0.5, 1.5 and 2.5 points into a fade of 3.5.
+        QCOMPARE(alpha(0, 5), 36);
+        QCOMPARE(alpha(1, 5), 109);
+        QCOMPARE(alpha(2, 5), 182);
+        QCOMPARE(alpha(4, 5), 255);
+        QCOMPARE(alpha(100, 5), 255);
+        QCOMPARE(alpha(199, 5), 36);
+        // 12 % of 10 points are 1.2: the middle of the outermost pixel is 0.5 into them.
+        QCOMPARE(alpha(100, 0), 106);
+        QCOMPARE(alpha(100, 9), 106);
+        QCOMPARE(alpha(100, 1), 255);
+        QCOMPARE(alpha(0, 0), 15);
+    }
+
+    void theFadeInsetIsNeverNegative()
+    {
+        Marquee marquee;
+        QCOMPARE(marquee.view.fadeInsetInPoints(), 3.5);
+        marquee.view.setFadeInsetInPoints(-1);
+        QCOMPARE(marquee.view.fadeInsetInPoints(), 0.0);
+        marquee.view.setFadeInsetInPoints(500);
+        marquee.view.setDisplayStrings({shortText});
+        QVERIFY(mostAlpha(marquee.picture()) < 128);
+    }
+
+    void itsTextIsDarkOnLightAndLightOnDark()
+    {
+        Marquee marquee;
+        marquee.view.setDisplayStrings({QString(4, QChar(0x2588))});
+        const QRgb ink = marquee.picture().pixel(100, 12);
+        QCOMPARE(QColor::fromRgba(ink), QColor(0x35, 0x39, 0x2a));
+        marquee.view.setDark(true);
+        const QRgb light = marquee.picture().pixel(100, 12);
+        QCOMPARE(QColor::fromRgba(light), QColor(255, 255, 255, 191));
+    }
+
+    void aClickShowsTheNextString()
+    {
+        Marquee marquee;
+        marquee.view.setDisplayStrings({shortText, wideText});
+        const QImage first = marquee.picture();
+        QTest::mouseClick(&marquee.view, Qt::LeftButton);
+        QCOMPARE(marquee.view.displayStrings(), (QStringList{wideText, shortText}));
+        QVERIFY(marquee.picture() != first);
+    }
+
+    void onlyALeftClickInsideShowsTheNextString()
+    {
+        Marquee marquee;
+        const QStringList strings{shortText, wideText};
+        marquee.view.setDisplayStrings(strings);
+        QTest::mouseClick(&marquee.view, Qt::RightButton);
+        QTest::mousePress(&marquee.view, Qt::LeftButton);
+        QTest::mouseRelease(&marquee.view, Qt::LeftButton, {}, {100, 60});
+        marquee.view.setLabelAdvancesOnClick(false);
+        QTest::mouseClick(&marquee.view, Qt::LeftButton);
+        QCOMPARE(marquee.view.displayStrings(), strings);
+    }
+
+    void aNewSizeStartsTheStringOnShowAgain()
+    {
+        Marquee marquee;
+        marquee.view.setDisplayStrings({shortText, wideText});
+        marquee.view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        marquee.goTo(6000ms);
+        QCOMPARE(marquee.timer().intervalAsDuration(), 3667ms);
+        marquee.view.resize(150, 25);
+        QTRY_COMPARE(marquee.timer().intervalAsDuration(), 4000ms);
+    }
+
+    void markupIsShownAsItIs()
+    {
+        Marquee marquee;
+        marquee.view.setDisplayStrings({QStringLiteral("<b></b>")});
+        QCOMPARE(mostAlpha(marquee.picture()), 255);
+    }
+
+    void everyScriptIsDrawnAtEveryScale_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("right to left") << QString(20, QChar(0x05d0));
+        QTest::newRow("mixed directions") << QStringLiteral("Live \u05d0\u05d1\u05d2 \u0627\u0644\u0639 2024");
+        QTest::newRow("emoji") << QStringLiteral("\U0001F3B5\U0001F468\u200D\U0001F469\u200D\U0001F467 song");
+        QTest::newRow("combining") << QStringLiteral("Ze\u0301\u0302\u0303\u0304\u0305lo");
+        QTest::newRow("lines") << QStringLiteral("one\ntwo\tthree\u2028four");
+        QTest::newRow("half a surrogate pair") << QString(QChar(0xd83c));
+        QTest::newRow("wide") << wideText;
+    }
+
+    void everyScriptIsDrawnAtEveryScale()
+    {
+        QFETCH(const QString, text);
+        Marquee marquee;
+        marquee.view.setDisplayStrings({text, shortText});
+        for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+            QVERIFY(mostAlpha(marquee.picture(scale)) > 128);
+        }
+    }
+
+    void whatIsTooLongIsCut()
+    {
+        Marquee marquee;
+        const QString emoji = QStringLiteral("\U0001F3B5");
+        marquee.view.setDisplayStrings({u'a' + emoji.repeated(1'000'000), QString(1000, u'i'), QString(1000, u'W')});
+        const QStringList shown = marquee.view.displayStrings();
+        QVERIFY(shown[0].size() <= 1001);
+        QVERIFY(shown[0].endsWith(QChar(0x2026)));
+        QVERIFY(shown[0].isValidUtf16());
+        QCOMPARE(shown[1], QString(1000, u'i'));
+        QVERIFY(shown[2].size() < 1000);
+        QVERIFY(shown[2].endsWith(QChar(0x2026)));
+        QVERIFY(mostAlpha(marquee.picture(2)) > 128);
+    }
+
+    void itIsReadAsOneText()
+    {
+        Marquee marquee;
+        marquee.view.setDisplayStrings({QStringLiteral("Salt & Pepper"), QStringLiteral("<i>Band</i>")});
+        const QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(&marquee.view);
+        QCOMPARE(accessible->role(), QAccessible::StaticText);
+        QCOMPARE(accessible->text(QAccessible::Name), QStringLiteral("Salt & Pepper, <i>Band</i>"));
+    }
+};
+
+QTEST_MAIN(ScrollingMarqueeViewTest)
+#include "ScrollingMarqueeViewTest.moc"
