@@ -24,8 +24,6 @@ namespace tunedeck {
 /// It is a label, with all its strings as the text, for the sake of those who have it read to them.
 class ScrollingMarqueeView : public QLabel {
     Q_OBJECT
-    Q_PROPERTY(double fadeInsetInPoints READ fadeInsetInPoints WRITE setFadeInsetInPoints)
-    Q_PROPERTY(bool labelAdvancesOnClick READ labelAdvancesOnClick WRITE setLabelAdvancesOnClick)
 
 public:
     using Clock = std::function<MarqueeTimeline::TimePoint()>;

@@ -13,9 +13,9 @@ namespace tunedeck {
 namespace {
 
 /// The name of the player that the user wants to follow whatever else plays; empty for the automatic choice.
-const QString pinnedPlayerKey = QStringLiteral("FollowedPlayer");
+constexpr QLatin1String pinnedPlayerKey("FollowedPlayer");
 /// The desktop entry of the player followed last: what to open when none runs.
-const QString lastPlayerKey = QStringLiteral("LastFollowedPlayer");
+constexpr QLatin1String lastPlayerKey("LastFollowedPlayer");
 
 /// Back leads to the start of the track from here on, before that to the track before.
 constexpr double startOfTrack = 3.0; // seconds
