@@ -27,6 +27,15 @@ void sendKey(const Window &window, QEvent::Type type, Qt::Key key, Qt::KeyboardM
 
 class PaintCounter : public QObject {
 public:
+    /// Shows `window` and counts from its first picture on; false if it does not come.
+    bool startWith(Window &window)
+    {
+        window.show();
+        const bool isExposed = QTest::qWaitForWindowExposed(&window);
+        QCoreApplication::processEvents();
+        window.installEventFilter(this);
+        return isExposed;
+    }
     bool eventFilter(QObject *, QEvent *event) override
     {
         count += event->type() == QEvent::Paint ? 1 : 0;
@@ -72,11 +81,8 @@ private Q_SLOTS:
         Desktop desktop;
         WindowController controller(desktop.defaults, desktop.appearance);
         Window &window = controller.window();
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QCoreApplication::processEvents();
         PaintCounter paints;
-        window.installEventFilter(&paints);
+        QVERIFY(paints.startWith(window));
         Q_EMIT window.windowHandle()->screenChanged(QGuiApplication::primaryScreen());
         QTRY_COMPARE(paints.count, 1);
         window.showMinimized();
@@ -91,11 +97,8 @@ private Q_SLOTS:
         Desktop desktop;
         WindowController controller(desktop.defaults, desktop.appearance);
         Window &window = controller.window();
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QCoreApplication::processEvents();
         PaintCounter paints;
-        window.installEventFilter(&paints);
+        QVERIFY(paints.startWith(window));
         for (int x = 0; x < 20; ++x) {
             window.move(x, 10);
             QCoreApplication::processEvents();

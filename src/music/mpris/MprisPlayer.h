@@ -77,7 +77,8 @@ private Q_SLOTS:
 
 private:
     using ReplyHandler = std::function<void(const QDBusMessage &reply)>;
-    /// The last value wanted, and whether the one before it is still unanswered.
+    /// The last value wanted (a position in seconds or a volume from 0 to 1), and whether the one before it is still
+    /// unanswered.
     struct Wanted {
         std::optional<double> value;
         bool isUnanswered = false;
