@@ -3,7 +3,6 @@
 
 #include "FatalError.h"
 
-#include <QKeyEvent>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
@@ -94,11 +93,10 @@ QPainterPath pathOf(GlyphButton::Glyph glyph)
 } // namespace
 
 GlyphButton::GlyphButton(Glyph glyph, Face face, QWidget *parent)
-    : QAbstractButton(parent)
+    : HoldableButton(parent)
     , m_glyph(glyph)
     , m_face(face)
 {
-    setFocusPolicy(Qt::TabFocus);
 }
 
 GlyphButton::Glyph GlyphButton::controlGlyph() const
@@ -122,16 +120,6 @@ void GlyphButton::setDrawsFocusRing(bool drawsFocusRing)
     }
     m_drawsFocusRing = drawsFocusRing;
     update();
-}
-
-bool GlyphButton::event(QEvent *event)
-{
-    // Space is also the shortcut of Play. On a button that has the keyboard it must press the button.
-    if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Space) {
-        event->accept();
-        return true;
-    }
-    return QAbstractButton::event(event);
 }
 
 void GlyphButton::paintEvent(QPaintEvent *)

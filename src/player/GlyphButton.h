@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QAbstractButton>
+#include "HoldableButton.h"
 
 namespace tunedeck {
 
 /// A small push button that shows a glyph, or its text where it has one, on a round face or on none. Its colours are
 /// the palette's Button and ButtonText.
-///
-/// A click does not take the keyboard, so that Space goes on playing and pausing after it; Tab does.
-class GlyphButton : public QAbstractButton {
+class GlyphButton : public HoldableButton {
     Q_OBJECT
 
 public:
@@ -23,7 +21,6 @@ public:
     void setDrawsFocusRing(bool drawsFocusRing);
 
 protected:
-    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

@@ -132,7 +132,6 @@ void LcdView::setUpTexts()
     m_isLiveLabel->hide();
 
     m_trackProgressSlider->setAccessibleName(tr("Position", "For accessibility: the progress slider"));
-    m_trackProgressSlider->setStep(2);
 
     QFont infoFont = pixelFont(
         {QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif"), QStringLiteral("serif")}, 12, *this);
@@ -149,7 +148,7 @@ void LcdView::layOut()
 {
     const int top = rowCentre - rowHeight / 2;
     const int infoX = width() - margin - infoButtonWidth + 4;
-    m_trackInfoLabel->setGeometry(margin, 2, width() - 2 * margin, trackInfoHeight - 4);
+    m_trackInfoLabel->setGeometry(margin, 0, width() - 2 * margin, trackInfoHeight);
     m_infoButton->setGeometry(infoX, top, infoButtonWidth, rowHeight);
     m_isLiveLabel->setGeometry(margin, top, width() - 2 * margin, rowHeight);
 

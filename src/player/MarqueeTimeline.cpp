@@ -102,6 +102,11 @@ std::vector<MarqueeLabel> MarqueeTimeline::labels(TimePoint now) const
     return result;
 }
 
+bool MarqueeTimeline::isPaused() const
+{
+    return m_isPaused;
+}
+
 bool MarqueeTimeline::isMoving(TimePoint now) const
 {
     return m_motion != Motion::None && now >= m_begin && now < m_end;
@@ -202,6 +207,7 @@ void MarqueeTimeline::scroll(TimePoint now)
 
 void MarqueeTimeline::start(Motion motion, Duration duration, TimePoint now)
 {
+    m_isPaused = false;
     m_motion = motion;
     m_begin = now + dwell;
     m_end = m_begin + duration;

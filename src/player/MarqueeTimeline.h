@@ -51,6 +51,8 @@ public:
     void proceedTo(TimePoint now);
     /// One label that stands alone, or two of which the second follows the first. `now` lies before the next change.
     [[nodiscard]] std::vector<MarqueeLabel> labels(TimePoint now) const;
+    /// Nothing pauses a marquee: false from each motion's start on.
+    [[nodiscard]] bool isPaused() const;
     [[nodiscard]] bool isMoving(TimePoint now) const;
     [[nodiscard]] bool isScrolling(TimePoint now) const;
     /// When the labels begin or cease to move; none where they never will.
@@ -80,6 +82,7 @@ private:
     std::vector<MarqueeLabel> m_measured;
     qsizetype m_displayStringIndex = 0;
     bool m_lastAnimationWasMarquee = false;
+    bool m_isPaused = false;
 
     std::optional<MarqueeLabel> m_currentLabel;
     std::optional<MarqueeLabel> m_nextLabel;

@@ -3,7 +3,8 @@
 
 #include "GlyphButton.h"
 #include "LcdView.h"
-#include "PercentSlider.h"
+#include "VolumeSlider.h"
+#include "WindowButtonsView.h"
 
 #include <QFrame>
 #include <QVBoxLayout>
@@ -11,14 +12,16 @@
 namespace tunedeck {
 
 namespace {
-constexpr QRect closeButtonFrame(8, 6, 14, 14);
-constexpr QRect minimizeButtonFrame(8, 25, 14, 14);
-constexpr QRect maximizeButtonFrame(8, 44, 14, 14);
+constexpr QRect windowButtonsFrame(4, 2, 22, 60);
+/// In the group of the window's buttons.
+constexpr QRect closeButtonFrame(4, 4, 14, 14);
+constexpr QRect minimizeButtonFrame(4, 23, 14, 14);
+constexpr QRect maximizeButtonFrame(4, 42, 14, 14);
 constexpr QRect backwardButtonFrame(30, 9, 25, 25);
 constexpr QRect playPauseButtonFrame(57, 4, 35, 35);
 constexpr QRect forwardButtonFrame(94, 9, 25, 25);
 constexpr QRect volumeMinButtonFrame(28, 45, 14, 14);
-constexpr QRect volumeSliderFrame(43, 44, 64, 16);
+constexpr QRect volumeSliderFrame(41, 42, 68, 20);
 constexpr QRect volumeMaxButtonFrame(109, 45, 14, 14);
 constexpr QPoint lcdOrigin(130, 6);
 constexpr int lcdHeight = 52;
@@ -47,18 +50,24 @@ PlayerView::PlayerView(QWidget *parent)
     , m_playPauseButton(new GlyphButton(GlyphButton::Glyph::Play, GlyphButton::Face::Round, this))
     , m_forwardButton(new GlyphButton(GlyphButton::Glyph::Forward, GlyphButton::Face::Round, this))
     , m_volumeMinButton(new GlyphButton(GlyphButton::Glyph::Quiet, GlyphButton::Face::None, this))
-    , m_volumeSlider(new PercentSlider(this))
+    , m_volumeSlider(new VolumeSlider(this))
     , m_volumeMaxButton(new GlyphButton(GlyphButton::Glyph::Loud, GlyphButton::Face::None, this))
     , m_lcd(new LcdView(this))
     , m_drawerContainerView(new QWidget(this))
-    , m_closeButton(new GlyphButton(GlyphButton::Glyph::Close, GlyphButton::Face::Round, this))
-    , m_minimizeButton(new GlyphButton(GlyphButton::Glyph::Minimize, GlyphButton::Face::Round, this))
-    , m_maximizeButton(new GlyphButton(GlyphButton::Glyph::Maximize, GlyphButton::Face::Round, this))
+    , m_windowButtonsView(new WindowButtonsView(this))
+    , m_closeButton(new GlyphButton(GlyphButton::Glyph::Close, GlyphButton::Face::Round, m_windowButtonsView))
+    , m_minimizeButton(new GlyphButton(GlyphButton::Glyph::Minimize, GlyphButton::Face::Round, m_windowButtonsView))
+    , m_maximizeButton(new GlyphButton(GlyphButton::Glyph::Maximize, GlyphButton::Face::Round, m_windowButtonsView))
 {
     setUpWindowButtons();
     setUpTransport();
     setUpVolume();
     setUpDrawer();
+}
+
+WindowButtonsView &PlayerView::windowButtonsView()
+{
+    return *m_windowButtonsView;
 }
 
 GlyphButton &PlayerView::closeButton()
@@ -96,7 +105,7 @@ GlyphButton &PlayerView::volumeMinButton()
     return *m_volumeMinButton;
 }
 
-PercentSlider &PlayerView::volumeSlider()
+VolumeSlider &PlayerView::volumeSlider()
 {
     return *m_volumeSlider;
 }
@@ -124,6 +133,7 @@ void PlayerView::resizeEvent(QResizeEvent *)
 
 void PlayerView::setUpWindowButtons()
 {
+    m_windowButtonsView->setGeometry(windowButtonsFrame);
     m_closeButton->setGeometry(closeButtonFrame);
     m_minimizeButton->setGeometry(minimizeButtonFrame);
     m_maximizeButton->setGeometry(maximizeButtonFrame);
@@ -153,7 +163,6 @@ void PlayerView::setUpVolume()
     setName(*m_volumeMinButton, tr("Silence", "Button at the quiet end of the volume slider"));
     setName(*m_volumeSlider, tr("Volume", "Volume slider"));
     setName(*m_volumeMaxButton, tr("Full volume", "Button at the loud end of the volume slider"));
-    m_volumeSlider->setStep(4);
 }
 
 void PlayerView::setUpDrawer()

@@ -7,7 +7,8 @@ namespace tunedeck {
 
 class GlyphButton;
 class LcdView;
-class PercentSlider;
+class VolumeSlider;
+class WindowButtonsView;
 
 /// The content of the main window: the player's controls in its upper 64 points and, below them, what of the drawer
 /// the window is high enough to show. It makes the controls, names them and lays them out; what they show and do is
@@ -18,6 +19,7 @@ class PlayerView : public QWidget {
 public:
     explicit PlayerView(QWidget *parent = nullptr);
 
+    [[nodiscard]] WindowButtonsView &windowButtonsView();
     [[nodiscard]] GlyphButton &closeButton();
     [[nodiscard]] GlyphButton &minimizeButton();
     [[nodiscard]] GlyphButton &maximizeButton();
@@ -25,7 +27,7 @@ public:
     [[nodiscard]] GlyphButton &playPauseButton();
     [[nodiscard]] GlyphButton &forwardButton();
     [[nodiscard]] GlyphButton &volumeMinButton();
-    [[nodiscard]] PercentSlider &volumeSlider();
+    [[nodiscard]] VolumeSlider &volumeSlider();
     [[nodiscard]] GlyphButton &volumeMaxButton();
     [[nodiscard]] LcdView &lcd();
     [[nodiscard]] QWidget &drawerContainerView();
@@ -44,10 +46,11 @@ private:
     GlyphButton *m_playPauseButton;
     GlyphButton *m_forwardButton;
     GlyphButton *m_volumeMinButton;
-    PercentSlider *m_volumeSlider;
+    VolumeSlider *m_volumeSlider;
     GlyphButton *m_volumeMaxButton;
     LcdView *m_lcd;
     QWidget *m_drawerContainerView;
+    WindowButtonsView *m_windowButtonsView;
     GlyphButton *m_closeButton;
     GlyphButton *m_minimizeButton;
     GlyphButton *m_maximizeButton;

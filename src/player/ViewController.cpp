@@ -11,10 +11,14 @@
 #include "PlayerView.h"
 #include "ScrollingMarqueeView.h"
 #include "UserDefaults.h"
+#include "VolumeSlider.h"
 #include "WindowActivation.h"
+#include "WindowButtonsView.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QLabel>
+#include <QToolTip>
 #include <QWindow>
 
 #include <chrono>
@@ -25,6 +29,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto dragLetGoDelay = 333ms;
+constexpr auto tooltipHoldOff = 1s;
+/// What an arrow key on the progress slider seeks by.
+constexpr double seekStepInSec = 5;
 constexpr double silence = 0;
 constexpr double fullVolume = 100;
 
@@ -50,11 +57,14 @@ ViewController::ViewController(const Surroundings &surroundings, PlayerView &vie
 {
     connect(&surroundings.windowActivation, &WindowActivation::windowDidBecomeMain, this,
         &ViewController::updateLCDForFeedType);
+    setUpWindowButtons();
     setUpTransport();
+    setUpProgressSlider();
     observeConnector();
     bindVolume();
     bindTimeLabels();
     observeAppearance();
+    m_view.installEventFilter(this);
     buildTimeLabelMenu();
     observeExpansion();
     m_musicConnector.setDelegate(this);
@@ -64,6 +74,7 @@ ViewController::ViewController(const Surroundings &surroundings, PlayerView &vie
 ViewController::~ViewController()
 {
     m_musicConnector.setDelegate(nullptr);
+    m_view.volumeSlider().setScrollEventsDelegate(nullptr);
 }
 
 const std::optional<MusicConnectorTrack> &ViewController::currentTrack() const
@@ -91,6 +102,11 @@ void ViewController::setRemainingTimeEnabled(bool enabled)
     m_remainingTimeEnabled = enabled;
     updateSecondaryTimeLabel();
     Q_EMIT remainingTimeEnabledChanged(enabled);
+}
+
+bool ViewController::mouseIsHovering() const
+{
+    return m_mouseIsHovering;
 }
 
 QString ViewController::dockTileImage(FourCharCode state, FeedType feedType) const
@@ -157,6 +173,26 @@ QString ViewController::playPauseTitle(FourCharCode state) const
                                                                : tr("Pause", "For UI labels: Pause");
 }
 
+void ViewController::adjustVolume(double delta)
+{
+    m_musicConnector.adjustVolume(delta);
+}
+
+void ViewController::volumeSliderDidScroll()
+{
+    m_view.volumeSlider().setToolTip(QString());
+    QToolTip::hideText();
+    m_tooltipsTimer.start();
+}
+
+bool ViewController::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Enter || event->type() == QEvent::Leave) {
+        setMouseIsHovering(false);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
 void ViewController::closeWindow()
 {
     m_view.window()->close();
@@ -171,9 +207,33 @@ void ViewController::toggleDrawer()
     m_drawerHost.setExpanded(!m_drawerHost.isExpanded());
 }
 
-void ViewController::setUpTransport()
+void ViewController::trackingDidChange()
+{
+    scrubToSliderPosition();
+}
+
+void ViewController::volumeSliderAdjusted(double percent)
+{
+    m_musicConnector.setVolume(percent);
+}
+
+void ViewController::volMinMaxSet(const QWidget &sender)
+{
+    if (&sender == &m_view.volumeMinButton()) {
+        m_musicConnector.setVolume(silence);
+    }
+    if (&sender == &m_view.volumeMaxButton()) {
+        m_musicConnector.setVolume(fullVolume);
+    }
+}
+
+void ViewController::setUpWindowButtons()
 {
     connect(&m_view.closeButton(), &GlyphButton::clicked, this, &ViewController::closeWindow);
+}
+
+void ViewController::setUpTransport()
+{
     connect(&m_view.lcd().infoButton(), &GlyphButton::clicked, this, &ViewController::toggleDrawer);
     connect(&m_view.backwardButton(), &GlyphButton::clicked, this, &ViewController::prevPressed);
     connect(&m_view.playPauseButton(), &GlyphButton::clicked, this, &ViewController::playPausePressed);
@@ -182,10 +242,26 @@ void ViewController::setUpTransport()
         button->setDrawsFocusRing(false);
     }
     updatePlayPauseGlyph(m_musicConnector.currentState());
+    seekWhileHeld(m_view.backwardButton(), &MusicApplication::rewind);
+    seekWhileHeld(m_view.forwardButton(), &MusicApplication::fastForward);
+}
 
+void ViewController::seekWhileHeld(HoldableButton &button, bool (MusicApplication::*seek)())
+{
+    button.setHoldButton(true);
+    // A plain click tells that the button is not held, too: it resumes what was never sought, which Music ignores.
+    connect(&button, &HoldableButton::isIntentionallyHeldChanged, this, [this, seek](bool isHeld) {
+        MusicApplication &music = m_musicConnector.musicApp();
+        isHeld ? (music.*seek)() : music.resume();
+    });
+}
+
+void ViewController::setUpProgressSlider()
+{
     PercentSlider &progress = m_view.lcd().trackProgressSlider();
     progress.setDrawsFocusRing(false);
-    connect(&progress, &PercentSlider::adjusted, this, &ViewController::scrubToSliderPosition);
+    connect(&progress, &PercentSlider::adjusted, this, &ViewController::trackingDidChange);
+    m_dragLetGoTimer.setObjectName(QStringLiteral("dragLetGoTimer"));
     m_dragLetGoTimer.setSingleShot(true);
     m_dragLetGoTimer.setInterval(dragLetGoDelay);
     connect(&m_dragLetGoTimer, &QTimer::timeout, this, [this] { m_isScrubbing = false; });
@@ -203,24 +279,35 @@ void ViewController::observeConnector()
     connect(&m_musicConnector, &MusicConnector::currentTrackChanged, this,
         [this] { setCurrentTrack(m_musicConnector.currentTrack()); });
     setCurrentTrack(m_musicConnector.currentTrack());
+    connect(&m_musicConnector, &MusicConnector::totalFormattedTimeChanged, this, &ViewController::updateSeekStep);
+    updateSeekStep();
 
-    const auto tellWhetherItResponds = [this](bool isResponding) {
-        m_view.lcd().setToolTip(
-            isResponding ? QString() : tr("Music is not responding", "Tooltip of the LCD while Music is frozen"));
-    };
-    const MusicApplication &music = m_musicConnector.musicApp();
-    connect(&music, &MusicApplication::respondingDidChange, this, tellWhetherItResponds);
-    tellWhetherItResponds(music.isResponding());
+    connect(&m_musicConnector.musicApp(), &MusicApplication::respondingDidChange, this,
+        &ViewController::tellWhetherMusicResponds);
+    tellWhetherMusicResponds(m_musicConnector.musicApp().isResponding());
+}
+
+void ViewController::tellWhetherMusicResponds(bool isResponding)
+{
+    m_view.lcd().setToolTip(
+        isResponding ? QString() : tr("Music is not responding", "Tooltip of the LCD while Music is frozen"));
 }
 
 void ViewController::bindVolume()
 {
-    PercentSlider &slider = m_view.volumeSlider();
-    connect(&m_musicConnector, &MusicConnector::soundVolumeChanged, &slider, &PercentSlider::setDoubleValue);
+    VolumeSlider &slider = m_view.volumeSlider();
+    connect(&m_musicConnector, &MusicConnector::soundVolumeChanged, &slider, &VolumeSlider::setDoubleValue);
     slider.setDoubleValue(m_musicConnector.soundVolume());
-    connect(&slider, &PercentSlider::adjusted, &m_musicConnector, &MusicConnector::setVolume);
-    connect(&m_view.volumeMinButton(), &GlyphButton::clicked, this, [this] { m_musicConnector.setVolume(silence); });
-    connect(&m_view.volumeMaxButton(), &GlyphButton::clicked, this, [this] { m_musicConnector.setVolume(fullVolume); });
+    connect(&slider, &VolumeSlider::adjusted, this, &ViewController::volumeSliderAdjusted);
+    for (const GlyphButton *speaker : {&m_view.volumeMinButton(), &m_view.volumeMaxButton()}) {
+        connect(speaker, &GlyphButton::clicked, this, [this, speaker] { volMinMaxSet(*speaker); });
+    }
+    slider.setScrollEventsDelegate(this);
+    m_volumeSliderTooltip = slider.toolTip();
+    m_tooltipsTimer.setObjectName(QStringLiteral("tooltipsTimer"));
+    m_tooltipsTimer.setSingleShot(true);
+    m_tooltipsTimer.setInterval(tooltipHoldOff);
+    connect(&m_tooltipsTimer, &QTimer::timeout, &slider, [this, &slider] { slider.setToolTip(m_volumeSliderTooltip); });
     m_defaults.bind(SettingsKey::volumeButtonsHidden, this, [this](bool hidden) {
         m_view.volumeMinButton().setHidden(hidden);
         m_view.volumeMaxButton().setHidden(hidden);
@@ -385,6 +472,12 @@ void ViewController::timeLabelMenuItemSelected(const QAction &item)
     }
 }
 
+void ViewController::setMouseIsHovering(bool isHovering)
+{
+    m_mouseIsHovering = isHovering;
+    Q_EMIT mouseIsHoveringChanged(isHovering);
+}
+
 void ViewController::scrubToSliderPosition()
 {
     m_dragLetGoTimer.start();
@@ -396,6 +489,12 @@ void ViewController::scrubToSliderPosition()
     m_lastNewPositionInSec = position;
     m_musicConnector.musicApp().setPlayerPosition(position);
     m_musicConnector.updatePlayerProgressInfo();
+}
+
+void ViewController::updateSeekStep()
+{
+    const double duration = m_musicConnector.duration();
+    m_view.lcd().trackProgressSlider().setStep(duration > 0 ? seekStepInSec / duration * 100 : 0);
 }
 
 } // namespace tunedeck

@@ -4,6 +4,7 @@
 #include "MusicConnector.h"
 #include "MusicConnectorTrack.h"
 #include "MusicTypes.h"
+#include "VolumeSlider.h"
 
 #include <QMenu>
 #include <QObject>
@@ -13,11 +14,14 @@
 #include <optional>
 
 class QAction;
+class QWidget;
 
 namespace tunedeck {
 
 class Appearance;
 class DrawerHost;
+class HoldableButton;
+class MusicApplication;
 class PlayerView;
 class UserDefaults;
 class WindowActivation;
@@ -25,12 +29,13 @@ class WindowActivation;
 /// Turns what the connector knows into what the player's view shows, and what the user does there into commands. It
 /// owns no playback logic. What the rest of the program shows of the music (the play/pause item's title, the tile in
 /// the dock, the dock menu's track) leaves by signals.
-class ViewController : public QObject, public MusicConnectorDelegate {
+class ViewController : public QObject, public MusicConnectorDelegate, public VolumeSliderScrollEventDelegate {
     Q_OBJECT
     Q_PROPERTY(std::optional<tunedeck::MusicConnectorTrack> currentTrack READ currentTrack WRITE setCurrentTrack NOTIFY
             currentTrackChanged)
     Q_PROPERTY(bool remainingTimeEnabled READ remainingTimeEnabled WRITE setRemainingTimeEnabled NOTIFY
             remainingTimeEnabledChanged)
+    Q_PROPERTY(bool mouseIsHovering READ mouseIsHovering NOTIFY mouseIsHoveringChanged)
 
 public:
     /// What the controller watches and commands; all must outlive it.
@@ -52,6 +57,10 @@ public:
     [[nodiscard]] bool remainingTimeEnabled() const;
     void setRemainingTimeEnabled(bool enabled);
 
+    /// Always false, though it is told anew whenever the pointer enters or leaves the view: what the pointer is over is
+    /// the window's buttons' own business.
+    [[nodiscard]] bool mouseIsHovering() const;
+
     /// The name of the image that the dock shows in `state`.
     [[nodiscard]] QString dockTileImage(FourCharCode state, FeedType feedType) const;
     /// Whether `item` is enabled. Also sets the check state of the time label's items.
@@ -59,16 +68,28 @@ public:
     [[nodiscard]] QMenu &timeLabelMenu();
 
     void playerStateDidChange(FourCharCode state) override;
+    void adjustVolume(double delta) override;
+    /// Keeps the volume slider's tooltip away until a second after the last step: it would cover the knob.
+    void volumeSliderDidScroll() override;
     /// What the play/pause menu item is called in this player state.
     [[nodiscard]] QString playPauseTitle(FourCharCode state) const;
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 public Q_SLOTS:
     void closeWindow();
     void toggleDrawer();
+    /// The user moved the knob of the progress slider.
+    void trackingDidChange();
+    /// The user moved the knob of the volume slider to `percent`.
+    void volumeSliderAdjusted(double percent);
+    /// Silence where `sender` is the quiet speaker, full volume where it is the loud one.
+    void volMinMaxSet(const QWidget &sender);
 
 Q_SIGNALS:
     void currentTrackChanged();
     void remainingTimeEnabledChanged(bool enabled);
+    void mouseIsHoveringChanged(bool isHovering);
 
     void playPausePressed();
     void nextPressed();
@@ -79,8 +100,12 @@ Q_SIGNALS:
     void dockTileImageChanged(const QString &imageName);
 
 private:
+    void setUpWindowButtons();
     void setUpTransport();
+    void seekWhileHeld(HoldableButton &button, bool (MusicApplication::*seek)());
+    void setUpProgressSlider();
     void observeConnector();
+    void tellWhetherMusicResponds(bool isResponding);
     void bindVolume();
     void bindTimeLabels();
     void observeAppearance();
@@ -96,7 +121,9 @@ private:
     void updatePlayPauseGlyph(FourCharCode state);
     void updateDockTile(FourCharCode state);
     void timeLabelMenuItemSelected(const QAction &item);
+    void setMouseIsHovering(bool isHovering);
     void scrubToSliderPosition();
+    void updateSeekStep();
 
     MusicConnector &m_musicConnector;
     UserDefaults &m_defaults;
@@ -105,10 +132,13 @@ private:
     PlayerView &m_view;
 
     std::optional<MusicConnectorTrack> m_currentTrack;
+    bool m_mouseIsHovering = false;
     bool m_remainingTimeEnabled = true;
     QMetaObject::Connection m_secondaryTimeBinding;
     QMenu m_timeLabelMenu;
-    QTimer m_dragLetGoTimer;
+    QTimer m_tooltipsTimer{this};
+    QString m_volumeSliderTooltip;
+    QTimer m_dragLetGoTimer{this};
     bool m_isScrubbing = false;
     double m_lastNewPositionInSec = 0;
 };

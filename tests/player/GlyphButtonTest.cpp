@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "GlyphButton.h"
 
-#include <QAction>
 #include <QImage>
 #include <QPalette>
 #include <QRegularExpression>
-#include <QSignalSpy>
 #include <QTest>
 
 using namespace tunedeck;
@@ -52,37 +50,6 @@ private Q_SLOTS:
         const QImage enabled = picture(button);
         button.setEnabled(false);
         QVERIFY(picture(button) != enabled);
-    }
-
-    void aClickDoesNotTakeTheKeyboard()
-    {
-        QWidget window;
-        window.setFocusPolicy(Qt::ClickFocus);
-        GlyphButton button(GlyphButton::Glyph::Play, GlyphButton::Face::Round, &window);
-        window.show();
-        window.setFocus();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        QSignalSpy clicked(&button, &GlyphButton::clicked);
-        QTest::mouseClick(&button, Qt::LeftButton);
-        QCOMPARE(clicked.count(), 1);
-        QVERIFY(!button.hasFocus());
-    }
-
-    void spacePressesTheButtonThatHasTheKeyboardThoughItIsAShortcutToo()
-    {
-        QWidget window;
-        GlyphButton button(GlyphButton::Glyph::Play, GlyphButton::Face::Round, &window);
-        QAction shortcut;
-        shortcut.setShortcut(Qt::Key_Space);
-        window.addAction(&shortcut);
-        window.show();
-        button.setFocus();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        QSignalSpy clicked(&button, &GlyphButton::clicked);
-        QSignalSpy triggered(&shortcut, &QAction::triggered);
-        QTest::keyClick(window.windowHandle(), Qt::Key_Space);
-        QCOMPARE(clicked.count(), 1);
-        QCOMPARE(triggered.count(), 0);
     }
 
     void theFocusRingIsDrawnUnlessItIsUnwanted()

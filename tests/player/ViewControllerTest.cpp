@@ -11,8 +11,12 @@
 #include "ScriptedMusicApplication.h"
 #include "ScrollingMarqueeView.h"
 #include "UserDefaults.h"
+#include "VolumeSlider.h"
 #include "WindowActivation.h"
+#include "WindowButtonsView.h"
+#include "elapse.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QDBusConnection>
 #include <QLabel>
@@ -20,6 +24,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWheelEvent>
 #include <QWindow>
 
 using namespace tunedeck;
@@ -59,6 +64,12 @@ QVariantMap stoppedInfo()
     return {{UserInfoKey::playerState, QStringLiteral("Stopped")}};
 }
 
+/// Moves the knob as the user's hand does.
+void drag(PercentSlider &slider, double percent)
+{
+    slider.setValue(static_cast<int>(slider.maximum() * percent / 100));
+}
+
 /// A player's view with everything it stands on.
 struct Player {
     explicit Player(bool isMusicRunning = true)
@@ -92,6 +103,17 @@ struct Player {
         QAction item;
         item.setObjectName(identifier);
         return controller->validateMenuItem(item);
+    }
+
+    [[nodiscard]] QTimer &timer(QStringView name) const { return *controller->findChild<QTimer *>(name.toString()); }
+
+    void turnWheel(int notches)
+    {
+        VolumeSlider &slider = view.volumeSlider();
+        const QPointF centre = QRectF(slider.rect()).center();
+        QWheelEvent event(centre, slider.mapToGlobal(centre), {}, {0, notches * QWheelEvent::DefaultDeltasPerStep},
+            Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&slider, &event);
     }
 
     QTemporaryDir folder;
@@ -436,7 +458,7 @@ private Q_SLOTS:
     void theVolumeDropsWhereMusicDoesNotRun()
     {
         Player player(false);
-        player.view.volumeSlider().setValue(5000);
+        drag(player.view.volumeSlider(), 50);
         QCOMPARE(player.connector->soundVolume(), 0.0);
         QCOMPARE(player.view.volumeSlider().doubleValue(), 0.0);
     }
@@ -458,9 +480,9 @@ private Q_SLOTS:
         player.play(localTrackInfo());
         player.music.clearRecords();
         PercentSlider &slider = player.view.lcd().trackProgressSlider();
-        slider.setValue(2500);
+        drag(slider, 25);
         Q_EMIT slider.adjusted(25);
-        slider.setValue(5000);
+        drag(slider, 50);
         QCOMPARE(player.music.commands(),
             (QStringList{QStringLiteral("setPlayerPosition 50"), QStringLiteral("setPlayerPosition 100")}));
     }
@@ -471,23 +493,217 @@ private Q_SLOTS:
         player.play(localTrackInfo());
         player.music.clearRecords();
         PercentSlider &slider = player.view.lcd().trackProgressSlider();
-        slider.setValue(2500);
+        drag(slider, 25);
         player.controller->setCurrentTrack(player.connector->currentTrack());
         Q_EMIT slider.adjusted(25);
         QCOMPARE(player.music.commands(),
             (QStringList{QStringLiteral("setPlayerPosition 50"), QStringLiteral("setPlayerPosition 50")}));
     }
 
-    void theKnobIsNotPulledBackWhileTheUserScrubs()
+    void theTimeLabelsFollowTheScrubbingHand()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.music.answers.playerPosition = 100.0;
+        drag(player.view.lcd().trackProgressSlider(), 50);
+        QCOMPARE(player.view.lcd().primaryTimeLabel().text(), QStringLiteral("1:40"));
+    }
+
+    void theKnobIsNotPulledBackUntilTheUserHasLetGoForAThirdOfASecond()
     {
         Player player;
         player.play(localTrackInfo());
         PercentSlider &slider = player.view.lcd().trackProgressSlider();
-        slider.setValue(5000);
+        QTimer &letGo = player.timer(u"dragLetGoTimer");
+        QCOMPARE(letGo.interval(), 333);
+        QVERIFY(letGo.isSingleShot());
+        drag(slider, 50);
         player.connector->updatePlayerProgressInfo();
         QCOMPARE(slider.doubleValue(), 50.0);
-        // The user let go a third of a second ago.
-        QTRY_VERIFY_WITH_TIMEOUT((player.connector->updatePlayerProgressInfo(), slider.doubleValue() == 5.0), 2000);
+        QVERIFY(elapse(letGo));
+        QCOMPARE(slider.doubleValue(), 50.0);
+        player.connector->updatePlayerProgressInfo();
+        QCOMPARE(slider.doubleValue(), 5.0);
+    }
+
+    void eachMoveOfTheKnobBeginsTheThirdOfASecondAnew()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        PercentSlider &slider = player.view.lcd().trackProgressSlider();
+        drag(slider, 50);
+        const QTimer &letGo = player.timer(u"dragLetGoTimer");
+        // More than the 5 % that the timer may be off to either side.
+        QTest::qWait(50);
+        const int remaining = letGo.remainingTime();
+        // The same place again: nothing is sent, but the user has not let go.
+        Q_EMIT slider.adjusted(50);
+        QVERIFY(letGo.remainingTime() > remaining);
+    }
+
+    void aTrackWithoutADurationIsScrubbedToItsStart()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.music.answers.currentTrack->duration = {};
+        QVariantMap info = localTrackInfo();
+        info.remove(UserInfoKey::totalTime);
+        Q_EMIT player.music.playerInfo(info);
+        player.music.clearRecords();
+        drag(player.view.lcd().trackProgressSlider(), 50);
+        QVERIFY(player.music.commands().isEmpty());
+    }
+
+    void theArrowKeysSeekByFiveSeconds()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.music.clearRecords();
+        PercentSlider &slider = player.view.lcd().trackProgressSlider();
+        QTest::keyClick(&slider, Qt::Key_Right);
+        QTest::keyClick(&slider, Qt::Key_Right);
+        QTest::keyClick(&slider, Qt::Key_Left);
+        QCOMPARE(player.music.commands(),
+            (QStringList{QStringLiteral("setPlayerPosition 15"), QStringLiteral("setPlayerPosition 20"),
+                QStringLiteral("setPlayerPosition 15")}));
+    }
+
+    void theArrowKeysSeekByFiveSecondsAlsoWhereTheLengthArrivesLate()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.music.answers.currentTrack->duration = 100.0;
+        player.connector->updatePlayerProgressInfo();
+        player.music.clearRecords();
+        QTest::keyClick(&player.view.lcd().trackProgressSlider(), Qt::Key_Right);
+        QCOMPARE(player.music.commands(), {QStringLiteral("setPlayerPosition 15")});
+    }
+
+    void aHeldButtonSeeksUntilItIsReleased_data()
+    {
+        QTest::addColumn<bool>("forward");
+        QTest::addColumn<QString>("command");
+        QTest::newRow("back") << false << QStringLiteral("rewind");
+        QTest::newRow("forward") << true << QStringLiteral("fastForward");
+    }
+
+    void aHeldButtonSeeksUntilItIsReleased()
+    {
+        QFETCH(const bool, forward);
+        QFETCH(const QString, command);
+        Player player;
+        player.play(localTrackInfo());
+        player.music.clearRecords();
+        QSignalSpy next(&*player.controller, &ViewController::nextPressed);
+        QSignalSpy prev(&*player.controller, &ViewController::prevPressed);
+        GlyphButton &button = forward ? player.view.forwardButton() : player.view.backwardButton();
+        QVERIFY(button.isHoldButton());
+        QTest::mousePress(&button, Qt::LeftButton);
+        QVERIFY(player.music.commands().isEmpty());
+        QVERIFY(elapse(*button.findChild<QTimer *>()));
+        QCOMPARE(player.music.commands(), {command});
+        QTest::mouseRelease(&button, Qt::LeftButton);
+        QCOMPARE(player.music.commands(), (QStringList{command, QStringLiteral("resume")}));
+        QCOMPARE(next.count() + prev.count(), 0);
+    }
+
+    void aClickOnBackOrForwardResumesTooAndNeverSeeks()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.music.clearRecords();
+        QSignalSpy next(&*player.controller, &ViewController::nextPressed);
+        QTest::mouseClick(&player.view.forwardButton(), Qt::LeftButton);
+        QCOMPARE(next.count(), 1);
+        QCOMPARE(player.music.commands(), {QStringLiteral("resume")});
+        QTest::mouseClick(&player.view.backwardButton(), Qt::LeftButton);
+        QCOMPARE(player.music.commands(), (QStringList{QStringLiteral("resume"), QStringLiteral("resume")}));
+    }
+
+    void playAndPauseIsNotHeld()
+    {
+        Player player;
+        QVERIFY(!player.view.playPauseButton().isHoldButton());
+    }
+
+    void aLiveStreamEndsTheSeekOfAHeldButton()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        GlyphButton &button = player.view.forwardButton();
+        QTest::mousePress(&button, Qt::LeftButton);
+        QVERIFY(elapse(*button.findChild<QTimer *>()));
+        player.play(liveStreamInfo());
+        QCOMPARE(player.music.commands().last(), QStringLiteral("resume"));
+        QVERIFY(!button.isHeld());
+    }
+
+    void nothingIsSoughtWhereMusicDoesNotRun()
+    {
+        Player player(false);
+        GlyphButton &button = player.view.forwardButton();
+        QTest::mousePress(&button, Qt::LeftButton);
+        QVERIFY(elapse(*button.findChild<QTimer *>()));
+        QTest::mouseRelease(&button, Qt::LeftButton);
+        QVERIFY(player.music.commands().isEmpty());
+    }
+
+    void aWheelOverTheVolumeSliderStepsTheVolumeWithinItsEnds()
+    {
+        Player player;
+        player.music.answers.soundVolume = 98;
+        player.connector->refreshPlaybackSettings();
+        player.music.clearRecords();
+        player.turnWheel(1);
+        QCOMPARE(player.connector->soundVolume(), 100.0);
+        QCOMPARE(player.view.volumeSlider().doubleValue(), 100.0);
+        QCOMPARE(player.music.commands(), {QStringLiteral("setSoundVolume 100")});
+        player.turnWheel(-1);
+        QCOMPARE(player.connector->soundVolume(), 96.0);
+    }
+
+    void theTooltipStaysAwayUntilASecondAfterTheLastNotch()
+    {
+        Player player;
+        VolumeSlider &slider = player.view.volumeSlider();
+        const QString tooltip = slider.toolTip();
+        QVERIFY(!tooltip.isEmpty());
+        QTimer &holdOff = player.timer(u"tooltipsTimer");
+        QCOMPARE(holdOff.interval(), 1000);
+        QVERIFY(holdOff.isSingleShot());
+        for (int notch = 0; notch < 9; ++notch) {
+            player.turnWheel(1);
+            QVERIFY(slider.toolTip().isEmpty());
+        }
+        QTest::qWait(120);
+        const int remaining = holdOff.remainingTime();
+        player.turnWheel(1);
+        QVERIFY(holdOff.remainingTime() > remaining);
+        QVERIFY(slider.toolTip().isEmpty());
+        QVERIFY(elapse(holdOff));
+        QCOMPARE(slider.toolTip(), tooltip);
+    }
+
+    void aSenderThatIsNoSpeakerSetsNoVolume()
+    {
+        Player player;
+        player.music.clearRecords();
+        player.controller->volMinMaxSet(player.view.playPauseButton());
+        QVERIFY(player.music.commands().isEmpty());
+    }
+
+    void hoveringIsNeverToldAsTrue()
+    {
+        Player player;
+        QSignalSpy hovering(&*player.controller, &ViewController::mouseIsHoveringChanged);
+        QEnterEvent enter({1, 1}, {1, 1}, {1, 1});
+        QCoreApplication::sendEvent(&player.view, &enter);
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(&player.view, &leave);
+        QCOMPARE(hovering.count(), 2);
+        QCOMPARE(hovering.at(0).first().toBool(), false);
+        QCOMPARE(hovering.at(1).first().toBool(), false);
+        QVERIFY(!player.controller->mouseIsHovering());
     }
 
     void theDrawerShowsBeforeTheWindowGrowsAndHidesAfterItShrank()

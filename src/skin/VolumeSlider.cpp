@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "VolumeSlider.h"
+
+#include <QWheelEvent>
+
+#include <cstdlib>
+
+namespace tunedeck {
+
+namespace {
+constexpr int notch = QWheelEvent::DefaultDeltasPerStep;
+constexpr double touchpadDivisor = 2.5;
+/// A part of a notch that was turned before such a pause has nothing to do with what is turned now.
+constexpr quint64 longestPauseInNotch = 1000;
+
+bool isTouchpad(const QWheelEvent &event)
+{
+    // Wheels have no beginning and no end. On X11 touchpads tell of none either: they turn a wheel, finely.
+    return event.phase() != Qt::NoScrollPhase;
+}
+
+/// The way a touchpad has moved the content, in points.
+QPoint scrolled(const QWheelEvent &event)
+{
+    // In points where the window system has them, else in eighths of a degree, of which a wheel's notch has 120 and
+    // moves a text by three lines of five points each.
+    constexpr int eighthsPerPoint = 8;
+    return event.pixelDelta().isNull() ? event.angleDelta() / eighthsPerPoint : event.pixelDelta();
+}
+
+double touchpadStep(const QWheelEvent &event)
+{
+    // With natural scrolling the deltas come with their signs turned round: louder stays where it was.
+    const QPoint delta = scrolled(event);
+    return event.inverted() ? (delta.y() - delta.x()) / -touchpadDivisor : (delta.y() + delta.x()) / touchpadDivisor;
+}
+
+/// Whole notches out of `turned`, which keeps the rest.
+int takeNotches(int &turned)
+{
+    const int notches = turned / notch;
+    turned %= notch;
+    return notches;
+}
+
+void turn(int &turned, int delta)
+{
+    const bool turnsBack = (turned < 0) != (delta < 0);
+    turned = turnsBack ? delta : turned + delta;
+}
+} // namespace
+
+VolumeSlider::VolumeSlider(QWidget *parent)
+    : PercentSlider(parent)
+{
+    setStep(step);
+}
+
+void VolumeSlider::setScrollEventsDelegate(VolumeSliderScrollEventDelegate *delegate)
+{
+    m_scrollEventsDelegate = delegate;
+}
+
+QRectF VolumeSlider::customHitTestArea() const
+{
+    return QRectF(rect()).adjusted(3, 4, -3, -4).translated(1, 2);
+}
+
+quint64 VolumeSlider::lastTimestamp() const
+{
+    return m_lastTimestamp;
+}
+
+void VolumeSlider::wheelEvent(QWheelEvent *event)
+{
+    event->accept();
+    if (!customHitTestArea().contains(event->position())) {
+        return;
+    }
+    const double volumeStep = isTouchpad(*event) ? touchpadStep(*event) : wheelStep(*event);
+    m_lastTimestamp = event->timestamp();
+    if (volumeStep == 0 || !m_scrollEventsDelegate) {
+        return;
+    }
+    m_scrollEventsDelegate->adjustVolume(volumeStep);
+    m_scrollEventsDelegate->volumeSliderDidScroll();
+}
+
+double VolumeSlider::wheelStep(const QWheelEvent &event)
+{
+    if (event.timestamp() - m_lastTimestamp > longestPauseInNotch) {
+        m_turned = {};
+    }
+    const QPoint delta = event.angleDelta();
+    int notches = 0;
+    if (delta.y() != 0) {
+        turn(m_turned.ry(), delta.y());
+        notches = takeNotches(m_turned.ry());
+    } else {
+        // A wheel that is tilted makes it louder, to whichever side.
+        turn(m_turned.rx(), std::abs(delta.x()));
+        notches = takeNotches(m_turned.rx());
+    }
+    return step * (event.inverted() ? -notches : notches);
+}
+
+} // namespace tunedeck

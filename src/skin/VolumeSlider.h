@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "PercentSlider.h"
+
+#include <QPoint>
+
+namespace tunedeck {
+
+/// Whom a VolumeSlider asks for the volume steps that a wheel or a touchpad makes over it.
+class VolumeSliderScrollEventDelegate {
+public:
+    virtual ~VolumeSliderScrollEventDelegate() = default;
+    /// Changes the volume by `delta` percent, within 0 to 100.
+    virtual void adjustVolume(double delta) = 0;
+    /// After each such step.
+    virtual void volumeSliderDidScroll() = 0;
+};
+
+/// The slider of the volume, in percent. A notch of a mouse wheel is 4 percent; a touchpad moves the volume as it
+/// scrolls. It does not move its own knob then: the new volume comes back as any other does.
+class VolumeSlider : public PercentSlider {
+    Q_OBJECT
+
+public:
+    /// Percent of a wheel's notch, and of an arrow key.
+    static constexpr double step = 4;
+
+    explicit VolumeSlider(QWidget *parent = nullptr);
+
+    /// `delegate` must outlive the slider or be taken back with null. Without one, scrolling does nothing.
+    void setScrollEventsDelegate(VolumeSliderScrollEventDelegate *delegate);
+    /// Where a wheel or a touchpad counts; what is scrolled over the margins goes to no one.
+    [[nodiscard]] QRectF customHitTestArea() const;
+    /// Of the last scroll event that counted, in milliseconds of the window system's clock; 0 before the first.
+    [[nodiscard]] quint64 lastTimestamp() const;
+
+protected:
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    [[nodiscard]] double wheelStep(const QWheelEvent &event);
+
+    VolumeSliderScrollEventDelegate *m_scrollEventsDelegate = nullptr;
+    quint64 m_lastTimestamp = 0;
+    /// What a high-resolution wheel has turned since the last whole notch, in eighths of a degree.
+    QPoint m_turned;
+};
+
+} // namespace tunedeck

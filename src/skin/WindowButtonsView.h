@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+namespace tunedeck {
+
+/// The group of the window's buttons. It tells whether the pointer is over the group, also while the program is not the
+/// active one.
+class WindowButtonsView : public QWidget {
+    Q_OBJECT
+    Q_PROPERTY(bool mouseHovering READ mouseHovering NOTIFY mouseHoveringChanged)
+
+public:
+    using QWidget::QWidget;
+
+    [[nodiscard]] bool mouseHovering() const;
+
+Q_SIGNALS:
+    void mouseHoveringChanged(bool isHovering);
+
+protected:
+    void enterEvent(QEnterEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+
+private:
+    void setMouseHovering(bool isHovering);
+
+    bool m_mouseHovering = false;
+};
+
+} // namespace tunedeck
