@@ -213,6 +213,13 @@ void AppDelegate::playPausePressed()
     m_musicConnector.stopProgressPollingIfIdle();
 }
 
+void AppDelegate::pausePressed()
+{
+    if (!PlayerState::isIdle(m_musicConnector.currentState())) {
+        playPausePressed();
+    }
+}
+
 void AppDelegate::nextPressed()
 {
     m_musicConnector.musicApp().nextTrack();

@@ -55,6 +55,8 @@ public:
 
 public Q_SLOTS:
     void playPausePressed();
+    /// Does nothing where nothing plays.
+    void pausePressed();
     void nextPressed();
     void prevPressed();
     void openMusicApp();

@@ -35,6 +35,7 @@ Application::Application(const Environment &environment, QObject *parent)
 
     connectPlayer();
     connectWindowButtons();
+    connect(&window, &Window::canBeSeenChanged, &m_musicConnector, &MusicConnector::setWatched);
     connect(qApp, &QCoreApplication::aboutToQuit, &m_delegate, &AppDelegate::applicationWillTerminate);
 }
 

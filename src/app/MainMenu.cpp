@@ -111,7 +111,7 @@ void MainMenu::buildControlsMenu(QMenu &menu)
 {
     addTransportItem(menu,
         {tr("Play", "For UI labels: Play"), MenuItemIdentifier::playPause,
-            {Qt::Key_Space, Qt::Key_MediaTogglePlayPause, Qt::Key_MediaPlay, Qt::Key_MediaPause}},
+            {Qt::Key_Space, Qt::Key_MediaTogglePlayPause, Qt::Key_MediaPlay}},
         &AppDelegate::playPausePressed);
     addTransportItem(menu,
         {tr("Next", "For UI labels: Next"), MenuItemIdentifier::next, {Qt::CTRL | Qt::Key_Right, Qt::Key_MediaNext}},
@@ -120,6 +120,7 @@ void MainMenu::buildControlsMenu(QMenu &menu)
         {tr("Previous", "For UI labels: Previous"), MenuItemIdentifier::previous,
             {Qt::CTRL | Qt::Key_Left, Qt::Key_MediaPrevious}},
         &AppDelegate::prevPressed);
+    addPauseKeys();
     menu.addSeparator();
     addVolumeItem(menu, {tr("Volume Up", "Menu command"), MenuItemIdentifier::volumeUp, {Qt::CTRL | Qt::Key_Up}});
     addVolumeItem(menu, {tr("Volume Down", "Menu command"), MenuItemIdentifier::volumeDown, {Qt::CTRL | Qt::Key_Down}});
@@ -188,6 +189,17 @@ void MainMenu::addTransportItem(QMenu &menu, const Command &command, void (AppDe
     // The delegate is the target; a live stream, of which only the player knows, disables Next and Previous too.
     m_validation.add(item, {m_delegateValidates, m_viewControllerValidates});
     connect(item, &QAction::triggered, &m_delegate, action);
+}
+
+/// Keys that only pause must not play what stands still, so they are not Play's. They need no item of their own.
+void MainMenu::addPauseKeys()
+{
+    auto *pause = new QAction(this);
+    pause->setObjectName(QStringLiteral("Controls_Pause"));
+    pause->setShortcuts({Qt::Key_MediaPause, Qt::Key_MediaStop});
+    pause->setAutoRepeat(false);
+    m_windowController.window().addAction(pause);
+    connect(pause, &QAction::triggered, &m_delegate, &AppDelegate::pausePressed);
 }
 
 void MainMenu::addVolumeItem(QMenu &menu, const Command &command)

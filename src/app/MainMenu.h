@@ -48,6 +48,7 @@ private:
     QMenu &addMenu(const QString &title);
     QAction *addItem(QMenu &menu, const Command &command);
     void addTransportItem(QMenu &menu, const Command &command, void (AppDelegate::*action)());
+    void addPauseKeys();
     void addVolumeItem(QMenu &menu, const Command &command);
 
     AppDelegate &m_delegate;

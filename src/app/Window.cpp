@@ -198,6 +198,9 @@ bool Window::eventFilter(QObject *watched, QEvent *event)
     case QEvent::KeyRelease:
         flagsChanged(static_cast<QKeyEvent *>(event)->modifiers());
         break;
+    case QEvent::Expose:
+        updateCanBeSeen();
+        break;
     case QEvent::MouseMove: {
         const auto &move = *static_cast<QMouseEvent *>(event);
         if (move.buttons() == Qt::NoButton) {
@@ -290,6 +293,16 @@ void Window::showCursorFor(Qt::Edges edges)
     if (cursor().shape() != shape) {
         setCursor(shape);
     }
+}
+
+void Window::updateCanBeSeen()
+{
+    const bool canBeSeen = windowHandle()->isExposed() && !isMinimized();
+    if (canBeSeen == m_canBeSeen) {
+        return;
+    }
+    m_canBeSeen = canBeSeen;
+    Q_EMIT canBeSeenChanged(canBeSeen);
 }
 
 void Window::applyLevel()

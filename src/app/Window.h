@@ -51,6 +51,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     void shiftButtonHeldChanged(bool held);
     void optionButtonHeldChanged(bool held);
+    /// Whether any of it is on a screen: not while it is hidden, minimised or, where the desktop tells, covered.
+    void canBeSeenChanged(bool canBeSeen);
 
 protected:
     bool event(QEvent *event) override;
@@ -67,6 +69,7 @@ private:
     [[nodiscard]] Qt::Edges edgesAt(QPoint position) const;
     void showCursorFor(Qt::Edges edges);
     void cutToOutline();
+    void updateCanBeSeen();
     void applyLevel();
     void applyAppearance();
 
@@ -77,6 +80,7 @@ private:
     bool m_optionButtonHeld = false;
     WindowLevel m_level = WindowLevel::Normal;
     bool m_isComposited = true;
+    bool m_canBeSeen = false;
     int m_widthBeforeZoom;
     std::optional<QPoint> m_pressPosition;
 };

@@ -49,6 +49,8 @@ public:
     [[nodiscard]] virtual bool isResponding() const { return true; }
     /// Launches Music. False if there is nothing to launch.
     virtual bool activate() = 0;
+    /// Whether anyone looks: at first someone does. While nobody does, what Music has not told by itself may be old.
+    virtual void setWatched(bool isWatched) = 0;
 
     /// One of PlayerState, or another code, which counts as playing. Always has a value while Music runs.
     [[nodiscard]] virtual std::optional<FourCharCode> playerState() const = 0;

@@ -304,6 +304,23 @@ double MusicConnector::duration() const
     return std::abs(totalTime) <= longestTotalTime ? totalTime : 0.0;
 }
 
+void MusicConnector::setWatched(bool isWatched)
+{
+    if (m_isWatched == isWatched) {
+        return;
+    }
+    m_isWatched = isWatched;
+    m_musicApp.setWatched(isWatched);
+    if (!isWatched) {
+        stopRefreshTrackTimer();
+        stopProgressPollingTimer();
+    } else if (!PlayerState::isIdle(m_currentState)) {
+        configureTimers(m_feedType);
+        refreshTrackInfo();
+        updatePlayerProgressInfo();
+    }
+}
+
 bool MusicConnector::isRefreshTrackTimerActive() const
 {
     return m_refreshTrackTimer.isActive();
@@ -537,7 +554,7 @@ void MusicConnector::configureTimers(FeedType feedType)
 {
     switch (feedType) {
     case FeedType::liveStream:
-        m_refreshTrackTimer.start();
+        startRefreshTrackTimer();
         stopProgressPollingTimer();
         return;
     case FeedType::localTrack:
@@ -545,7 +562,7 @@ void MusicConnector::configureTimers(FeedType feedType)
         startProgressPollingUnlessIdle();
         return;
     case FeedType::streamedTrack:
-        m_refreshTrackTimer.start();
+        startRefreshTrackTimer();
         startProgressPollingUnlessIdle();
         return;
     case FeedType::stopped:
@@ -557,9 +574,16 @@ void MusicConnector::configureTimers(FeedType feedType)
     fatalError("Impossible feed type");
 }
 
+void MusicConnector::startRefreshTrackTimer()
+{
+    if (m_isWatched) {
+        m_refreshTrackTimer.start();
+    }
+}
+
 void MusicConnector::startProgressPollingUnlessIdle()
 {
-    if (!PlayerState::isIdle(requiredPlayerState())) {
+    if (m_isWatched && !PlayerState::isIdle(requiredPlayerState())) {
         m_progressPollingTimer.start();
     }
 }

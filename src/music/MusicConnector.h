@@ -87,6 +87,9 @@ public:
     /// Seconds: what Music says, else what its last notification said, else 0.
     [[nodiscard]] double duration() const;
 
+    /// Whether anyone looks at what is published here: at first someone does. While nobody does, the timers rest and
+    /// only Music's own notifications are followed.
+    void setWatched(bool isWatched);
     [[nodiscard]] bool isRefreshTrackTimerActive() const;
     [[nodiscard]] bool isProgressPollingTimerActive() const;
     void stopProgressPollingTimer();
@@ -139,6 +142,7 @@ private:
     [[nodiscard]] std::optional<QString> textOrNotified(const std::optional<QString> &answer, const QString &key) const;
 
     void configureTimers(FeedType feedType);
+    void startRefreshTrackTimer();
     void startProgressPollingUnlessIdle();
     void setCurrentPersistentId(std::optional<qint64> id);
     void resetProgress();
@@ -182,6 +186,7 @@ private:
     std::optional<PlaylistOption> m_selectedPlaylist;
     std::optional<QString> m_audioOutputNames;
 
+    bool m_isWatched = true;
     QTimer m_refreshTrackTimer{this};
     QTimer m_progressPollingTimer{this};
     /// Empty while there is none.

@@ -20,7 +20,7 @@ constexpr int margin = 8;
 constexpr int gap = 6;
 constexpr int trackInfoHeight = 30;
 constexpr int rowCentre = 36;
-constexpr int rowHeight = 16;
+constexpr int rowHeight = 12;
 constexpr int infoButtonWidth = 14;
 /// Room for "00:00", so that the slider does not jump at the tenth minute.
 constexpr int leastTimeWidth = 30;
@@ -89,6 +89,16 @@ void LcdView::setDark(bool dark)
     m_trackInfoLabel->setDark(dark);
 }
 
+void LcdView::setLongestTime(const QString &time)
+{
+    const int width = m_secondaryTimeLabel->fontMetrics().horizontalAdvance(time);
+    if (width == m_longestTimeWidth) {
+        return;
+    }
+    m_longestTimeWidth = width;
+    layOut();
+}
+
 bool LcdView::event(QEvent *event)
 {
     // A label whose text became wider or narrower asks for this.
@@ -152,8 +162,9 @@ void LcdView::layOut()
     m_infoButton->setGeometry(infoX, top, infoButtonWidth, rowHeight);
     m_isLiveLabel->setGeometry(margin, top, width() - 2 * margin, rowHeight);
 
-    const int primaryWidth = std::max(leastTimeWidth, m_primaryTimeLabel->sizeHint().width());
-    const int secondaryWidth = std::max(leastTimeWidth, m_secondaryTimeLabel->sizeHint().width());
+    const int leastWidth = std::max(leastTimeWidth, m_longestTimeWidth);
+    const int primaryWidth = std::max(leastWidth, m_primaryTimeLabel->sizeHint().width());
+    const int secondaryWidth = std::max(leastWidth, m_secondaryTimeLabel->sizeHint().width());
     const int secondaryX = infoX - gap - secondaryWidth;
     const int sliderX = margin + primaryWidth + gap;
     m_primaryTimeLabel->setGeometry(margin, top, primaryWidth, rowHeight);

@@ -27,6 +27,8 @@ public:
     [[nodiscard]] GlyphButton &infoButton();
 
     void setDark(bool dark);
+    /// Gives both times the room that `time` takes, so that nothing moves while they grow towards it.
+    void setLongestTime(const QString &time);
 
 protected:
     bool event(QEvent *event) override;
@@ -43,6 +45,7 @@ private:
     QLabel *m_secondaryTimeLabel;
     QLabel *m_isLiveLabel;
     GlyphButton *m_infoButton;
+    int m_longestTimeWidth = 0;
 };
 
 } // namespace tunedeck

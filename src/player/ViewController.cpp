@@ -279,8 +279,8 @@ void ViewController::observeConnector()
     connect(&m_musicConnector, &MusicConnector::currentTrackChanged, this,
         [this] { setCurrentTrack(m_musicConnector.currentTrack()); });
     setCurrentTrack(m_musicConnector.currentTrack());
-    connect(&m_musicConnector, &MusicConnector::totalFormattedTimeChanged, this, &ViewController::updateSeekStep);
-    updateSeekStep();
+    connect(&m_musicConnector, &MusicConnector::totalFormattedTimeChanged, this, &ViewController::durationDidChange);
+    durationDidChange();
 
     connect(&m_musicConnector.musicApp(), &MusicApplication::respondingDidChange, this,
         &ViewController::tellWhetherMusicResponds);
@@ -372,8 +372,9 @@ void ViewController::observeExpansion()
 void ViewController::updateLCDForFeedType()
 {
     const FeedType feedType = m_musicConnector.feedType();
-    if (feedType == FeedType::unknown
-        || (feedType == FeedType::stopped && m_musicConnector.currentState() == PlayerState::stopped)) {
+    // The connector announces that the feed has stopped before it holds the state that goes with it.
+    const FourCharCode state = m_musicConnector.musicApp().playerState().value_or(m_musicConnector.currentState());
+    if (feedType == FeedType::unknown || (feedType == FeedType::stopped && state == PlayerState::stopped)) {
         clearTrackInfo();
     }
     showControlsForFeedType(feedType);
@@ -491,10 +492,12 @@ void ViewController::scrubToSliderPosition()
     m_musicConnector.updatePlayerProgressInfo();
 }
 
-void ViewController::updateSeekStep()
+void ViewController::durationDidChange()
 {
     const double duration = m_musicConnector.duration();
     m_view.lcd().trackProgressSlider().setStep(duration > 0 ? seekStepInSec / duration * 100 : 0);
+    // The remaining time begins with a sign.
+    m_view.lcd().setLongestTime(u'-' + m_musicConnector.totalFormattedTime());
 }
 
 } // namespace tunedeck

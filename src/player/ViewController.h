@@ -123,7 +123,7 @@ private:
     void timeLabelMenuItemSelected(const QAction &item);
     void setMouseIsHovering(bool isHovering);
     void scrubToSliderPosition();
-    void updateSeekStep();
+    void durationDidChange();
 
     MusicConnector &m_musicConnector;
     UserDefaults &m_defaults;

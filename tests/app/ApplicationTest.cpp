@@ -51,6 +51,21 @@ private Q_SLOTS:
         QCOMPARE(dockMenu->actions().at(6)->text(), QStringLiteral("Pause"));
     }
 
+    void aHiddenWindowReadsNothingOfMusic()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        desktop.playTrack();
+        application.showMainWindow();
+        Window &window = application.windowController().window();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(application.musicConnector().isProgressPollingTimerActive());
+        window.hide();
+        QTRY_VERIFY(!application.musicConnector().isProgressPollingTimerActive());
+        window.show();
+        QTRY_VERIFY(application.musicConnector().isProgressPollingTimerActive());
+    }
+
     void theTransportButtonsReachMusic()
     {
         Desktop desktop;

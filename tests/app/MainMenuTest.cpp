@@ -124,9 +124,27 @@ private Q_SLOTS:
         };
         QVERIFY(hasShortcut(playPause, Qt::Key_MediaTogglePlayPause));
         QVERIFY(hasShortcut(playPause, Qt::Key_MediaPlay));
-        QVERIFY(hasShortcut(playPause, Qt::Key_MediaPause));
         QVERIFY(hasShortcut(next, Qt::Key_MediaNext));
         QVERIFY(hasShortcut(previous, Qt::Key_MediaPrevious));
+    }
+
+    void aKeyThatPausesNeverPlays()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        desktop.playTrack();
+        auto *pause = application.mainMenu().findChild<QAction *>(QStringLiteral("Controls_Pause"));
+        QVERIFY(application.windowController().window().actions().contains(pause));
+        QCOMPARE(pause->shortcuts(), (QList<QKeySequence>{Qt::Key_MediaPause, Qt::Key_MediaStop}));
+        desktop.music.clearRecords();
+        pause->trigger();
+        QCOMPARE(desktop.music.commands(), {QStringLiteral("playpause")});
+
+        desktop.music.answers.playerState = PlayerState::paused;
+        application.musicConnector().refreshPlayerState();
+        desktop.music.clearRecords();
+        pause->trigger();
+        QVERIFY(desktop.music.commands().isEmpty());
     }
 
     void theDrawersItemSaysWhatItWillDo()

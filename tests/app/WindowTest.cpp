@@ -92,6 +92,24 @@ private Q_SLOTS:
         QTRY_VERIFY(paints.count >= 1);
     }
 
+    void itTellsWhetherItCanBeSeen()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults, desktop.appearance);
+        Window &window = controller.window();
+        QSignalSpy seen(&window, &Window::canBeSeenChanged);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QCOMPARE(seen.count(), 1);
+        QCOMPARE(seen.last().first().toBool(), true);
+        window.hide();
+        QTRY_COMPARE(seen.count(), 2);
+        QCOMPARE(seen.last().first().toBool(), false);
+        window.show();
+        QTRY_COMPARE(seen.count(), 3);
+        QCOMPARE(seen.last().first().toBool(), true);
+    }
+
     void movingPaintsNothing()
     {
         Desktop desktop;

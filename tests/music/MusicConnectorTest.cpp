@@ -349,6 +349,47 @@ private Q_SLOTS:
         QCOMPARE(connector.currentTrack()->trackName, u"Freddie Freeloader"_s);
     }
 
+    void nothingIsReadWhileNobodyLooks()
+    {
+        ScriptedMusicApplication music;
+        music.answers = playingAnswers();
+        MusicConnector connector(music, m_windowActivation);
+        Q_EMIT music.playerInfo(streamedTrackInfo());
+        QVERIFY(connector.isRefreshTrackTimerActive());
+        QVERIFY(connector.isProgressPollingTimerActive());
+
+        connector.setWatched(false);
+        QVERIFY(!music.isWatched);
+        QVERIFY(!connector.isRefreshTrackTimerActive());
+        QVERIFY(!connector.isProgressPollingTimerActive());
+        music.answers.currentTrack->name = u"Freddie Freeloader"_s;
+        Q_EMIT music.playerInfo(streamedTrackInfo());
+        QCOMPARE(connector.currentTrack()->trackName, u"Freddie Freeloader"_s);
+        QVERIFY(!connector.isRefreshTrackTimerActive());
+        QVERIFY(!connector.isProgressPollingTimerActive());
+
+        music.answers.currentTrack->name = u"So What"_s;
+        music.answers.playerPosition = 20.0;
+        connector.setWatched(true);
+        QVERIFY(music.isWatched);
+        QVERIFY(connector.isRefreshTrackTimerActive());
+        QVERIFY(connector.isProgressPollingTimerActive());
+        QCOMPARE(connector.currentTrack()->trackName, u"So What"_s);
+        QCOMPARE(connector.trackProgress(), 10.0);
+    }
+
+    void whoLooksAtAPausedMusicStartsNoTimer()
+    {
+        ScriptedMusicApplication music;
+        music.answers = playingAnswers();
+        music.answers.playerState = PlayerState::paused;
+        MusicConnector connector(music, m_windowActivation);
+        Q_EMIT music.playerInfo(localTrackInfo());
+        connector.setWatched(false);
+        connector.setWatched(true);
+        QVERIFY(!connector.isProgressPollingTimerActive());
+    }
+
     void theProgressTimerReadsThePositionEvery500Ms()
     {
         ScriptedMusicApplication music;

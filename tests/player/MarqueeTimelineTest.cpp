@@ -195,6 +195,14 @@ private Q_SLOTS:
         QCOMPARE(marquee.timeline.nextChange(Marquee::at(3'598'600ms)), Marquee::at(3'602'545ms));
     }
 
+    void nothingEverPausesIt()
+    {
+        Marquee marquee({QStringLiteral("a"), QStringLiteral("b")});
+        QVERIFY(!marquee.timeline.isPaused());
+        marquee.click(4500ms);
+        QVERIFY(!marquee.timeline.isPaused());
+    }
+
     void theSameListChangesNothing()
     {
         Marquee marquee({a, b});

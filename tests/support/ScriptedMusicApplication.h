@@ -39,6 +39,7 @@ public:
     using MusicApplication::MusicApplication;
 
     Answers answers;
+    bool isWatched = true;
     /// By name, such as "playpause" or "setSoundVolume".
     QSet<QString> unansweredCommands;
 
@@ -91,6 +92,7 @@ public:
     }
 
     [[nodiscard]] bool isRunning() const override { return m_isRunning; }
+    void setWatched(bool watched) override { isWatched = watched; }
     bool activate() override { return isAnswered(QStringLiteral("activate")) && recorded(QStringLiteral("activate")); }
 
     [[nodiscard]] std::optional<FourCharCode> playerState() const override

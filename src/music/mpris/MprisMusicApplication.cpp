@@ -99,6 +99,18 @@ void MprisMusicApplication::sampleAnew()
     }
 }
 
+void MprisMusicApplication::setWatched(bool isWatched)
+{
+    m_isWatched = isWatched;
+    if (!m_player) {
+        return;
+    }
+    m_player->setSampled(isWatched);
+    if (isWatched) {
+        m_player->readAnew();
+    }
+}
+
 bool MprisMusicApplication::isRunning() const
 {
     return m_player != nullptr;
@@ -345,14 +357,14 @@ void MprisMusicApplication::changePlayer(MprisPlayer *player)
     endSeek();
     m_playPauses = 0;
     if (MprisPlayer *former = std::exchange(m_player, nullptr)) {
-        former->setFollowed(false);
+        former->setSampled(false);
         Q_EMIT didTerminate();
     }
     if (!player) {
         return;
     }
     m_player = player;
-    m_player->setFollowed(true);
+    m_player->setSampled(m_isWatched);
     rememberPlayer();
     Q_EMIT didLaunch();
     m_postsPlayerInfo = true;

@@ -37,6 +37,7 @@ public:
     [[nodiscard]] bool isRunning() const override;
     [[nodiscard]] bool isResponding() const override;
     bool activate() override;
+    void setWatched(bool isWatched) override;
 
     [[nodiscard]] std::optional<FourCharCode> playerState() const override;
     [[nodiscard]] std::optional<MusicTrack> currentTrack() const override;
@@ -89,6 +90,7 @@ private:
     ApplicationLauncher &m_launcher;
     PlayerRegistry m_registry;
     MprisPlayer *m_player = nullptr;
+    bool m_isWatched = true;
     QHash<QString, quint64> m_lastPlayed; ///< by owner: a number that grows with time
     quint64 m_plays = 0;
 

@@ -155,10 +155,10 @@ const PlayerMirror &MprisPlayer::mirror() const
     return m_mirror;
 }
 
-void MprisPlayer::setFollowed(bool followed)
+void MprisPlayer::setSampled(bool isSampled)
 {
-    m_isFollowed = followed;
-    if (followed) {
+    m_isSampled = isSampled;
+    if (isSampled) {
         m_mirror.takeNextSample();
         samplePosition();
     }
@@ -570,7 +570,7 @@ void MprisPlayer::scheduleSettling()
 
 void MprisPlayer::updateSampling()
 {
-    if (!m_isFollowed || !m_isResponding || m_mirror.status() != PlaybackStatus::Playing) {
+    if (!m_isSampled || !m_isResponding || m_mirror.status() != PlaybackStatus::Playing) {
         m_sample.stop();
         return;
     }

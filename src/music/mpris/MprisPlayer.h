@@ -40,8 +40,8 @@ public:
     [[nodiscard]] bool isResponding() const;
     [[nodiscard]] const PlayerMirror &mirror() const;
 
-    /// Only the player that is followed is asked for its position from time to time.
-    void setFollowed(bool followed);
+    /// Whether it is asked for its position from time to time while it plays: at first it is not.
+    void setSampled(bool isSampled);
     /// Asks the player anew for everything.
     void readAnew();
 
@@ -122,7 +122,7 @@ private:
     bool m_isAttached = false;
     bool m_hasBeenAsked = false;
     bool m_isResponding = true;
-    bool m_isFollowed = false;
+    bool m_isSampled = false;
     bool m_announcesSeeks = false;
 
     QList<QDBusMessage> m_inbox;

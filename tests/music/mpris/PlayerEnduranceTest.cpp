@@ -147,7 +147,8 @@ void PlayerEnduranceTest::steadyPlayersAreHardlyEverAskedAnything()
     Deck announcing(u"announcing"_s, {u"--play"_s, u"--track"_s, u"4"_s});
     Deck unannouncing(u"unannouncing"_s, {u"--play"_s, u"--track"_s, u"4"_s, u"--do"_s, u"signals seeked off"_s});
     Deck paused(u"paused"_s, {u"--play"_s, u"--track"_s, u"4"_s});
-    const std::array decks{&announcing, &unannouncing, &paused};
+    Deck unwatched(u"unwatched"_s, {u"--play"_s, u"--track"_s, u"4"_s, u"--do"_s, u"signals seeked off"_s});
+    const std::array decks{&announcing, &unannouncing, &paused, &unwatched};
     for (Deck *deck : decks) {
         QVERIFY(deck->player.isReady());
         deck->startFollowing();
@@ -157,6 +158,7 @@ void PlayerEnduranceTest::steadyPlayersAreHardlyEverAskedAnything()
     }
     QVERIFY(announcing.player.tell(u"seek 100"_s));
     QVERIFY(paused.player.tell(u"pause"_s));
+    unwatched.connector->setWatched(false);
     QTRY_COMPARE(paused.music->playerState(), PlayerState::paused);
     QTRY_VERIFY(announcing.music->playerPosition() > 99.0);
     // What follows the seek and the pause is over after two seconds.
@@ -165,25 +167,32 @@ void PlayerEnduranceTest::steadyPlayersAreHardlyEverAskedAnything()
     SentMessages fromAnnouncing(announcing.bus, announcing.uniqueName);
     SentMessages fromUnannouncing(unannouncing.bus, unannouncing.uniqueName);
     SentMessages fromPaused(paused.bus, paused.uniqueName);
+    SentMessages fromUnwatched(unwatched.bus, unwatched.uniqueName);
     QTest::qWait(500);
     (void)fromAnnouncing.takeTimes();
     (void)fromUnannouncing.takeTimes();
     (void)fromPaused.takeTimes();
+    (void)fromUnwatched.takeTimes();
     QTest::qWait(observation);
 
     const std::vector<double> announcingTimes = fromAnnouncing.takeTimes();
     const std::vector<double> unannouncingTimes = fromUnannouncing.takeTimes();
     const std::vector<double> pausedTimes = fromPaused.takeTimes();
-    qInfo("messages in 10 s: %zu to a player that announces its seeks, %zu to one that does not, %zu to a paused one",
-        announcingTimes.size(), unannouncingTimes.size(), pausedTimes.size());
+    const std::vector<double> unwatchedTimes = fromUnwatched.takeTimes();
+    qInfo("messages in 10 s: %zu to a player that announces its seeks, %zu to one that does not, %zu to a paused one, "
+          "%zu to one that nobody watches",
+        announcingTimes.size(), unannouncingTimes.size(), pausedTimes.size(), unwatchedTimes.size());
     QVERIFY(secondsWithMessages(announcingTimes) <= 1);
     // The monitor works: the other player is asked, once in two seconds.
     QVERIFY(unannouncingTimes.size() >= 4 && unannouncingTimes.size() <= 6);
     QCOMPARE(pausedTimes.size(), size_t(0));
-    QVERIFY(!paused.connector->isProgressPollingTimerActive());
-    QVERIFY(!paused.connector->isRefreshTrackTimerActive());
-    for (const QTimer *timer : paused.music->findChildren<QTimer *>()) {
-        QVERIFY(!timer->isActive());
+    QCOMPARE(unwatchedTimes.size(), size_t(0));
+    for (const Deck *quiet : {&paused, &unwatched}) {
+        QVERIFY(!quiet->connector->isProgressPollingTimerActive());
+        QVERIFY(!quiet->connector->isRefreshTrackTimerActive());
+        for (const QTimer *timer : quiet->music->findChildren<QTimer *>()) {
+            QVERIFY(!timer->isActive());
+        }
     }
 }
 
