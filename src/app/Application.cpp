@@ -2,16 +2,18 @@
 #include "Application.h"
 
 #include "BundleInfo.h"
-#include "GlyphButton.h"
 #include "MainMenu.h"
 #include "PlayerView.h"
+#include "SkinEnvironment.h"
 #include "UserDefaults.h"
 #include "ViewController.h"
+#include "WindowControlButton.h"
 #include "WindowController.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QIcon>
+
+#include <utility>
 
 namespace tunedeck {
 
@@ -24,10 +26,10 @@ Application::Application(const Environment &environment, QObject *parent)
     // Registers the settings' defaults, so it comes before all that reads a setting.
     m_delegate.applicationDidFinishLaunching();
 
-    m_windowController = std::make_unique<WindowController>(m_defaults, environment.appearance);
+    m_windowController = std::make_unique<WindowController>(m_defaults);
     Window &window = m_windowController->window();
     window.setWindowTitle(bundleInfo(u"CFBundleName").value_or(QString()));
-    m_playerView = new PlayerView;
+    m_playerView = new PlayerView({m_defaults, environment.appearance, environment.windowActivation});
     window.setContentView(m_playerView);
     const ViewController::Surroundings surroundings{
         m_musicConnector, m_defaults, environment.appearance, environment.windowActivation, *m_windowController};
@@ -102,8 +104,8 @@ void Application::connectPlayer()
 void Application::connectWindowButtons()
 {
     Window &window = m_windowController->window();
-    connect(&m_playerView->minimizeButton(), &GlyphButton::clicked, &window, &Window::showMinimized);
-    connect(&m_playerView->maximizeButton(), &GlyphButton::clicked, &window, &Window::zoom);
+    connect(&m_playerView->minimizeButton(), &WindowControlButton::clicked, &window, &Window::showMinimized);
+    connect(&m_playerView->maximizeButton(), &WindowControlButton::clicked, &window, &Window::zoom);
 }
 
 void Application::connectMenus()
@@ -122,9 +124,11 @@ void Application::connectMenus()
 
 void Application::showDockTile(const QString &imageName)
 {
-    // Without such an image the icon is the one of the desktop entry.
-    const QString path = QStringLiteral(":/images/") + imageName + QStringLiteral(".svg");
-    QApplication::setWindowIcon(QFile::exists(path) ? QIcon(path) : QIcon::fromTheme(applicationId.toString()));
+    // It is told more often than it changes, and each time would be drawn in every size that the desktop may want.
+    if (imageName == std::exchange(m_dockTile, imageName)) {
+        return;
+    }
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/") + imageName + QStringLiteral(".svg")));
 }
 
 } // namespace tunedeck

@@ -5,6 +5,7 @@
 #include "MusicConnector.h"
 
 #include <QObject>
+#include <QString>
 
 #include <memory>
 
@@ -60,6 +61,7 @@ private:
     AppDelegate m_delegate;
     std::unique_ptr<WindowController> m_windowController;
     PlayerView *m_playerView; ///< the window's
+    QString m_dockTile;
     std::unique_ptr<ViewController> m_viewController;
     std::unique_ptr<MainMenu> m_mainMenu;
 };

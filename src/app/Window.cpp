@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Window.h"
 
-#include "Appearance.h"
 #include "WindowController.h"
 #include "isScreenComposited.h"
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QLinearGradient>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
@@ -22,6 +20,8 @@ namespace tunedeck {
 namespace {
 constexpr int cornerRadius = 4;
 constexpr int edgeWidth = 5;
+/// Between the metal and its edge.
+constexpr QColor cutOutlineColor(0x8c, 0x8c, 0x8c);
 constexpr int initialWidth = 450;
 
 bool isCancel(const QKeyEvent &event)
@@ -44,25 +44,11 @@ QRegion roundedRegion(const QRect &frame)
     }
     return region;
 }
-
-QPalette panelPalette(bool dark)
-{
-    QPalette palette(dark ? QColor(0x6a, 0x6a, 0x6d) : QColor(0xe4, 0xe4, 0xe4),
-        dark ? QColor(0x47, 0x47, 0x4a) : QColor(0xbd, 0xbd, 0xbd));
-    const QColor ink = dark ? QColor(0xec, 0xec, 0xec) : QColor(0x3c, 0x3c, 0x3c);
-    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text}) {
-        palette.setColor(role, ink);
-    }
-    palette.setColor(QPalette::Mid, dark ? QColor(0x3a, 0x3c, 0x42) : QColor(0x8e, 0x93, 0xa0));
-    palette.setColor(QPalette::Highlight, dark ? QColor(0x9a, 0xa4, 0xb5) : QColor(0x6b, 0x76, 0x8a));
-    return palette;
-}
 } // namespace
 
-Window::Window(WindowController &controller, const Appearance &appearance)
+Window::Window(WindowController &controller)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint)
     , m_controller(controller)
-    , m_appearance(appearance)
     , m_widthBeforeZoom(initialWidth)
 {
     setAttribute(Qt::WA_TranslucentBackground);
@@ -72,8 +58,6 @@ Window::Window(WindowController &controller, const Appearance &appearance)
     create();
     windowHandle()->installEventFilter(this);
     connect(windowHandle(), &QWindow::screenChanged, this, &Window::invalidateShadow);
-    connect(&m_appearance, &Appearance::effectiveAppearanceChanged, this, &Window::applyAppearance);
-    applyAppearance();
     // Else the first control would have the keyboard, and Space would press it.
     setFocus();
 }
@@ -246,20 +230,10 @@ void Window::moveEvent(QMoveEvent *)
 
 void Window::paintEvent(QPaintEvent *)
 {
-    QPainter painter(this);
-    const QColor panel = palette().color(QPalette::Window);
-    QLinearGradient light(0, 0, 0, height());
-    light.setColorAt(0, panel.lighter(110));
-    light.setColorAt(1, panel.darker(108));
-    const QColor outline = panel.darker(135);
     if (!mask().isEmpty()) {
-        // The mask has hard edges: black would shine through a soft corner.
-        painter.fillRect(rect(), outline);
+        // The mask has hard edges: black would shine through the soft corners of what the window holds.
+        QPainter(this).fillRect(rect(), cutOutlineColor);
     }
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(light);
-    painter.setPen(outline);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
 }
 
 void Window::resizeEvent(QResizeEvent *)
@@ -308,11 +282,6 @@ void Window::updateCanBeSeen()
 void Window::applyLevel()
 {
     windowHandle()->setFlag(Qt::WindowStaysOnTopHint, m_level == WindowLevel::Floating);
-}
-
-void Window::applyAppearance()
-{
-    setPalette(panelPalette(isDark(m_appearance.effectiveAppearance())));
 }
 
 } // namespace tunedeck

@@ -8,7 +8,6 @@
 
 namespace tunedeck {
 
-class Appearance;
 class WindowController;
 
 enum class WindowLevel { Normal = 0, Floating = 3 };
@@ -24,8 +23,8 @@ public:
     static constexpr int minimumContentWidth = 350;
     static constexpr int maximumContentWidth = 550;
 
-    /// Both references must outlive the window.
-    Window(WindowController &controller, const Appearance &appearance);
+    /// `controller` must outlive the window.
+    explicit Window(WindowController &controller);
 
     [[nodiscard]] WindowController &windowController() const;
     [[nodiscard]] bool shiftButtonHeld() const;
@@ -71,10 +70,8 @@ private:
     void cutToOutline();
     void updateCanBeSeen();
     void applyLevel();
-    void applyAppearance();
 
     WindowController &m_controller;
-    const Appearance &m_appearance;
     QWidget *m_contentView = nullptr;
     bool m_shiftButtonHeld = false;
     bool m_optionButtonHeld = false;

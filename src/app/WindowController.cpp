@@ -12,10 +12,10 @@
 
 namespace tunedeck {
 
-WindowController::WindowController(UserDefaults &defaults, const Appearance &appearance, QObject *parent)
+WindowController::WindowController(UserDefaults &defaults, QObject *parent)
     : DrawerHost(parent)
     , m_defaults(defaults)
-    , m_window(*this, appearance)
+    , m_window(*this)
 {
     m_heightAnimation.setEasingCurve(QEasingCurve::OutCubic);
     connect(&m_heightAnimation, &QVariantAnimation::valueChanged, this,

@@ -10,7 +10,6 @@ class QAction;
 
 namespace tunedeck {
 
-class Appearance;
 class UserDefaults;
 
 /// Owns the player's window: keeps it above all others as the user's settings say, and gives it one of its two
@@ -24,8 +23,8 @@ public:
     static constexpr int collapsedHeight = 64;
     static constexpr int expandedHeight = 124;
 
-    /// Both references must outlive the controller. The window is not shown yet.
-    WindowController(UserDefaults &defaults, const Appearance &appearance, QObject *parent = nullptr);
+    /// `defaults` must outlive the controller. The window is not shown yet.
+    explicit WindowController(UserDefaults &defaults, QObject *parent = nullptr);
 
     [[nodiscard]] Window &window();
 

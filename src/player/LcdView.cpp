@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "LcdView.h"
 
-#include "GlyphButton.h"
-#include "PercentSlider.h"
+#include "ClassicAudioProgressSlider.h"
+#include "LCDTextColor.h"
 #include "PixelFont.h"
+#include "PlainButton.h"
 #include "ScrollingMarqueeView.h"
 
 #include <QEvent>
 #include <QLabel>
-#include <QLinearGradient>
-#include <QPainter>
 
 #include <algorithm>
 
@@ -24,33 +23,24 @@ constexpr int rowHeight = 12;
 constexpr int infoButtonWidth = 14;
 /// Room for "00:00", so that the slider does not jump at the tenth minute.
 constexpr int leastTimeWidth = 30;
-constexpr qreal cornerRadius = 4;
 
-QPalette lcdPalette(bool dark)
-{
-    const QColor glass = dark ? QColor(0x3b, 0x40, 0x36) : QColor(0xe9, 0xec, 0xd3);
-    const QColor text = dark ? QColor(0xd9, 0xdd, 0xc9) : QColor(0x35, 0x39, 0x2a);
-    QPalette palette(glass, glass);
-    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text}) {
-        palette.setColor(role, text);
-    }
-    palette.setColor(QPalette::Button, dark ? QColor(0x8a, 0x92, 0x7c) : glass);
-    palette.setColor(QPalette::Highlight, dark ? QColor(0x8d, 0x95, 0x78) : QColor(0x7f, 0x86, 0x69));
-    return palette;
-}
 } // namespace
 
-LcdView::LcdView(QWidget *parent)
-    : QWidget(parent)
+LcdView::LcdView(const SkinEnvironment &environment, QWidget *parent)
+    : LCDBackgroundView(environment, parent)
     , m_trackInfoLabel(new ScrollingMarqueeView(this))
     , m_primaryTimeLabel(new QLabel(this))
-    , m_trackProgressSlider(new PercentSlider(this))
+    , m_trackProgressSlider(new ClassicAudioProgressSlider(environment, this))
     , m_secondaryTimeLabel(new QLabel(this))
     , m_isLiveLabel(new QLabel(this))
-    , m_infoButton(new GlyphButton(GlyphButton::Glyph::None, GlyphButton::Face::None, this))
+    , m_infoButton(new PlainButton(environment, this))
 {
+    QPalette ink;
+    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text}) {
+        ink.setColor(role, lcdTextColor);
+    }
+    setPalette(ink);
     setUpTexts();
-    setDark(false);
 }
 
 ScrollingMarqueeView &LcdView::trackInfoLabel()
@@ -63,7 +53,7 @@ QLabel &LcdView::primaryTimeLabel()
     return *m_primaryTimeLabel;
 }
 
-PercentSlider &LcdView::trackProgressSlider()
+ClassicAudioProgressSlider &LcdView::trackProgressSlider()
 {
     return *m_trackProgressSlider;
 }
@@ -78,15 +68,9 @@ QLabel &LcdView::isLiveLabel()
     return *m_isLiveLabel;
 }
 
-GlyphButton &LcdView::infoButton()
+PlainButton &LcdView::infoButton()
 {
     return *m_infoButton;
-}
-
-void LcdView::setDark(bool dark)
-{
-    setPalette(lcdPalette(dark));
-    m_trackInfoLabel->setDark(dark);
 }
 
 void LcdView::setLongestTime(const QString &time)
@@ -105,20 +89,7 @@ bool LcdView::event(QEvent *event)
     if (event->type() == QEvent::LayoutRequest) {
         layOut();
     }
-    return QWidget::event(event);
-}
-
-void LcdView::paintEvent(QPaintEvent *)
-{
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QColor glass = palette().color(QPalette::Window);
-    QLinearGradient light(0, 0, 0, height());
-    light.setColorAt(0, glass.lighter(106));
-    light.setColorAt(1, glass.darker(104));
-    painter.setBrush(light);
-    painter.setPen(glass.darker(170));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
+    return LCDBackgroundView::event(event);
 }
 
 void LcdView::resizeEvent(QResizeEvent *)

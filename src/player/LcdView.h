@@ -1,38 +1,36 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QWidget>
+#include "LCDBackgroundView.h"
 
 class QLabel;
 
 namespace tunedeck {
 
-class GlyphButton;
-class PercentSlider;
+class ClassicAudioProgressSlider;
+class PlainButton;
 class ScrollingMarqueeView;
 
 /// The display: the track above, below it the elapsed time, the progress and the remaining or total time, or in their
-/// place the live marker. It lays them out and draws what is behind them.
-class LcdView : public QWidget {
+/// place the live marker. It makes them and lays them out.
+class LcdView : public LCDBackgroundView {
     Q_OBJECT
 
 public:
-    explicit LcdView(QWidget *parent = nullptr);
+    explicit LcdView(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
     [[nodiscard]] ScrollingMarqueeView &trackInfoLabel();
     [[nodiscard]] QLabel &primaryTimeLabel();
-    [[nodiscard]] PercentSlider &trackProgressSlider();
+    [[nodiscard]] ClassicAudioProgressSlider &trackProgressSlider();
     [[nodiscard]] QLabel &secondaryTimeLabel();
     [[nodiscard]] QLabel &isLiveLabel();
-    [[nodiscard]] GlyphButton &infoButton();
+    [[nodiscard]] PlainButton &infoButton();
 
-    void setDark(bool dark);
     /// Gives both times the room that `time` takes, so that nothing moves while they grow towards it.
     void setLongestTime(const QString &time);
 
 protected:
     bool event(QEvent *event) override;
-    void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
@@ -41,10 +39,10 @@ private:
 
     ScrollingMarqueeView *m_trackInfoLabel;
     QLabel *m_primaryTimeLabel;
-    PercentSlider *m_trackProgressSlider;
+    ClassicAudioProgressSlider *m_trackProgressSlider;
     QLabel *m_secondaryTimeLabel;
     QLabel *m_isLiveLabel;
-    GlyphButton *m_infoButton;
+    PlainButton *m_infoButton;
     int m_longestTimeWidth = 0;
 };
 

@@ -5,10 +5,16 @@
 
 namespace tunedeck {
 
-class GlyphButton;
 class LcdView;
+class PinstripeView;
+class PlainButton;
+class PlayerButton;
+class TunedeckPlayerButton;
 class VolumeSlider;
+class WindowBackground;
 class WindowButtonsView;
+class WindowControlButton;
+struct SkinEnvironment;
 
 /// The content of the main window: the player's controls in its upper 64 points and, below them, what of the drawer
 /// the window is high enough to show. It makes the controls, names them and lays them out; what they show and do is
@@ -17,18 +23,18 @@ class PlayerView : public QWidget {
     Q_OBJECT
 
 public:
-    explicit PlayerView(QWidget *parent = nullptr);
+    explicit PlayerView(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
     [[nodiscard]] WindowButtonsView &windowButtonsView();
-    [[nodiscard]] GlyphButton &closeButton();
-    [[nodiscard]] GlyphButton &minimizeButton();
-    [[nodiscard]] GlyphButton &maximizeButton();
-    [[nodiscard]] GlyphButton &backwardButton();
-    [[nodiscard]] GlyphButton &playPauseButton();
-    [[nodiscard]] GlyphButton &forwardButton();
-    [[nodiscard]] GlyphButton &volumeMinButton();
+    [[nodiscard]] WindowControlButton &closeButton();
+    [[nodiscard]] WindowControlButton &minimizeButton();
+    [[nodiscard]] WindowControlButton &maximizeButton();
+    [[nodiscard]] TunedeckPlayerButton &backwardButton();
+    [[nodiscard]] PlayerButton &playPauseButton();
+    [[nodiscard]] TunedeckPlayerButton &forwardButton();
+    [[nodiscard]] PlainButton &volumeMinButton();
     [[nodiscard]] VolumeSlider &volumeSlider();
-    [[nodiscard]] GlyphButton &volumeMaxButton();
+    [[nodiscard]] PlainButton &volumeMaxButton();
     [[nodiscard]] LcdView &lcd();
     [[nodiscard]] QWidget &drawerContainerView();
 
@@ -41,19 +47,21 @@ private:
     void setUpVolume();
     void setUpDrawer();
 
-    // In the order in which Tab goes through them.
-    GlyphButton *m_backwardButton;
-    GlyphButton *m_playPauseButton;
-    GlyphButton *m_forwardButton;
-    GlyphButton *m_volumeMinButton;
-    VolumeSlider *m_volumeSlider;
-    GlyphButton *m_volumeMaxButton;
-    LcdView *m_lcd;
+    // From the back to the front, and in the order in which Tab goes through them.
     QWidget *m_drawerContainerView;
+    WindowBackground *m_background;
+    PinstripeView *m_pinstripes;
+    TunedeckPlayerButton *m_backwardButton;
+    PlayerButton *m_playPauseButton;
+    TunedeckPlayerButton *m_forwardButton;
+    PlainButton *m_volumeMinButton;
+    VolumeSlider *m_volumeSlider;
+    PlainButton *m_volumeMaxButton;
+    LcdView *m_lcd;
     WindowButtonsView *m_windowButtonsView;
-    GlyphButton *m_closeButton;
-    GlyphButton *m_minimizeButton;
-    GlyphButton *m_maximizeButton;
+    WindowControlButton *m_closeButton;
+    WindowControlButton *m_minimizeButton;
+    WindowControlButton *m_maximizeButton;
 };
 
 } // namespace tunedeck

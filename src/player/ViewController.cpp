@@ -2,18 +2,21 @@
 #include "ViewController.h"
 
 #include "Appearance.h"
+#include "ClassicAudioProgressSlider.h"
 #include "DrawerHost.h"
-#include "GlyphButton.h"
 #include "LcdView.h"
 #include "MenuItemIdentifier.h"
 #include "MusicApplication.h"
-#include "PercentSlider.h"
+#include "PlainButton.h"
+#include "PlayerButton.h"
 #include "PlayerView.h"
 #include "ScrollingMarqueeView.h"
+#include "TunedeckPlayerButton.h"
 #include "UserDefaults.h"
 #include "VolumeSlider.h"
 #include "WindowActivation.h"
 #include "WindowButtonsView.h"
+#include "WindowControlButton.h"
 
 #include <QAction>
 #include <QEvent>
@@ -229,19 +232,26 @@ void ViewController::volMinMaxSet(const QWidget &sender)
 
 void ViewController::setUpWindowButtons()
 {
-    connect(&m_view.closeButton(), &GlyphButton::clicked, this, &ViewController::closeWindow);
+    m_view.closeButton().setControlStyle(WindowControlButtonStyle::Close);
+    m_view.minimizeButton().setControlStyle(WindowControlButtonStyle::Minimize);
+    m_view.maximizeButton().setControlStyle(WindowControlButtonStyle::Maximize);
+    connect(&m_view.closeButton(), &QAbstractButton::clicked, this, &ViewController::closeWindow);
+    connect(&m_view.windowButtonsView(), &WindowButtonsView::mouseHoveringChanged, this, [this](bool isHovering) {
+        m_view.closeButton().setMouseHovering(isHovering);
+        m_view.maximizeButton().setMouseHovering(isHovering);
+        m_view.minimizeButton().setMouseHovering(isHovering);
+    });
 }
 
 void ViewController::setUpTransport()
 {
-    connect(&m_view.lcd().infoButton(), &GlyphButton::clicked, this, &ViewController::toggleDrawer);
-    connect(&m_view.backwardButton(), &GlyphButton::clicked, this, &ViewController::prevPressed);
-    connect(&m_view.playPauseButton(), &GlyphButton::clicked, this, &ViewController::playPausePressed);
-    connect(&m_view.forwardButton(), &GlyphButton::clicked, this, &ViewController::nextPressed);
-    for (GlyphButton *button : {&m_view.backwardButton(), &m_view.playPauseButton(), &m_view.forwardButton()}) {
-        button->setDrawsFocusRing(false);
-    }
+    connect(&m_view.lcd().infoButton(), &QAbstractButton::clicked, this, &ViewController::toggleDrawer);
+    connect(&m_view.backwardButton(), &QAbstractButton::clicked, this, &ViewController::prevPressed);
+    connect(&m_view.playPauseButton(), &QAbstractButton::clicked, this, &ViewController::playPausePressed);
+    connect(&m_view.forwardButton(), &QAbstractButton::clicked, this, &ViewController::nextPressed);
     updatePlayPauseGlyph(m_musicConnector.currentState());
+    m_view.backwardButton().setControlGlyph(PlayerButtonTypes::Backward);
+    m_view.forwardButton().setControlGlyph(PlayerButtonTypes::Forward);
     seekWhileHeld(m_view.backwardButton(), &MusicApplication::rewind);
     seekWhileHeld(m_view.forwardButton(), &MusicApplication::fastForward);
 }
@@ -258,8 +268,7 @@ void ViewController::seekWhileHeld(HoldableButton &button, bool (MusicApplicatio
 
 void ViewController::setUpProgressSlider()
 {
-    PercentSlider &progress = m_view.lcd().trackProgressSlider();
-    progress.setDrawsFocusRing(false);
+    const PercentSlider &progress = m_view.lcd().trackProgressSlider();
     connect(&progress, &PercentSlider::adjusted, this, &ViewController::trackingDidChange);
     m_dragLetGoTimer.setObjectName(QStringLiteral("dragLetGoTimer"));
     m_dragLetGoTimer.setSingleShot(true);
@@ -299,8 +308,8 @@ void ViewController::bindVolume()
     connect(&m_musicConnector, &MusicConnector::soundVolumeChanged, &slider, &VolumeSlider::setDoubleValue);
     slider.setDoubleValue(m_musicConnector.soundVolume());
     connect(&slider, &VolumeSlider::adjusted, this, &ViewController::volumeSliderAdjusted);
-    for (const GlyphButton *speaker : {&m_view.volumeMinButton(), &m_view.volumeMaxButton()}) {
-        connect(speaker, &GlyphButton::clicked, this, [this, speaker] { volMinMaxSet(*speaker); });
+    for (const PlainButton *speaker : {&m_view.volumeMinButton(), &m_view.volumeMaxButton()}) {
+        connect(speaker, &QAbstractButton::clicked, this, [this, speaker] { volMinMaxSet(*speaker); });
     }
     slider.setScrollEventsDelegate(this);
     m_volumeSliderTooltip = slider.toolTip();
@@ -326,9 +335,9 @@ void ViewController::bindTimeLabels()
 
 void ViewController::observeAppearance()
 {
-    m_view.lcd().setDark(isDark(m_appearance.effectiveAppearance()));
+    m_view.lcd().trackInfoLabel().setDark(isDark(m_appearance.effectiveAppearance()));
     connect(&m_appearance, &Appearance::effectiveAppearanceChanged, this, [this](AppearanceName name) {
-        m_view.lcd().setDark(isDark(name));
+        m_view.lcd().trackInfoLabel().setDark(isDark(name));
         updateDockTile(m_musicConnector.currentState());
     });
     connect(&m_defaults, &UserDefaults::appearanceUpdatesDockIconChanged, this,
@@ -449,13 +458,13 @@ void ViewController::updateSecondaryTimeLabel()
 
 void ViewController::updatePlayPauseGlyph(FourCharCode state)
 {
-    GlyphButton &button = m_view.playPauseButton();
+    PlayerButton &button = m_view.playPauseButton();
     if (PlayerState::isIdle(state)) {
-        button.setControlGlyph(GlyphButton::Glyph::Play);
+        button.setControlGlyph(PlayerButtonTypes::Play);
     } else if (m_musicConnector.feedType() == FeedType::liveStream) {
-        button.setControlGlyph(GlyphButton::Glyph::Stop);
+        button.setControlGlyph(PlayerButtonTypes::Stop);
     } else {
-        button.setControlGlyph(GlyphButton::Glyph::Pause);
+        button.setControlGlyph(PlayerButtonTypes::Pause);
     }
 }
 

@@ -5,8 +5,6 @@
 #include <QAccessibleWidget>
 #include <QMouseEvent>
 #include <QSignalBlocker>
-#include <QStyle>
-#include <QStyleOptionSlider>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -18,6 +16,7 @@ namespace {
 /// Finer than a hundredth of a second in a recording of a day, so that a step of some seconds is one.
 constexpr int ticksPerPercent = 100'000;
 constexpr int ticks = 100 * ticksPerPercent;
+constexpr double barHeight = 4;
 
 int ticksOf(double percent)
 {
@@ -65,13 +64,16 @@ QAccessibleInterface *accessiblePercentSlider(const QString &, QObject *object)
 }
 } // namespace
 
-PercentSlider::PercentSlider(QWidget *parent)
+PercentSlider::PercentSlider(QSizeF knobSize, QWidget *parent)
     : QSlider(Qt::Horizontal, parent)
+    , m_knobSize(knobSize)
 {
     // The toolkit keeps one of each.
     QAccessible::installFactory(accessiblePercentSlider);
     setRange(0, ticks);
     setFocusPolicy(Qt::TabFocus);
+    // The keys go the way that the knob does, also where text runs to the left.
+    setLayoutDirection(Qt::LeftToRight);
     connect(this, &QSlider::valueChanged, this, [this] { Q_EMIT adjusted(doubleValue()); });
 }
 
@@ -92,24 +94,47 @@ void PercentSlider::setStep(double percent)
     setPageStep(ticksOf(3 * percent));
 }
 
-void PercentSlider::setDrawsFocusRing(bool drawsFocusRing)
+QRectF PercentSlider::barRect() const
 {
-    if (m_drawsFocusRing == drawsFocusRing) {
-        return;
-    }
-    m_drawsFocusRing = drawsFocusRing;
-    update();
+    return {0, (height() - barHeight) / 2, static_cast<double>(width()), barHeight};
+}
+
+QRectF PercentSlider::knobRect() const
+{
+    const double travel = std::max(width() - m_knobSize.width(), 0.0);
+    return {QPointF(doubleValue() / 100 * travel, (height() - m_knobSize.height()) / 2), m_knobSize};
 }
 
 void PercentSlider::mousePressEvent(QMouseEvent *event)
 {
-    // With the knob under the pointer, the style goes on with its usual drag.
-    if (event->button() == Qt::LeftButton && !isOnKnob(event->position().toPoint())) {
-        const int knobWidth = style()->pixelMetric(QStyle::PM_SliderLength, nullptr, this);
-        const int x = static_cast<int>(event->position().x()) - knobWidth / 2;
-        setValue(QStyle::sliderValueFromPosition(minimum(), maximum(), x, width() - knobWidth));
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
     }
-    QSlider::mousePressEvent(event);
+    const QPointF position = event->position();
+    setSliderDown(true);
+    if (!knobRect().contains(position)) {
+        moveKnobTo(position.x() - m_knobSize.width() / 2);
+    }
+    m_grip = position.x() - knobRect().left();
+}
+
+void PercentSlider::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!isSliderDown()) {
+        event->ignore();
+        return;
+    }
+    moveKnobTo(event->position().x() - m_grip);
+}
+
+void PercentSlider::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton || !isSliderDown()) {
+        event->ignore();
+        return;
+    }
+    setSliderDown(false);
 }
 
 void PercentSlider::wheelEvent(QWheelEvent *event)
@@ -117,19 +142,12 @@ void PercentSlider::wheelEvent(QWheelEvent *event)
     event->ignore();
 }
 
-void PercentSlider::initStyleOption(QStyleOptionSlider *option) const
+void PercentSlider::moveKnobTo(double left)
 {
-    QSlider::initStyleOption(option);
-    if (!m_drawsFocusRing) {
-        option->state.setFlag(QStyle::State_HasFocus, false);
+    const double travel = width() - m_knobSize.width();
+    if (travel > 0) {
+        setValue(ticksOf(left / travel * 100));
     }
-}
-
-bool PercentSlider::isOnKnob(QPoint position) const
-{
-    QStyleOptionSlider option;
-    initStyleOption(&option);
-    return style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this).contains(position);
 }
 
 } // namespace tunedeck

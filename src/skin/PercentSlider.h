@@ -1,37 +1,48 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QRectF>
+#include <QSizeF>
 #include <QSlider>
 
 namespace tunedeck {
 
-/// A horizontal slider from 0 to 100, fractions included. A press beside the knob brings the knob there.
+/// A horizontal slider from 0 to 100, fractions included. A press beside the knob brings the knob there. What it looks
+/// like is told by those derived from it.
 class PercentSlider : public QSlider {
     Q_OBJECT
 
 public:
-    explicit PercentSlider(QWidget *parent = nullptr);
+    /// `knobSize` is in points.
+    explicit PercentSlider(QSizeF knobSize, QWidget *parent = nullptr);
 
     [[nodiscard]] double doubleValue() const;
     /// Moves the knob without telling `adjusted`. What lies outside becomes the nearer end; what is not finite, 0.
     void setDoubleValue(double percent);
     /// What an arrow key changes the value by; a page key changes it by thrice as much.
     void setStep(double percent);
-    void setDrawsFocusRing(bool drawsFocusRing);
 
 Q_SIGNALS:
     /// The user moved the knob.
     void adjusted(double percent);
 
 protected:
+    /// From edge to edge and 4 points high, halfway down the slider. In points.
+    [[nodiscard]] QRectF barRect() const;
+    /// Halfway down the slider, too. From 0 to 100 it travels from edge to edge.
+    [[nodiscard]] QRectF knobRect() const;
+
     void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
-    void initStyleOption(QStyleOptionSlider *option) const override;
 
 private:
-    [[nodiscard]] bool isOnKnob(QPoint position) const;
+    void moveKnobTo(double left);
 
-    bool m_drawsFocusRing = true;
+    QSizeF m_knobSize;
+    /// How far right of the knob's left edge the pointer holds it.
+    double m_grip = 0;
 };
 
 } // namespace tunedeck

@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "VolumeSlider.h"
 
+#include "FocusRing.h"
+#include "Shapes.h"
+#include "skinLooks.h"
+#include "turnUpwards.h"
+
+#include <QPainter>
 #include <QWheelEvent>
 
 #include <cstdlib>
@@ -50,10 +56,13 @@ void turn(int &turned, int delta)
 }
 } // namespace
 
-VolumeSlider::VolumeSlider(QWidget *parent)
-    : PercentSlider(parent)
+VolumeSlider::VolumeSlider(const SkinEnvironment &environment, QWidget *parent)
+    : PercentSlider(VolumeSliderCell::knobSize, parent)
+    , m_environment(environment)
 {
     setStep(step);
+    repaintOnNewLooks(*this, environment);
+    new FocusRing(*this, environment);
 }
 
 void VolumeSlider::setScrollEventsDelegate(VolumeSliderScrollEventDelegate *delegate)
@@ -71,6 +80,13 @@ quint64 VolumeSlider::lastTimestamp() const
     return m_lastTimestamp;
 }
 
+void VolumeSlider::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    paintBar(painter);
+    paintKnob(painter);
+}
+
 void VolumeSlider::wheelEvent(QWheelEvent *event)
 {
     event->accept();
@@ -84,6 +100,27 @@ void VolumeSlider::wheelEvent(QWheelEvent *event)
     }
     m_scrollEventsDelegate->adjustVolume(volumeStep);
     m_scrollEventsDelegate->volumeSliderDidScroll();
+}
+
+void VolumeSlider::paintBar(QPainter &painter)
+{
+    const bool dark = isDark(m_environment);
+    m_bars.draw(painter, rect(), dark, [this, dark](QPainter &face) {
+        turnUpwards(face, height());
+        m_cell.drawBarInside(face, barRect(), dark);
+    });
+}
+
+void VolumeSlider::paintKnob(QPainter &painter)
+{
+    constexpr double shadowReach = 4;
+    const QRectF knob(QPointF(shadowReach, shadowReach), VolumeSliderCell::knobSize);
+    const QRect frame = inset(knob, -shadowReach, -shadowReach).toRect();
+    painter.translate(knobRect().topLeft() - knob.topLeft());
+    m_knobs.draw(painter, frame, {}, [this, frame, knob](QPainter &face) {
+        turnUpwards(face, frame.height());
+        m_cell.drawKnob(face, knob);
+    });
 }
 
 double VolumeSlider::wheelStep(const QWheelEvent &event)

@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "FaceCache.h"
 #include "PercentSlider.h"
+#include "SkinEnvironment.h"
+#include "VolumeSliderCell.h"
 
 #include <QPoint>
+
+#include <variant>
 
 namespace tunedeck {
 
@@ -26,7 +31,7 @@ public:
     /// Percent of a wheel's notch, and of an arrow key.
     static constexpr double step = 4;
 
-    explicit VolumeSlider(QWidget *parent = nullptr);
+    explicit VolumeSlider(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
     /// `delegate` must outlive the slider or be taken back with null. Without one, scrolling does nothing.
     void setScrollEventsDelegate(VolumeSliderScrollEventDelegate *delegate);
@@ -36,11 +41,19 @@ public:
     [[nodiscard]] quint64 lastTimestamp() const;
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:
+    void paintBar(QPainter &painter);
+    void paintKnob(QPainter &painter);
     [[nodiscard]] double wheelStep(const QWheelEvent &event);
 
+    SkinEnvironment m_environment;
+    VolumeSliderCell m_cell;
+    /// Of the groove, by whether it is dark.
+    FaceCache<bool> m_bars;
+    FaceCache<std::monostate> m_knobs;
     VolumeSliderScrollEventDelegate *m_scrollEventsDelegate = nullptr;
     quint64 m_lastTimestamp = 0;
     /// What a high-resolution wheel has turned since the last whole notch, in eighths of a degree.

@@ -226,7 +226,7 @@ private Q_SLOTS:
         Program program;
         program.delegate->toggleKeepMainWindowAboveOtherWindows();
         QVERIFY(!program.defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows));
-        WindowController controller(program.defaults, program.appearance);
+        WindowController controller(program.defaults);
         program.delegate->toggleKeepMainWindowAboveOtherWindows();
         QVERIFY(program.defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows));
         QCOMPARE(controller.window().level(), WindowLevel::Floating);
@@ -320,7 +320,7 @@ private Q_SLOTS:
     void theDockMenusCheckMarkIsTheSetting()
     {
         Program program;
-        WindowController controller(program.defaults, program.appearance);
+        WindowController controller(program.defaults);
         const auto menu = program.delegate->applicationDockMenu();
         QVERIFY(!itemOf(*menu, MenuItemIdentifier::keepAboveAllWindows)->isChecked());
         itemOf(*menu, MenuItemIdentifier::keepAboveAllWindows)->trigger();
@@ -346,7 +346,7 @@ private Q_SLOTS:
     void reopeningBringsTheOnlyMainWindowToTheFront()
     {
         Program program;
-        WindowController controller(program.defaults, program.appearance);
+        WindowController controller(program.defaults);
         QVERIFY(program.delegate->applicationShouldHandleReopen(false));
         QVERIFY(isOnScreen(controller.window()));
         controller.window().showMinimized();
@@ -366,7 +366,7 @@ private Q_SLOTS:
     void reopeningWithBothWindowsHiddenBringsTheMainWindowBack()
     {
         Program program;
-        WindowController controller(program.defaults, program.appearance);
+        WindowController controller(program.defaults);
         PlaylistWindow drawer;
         QVERIFY(program.delegate->applicationShouldHandleReopen(false));
         QVERIFY(isOnScreen(controller.window()));
@@ -376,7 +376,7 @@ private Q_SLOTS:
     void reopeningWithTheDrawerWindowVisibleBringsItToTheFront()
     {
         Program program;
-        WindowController controller(program.defaults, program.appearance);
+        WindowController controller(program.defaults);
         PlaylistWindow drawer;
         drawer.show();
         QWidget other;
@@ -391,7 +391,7 @@ private Q_SLOTS:
     void reopeningWithTheMainWindowVisibleDoesNothing()
     {
         Program program;
-        WindowController controller(program.defaults, program.appearance);
+        WindowController controller(program.defaults);
         PlaylistWindow drawer;
         controller.window().show();
         QVERIFY(!program.delegate->applicationShouldHandleReopen(true));

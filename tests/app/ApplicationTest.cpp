@@ -2,14 +2,17 @@
 #include "Application.h"
 
 #include "Desktop.h"
-#include "GlyphButton.h"
 #include "LcdView.h"
 #include "MainMenu.h"
 #include "MenuItemIdentifier.h"
+#include "PlainButton.h"
+#include "PlayerButton.h"
 #include "PlayerView.h"
 #include "ScrollingMarqueeView.h"
 #include "TimedStyle.h"
+#include "TunedeckPlayerButton.h"
 #include "ViewController.h"
+#include "WindowControlButton.h"
 #include "WindowController.h"
 
 #include <QApplication>

@@ -47,7 +47,7 @@ private Q_SLOTS:
     void itStartsCollapsedAndOnTheNormalLevel()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         QVERIFY(!controller.isExpanded());
         QVERIFY(!controller.keepAboveAllWindows());
         QCOMPARE(controller.window().level(), WindowLevel::Normal);
@@ -60,7 +60,7 @@ private Q_SLOTS:
     {
         Desktop desktop;
         desktop.defaults.setBool(SettingsKey::keepMainWindowAboveAllOtherWindows, true);
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         QVERIFY(controller.keepAboveAllWindows());
         QCOMPARE(controller.window().level(), WindowLevel::Floating);
     }
@@ -68,7 +68,7 @@ private Q_SLOTS:
     void togglingTwiceGivesTheFormerKeyAndLevel()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         controller.toggleKeepMainWindowAboveAllOtherWindows();
         QVERIFY(desktop.defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows));
         QCOMPARE(controller.window().level(), WindowLevel::Floating);
@@ -80,7 +80,7 @@ private Q_SLOTS:
     void itValidatesOnlyTheKeepAboveItem()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         QAction item;
         item.setCheckable(true);
         QVERIFY(!controller.validateMenuItem(item));
@@ -97,7 +97,7 @@ private Q_SLOTS:
     void expandingGrowsDownwardsBySixtyAndCollapsingRestoresTheFrame()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         window.setGeometry(100, 80, 420, 64);
         window.show();
@@ -114,7 +114,7 @@ private Q_SLOTS:
     void theWidthStaysWithinItsLimitsAndTheHeightIsFixed()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         for (const auto &[expanded, height] : {std::pair(false, 64), std::pair(true, 124)}) {
             controller.setExpanded(expanded);
             controller.window().resize(1000, 500);
@@ -127,7 +127,7 @@ private Q_SLOTS:
     void theSameValueChangesNoFrameButAppliesTheLimitsAgain()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         window.show();
         controller.setExpanded(true);
@@ -147,7 +147,7 @@ private Q_SLOTS:
     {
         Desktop desktop;
         m_style->animationDuration = 60;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         controller.window().show();
         QList<int> heightsWhenTold;
         connect(&controller, &DrawerHost::isExpandedChanged, this,
@@ -164,7 +164,7 @@ private Q_SLOTS:
     {
         Desktop desktop;
         m_style->animationDuration = 100;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         window.setGeometry(100, 80, 420, 64);
         window.show();
@@ -184,7 +184,7 @@ private Q_SLOTS:
     {
         Desktop desktop;
         m_style->animationDuration = 200;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         window.show();
         QSignalSpy told(&controller, &DrawerHost::isExpandedChanged);

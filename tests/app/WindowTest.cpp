@@ -55,7 +55,7 @@ private Q_SLOTS:
     void itHasNoFrameAndCanBeKeyAndMain()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         QVERIFY(window.windowFlags().testFlag(Qt::FramelessWindowHint));
         window.show();
@@ -67,7 +67,7 @@ private Q_SLOTS:
     void noControlHasTheKeyboardAtFirst()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         window.setContentView(new QPushButton);
         window.show();
@@ -79,7 +79,7 @@ private Q_SLOTS:
     void anotherScreenAndComingBackRefreshTheShadow()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         PaintCounter paints;
         QVERIFY(paints.startWith(window));
@@ -95,7 +95,7 @@ private Q_SLOTS:
     void itTellsWhetherItCanBeSeen()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         QSignalSpy seen(&window, &Window::canBeSeenChanged);
         window.show();
@@ -113,7 +113,7 @@ private Q_SLOTS:
     void movingPaintsNothing()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         PaintCounter paints;
         QVERIFY(paints.startWith(window));
@@ -127,7 +127,7 @@ private Q_SLOTS:
     void escapeIsForTheMenuThatIsOpenAndAsksOnceWhileHeld()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -149,7 +149,7 @@ private Q_SLOTS:
     void shiftAndOptionAreHeldWhileTheyAreDown()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         window.show();
         QSignalSpy shift(&window, &Window::shiftButtonHeldChanged);
@@ -169,7 +169,7 @@ private Q_SLOTS:
     void theFlagsAreHeardWhateverChildHasTheKeyboard()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         auto *field = new QLineEdit;
         window.setContentView(field);
@@ -184,7 +184,7 @@ private Q_SLOTS:
     void theFlagsAreClearedWhenAnotherWindowGetsTheKeyboard()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         window.show();
         window.activateWindow();
@@ -201,7 +201,7 @@ private Q_SLOTS:
     void escapeAndControlPeriodPutTheDrawerAway()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         auto *field = new QLineEdit;
         window.setContentView(field);
@@ -219,7 +219,7 @@ private Q_SLOTS:
     void escapeChangesNothingInACollapsedWindow()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         controller.window().show();
         const QRect frame = controller.window().geometry();
         QTest::keyClick(controller.window().windowHandle(), Qt::Key_Escape);
@@ -231,7 +231,7 @@ private Q_SLOTS:
     void theLevelIsTheNativeWindowsAndDoesNotHideIt()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         const auto isOnTop = [&window] { return window.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint); };
         window.show();
@@ -250,7 +250,7 @@ private Q_SLOTS:
     void zoomGoesToTheGreatestWidthAndBack()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         window.resize(401, 64);
         window.zoom();
@@ -259,38 +259,10 @@ private Q_SLOTS:
         QCOMPARE(window.size(), QSize(401, 64));
     }
 
-    void itsCornersAreRoundAndItsInsideIsNot()
-    {
-        Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
-        Window &window = controller.window();
-        QImage image(window.size(), QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        window.render(&image, {}, {}, QWidget::DrawWindowBackground);
-        for (const QPoint corner : {QPoint(0, 0), QPoint(449, 0), QPoint(0, 63), QPoint(449, 63)}) {
-            QVERIFY(image.pixelColor(corner).alpha() < 128);
-        }
-        QCOMPARE(image.pixelColor(225, 2).alpha(), 255);
-        QCOMPARE(image.pixelColor(2, 32).alpha(), 255);
-    }
-
-    void itsPanelFollowsTheAppearance()
-    {
-        Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
-        const auto lightness = [&controller] {
-            return controller.window().palette().color(QPalette::Window).lightness();
-        };
-        desktop.appearance.setApplicationAppearance(AppearanceName::Aqua);
-        QVERIFY(lightness() > 128);
-        desktop.appearance.setApplicationAppearance(AppearanceName::DarkAqua);
-        QVERIFY(lightness() < 128);
-    }
-
     void onlyItsSidesShowTheResizeCursor()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         window.show();
         const auto cursorAt = [&window](QPoint position) {
@@ -307,7 +279,7 @@ private Q_SLOTS:
     void aDoubleClickOnTheBackgroundDoesNothing()
     {
         Desktop desktop;
-        WindowController controller(desktop.defaults, desktop.appearance);
+        WindowController controller(desktop.defaults);
         Window &window = controller.window();
         window.show();
         const QRect frame = window.geometry();

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "LcdView.h"
 
-#include "GlyphButton.h"
-#include "PercentSlider.h"
+#include "ClassicAudioProgressSlider.h"
+#include "LCDTextColor.h"
+#include "PlainButton.h"
 #include "ScrollingMarqueeView.h"
+#include "SkinDesk.h"
 
 #include <QLabel>
 #include <QRegularExpression>
@@ -19,7 +21,8 @@ private Q_SLOTS:
 
     void nothingOverlapsAtAnyWidth()
     {
-        LcdView lcd;
+        const SkinDesk desk;
+        LcdView lcd(desk.environment);
         lcd.primaryTimeLabel().setText(QStringLiteral("10:00:00"));
         lcd.secondaryTimeLabel().setText(QStringLiteral("-10:00:00"));
         lcd.show();
@@ -41,7 +44,8 @@ private Q_SLOTS:
 
     void theSliderGivesWayToAWiderTime()
     {
-        LcdView lcd;
+        const SkinDesk desk;
+        LcdView lcd(desk.environment);
         lcd.resize(212, 52);
         lcd.show();
         lcd.primaryTimeLabel().setText(QStringLiteral("9:59"));
@@ -54,16 +58,28 @@ private Q_SLOTS:
         QTRY_VERIFY(lcd.trackProgressSlider().x() > left);
     }
 
-    void itsTextIsDarkOnLightOrLightOnDark()
+    void itsTextsAreOfTheSameInk()
     {
-        const auto isLightOnDark = [](const LcdView &lcd) {
-            return lcd.palette().color(QPalette::WindowText).lightness()
-                > lcd.palette().color(QPalette::Window).lightness();
-        };
-        LcdView lcd;
-        QVERIFY(!isLightOnDark(lcd));
-        lcd.setDark(true);
-        QVERIFY(isLightOnDark(lcd));
+        const SkinDesk desk;
+        LcdView lcd(desk.environment);
+        for (const QWidget *text :
+            std::initializer_list<QWidget *>{&lcd.primaryTimeLabel(), &lcd.secondaryTimeLabel(), &lcd.isLiveLabel()}) {
+            QCOMPARE(text->palette().color(QPalette::WindowText), lcdTextColor);
+        }
+        QCOMPARE(lcd.infoButton().palette().color(QPalette::ButtonText), lcdTextColor);
+    }
+
+    void theLongestTimeKeepsItsRoom()
+    {
+        const SkinDesk desk;
+        LcdView lcd(desk.environment);
+        lcd.resize(312, 52);
+        lcd.setLongestTime(QStringLiteral("-1:10:00"));
+        const QRect slider = lcd.trackProgressSlider().geometry();
+        lcd.primaryTimeLabel().setText(QStringLiteral("1:09:59"));
+        lcd.secondaryTimeLabel().setText(QStringLiteral("-1:09:59"));
+        QCoreApplication::sendPostedEvents(&lcd, QEvent::LayoutRequest);
+        QCOMPARE(lcd.trackProgressSlider().geometry(), slider);
     }
 };
 

@@ -2,18 +2,22 @@
 #include "ViewController.h"
 
 #include "Appearance.h"
+#include "ClassicAudioProgressSlider.h"
 #include "DrawerHost.h"
-#include "GlyphButton.h"
 #include "LcdView.h"
 #include "MenuItemIdentifier.h"
-#include "PercentSlider.h"
+#include "PlainButton.h"
+#include "PlayerButton.h"
 #include "PlayerView.h"
 #include "ScriptedMusicApplication.h"
 #include "ScrollingMarqueeView.h"
+#include "SkinEnvironment.h"
+#include "TunedeckPlayerButton.h"
 #include "UserDefaults.h"
 #include "VolumeSlider.h"
 #include "WindowActivation.h"
 #include "WindowButtonsView.h"
+#include "WindowControlButton.h"
 #include "elapse.h"
 
 #include <QAccessible>
@@ -130,7 +134,7 @@ struct Player {
     ScriptedMusicApplication music;
     ScriptedDrawerHost drawerHost;
     std::optional<MusicConnector> connector;
-    PlayerView view;
+    PlayerView view{SkinEnvironment{defaults, appearance, windowActivation}};
     std::optional<ViewController> controller;
 };
 } // namespace
@@ -211,7 +215,7 @@ private Q_SLOTS:
         player.music.quit();
         QCOMPARE(player.displayed(), {QStringLiteral("Music is not open")});
         QVERIFY(!player.view.lcd().primaryTimeLabel().isHidden());
-        QCOMPARE(player.view.playPauseButton().controlGlyph(), GlyphButton::Glyph::Play);
+        QCOMPARE(player.view.playPauseButton().controlGlyph(), PlayerButtonTypes::Play);
     }
 
     void aFrozenMusicKeepsTheTrackAndIsTold()
@@ -310,17 +314,17 @@ private Q_SLOTS:
     {
         QTest::addColumn<bool>("isLive");
         QTest::addColumn<FourCharCode>("state");
-        QTest::addColumn<GlyphButton::Glyph>("glyph");
+        QTest::addColumn<PlayerButtonTypes>("glyph");
         QTest::addColumn<QString>("title");
-        QTest::newRow("stopped") << false << PlayerState::stopped << GlyphButton::Glyph::Play << QStringLiteral("Play");
-        QTest::newRow("paused") << false << PlayerState::paused << GlyphButton::Glyph::Play << QStringLiteral("Play");
-        QTest::newRow("playing") << false << PlayerState::playing << GlyphButton::Glyph::Pause
+        QTest::newRow("stopped") << false << PlayerState::stopped << PlayerButtonTypes::Play << QStringLiteral("Play");
+        QTest::newRow("paused") << false << PlayerState::paused << PlayerButtonTypes::Play << QStringLiteral("Play");
+        QTest::newRow("playing") << false << PlayerState::playing << PlayerButtonTypes::Pause
                                  << QStringLiteral("Pause");
-        QTest::newRow("seeking") << false << PlayerState::rewinding << GlyphButton::Glyph::Pause
+        QTest::newRow("seeking") << false << PlayerState::rewinding << PlayerButtonTypes::Pause
                                  << QStringLiteral("Pause");
-        QTest::newRow("live, paused") << true << PlayerState::paused << GlyphButton::Glyph::Play
+        QTest::newRow("live, paused") << true << PlayerState::paused << PlayerButtonTypes::Play
                                       << QStringLiteral("Play");
-        QTest::newRow("live, playing") << true << PlayerState::playing << GlyphButton::Glyph::Stop
+        QTest::newRow("live, playing") << true << PlayerState::playing << PlayerButtonTypes::Stop
                                        << QStringLiteral("Stop");
     }
 
@@ -649,7 +653,7 @@ private Q_SLOTS:
         player.music.clearRecords();
         QSignalSpy next(&*player.controller, &ViewController::nextPressed);
         QSignalSpy prev(&*player.controller, &ViewController::prevPressed);
-        GlyphButton &button = forward ? player.view.forwardButton() : player.view.backwardButton();
+        TunedeckPlayerButton &button = forward ? player.view.forwardButton() : player.view.backwardButton();
         QVERIFY(button.isHoldButton());
         QTest::mousePress(&button, Qt::LeftButton);
         QVERIFY(player.music.commands().isEmpty());
@@ -673,17 +677,11 @@ private Q_SLOTS:
         QCOMPARE(player.music.commands(), (QStringList{QStringLiteral("resume"), QStringLiteral("resume")}));
     }
 
-    void playAndPauseIsNotHeld()
-    {
-        Player player;
-        QVERIFY(!player.view.playPauseButton().isHoldButton());
-    }
-
     void aLiveStreamEndsTheSeekOfAHeldButton()
     {
         Player player;
         player.play(localTrackInfo());
-        GlyphButton &button = player.view.forwardButton();
+        TunedeckPlayerButton &button = player.view.forwardButton();
         QTest::mousePress(&button, Qt::LeftButton);
         QVERIFY(elapse(*button.findChild<QTimer *>()));
         player.play(liveStreamInfo());
@@ -694,7 +692,7 @@ private Q_SLOTS:
     void nothingIsSoughtWhereMusicDoesNotRun()
     {
         Player player(false);
-        GlyphButton &button = player.view.forwardButton();
+        TunedeckPlayerButton &button = player.view.forwardButton();
         QTest::mousePress(&button, Qt::LeftButton);
         QVERIFY(elapse(*button.findChild<QTimer *>()));
         QTest::mouseRelease(&button, Qt::LeftButton);
@@ -795,13 +793,24 @@ private Q_SLOTS:
         QCOMPARE(player.displayed(), {QStringLiteral("No Song")});
     }
 
-    void theDisplayFollowsTheAppearance()
+    void thePointerOverTheWindowsButtonsShowsTheirSymbols()
     {
         Player player;
-        player.appearance.setApplicationAppearance(AppearanceName::Aqua);
-        const QColor light = player.view.lcd().palette().color(QPalette::Window);
-        player.appearance.setApplicationAppearance(AppearanceName::DarkAqua);
-        QVERIFY(player.view.lcd().palette().color(QPalette::Window).lightness() < light.lightness());
+        const QList<WindowControlButton *> buttons{
+            &player.view.closeButton(), &player.view.minimizeButton(), &player.view.maximizeButton()};
+        QEnterEvent enter({1, 1}, {1, 1}, {1, 1});
+        QCoreApplication::sendEvent(&player.view.windowButtonsView(), &enter);
+        for (const WindowControlButton *button : buttons) {
+            QVERIFY(button->mouseHovering());
+        }
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(&player.view.windowButtonsView(), &leave);
+        for (const WindowControlButton *button : buttons) {
+            QVERIFY(!button->mouseHovering());
+        }
+        QCOMPARE(buttons[0]->controlStyle(), WindowControlButtonStyle::Close);
+        QCOMPARE(buttons[1]->controlStyle(), WindowControlButtonStyle::Minimize);
+        QCOMPARE(buttons[2]->controlStyle(), WindowControlButtonStyle::Maximize);
     }
 
     void theScreenReaderHearsWhatTheDisplayShows()
@@ -821,10 +830,10 @@ private Q_SLOTS:
     {
         Player player;
         player.play(localTrackInfo());
-        for (GlyphButton *button :
-            {&player.view.backwardButton(), &player.view.playPauseButton(), &player.view.forwardButton(),
-                &player.view.volumeMinButton(), &player.view.volumeMaxButton(), &player.view.lcd().infoButton(),
-                &player.view.closeButton(), &player.view.minimizeButton(), &player.view.maximizeButton()}) {
+        for (QAbstractButton *button : std::initializer_list<QAbstractButton *>{&player.view.backwardButton(),
+                 &player.view.playPauseButton(), &player.view.forwardButton(), &player.view.volumeMinButton(),
+                 &player.view.volumeMaxButton(), &player.view.lcd().infoButton(), &player.view.closeButton(),
+                 &player.view.minimizeButton(), &player.view.maximizeButton()}) {
             QCOMPARE(accessible(*button).role(), QAccessible::Button);
         }
         QAccessibleInterface &progress = accessible(player.view.lcd().trackProgressSlider());

@@ -10,6 +10,10 @@
 
 using namespace tunedeck;
 
+namespace {
+constexpr QSizeF knobSize(16, 16);
+} // namespace
+
 class PercentSliderTest : public QObject {
     Q_OBJECT
 
@@ -18,14 +22,14 @@ private Q_SLOTS:
 
     void aValueIsKeptToAHundredth()
     {
-        PercentSlider slider;
+        PercentSlider slider(knobSize);
         slider.setDoubleValue(55.7);
         QCOMPARE(slider.doubleValue(), 55.7);
     }
 
     void whatLiesOutsideBecomesTheNearerEnd()
     {
-        PercentSlider slider;
+        PercentSlider slider(knobSize);
         slider.setDoubleValue(1e300);
         QCOMPARE(slider.doubleValue(), 100.0);
         slider.setDoubleValue(-0.5);
@@ -34,7 +38,7 @@ private Q_SLOTS:
 
     void whatIsNotFiniteIsTheStart()
     {
-        PercentSlider slider;
+        PercentSlider slider(knobSize);
         for (const double value : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
             slider.setDoubleValue(50);
             slider.setDoubleValue(value);
@@ -44,7 +48,7 @@ private Q_SLOTS:
 
     void onlyTheUserIsToldAsAnAdjustment()
     {
-        PercentSlider slider;
+        PercentSlider slider(knobSize);
         slider.setStep(4);
         QSignalSpy adjusted(&slider, &PercentSlider::adjusted);
         slider.setDoubleValue(50);
@@ -58,10 +62,10 @@ private Q_SLOTS:
 
     void aPressBesideTheKnobBringsTheKnobThere()
     {
-        PercentSlider slider;
+        PercentSlider slider(knobSize);
         slider.resize(200, 20);
         QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(100, 10));
-        QVERIFY(qAbs(slider.doubleValue() - 50) < 1);
+        QCOMPARE(slider.doubleValue(), 50.0);
         QTest::mouseMove(&slider, QPoint(200, 10));
         QTest::mouseRelease(&slider, Qt::LeftButton, {}, QPoint(200, 10));
         QCOMPARE(slider.doubleValue(), 100.0);
@@ -69,7 +73,7 @@ private Q_SLOTS:
 
     void aPressOnTheKnobDoesNotMoveIt()
     {
-        PercentSlider slider;
+        PercentSlider slider(knobSize);
         slider.resize(200, 20);
         slider.setDoubleValue(50);
         QSignalSpy adjusted(&slider, &PercentSlider::adjusted);
@@ -78,9 +82,85 @@ private Q_SLOTS:
         QCOMPARE(slider.doubleValue(), 50.0);
     }
 
+    void theKnobFollowsThePointerThatDragsIt()
+    {
+        PercentSlider slider(knobSize);
+        slider.resize(200, 20);
+        slider.setDoubleValue(50);
+        QSignalSpy adjusted(&slider, &PercentSlider::adjusted);
+        QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(102, 10));
+        QTest::mouseMove(&slider, QPoint(120, 10));
+        const double further = slider.doubleValue();
+        QVERIFY(qAbs(further - (50 + 18 / 1.84)) < 1e-4);
+        QTest::mouseMove(&slider, QPoint(120, 300));
+        QCOMPARE(slider.doubleValue(), further);
+        QCOMPARE(adjusted.count(), 1);
+        QTest::mouseRelease(&slider, Qt::LeftButton, {}, QPoint(120, 10));
+        QTest::mouseMove(&slider, QPoint(20, 10));
+        QCOMPARE(slider.doubleValue(), further);
+    }
+
+    void aDragEndsAtTheEndsOfTheSlider()
+    {
+        PercentSlider slider(knobSize);
+        slider.resize(200, 20);
+        slider.setDoubleValue(50);
+        QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(100, 10));
+        QTest::mouseMove(&slider, QPoint(900, 10));
+        QCOMPARE(slider.doubleValue(), 100.0);
+        QTest::mouseMove(&slider, QPoint(-900, 10));
+        QCOMPARE(slider.doubleValue(), 0.0);
+    }
+
+    void onlyTheLeftButtonDrags()
+    {
+        PercentSlider slider(knobSize);
+        slider.resize(200, 20);
+        QTest::mousePress(&slider, Qt::RightButton, {}, QPoint(100, 10));
+        QTest::mouseMove(&slider, QPoint(150, 10));
+        QCOMPARE(slider.doubleValue(), 0.0);
+        QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(100, 10));
+        QTest::mouseRelease(&slider, Qt::RightButton, {}, QPoint(100, 10));
+        QVERIFY(slider.isSliderDown());
+        QTest::mouseRelease(&slider, Qt::LeftButton, {}, QPoint(100, 10));
+        QVERIFY(!slider.isSliderDown());
+    }
+
+    void aSliderNarrowerThanItsKnobStandsStill()
+    {
+        PercentSlider slider(knobSize);
+        slider.resize(5, 20);
+        QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(4, 10));
+        QTest::mouseMove(&slider, QPoint(50, 10));
+        QCOMPARE(slider.doubleValue(), 0.0);
+    }
+
+    void aSliderDisabledWhileItIsDraggedLetsGo()
+    {
+        PercentSlider slider(knobSize);
+        slider.resize(200, 20);
+        QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(100, 10));
+        const double grasped = slider.doubleValue();
+        slider.setEnabled(false);
+        slider.setEnabled(true);
+        QTest::mouseMove(&slider, QPoint(150, 10));
+        QCOMPARE(slider.doubleValue(), grasped);
+    }
+
+    void theRightArrowMovesTheKnobToTheRightInEveryLanguage()
+    {
+        QWidget window;
+        window.setLayoutDirection(Qt::RightToLeft);
+        PercentSlider slider(knobSize, &window);
+        slider.setStep(4);
+        slider.setDoubleValue(50);
+        QTest::keyClick(&slider, Qt::Key_Right);
+        QCOMPARE(slider.doubleValue(), 54.0);
+    }
+
     void theWheelIsLeftToWhatIsBelow()
     {
-        PercentSlider slider;
+        PercentSlider slider(knobSize);
         slider.setDoubleValue(50);
         QWheelEvent wheel({5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(&slider, &wheel);

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "VolumeSlider.h"
 
+#include "PaintCounter.h"
+#include "Picture.h"
+#include "SkinDesk.h"
+
 #include <QRegularExpression>
 #include <QTest>
 #include <QWheelEvent>
@@ -45,7 +49,8 @@ struct Volume {
     }
 
     RecordingDelegate delegate;
-    VolumeSlider slider{nullptr};
+    SkinDesk desk;
+    VolumeSlider slider{desk.environment};
 };
 
 QStringList steps(std::initializer_list<QString> deltas)
@@ -206,6 +211,50 @@ private Q_SLOTS:
         QTest::keyClick(&volume.slider, Qt::Key_Down);
         QTest::keyClick(&volume.slider, Qt::Key_Down);
         QCOMPARE(volume.slider.doubleValue(), 46.0);
+    }
+
+    void theKnobIsGraspedWhereItIsPainted()
+    {
+        const SkinDesk desk;
+        VolumeSlider slider(desk.environment);
+        slider.resize(113, 20);
+        // 13 points wide, it has 100 to travel.
+        slider.setDoubleValue(30);
+        QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(42, 10));
+        QCOMPARE(slider.doubleValue(), 30.0);
+        QTest::mouseMove(&slider, QPoint(52, 10));
+        QCOMPARE(slider.doubleValue(), 40.0);
+        QTest::mouseRelease(&slider, Qt::LeftButton, {}, QPoint(52, 10));
+        QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(54, 10));
+        QCOMPARE(slider.doubleValue(), 47.5);
+        QTest::mouseMove(&slider, QPoint(55, 10));
+        QCOMPARE(slider.doubleValue(), 48.5);
+    }
+
+    void itIsPaintedWholeWhateverMovesItsKnob()
+    {
+        const SkinDesk desk;
+        VolumeSlider slider(desk.environment);
+        slider.resize(68, 20);
+        PaintCounter paints(slider);
+        slider.setDoubleValue(1);
+        QCOMPARE(paints.takeCount(), 1);
+        QVERIFY(paints.wasPaintedWhole());
+        QTest::keyClick(&slider, Qt::Key_Right);
+        QCOMPARE(paints.takeCount(), 1);
+        QVERIFY(paints.wasPaintedWhole());
+    }
+
+    void itsGrooveFollowsTheAppearance()
+    {
+        SkinDesk desk;
+        VolumeSlider slider(desk.environment);
+        slider.resize(68, 20);
+        const QColor light = Picture(slider).at(50, 6.5);
+        PaintCounter paints(slider);
+        desk.setDark(true);
+        QCOMPARE(paints.takeCount(), 1);
+        QVERIFY(Picture(slider).at(50, 6.5).alpha() < light.alpha() / 2);
     }
 };
 

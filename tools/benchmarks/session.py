@@ -39,14 +39,14 @@ def running(*command: str | Path, **options: object) -> Iterator[subprocess.Pope
 
 
 @contextlib.contextmanager
-def session() -> Iterator[Path]:
+def session(*server_options: str) -> Iterator[Path]:
     """Gives the home folder."""
     with contextlib.ExitStack() as stack:
         home = stack.enter_context(tempfile.TemporaryDirectory())
         os.environ.update(HOME=home, XDG_RUNTIME_DIR=home, LC_ALL="C.UTF-8", QT_QPA_PLATFORM="xcb")
         for name in ("XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "WAYLAND_DISPLAY"):
             os.environ.pop(name, None)
-        screen = ("-screen", "0", "1280x720x24", "-nolisten", "tcp", "-noreset")
+        screen = ("-screen", "0", "1280x720x24", "-nolisten", "tcp", "-noreset", *server_options)
         server = stack.enter_context(running("Xvfb", "-displayfd", "1", *screen, stdout=subprocess.PIPE))
         os.environ["DISPLAY"] = ":" + server.stdout.readline().strip()
         bus = stack.enter_context(

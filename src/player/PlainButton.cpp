@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "PlainButton.h"
+
+#include "FatalError.h"
+#include "FocusRing.h"
+
+#include <QPainter>
+#include <QSvgRenderer>
+
+namespace tunedeck {
+
+namespace {
+constexpr double pressedOpacity = 0.6;
+constexpr double disabledOpacity = 0.35;
+} // namespace
+
+PlainButton::PlainButton(const SkinEnvironment &environment, QWidget *parent)
+    : SkinnedButton(parent)
+{
+    new FocusRing(*this, environment);
+}
+
+void PlainButton::setImage(const QString &name, QSize size)
+{
+    m_imageName = name;
+    m_imageSize = size;
+    m_picture = {};
+    update();
+}
+
+void PlainButton::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    if (!isEnabled()) {
+        painter.setOpacity(disabledOpacity);
+    } else if (isDown()) {
+        painter.setOpacity(pressedOpacity);
+    }
+    if (m_imageName.isEmpty()) {
+        painter.setPen(palette().color(QPalette::ButtonText));
+        painter.drawText(rect(), Qt::AlignCenter, text());
+        return;
+    }
+    const QPoint corner((width() - m_imageSize.width()) / 2, (height() - m_imageSize.height()) / 2);
+    painter.drawPixmap(corner, picture(devicePixelRatioF()));
+}
+
+const QPixmap &PlainButton::picture(double scale)
+{
+    if (!m_picture.isNull() && m_picture.devicePixelRatio() == scale) {
+        return m_picture;
+    }
+    QSvgRenderer image(QStringLiteral(":/images/%1.svg").arg(m_imageName));
+    if (!image.isValid()) {
+        fatalError("Missing image");
+    }
+    m_picture = QPixmap((QSizeF(m_imageSize) * scale).toSize());
+    m_picture.setDevicePixelRatio(scale);
+    m_picture.fill(Qt::transparent);
+    QPainter painter(&m_picture);
+    image.render(&painter, QRectF({0, 0}, m_imageSize));
+    return m_picture;
+}
+
+} // namespace tunedeck

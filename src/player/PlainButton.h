@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "SkinEnvironment.h"
+#include "SkinnedButton.h"
+
+#include <QPixmap>
+#include <QSize>
+#include <QString>
+
+namespace tunedeck {
+
+/// A small button that is nothing but its image or its text, which darkens while it is pressed. The text is drawn in
+/// the palette's ButtonText.
+class PlainButton : public SkinnedButton {
+    Q_OBJECT
+
+public:
+    explicit PlainButton(const SkinEnvironment &environment, QWidget *parent = nullptr);
+
+    /// Shows the image of the program's own resources that is called `name`, in the middle and `size` points large. An
+    /// image that is missing is fatal.
+    void setImage(const QString &name, QSize size);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    [[nodiscard]] const QPixmap &picture(double scale);
+
+    QString m_imageName;
+    QSize m_imageSize;
+    QPixmap m_picture;
+};
+
+} // namespace tunedeck

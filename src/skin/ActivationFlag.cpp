@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#include "ActivationFlag.h"
+
+#include "WindowActivation.h"
+
+#include <QWindow>
+
+namespace tunedeck {
+
+ActivationFlag::ActivationFlag(const WindowActivation &activation, Status status)
+{
+    const bool isMain = status == Status::Main;
+    connect(&activation, isMain ? &WindowActivation::windowDidBecomeMain : &WindowActivation::windowDidBecomeKey, this,
+        [this] { set(true); });
+    connect(&activation, isMain ? &WindowActivation::windowDidResignMain : &WindowActivation::windowDidResignKey, this,
+        [this] { set(false); });
+}
+
+bool ActivationFlag::isSet() const
+{
+    return m_isSet;
+}
+
+void ActivationFlag::set(bool isSet)
+{
+    if (m_isSet == isSet) {
+        return;
+    }
+    m_isSet = isSet;
+    Q_EMIT changed();
+}
+
+} // namespace tunedeck

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QRectF>
+#include <QSizeF>
+
+class QPainter;
+
+namespace tunedeck {
+
+/// Draws the bar and the knob of the progress slider in the ink of the LCD, in points and with y upwards.
+class ClassicAudioProgressSliderCell {
+public:
+    static constexpr QSizeF knobSize{17, 17};
+
+    /// A thin frame around `bar` and, if the slider is enabled, a dotted band up to the middle of `knob`.
+    static void drawBarInside(QPainter &painter, const QRectF &bar, const QRectF &knob, bool enabled);
+    /// A diamond in `knob`; nothing if the slider is not enabled.
+    static void drawKnob(QPainter &painter, const QRectF &knob, bool enabled);
+};
+
+} // namespace tunedeck

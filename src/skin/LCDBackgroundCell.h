@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class QPainter;
+class QRectF;
+
+namespace tunedeck {
+
+struct LCDBackgroundState {
+    bool isDark = false;
+
+    bool operator==(const LCDBackgroundState &) const = default;
+};
+
+/// Draws the display's glass, sunk into the metal. The dark appearance does not darken it: it gets scan lines and less
+/// gloss.
+class LCDBackgroundCell {
+public:
+    /// Draws into `frame`, which begins at (0, 0), in points and with y upwards.
+    void draw(QPainter &painter, const QRectF &frame, const LCDBackgroundState &state) const;
+};
+
+} // namespace tunedeck

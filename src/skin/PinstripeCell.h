@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class QPainter;
+class QRectF;
+
+namespace tunedeck {
+
+struct PinstripeState {
+    bool isKeyWindow = false;
+    bool drawsPinstripes = true;
+    bool isDark = false;
+};
+
+/// Draws faint stripes, 2 points high every 4 points, while a window of the program is key.
+class PinstripeCell {
+public:
+    /// Draws from (0, 0) on, in points and with y downwards, as wide as `dirty` and as far as `height` reaches; the
+    /// last stripe may reach farther.
+    void draw(QPainter &painter, const QRectF &dirty, double height, const PinstripeState &state) const;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#include "WindowBackgroundCell.h"
+
+#include "Gradient.h"
+#include "Ink.h"
+#include "Shapes.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+namespace tunedeck {
+
+namespace {
+constexpr double downwards = -90;
+
+QColor grey(float level)
+{
+    return QColor::fromRgbF(level, level, level);
+}
+
+Gradient metal(const WindowBackgroundState &state)
+{
+    // A window that stays above all others looks active even while it is not.
+    return state.isMainWindow || state.isKeptAboveAllOthers ? Gradient{{grey(0.81F), 0}, {grey(0.64F), 1}}
+                                                            : Gradient{{grey(0.95F), 0}, {grey(0.85F), 1}};
+}
+
+void drawMetal(QPainter &painter, const QRectF &bounds, const WindowBackgroundState &state)
+{
+    constexpr double cornerRadius = 4;
+    constexpr double borderWidth = 0.5;
+    const QPainterPath outline = roundedRectangle(bounds, cornerRadius);
+    metal(state).drawInPath(painter, outline, downwards);
+    const QRectF inside = inset(bounds, borderWidth, borderWidth);
+    painter.fillPath(between(outline, roundedRectangle(inside, cornerRadius - borderWidth)), black(0.15F));
+}
+
+void drawRim(QPainter &painter, const QRectF &bounds)
+{
+    const double thickness = painter.device()->devicePixelRatioF() > 1 ? 0.5 : 1;
+    const QPainterPath rim =
+        between(roundedRectangle(inset(bounds, 1, 0), 3), roundedRectangle(inset(bounds, 1, thickness), 1.5));
+    Gradient({{white(0.62F), 0}, {white(0), 1}}).drawInPath(painter, rim, downwards);
+}
+} // namespace
+
+void WindowBackgroundCell::draw(QPainter &painter, const QRectF &frame, const WindowBackgroundState &state) const
+{
+    const QRectF bounds(frame.topLeft(), QSizeF(frame.width(), height));
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawMetal(painter, bounds, state);
+    drawRim(painter, bounds);
+    painter.restore();
+}
+
+} // namespace tunedeck

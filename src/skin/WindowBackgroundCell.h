@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class QPainter;
+class QRectF;
+
+namespace tunedeck {
+
+struct WindowBackgroundState {
+    bool isMainWindow = false;
+    bool isKeptAboveAllOthers = false;
+
+    bool operator==(const WindowBackgroundState &) const = default;
+};
+
+/// Draws the brushed metal of the main window.
+class WindowBackgroundCell {
+public:
+    /// How high the metal is, in points, whatever it is drawn into.
+    static constexpr int height = 64;
+
+    /// Draws along the lower edge of `frame`, in points and with y upwards.
+    void draw(QPainter &painter, const QRectF &frame, const WindowBackgroundState &state) const;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtGlobal>
+
+#include <optional>
+
+namespace tunedeck {
+
+enum class WindowControlButtonStyle : qint64 { Close, Minimize, Maximize };
+
+/// No value for anything but 0 to 2.
+[[nodiscard]] constexpr std::optional<WindowControlButtonStyle> windowControlButtonStyle(qint64 rawValue)
+{
+    if (rawValue < 0 || rawValue > static_cast<qint64>(WindowControlButtonStyle::Maximize)) {
+        return std::nullopt;
+    }
+    return static_cast<WindowControlButtonStyle>(rawValue);
+}
+
+} // namespace tunedeck
