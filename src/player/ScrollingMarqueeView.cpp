@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ScrollingMarqueeView.h"
 
+#include "LCDTextColor.h"
 #include "PixelFont.h"
 
 #include <QFontMetricsF>
@@ -9,7 +10,9 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <span>
 #include <utility>
 
 namespace tunedeck {
@@ -17,9 +20,15 @@ namespace tunedeck {
 namespace {
 using namespace std::chrono_literals;
 
-constexpr QColor lcdTextColor(0x35, 0x39, 0x2a);
 constexpr QColor darkLcdTextColor(255, 255, 255, 191);
 constexpr double fontPixels = 10.5;
+/// Dark ink is engraved in the glass, light ink glows on it: a lit lip below, or a dark halo without which nobody could
+/// read it. In device pixels.
+constexpr std::array lipOffsets{QPointF(0, 1)};
+constexpr double lipOpacity = 0.55;
+constexpr std::array haloOffsets{QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1), QPointF(-1, -1),
+    QPointF(1, -1), QPointF(-1, 1), QPointF(1, 1), QPointF(0, 2)};
+constexpr double haloOpacity = 0.4;
 /// The part of the height that fades out at the top and at the bottom.
 constexpr double verticalFade = 0.12;
 /// Room on either side of a text for what its first and last glyph draw beyond their advance.
@@ -183,23 +192,47 @@ void ScrollingMarqueeView::paintEvent(QPaintEvent *)
     QPainter painter(this);
     const QTransform toDevice = painter.deviceTransform();
     const double scale = toDevice.m11();
-    const QImage &faded = mask(scale);
-    QImage frame(faded.size(), QImage::Format_ARGB32_Premultiplied);
-    frame.fill(Qt::transparent);
-    QPainter framePainter(&frame);
-    for (const MarqueeLabel &label : m_labels) {
-        const QPixmap &text = textPixmap(label.text, scale);
-        framePainter.drawPixmap(QRect(devicePosition(label, scale), text.size()), text);
-    }
-    framePainter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-    framePainter.drawImage(0, 0, faded);
-    framePainter.end();
-
     // At a fractional scale the view's corner lies between device pixels; half a pixel aside would blur the text.
     const QPointF corner = toDevice.map(QPointF());
     painter.translate((QPointF(corner.toPoint()) - corner) / scale);
-    frame.setDevicePixelRatio(scale);
-    painter.drawImage(0, 0, frame);
+    painter.scale(1 / scale, 1 / scale);
+
+    const QRect whole(0, 0, devicePixels(width(), scale), devicePixels(height(), scale));
+    const QRect unfaded = whole.marginsRemoved(fadeMargins(scale));
+    for (const QRect &edge : QRegion(whole).subtracted(unfaded)) {
+        painter.drawImage(edge.topLeft(), fadedLabels(edge, scale));
+    }
+    if (!unfaded.isEmpty()) {
+        painter.setClipRect(unfaded);
+        drawLabels(painter, scale);
+    }
+}
+
+void ScrollingMarqueeView::drawLabels(QPainter &painter, double scale)
+{
+    for (const MarqueeLabel &label : m_labels) {
+        const QPixmap &text = textPixmap(label.text, scale);
+        painter.drawPixmap(QRect(devicePosition(label, scale), text.size()), text);
+    }
+}
+
+QImage ScrollingMarqueeView::fadedLabels(const QRect &part, double scale)
+{
+    QImage image(part.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.translate(-part.topLeft());
+    drawLabels(painter, scale);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    painter.drawImage(part, mask(scale), part);
+    return image;
+}
+
+QMargins ScrollingMarqueeView::fadeMargins(double scale) const
+{
+    const int side = devicePixels(m_fadeInsetInPoints, scale);
+    const int edge = devicePixels(verticalFade * height(), scale);
+    return {side, edge, side, edge};
 }
 
 /// One line, and short enough for a pixmap whatever a player sends.
@@ -299,9 +332,27 @@ const QPixmap &ScrollingMarqueeView::textPixmap(const QString &text, double scal
     const double baseline = (height() - metrics.ascent() - metrics.descent()) / 2 + metrics.ascent();
     QPainter painter(&pixmap);
     painter.setFont(font());
-    painter.setPen(m_color);
-    painter.drawText(QPointF(overhang, std::round(baseline * scale) / scale), text);
+    drawText(painter, QPointF(overhang, std::round(baseline * scale) / scale), text);
     return pixmap;
+}
+
+void ScrollingMarqueeView::drawText(QPainter &painter, QPointF baseline, const QString &text) const
+{
+    const double pixel = 1 / painter.device()->devicePixelRatioF();
+    const bool isDark = m_color == darkLcdTextColor;
+    const std::span<const QPointF> offsets = isDark ? std::span<const QPointF>(haloOffsets) : lipOffsets;
+    painter.setPen(isDark ? lcdTextColor : Qt::white);
+    painter.setOpacity(isDark ? haloOpacity : lipOpacity);
+    for (const QPointF &offset : offsets) {
+        painter.drawText(baseline + offset * pixel, text);
+    }
+    painter.setOpacity(1);
+    // The ink is translucent, and is not to be tinted by what lies around it.
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+    painter.drawText(baseline, text);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    painter.setPen(m_color);
+    painter.drawText(baseline, text);
 }
 
 const QImage &ScrollingMarqueeView::mask(double scale)

@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QImage>
 #include <QLabel>
+#include <QMargins>
 #include <QPixmap>
 #include <QPointer>
 #include <QWindow>
@@ -62,6 +63,12 @@ private:
     void scheduleRefresh(MarqueeTimeline::TimePoint now);
     [[nodiscard]] std::chrono::nanoseconds untilNextFrame(MarqueeTimeline::TimePoint now) const;
     [[nodiscard]] bool wouldLookDifferent(const std::vector<MarqueeLabel> &labels) const;
+    void drawLabels(QPainter &painter, double scale);
+    /// What `part` of the view shows, in device pixels.
+    [[nodiscard]] QImage fadedLabels(const QRect &part, double scale);
+    /// How far the labels are faded, in device pixels.
+    [[nodiscard]] QMargins fadeMargins(double scale) const;
+    void drawText(QPainter &painter, QPointF baseline, const QString &text) const;
     [[nodiscard]] const QPixmap &textPixmap(const QString &text, double scale);
     [[nodiscard]] const QImage &mask(double scale);
 

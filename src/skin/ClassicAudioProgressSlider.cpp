@@ -12,7 +12,8 @@ namespace tunedeck {
 ClassicAudioProgressSlider::ClassicAudioProgressSlider(const SkinEnvironment &environment, QWidget *parent)
     : PercentSlider(ClassicAudioProgressSliderCell::knobSize, parent)
 {
-    new FocusRing(*this, environment);
+    constexpr int frameHeight = 10;
+    new FocusRing(*this, environment, frameHeight);
 }
 
 void ClassicAudioProgressSlider::paintEvent(QPaintEvent *)

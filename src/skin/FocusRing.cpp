@@ -71,6 +71,12 @@ FocusRing::FocusRing(QWidget &control, const SkinEnvironment &environment)
     control.installEventFilter(this);
 }
 
+FocusRing::FocusRing(QWidget &control, const SkinEnvironment &environment, int drawnHeight)
+    : FocusRing(control, environment)
+{
+    m_drawnHeight = drawnHeight;
+}
+
 FocusRing::~FocusRing()
 {
     delete m_ring;
@@ -123,10 +129,12 @@ void FocusRing::show()
 
 void FocusRing::follow()
 {
-    if (m_ring) {
-        const int reach = static_cast<int>(glowEnd);
-        m_ring->setGeometry(m_control.geometry().adjusted(-reach, -reach, reach, reach));
+    if (!m_ring) {
+        return;
     }
+    const int reach = static_cast<int>(glowEnd);
+    const int margin = (m_control.height() - m_drawnHeight.value_or(m_control.height())) / 2;
+    m_ring->setGeometry(m_control.geometry().adjusted(-reach, margin - reach, reach, reach - margin));
 }
 
 } // namespace tunedeck

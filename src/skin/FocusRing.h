@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <optional>
+
 class QFocusEvent;
 class QWidget;
 
@@ -20,6 +22,8 @@ class FocusRing : public QObject {
 public:
     /// Belongs to `control`.
     FocusRing(QWidget &control, const SkinEnvironment &environment);
+    /// Of a control that draws no more than `drawnHeight` points, halfway down.
+    FocusRing(QWidget &control, const SkinEnvironment &environment, int drawnHeight);
     ~FocusRing() override;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -32,6 +36,7 @@ private:
 
     QWidget &m_control;
     SkinEnvironment m_environment;
+    std::optional<int> m_drawnHeight;
     QPointer<QWidget> m_ring;
     bool m_cameByTab = false;
 };

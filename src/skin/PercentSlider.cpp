@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tunedeck {
 
@@ -140,6 +141,18 @@ void PercentSlider::mouseReleaseEvent(QMouseEvent *event)
 void PercentSlider::wheelEvent(QWheelEvent *event)
 {
     event->ignore();
+}
+
+void PercentSlider::sliderChange(SliderChange change)
+{
+    // A knob that follows a track creeps: most of its steps would be painted for nothing.
+    if (change == SliderValueChange) {
+        const qint64 knob = std::llround(knobRect().left() * devicePixelRatioF());
+        if (knob == std::exchange(m_paintedKnob, knob)) {
+            return;
+        }
+    }
+    QSlider::sliderChange(change);
 }
 
 void PercentSlider::moveKnobTo(double left)

@@ -36,11 +36,14 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+    void sliderChange(SliderChange change) override;
 
 private:
     void moveKnobTo(double left);
 
     QSizeF m_knobSize;
+    /// Where the knob was last painted, in device pixels.
+    qint64 m_paintedKnob = 0;
     /// How far right of the knob's left edge the pointer holds it.
     double m_grip = 0;
 };

@@ -62,7 +62,7 @@ VolumeSlider::VolumeSlider(const SkinEnvironment &environment, QWidget *parent)
 {
     setStep(step);
     repaintOnNewLooks(*this, environment);
-    new FocusRing(*this, environment);
+    new FocusRing(*this, environment, static_cast<int>(VolumeSliderCell::knobSize.height()));
 }
 
 void VolumeSlider::setScrollEventsDelegate(VolumeSliderScrollEventDelegate *delegate)

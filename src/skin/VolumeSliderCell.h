@@ -14,7 +14,7 @@ namespace tunedeck {
 /// Draws the groove and the knob of the volume slider, in points and with y upwards.
 class VolumeSliderCell {
 public:
-    static constexpr QSizeF knobSize{13, 13};
+    static constexpr QSizeF knobSize{14, 14};
 
     /// The groove reaches beyond `bar` above and below.
     void drawBarInside(QPainter &painter, const QRectF &bar, bool dark) const;

@@ -104,6 +104,21 @@ private Q_SLOTS:
         QCOMPARE(m_window->children().size(), children - 2);
     }
 
+    void itHugsAControlThatIsLowerThanItsRectangle()
+    {
+        QWidget low(m_window.get());
+        low.setGeometry(10, 10, 35, 35);
+        low.setFocusPolicy(Qt::TabFocus);
+        new FocusRing(low, m_desk->environment, 15);
+        m_button->hide();
+        low.show();
+        const QImage plain = picture();
+        low.setFocus(Qt::TabFocusReason);
+        QVERIFY(picture().pixel(27, 18) != plain.pixel(27, 18));
+        QVERIFY(picture().pixel(27, 36) != plain.pixel(27, 36));
+        QCOMPARE(picture().pixel(27, 8), plain.pixel(27, 8));
+    }
+
     void aControlOnItsOwnHasNone()
     {
         PlayerButton alone(m_desk->environment);

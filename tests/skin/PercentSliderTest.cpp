@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "PercentSlider.h"
 
+#include "PaintCounter.h"
+
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -34,6 +36,21 @@ private Q_SLOTS:
         QCOMPARE(slider.doubleValue(), 100.0);
         slider.setDoubleValue(-0.5);
         QCOMPARE(slider.doubleValue(), 0.0);
+    }
+
+    void aStepThatNobodyCouldSeeIsNotPainted()
+    {
+        PercentSlider slider(knobSize);
+        slider.resize(116, 16);
+        PaintCounter paints(slider);
+        // A percent is a point of the way.
+        slider.setDoubleValue(50);
+        QCOMPARE(paints.takeCount(), 1);
+        slider.setDoubleValue(50.1);
+        QCOMPARE(paints.takeCount(), 0);
+        QCOMPARE(slider.doubleValue(), 50.1);
+        slider.setDoubleValue(50.6);
+        QCOMPARE(paints.takeCount(), 1);
     }
 
     void whatIsNotFiniteIsTheStart()

@@ -83,6 +83,8 @@ private Q_SLOTS:
         QCOMPARE(picture.at(0.5, 59.5).alpha(), 255);
         QVERIFY(picture.at(1.5, 62.5).alpha() > 0);
         QVERIFY(picture.at(2.5, 63.5).alpha() < 255);
+        // The outline, its border and both outlines of the rim cross this pixel.
+        QVERIFY(isNear(picture.at(1.5, 62.5), grey(193, 245), 6));
     }
 
     void aHigherFrameHasTheMetalAtItsLowerEdge()

@@ -2,7 +2,9 @@
 #include "WindowControlButtonCell.h"
 
 #include "Picture.h"
+#include "abortedRun.h"
 
+#include <QGuiApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -41,6 +43,13 @@ private Q_SLOTS:
         QCOMPARE(windowControlButtonStyle(2), WindowControlButtonStyle::Maximize);
         QCOMPARE(windowControlButtonStyle(3), std::nullopt);
         QCOMPARE(windowControlButtonStyle(-1), std::nullopt);
+    }
+
+    void anyOtherStyleEndsTheProgram()
+    {
+        const auto lastWords = lastWordsOfAbortedRun(QStringLiteral("impossible style"));
+        QVERIFY(lastWords);
+        QVERIFY2(lastWords->contains(QStringLiteral("Impossible style")), qPrintable(*lastWords));
     }
 
     void theRimIsLitBelowInTheLight()
@@ -161,5 +170,14 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(WindowControlButtonCellTest)
+int main(int argc, char *argv[])
+{
+    const QGuiApplication application(argc, argv);
+    if (!fatalCase().isEmpty()) {
+        gem({.controlStyle = static_cast<WindowControlButtonStyle>(3)});
+    }
+    WindowControlButtonCellTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "WindowControlButtonCellTest.moc"

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+// Prints, in milliseconds, the medians of what it takes to paint the player: the whole of it for the first time, the
+// whole of it again, and one frame of its marquee. The scale is the platform's (QT_SCALE_FACTOR).
+#include "Appearance.h"
+#include "LcdView.h"
+#include "PlayerView.h"
+#include "ScrollingMarqueeView.h"
+#include "SkinEnvironment.h"
+#include "UserDefaults.h"
+#include "WindowActivation.h"
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <vector>
+
+using namespace tunedeck;
+
+namespace {
+constexpr int firstPaints = 15;
+constexpr int repaints = 300;
+
+template <typename Paint> double median(int rounds, Paint paint)
+{
+    std::vector<double> milliseconds;
+    for (int round = 0; round < rounds; ++round) {
+        milliseconds.push_back(paint());
+    }
+    const auto middle = milliseconds.begin() + rounds / 2;
+    std::nth_element(milliseconds.begin(), middle, milliseconds.end());
+    return *middle;
+}
+
+template <typename Paint> double timed(Paint paint)
+{
+    QElapsedTimer timer;
+    timer.start();
+    paint();
+    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+}
+
+std::unique_ptr<PlayerView> shownPlayer(const SkinEnvironment &environment)
+{
+    auto view = std::make_unique<PlayerView>(environment);
+    view->setAttribute(Qt::WA_TranslucentBackground);
+    view->resize(450, 64);
+    view->lcd().trackInfoLabel().setDisplayStrings({QString(200, u'm')});
+    view->show();
+    return view;
+}
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QApplication application(argc, argv);
+    const QTemporaryDir folder;
+    UserDefaults defaults(folder.filePath(QStringLiteral("settings")));
+    Appearance appearance(defaults, QDBusConnection(QStringLiteral("none")));
+    appearance.setApplicationAppearance(AppearanceName::Aqua);
+    const WindowActivation activation;
+    const SkinEnvironment environment{defaults, appearance, activation};
+
+    const double first = median(firstPaints, [&environment] {
+        const std::unique_ptr<PlayerView> view = shownPlayer(environment);
+        return timed([&view] { (void)view->grab(); });
+    });
+    const std::unique_ptr<PlayerView> view = shownPlayer(environment);
+    QApplication::processEvents();
+    const double again = median(repaints, [&view] { return timed([&view] { view->repaint(); }); });
+    QWidget &marquee = view->lcd().trackInfoLabel();
+    const double frame = median(repaints, [&marquee] { return timed([&marquee] { marquee.repaint(); }); });
+    std::printf("%f %f %f\n", first, again, frame);
+    return 0;
+}
