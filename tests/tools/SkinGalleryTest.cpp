@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QImage>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <algorithm>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
@@ -34,6 +38,58 @@ Run runGallery(const QStringList &arguments)
     }
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
         QString::fromUtf8(process.readAllStandardError())};
+}
+
+/// How far the painting of another machine may be off, of 255: its rounding, not another look.
+constexpr int tolerance = 3;
+
+struct Difference {
+    int worst = 0; ///< of any component of any pixel, premultiplied, of 255
+    QPoint where;
+    QImage picture; ///< black where there is none, red where there is too much
+};
+
+int distance(QRgb a, QRgb b)
+{
+    return std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)), std::abs(qBlue(a) - qBlue(b)),
+        std::abs(qAlpha(a) - qAlpha(b))});
+}
+
+/// Of pictures of the same size.
+Difference difference(const QImage &picture, const QImage &golden)
+{
+    const QImage a = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const QImage b = golden.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    Difference found{.worst = 0, .where = {}, .picture = QImage(a.size(), QImage::Format_RGB32)};
+    for (int y = 0; y < a.height(); ++y) {
+        const auto *lineOfA = reinterpret_cast<const QRgb *>(a.constScanLine(y));
+        const auto *lineOfB = reinterpret_cast<const QRgb *>(b.constScanLine(y));
+        for (int x = 0; x < a.width(); ++x) {
+            const int off = distance(lineOfA[x], lineOfB[x]);
+            found.picture.setPixel(x, y, off > tolerance ? qRgb(off, 0, 0) : qRgb(off, off, off));
+            if (off > found.worst) {
+                found.worst = off;
+                found.where = {x, y};
+            }
+        }
+    }
+    return found;
+}
+
+QString goldenFolder()
+{
+    return QStringLiteral(GOLDEN_PICTURES);
+}
+
+QStringList picturesIn(const QString &folder)
+{
+    QStringList names;
+    QDirIterator files(folder, {u"*@*.png"_s}, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        names.append(QDir(folder).relativeFilePath(files.next()));
+    }
+    names.sort();
+    return names;
 }
 
 /// The variants of a class and what they measure, in points.
@@ -101,6 +157,50 @@ private Q_SLOTS:
         QCOMPARE(picture.size(), size);
         QCOMPARE(picture.format(), QImage::Format_ARGB32);
         QVERIFY(m_run.output.split(u'\n').contains(file));
+    }
+
+    void everyPictureHasItsGoldenOne() { QCOMPARE(picturesIn(folder()), picturesIn(goldenFolder())); }
+
+    void everyControlLooksAsItsGoldenPicture_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const QString &name : picturesIn(goldenFolder())) {
+            QTest::newRow(qPrintable(name)) << name;
+        }
+    }
+
+    void everyControlLooksAsItsGoldenPicture()
+    {
+        QFETCH(QString, name);
+        const QImage picture(folder() + u'/' + name);
+        const QImage golden(goldenFolder() + u'/' + name);
+        QCOMPARE(picture.size(), golden.size());
+        const Difference found = difference(picture, golden);
+        if (found.worst <= tolerance) {
+            return;
+        }
+        const QString file = QDir::temp().filePath(u"tunedeck-difference-"_s + name.replace(u'/', u'-'));
+        QVERIFY(found.picture.save(file));
+        QFAIL(qPrintable(u"off by %1 of 255 at (%2, %3); see %4"_s.arg(found.worst)
+                             .arg(found.where.x())
+                             .arg(found.where.y())
+                             .arg(file)));
+    }
+
+    void aDifferenceIsFoundWhereItIs()
+    {
+        QImage golden(4, 4, QImage::Format_ARGB32);
+        golden.fill(qRgba(200, 100, 50, 255));
+        QImage picture = golden;
+        QCOMPARE(difference(picture, golden).worst, 0);
+        picture.setPixel(2, 1, qRgba(200, 100, 57, 255));
+        const Difference found = difference(picture, golden);
+        QCOMPARE(found.worst, 7);
+        QCOMPARE(found.where, QPoint(2, 1));
+        QCOMPARE(found.picture.pixel(2, 1), qRgb(7, 0, 0));
+        QCOMPARE(found.picture.pixel(0, 0), qRgb(0, 0, 0));
+        picture.setPixel(2, 1, qRgba(200, 100, 50, 0));
+        QCOMPARE(difference(picture, golden).worst, 255);
     }
 
     void controlsLieOnNothing()
