@@ -2,6 +2,7 @@
 #include "Window.h"
 
 #include "WindowController.h"
+#include "frameExtents.h"
 #include "isScreenComposited.h"
 
 #include <QApplication>
@@ -12,6 +13,7 @@
 #include <QWindow>
 #include <QWindowStateChangeEvent>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -49,6 +51,7 @@ QRegion roundedRegion(const QRect &frame)
 Window::Window(WindowController &controller)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint)
     , m_controller(controller)
+    , m_shadow(cornerRadius)
     , m_widthBeforeZoom(initialWidth)
 {
     setAttribute(Qt::WA_TranslucentBackground);
@@ -88,11 +91,28 @@ void Window::setLevel(WindowLevel level)
     applyLevel();
 }
 
+QRect Window::contentRect() const
+{
+    return rect().marginsRemoved(m_shadowMargins);
+}
+
+void Window::resizeContent(QSize size)
+{
+    resize(size.grownBy(m_shadowMargins));
+}
+
+void Window::setContentSizeLimits(QSize minimum, QSize maximum)
+{
+    m_minimumContentSize = minimum;
+    m_maximumContentSize = maximum;
+    applySizeLimits();
+}
+
 void Window::setContentView(QWidget *view)
 {
     m_contentView = view;
     m_contentView->setParent(this);
-    m_contentView->setGeometry(rect());
+    m_contentView->setGeometry(contentRect());
     m_contentView->show();
 }
 
@@ -124,8 +144,33 @@ void Window::makeKeyAndOrderFront()
 void Window::invalidateShadow()
 {
     m_isComposited = isScreenComposited();
+    const QMargins margins = m_isComposited ? WindowShadow::reach : QMargins();
+    setShadowMargins(setFrameExtents(*windowHandle(), margins) ? margins : QMargins());
     cutToOutline();
     update();
+}
+
+void Window::setShadowMargins(const QMargins &margins)
+{
+    if (margins == m_shadowMargins) {
+        return;
+    }
+    // This stays where it is.
+    const QRect content = geometry().marginsRemoved(m_shadowMargins);
+    m_shadowMargins = margins;
+    applySizeLimits();
+    if (m_hasBeenSeen) {
+        setGeometry(content.marginsAdded(margins));
+    } else {
+        // Where it goes is still for the window manager to say.
+        resizeContent(content.size());
+    }
+}
+
+void Window::applySizeLimits()
+{
+    setMinimumSize(m_minimumContentSize.grownBy(m_shadowMargins));
+    setMaximumSize(m_maximumContentSize.grownBy(m_shadowMargins).boundedTo({QWIDGETSIZE_MAX, QWIDGETSIZE_MAX}));
 }
 
 void Window::cutToOutline()
@@ -143,12 +188,13 @@ void Window::cutToOutline()
 
 void Window::zoom()
 {
-    if (width() == maximumContentWidth) {
-        resize(m_widthBeforeZoom, height());
+    const QSize size = contentRect().size();
+    if (size.width() == maximumContentWidth) {
+        resizeContent({m_widthBeforeZoom, size.height()});
         return;
     }
-    m_widthBeforeZoom = width();
-    resize(maximumContentWidth, height());
+    m_widthBeforeZoom = size.width();
+    resizeContent({maximumContentWidth, size.height()});
 }
 
 bool Window::event(QEvent *event)
@@ -228,19 +274,26 @@ void Window::moveEvent(QMoveEvent *)
     cutToOutline();
 }
 
-void Window::paintEvent(QPaintEvent *)
+void Window::paintEvent(QPaintEvent *event)
 {
+    QPainter painter(this);
     if (!mask().isEmpty()) {
         // The mask has hard edges: black would shine through the soft corners of what the window holds.
-        QPainter(this).fillRect(rect(), cutOutlineColor);
+        painter.fillRect(rect(), cutOutlineColor);
+    }
+    if (!m_shadowMargins.isNull() && !contentRect().contains(event->rect())) {
+        m_shadow.draw(painter, contentRect());
     }
 }
 
 void Window::resizeEvent(QResizeEvent *)
 {
     if (m_contentView) {
-        m_contentView->setGeometry(rect());
+        m_contentView->setGeometry(contentRect());
     }
+    const int grip = std::min(edgeWidth, m_shadowMargins.left());
+    // The shadow is no part of the window to whoever clicks; but its sides can be caught from just outside of them.
+    setInputRegion(*windowHandle(), contentRect().adjusted(-grip, 0, grip, 0));
     cutToOutline();
 }
 
@@ -252,10 +305,11 @@ void Window::showEvent(QShowEvent *)
 
 Qt::Edges Window::edgesAt(QPoint position) const
 {
-    if (position.x() < edgeWidth) {
+    const QRect inside = contentRect().adjusted(edgeWidth, 0, -edgeWidth, 0);
+    if (position.x() < inside.left()) {
         return Qt::LeftEdge;
     }
-    if (position.x() >= width() - edgeWidth) {
+    if (position.x() > inside.right()) {
         return Qt::RightEdge;
     }
     return {};
@@ -276,6 +330,7 @@ void Window::updateCanBeSeen()
         return;
     }
     m_canBeSeen = canBeSeen;
+    m_hasBeenSeen |= canBeSeen;
     Q_EMIT canBeSeenChanged(canBeSeen);
 }
 

@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "WindowShadow.h"
+
+#include <QMargins>
 #include <QPoint>
+#include <QRect>
+#include <QSize>
 #include <QWidget>
 
 #include <optional>
@@ -14,6 +19,9 @@ enum class WindowLevel { Normal = 0, Floating = 3 };
 
 /// The player's one window: frameless, rounded, moved by its background and resized in width by its left and right
 /// edges. It can be key and main like a window with a frame.
+///
+/// Where there is a compositor it casts a shadow around its content, in margins of its own that the window manager
+/// knows of. The content is what the user takes for the window: its sizes are what the program speaks of.
 class Window : public QWidget {
     Q_OBJECT
     Q_PROPERTY(bool shiftButtonHeld READ shiftButtonHeld NOTIFY shiftButtonHeldChanged)
@@ -32,15 +40,20 @@ public:
     [[nodiscard]] WindowLevel level() const;
     void setLevel(WindowLevel level);
 
-    /// Takes `view`, which from now on fills the window.
+    /// Where the content is in the window, in points.
+    [[nodiscard]] QRect contentRect() const;
+    void resizeContent(QSize size);
+    /// Within which the user may resize the content.
+    void setContentSizeLimits(QSize minimum, QSize maximum);
+    /// Takes `view`, which from now on fills the content.
     void setContentView(QWidget *view);
 
     void flagsChanged(Qt::KeyboardModifiers modifiers);
     /// Escape and Ctrl+Period: puts the drawer away, or beeps where there is none to put away.
     void cancelOperation();
     void makeKeyAndOrderFront();
-    /// Lets the shadow follow the window's outline. A compositor casts it from what the window shows; where there is
-    /// none, the window is cut to its outline, so that its corners are not black.
+    /// Lets the shadow follow the window's outline. Where there is no compositor, the window is cut to its outline, so
+    /// that its corners are not black.
     void invalidateShadow();
 
 public Q_SLOTS:
@@ -67,6 +80,8 @@ protected:
 private:
     [[nodiscard]] Qt::Edges edgesAt(QPoint position) const;
     void showCursorFor(Qt::Edges edges);
+    void setShadowMargins(const QMargins &margins);
+    void applySizeLimits();
     void cutToOutline();
     void updateCanBeSeen();
     void applyLevel();
@@ -77,7 +92,12 @@ private:
     bool m_optionButtonHeld = false;
     WindowLevel m_level = WindowLevel::Normal;
     bool m_isComposited = true;
+    WindowShadow m_shadow;
+    QMargins m_shadowMargins;
+    QSize m_minimumContentSize;
+    QSize m_maximumContentSize{QWIDGETSIZE_MAX, QWIDGETSIZE_MAX};
     bool m_canBeSeen = false;
+    bool m_hasBeenSeen = false;
     int m_widthBeforeZoom;
     std::optional<QPoint> m_pressPosition;
 };

@@ -18,11 +18,11 @@ WindowController::WindowController(UserDefaults &defaults, QObject *parent)
     , m_window(*this)
 {
     m_heightAnimation.setEasingCurve(QEasingCurve::OutCubic);
-    connect(&m_heightAnimation, &QVariantAnimation::valueChanged, this,
-        [this](const QVariant &height) { m_window.resize(m_window.width(), height.toInt()); });
+    connect(&m_heightAnimation, &QVariantAnimation::valueChanged, this, [this](const QVariant &height) {
+        m_window.resizeContent({m_window.contentRect().width(), height.toInt()});
+    });
     connect(&m_heightAnimation, &QVariantAnimation::finished, this, &WindowController::finishResize);
-    m_window.setMinimumSize(Window::minimumContentWidth, collapsedHeight);
-    m_window.setMaximumSize(Window::maximumContentWidth, collapsedHeight);
+    limitHeight(collapsedHeight, collapsedHeight);
     m_defaults.bind(SettingsKey::keepMainWindowAboveAllOtherWindows, this,
         [this](bool keepAbove) { setKeepAboveAllWindows(keepAbove); });
 }
@@ -75,18 +75,22 @@ int WindowController::targetHeight() const
     return m_isExpanded ? expandedHeight : collapsedHeight;
 }
 
+void WindowController::limitHeight(int minimum, int maximum)
+{
+    m_window.setContentSizeLimits({Window::minimumContentWidth, minimum}, {Window::maximumContentWidth, maximum});
+}
+
 void WindowController::resizeToTargetHeight()
 {
     m_heightAnimation.stop();
-    const int height = m_window.height();
+    const int height = m_window.contentRect().height();
     const int target = targetHeight();
     if (height == target) {
         finishResize();
         return;
     }
     // The limits are wide open on the way: a window manager would refuse a step that lies outside them.
-    m_window.setMinimumHeight(std::min(height, target));
-    m_window.setMaximumHeight(std::max(height, target));
+    limitHeight(std::min(height, target), std::max(height, target));
     {
         // Between the setters the animation stands somewhere on a way that nobody goes.
         const QSignalBlocker blocker(m_heightAnimation);
@@ -100,8 +104,7 @@ void WindowController::resizeToTargetHeight()
 
 void WindowController::finishResize()
 {
-    m_window.setMinimumSize(Window::minimumContentWidth, targetHeight());
-    m_window.setMaximumSize(Window::maximumContentWidth, targetHeight());
+    limitHeight(targetHeight(), targetHeight());
     Q_EMIT isExpandedChanged(m_isExpanded);
 }
 

@@ -46,6 +46,7 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] int targetHeight() const;
+    void limitHeight(int minimum, int maximum);
     void resizeToTargetHeight();
     void finishResize();
 
