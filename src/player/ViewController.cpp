@@ -232,9 +232,9 @@ void ViewController::volMinMaxSet(const QWidget &sender)
 
 void ViewController::setUpWindowButtons()
 {
-    m_view.closeButton().setControlStyle(WindowControlButtonStyle::Close);
-    m_view.minimizeButton().setControlStyle(WindowControlButtonStyle::Minimize);
-    m_view.maximizeButton().setControlStyle(WindowControlButtonStyle::Maximize);
+    m_view.closeButton().setControlStyle(WindowControlButtonStyle::close);
+    m_view.minimizeButton().setControlStyle(WindowControlButtonStyle::minimize);
+    m_view.maximizeButton().setControlStyle(WindowControlButtonStyle::maximize);
     connect(&m_view.closeButton(), &QAbstractButton::clicked, this, &ViewController::closeWindow);
     connect(&m_view.windowButtonsView(), &WindowButtonsView::mouseHoveringChanged, this, [this](bool isHovering) {
         m_view.closeButton().setMouseHovering(isHovering);
@@ -250,8 +250,8 @@ void ViewController::setUpTransport()
     connect(&m_view.playPauseButton(), &QAbstractButton::clicked, this, &ViewController::playPausePressed);
     connect(&m_view.forwardButton(), &QAbstractButton::clicked, this, &ViewController::nextPressed);
     updatePlayPauseGlyph(m_musicConnector.currentState());
-    m_view.backwardButton().setControlGlyph(PlayerButtonTypes::Backward);
-    m_view.forwardButton().setControlGlyph(PlayerButtonTypes::Forward);
+    m_view.backwardButton().setControlGlyph(PlayerButtonTypes::backward);
+    m_view.forwardButton().setControlGlyph(PlayerButtonTypes::forward);
     seekWhileHeld(m_view.backwardButton(), &MusicApplication::rewind);
     seekWhileHeld(m_view.forwardButton(), &MusicApplication::fastForward);
 }
@@ -460,11 +460,11 @@ void ViewController::updatePlayPauseGlyph(FourCharCode state)
 {
     PlayerButton &button = m_view.playPauseButton();
     if (PlayerState::isIdle(state)) {
-        button.setControlGlyph(PlayerButtonTypes::Play);
+        button.setControlGlyph(PlayerButtonTypes::play);
     } else if (m_musicConnector.feedType() == FeedType::liveStream) {
-        button.setControlGlyph(PlayerButtonTypes::Stop);
+        button.setControlGlyph(PlayerButtonTypes::stop);
     } else {
-        button.setControlGlyph(PlayerButtonTypes::Pause);
+        button.setControlGlyph(PlayerButtonTypes::pause);
     }
 }
 

@@ -58,27 +58,27 @@ QPainterPath glyphPath(PlayerButtonTypes glyph)
     QPainterPath path;
     path.setFillRule(Qt::WindingFill);
     switch (glyph) {
-    case PlayerButtonTypes::Pause:
+    case PlayerButtonTypes::pause:
         path.addRect(11, 11, 5, 13);
         path.addRect(19, 11, 5, 13);
         break;
-    case PlayerButtonTypes::Play:
+    case PlayerButtonTypes::play:
         addTriangle(path, QRectF(12, 10, 15, 15), true);
         break;
-    case PlayerButtonTypes::Stop:
+    case PlayerButtonTypes::stop:
         path.addRect(11, 11, 13, 13);
         break;
-    case PlayerButtonTypes::Backward:
+    case PlayerButtonTypes::backward:
         addTriangle(path, QRectF(5, 9, 7, 7), false);
         addTriangle(path, QRectF(11, 9, 7, 7), false);
         break;
-    case PlayerButtonTypes::Forward:
+    case PlayerButtonTypes::forward:
         addTriangle(path, QRectF(7, 9, 7, 7), true);
         addTriangle(path, QRectF(13, 9, 7, 7), true);
         break;
-    case PlayerButtonTypes::Reserved5:
-    case PlayerButtonTypes::Reserved6:
-    case PlayerButtonTypes::Reserved7:
+    case PlayerButtonTypes::reserved5:
+    case PlayerButtonTypes::reserved6:
+    case PlayerButtonTypes::reserved7:
         break;
     }
     return path;
@@ -155,8 +155,8 @@ PlayerButtonCell::PlayerButtonCell()
         .control = 8.56,
         .wave = {9.72, 5.5},
         .isGlyphFaintWhenDisabled = false,
-        .firstGlyph = PlayerButtonTypes::Pause,
-        .lastGlyph = PlayerButtonTypes::Stop})
+        .firstGlyph = PlayerButtonTypes::pause,
+        .lastGlyph = PlayerButtonTypes::stop})
 {
 }
 
@@ -167,8 +167,8 @@ TunedeckPlayerButtonCell::TunedeckPlayerButtonCell()
         .control = 5.8,
         .wave = {5.54, 2.8},
         .isGlyphFaintWhenDisabled = true,
-        .firstGlyph = PlayerButtonTypes::Backward,
-        .lastGlyph = PlayerButtonTypes::Forward})
+        .firstGlyph = PlayerButtonTypes::backward,
+        .lastGlyph = PlayerButtonTypes::forward})
 {
 }
 

@@ -15,7 +15,7 @@ class Gradient;
 
 /// What the looks of a round button of the transport depend on.
 struct PlayerButtonState {
-    PlayerButtonTypes controlGlyph = PlayerButtonTypes::Forward;
+    PlayerButtonTypes controlGlyph = PlayerButtonTypes::forward;
     bool isPressed = false;
     bool isEnabled = true;
     bool isDark = false;
@@ -41,8 +41,8 @@ protected:
         double control = 0;
         QPointF wave;
         bool isGlyphFaintWhenDisabled = false;
-        PlayerButtonTypes firstGlyph = PlayerButtonTypes::Pause;
-        PlayerButtonTypes lastGlyph = PlayerButtonTypes::Pause;
+        PlayerButtonTypes firstGlyph = PlayerButtonTypes::pause;
+        PlayerButtonTypes lastGlyph = PlayerButtonTypes::pause;
     };
 
     explicit RoundButtonCell(const Measures &measures);

@@ -8,12 +8,12 @@
 namespace tunedeck {
 
 /// What a round button of the transport shows. The last three show nothing.
-enum class PlayerButtonTypes : qint64 { Pause, Play, Stop, Backward, Forward, Reserved5, Reserved6, Reserved7 };
+enum class PlayerButtonTypes : qint64 { pause, play, stop, backward, forward, reserved5, reserved6, reserved7 };
 
 /// No value for anything but 0 to 7.
 [[nodiscard]] constexpr std::optional<PlayerButtonTypes> playerButtonType(qint64 rawValue)
 {
-    if (rawValue < 0 || rawValue > static_cast<qint64>(PlayerButtonTypes::Reserved7)) {
+    if (rawValue < 0 || rawValue > static_cast<qint64>(PlayerButtonTypes::reserved7)) {
         return std::nullopt;
     }
     return static_cast<PlayerButtonTypes>(rawValue);

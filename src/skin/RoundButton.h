@@ -75,7 +75,7 @@ private:
     ActivationFlag m_isMainWindow;
     Cell m_cell;
     FaceCache<PlayerButtonState> m_faces;
-    PlayerButtonTypes m_controlGlyph = PlayerButtonTypes::Forward;
+    PlayerButtonTypes m_controlGlyph = PlayerButtonTypes::forward;
 };
 
 } // namespace tunedeck

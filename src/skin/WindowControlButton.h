@@ -34,7 +34,7 @@ private:
     ActivationFlag m_isMainWindow;
     WindowControlButtonCell m_cell;
     FaceCache<WindowControlButtonState> m_faces;
-    WindowControlButtonStyle m_controlStyle = WindowControlButtonStyle::Close;
+    WindowControlButtonStyle m_controlStyle = WindowControlButtonStyle::close;
     bool m_mouseHovering = false;
 };
 

@@ -36,11 +36,11 @@ struct Gem {
 Gem gemOf(WindowControlButtonStyle style)
 {
     switch (style) {
-    case WindowControlButtonStyle::Close:
+    case WindowControlButtonStyle::close:
         return {{200, 10, 10}, {{241, 200, 191}, 0.1F, 0.6}, 0.96F, {{109, 41, 32}, 0.85F, 0.95F}};
-    case WindowControlButtonStyle::Minimize:
+    case WindowControlButtonStyle::minimize:
         return {{209, 123, 52}, {{255, 246, 180}, 0, 0.7}, 1, {{113, 69, 41}, 0.8F, 0.95F}};
-    case WindowControlButtonStyle::Maximize:
+    case WindowControlButtonStyle::maximize:
         return {{74, 132, 14}, {{234, 244, 182}, 0.1F, 0.7}, 1, {{54, 85, 37}, 0.75F, 0.85F}};
     }
     fatalError("Impossible style of a window's button");
@@ -86,14 +86,14 @@ QPainterPath symbolPath(WindowControlButtonStyle style)
         path.lineTo(to);
     };
     switch (style) {
-    case WindowControlButtonStyle::Close:
+    case WindowControlButtonStyle::close:
         addLine({5, 5}, {9, 9});
         addLine({9, 5}, {5, 9});
         break;
-    case WindowControlButtonStyle::Minimize:
+    case WindowControlButtonStyle::minimize:
         addLine({4.5, 7}, {9.5, 7});
         break;
-    case WindowControlButtonStyle::Maximize:
+    case WindowControlButtonStyle::maximize:
         addLine({4.5, 7}, {9.5, 7});
         addLine({7, 4.5}, {7, 9.5});
         break;

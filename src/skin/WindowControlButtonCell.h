@@ -12,7 +12,7 @@ namespace tunedeck {
 
 /// What the looks of a window's button depend on.
 struct WindowControlButtonState {
-    WindowControlButtonStyle controlStyle = WindowControlButtonStyle::Close;
+    WindowControlButtonStyle controlStyle = WindowControlButtonStyle::close;
     bool isPressed = false;
     bool isHovered = false;
     bool isDark = false;

@@ -7,12 +7,12 @@
 
 namespace tunedeck {
 
-enum class WindowControlButtonStyle : qint64 { Close, Minimize, Maximize };
+enum class WindowControlButtonStyle : qint64 { close, minimize, maximize };
 
 /// No value for anything but 0 to 2.
 [[nodiscard]] constexpr std::optional<WindowControlButtonStyle> windowControlButtonStyle(qint64 rawValue)
 {
-    if (rawValue < 0 || rawValue > static_cast<qint64>(WindowControlButtonStyle::Maximize)) {
+    if (rawValue < 0 || rawValue > static_cast<qint64>(WindowControlButtonStyle::maximize)) {
         return std::nullopt;
     }
     return static_cast<WindowControlButtonStyle>(rawValue);

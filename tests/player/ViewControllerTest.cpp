@@ -215,7 +215,7 @@ private Q_SLOTS:
         player.music.quit();
         QCOMPARE(player.displayed(), {QStringLiteral("Music is not open")});
         QVERIFY(!player.view.lcd().primaryTimeLabel().isHidden());
-        QCOMPARE(player.view.playPauseButton().controlGlyph(), PlayerButtonTypes::Play);
+        QCOMPARE(player.view.playPauseButton().controlGlyph(), PlayerButtonTypes::play);
     }
 
     void aFrozenMusicKeepsTheTrackAndIsTold()
@@ -316,15 +316,15 @@ private Q_SLOTS:
         QTest::addColumn<FourCharCode>("state");
         QTest::addColumn<PlayerButtonTypes>("glyph");
         QTest::addColumn<QString>("title");
-        QTest::newRow("stopped") << false << PlayerState::stopped << PlayerButtonTypes::Play << QStringLiteral("Play");
-        QTest::newRow("paused") << false << PlayerState::paused << PlayerButtonTypes::Play << QStringLiteral("Play");
-        QTest::newRow("playing") << false << PlayerState::playing << PlayerButtonTypes::Pause
+        QTest::newRow("stopped") << false << PlayerState::stopped << PlayerButtonTypes::play << QStringLiteral("Play");
+        QTest::newRow("paused") << false << PlayerState::paused << PlayerButtonTypes::play << QStringLiteral("Play");
+        QTest::newRow("playing") << false << PlayerState::playing << PlayerButtonTypes::pause
                                  << QStringLiteral("Pause");
-        QTest::newRow("seeking") << false << PlayerState::rewinding << PlayerButtonTypes::Pause
+        QTest::newRow("seeking") << false << PlayerState::rewinding << PlayerButtonTypes::pause
                                  << QStringLiteral("Pause");
-        QTest::newRow("live, paused") << true << PlayerState::paused << PlayerButtonTypes::Play
+        QTest::newRow("live, paused") << true << PlayerState::paused << PlayerButtonTypes::play
                                       << QStringLiteral("Play");
-        QTest::newRow("live, playing") << true << PlayerState::playing << PlayerButtonTypes::Stop
+        QTest::newRow("live, playing") << true << PlayerState::playing << PlayerButtonTypes::stop
                                        << QStringLiteral("Stop");
     }
 
@@ -808,9 +808,9 @@ private Q_SLOTS:
         for (const WindowControlButton *button : buttons) {
             QVERIFY(!button->mouseHovering());
         }
-        QCOMPARE(buttons[0]->controlStyle(), WindowControlButtonStyle::Close);
-        QCOMPARE(buttons[1]->controlStyle(), WindowControlButtonStyle::Minimize);
-        QCOMPARE(buttons[2]->controlStyle(), WindowControlButtonStyle::Maximize);
+        QCOMPARE(buttons[0]->controlStyle(), WindowControlButtonStyle::close);
+        QCOMPARE(buttons[1]->controlStyle(), WindowControlButtonStyle::minimize);
+        QCOMPARE(buttons[2]->controlStyle(), WindowControlButtonStyle::maximize);
     }
 
     void theScreenReaderHearsWhatTheDisplayShows()

@@ -9,7 +9,7 @@
 using namespace tunedeck;
 
 namespace {
-constexpr PlayerButtonState empty{.controlGlyph = PlayerButtonTypes::Reserved5};
+constexpr PlayerButtonState empty{.controlGlyph = PlayerButtonTypes::reserved5};
 
 Picture large(const PlayerButtonState &state, double scale = 1)
 {
@@ -42,12 +42,12 @@ private Q_SLOTS:
 
     void aGlyphIsMadeOfARawValueFrom0To7()
     {
-        QCOMPARE(playerButtonType(0), PlayerButtonTypes::Pause);
-        QCOMPARE(playerButtonType(1), PlayerButtonTypes::Play);
-        QCOMPARE(playerButtonType(2), PlayerButtonTypes::Stop);
-        QCOMPARE(playerButtonType(3), PlayerButtonTypes::Backward);
-        QCOMPARE(playerButtonType(4), PlayerButtonTypes::Forward);
-        QCOMPARE(playerButtonType(7), PlayerButtonTypes::Reserved7);
+        QCOMPARE(playerButtonType(0), PlayerButtonTypes::pause);
+        QCOMPARE(playerButtonType(1), PlayerButtonTypes::play);
+        QCOMPARE(playerButtonType(2), PlayerButtonTypes::stop);
+        QCOMPARE(playerButtonType(3), PlayerButtonTypes::backward);
+        QCOMPARE(playerButtonType(4), PlayerButtonTypes::forward);
+        QCOMPARE(playerButtonType(7), PlayerButtonTypes::reserved7);
         QCOMPARE(playerButtonType(8), std::nullopt);
         QCOMPARE(playerButtonType(-1), std::nullopt);
     }
@@ -63,7 +63,7 @@ private Q_SLOTS:
 
     void theBezelIsDarkerInTheDark()
     {
-        const PlayerButtonState dark{.controlGlyph = PlayerButtonTypes::Reserved5, .isDark = true};
+        const PlayerButtonState dark{.controlGlyph = PlayerButtonTypes::reserved5, .isDark = true};
         for (const double scale : {1.0, 2.0}) {
             QVERIFY(isNear(large(dark, scale).at(17.25, 34.75), grey(3, 106), 2));
             QVERIFY(isNear(large(dark, scale).at(17.25, 0.25), grey(252, 39), 4));
@@ -106,28 +106,28 @@ private Q_SLOTS:
         QFETCH(const QColor, face);
         QFETCH(const QColor, glare);
         const Picture picture =
-            large({.controlGlyph = PlayerButtonTypes::Play, .isPressed = true, .isGraphite = graphite});
+            large({.controlGlyph = PlayerButtonTypes::play, .isPressed = true, .isGraphite = graphite});
         QVERIFY(isNear(picture.at(17.5, 30.5), face));
         QVERIFY(isNear(picture.at(17.5, 4.5), glare));
     }
 
     void theGlyphOfAPressedButtonLiesAboveTheGlare()
     {
-        const Picture picture = large({.controlGlyph = PlayerButtonTypes::Stop, .isPressed = true});
+        const Picture picture = large({.controlGlyph = PlayerButtonTypes::stop, .isPressed = true});
         QVERIFY(isNear(picture.at(13.5, 12.5), grey(69)));
         QVERIFY(isNear(picture.at(22.5, 22.5), grey(69)));
     }
 
     void theGlyphOfAButtonAtRestLiesUnderTheShade()
     {
-        const Picture picture = large(showing(PlayerButtonTypes::Stop));
+        const Picture picture = large(showing(PlayerButtonTypes::stop));
         QVERIFY(picture.at(13.5, 12.5).red() < 84);
         QVERIFY(isNear(picture.at(22.5, 22.5), grey(84)));
     }
 
     void pauseIsTwoBars()
     {
-        const Picture picture = large(showing(PlayerButtonTypes::Pause));
+        const Picture picture = large(showing(PlayerButtonTypes::pause));
         for (const double x : {11.5, 15.5, 19.5, 23.5}) {
             QVERIFY(isGlyph(picture.at(x, 11.5)));
             QVERIFY(isGlyph(picture.at(x, 23.5)));
@@ -141,7 +141,7 @@ private Q_SLOTS:
 
     void playPointsRight()
     {
-        const Picture picture = large(showing(PlayerButtonTypes::Play));
+        const Picture picture = large(showing(PlayerButtonTypes::play));
         QVERIFY(isGlyph(picture.at(12.5, 12.5)));
         QVERIFY(isGlyph(picture.at(12.5, 22.5)));
         QVERIFY(isGlyph(picture.at(24.5, 17.5)));
@@ -152,13 +152,13 @@ private Q_SLOTS:
 
     void backwardAndForwardAreTwoTrianglesThatOverlap()
     {
-        const Picture forward = small(showing(PlayerButtonTypes::Forward));
+        const Picture forward = small(showing(PlayerButtonTypes::forward));
         QVERIFY(isGlyph(forward.at(7.5, 14.5)));
         QVERIFY(isGlyph(forward.at(13.5, 14.5)));
         QVERIFY(isGlyph(forward.at(13.5, 12.5)));
         QVERIFY(!isGlyph(forward.at(12.5, 14.5)));
         QVERIFY(!isGlyph(forward.at(6.5, 12.5)));
-        const Picture backward = small(showing(PlayerButtonTypes::Backward));
+        const Picture backward = small(showing(PlayerButtonTypes::backward));
         QVERIFY(isGlyph(backward.at(17.5, 14.5)));
         QVERIFY(isGlyph(backward.at(11.5, 14.5)));
         QVERIFY(isGlyph(backward.at(11.5, 12.5)));
@@ -178,15 +178,15 @@ private Q_SLOTS:
 
     void theGlyphOfADisabledButtonThatSkipsIsFaint()
     {
-        const PlayerButtonState disabled{.controlGlyph = PlayerButtonTypes::Forward, .isEnabled = false};
-        QVERIFY(isNear(small(showing(PlayerButtonTypes::Forward)).at(8.5, 13.5), grey(84)));
+        const PlayerButtonState disabled{.controlGlyph = PlayerButtonTypes::forward, .isEnabled = false};
+        QVERIFY(isNear(small(showing(PlayerButtonTypes::forward)).at(8.5, 13.5), grey(84)));
         QVERIFY(isNear(small(disabled).at(8.5, 13.5), grey(192)));
     }
 
     void theGlyphOfADisabledButtonThatPlaysIsNot()
     {
-        const PlayerButtonState disabled{.controlGlyph = PlayerButtonTypes::Play, .isEnabled = false};
-        QVERIFY(large(disabled) == large(showing(PlayerButtonTypes::Play)));
+        const PlayerButtonState disabled{.controlGlyph = PlayerButtonTypes::play, .isEnabled = false};
+        QVERIFY(large(disabled) == large(showing(PlayerButtonTypes::play)));
     }
 };
 

@@ -53,19 +53,19 @@ private Q_SLOTS:
 
     void aNewButtonShowsForward()
     {
-        QCOMPARE(m_button->controlGlyph(), PlayerButtonTypes::Forward);
-        QCOMPARE(m_seekButton->controlGlyph(), PlayerButtonTypes::Forward);
+        QCOMPARE(m_button->controlGlyph(), PlayerButtonTypes::forward);
+        QCOMPARE(m_seekButton->controlGlyph(), PlayerButtonTypes::forward);
         QVERIFY(!m_seekButton->isHoldButton());
     }
 
     void onlyANewGlyphIsPainted()
     {
         PaintCounter paints(*m_button);
-        m_button->setControlGlyph(PlayerButtonTypes::Forward);
+        m_button->setControlGlyph(PlayerButtonTypes::forward);
         QCOMPARE(paints.takeCount(), 0);
-        m_button->setControlGlyph(PlayerButtonTypes::Play);
+        m_button->setControlGlyph(PlayerButtonTypes::play);
         QCOMPARE(paints.takeCount(), 1);
-        QCOMPARE(m_button->controlGlyph(), PlayerButtonTypes::Play);
+        QCOMPARE(m_button->controlGlyph(), PlayerButtonTypes::play);
     }
 
     void aClickOnTheFaceCounts()

@@ -12,7 +12,7 @@ using namespace tunedeck;
 
 namespace {
 constexpr WindowControlButtonStyle styles[] = {
-    WindowControlButtonStyle::Close, WindowControlButtonStyle::Minimize, WindowControlButtonStyle::Maximize};
+    WindowControlButtonStyle::close, WindowControlButtonStyle::minimize, WindowControlButtonStyle::maximize};
 
 Picture gem(const WindowControlButtonState &state, double scale = 1)
 {
@@ -38,9 +38,9 @@ private Q_SLOTS:
 
     void aStyleIsMadeOfARawValueFrom0To2()
     {
-        QCOMPARE(windowControlButtonStyle(0), WindowControlButtonStyle::Close);
-        QCOMPARE(windowControlButtonStyle(1), WindowControlButtonStyle::Minimize);
-        QCOMPARE(windowControlButtonStyle(2), WindowControlButtonStyle::Maximize);
+        QCOMPARE(windowControlButtonStyle(0), WindowControlButtonStyle::close);
+        QCOMPARE(windowControlButtonStyle(1), WindowControlButtonStyle::minimize);
+        QCOMPARE(windowControlButtonStyle(2), WindowControlButtonStyle::maximize);
         QCOMPARE(windowControlButtonStyle(3), std::nullopt);
         QCOMPARE(windowControlButtonStyle(-1), std::nullopt);
     }
@@ -70,9 +70,9 @@ private Q_SLOTS:
     void theGemsAreRedOrangeAndGreen()
     {
         const auto side = [](WindowControlButtonStyle style) { return gem({.controlStyle = style}).at(1.5, 7.5); };
-        const QColor close = side(WindowControlButtonStyle::Close);
-        const QColor minimize = side(WindowControlButtonStyle::Minimize);
-        const QColor maximize = side(WindowControlButtonStyle::Maximize);
+        const QColor close = side(WindowControlButtonStyle::close);
+        const QColor minimize = side(WindowControlButtonStyle::minimize);
+        const QColor maximize = side(WindowControlButtonStyle::maximize);
         QVERIFY(close.red() > 2 * close.green() && close.red() > 2 * close.blue());
         QVERIFY(minimize.red() > minimize.green() && minimize.green() > minimize.blue());
         QVERIFY(maximize.green() > maximize.red() && maximize.red() > maximize.blue());
@@ -94,9 +94,9 @@ private Q_SLOTS:
         // At the gem's side the highlight has an alpha of 0.376; the body below it shines through with the rest.
         constexpr double highlight = 255 * 0.376;
         constexpr double body = 209 * 0.624;
-        const int rest = gem({.controlStyle = WindowControlButtonStyle::Minimize}, 4).at(1.76, 7).red();
+        const int rest = gem({.controlStyle = WindowControlButtonStyle::minimize}, 4).at(1.76, 7).red();
         const int pressed =
-            gem({.controlStyle = WindowControlButtonStyle::Minimize, .isPressed = true}, 4).at(1.76, 7).red();
+            gem({.controlStyle = WindowControlButtonStyle::minimize, .isPressed = true}, 4).at(1.76, 7).red();
         QVERIFY(qAbs(pressed - rest * (highlight + 0.725 * body) / (highlight + body)) < 2.5);
     }
 
@@ -104,7 +104,7 @@ private Q_SLOTS:
     {
         const auto step = [](bool isPressed) {
             const Picture picture =
-                gem({.controlStyle = WindowControlButtonStyle::Minimize, .isPressed = isPressed}, 8);
+                gem({.controlStyle = WindowControlButtonStyle::minimize, .isPressed = isPressed}, 8);
             return picture.at(7, 11.65).red() - picture.at(7, 11.9).red();
         };
         QVERIFY(step(false) > 50);
@@ -121,7 +121,7 @@ private Q_SLOTS:
 
     void theLinesOfASymbolAreThinnerOnAFineScreen()
     {
-        const WindowControlButtonState minimize{.controlStyle = WindowControlButtonStyle::Minimize};
+        const WindowControlButtonState minimize{.controlStyle = WindowControlButtonStyle::minimize};
         // Two points, from 6 to 8.
         const int full = inkAt(minimize, 7, 6.5);
         QVERIFY(full > 50);
@@ -139,9 +139,9 @@ private Q_SLOTS:
 
     void theSymbolsAreACrossAMinusAndAPlusWithRoundEnds()
     {
-        const WindowControlButtonState close{.controlStyle = WindowControlButtonStyle::Close};
-        const WindowControlButtonState minimize{.controlStyle = WindowControlButtonStyle::Minimize};
-        const WindowControlButtonState maximize{.controlStyle = WindowControlButtonStyle::Maximize};
+        const WindowControlButtonState close{.controlStyle = WindowControlButtonStyle::close};
+        const WindowControlButtonState minimize{.controlStyle = WindowControlButtonStyle::minimize};
+        const WindowControlButtonState maximize{.controlStyle = WindowControlButtonStyle::maximize};
         for (const QPointF end : {QPointF(5, 5), QPointF(9, 5), QPointF(5, 9), QPointF(9, 9)}) {
             QVERIFY(inkAt(close, end.x(), end.y(), 8) > 20);
             QCOMPARE(inkAt(minimize, end.x(), end.y(), 8), 0);

@@ -33,18 +33,18 @@ private Q_SLOTS:
 
     void aNewButtonClosesAndIsNotHoveredOver()
     {
-        QCOMPARE(m_button->controlStyle(), WindowControlButtonStyle::Close);
+        QCOMPARE(m_button->controlStyle(), WindowControlButtonStyle::close);
         QVERIFY(!m_button->mouseHovering());
     }
 
     void onlyANewStyleIsPainted()
     {
         PaintCounter paints(*m_button);
-        m_button->setControlStyle(WindowControlButtonStyle::Close);
+        m_button->setControlStyle(WindowControlButtonStyle::close);
         QCOMPARE(paints.takeCount(), 0);
-        m_button->setControlStyle(WindowControlButtonStyle::Maximize);
+        m_button->setControlStyle(WindowControlButtonStyle::maximize);
         QCOMPARE(paints.takeCount(), 1);
-        QCOMPARE(m_button->controlStyle(), WindowControlButtonStyle::Maximize);
+        QCOMPARE(m_button->controlStyle(), WindowControlButtonStyle::maximize);
     }
 
     void onlyAChangeOfHoveringIsPainted()

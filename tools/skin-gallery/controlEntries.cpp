@@ -39,12 +39,12 @@ SkinGalleryEntries playerButtonEntries()
 {
     using enum PlayerButtonTypes;
     return {
-        playerButtonEntry(QStringLiteral("pause"), {.controlGlyph = Pause}),
-        playerButtonEntry(QStringLiteral("play"), {.controlGlyph = Play}),
-        playerButtonEntry(QStringLiteral("stop"), {.controlGlyph = Stop}),
-        playerButtonEntry(QStringLiteral("play-pressed"), {.controlGlyph = Play, .isPressed = true}),
+        playerButtonEntry(QStringLiteral("pause"), {.controlGlyph = pause}),
+        playerButtonEntry(QStringLiteral("play"), {.controlGlyph = play}),
+        playerButtonEntry(QStringLiteral("stop"), {.controlGlyph = stop}),
+        playerButtonEntry(QStringLiteral("play-pressed"), {.controlGlyph = play, .isPressed = true}),
         playerButtonEntry(
-            QStringLiteral("play-pressed-graphite"), {.controlGlyph = Play, .isPressed = true, .isGraphite = true}),
+            QStringLiteral("play-pressed-graphite"), {.controlGlyph = play, .isPressed = true, .isGraphite = true}),
     };
 }
 
@@ -52,12 +52,12 @@ SkinGalleryEntries tunedeckPlayerButtonEntries()
 {
     using enum PlayerButtonTypes;
     return {
-        tunedeckPlayerButtonEntry(QStringLiteral("backward"), {.controlGlyph = Backward}),
-        tunedeckPlayerButtonEntry(QStringLiteral("forward"), {.controlGlyph = Forward}),
-        tunedeckPlayerButtonEntry(QStringLiteral("forward-pressed"), {.controlGlyph = Forward, .isPressed = true}),
+        tunedeckPlayerButtonEntry(QStringLiteral("backward"), {.controlGlyph = backward}),
+        tunedeckPlayerButtonEntry(QStringLiteral("forward"), {.controlGlyph = forward}),
+        tunedeckPlayerButtonEntry(QStringLiteral("forward-pressed"), {.controlGlyph = forward, .isPressed = true}),
         tunedeckPlayerButtonEntry(QStringLiteral("forward-pressed-graphite"),
-            {.controlGlyph = Forward, .isPressed = true, .isGraphite = true}),
-        tunedeckPlayerButtonEntry(QStringLiteral("forward-disabled"), {.controlGlyph = Forward, .isEnabled = false}),
+            {.controlGlyph = forward, .isPressed = true, .isGraphite = true}),
+        tunedeckPlayerButtonEntry(QStringLiteral("forward-disabled"), {.controlGlyph = forward, .isEnabled = false}),
     };
 }
 
@@ -110,9 +110,9 @@ SkinGalleryEntries controlEntries()
 {
     using enum WindowControlButtonStyle;
     return playerButtonEntries() + tunedeckPlayerButtonEntries()
-        + windowControlButtonEntries(QStringLiteral("close"), Close)
-        + windowControlButtonEntries(QStringLiteral("minimize"), Minimize)
-        + windowControlButtonEntries(QStringLiteral("maximize"), Maximize)
+        + windowControlButtonEntries(QStringLiteral("close"), close)
+        + windowControlButtonEntries(QStringLiteral("minimize"), minimize)
+        + windowControlButtonEntries(QStringLiteral("maximize"), maximize)
         + SkinGalleryEntries{
             volumeSliderEntry(),
             progressSliderEntry(QStringLiteral("0"), 0, true),
