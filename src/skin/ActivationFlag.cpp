@@ -9,11 +9,13 @@ namespace tunedeck {
 
 ActivationFlag::ActivationFlag(const WindowActivation &activation, Status status)
 {
-    const bool isMain = status == Status::Main;
-    connect(&activation, isMain ? &WindowActivation::windowDidBecomeMain : &WindowActivation::windowDidBecomeKey, this,
-        [this] { set(true); });
-    connect(&activation, isMain ? &WindowActivation::windowDidResignMain : &WindowActivation::windowDidResignKey, this,
-        [this] { set(false); });
+    if (status == Status::Main) {
+        connect(&activation, &WindowActivation::windowDidBecomeMain, this, [this] { set(true); });
+        connect(&activation, &WindowActivation::windowDidResignMain, this, [this] { set(false); });
+    } else {
+        connect(&activation, &WindowActivation::windowDidBecomeKey, this, [this] { set(true); });
+        connect(&activation, &WindowActivation::windowDidResignKey, this, [this] { set(false); });
+    }
 }
 
 bool ActivationFlag::isSet() const

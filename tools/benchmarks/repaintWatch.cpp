@@ -27,10 +27,8 @@ constexpr int repaints = 300;
 
 template <typename Paint> double median(int rounds, Paint paint)
 {
-    std::vector<double> milliseconds;
-    for (int round = 0; round < rounds; ++round) {
-        milliseconds.push_back(paint());
-    }
+    std::vector<double> milliseconds(static_cast<std::size_t>(rounds));
+    std::generate(milliseconds.begin(), milliseconds.end(), paint);
     const auto middle = milliseconds.begin() + rounds / 2;
     std::nth_element(milliseconds.begin(), middle, milliseconds.end());
     return *middle;
