@@ -9,13 +9,20 @@
 #include "ViewController.h"
 #include "WindowControlButton.h"
 #include "WindowController.h"
+#include "dockTileIcon.h"
 
 #include <QApplication>
-#include <QIcon>
 
+#include <chrono>
 #include <utility>
 
 namespace tunedeck {
+
+namespace {
+using namespace std::chrono_literals;
+
+constexpr auto dockTileDelay = 100ms;
+} // namespace
 
 Application::Application(const Environment &environment, QObject *parent)
     : QObject(parent)
@@ -34,6 +41,11 @@ Application::Application(const Environment &environment, QObject *parent)
     const ViewController::Surroundings surroundings{
         m_musicConnector, m_defaults, environment.appearance, environment.windowActivation, *m_windowController};
     m_viewController = std::make_unique<ViewController>(surroundings, *m_playerView);
+
+    m_dockTileTimer.setSingleShot(true);
+    m_dockTileTimer.setInterval(dockTileDelay);
+    connect(
+        &m_dockTileTimer, &QTimer::timeout, this, [this] { QApplication::setWindowIcon(dockTileIcon(m_dockTile)); });
 
     connectPlayer();
     connectWindowButtons();
@@ -124,11 +136,10 @@ void Application::connectMenus()
 
 void Application::showDockTile(const QString &imageName)
 {
-    // It is told more often than it changes, and each time would be drawn in every size that the desktop may want.
-    if (imageName == std::exchange(m_dockTile, imageName)) {
-        return;
+    // It is told more often than it changes, and nobody waits for it to see the window.
+    if (imageName != std::exchange(m_dockTile, imageName)) {
+        m_dockTileTimer.start();
     }
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/") + imageName + QStringLiteral(".svg")));
 }
 
 } // namespace tunedeck

@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QTimer>
 
 #include <memory>
 
@@ -62,6 +63,7 @@ private:
     std::unique_ptr<WindowController> m_windowController;
     PlayerView *m_playerView; ///< the window's
     QString m_dockTile;
+    QTimer m_dockTileTimer{this};
     std::unique_ptr<ViewController> m_viewController;
     std::unique_ptr<MainMenu> m_mainMenu;
 };

@@ -14,6 +14,7 @@
 #include "ViewController.h"
 #include "WindowControlButton.h"
 #include "WindowController.h"
+#include "dockTileIcon.h"
 
 #include <QApplication>
 #include <QTest>
@@ -52,6 +53,22 @@ private Q_SLOTS:
         const auto dockMenu = application.delegate().applicationDockMenu();
         QCOMPARE(dockMenu->actions().at(2)->text(), QStringLiteral("    Track: Salt && Pepper"));
         QCOMPARE(dockMenu->actions().at(6)->text(), QStringLiteral("Pause"));
+    }
+
+    void theWindowsIconTellsTheState()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        const auto isShown = [](const QString &tile) {
+            return QApplication::windowIcon().pixmap(32, 32).toImage() == dockTileIcon(tile).pixmap(32, 32).toImage();
+        };
+        desktop.playTrack();
+        QTRY_VERIFY(isShown(QStringLiteral("DockTile_Pause")));
+        desktop.playLiveStream();
+        QTRY_VERIFY(isShown(QStringLiteral("DockTile_Stop")));
+        desktop.music.answers.playerState = PlayerState::paused;
+        application.musicConnector().refreshPlayerState();
+        QTRY_VERIFY(isShown(QStringLiteral("DockTile_Play")));
     }
 
     void aHiddenWindowReadsNothingOfMusic()
