@@ -2,6 +2,7 @@
 #include "Window.h"
 
 #include "WindowController.h"
+#include "canBeSeen.h"
 #include "frameExtents.h"
 #include "isScreenComposited.h"
 
@@ -61,6 +62,7 @@ Window::Window(WindowController &controller)
     create();
     windowHandle()->installEventFilter(this);
     connect(windowHandle(), &QWindow::screenChanged, this, &Window::invalidateShadow);
+    connect(windowHandle(), &QWindow::windowStateChanged, this, &Window::updateCanBeSeen);
     // Else the first control would have the keyboard, and Space would press it.
     setFocus();
 }
@@ -146,6 +148,7 @@ void Window::invalidateShadow()
     m_isComposited = isScreenComposited();
     const QMargins margins = m_isComposited ? WindowShadow::reach : QMargins();
     setShadowMargins(setFrameExtents(*windowHandle(), margins) ? margins : QMargins());
+    updateInputRegion();
     cutToOutline();
     update();
 }
@@ -268,6 +271,11 @@ void Window::mouseMoveEvent(QMouseEvent *event)
     }
 }
 
+void Window::mouseReleaseEvent(QMouseEvent *)
+{
+    m_pressPosition.reset();
+}
+
 void Window::moveEvent(QMoveEvent *)
 {
     // There are many of these in one drag: nothing is asked and nothing painted for each.
@@ -291,9 +299,7 @@ void Window::resizeEvent(QResizeEvent *)
     if (m_contentView) {
         m_contentView->setGeometry(contentRect());
     }
-    const int grip = std::min(edgeWidth, m_shadowMargins.left());
-    // The shadow is no part of the window to whoever clicks; but its sides can be caught from just outside of them.
-    setInputRegion(*windowHandle(), contentRect().adjusted(-grip, 0, grip, 0));
+    updateInputRegion();
     cutToOutline();
 }
 
@@ -325,13 +331,20 @@ void Window::showCursorFor(Qt::Edges edges)
 
 void Window::updateCanBeSeen()
 {
-    const bool canBeSeen = windowHandle()->isExposed() && !isMinimized();
+    const bool canBeSeen = tunedeck::canBeSeen(*windowHandle());
     if (canBeSeen == m_canBeSeen) {
         return;
     }
     m_canBeSeen = canBeSeen;
     m_hasBeenSeen |= canBeSeen;
     Q_EMIT canBeSeenChanged(canBeSeen);
+}
+
+/// The shadow is no part of the window to whoever clicks; but its sides can be caught from just outside of them.
+void Window::updateInputRegion()
+{
+    const int grip = std::min(edgeWidth, m_shadowMargins.left());
+    setInputRegion(*windowHandle(), contentRect().adjusted(-grip, 0, grip, 0));
 }
 
 void Window::applyLevel()

@@ -72,6 +72,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void moveEvent(QMoveEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -84,6 +85,7 @@ private:
     void applySizeLimits();
     void cutToOutline();
     void updateCanBeSeen();
+    void updateInputRegion();
     void applyLevel();
 
     WindowController &m_controller;

@@ -24,7 +24,7 @@ void PlainButton::setImage(const QString &name, QSize size)
 {
     m_imageName = name;
     m_imageSize = size;
-    m_picture = {};
+    m_image = {};
     update();
 }
 
@@ -42,24 +42,16 @@ void PlainButton::paintEvent(QPaintEvent *)
         return;
     }
     const QPoint corner((width() - m_imageSize.width()) / 2, (height() - m_imageSize.height()) / 2);
-    painter.drawPixmap(corner, picture(devicePixelRatioF()));
+    m_image.draw(painter, {corner, m_imageSize}, {}, [this](QPainter &image) { drawImage(image); });
 }
 
-const QPixmap &PlainButton::picture(double scale)
+void PlainButton::drawImage(QPainter &painter) const
 {
-    if (!m_picture.isNull() && m_picture.devicePixelRatio() == scale) {
-        return m_picture;
-    }
     QSvgRenderer image(QStringLiteral(":/images/%1.svg").arg(m_imageName));
     if (!image.isValid()) {
-        fatalError("Missing image");
+        fatalError("the picture \"" + m_imageName.toStdString() + "\" is missing");
     }
-    m_picture = QPixmap((QSizeF(m_imageSize) * scale).toSize());
-    m_picture.setDevicePixelRatio(scale);
-    m_picture.fill(Qt::transparent);
-    QPainter painter(&m_picture);
     image.render(&painter, QRectF({0, 0}, m_imageSize));
-    return m_picture;
 }
 
 } // namespace tunedeck

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "FaceCache.h"
 #include "SkinEnvironment.h"
 #include "SkinnedButton.h"
 
-#include <QPixmap>
 #include <QSize>
 #include <QString>
+
+#include <variant>
 
 namespace tunedeck {
 
@@ -26,11 +28,11 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    [[nodiscard]] const QPixmap &picture(double scale);
+    void drawImage(QPainter &painter) const;
 
     QString m_imageName;
     QSize m_imageSize;
-    QPixmap m_picture;
+    FaceCache<std::monostate> m_image;
 };
 
 } // namespace tunedeck

@@ -3,7 +3,9 @@
 
 #include "LCDTextColor.h"
 #include "PixelFont.h"
+#include "canBeSeen.h"
 
+#include <QApplication>
 #include <QFontMetricsF>
 #include <QMouseEvent>
 #include <QPainter>
@@ -24,11 +26,10 @@ constexpr QColor darkLcdTextColor(255, 255, 255, 191);
 constexpr double fontPixels = 10.5;
 /// Dark ink is engraved in the glass, light ink glows on it: a lit lip below, or a dark halo without which nobody could
 /// read it. In device pixels.
-constexpr std::array lipOffsets{QPointF(0, 1)};
+constexpr std::array lipOffsets{QPoint(0, 1)};
 constexpr double lipOpacity = 0.55;
-constexpr std::array haloOffsets{QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1), QPointF(-1, -1),
-    QPointF(1, -1), QPointF(-1, 1), QPointF(1, 1), QPointF(0, 2)};
-constexpr double haloOpacity = 0.4;
+constexpr std::array haloOffsets{QPoint(-1, -1), QPoint(1, -1), QPoint(-1, 1), QPoint(1, 1), QPoint(0, 2)};
+constexpr double haloOpacity = 0.5;
 /// The part of the height that fades out at the top and at the bottom.
 constexpr double verticalFade = 0.12;
 /// Room on either side of a text for what its first and last glyph draw beyond their advance.
@@ -84,6 +85,9 @@ ScrollingMarqueeView::ScrollingMarqueeView(Clock clock, QWidget *parent)
     m_timer->setSingleShot(true);
     m_timer->setTimerType(Qt::PreciseTimer);
     connect(m_timer, &QTimer::timeout, this, &ScrollingMarqueeView::refresh);
+    m_announcement.setSingleShot(true);
+    m_announcement.setInterval(0);
+    connect(&m_announcement, &QTimer::timeout, this, [this] { setText(displayStrings().join(QStringLiteral(", "))); });
     restart();
 }
 
@@ -103,7 +107,7 @@ void ScrollingMarqueeView::setDisplayStrings(const QStringList &strings)
     }
     m_textPixmaps.clear();
     m_timeline.setDisplayStrings(shown, m_clock());
-    setText(shown.join(QStringLiteral(", ")));
+    m_announcement.start();
     refresh();
 }
 
@@ -154,10 +158,12 @@ void ScrollingMarqueeView::showEvent(QShowEvent *event)
     QLabel::showEvent(event);
     if (m_watchedWindow) {
         m_watchedWindow->removeEventFilter(this);
+        m_watchedWindow->disconnect(this);
     }
     m_watchedWindow = window()->windowHandle();
     if (m_watchedWindow) {
         m_watchedWindow->installEventFilter(this);
+        connect(m_watchedWindow, &QWindow::windowStateChanged, this, &ScrollingMarqueeView::refresh);
     }
     refresh();
 }
@@ -171,19 +177,30 @@ void ScrollingMarqueeView::hideEvent(QHideEvent *event)
 void ScrollingMarqueeView::resizeEvent(QResizeEvent *event)
 {
     QLabel::resizeEvent(event);
+    if (event->oldSize().height() != height()) {
+        m_textPixmaps.clear();
+    }
     restart();
+}
+
+void ScrollingMarqueeView::mousePressEvent(QMouseEvent *event)
+{
+    QLabel::mousePressEvent(event);
+    m_pressPosition = event->globalPosition().toPoint();
 }
 
 void ScrollingMarqueeView::mouseReleaseEvent(QMouseEvent *event)
 {
     QLabel::mouseReleaseEvent(event);
     const bool isInside = rect().contains(event->position().toPoint());
-    if (!m_labelAdvancesOnClick || event->button() != Qt::LeftButton || !isInside) {
+    // Who drags the window by the display does not click on it.
+    const QPoint way = event->globalPosition().toPoint() - m_pressPosition;
+    const bool isDrag = way.manhattanLength() >= QApplication::startDragDistance();
+    if (!m_labelAdvancesOnClick || event->button() != Qt::LeftButton || !isInside || isDrag) {
         return;
     }
     event->accept();
     m_timeline.advance(m_clock());
-    setText(displayStrings().join(QStringLiteral(", ")));
     refresh();
 }
 
@@ -257,12 +274,11 @@ double ScrollingMarqueeView::textWidth(const QString &text) const
 
 bool ScrollingMarqueeView::canBeSeen() const
 {
-    return isVisible() && !window()->isMinimized() && m_watchedWindow && m_watchedWindow->isExposed();
+    return isVisible() && m_watchedWindow && tunedeck::canBeSeen(*m_watchedWindow);
 }
 
 void ScrollingMarqueeView::restart()
 {
-    m_textPixmaps.clear();
     m_mask = {};
     m_timeline.layOut(size(), m_clock());
     refresh();
@@ -275,6 +291,7 @@ void ScrollingMarqueeView::refresh()
     std::vector<MarqueeLabel> labels = m_timeline.labels(now);
     if (wouldLookDifferent(labels)) {
         m_labels = std::move(labels);
+        forgetWhatIsNotShown();
         update();
     }
     if (canBeSeen()) {
@@ -282,6 +299,15 @@ void ScrollingMarqueeView::refresh()
     } else {
         m_timer->stop();
     }
+}
+
+/// A text of a player's choosing can be as wide as many windows.
+void ScrollingMarqueeView::forgetWhatIsNotShown()
+{
+    m_textPixmaps.removeIf([this](QHash<QString, QPixmap>::iterator entry) {
+        return std::none_of(m_labels.begin(), m_labels.end(),
+            [&entry](const MarqueeLabel &label) { return label.text == entry.key(); });
+    });
 }
 
 void ScrollingMarqueeView::scheduleRefresh(MarqueeTimeline::TimePoint now)
@@ -322,37 +348,57 @@ bool ScrollingMarqueeView::wouldLookDifferent(const std::vector<MarqueeLabel> &l
 const QPixmap &ScrollingMarqueeView::textPixmap(const QString &text, double scale)
 {
     QPixmap &pixmap = m_textPixmaps[text];
-    if (!pixmap.isNull() && pixmap.devicePixelRatio() == scale) {
-        return pixmap;
+    if (pixmap.isNull() || pixmap.devicePixelRatio() != scale) {
+        pixmap = QPixmap::fromImage(engraved(writtenText(text, scale)));
     }
-    const QFontMetricsF metrics(font(), this);
-    pixmap = QPixmap(devicePixels(textWidth(text) + 2 * overhang, scale), devicePixels(height(), scale));
-    pixmap.setDevicePixelRatio(scale);
-    pixmap.fill(Qt::transparent);
-    const double baseline = (height() - metrics.ascent() - metrics.descent()) / 2 + metrics.ascent();
-    QPainter painter(&pixmap);
-    painter.setFont(font());
-    drawText(painter, QPointF(overhang, std::round(baseline * scale) / scale), text);
     return pixmap;
 }
 
-void ScrollingMarqueeView::drawText(QPainter &painter, QPointF baseline, const QString &text) const
+/// In opaque ink.
+QImage ScrollingMarqueeView::writtenText(const QString &text, double scale) const
 {
-    const double pixel = 1 / painter.device()->devicePixelRatioF();
+    const QFontMetricsF metrics(font(), this);
+    const QSize size(devicePixels(textWidth(text) + 2 * overhang, scale), devicePixels(height(), scale));
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::transparent);
+    const double baseline = (height() - metrics.ascent() - metrics.descent()) / 2 + metrics.ascent();
+    QPainter painter(&image);
+    painter.setFont(font());
+    painter.setPen(QColor(m_color.rgb()));
+    painter.drawText(QPointF(overhang, std::round(baseline * scale) / scale), text);
+    return image;
+}
+
+/// The text with its lip or halo. Glyphs are slow to draw in any but the simplest way, pictures of them are not.
+QImage ScrollingMarqueeView::engraved(QImage text) const
+{
+    const double scale = text.devicePixelRatio();
+    text.setDevicePixelRatio(1);
     const bool isDark = m_color == darkLcdTextColor;
-    const std::span<const QPointF> offsets = isDark ? std::span<const QPointF>(haloOffsets) : lipOffsets;
-    painter.setPen(isDark ? lcdTextColor : Qt::white);
+    QImage shade = text;
+    QPainter shading(&shade);
+    shading.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    shading.fillRect(shade.rect(), isDark ? lcdTextColor : Qt::white);
+    shading.end();
+
+    QImage result(text.size(), QImage::Format_ARGB32_Premultiplied);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
     painter.setOpacity(isDark ? haloOpacity : lipOpacity);
-    for (const QPointF &offset : offsets) {
-        painter.drawText(baseline + offset * pixel, text);
+    for (const QPoint &offset : isDark ? std::span<const QPoint>(haloOffsets) : lipOffsets) {
+        painter.drawImage(offset, shade);
     }
-    painter.setOpacity(1);
     // The ink is translucent, and is not to be tinted by what lies around it.
+    painter.setOpacity(1);
     painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
-    painter.drawText(baseline, text);
+    painter.drawImage(0, 0, text);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter.setPen(m_color);
-    painter.drawText(baseline, text);
+    painter.setOpacity(m_color.alphaF());
+    painter.drawImage(0, 0, text);
+    painter.end();
+    result.setDevicePixelRatio(scale);
+    return result;
 }
 
 const QImage &ScrollingMarqueeView::mask(double scale)

@@ -10,12 +10,11 @@
 #include <QMargins>
 #include <QPixmap>
 #include <QPointer>
+#include <QTimer>
 #include <QWindow>
 
 #include <functional>
 #include <vector>
-
-class QTimer;
 
 namespace tunedeck {
 
@@ -43,6 +42,7 @@ public:
     void setFadeInsetInPoints(double inset);
     [[nodiscard]] bool labelAdvancesOnClick() const;
     void setLabelAdvancesOnClick(bool advances);
+    /// Whether its ink is light, as in the dark appearance.
     void setDark(bool dark);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -51,6 +51,7 @@ protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
@@ -60,6 +61,7 @@ private:
     [[nodiscard]] bool canBeSeen() const;
     void restart();
     void refresh();
+    void forgetWhatIsNotShown();
     void scheduleRefresh(MarqueeTimeline::TimePoint now);
     [[nodiscard]] std::chrono::nanoseconds untilNextFrame(MarqueeTimeline::TimePoint now) const;
     [[nodiscard]] bool wouldLookDifferent(const std::vector<MarqueeLabel> &labels) const;
@@ -68,13 +70,17 @@ private:
     [[nodiscard]] QImage fadedLabels(const QRect &part, double scale);
     /// How far the labels are faded, in device pixels.
     [[nodiscard]] QMargins fadeMargins(double scale) const;
-    void drawText(QPainter &painter, QPointF baseline, const QString &text) const;
+    [[nodiscard]] QImage writtenText(const QString &text, double scale) const;
+    [[nodiscard]] QImage engraved(QImage text) const;
     [[nodiscard]] const QPixmap &textPixmap(const QString &text, double scale);
     [[nodiscard]] const QImage &mask(double scale);
 
     Clock m_clock;
     MarqueeTimeline m_timeline;
     QTimer *m_timer;
+    /// What is cleared to show something else is not read out as empty.
+    QTimer m_announcement;
+    QPoint m_pressPosition; ///< on the desktop
     QPointer<QWindow> m_watchedWindow;
     std::vector<MarqueeLabel> m_labels;
     QHash<QString, QPixmap> m_textPixmaps;

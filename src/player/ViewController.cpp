@@ -391,13 +391,29 @@ void ViewController::updateLCDForFeedType()
     m_view.playPauseButton().setToolTip(feedType == FeedType::liveStream
             ? tr("Play or stop playing live audio", "For UI labels: Play or stop playing live audio")
             : tr("Play or pause the current track", "For UI labels: Play or pause the current track"));
+    if (isEmptyFeed(feedType)) {
+        moveKeyboardFrom(m_view.lcd().trackProgressSlider());
+    }
     m_view.lcd().trackProgressSlider().setEnabled(!isEmptyFeed(feedType));
+}
+
+/// The toolkit would move it to the control that comes next, whatever the next press of Space then does.
+void ViewController::moveKeyboardFrom(const QWidget &control)
+{
+    if (control.hasFocus()) {
+        m_view.playPauseButton().setFocus(Qt::TabFocusReason);
+    }
 }
 
 void ViewController::showControlsForFeedType(FeedType feedType)
 {
     const bool isLive = feedType == FeedType::liveStream;
     LcdView &lcd = m_view.lcd();
+    if (isLive) {
+        moveKeyboardFrom(lcd.trackProgressSlider());
+        moveKeyboardFrom(m_view.backwardButton());
+        moveKeyboardFrom(m_view.forwardButton());
+    }
     lcd.isLiveLabel().setVisible(isLive);
     lcd.trackProgressSlider().setHidden(isLive);
     lcd.primaryTimeLabel().setHidden(isLive);

@@ -113,6 +113,7 @@ private:
     void observeExpansion();
 
     void updateLCDForFeedType();
+    void moveKeyboardFrom(const QWidget &control);
     void showControlsForFeedType(FeedType feedType);
     void showFallbackText(FeedType feedType);
     void clearTrackInfo();

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace tunedeck {
 
@@ -106,6 +105,14 @@ QRectF PercentSlider::knobRect() const
     return {QPointF(doubleValue() / 100 * travel, (height() - m_knobSize.height()) / 2), m_knobSize};
 }
 
+bool PercentSlider::event(QEvent *event)
+{
+    if (event->type() == QEvent::Paint) {
+        m_paintedKnob = knobPixel();
+    }
+    return QSlider::event(event);
+}
+
 void PercentSlider::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton) {
@@ -143,16 +150,25 @@ void PercentSlider::wheelEvent(QWheelEvent *event)
     event->ignore();
 }
 
+void PercentSlider::hideEvent(QHideEvent *event)
+{
+    QSlider::hideEvent(event);
+    // The release of the button that holds the knob never comes.
+    setSliderDown(false);
+}
+
 void PercentSlider::sliderChange(SliderChange change)
 {
     // A knob that follows a track creeps: most of its steps would be painted for nothing.
-    if (change == SliderValueChange) {
-        const qint64 knob = std::llround(knobRect().left() * devicePixelRatioF());
-        if (knob == std::exchange(m_paintedKnob, knob)) {
-            return;
-        }
+    if (change == SliderValueChange && knobPixel() == m_paintedKnob) {
+        return;
     }
     QSlider::sliderChange(change);
+}
+
+qint64 PercentSlider::knobPixel() const
+{
+    return std::llround(knobRect().left() * devicePixelRatioF());
 }
 
 void PercentSlider::moveKnobTo(double left)

@@ -19,7 +19,8 @@ public:
     [[nodiscard]] double doubleValue() const;
     /// Moves the knob without telling `adjusted`. What lies outside becomes the nearer end; what is not finite, 0.
     void setDoubleValue(double percent);
-    /// What an arrow key changes the value by; a page key changes it by thrice as much.
+    /// What an arrow key changes the value by, 0 to 100; a page key changes it by thrice as much. With 0 the keys do
+    /// nothing.
     void setStep(double percent);
 
 Q_SIGNALS:
@@ -27,6 +28,7 @@ Q_SIGNALS:
     void adjusted(double percent);
 
 protected:
+    bool event(QEvent *event) override;
     /// From edge to edge and 4 points high, halfway down the slider. In points.
     [[nodiscard]] QRectF barRect() const;
     /// Halfway down the slider, too. From 0 to 100 it travels from edge to edge.
@@ -36,10 +38,12 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
     void sliderChange(SliderChange change) override;
 
 private:
     void moveKnobTo(double left);
+    [[nodiscard]] qint64 knobPixel() const;
 
     QSizeF m_knobSize;
     /// Where the knob was last painted, in device pixels.

@@ -2,6 +2,7 @@
 #include "SkinnedButton.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 
 namespace tunedeck {
 
@@ -32,6 +33,13 @@ bool SkinnedButton::event(QEvent *event)
         return true;
     }
     return QAbstractButton::event(event);
+}
+
+void SkinnedButton::mouseMoveEvent(QMouseEvent *event)
+{
+    QAbstractButton::mouseMoveEvent(event);
+    // What it ignores would reach the window.
+    event->accept();
 }
 
 } // namespace tunedeck

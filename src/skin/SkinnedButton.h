@@ -7,8 +7,8 @@ namespace tunedeck {
 
 /// What all buttons of the skin have in common, whatever they look like.
 ///
-/// A click does not take the keyboard, so that Space goes on playing and pausing after it; Tab does. A disabled button
-/// swallows the mouse: the window is not dragged by it.
+/// A click does not take the keyboard, so that Space goes on playing and pausing after it; Tab does. The window is
+/// never dragged by a button, not by a disabled one either.
 class SkinnedButton : public QAbstractButton {
     Q_OBJECT
 
@@ -17,6 +17,7 @@ public:
 
 protected:
     bool event(QEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
 };
 
 } // namespace tunedeck

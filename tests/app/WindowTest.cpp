@@ -108,6 +108,9 @@ private Q_SLOTS:
         window.show();
         QTRY_COMPARE(seen.count(), 3);
         QCOMPARE(seen.last().first().toBool(), true);
+        window.showMinimized();
+        QTRY_COMPARE(seen.count(), 4);
+        QCOMPARE(seen.last().first().toBool(), false);
     }
 
     void movingPaintsNothing()

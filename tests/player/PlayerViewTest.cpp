@@ -1,11 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "PlayerView.h"
 
+#include "ClassicAudioProgressSlider.h"
+#include "LcdView.h"
+#include "PlainButton.h"
+#include "PlayerButton.h"
+#include "ScrollingMarqueeView.h"
 #include "SkinDesk.h"
+#include "TunedeckPlayerButton.h"
+#include "VolumeSlider.h"
+#include "WindowButtonsView.h"
+#include "WindowControlButton.h"
 
 #include <QImage>
+#include <QLabel>
 #include <QRegularExpression>
 #include <QTest>
+
+#include <initializer_list>
 
 using namespace tunedeck;
 
@@ -14,6 +26,64 @@ class PlayerViewTest : public QObject {
 
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void everythingHasItsPlace_data()
+    {
+        QTest::addColumn<int>("width");
+        for (const int width : {350, 450, 550}) {
+            QTest::newRow(qPrintable(QString::number(width))) << width;
+        }
+    }
+
+    void everythingHasItsPlace()
+    {
+        QFETCH(const int, width);
+        const SkinDesk desk;
+        PlayerView view(desk.environment);
+        view.resize(width, 128);
+        view.show();
+        const auto frame = [&view](const QWidget &control) {
+            return QRect(control.mapTo(&view, QPoint()), control.size());
+        };
+        QCOMPARE(frame(view.closeButton()), QRect(8, 6, 14, 14));
+        QCOMPARE(frame(view.minimizeButton()), QRect(8, 25, 14, 14));
+        QCOMPARE(frame(view.maximizeButton()), QRect(8, 44, 14, 14));
+        QCOMPARE(frame(view.backwardButton()), QRect(30, 9, 25, 25));
+        QCOMPARE(frame(view.playPauseButton()), QRect(57, 4, 35, 35));
+        QCOMPARE(frame(view.forwardButton()), QRect(94, 9, 25, 25));
+        QCOMPARE(frame(view.volumeMinButton()).left(), 32);
+        QCOMPARE(frame(view.volumeMaxButton()).right(), 119);
+        for (const QWidget *control :
+            std::initializer_list<QWidget *>{&view.volumeMinButton(), &view.volumeSlider(), &view.volumeMaxButton()}) {
+            QCOMPARE(frame(*control).y() + frame(*control).height() / 2, 52);
+        }
+        LcdView &lcd = view.lcd();
+        QCOMPARE(frame(lcd), QRect(130, 6, width - 138, 52));
+        QCOMPARE(frame(lcd.trackInfoLabel()), QRect(138, 6, width - 154, 30));
+        for (const QWidget *control : std::initializer_list<QWidget *>{&lcd.primaryTimeLabel(),
+                 &lcd.trackProgressSlider(), &lcd.secondaryTimeLabel(), &lcd.isLiveLabel(), &lcd.infoButton()}) {
+            QCOMPARE(frame(*control).y() + frame(*control).height() / 2, 42);
+        }
+        QCOMPARE(frame(view.drawerContainerView()), QRect(0, 60, width, 64));
+    }
+
+    void itsTextsHaveTheirSizes()
+    {
+        const SkinDesk desk;
+        PlayerView view(desk.environment);
+        LcdView &lcd = view.lcd();
+        const auto pixels = [](const QWidget &text) { return text.font().pointSizeF() * text.logicalDpiY() / 72; };
+        QCOMPARE(pixels(lcd.primaryTimeLabel()), 9.5);
+        QCOMPARE(pixels(lcd.secondaryTimeLabel()), 9.5);
+        QCOMPARE(pixels(lcd.isLiveLabel()), 9.0);
+        QVERIFY(lcd.isLiveLabel().font().bold());
+        QCOMPARE(pixels(lcd.infoButton()), 12.0);
+        QVERIFY(lcd.infoButton().font().bold());
+        QVERIFY(lcd.infoButton().font().italic());
+        QCOMPARE(lcd.infoButton().text(), QStringLiteral("i"));
+        QCOMPARE(pixels(lcd.trackInfoLabel()), 10.5);
+        QVERIFY(lcd.trackInfoLabel().font().bold());
+    }
 
     void itsCornersAreRoundAndItsInsideIsNot()
     {

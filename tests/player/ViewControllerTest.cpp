@@ -583,6 +583,25 @@ private Q_SLOTS:
         QCOMPARE(slider.doubleValue(), 5.0);
     }
 
+    void aKnobThatIsHeldStillFollowsTheTrackAgain()
+    {
+        Player player;
+        player.view.resize(450, 64);
+        player.view.show();
+        player.play(localTrackInfo());
+        PercentSlider &slider = player.view.lcd().trackProgressSlider();
+        QTest::mousePress(&slider, Qt::LeftButton, {}, slider.rect().center());
+        QVERIFY(slider.isSliderDown());
+        const double held = slider.doubleValue();
+        QVERIFY(held > 40);
+        player.connector->updatePlayerProgressInfo();
+        QCOMPARE(slider.doubleValue(), held);
+        QVERIFY(elapse(player.timer(u"dragLetGoTimer")));
+        player.connector->updatePlayerProgressInfo();
+        QCOMPARE(slider.doubleValue(), 5.0);
+        QTest::mouseRelease(&slider, Qt::LeftButton, {}, slider.rect().center());
+    }
+
     void eachMoveOfTheKnobBeginsTheThirdOfASecondAnew()
     {
         Player player;
@@ -818,7 +837,7 @@ private Q_SLOTS:
         Player player;
         player.play(localTrackInfo());
         LcdView &lcd = player.view.lcd();
-        QCOMPARE(accessible(lcd.trackInfoLabel()).text(QAccessible::Name), QStringLiteral("Blues, Band, Record"));
+        QTRY_COMPARE(accessible(lcd.trackInfoLabel()).text(QAccessible::Name), QStringLiteral("Blues, Band, Record"));
         QCOMPARE(accessible(lcd.trackInfoLabel()).role(), QAccessible::StaticText);
         QCOMPARE(accessible(lcd.primaryTimeLabel()).text(QAccessible::Name), QStringLiteral("0:10"));
         QCOMPARE(accessible(lcd.primaryTimeLabel()).text(QAccessible::Description), QStringLiteral("Elapsed time"));
@@ -866,6 +885,41 @@ private Q_SLOTS:
             QTest::keyClick(player.view.windowHandle(), Qt::Key_Tab);
             QCOMPARE(QApplication::focusWidget(), next);
         }
+    }
+
+    void theKeyboardNeverLandsOnAControlThatDoesHarm()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.view.resize(450, 64);
+        player.view.show();
+        QVERIFY(QTest::qWaitForWindowActive(&player.view));
+        const QList<QWidget *> disabledByALiveStream{
+            &player.view.backwardButton(), &player.view.forwardButton(), &player.view.lcd().trackProgressSlider()};
+        for (QWidget *control : disabledByALiveStream) {
+            player.play(localTrackInfo());
+            control->setFocus();
+            QVERIFY(control->hasFocus());
+            player.play(liveStreamInfo());
+            QVERIFY(player.view.playPauseButton().hasFocus());
+        }
+        player.play(localTrackInfo());
+        player.view.lcd().trackProgressSlider().setFocus();
+        player.stop();
+        QVERIFY(player.view.playPauseButton().hasFocus());
+    }
+
+    void aTrackIsNotShownWhileMusicIsNotRunningOrPlaysNothing()
+    {
+        const MusicConnectorTrack track(QStringLiteral("Late"), {}, {}, 10.0, {});
+        Player closed(false);
+        closed.controller->setCurrentTrack(track);
+        QCOMPARE(closed.displayed(), {QStringLiteral("Music is not open")});
+        closed.music.launch();
+        QCOMPARE(closed.displayed(), {QStringLiteral("No Song")});
+        Player stopped;
+        stopped.controller->setCurrentTrack(track);
+        QCOMPARE(stopped.displayed(), {QStringLiteral("No Song")});
     }
 
     void everyControlHasAName()

@@ -53,6 +53,31 @@ private Q_SLOTS:
         QCOMPARE(paints.takeCount(), 1);
     }
 
+    void aKnobThatGoesWhereItWasBeforeAResizeIsPainted()
+    {
+        PercentSlider slider(knobSize);
+        slider.resize(116, 16);
+        slider.setDoubleValue(50);
+        PaintCounter paints(slider);
+        slider.resize(216, 16);
+        (void)paints.takeCount();
+        // 50 points to the right, as before, of twice the way.
+        slider.setDoubleValue(25);
+        QCOMPARE(paints.takeCount(), 1);
+    }
+
+    void aSliderThatIsHiddenInADragLetsGo()
+    {
+        PercentSlider slider(knobSize);
+        slider.resize(116, 16);
+        slider.show();
+        QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(8, 8));
+        QVERIFY(slider.isSliderDown());
+        slider.hide();
+        slider.show();
+        QVERIFY(!slider.isSliderDown());
+    }
+
     void whatIsNotFiniteIsTheStart()
     {
         PercentSlider slider(knobSize);

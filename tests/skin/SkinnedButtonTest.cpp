@@ -21,9 +21,11 @@ protected:
 class ListeningWindow : public QWidget {
 public:
     int presses = 0;
+    int moves = 0;
 
 protected:
     void mousePressEvent(QMouseEvent *) override { ++presses; }
+    void mouseMoveEvent(QMouseEvent *) override { ++moves; }
 };
 } // namespace
 
@@ -74,6 +76,20 @@ private Q_SLOTS:
         QTest::keyClick(window.windowHandle(), Qt::Key_Space);
         QCOMPARE(clicked.count(), 1);
         QCOMPARE(triggered.count(), 0);
+    }
+
+    void whoMovesWhilePressingItDoesNotMoveTheWindow()
+    {
+        ListeningWindow window;
+        PlainButton button(&window);
+        button.setGeometry(10, 10, 20, 20);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QMouseEvent moved(
+            QEvent::MouseMove, QPointF(40, 10), QPointF(40, 10), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&button, &moved);
+        QVERIFY(moved.isAccepted());
+        QCOMPARE(window.moves, 0);
     }
 
     void aDisabledButtonKeepsTheMouseFromTheWindow()

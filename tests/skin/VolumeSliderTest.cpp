@@ -217,18 +217,18 @@ private Q_SLOTS:
     {
         const SkinDesk desk;
         VolumeSlider slider(desk.environment);
-        slider.resize(113, 20);
-        // 13 points wide, it has 100 to travel.
+        slider.resize(114, 20);
+        // 14 points wide, it has 100 to travel.
         slider.setDoubleValue(30);
         QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(42, 10));
         QCOMPARE(slider.doubleValue(), 30.0);
         QTest::mouseMove(&slider, QPoint(52, 10));
         QCOMPARE(slider.doubleValue(), 40.0);
         QTest::mouseRelease(&slider, Qt::LeftButton, {}, QPoint(52, 10));
-        QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(54, 10));
-        QCOMPARE(slider.doubleValue(), 47.5);
-        QTest::mouseMove(&slider, QPoint(55, 10));
-        QCOMPARE(slider.doubleValue(), 48.5);
+        QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(55, 10));
+        QCOMPARE(slider.doubleValue(), 48.0);
+        QTest::mouseMove(&slider, QPoint(56, 10));
+        QCOMPARE(slider.doubleValue(), 49.0);
     }
 
     void itIsPaintedWholeWhateverMovesItsKnob()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Prints, in milliseconds, the medians of what it takes to paint the player: the whole of it for the first time, the
-// whole of it again, and one frame of its marquee. The scale is the platform's (QT_SCALE_FACTOR).
+// whole of it again, one frame of its marquee, and the first frame of the longest title it can have, in the dark. The
+// scale is the platform's (QT_SCALE_FACTOR).
 #include "Appearance.h"
 #include "LcdView.h"
 #include "PlayerView.h"
@@ -42,12 +43,14 @@ template <typename Paint> double timed(Paint paint)
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
-std::unique_ptr<PlayerView> shownPlayer(const SkinEnvironment &environment)
+constexpr int longestTitle = 1000; // characters, of the widest
+
+std::unique_ptr<PlayerView> shownPlayer(const SkinEnvironment &environment, const QString &title = QString(200, u'm'))
 {
     auto view = std::make_unique<PlayerView>(environment);
     view->setAttribute(Qt::WA_TranslucentBackground);
     view->resize(450, 64);
-    view->lcd().trackInfoLabel().setDisplayStrings({QString(200, u'm')});
+    view->lcd().trackInfoLabel().setDisplayStrings({title});
     view->show();
     return view;
 }
@@ -72,6 +75,12 @@ int main(int argc, char *argv[])
     const double again = median(repaints, [&view] { return timed([&view] { view->repaint(); }); });
     QWidget &marquee = view->lcd().trackInfoLabel();
     const double frame = median(repaints, [&marquee] { return timed([&marquee] { marquee.repaint(); }); });
-    std::printf("%f %f %f\n", first, again, frame);
+    appearance.setApplicationAppearance(AppearanceName::DarkAqua);
+    const double longTitle = median(firstPaints, [&environment] {
+        const std::unique_ptr<PlayerView> player = shownPlayer(environment, QString(longestTitle, u'W'));
+        QWidget &label = player->lcd().trackInfoLabel();
+        return timed([&label] { (void)label.grab(); });
+    });
+    std::printf("%f %f %f %f\n", first, again, frame, longTitle);
     return 0;
 }
