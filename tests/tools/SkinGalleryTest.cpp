@@ -115,6 +115,12 @@ const QList<Row> &rows()
                 u"maximize-hover"_s, u"maximize-hover-pressed"_s, u"maximize-hover-graphite"_s}},
         {u"VolumeSliderCell"_s, {100, 20}, {u"bar"_s}},
         {u"ClassicAudioProgressSliderCell"_s, {200, 20}, {u"0"_s, u"50"_s, u"100"_s, u"disabled"_s}},
+        {u"DrawerBackground"_s, {450, 64}, {u"main"_s, u"inactive"_s}},
+        {u"ShadowView"_s, {450, 40}, {u"shadow"_s}},
+        {u"MetalButton"_s, {44, 30}, {u"bezel"_s, u"bezel-pressed"_s}},
+        {u"MetalGlyphButton"_s, {44, 30}, {u"bezel"_s, u"bezel-pressed"_s}},
+        {u"MetalPopupButton"_s, {180, 22}, {u"bezel"_s, u"bezel-pressed"_s, u"bezel-inactive"_s}},
+        {u"AuxiliaryButton"_s, {12, 11}, {u"normal"_s, u"pressed"_s}},
     };
     return rows;
 }

@@ -29,5 +29,7 @@ using SkinGalleryEntries = QList<SkinGalleryEntry>;
 [[nodiscard]] SkinGalleryEntries groundEntries();
 /// Buttons and sliders.
 [[nodiscard]] SkinGalleryEntries controlEntries();
+/// The drawer's ground and its controls.
+[[nodiscard]] SkinGalleryEntries drawerEntries();
 
 } // namespace tunedeck

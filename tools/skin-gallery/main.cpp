@@ -50,7 +50,7 @@ int writeGallery(const QDir &folder)
 {
     QTextStream out(stdout);
     ContactSheet sheet;
-    const SkinGalleryEntries entries = groundEntries() + controlEntries();
+    const SkinGalleryEntries entries = groundEntries() + controlEntries() + drawerEntries();
     for (const SkinGalleryEntry &entry : entries) {
         for (const bool dark : {false, true}) {
             for (const int scale : {1, 2}) {

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What the benchmarks run in: a home, a display and a bus that nothing else uses, with the demo player on it."""
+"""What benchmarks, photographs and tests of the desktop run in: a home, a display and a bus that nothing else uses."""
 
 import contextlib
 import os
@@ -10,11 +10,11 @@ import time
 from collections.abc import Iterator
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parents[2]
+ROOT = Path(__file__).resolve().parents[1]
 
 
 class Build:
-    """The programs of a release build."""
+    """The programs of a build."""
 
     def __init__(self, folder: Path) -> None:
         folder = folder.resolve()
@@ -30,12 +30,11 @@ class Build:
 
 @contextlib.contextmanager
 def running(*command: str | Path, **options: object) -> Iterator[subprocess.Popen]:
-    process = subprocess.Popen(command, text=True, stderr=subprocess.DEVNULL, **options)
-    try:
-        yield process
-    finally:
-        process.terminate()
-        process.wait()
+    with subprocess.Popen(command, text=True, stderr=subprocess.DEVNULL, **options) as process:
+        try:
+            yield process
+        finally:
+            process.terminate()
 
 
 @contextlib.contextmanager
@@ -61,6 +60,14 @@ def window_manager() -> Iterator[None]:
         while subprocess.run(["xdotool", "get_num_desktops"], capture_output=True).returncode != 0:
             time.sleep(0.1)
         time.sleep(1)  # what is mapped while it still takes over the screen can stay unmapped
+        yield
+
+
+@contextlib.contextmanager
+def compositor() -> Iterator[None]:
+    # It tells every window of its own coming, in a way that older libraries complain about.
+    with running("picom", "--backend", "xrender", "--config", "/dev/null"):
+        time.sleep(0.5)
         yield
 
 

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFont>
+#include <QRectF>
+#include <QString>
+
+class QPainter;
+
+namespace tunedeck {
+
+/// What the looks of a metal button depend on.
+struct MetalButtonState {
+    QString title = {};
+    QFont font = {};
+    /// The name of a picture of the program's own resources; none if empty.
+    QString image = {};
+    bool isPressed = false;
+    bool isEnabled = true;
+    bool isMainWindow = false;
+
+    bool operator==(const MetalButtonState &) const = default;
+};
+
+/// Draws the metal push buttons, in points and with y downwards.
+class MetalButtonCell {
+public:
+    /// Draws the bezel and in its middle the image, or else the title.
+    void draw(QPainter &painter, const QRectF &frame, const MetalButtonState &state) const;
+
+    void drawBezel(QPainter &painter, const QRectF &frame, const MetalButtonState &state) const;
+    void drawTitle(QPainter &painter, const QRectF &frame, const MetalButtonState &state) const;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFont>
+#include <QRectF>
+#include <QString>
+
+class QPainter;
+
+namespace tunedeck {
+
+/// What the looks of a metal pop-up button depend on.
+struct MetalPopupButtonState {
+    QString title = {};
+    QFont font = {};
+    bool isPressed = false;
+    bool isEnabled = true;
+    bool isMainWindow = false;
+
+    bool operator==(const MetalPopupButtonState &) const = default;
+};
+
+/// Draws the metal pop-up buttons, in points and with y downwards.
+class MetalPopupButtonCell {
+public:
+    /// Draws the bezel with its arrows and the title. The arrows follow the width of `frame` and not its position: it
+    /// takes a frame that begins at x = 9 to bring them from the rim into the face. They suit a height of 22.
+    void draw(QPainter &painter, const QRectF &frame, const MetalPopupButtonState &state) const;
+
+    void drawBezel(QPainter &painter, const QRectF &frame, const MetalPopupButtonState &state) const;
+    void drawTitle(QPainter &painter, const QRectF &frame, const MetalPopupButtonState &state) const;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "ShadowView.h"
+
+#include "turnUpwards.h"
+
+#include <QPainter>
+
+namespace tunedeck {
+
+ShadowView::ShadowView(const SkinEnvironment &environment, QWidget *parent)
+    : QWidget(parent)
+    , m_isMainWindow(environment.windowActivation, ActivationFlag::Status::Main)
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    connect(&m_isMainWindow, &ActivationFlag::changed, this, qOverload<>(&QWidget::update));
+}
+
+bool ShadowView::isMainWindow() const
+{
+    return m_isMainWindow.isSet();
+}
+
+void ShadowView::setGround(const QPainterPath &ground)
+{
+    if (m_ground == ground) {
+        return;
+    }
+    m_ground = ground;
+    update();
+}
+
+void ShadowView::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (!m_ground.isEmpty()) {
+        painter.setClipPath(m_ground);
+    }
+    m_faces.draw(painter, rect(), {}, [this](QPainter &face) {
+        turnUpwards(face, height());
+        m_cell.drawShadow(face, rect());
+    });
+}
+
+} // namespace tunedeck

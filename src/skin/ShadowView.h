@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ActivationFlag.h"
+#include "FaceCache.h"
+#include "ShadowViewCell.h"
+#include "SkinEnvironment.h"
+
+#include <QPainterPath>
+#include <QWidget>
+
+#include <variant>
+
+namespace tunedeck {
+
+/// The soft shadow below the player that makes it lie above the drawer. The strip that casts it, from 30 to 15 points
+/// above the view's lower edge, is never painted: it belongs under the player. The view lets the mouse through.
+class ShadowView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit ShadowView(const SkinEnvironment &environment, QWidget *parent = nullptr);
+
+    [[nodiscard]] bool isMainWindow() const;
+    /// What the shadow falls on, in the view's points, y downwards; elsewhere nothing is painted. Everything, as long
+    /// as it is empty.
+    void setGround(const QPainterPath &ground);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    ActivationFlag m_isMainWindow;
+    QPainterPath m_ground;
+    ShadowViewCell m_cell;
+    FaceCache<std::monostate> m_faces;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "metalBezel.h"
+
+#include "Gradient.h"
+#include "Ink.h"
+#include "Shapes.h"
+
+#include <QPainter>
+
+namespace tunedeck {
+
+namespace {
+constexpr double downwards = 90;
+constexpr QColor rimSlate(72, 72, 90);
+
+QColor grey(float level)
+{
+    return QColor::fromRgbF(level, level, level);
+}
+
+Gradient highlight(double scale)
+{
+    return {{black(0), 0.667}, {white(scale > 1 ? 0.25F : 0.333F), 1}};
+}
+
+Gradient face(bool isPressed)
+{
+    return isPressed ? Gradient{{grey(0.4627F), 0}, {grey(0.5882F), 1}}
+                     : Gradient{{grey(0.94F), 0}, {grey(0.85F), 0.05}, {grey(0.58F), 1}};
+}
+
+QRectF rimRect(const QRectF &frame, const MetalBezel &bezel)
+{
+    return inset(frame, bezel.rimInset.x(), bezel.rimInset.y()).translated(0, -bezel.lift);
+}
+} // namespace
+
+void drawMetalBezel(QPainter &painter, const QRectF &frame, const MetalBezel &bezel, bool isPressed)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF lit = inset(frame, bezel.highlightInset.x(), bezel.highlightInset.y());
+    highlight(painter.device()->devicePixelRatioF()).drawInPath(painter, roundedRectangle(lit, 3), downwards);
+    painter.fillPath(roundedRectangle(rimRect(frame, bezel), 3.25), rimSlate);
+    face(isPressed).drawInPath(painter, roundedRectangle(metalFace(frame, bezel), 2.5), downwards);
+    painter.restore();
+}
+
+QRectF metalFace(const QRectF &frame, const MetalBezel &bezel)
+{
+    return inset(rimRect(frame, bezel), 1, 1);
+}
+
+} // namespace tunedeck
