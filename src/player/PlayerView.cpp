@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "PlayerView.h"
 
+#include "DrawerBackground.h"
 #include "LcdView.h"
 #include "PinstripeView.h"
 #include "PlainButton.h"
 #include "PlayerButton.h"
+#include "ShadowView.h"
 #include "TunedeckPlayerButton.h"
 #include "VolumeSlider.h"
 #include "WindowBackground.h"
 #include "WindowButtonsView.h"
 #include "WindowControlButton.h"
-
-#include <QFrame>
-#include <QVBoxLayout>
 
 namespace tunedeck {
 
@@ -35,6 +34,9 @@ constexpr int lcdHeight = 52;
 constexpr int lcdRightMargin = 8;
 constexpr int drawerTop = 60;
 constexpr int drawerHeight = 64;
+/// The strip that casts the shadow ends where the player's lower corners begin to round.
+constexpr int shadowTop = 35;
+constexpr int shadowHeight = 40;
 
 void setName(QWidget &control, const QString &name)
 {
@@ -45,7 +47,8 @@ void setName(QWidget &control, const QString &name)
 
 PlayerView::PlayerView(const SkinEnvironment &environment, QWidget *parent)
     : QWidget(parent)
-    , m_drawerContainerView(new QWidget(this))
+    , m_drawerContainerView(new DrawerBackground(environment, this))
+    , m_shadow(new ShadowView(environment, m_drawerContainerView))
     , m_background(new WindowBackground(environment, this))
     , m_pinstripes(new PinstripeView(environment, this))
     , m_backwardButton(new TunedeckPlayerButton(environment, this))
@@ -63,7 +66,7 @@ PlayerView::PlayerView(const SkinEnvironment &environment, QWidget *parent)
     setUpWindowButtons();
     setUpTransport();
     setUpVolume();
-    setUpDrawer();
+    m_drawerContainerView->hide();
 }
 
 WindowButtonsView &PlayerView::windowButtonsView()
@@ -121,7 +124,7 @@ LcdView &PlayerView::lcd()
     return *m_lcd;
 }
 
-QWidget &PlayerView::drawerContainerView()
+DrawerBackground &PlayerView::drawerContainerView()
 {
     return *m_drawerContainerView;
 }
@@ -132,6 +135,7 @@ void PlayerView::resizeEvent(QResizeEvent *)
     m_pinstripes->setGeometry(0, 0, width(), playerHeight);
     m_lcd->setGeometry(lcdOrigin.x(), lcdOrigin.y(), width() - lcdOrigin.x() - lcdRightMargin, lcdHeight);
     m_drawerContainerView->setGeometry(0, drawerTop, width(), drawerHeight);
+    m_shadow->setGeometry(0, shadowTop - drawerTop, width(), shadowHeight);
 }
 
 void PlayerView::setUpWindowButtons()
@@ -168,18 +172,6 @@ void PlayerView::setUpVolume()
     setName(*m_volumeMinButton, tr("Silence", "Button at the quiet end of the volume slider"));
     setName(*m_volumeSlider, tr("Volume", "Volume slider"));
     setName(*m_volumeMaxButton, tr("Full volume", "Button at the loud end of the volume slider"));
-}
-
-void PlayerView::setUpDrawer()
-{
-    auto *field = new QFrame(m_drawerContainerView);
-    field->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    field->setBackgroundRole(QPalette::Mid);
-    field->setAutoFillBackground(true);
-    auto *layout = new QVBoxLayout(m_drawerContainerView);
-    layout->setContentsMargins(8, 4, 8, 8);
-    layout->addWidget(field);
-    m_drawerContainerView->hide();
 }
 
 } // namespace tunedeck

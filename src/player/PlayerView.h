@@ -5,10 +5,12 @@
 
 namespace tunedeck {
 
+class DrawerBackground;
 class LcdView;
 class PinstripeView;
 class PlainButton;
 class PlayerButton;
+class ShadowView;
 class TunedeckPlayerButton;
 class VolumeSlider;
 class WindowBackground;
@@ -36,7 +38,7 @@ public:
     [[nodiscard]] VolumeSlider &volumeSlider();
     [[nodiscard]] PlainButton &volumeMaxButton();
     [[nodiscard]] LcdView &lcd();
-    [[nodiscard]] QWidget &drawerContainerView();
+    [[nodiscard]] DrawerBackground &drawerContainerView();
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -45,10 +47,10 @@ private:
     void setUpWindowButtons();
     void setUpTransport();
     void setUpVolume();
-    void setUpDrawer();
 
     // From the back to the front, and in the order in which Tab goes through them.
-    QWidget *m_drawerContainerView;
+    DrawerBackground *m_drawerContainerView;
+    ShadowView *m_shadow;
     WindowBackground *m_background;
     PinstripeView *m_pinstripes;
     TunedeckPlayerButton *m_backwardButton;

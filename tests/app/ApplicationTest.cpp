@@ -2,6 +2,7 @@
 #include "Application.h"
 
 #include "Desktop.h"
+#include "DrawerBackground.h"
 #include "LcdView.h"
 #include "MainMenu.h"
 #include "MenuItemIdentifier.h"

@@ -2,6 +2,7 @@
 #include "PlayerView.h"
 
 #include "ClassicAudioProgressSlider.h"
+#include "DrawerBackground.h"
 #include "LcdView.h"
 #include "PlainButton.h"
 #include "PlayerButton.h"

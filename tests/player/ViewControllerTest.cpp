@@ -3,6 +3,7 @@
 
 #include "Appearance.h"
 #include "ClassicAudioProgressSlider.h"
+#include "DrawerBackground.h"
 #include "DrawerHost.h"
 #include "LcdView.h"
 #include "MenuItemIdentifier.h"
