@@ -80,13 +80,19 @@ public:
     virtual bool resume() = 0;
 
     /// @name Background
-    /// May be called from any thread, and there may wait for Music for up to 5 s.
+    /// May be called from any thread, and there may wait for Music: for up to 5 s for the current playlist, the ids and
+    /// the names together, and for up to 5 s for each of the others.
     /// @{
     [[nodiscard]] virtual std::optional<MusicPlaylist> currentPlaylist() const = 0;
-    /// The ids, then the names, of all playlists, each as one column. An element of the wrong type stays what it is.
+    /// The ids of all playlists, then the names of those whose ids were read last, each as one column. An element of
+    /// the wrong type stays what it is.
     [[nodiscard]] virtual std::optional<QVariantList> playlistIds() const = 0;
     [[nodiscard]] virtual std::optional<QVariantList> playlistNames() const = 0;
+    /// Plays the playlist with this id. Where Music does not run, launches it, and answers false.
+    virtual bool playPlaylist(qint64 id) = 0;
     [[nodiscard]] virtual std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices() const = 0;
+    /// Nobody is to wait for Music any more: whoever does goes without an answer, at once.
+    virtual void endBackground() = 0;
     /// @}
 
 Q_SIGNALS:

@@ -131,6 +131,13 @@ std::optional<LoadedPlaylists> readPlaylists(const MusicApplication &musicApp)
     return loaded;
 }
 
+bool playUnlessCurrent(MusicApplication &musicApp, qint64 playlistId)
+{
+    const std::optional<MusicPlaylist> currentPlaylist = musicApp.currentPlaylist();
+    const bool isCurrent = currentPlaylist && currentPlaylist->id == playlistId;
+    return !isCurrent && musicApp.playPlaylist(playlistId);
+}
+
 QStringList readAudioOutputNames(const MusicApplication &musicApp)
 {
     QStringList names;
@@ -162,6 +169,9 @@ MusicConnector::MusicConnector(MusicApplication &musicApp, const WindowActivatio
     m_progressPollingTimer.setInterval(progressPollingInterval);
     connect(&m_progressPollingTimer, &QTimer::timeout, this, &MusicConnector::updatePlayerProgressInfo);
 
+    // The three jobs wait rather than work, and none is to wait for another, not even on a single processor.
+    m_background.setMaxThreadCount(3);
+
     connect(&m_musicApp, &MusicApplication::playerInfo, this, &MusicConnector::playerInfoDidArrive);
     connect(&m_musicApp, &MusicApplication::playbackSettingsDidChange, this, &MusicConnector::refreshPlaybackSettings);
     connect(&m_musicApp, &MusicApplication::didLaunch, this, &MusicConnector::nativeMusicAppDidLaunch);
@@ -187,9 +197,10 @@ MusicConnector::MusicConnector(MusicApplication &musicApp, const WindowActivatio
 
 MusicConnector::~MusicConnector()
 {
-    // What is running reads from Music and posts to this object: both must still be whole.
-    m_backgroundReads.clear();
-    m_backgroundReads.waitForDone();
+    // What is running talks to Music and posts to this object: both must still be whole.
+    m_background.clear();
+    m_musicApp.endBackground();
+    m_background.waitForDone();
 }
 
 void MusicConnector::setDelegate(MusicConnectorDelegate *delegate)
@@ -466,7 +477,7 @@ void MusicConnector::loadPlaylists()
         return;
     }
     m_isLoadingPlaylists = true;
-    readInBackground(readPlaylists, [this](const std::optional<LoadedPlaylists> &loaded) {
+    workInBackground(readPlaylists, [this](const std::optional<LoadedPlaylists> &loaded) {
         m_isLoadingPlaylists = false;
         if (!loaded) {
             return;
@@ -474,6 +485,17 @@ void MusicConnector::loadPlaylists()
         assign(m_playlistOptions, loaded->options, &MusicConnector::playlistOptionsChanged);
         setSelectedPlaylist(loaded->current);
     });
+}
+
+void MusicConnector::playSelectedPlaylist()
+{
+    if (m_isPlayingPlaylist || !m_selectedPlaylist) {
+        return;
+    }
+    m_isPlayingPlaylist = true;
+    workInBackground(
+        [id = m_selectedPlaylist->id](MusicApplication &musicApp) { return playUnlessCurrent(musicApp, id); },
+        [this](bool) { m_isPlayingPlaylist = false; });
 }
 
 void MusicConnector::playerInfoDidArrive(const QVariantMap &userInfo)
@@ -508,7 +530,7 @@ void MusicConnector::nativeMusicAppDidTerminate()
 {
     // A load under way would otherwise fill the list again, and those not begun would wait for a Music that is gone.
     ++m_musicSession;
-    m_backgroundReads.clear();
+    m_background.clear();
     m_isReadingAudioOutputs = false;
     m_shallReadAudioOutputsAgain = false;
 
@@ -519,6 +541,7 @@ void MusicConnector::nativeMusicAppDidTerminate()
     setCurrentPersistentId(std::nullopt);
     resetProgress();
     m_isLoadingPlaylists = false;
+    m_isPlayingPlaylist = false;
     setSelectedPlaylist(std::nullopt);
     assign(m_playlistOptions, {}, &MusicConnector::playlistOptionsChanged);
     assign(m_soundVolume, 0.0, &MusicConnector::soundVolumeChanged);
@@ -620,7 +643,7 @@ void MusicConnector::refreshAudioOutputNames()
         return;
     }
     m_isReadingAudioOutputs = true;
-    readInBackground(readAudioOutputNames, [this](const QStringList &names) { audioOutputNamesWereRead(names); });
+    workInBackground(readAudioOutputNames, [this](const QStringList &names) { audioOutputNamesWereRead(names); });
 }
 
 void MusicConnector::audioOutputNamesWereRead(const QStringList &names)
@@ -640,10 +663,10 @@ void MusicConnector::audioOutputNamesWereRead(const QStringList &names)
     }
 }
 
-template <typename Read, typename Apply> void MusicConnector::readInBackground(Read read, Apply apply)
+template <typename Work, typename Apply> void MusicConnector::workInBackground(Work work, Apply apply)
 {
-    m_backgroundReads.start([this, read, apply, session = m_musicSession] {
-        const auto handOver = [this, apply, session, result = read(m_musicApp)] {
+    m_background.start([this, work, apply, session = m_musicSession] {
+        const auto handOver = [this, apply, session, result = work(m_musicApp)] {
             if (session == m_musicSession) {
                 apply(result);
             }

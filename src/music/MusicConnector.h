@@ -115,6 +115,9 @@ public:
 
     /// Loads the playlists in the background. Does nothing while a load is under way.
     void loadPlaylists();
+    /// Plays the selected playlist, in the background, unless Music plays it already. Does nothing while one is about
+    /// to be played.
+    void playSelectedPlaylist();
 
 Q_SIGNALS:
     void isMusicAppRunningChanged(bool isRunning);
@@ -151,9 +154,9 @@ private:
     void refreshAudioOutputNames();
     void audioOutputNamesWereRead(const QStringList &names);
 
-    /// Calls `read` with Music on a thread of the pool, then `apply` with its result on the main thread, unless Music
+    /// Calls `work` with Music on a thread of the pool, then `apply` with its result on the main thread, unless Music
     /// has quit in the meantime.
-    template <typename Read, typename Apply> void readInBackground(Read read, Apply apply);
+    template <typename Work, typename Apply> void workInBackground(Work work, Apply apply);
 
     template <typename Value, typename... Announced>
     void assign(
@@ -193,10 +196,11 @@ private:
     QVariantMap m_lastUserInfo;
     std::optional<qint64> m_currentPersistentId;
 
-    QThreadPool m_backgroundReads;
+    QThreadPool m_background;
     /// Counts the times Music quit: what was read of a Music that has quit since is out of date.
     quint64 m_musicSession = 0;
     bool m_isLoadingPlaylists = false;
+    bool m_isPlayingPlaylist = false;
     bool m_isReadingAudioOutputs = false;
     bool m_shallReadAudioOutputsAgain = false;
 };

@@ -3,6 +3,7 @@
 #include "ScriptedMusicApplication.h"
 #include "WindowActivation.h"
 
+#include <QElapsedTimer>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -18,6 +19,7 @@ BackgroundAnswers twoPlaylists()
     return {.playlistIds = QVariantList{1, 2}, .playlistNames = QVariantList{u"A"_s, u"B"_s}};
 }
 
+const QStringList idsAlone = {u"currentPlaylist"_s, u"playlistIds"_s};
 const QStringList aWholeLoad = {u"currentPlaylist"_s, u"playlistIds"_s, u"playlistNames"_s};
 
 } // namespace
@@ -97,7 +99,6 @@ private Q_SLOTS:
         QTest::addColumn<std::optional<QVariantList>>("names");
         QTest::addColumn<QStringList>("reads");
         const auto texts = std::optional(QVariantList{u"A"_s, u"B"_s});
-        const QStringList idsAlone = {u"currentPlaylist"_s, u"playlistIds"_s};
         QTest::newRow("ids not answered") << std::optional<QVariantList>() << texts << idsAlone;
         QTest::newRow("a text among the ids") << std::optional(QVariantList{1, u"2"_s}) << texts << idsAlone;
         QTest::newRow("a fraction among the ids") << std::optional(QVariantList{1.5, 2}) << texts << idsAlone;
@@ -208,6 +209,106 @@ private Q_SLOTS:
             music.releaseBackground();
         }
         QCOMPARE(music.backgroundReads(), aWholeLoad);
+    }
+
+    void theEndOfTheConnectorLetsGoWhoWaitsForMusic()
+    {
+        ScriptedMusicApplication music;
+        music.holdBackground();
+        QElapsedTimer sinceTheEnd;
+        {
+            const MusicConnector connector(music, m_windowActivation);
+            QTRY_COMPARE(music.backgroundReads().size(), 1);
+            sinceTheEnd.start();
+        }
+        QVERIFY(sinceTheEnd.elapsed() < 1'000);
+    }
+
+    void theSelectedPlaylistIsPlayedUnlessMusicPlaysIt_data()
+    {
+        QTest::addColumn<std::optional<MusicPlaylist>>("current");
+        QTest::addColumn<QStringList>("calls");
+        const QStringList played = {u"currentPlaylist"_s, u"playPlaylist 2"_s};
+        const QStringList notPlayed = {u"currentPlaylist"_s};
+        QTest::newRow("another is current") << std::optional(MusicPlaylist{.id = 1, .name = u"B"_s}) << played;
+        QTest::newRow("it is current") << std::optional(MusicPlaylist{.id = 2, .name = u"A"_s}) << notPlayed;
+        QTest::newRow("the current one has no id") << std::optional(MusicPlaylist{.id = {}, .name = u"B"_s}) << played;
+        QTest::newRow("none is current") << std::optional<MusicPlaylist>() << played;
+    }
+    void theSelectedPlaylistIsPlayedUnlessMusicPlaysIt()
+    {
+        QFETCH(std::optional<MusicPlaylist>, current);
+        QFETCH(QStringList, calls);
+        ScriptedMusicApplication music;
+        MusicConnector connector(music, m_windowActivation);
+        QTRY_COMPARE(music.backgroundReads(), idsAlone);
+        music.clearRecords();
+        music.answerInBackground({.currentPlaylist = current});
+        connector.setSelectedPlaylist(PlaylistOption{2, u"B"_s});
+        connector.playSelectedPlaylist();
+        QTRY_COMPARE(music.backgroundReads(), calls);
+        QTest::qWait(20);
+        QCOMPARE(music.backgroundReads(), calls);
+        QCOMPARE(music.commands(), QStringList());
+    }
+
+    void withoutASelectionNothingIsPlayed()
+    {
+        ScriptedMusicApplication music;
+        music.setRunning(false);
+        MusicConnector connector(music, m_windowActivation);
+        connector.playSelectedPlaylist();
+        QTest::qWait(20);
+        QCOMPARE(music.backgroundReads(), QStringList());
+    }
+
+    void aMusicThatDoesNotRunIsAskedToPlayAllTheSame()
+    {
+        ScriptedMusicApplication music;
+        music.setRunning(false);
+        MusicConnector connector(music, m_windowActivation);
+        connector.setSelectedPlaylist(PlaylistOption{3, u"C"_s});
+        connector.playSelectedPlaylist();
+        QTRY_COMPARE(music.backgroundReads(), QStringList({u"currentPlaylist"_s, u"playPlaylist 3"_s}));
+    }
+
+    void whileOnePlaylistIsAboutToBePlayedNoOtherIs()
+    {
+        ScriptedMusicApplication music;
+        MusicConnector connector(music, m_windowActivation);
+        QTRY_COMPARE(music.backgroundReads(), idsAlone);
+        music.clearRecords();
+        music.holdBackground();
+        connector.setSelectedPlaylist(PlaylistOption{1, u"A"_s});
+        connector.playSelectedPlaylist();
+        QTRY_COMPARE(music.backgroundReads().size(), 1);
+        connector.setSelectedPlaylist(PlaylistOption{2, u"B"_s});
+        connector.playSelectedPlaylist();
+        music.releaseBackground();
+        const QStringList first = {u"currentPlaylist"_s, u"playPlaylist 1"_s};
+        QTRY_COMPARE(music.backgroundReads(), first);
+        QTest::qWait(20);
+        QCOMPARE(music.backgroundReads(), first);
+
+        connector.playSelectedPlaylist();
+        QTRY_COMPARE(music.backgroundReads(), first + QStringList({u"currentPlaylist"_s, u"playPlaylist 2"_s}));
+    }
+
+    void aMusicThatQuitWhileAPlaylistWasAboutToBePlayedDoesNotKeepTheNextFromIt()
+    {
+        ScriptedMusicApplication music;
+        MusicConnector connector(music, m_windowActivation);
+        QTRY_COMPARE(music.backgroundReads(), idsAlone);
+        music.holdBackground();
+        connector.setSelectedPlaylist(PlaylistOption{1, u"A"_s});
+        connector.playSelectedPlaylist();
+        QTRY_COMPARE(music.backgroundReads().size(), 3);
+        music.quit();
+        connector.setSelectedPlaylist(PlaylistOption{2, u"B"_s});
+        connector.playSelectedPlaylist();
+        QTRY_COMPARE(music.backgroundReads().size(), 4);
+        music.releaseBackground();
+        QTRY_VERIFY(music.backgroundReads().contains(u"playPlaylist 2"_s));
     }
 
     void aSelectionIsAnnouncedAlsoWhenItIsTheSame()

@@ -72,12 +72,13 @@ public:
         m_isHeld = false;
         m_released.notify_all();
     }
+    void endBackground() override { releaseBackground(); }
 
     /// The commands in the order sent, with their argument: "playpause", "setSoundVolume 55", "setSongRepeat kRp1".
     [[nodiscard]] QStringList commands() const { return m_commands; }
     /// The commands among the reads of the main thread, in the order they came: "playerState", "playpause".
     [[nodiscard]] QStringList calls() const { return m_calls; }
-    /// The background reads in the order they came.
+    /// The background reads, and the commands sent there, in the order they came: "currentPlaylist", "playPlaylist 7".
     [[nodiscard]] QStringList backgroundReads() const
     {
         const std::lock_guard lock(m_mutex);
@@ -155,6 +156,13 @@ public:
     [[nodiscard]] std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices() const override
     {
         return answeredInBackground(QStringLiteral("currentAirPlayDevices"), &BackgroundAnswers::currentAirPlayDevices);
+    }
+
+    bool playPlaylist(qint64 id) override
+    {
+        const std::lock_guard lock(m_mutex);
+        m_backgroundReads.append(QStringLiteral("playPlaylist ") + QString::number(id));
+        return m_isRunning;
     }
 
 private:

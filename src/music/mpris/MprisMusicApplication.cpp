@@ -3,6 +3,7 @@
 
 #include "ApplicationLauncher.h"
 #include "PlayerChoice.h"
+#include "PlayerPlaylists.h"
 #include "UserDefaults.h"
 
 #include <algorithm>
@@ -62,6 +63,7 @@ FourCharCode songRepeatCode(LoopStatus status)
 MprisMusicApplication::MprisMusicApplication(
     const QDBusConnection &bus, UserDefaults &defaults, ApplicationLauncher &launcher, QObject *parent)
     : MusicApplication(parent)
+    , m_bus(bus)
     , m_defaults(defaults)
     , m_launcher(launcher)
     , m_registry(bus)
@@ -260,22 +262,42 @@ bool MprisMusicApplication::resume()
 
 std::optional<MusicPlaylist> MprisMusicApplication::currentPlaylist() const
 {
-    return std::nullopt;
+    const std::shared_ptr<PlayerPlaylists> followed = playlists();
+    const std::optional<PlaylistDetails> active = followed ? followed->readActive() : std::nullopt;
+    return active ? std::optional(MusicPlaylist{.id = active->id, .name = active->name}) : std::nullopt;
 }
 
 std::optional<QVariantList> MprisMusicApplication::playlistIds() const
 {
-    return std::nullopt;
+    const std::shared_ptr<PlayerPlaylists> followed = playlists();
+    return followed ? followed->readIds() : std::nullopt;
 }
 
 std::optional<QVariantList> MprisMusicApplication::playlistNames() const
 {
-    return std::nullopt;
+    const std::shared_ptr<PlayerPlaylists> followed = playlists();
+    return followed ? followed->names() : std::nullopt;
+}
+
+bool MprisMusicApplication::playPlaylist(qint64 id)
+{
+    if (const std::shared_ptr<PlayerPlaylists> followed = playlists()) {
+        return followed->play(id);
+    }
+    QMetaObject::invokeMethod(this, &MprisMusicApplication::activate, Qt::QueuedConnection);
+    return false;
 }
 
 std::optional<QList<MusicAirPlayDevice>> MprisMusicApplication::currentAirPlayDevices() const
 {
     return std::nullopt;
+}
+
+void MprisMusicApplication::endBackground()
+{
+    if (const std::shared_ptr<PlayerPlaylists> followed = playlists()) {
+        followed->stopWaiting();
+    }
 }
 
 // Players
@@ -358,6 +380,7 @@ void MprisMusicApplication::changePlayer(MprisPlayer *player)
     m_playPauses = 0;
     if (MprisPlayer *former = std::exchange(m_player, nullptr)) {
         former->setSampled(false);
+        setPlaylists(nullptr);
         Q_EMIT didTerminate();
     }
     if (!player) {
@@ -365,6 +388,7 @@ void MprisMusicApplication::changePlayer(MprisPlayer *player)
     }
     m_player = player;
     m_player->setSampled(m_isWatched);
+    setPlaylists(std::make_shared<PlayerPlaylists>(m_bus, m_player->owner()));
     rememberPlayer();
     Q_EMIT didLaunch();
     m_postsPlayerInfo = true;
@@ -384,6 +408,21 @@ MprisPlayer *MprisMusicApplication::playerOf(const std::optional<QString> &owner
     const auto found =
         std::ranges::find_if(players, [&](const MprisPlayer *player) { return player->owner() == owner; });
     return found == players.end() ? nullptr : *found;
+}
+
+std::shared_ptr<PlayerPlaylists> MprisMusicApplication::playlists() const
+{
+    const std::lock_guard lock(m_playlistsMutex);
+    return m_playlists;
+}
+
+void MprisMusicApplication::setPlaylists(std::shared_ptr<PlayerPlaylists> playlists)
+{
+    const std::lock_guard lock(m_playlistsMutex);
+    if (m_playlists) {
+        m_playlists->stopWaiting();
+    }
+    m_playlists = std::move(playlists);
 }
 
 // The end of the turn

@@ -8,11 +8,14 @@
 #include <QDBusConnection>
 #include <QTimer>
 
+#include <memory>
+#include <mutex>
 #include <optional>
 
 namespace tunedeck {
 
 class ApplicationLauncher;
+class PlayerPlaylists;
 class UserDefaults;
 
 /// Music over MPRIS2: of the players on the session bus the one to follow; see choosePlayer(). A change to another
@@ -60,7 +63,9 @@ public:
     [[nodiscard]] std::optional<MusicPlaylist> currentPlaylist() const override;
     [[nodiscard]] std::optional<QVariantList> playlistIds() const override;
     [[nodiscard]] std::optional<QVariantList> playlistNames() const override;
+    bool playPlaylist(qint64 id) override;
     [[nodiscard]] std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices() const override;
+    void endBackground() override;
 
 Q_SIGNALS:
     void ready();
@@ -76,6 +81,10 @@ private:
     void changePlayer(MprisPlayer *player);
     void rememberPlayer();
     [[nodiscard]] MprisPlayer *playerOf(const std::optional<QString> &owner) const;
+    /// Those of the player that is followed; null while there is none. May be called from any thread.
+    [[nodiscard]] std::shared_ptr<PlayerPlaylists> playlists() const;
+    /// Lets go whoever waits for the former ones.
+    void setPlaylists(std::shared_ptr<PlayerPlaylists> playlists);
 
     /// Signals and the play/pause command wait for the end of this turn of the event loop.
     void finishTurnLater();
@@ -86,6 +95,7 @@ private:
     void seekOn();
     void endSeek();
 
+    QDBusConnection m_bus;
     UserDefaults &m_defaults;
     ApplicationLauncher &m_launcher;
     PlayerRegistry m_registry;
@@ -93,6 +103,9 @@ private:
     bool m_isWatched = true;
     QHash<QString, quint64> m_lastPlayed; ///< by owner: a number that grows with time
     quint64 m_plays = 0;
+
+    mutable std::mutex m_playlistsMutex;
+    std::shared_ptr<PlayerPlaylists> m_playlists;
 
     std::optional<SeekRamp> m_seek;
     QTimer m_seekTimer;

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "PlaylistDetails.h"
+
+#include "BusValue.h"
+
+#include <QCryptographicHash>
+#include <QRegularExpression>
+#include <QtEndian>
+
+namespace tunedeck {
+
+namespace {
+
+/// QtDBus sends no message with a path that is none. "/" stands for no playlist.
+std::optional<QString> pathFrom(const QVariant &value)
+{
+    static const QRegularExpression path(QStringLiteral("\\A(/[A-Za-z0-9_]+)+\\z"));
+    const QString text = value.typeId() == QMetaType::QString ? value.toString() : QString();
+    return text.size() <= bus::maximumTextLength && path.match(text).hasMatch() ? std::optional(text) : std::nullopt;
+}
+
+qint64 idOf(const QString &path)
+{
+    const QByteArray hash = QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha1);
+    return static_cast<qint64>(qFromBigEndian<quint64>(hash.constData()) >> 1);
+}
+
+} // namespace
+
+std::optional<PlaylistDetails> decodePlaylist(const QVariant &value)
+{
+    const QVariantList fields = bus::plainValue(value).toList();
+    const std::optional<QString> path = pathFrom(bus::plainValue(fields.value(0)));
+    if (!path) {
+        return std::nullopt;
+    }
+    return PlaylistDetails{.id = idOf(*path), .path = *path, .name = bus::text(fields.value(1)).value_or(QString())};
+}
+
+std::optional<PlaylistDetails> decodeActivePlaylist(const QVariant &value)
+{
+    const QVariantList fields = bus::plainValue(value).toList();
+    const bool isThere = bus::boolean(fields.value(0)).value_or(false);
+    return isThere ? decodePlaylist(fields.value(1)) : std::nullopt;
+}
+
+} // namespace tunedeck
