@@ -2,8 +2,11 @@
 #include "Application.h"
 
 #include "BundleInfo.h"
+#include "DrawerBackground.h"
 #include "MainMenu.h"
 #include "PlayerView.h"
+#include "PlaylistView.h"
+#include "PlaylistViewController.h"
 #include "SkinEnvironment.h"
 #include "UserDefaults.h"
 #include "ViewController.h"
@@ -12,6 +15,7 @@
 #include "dockTileIcon.h"
 
 #include <QApplication>
+#include <QVBoxLayout>
 
 #include <chrono>
 #include <utility>
@@ -36,7 +40,8 @@ Application::Application(const Environment &environment, QObject *parent)
     m_windowController = std::make_unique<WindowController>(m_defaults);
     Window &window = m_windowController->window();
     window.setWindowTitle(bundleInfo(u"CFBundleName").value_or(QString()));
-    m_playerView = new PlayerView({m_defaults, environment.appearance, environment.windowActivation});
+    const SkinEnvironment environmentOfSkin{m_defaults, environment.appearance, environment.windowActivation};
+    m_playerView = new PlayerView(environmentOfSkin);
     window.setContentView(m_playerView);
     const ViewController::Surroundings surroundings{
         m_musicConnector, m_defaults, environment.appearance, environment.windowActivation, *m_windowController};
@@ -46,6 +51,13 @@ Application::Application(const Environment &environment, QObject *parent)
     m_dockTileTimer.setInterval(dockTileDelay);
     connect(
         &m_dockTileTimer, &QTimer::timeout, this, [this] { QApplication::setWindowIcon(dockTileIcon(m_dockTile)); });
+
+    QWidget &drawer = m_playerView->drawerContainerView();
+    auto *playlistView = new PlaylistView(environmentOfSkin, &drawer);
+    auto *layout = new QVBoxLayout(&drawer);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(playlistView);
+    m_playlistViewController = std::make_unique<PlaylistViewController>(m_musicConnector, *playlistView);
 
     connectPlayer();
     connectWindowButtons();
@@ -78,7 +90,8 @@ ViewController &Application::viewController()
 MainMenu &Application::mainMenu()
 {
     if (!m_mainMenu) {
-        m_mainMenu = std::make_unique<MainMenu>(m_delegate, *m_windowController, *m_viewController);
+        m_mainMenu =
+            std::make_unique<MainMenu>(m_delegate, *m_windowController, *m_viewController, *m_playlistViewController);
         connectMenus();
     }
     return *m_mainMenu;

@@ -16,6 +16,7 @@ class Appearance;
 class MainMenu;
 class MusicApplication;
 class PlayerView;
+class PlaylistViewController;
 class UserDefaults;
 class ViewController;
 class WindowActivation;
@@ -65,6 +66,7 @@ private:
     QString m_dockTile;
     QTimer m_dockTileTimer{this};
     std::unique_ptr<ViewController> m_viewController;
+    std::unique_ptr<PlaylistViewController> m_playlistViewController;
     std::unique_ptr<MainMenu> m_mainMenu;
 };
 

@@ -4,6 +4,7 @@
 #include "AppDelegate.h"
 #include "BundleInfo.h"
 #include "MenuItemIdentifier.h"
+#include "PlaylistViewController.h"
 #include "ViewController.h"
 #include "WindowController.h"
 
@@ -13,15 +14,18 @@
 
 namespace tunedeck {
 
-MainMenu::MainMenu(
-    AppDelegate &delegate, WindowController &windowController, ViewController &viewController, QObject *parent)
+MainMenu::MainMenu(AppDelegate &delegate, WindowController &windowController, ViewController &viewController,
+    PlaylistViewController &playlistViewController, QObject *parent)
     : QObject(parent)
     , m_delegate(delegate)
     , m_windowController(windowController)
     , m_viewController(viewController)
+    , m_playlistViewController(playlistViewController)
     , m_delegateValidates([this](QAction &item) { return m_delegate.validateMenuItem(item); })
     , m_windowControllerValidates([this](QAction &item) { return m_windowController.validateMenuItem(item); })
     , m_viewControllerValidates([this](QAction &item) { return m_viewController.validateMenuItem(item); })
+    , m_playlistViewControllerValidates(
+          [this](QAction &item) { return m_playlistViewController.validateMenuItem(item); })
 {
     buildApplicationMenu(addMenu(bundleInfo(u"CFBundleName").value_or(QString())));
     buildFileMenu(addMenu(tr("File", "Menu title")));
@@ -187,7 +191,7 @@ void MainMenu::addTransportItem(QMenu &menu, const Command &command, void (AppDe
     // A key that is held down must not skip through the whole list.
     item->setAutoRepeat(false);
     // The delegate is the target; a live stream, of which only the player knows, disables Next and Previous too.
-    m_validation.add(item, {m_delegateValidates, m_viewControllerValidates});
+    m_validation.add(item, {m_delegateValidates, m_viewControllerValidates, m_playlistViewControllerValidates});
     connect(item, &QAction::triggered, &m_delegate, action);
 }
 
@@ -205,7 +209,7 @@ void MainMenu::addPauseKeys()
 void MainMenu::addVolumeItem(QMenu &menu, const Command &command)
 {
     QAction *item = addItem(menu, command);
-    m_validation.add(item, {m_delegateValidates, m_viewControllerValidates});
+    m_validation.add(item, {m_delegateValidates, m_viewControllerValidates, m_playlistViewControllerValidates});
     connect(item, &QAction::triggered, &m_delegate, [this, item] { m_delegate.volumeButtonPressed(*item); });
 }
 

@@ -12,6 +12,7 @@ namespace tunedeck {
 
 class AppDelegate;
 class ViewController;
+class PlaylistViewController;
 class WindowController;
 
 /// The program's menus: in the desktop's own menu bar where there is one, as the context menu of the main window
@@ -22,7 +23,7 @@ class MainMenu : public QObject {
 public:
     /// All references must outlive the menu.
     MainMenu(AppDelegate &delegate, WindowController &windowController, ViewController &viewController,
-        QObject *parent = nullptr);
+        PlaylistViewController &playlistViewController, QObject *parent = nullptr);
 
     [[nodiscard]] QAction &playPauseMenuItem() const;
     /// The item with this identifier; null if there is none.
@@ -54,9 +55,11 @@ private:
     AppDelegate &m_delegate;
     WindowController &m_windowController;
     ViewController &m_viewController;
+    PlaylistViewController &m_playlistViewController;
     MenuValidation::Validator m_delegateValidates;
     MenuValidation::Validator m_windowControllerValidates;
     MenuValidation::Validator m_viewControllerValidates;
+    MenuValidation::Validator m_playlistViewControllerValidates;
     MenuValidation m_validation;
     QMenu m_contextMenu;
 };

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+namespace tunedeck {
+
+class EngravedLabel;
+class MetalButton;
+class MetalPopupButton;
+struct SkinEnvironment;
+
+/// The controls of the drawer, in one row. It makes them, names them and lays them out on the drawer's inset field;
+/// what they show and do is the PlaylistViewController's business.
+class PlaylistView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit PlaylistView(const SkinEnvironment &environment, QWidget *parent = nullptr);
+
+    [[nodiscard]] EngravedLabel &playlistLabel();
+    [[nodiscard]] MetalPopupButton &playlistPicker();
+    [[nodiscard]] MetalButton &doneButton();
+    [[nodiscard]] MetalButton &shuffleButton();
+    [[nodiscard]] MetalButton &repeatButton();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    EngravedLabel *m_playlistLabel;
+    MetalPopupButton *m_playlistPicker;
+    MetalButton *m_doneButton;
+    MetalButton *m_shuffleButton;
+    MetalButton *m_repeatButton;
+};
+
+} // namespace tunedeck

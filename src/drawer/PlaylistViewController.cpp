@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+#include "PlaylistViewController.h"
+
+#include "FatalError.h"
+#include "MenuItemIdentifier.h"
+#include "MetalButton.h"
+#include "MetalPopupButton.h"
+#include "MusicApplication.h"
+#include "MusicConnector.h"
+#include "PlaylistView.h"
+
+#include <QAction>
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+namespace tunedeck {
+
+namespace {
+constexpr int noPlaylist = -1;
+
+RepeatMode following(RepeatMode mode)
+{
+    switch (mode) {
+    case RepeatMode::off:
+        return RepeatMode::all;
+    case RepeatMode::all:
+        return RepeatMode::one;
+    case RepeatMode::one:
+        return RepeatMode::off;
+    }
+    fatalError("Impossible repeat mode");
+}
+
+QString imageOf(RepeatMode mode)
+{
+    switch (mode) {
+    case RepeatMode::off:
+        return QStringLiteral("repeat_off");
+    case RepeatMode::one:
+        return QStringLiteral("repeat_one");
+    case RepeatMode::all:
+        return QStringLiteral("repeat_all");
+    }
+    fatalError("Impossible repeat mode");
+}
+
+QString nameOf(RepeatMode mode)
+{
+    switch (mode) {
+    case RepeatMode::off:
+        return PlaylistViewController::tr("Repeat: off", "For accessibility: the repeat button");
+    case RepeatMode::one:
+        return PlaylistViewController::tr("Repeat: one", "For accessibility: the repeat button");
+    case RepeatMode::all:
+        return PlaylistViewController::tr("Repeat: all", "For accessibility: the repeat button");
+    }
+    fatalError("Impossible repeat mode");
+}
+
+void setState(MetalButton &button, const QString &image, const QString &name)
+{
+    button.setImage(image);
+    button.setAccessibleName(name);
+    button.setToolTip(name);
+}
+} // namespace
+
+PlaylistViewController::PlaylistViewController(MusicConnector &musicConnector, PlaylistView &view, QObject *parent)
+    : QObject(parent)
+    , m_musicConnector(musicConnector)
+    , m_view(view)
+{
+    connect(&m_view.shuffleButton(), &MetalButton::clicked, this, &PlaylistViewController::shuffleButtonPressed);
+    connect(&m_view.repeatButton(), &MetalButton::clicked, this, &PlaylistViewController::repeatButtonPressed);
+    connect(&m_view.doneButton(), &MetalButton::clicked, this, &PlaylistViewController::doneButtonClicked);
+    connect(&m_view.playlistPicker(), &MetalPopupButton::activated, this, &PlaylistViewController::selectPlaylist);
+
+    connect(&m_musicConnector, &MusicConnector::shuffleEnabledChanged, this, &PlaylistViewController::refreshButtons);
+    connect(&m_musicConnector, &MusicConnector::repeatModeChanged, this, &PlaylistViewController::refreshButtons);
+    connect(&m_musicConnector, &MusicConnector::playlistOptionsChanged, this, &PlaylistViewController::showPlaylists);
+    connect(&m_musicConnector, &MusicConnector::selectedPlaylistChanged, this,
+        &PlaylistViewController::showSelectedPlaylist);
+    m_view.playlistPicker().setModel(&m_playlistNames);
+    showPlaylists();
+    refreshButtons();
+}
+
+bool PlaylistViewController::validateMenuItem(const QAction &item) const
+{
+    using namespace MenuItemIdentifier;
+    const QString identifier = item.objectName();
+    const bool isMusicAppRunning = m_musicConnector.isMusicAppRunning();
+    if (identifier == playPause || identifier == volumeUp || identifier == volumeDown) {
+        return isMusicAppRunning;
+    }
+    if (identifier == next || identifier == previous) {
+        return isMusicAppRunning && m_musicConnector.feedType() != FeedType::liveStream;
+    }
+    return identifier == openMusicApp || identifier == closeWindow;
+}
+
+void PlaylistViewController::shuffleButtonPressed()
+{
+    // A player that does not say whether it shuffles is asked to.
+    m_musicConnector.setShuffle(!m_musicConnector.musicApp().shuffleEnabled().value_or(false));
+}
+
+void PlaylistViewController::repeatButtonPressed()
+{
+    m_shownRepeatMode = following(m_shownRepeatMode);
+    m_musicConnector.setRepeat(m_shownRepeatMode);
+}
+
+void PlaylistViewController::doneButtonClicked()
+{
+    m_musicConnector.playSelectedPlaylist();
+}
+
+void PlaylistViewController::showPlaylists()
+{
+    QStringList names;
+    for (const PlaylistOption &option : m_musicConnector.playlistOptions()) {
+        names.append(option.name);
+    }
+    MetalPopupButton &picker = m_view.playlistPicker();
+    {
+        // As a whole: entry by entry, a list of thousands would be felt.
+        const QSignalBlocker blocker(picker);
+        m_playlistNames.setStringList(names);
+    }
+    picker.setEnabled(!names.isEmpty());
+    picker.setToolTip(names.isEmpty() ? tr("The player offers no playlists", "Tooltip of the empty playlist picker")
+                                      : tr("Choose a playlist", "Tooltip of the playlist picker"));
+    showSelectedPlaylist();
+}
+
+void PlaylistViewController::showSelectedPlaylist()
+{
+    const QList<PlaylistOption> &options = m_musicConnector.playlistOptions();
+    const std::optional<PlaylistOption> &selected = m_musicConnector.selectedPlaylist();
+    const auto found = selected ? std::find(options.begin(), options.end(), *selected) : options.end();
+    const QSignalBlocker blocker(m_view.playlistPicker());
+    m_view.playlistPicker().setCurrentIndex(
+        found == options.end() ? noPlaylist : static_cast<int>(found - options.begin()));
+    m_view.playlistPicker().update();
+    m_view.doneButton().setEnabled(selected.has_value());
+}
+
+void PlaylistViewController::selectPlaylist(int index)
+{
+    const QList<PlaylistOption> &options = m_musicConnector.playlistOptions();
+    if (index >= 0 && index < options.size()) {
+        m_musicConnector.setSelectedPlaylist(options.at(index));
+    }
+}
+
+void PlaylistViewController::refreshButtons()
+{
+    const bool isShuffled = m_musicConnector.musicApp().shuffleEnabled().value_or(false);
+    setState(m_view.shuffleButton(), isShuffled ? QStringLiteral("shuffle_on") : QStringLiteral("shuffle_off"),
+        isShuffled ? tr("Shuffle: on", "For accessibility: the shuffle button")
+                   : tr("Shuffle: off", "For accessibility: the shuffle button"));
+    m_shownRepeatMode = m_musicConnector.repeatMode();
+    setState(m_view.repeatButton(), imageOf(m_shownRepeatMode), nameOf(m_shownRepeatMode));
+}
+
+} // namespace tunedeck

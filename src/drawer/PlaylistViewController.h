@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MusicTypes.h"
+
+#include <QObject>
+#include <QStringListModel>
+
+class QAction;
+
+namespace tunedeck {
+
+class MusicConnector;
+class PlaylistView;
+
+/// Lets the user pick one of Music's playlists and start it, and shows and changes Music's shuffle and repeat modes.
+class PlaylistViewController : public QObject {
+    Q_OBJECT
+
+public:
+    /// Brings `view` up to date. Both must outlive the controller.
+    PlaylistViewController(MusicConnector &musicConnector, PlaylistView &view, QObject *parent = nullptr);
+
+    /// Whether `item` is enabled.
+    [[nodiscard]] bool validateMenuItem(const QAction &item) const;
+
+public Q_SLOTS:
+    void shuffleButtonPressed();
+    /// Off is followed by all, all by one, one by off.
+    void repeatButtonPressed();
+    void doneButtonClicked();
+
+private:
+    void showPlaylists();
+    void showSelectedPlaylist();
+    void selectPlaylist(int index);
+    void refreshButtons();
+
+    MusicConnector &m_musicConnector;
+    PlaylistView &m_view;
+    QStringListModel m_playlistNames;
+    /// As the button shows it: what Music says, until a click asks for another.
+    RepeatMode m_shownRepeatMode = RepeatMode::off;
+};
+
+} // namespace tunedeck

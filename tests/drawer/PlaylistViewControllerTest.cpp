@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: MIT
+#include "PlaylistViewController.h"
+
+#include "MenuItemIdentifier.h"
+#include "MetalButton.h"
+#include "MetalPopupButton.h"
+#include "MusicConnector.h"
+#include "PlaylistView.h"
+#include "ScriptedMusicApplication.h"
+#include "SkinDesk.h"
+#include "WindowActivation.h"
+
+#include <QAction>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace tunedeck;
+
+namespace {
+/// A drawer with everything it stands on.
+struct Drawer {
+    explicit Drawer(bool isMusicRunning = true)
+    {
+        music.setRunning(isMusicRunning);
+        connector.emplace(music, desk.windowActivation);
+        controller.emplace(*connector, view);
+    }
+
+    /// False if they do not come.
+    bool load(const QStringList &names, std::optional<qint64> current = {})
+    {
+        ScriptedMusicApplication::BackgroundAnswers answers;
+        QVariantList ids;
+        QVariantList columns;
+        for (qsizetype index = 0; index < names.size(); ++index) {
+            ids.append(static_cast<qint64>(index + 1));
+            columns.append(names.at(index));
+        }
+        answers.playlistIds = ids;
+        answers.playlistNames = columns;
+        if (current) {
+            answers.currentPlaylist = MusicPlaylist{.id = *current};
+        }
+        music.answerInBackground(answers);
+        return QTest::qWaitFor([&] {
+            // Does nothing while the load of the start is under way.
+            connector->loadPlaylists();
+            return connector->playlistOptions().size() == names.size();
+        });
+    }
+
+    void say(bool isShuffled, FourCharCode repeat)
+    {
+        music.answers.shuffleEnabled = isShuffled;
+        music.answers.songRepeat = repeat;
+        connector->refreshPlaybackSettings();
+    }
+
+    [[nodiscard]] bool isItemEnabled(const QString &identifier) const
+    {
+        QAction item;
+        item.setObjectName(identifier);
+        return controller->validateMenuItem(item);
+    }
+
+    SkinDesk desk;
+    ScriptedMusicApplication music;
+    std::optional<MusicConnector> connector;
+    PlaylistView view{desk.environment};
+    std::optional<PlaylistViewController> controller;
+};
+} // namespace
+
+class PlaylistViewControllerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void musicThatSwitchesShuffleOnByItselfIsShown()
+    {
+        Drawer drawer;
+        QCOMPARE(drawer.view.shuffleButton().image(), QStringLiteral("shuffle_off"));
+        drawer.say(true, SongRepeat::off);
+        QCOMPARE(drawer.view.shuffleButton().image(), QStringLiteral("shuffle_on"));
+        QCOMPARE(drawer.view.shuffleButton().accessibleName(), QStringLiteral("Shuffle: on"));
+        drawer.say(false, SongRepeat::off);
+        QCOMPARE(drawer.view.shuffleButton().image(), QStringLiteral("shuffle_off"));
+    }
+
+    void eachRepeatModeHasItsImage()
+    {
+        Drawer drawer;
+        drawer.say(false, SongRepeat::one);
+        QCOMPARE(drawer.view.repeatButton().image(), QStringLiteral("repeat_one"));
+        drawer.say(false, SongRepeat::all);
+        QCOMPARE(drawer.view.repeatButton().image(), QStringLiteral("repeat_all"));
+        drawer.say(false, SongRepeat::off);
+        QCOMPARE(drawer.view.repeatButton().image(), QStringLiteral("repeat_off"));
+    }
+
+    void shuffleAsksForTheOpposite()
+    {
+        Drawer drawer;
+        drawer.say(true, SongRepeat::off);
+        drawer.music.clearRecords();
+        drawer.view.shuffleButton().click();
+        QCOMPARE(drawer.music.commands(), {QStringLiteral("setShuffleEnabled false")});
+        drawer.say(false, SongRepeat::off);
+        drawer.music.clearRecords();
+        drawer.view.shuffleButton().click();
+        QCOMPARE(drawer.music.commands(), {QStringLiteral("setShuffleEnabled true")});
+    }
+
+    void aPlayerThatDoesNotSayWhetherItShufflesIsAskedTo()
+    {
+        Drawer drawer;
+        drawer.music.clearRecords();
+        drawer.view.shuffleButton().click();
+        QCOMPARE(drawer.music.commands(), {QStringLiteral("setShuffleEnabled true")});
+    }
+
+    void threeClicksOnRepeatAskForAllOneAndOff()
+    {
+        Drawer drawer;
+        drawer.say(false, SongRepeat::off);
+        const QList<std::pair<FourCharCode, QString>> asked{{SongRepeat::all, QStringLiteral("repeat_all")},
+            {SongRepeat::one, QStringLiteral("repeat_one")}, {SongRepeat::off, QStringLiteral("repeat_off")}};
+        for (const auto &[mode, image] : asked) {
+            drawer.music.answers.songRepeat = mode;
+            drawer.view.repeatButton().click();
+            drawer.connector->refreshPlaybackSettings();
+            QCOMPARE(drawer.view.repeatButton().image(), image);
+        }
+        QCOMPARE(drawer.music.commands().filter(QStringLiteral("setSongRepeat")).size(), 3);
+        QVERIFY(
+            drawer.music.commands().filter(QStringLiteral("setSongRepeat")).first() != drawer.music.commands().last());
+    }
+
+    void thePickerShowsThePlaylistsAndTheOneThatPlays()
+    {
+        Drawer drawer;
+        QVERIFY(!drawer.view.playlistPicker().isEnabled());
+        QVERIFY(!drawer.view.playlistPicker().toolTip().isEmpty());
+        QVERIFY(drawer.load({QStringLiteral("Blues"), QStringLiteral("Jazz"), QStringLiteral("Jazz")}, 2));
+        MetalPopupButton &picker = drawer.view.playlistPicker();
+        QCOMPARE(picker.count(), 3);
+        QCOMPARE(picker.itemText(0), QStringLiteral("Blues"));
+        QTRY_COMPARE(picker.currentIndex(), 1);
+        QVERIFY(picker.isEnabled());
+    }
+
+    void withoutACurrentOneNothingIsChosen()
+    {
+        Drawer drawer;
+        QVERIFY(drawer.load({QStringLiteral("Blues"), QStringLiteral("Jazz")}));
+        QCOMPARE(drawer.view.playlistPicker().currentIndex(), -1);
+        QVERIFY(!drawer.view.doneButton().isEnabled());
+    }
+
+    void whatIsChosenIsPlayedByDone()
+    {
+        Drawer drawer;
+        QVERIFY(drawer.load({QStringLiteral("Blues"), QStringLiteral("Jazz")}));
+        Q_EMIT drawer.view.playlistPicker().activated(1);
+        QCOMPARE(drawer.connector->selectedPlaylist()->name, QStringLiteral("Jazz"));
+        QCOMPARE(drawer.view.playlistPicker().currentIndex(), 1);
+        drawer.view.doneButton().click();
+        QTRY_VERIFY(drawer.music.backgroundReads().join(u' ').contains(QStringLiteral("playPlaylist")));
+    }
+
+    void thousandsOfPlaylistsAreShown()
+    {
+        Drawer drawer;
+        QStringList names;
+        for (int index = 0; index < 10'000; ++index) {
+            names.append(QStringLiteral("Playlist %1").arg(index));
+        }
+        QVERIFY(drawer.load(names, 9'000));
+        QTRY_COMPARE(drawer.view.playlistPicker().currentIndex(), 8'999);
+    }
+
+    void musicThatQuitsEmptiesThePicker()
+    {
+        Drawer drawer;
+        QVERIFY(drawer.load({QStringLiteral("Blues")}, 1));
+        drawer.say(true, SongRepeat::all);
+        drawer.music.quit();
+        QCOMPARE(drawer.view.playlistPicker().count(), 0);
+        QVERIFY(!drawer.view.playlistPicker().isEnabled());
+        QVERIFY(!drawer.view.doneButton().isEnabled());
+        QCOMPARE(drawer.view.shuffleButton().image(), QStringLiteral("shuffle_off"));
+        QCOMPARE(drawer.view.repeatButton().image(), QStringLiteral("repeat_off"));
+    }
+
+    void menuItemsFollowMusic()
+    {
+        using namespace MenuItemIdentifier;
+        Drawer drawer;
+        for (const QString &item : {playPause, next, previous, volumeUp, volumeDown, openMusicApp, closeWindow}) {
+            QVERIFY(drawer.isItemEnabled(item));
+        }
+        drawer.connector->setFeedType(FeedType::liveStream);
+        QVERIFY(!drawer.isItemEnabled(next));
+        QVERIFY(!drawer.isItemEnabled(previous));
+        QVERIFY(drawer.isItemEnabled(playPause));
+        QVERIFY(!drawer.isItemEnabled(keepAboveAllWindows));
+        QVERIFY(!drawer.isItemEnabled(QString()));
+        const Drawer closed(false);
+        QVERIFY(!closed.isItemEnabled(playPause));
+        QVERIFY(!closed.isItemEnabled(next));
+        QVERIFY(closed.isItemEnabled(openMusicApp));
+    }
+};
+
+QTEST_MAIN(PlaylistViewControllerTest)
+#include "PlaylistViewControllerTest.moc"
