@@ -31,6 +31,7 @@ constexpr auto dockTileDelay = 100ms;
 Application::Application(const Environment &environment, QObject *parent)
     : QObject(parent)
     , m_defaults(environment.defaults)
+    , m_skinEnvironment{environment.defaults, environment.appearance, environment.windowActivation}
     , m_musicConnector(environment.musicApp, environment.windowActivation)
     , m_delegate(m_musicConnector, environment.defaults, environment.appearance)
 {
@@ -40,8 +41,7 @@ Application::Application(const Environment &environment, QObject *parent)
     m_windowController = std::make_unique<WindowController>(m_defaults);
     Window &window = m_windowController->window();
     window.setWindowTitle(bundleInfo(u"CFBundleName").value_or(QString()));
-    const SkinEnvironment environmentOfSkin{m_defaults, environment.appearance, environment.windowActivation};
-    m_playerView = new PlayerView(environmentOfSkin);
+    m_playerView = new PlayerView(m_skinEnvironment);
     window.setContentView(m_playerView);
     const ViewController::Surroundings surroundings{
         m_musicConnector, m_defaults, environment.appearance, environment.windowActivation, *m_windowController};
@@ -51,13 +51,6 @@ Application::Application(const Environment &environment, QObject *parent)
     m_dockTileTimer.setInterval(dockTileDelay);
     connect(
         &m_dockTileTimer, &QTimer::timeout, this, [this] { QApplication::setWindowIcon(dockTileIcon(m_dockTile)); });
-
-    QWidget &drawer = m_playerView->drawerContainerView();
-    auto *playlistView = new PlaylistView(environmentOfSkin, &drawer);
-    auto *layout = new QVBoxLayout(&drawer);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(playlistView);
-    m_playlistViewController = std::make_unique<PlaylistViewController>(m_musicConnector, *playlistView);
 
     connectPlayer();
     connectWindowButtons();
@@ -87,11 +80,24 @@ ViewController &Application::viewController()
     return *m_viewController;
 }
 
+PlaylistViewController &Application::playlistViewController()
+{
+    if (!m_playlistViewController) {
+        QWidget &drawer = m_playerView->drawerContainerView();
+        auto *view = new PlaylistView(m_skinEnvironment);
+        auto *layout = new QVBoxLayout(&drawer);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(view);
+        m_playlistViewController = std::make_unique<PlaylistViewController>(m_musicConnector, *view);
+    }
+    return *m_playlistViewController;
+}
+
 MainMenu &Application::mainMenu()
 {
     if (!m_mainMenu) {
         m_mainMenu =
-            std::make_unique<MainMenu>(m_delegate, *m_windowController, *m_viewController, *m_playlistViewController);
+            std::make_unique<MainMenu>(m_delegate, *m_windowController, *m_viewController, playlistViewController());
         connectMenus();
     }
     return *m_mainMenu;
@@ -100,7 +106,8 @@ MainMenu &Application::mainMenu()
 void Application::showMainWindow()
 {
     m_windowController->window().show();
-    // The menus, shortcuts included, are there before anyone can ask for them; nobody waits for them to see the window.
+    // The menus, shortcuts included, and the drawer's controls are there before anyone can ask for them; nobody waits
+    // for them to see the window.
     QMetaObject::invokeMethod(
         this, [this] { mainMenu(); }, Qt::QueuedConnection);
 }

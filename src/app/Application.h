@@ -3,6 +3,7 @@
 
 #include "AppDelegate.h"
 #include "MusicConnector.h"
+#include "SkinEnvironment.h"
 
 #include <QObject>
 #include <QString>
@@ -44,7 +45,8 @@ public:
     [[nodiscard]] MusicConnector &musicConnector();
     [[nodiscard]] WindowController &windowController();
     [[nodiscard]] ViewController &viewController();
-    /// Made when it is first asked for, at the latest after the window is shown.
+    /// This and the menus are made when they are first asked for, at the latest after the window is shown.
+    PlaylistViewController &playlistViewController();
     MainMenu &mainMenu();
 
 public Q_SLOTS:
@@ -59,6 +61,7 @@ private:
     void showDockTile(const QString &imageName);
 
     UserDefaults &m_defaults;
+    SkinEnvironment m_skinEnvironment;
     MusicConnector m_musicConnector;
     AppDelegate m_delegate;
     std::unique_ptr<WindowController> m_windowController;

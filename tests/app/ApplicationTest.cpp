@@ -6,9 +6,11 @@
 #include "LcdView.h"
 #include "MainMenu.h"
 #include "MenuItemIdentifier.h"
+#include "MetalButton.h"
 #include "PlainButton.h"
 #include "PlayerButton.h"
 #include "PlayerView.h"
+#include "PlaylistView.h"
 #include "ScrollingMarqueeView.h"
 #include "TimedStyle.h"
 #include "TunedeckPlayerButton.h"
@@ -54,6 +56,22 @@ private Q_SLOTS:
         const auto dockMenu = application.delegate().applicationDockMenu();
         QCOMPARE(dockMenu->actions().at(2)->text(), QStringLiteral("    Track: Salt && Pepper"));
         QCOMPARE(dockMenu->actions().at(6)->text(), QStringLiteral("Pause"));
+    }
+
+    void theDrawerShowsThePlayersModes()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        application.showMainWindow();
+        auto *view = application.windowController().window().findChild<PlayerView *>();
+        QTRY_VERIFY(view->drawerContainerView().findChild<PlaylistView *>());
+        auto *drawer = view->drawerContainerView().findChild<PlaylistView *>();
+        application.viewController().toggleDrawer();
+        QTRY_VERIFY(drawer->isVisible());
+        desktop.music.answers.shuffleEnabled = true;
+        application.musicConnector().refreshPlaybackSettings();
+        QCOMPARE(drawer->shuffleButton().image(), QStringLiteral("shuffle_on"));
+        QCOMPARE(drawer->width(), view->width());
     }
 
     void theWindowsIconTellsTheState()
