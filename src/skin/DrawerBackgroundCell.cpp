@@ -16,7 +16,7 @@ constexpr double upwards = 90;
 constexpr QColor deepField(108, 116, 129);
 constexpr QColor mutedField(143, 151, 165);
 
-bool looksActive(const DrawerBackgroundState &state)
+bool looksActive(const MetalGroundState &state)
 {
     return state.isMainWindow || state.isKeptAboveAllOthers;
 }
@@ -27,7 +27,7 @@ QPainterPath innerBorder(const QRectF &bounds, double radius, double width)
     return between(roundedRectangle(bounds, radius), roundedRectangle(inset(bounds, width, width), radius - width));
 }
 
-void drawBody(QPainter &painter, const QRectF &bounds, const DrawerBackgroundState &state)
+void drawBody(QPainter &painter, const QRectF &bounds, const MetalGroundState &state)
 {
     constexpr double cornerRadius = 5;
     const float grey = looksActive(state) ? 0.64F : 0.85F;
@@ -47,7 +47,7 @@ void drawWell(QPainter &painter, const QRectF &panel)
     Gradient({{white(0.55F), 0}, {black(0.225F), 0.15}}).drawInPath(painter, roundedRectangle(panel, 3), upwards);
 }
 
-void drawField(QPainter &painter, const QRectF &bounds, const DrawerBackgroundState &state)
+void drawField(QPainter &painter, const QRectF &bounds, const MetalGroundState &state)
 {
     constexpr double cornerRadius = 2.5;
     const double borderWidth = painter.device()->devicePixelRatioF() > 1 ? 0.5 : 1;
@@ -57,7 +57,7 @@ void drawField(QPainter &painter, const QRectF &bounds, const DrawerBackgroundSt
 }
 } // namespace
 
-void DrawerBackgroundCell::draw(QPainter &painter, const QRectF &frame, const DrawerBackgroundState &state) const
+void DrawerBackgroundCell::draw(QPainter &painter, const QRectF &frame, const MetalGroundState &state) const
 {
     const QRectF bounds(frame.topLeft(), QSizeF(frame.width(), height));
     const QRectF panel = inset(bounds, 6, 3).translated(0, 3);

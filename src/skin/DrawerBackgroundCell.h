@@ -1,17 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MetalGroundState.h"
+
 class QPainter;
 class QRectF;
 
 namespace tunedeck {
-
-struct DrawerBackgroundState {
-    bool isMainWindow = false;
-    bool isKeptAboveAllOthers = false;
-
-    bool operator==(const DrawerBackgroundState &) const = default;
-};
 
 /// Draws the metal of the drawer and the field sunk into it that the drawer's controls lie on.
 class DrawerBackgroundCell {
@@ -20,7 +15,7 @@ public:
     static constexpr int height = 64;
 
     /// Draws along the lower edge of `frame`, in points and with y upwards.
-    void draw(QPainter &painter, const QRectF &frame, const DrawerBackgroundState &state) const;
+    void draw(QPainter &painter, const QRectF &frame, const MetalGroundState &state) const;
 };
 
 } // namespace tunedeck

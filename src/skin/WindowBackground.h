@@ -1,38 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ActivationFlag.h"
-#include "FaceCache.h"
-#include "SkinEnvironment.h"
+#include "MetalGround.h"
 #include "WindowBackgroundCell.h"
-
-#include <QWidget>
 
 namespace tunedeck {
 
-/// The metal of the main window, along the view's lower edge. It is the darker while a window of the program is main
-/// or the main window is kept above all others; the latter is asked when the view is resized and when the former
-/// changes.
-class WindowBackground : public QWidget {
+/// The metal of the main window.
+class WindowBackground : public MetalGround<WindowBackgroundCell> {
     Q_OBJECT
 
 public:
-    explicit WindowBackground(const SkinEnvironment &environment, QWidget *parent = nullptr);
-
-    [[nodiscard]] bool isMainWindow() const;
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
-
-private:
-    void layOut();
-
-    SkinEnvironment m_environment;
-    ActivationFlag m_isMainWindow;
-    WindowBackgroundState m_state;
-    WindowBackgroundCell m_cell;
-    FaceCache<WindowBackgroundState> m_faces;
+    using MetalGround::MetalGround;
 };
 
 } // namespace tunedeck

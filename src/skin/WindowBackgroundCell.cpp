@@ -18,14 +18,14 @@ QColor grey(float level)
     return QColor::fromRgbF(level, level, level);
 }
 
-Gradient metal(const WindowBackgroundState &state)
+Gradient metal(const MetalGroundState &state)
 {
     // A window that stays above all others looks active even while it is not.
     return state.isMainWindow || state.isKeptAboveAllOthers ? Gradient{{grey(0.81F), 0}, {grey(0.64F), 1}}
                                                             : Gradient{{grey(0.95F), 0}, {grey(0.85F), 1}};
 }
 
-void drawMetal(QPainter &painter, const QRectF &bounds, const WindowBackgroundState &state)
+void drawMetal(QPainter &painter, const QRectF &bounds, const MetalGroundState &state)
 {
     constexpr double cornerRadius = 4;
     constexpr double borderWidth = 0.5;
@@ -44,7 +44,7 @@ void drawRim(QPainter &painter, const QRectF &bounds)
 }
 } // namespace
 
-void WindowBackgroundCell::draw(QPainter &painter, const QRectF &frame, const WindowBackgroundState &state) const
+void WindowBackgroundCell::draw(QPainter &painter, const QRectF &frame, const MetalGroundState &state) const
 {
     const QRectF bounds(frame.topLeft(), QSizeF(frame.width(), height));
     painter.save();

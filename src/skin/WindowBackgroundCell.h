@@ -1,17 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MetalGroundState.h"
+
 class QPainter;
 class QRectF;
 
 namespace tunedeck {
-
-struct WindowBackgroundState {
-    bool isMainWindow = false;
-    bool isKeptAboveAllOthers = false;
-
-    bool operator==(const WindowBackgroundState &) const = default;
-};
 
 /// Draws the brushed metal of the main window.
 class WindowBackgroundCell {
@@ -20,7 +15,7 @@ public:
     static constexpr int height = 64;
 
     /// Draws along the lower edge of `frame`, in points and with y upwards.
-    void draw(QPainter &painter, const QRectF &frame, const WindowBackgroundState &state) const;
+    void draw(QPainter &painter, const QRectF &frame, const MetalGroundState &state) const;
 };
 
 } // namespace tunedeck

@@ -11,7 +11,7 @@ namespace tunedeck {
 namespace {
 constexpr QSize metal(300, 64);
 
-Picture drawn(const DrawerBackgroundState &state, double scale = 1, QSize size = metal)
+Picture drawn(const MetalGroundState &state, double scale = 1, QSize size = metal)
 {
     return {size, scale, [&](QPainter &painter) { DrawerBackgroundCell().draw(painter, QRectF({}, size), state); }};
 }

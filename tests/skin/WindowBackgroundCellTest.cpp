@@ -11,7 +11,7 @@ namespace tunedeck {
 namespace {
 constexpr QSize metal(200, 64);
 
-Picture drawn(const WindowBackgroundState &state, double scale = 1, QSize size = metal)
+Picture drawn(const MetalGroundState &state, double scale = 1, QSize size = metal)
 {
     return {size, scale, [&](QPainter &painter) { WindowBackgroundCell().draw(painter, QRectF({}, size), state); }};
 }
