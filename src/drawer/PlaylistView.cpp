@@ -25,6 +25,7 @@ constexpr int sideMargin = 10;
 constexpr int captionInset = 8;
 constexpr int widestCaption = 96;
 constexpr int pickerHeight = 22;
+constexpr int gap = 6;
 /// A pop-up's face begins this far right of its frame.
 constexpr int pickerMargin = 9;
 constexpr int buttonHeight = 30;
@@ -109,10 +110,10 @@ void PlaylistView::resizeEvent(QResizeEvent *)
     const int repeatX = width() - sideMargin - modeWidth;
     const int shuffleX = repeatX - modeWidth;
     const int doneX = shuffleX - doneWidth;
-    const int pickerX = sideMargin + captionInset + captionWidth;
+    // From the caption's end to the button's beginning, less the picker's margin, which may lie over the caption.
+    const int pickerX = sideMargin + captionInset + captionWidth + gap - pickerMargin;
     m_playlistLabel->setGeometry(sideMargin + captionInset, rowCentre - pickerLift, captionWidth, 2 * pickerLift);
-    m_playlistPicker->setGeometry(
-        pickerX - pickerMargin + 6, rowCentre - pickerLift, doneX - pickerX + 3, pickerHeight);
+    m_playlistPicker->setGeometry(pickerX, rowCentre - pickerLift, doneX - pickerX, pickerHeight);
     m_doneButton->setGeometry(doneX, buttonTop, doneWidth, buttonHeight);
     m_shuffleButton->setGeometry(shuffleX, buttonTop, modeWidth, buttonHeight);
     m_repeatButton->setGeometry(repeatX, buttonTop, modeWidth, buttonHeight);

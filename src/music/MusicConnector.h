@@ -88,7 +88,7 @@ public:
     [[nodiscard]] double duration() const;
 
     /// Whether anyone looks at what is published here: at first someone does. While nobody does, the timers rest and
-    /// only Music's own notifications are followed.
+    /// only Music's own notifications are followed. When someone does again, what plays is read at once.
     void setWatched(bool isWatched);
     [[nodiscard]] bool isRefreshTrackTimerActive() const;
     [[nodiscard]] bool isProgressPollingTimerActive() const;

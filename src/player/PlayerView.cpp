@@ -166,7 +166,7 @@ void PlayerView::setUpVolume()
     m_volumeMaxButton->setGeometry(volumeMaxButtonFrame);
     m_volumeMinButton->setImage(QStringLiteral("speaker-quiet"), speakerSize);
     m_volumeMaxButton->setImage(QStringLiteral("speaker-loud"), speakerSize);
-    // They reach into its margins, where the slider takes no click of its own.
+    // Each lies over an end of the slider's frame, and is what is clicked there.
     m_volumeMinButton->raise();
     m_volumeMaxButton->raise();
     setName(*m_volumeMinButton, tr("Silence", "Button at the quiet end of the volume slider"));

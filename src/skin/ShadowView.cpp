@@ -20,22 +20,9 @@ bool ShadowView::isMainWindow() const
     return m_isMainWindow.isSet();
 }
 
-void ShadowView::setGround(const QPainterPath &ground)
-{
-    if (m_ground == ground) {
-        return;
-    }
-    m_ground = ground;
-    update();
-}
-
 void ShadowView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    if (!m_ground.isEmpty()) {
-        painter.setClipPath(m_ground);
-    }
     m_faces.draw(painter, rect(), {}, [this](QPainter &face) {
         turnUpwards(face, height());
         m_cell.drawShadow(face, rect());

@@ -6,7 +6,6 @@
 #include "ShadowViewCell.h"
 #include "SkinEnvironment.h"
 
-#include <QPainterPath>
 #include <QWidget>
 
 #include <variant>
@@ -22,16 +21,12 @@ public:
     explicit ShadowView(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
     [[nodiscard]] bool isMainWindow() const;
-    /// What the shadow falls on, in the view's points, y downwards; elsewhere nothing is painted. Everything, as long
-    /// as it is empty.
-    void setGround(const QPainterPath &ground);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
     ActivationFlag m_isMainWindow;
-    QPainterPath m_ground;
     ShadowViewCell m_cell;
     FaceCache<std::monostate> m_faces;
 };

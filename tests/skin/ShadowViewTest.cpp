@@ -48,33 +48,6 @@ private Q_SLOTS:
         QCOMPARE(picture.at(100.5, 40.5).alpha(), 0);
     }
 
-    void itFallsOnItsGroundAlone()
-    {
-        QPainterPath ground;
-        ground.addRect(50, 20, 60, 10);
-        m_view->setGround(ground);
-        const Picture picture(*m_view);
-        QVERIFY(isNear(picture.at(60.5, 14.5), grey(0, 113)));
-        QCOMPARE(picture.at(49.5, 14.5).alpha(), 0);
-        QCOMPARE(picture.at(110.5, 14.5).alpha(), 0);
-        QCOMPARE(picture.at(60.5, 9.5).alpha(), 0);
-        m_view->setGround({});
-        QVERIFY(isNear(Picture(*m_view).at(49.5, 14.5), grey(0, 113)));
-    }
-
-    void onlyANewGroundIsPainted()
-    {
-        QPainterPath ground;
-        ground.addEllipse(10, 10, 60, 20);
-        PaintCounter paints(*m_view);
-        m_view->setGround({});
-        QCOMPARE(paints.takeCount(), 0);
-        m_view->setGround(ground);
-        QCOMPARE(paints.takeCount(), 1);
-        m_view->setGround(ground);
-        QCOMPARE(paints.takeCount(), 0);
-    }
-
     void itIsPaintedAgainWhenAWindowBecomesMainThoughItLooksTheSame()
     {
         const Picture inactive(*m_view);
