@@ -20,6 +20,7 @@ class Build:
         folder = folder.resolve()
         self.bare_window = folder / "tools/benchmarks/bare-window"
         self.start_watch = folder / "tools/benchmarks/start-watch"
+        self.playlists_watch = folder / "tools/benchmarks/playlists-watch"
         self.demo_player = folder / "tools/demo-player/tunedeck-demo-player"
         self.tunedeck = folder / "src/app/tunedeck"
         for program in vars(self).values():

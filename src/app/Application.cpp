@@ -3,7 +3,11 @@
 
 #include "BundleInfo.h"
 #include "DrawerBackground.h"
+#include "LcdView.h"
 #include "MainMenu.h"
+#include "MetalButton.h"
+#include "MetalPopupButton.h"
+#include "PlainButton.h"
 #include "PlayerView.h"
 #include "PlaylistView.h"
 #include "PlaylistViewController.h"
@@ -26,6 +30,17 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto dockTileDelay = 100ms;
+
+/// Tab comes to the drawer's controls from the button that opens it.
+void putAfter(QWidget &control, PlaylistView &drawer)
+{
+    QWidget *last = &control;
+    for (QWidget *next : std::initializer_list<QWidget *>{
+             &drawer.playlistPicker(), &drawer.doneButton(), &drawer.shuffleButton(), &drawer.repeatButton()}) {
+        QWidget::setTabOrder(last, next);
+        last = next;
+    }
+}
 } // namespace
 
 Application::Application(const Environment &environment, QObject *parent)
@@ -88,6 +103,7 @@ PlaylistViewController &Application::playlistViewController()
         auto *layout = new QVBoxLayout(&drawer);
         layout->setContentsMargins(0, 0, 0, 0);
         layout->addWidget(view);
+        putAfter(m_playerView->lcd().infoButton(), *view);
         m_playlistViewController = std::make_unique<PlaylistViewController>(m_musicConnector, *view);
     }
     return *m_playlistViewController;

@@ -78,6 +78,7 @@ PlaylistViewController::PlaylistViewController(MusicConnector &musicConnector, P
 
     connect(&m_musicConnector, &MusicConnector::shuffleEnabledChanged, this, &PlaylistViewController::refreshButtons);
     connect(&m_musicConnector, &MusicConnector::repeatModeChanged, this, &PlaylistViewController::refreshButtons);
+    connect(&m_musicConnector, &MusicConnector::isMusicAppRunningChanged, this, &PlaylistViewController::showPlaylists);
     connect(&m_musicConnector, &MusicConnector::playlistOptionsChanged, this, &PlaylistViewController::showPlaylists);
     connect(&m_musicConnector, &MusicConnector::selectedPlaylistChanged, this,
         &PlaylistViewController::showSelectedPlaylist);
@@ -130,9 +131,28 @@ void PlaylistViewController::showPlaylists()
         m_playlistNames.setStringList(names);
     }
     picker.setEnabled(!names.isEmpty());
-    picker.setToolTip(names.isEmpty() ? tr("The player offers no playlists", "Tooltip of the empty playlist picker")
-                                      : tr("Choose a playlist", "Tooltip of the playlist picker"));
+    picker.setToolTip(names.isEmpty() ? whyEmpty() : tr("Choose a playlist", "Tooltip of the playlist picker"));
     showSelectedPlaylist();
+}
+
+QString PlaylistViewController::whyEmpty() const
+{
+    if (!m_musicConnector.isMusicAppRunning()) {
+        return tr("Music is not open", "Tooltip of the empty playlist picker");
+    }
+    switch (m_musicConnector.playlistSource()) {
+    case PlaylistSource::music:
+        return tr("The player has no playlists", "Tooltip of the empty playlist picker");
+    case PlaylistSource::files:
+        return tr("There are no playlist files (.m3u, .m3u8, .pls, .xspf) in your music folder",
+            "Tooltip of the empty playlist picker");
+    case PlaylistSource::unknown:
+        return tr("The player has not told of its playlists yet", "Tooltip of the empty playlist picker");
+    case PlaylistSource::none:
+        return tr(
+            "This player neither offers playlists nor opens playlist files", "Tooltip of the empty playlist picker");
+    }
+    fatalError("Impossible source of playlists");
 }
 
 void PlaylistViewController::showSelectedPlaylist()

@@ -32,6 +32,7 @@ public Q_SLOTS:
 
 private:
     void showPlaylists();
+    [[nodiscard]] QString whyEmpty() const;
     void showSelectedPlaylist();
     void selectPlaylist(int index);
     void refreshButtons();

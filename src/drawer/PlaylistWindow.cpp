@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "PlaylistWindow.h"
 
+#include <QApplication>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QWindow>
 
@@ -17,6 +19,27 @@ PlaylistWindow::PlaylistWindow(QWidget *parent)
 void PlaylistWindow::invalidateShadow()
 {
     update();
+}
+
+void PlaylistWindow::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton) {
+        m_pressPosition = event->position().toPoint();
+    }
+}
+
+void PlaylistWindow::mouseMoveEvent(QMouseEvent *event)
+{
+    const QPoint position = event->position().toPoint();
+    if (m_pressPosition && (position - *m_pressPosition).manhattanLength() >= QApplication::startDragDistance()) {
+        m_pressPosition.reset();
+        windowHandle()->startSystemMove();
+    }
+}
+
+void PlaylistWindow::mouseReleaseEvent(QMouseEvent *)
+{
+    m_pressPosition.reset();
 }
 
 } // namespace tunedeck

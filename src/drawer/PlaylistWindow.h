@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QPoint>
 #include <QWidget>
+
+#include <optional>
 
 namespace tunedeck {
 
-/// A window of the drawer's own, frameless like the player's, that can be key and main.
+/// A window of the drawer's own, frameless like the player's and moved by its background, that can be key and main.
 class PlaylistWindow : public QWidget {
     Q_OBJECT
 
@@ -14,6 +17,14 @@ public:
 
     /// Lets the shadow follow what the window shows: it is cast by the frame drawn last.
     void invalidateShadow();
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+
+private:
+    std::optional<QPoint> m_pressPosition;
 };
 
 } // namespace tunedeck

@@ -88,6 +88,8 @@ public:
     /// the wrong type stays what it is.
     [[nodiscard]] virtual std::optional<QVariantList> playlistIds() const = 0;
     [[nodiscard]] virtual std::optional<QVariantList> playlistNames() const = 0;
+    /// Where the playlists come from whose ids were read last.
+    [[nodiscard]] virtual PlaylistSource playlistSource() const = 0;
     /// Plays the playlist with this id. Where Music does not run, launches it, and answers false.
     virtual bool playPlaylist(qint64 id) = 0;
     [[nodiscard]] virtual std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices() const = 0;

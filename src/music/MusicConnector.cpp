@@ -29,6 +29,7 @@ constexpr double displayLeadSeconds = 0.333;
 
 struct LoadedPlaylists {
     QList<PlaylistOption> options;
+    PlaylistSource source = PlaylistSource::unknown;
     std::optional<PlaylistOption> current;
 };
 
@@ -120,6 +121,7 @@ std::optional<LoadedPlaylists> readPlaylists(const MusicApplication &musicApp)
     }
 
     LoadedPlaylists loaded;
+    loaded.source = musicApp.playlistSource();
     const qsizetype count = std::min(ids->size(), names->size());
     loaded.options.reserve(count);
     for (qsizetype i = 0; i < count; ++i) {
@@ -282,6 +284,11 @@ RepeatMode MusicConnector::repeatMode() const
 const QList<PlaylistOption> &MusicConnector::playlistOptions() const
 {
     return m_playlistOptions;
+}
+
+PlaylistSource MusicConnector::playlistSource() const
+{
+    return m_playlistSource;
 }
 
 const std::optional<PlaylistOption> &MusicConnector::selectedPlaylist() const
@@ -482,6 +489,7 @@ void MusicConnector::loadPlaylists()
         if (!loaded) {
             return;
         }
+        m_playlistSource = loaded->source;
         assign(m_playlistOptions, loaded->options, &MusicConnector::playlistOptionsChanged);
         setSelectedPlaylist(loaded->current);
     });
@@ -543,6 +551,7 @@ void MusicConnector::nativeMusicAppDidTerminate()
     m_isLoadingPlaylists = false;
     m_isPlayingPlaylist = false;
     setSelectedPlaylist(std::nullopt);
+    m_playlistSource = PlaylistSource::unknown;
     assign(m_playlistOptions, {}, &MusicConnector::playlistOptionsChanged);
     assign(m_soundVolume, 0.0, &MusicConnector::soundVolumeChanged);
     assign(m_shuffleEnabled, false, &MusicConnector::shuffleEnabledChanged);

@@ -80,6 +80,8 @@ public:
     [[nodiscard]] bool shuffleEnabled() const;
     [[nodiscard]] RepeatMode repeatMode() const;
     [[nodiscard]] const QList<PlaylistOption> &playlistOptions() const;
+    /// Changes with the playlist options.
+    [[nodiscard]] PlaylistSource playlistSource() const;
     [[nodiscard]] const std::optional<PlaylistOption> &selectedPlaylist() const;
     void setSelectedPlaylist(const std::optional<PlaylistOption> &playlist);
     /// The names of the outputs Music plays to, joined for display; none for the computer's own.
@@ -186,6 +188,7 @@ private:
     bool m_shuffleEnabled = false;
     RepeatMode m_repeatMode = RepeatMode::off;
     QList<PlaylistOption> m_playlistOptions;
+    PlaylistSource m_playlistSource = PlaylistSource::unknown;
     std::optional<PlaylistOption> m_selectedPlaylist;
     std::optional<QString> m_audioOutputNames;
 

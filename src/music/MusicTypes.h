@@ -61,6 +61,10 @@ inline const QString storeUrl = QStringLiteral("Store URL"); ///< address of a t
 /// What kind of content Music plays.
 enum class FeedType { unknown = 0, localTrack = 1, streamedTrack = 2, liveStream = 3, stopped = 4 };
 
+/// Where the playlists on offer come from: that is not known yet; from nowhere, because Music neither has any to offer
+/// nor opens playlist files; from Music itself; from the user's music folder, whose playlist files Music opens.
+enum class PlaylistSource { unknown, none, music, files };
+
 enum class RepeatMode { off = 0, one = 1, all = 2 };
 
 } // namespace tunedeck

@@ -3,17 +3,25 @@
 
 #include "ClassicAudioProgressSliderCell.h"
 #include "FocusRing.h"
+#include "Shapes.h"
 #include "turnUpwards.h"
 
 #include <QPainter>
 
 namespace tunedeck {
 
+namespace {
+QRectF drawnBounds(const QRectF &control)
+{
+    constexpr double frameHeight = 10;
+    return inset(control, 0, (control.height() - frameHeight) / 2);
+}
+} // namespace
+
 ClassicAudioProgressSlider::ClassicAudioProgressSlider(const SkinEnvironment &environment, QWidget *parent)
     : PercentSlider(ClassicAudioProgressSliderCell::knobSize, parent)
 {
-    constexpr int frameHeight = 10;
-    new FocusRing(*this, environment, frameHeight);
+    new FocusRing(*this, environment, {&drawnBounds});
 }
 
 void ClassicAudioProgressSlider::paintEvent(QPaintEvent *)

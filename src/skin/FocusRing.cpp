@@ -19,9 +19,10 @@ constexpr double glowEnd = 4;
 
 class Ring : public QWidget {
 public:
-    Ring(const SkinEnvironment &environment, QWidget *parent)
+    Ring(const SkinEnvironment &environment, std::optional<double> cornerRadius, QWidget *parent)
         : QWidget(parent)
         , m_environment(environment)
+        , m_cornerRadius(cornerRadius)
     {
         setAttribute(Qt::WA_TransparentForMouseEvents);
         repaintOnNewLooks(*this, environment);
@@ -40,14 +41,21 @@ protected:
     }
 
 private:
-    static QPainterPath around(const QRectF &control, double end)
+    [[nodiscard]] QPainterPath around(const QRectF &control, double end) const
     {
-        QPainterPath path = capsule(inset(control, -end, -end));
-        path.addPath(capsule(inset(control, -ringStart, -ringStart)));
+        QPainterPath path = outline(control, end);
+        path.addPath(outline(control, ringStart));
         return path;
     }
 
+    [[nodiscard]] QPainterPath outline(const QRectF &control, double distance) const
+    {
+        const QRectF bounds = inset(control, -distance, -distance);
+        return m_cornerRadius ? roundedRectangle(bounds, *m_cornerRadius + distance) : capsule(bounds);
+    }
+
     SkinEnvironment m_environment;
+    std::optional<double> m_cornerRadius;
 };
 
 bool isByTab(const QFocusEvent &event)
@@ -63,18 +71,13 @@ bool isExcursion(const QFocusEvent &event)
 }
 } // namespace
 
-FocusRing::FocusRing(QWidget &control, const SkinEnvironment &environment)
+FocusRing::FocusRing(QWidget &control, const SkinEnvironment &environment, const ControlOutline &outline)
     : QObject(&control)
     , m_control(control)
     , m_environment(environment)
+    , m_outline(outline)
 {
     control.installEventFilter(this);
-}
-
-FocusRing::FocusRing(QWidget &control, const SkinEnvironment &environment, int drawnHeight)
-    : FocusRing(control, environment)
-{
-    m_drawnHeight = drawnHeight;
 }
 
 FocusRing::~FocusRing()
@@ -121,7 +124,7 @@ void FocusRing::show()
     if (m_ring || !m_control.parentWidget()) {
         return;
     }
-    m_ring = new Ring(m_environment, m_control.parentWidget());
+    m_ring = new Ring(m_environment, m_outline.cornerRadius, m_control.parentWidget());
     follow();
     m_ring->stackUnder(&m_control);
     m_ring->show();
@@ -132,9 +135,9 @@ void FocusRing::follow()
     if (!m_ring) {
         return;
     }
-    const int reach = static_cast<int>(glowEnd);
-    const int margin = (m_control.height() - m_drawnHeight.value_or(m_control.height())) / 2;
-    m_ring->setGeometry(m_control.geometry().adjusted(-reach, margin - reach, reach, reach - margin));
+    const QRectF control(m_control.rect());
+    const QRectF drawn = m_outline.bounds ? m_outline.bounds(control) : control;
+    m_ring->setGeometry(inset(drawn, -glowEnd, -glowEnd).translated(m_control.pos()).toAlignedRect());
 }
 
 } // namespace tunedeck

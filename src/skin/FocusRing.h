@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QRectF>
 
 #include <optional>
 
@@ -12,6 +13,14 @@ class QFocusEvent;
 class QWidget;
 
 namespace tunedeck {
+
+/// The outline of what a control draws.
+struct ControlOutline {
+    /// Its bounds in the rectangle of the control; all of that if not given. In points, as is the rest.
+    QRectF (*bounds)(const QRectF &control) = nullptr;
+    /// How far its corners are rounded: by half of its height if not given.
+    std::optional<double> cornerRadius = {};
+};
 
 /// Shows a thin ring around a control while the control has the keyboard because the user went there with Tab. A click
 /// needs none, nor does what has the keyboard from the start. The ring lies in the control's parent, outside of what
@@ -21,9 +30,7 @@ class FocusRing : public QObject {
 
 public:
     /// Belongs to `control`.
-    FocusRing(QWidget &control, const SkinEnvironment &environment);
-    /// Of a control that draws no more than `drawnHeight` points, halfway down.
-    FocusRing(QWidget &control, const SkinEnvironment &environment, int drawnHeight);
+    FocusRing(QWidget &control, const SkinEnvironment &environment, const ControlOutline &outline = {});
     ~FocusRing() override;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -36,7 +43,7 @@ private:
 
     QWidget &m_control;
     SkinEnvironment m_environment;
-    std::optional<int> m_drawnHeight;
+    ControlOutline m_outline;
     QPointer<QWidget> m_ring;
     bool m_cameByTab = false;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MetalButton.h"
 
+#include "metalBezel.h"
+
 #include <QPainter>
 
 namespace tunedeck {
@@ -8,7 +10,7 @@ namespace tunedeck {
 MetalButton::MetalButton(const SkinEnvironment &environment, QWidget *parent)
     : SkinnedButton(parent)
     , m_isMainWindow(environment.windowActivation, ActivationFlag::Status::Main)
-    , m_focusRing(new FocusRing(*this, environment))
+    , m_focusRing(new FocusRing(*this, environment, {&MetalButtonCell::rim, metalRimRadius}))
 {
     connect(&m_isMainWindow, &ActivationFlag::changed, this, qOverload<>(&QWidget::update));
 }

@@ -43,6 +43,11 @@ void MetalButtonCell::draw(QPainter &painter, const QRectF &frame, const MetalBu
     }
 }
 
+QRectF MetalButtonCell::rim(const QRectF &frame)
+{
+    return metalRim(frame, bezel);
+}
+
 void MetalButtonCell::drawBezel(QPainter &painter, const QRectF &frame, const MetalButtonState &state) const
 {
     drawMetalBezel(painter, frame, bezel, state.isPressed);

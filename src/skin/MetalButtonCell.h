@@ -28,6 +28,9 @@ public:
     /// Draws the bezel and in its middle the image, or else the title.
     void draw(QPainter &painter, const QRectF &frame, const MetalButtonState &state) const;
 
+    /// The bezel's outline; its corners are rounded by metalRimRadius.
+    [[nodiscard]] static QRectF rim(const QRectF &frame);
+
     void drawBezel(QPainter &painter, const QRectF &frame, const MetalButtonState &state) const;
     void drawTitle(QPainter &painter, const QRectF &frame, const MetalButtonState &state) const;
 };

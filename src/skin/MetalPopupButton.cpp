@@ -2,6 +2,7 @@
 #include "MetalPopupButton.h"
 
 #include "FocusRing.h"
+#include "metalBezel.h"
 #include "skinLooks.h"
 
 #include <QKeyEvent>
@@ -9,6 +10,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QProxyStyle>
+#include <QStyleOptionComplex>
 #include <QWheelEvent>
 
 namespace tunedeck {
@@ -18,13 +20,25 @@ constexpr int leftMargin = 9;
 constexpr int mostVisibleItems = 14;
 constexpr int leastCharacters = 8;
 
-/// Where a style opens a menu that is as high as the screen, this one opens a list.
+QRectF faceOf(const QRectF &control)
+{
+    return control.adjusted(leftMargin, 0, 0, 0);
+}
+
+/// Where a style opens a menu that is as high as the screen, this one opens a list, under the rim.
 class ListStyle : public QProxyStyle {
 public:
     int styleHint(
         StyleHint hint, const QStyleOption *option, const QWidget *widget, QStyleHintReturn *returnData) const override
     {
         return hint == SH_ComboBox_Popup ? 0 : QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
+        const QWidget *widget) const override
+    {
+        return part == SC_ComboBoxListBoxPopup ? MetalPopupButtonCell::rim(faceOf(option->rect)).toRect()
+                                               : QProxyStyle::subControlRect(control, option, part, widget);
     }
 };
 
@@ -63,7 +77,8 @@ MetalPopupButton::MetalPopupButton(const SkinEnvironment &environment, QWidget *
     setMinimumContentsLength(leastCharacters);
     setFocusPolicy(Qt::TabFocus);
     connect(&m_isMainWindow, &ActivationFlag::changed, this, qOverload<>(&QWidget::update));
-    new FocusRing(*this, environment);
+    new FocusRing(*this, environment,
+        {[](const QRectF &control) { return MetalPopupButtonCell::rim(faceOf(control)); }, metalRimRadius});
 }
 
 bool MetalPopupButton::isMainWindow() const
@@ -123,7 +138,7 @@ void MetalPopupButton::paintEvent(QPaintEvent *)
 
 QRect MetalPopupButton::face() const
 {
-    return rect().adjusted(leftMargin, 0, 0, 0);
+    return faceOf(rect()).toRect();
 }
 
 MetalPopupButtonState MetalPopupButton::state() const

@@ -60,6 +60,11 @@ void MetalPopupButtonCell::draw(QPainter &painter, const QRectF &frame, const Me
     drawTitle(painter, title, state);
 }
 
+QRectF MetalPopupButtonCell::rim(const QRectF &frame)
+{
+    return metalRim(frame, bezel);
+}
+
 void MetalPopupButtonCell::drawBezel(QPainter &painter, const QRectF &frame, const MetalPopupButtonState &state) const
 {
     drawMetalBezel(painter, frame, bezel, state.isPressed);

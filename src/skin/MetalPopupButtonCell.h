@@ -27,6 +27,9 @@ public:
     /// takes a frame that begins at x = 9 to bring them from the rim into the face. They suit a height of 22.
     void draw(QPainter &painter, const QRectF &frame, const MetalPopupButtonState &state) const;
 
+    /// The bezel's outline; its corners are rounded by metalRimRadius.
+    [[nodiscard]] static QRectF rim(const QRectF &frame);
+
     void drawBezel(QPainter &painter, const QRectF &frame, const MetalPopupButtonState &state) const;
     void drawTitle(QPainter &painter, const QRectF &frame, const MetalPopupButtonState &state) const;
 };

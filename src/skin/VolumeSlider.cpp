@@ -54,6 +54,11 @@ void turn(int &turned, int delta)
     const bool turnsBack = (turned < 0) != (delta < 0);
     turned = turnsBack ? delta : turned + delta;
 }
+
+QRectF drawnBounds(const QRectF &control)
+{
+    return inset(control, 0, (control.height() - VolumeSliderCell::knobSize.height()) / 2);
+}
 } // namespace
 
 VolumeSlider::VolumeSlider(const SkinEnvironment &environment, QWidget *parent)
@@ -62,7 +67,7 @@ VolumeSlider::VolumeSlider(const SkinEnvironment &environment, QWidget *parent)
 {
     setStep(step);
     repaintOnNewLooks(*this, environment);
-    new FocusRing(*this, environment, static_cast<int>(VolumeSliderCell::knobSize.height()));
+    new FocusRing(*this, environment, {&drawnBounds});
 }
 
 void VolumeSlider::setScrollEventsDelegate(VolumeSliderScrollEventDelegate *delegate)

@@ -28,11 +28,6 @@ Gradient face(bool isPressed)
     return isPressed ? Gradient{{grey(0.4627F), 0}, {grey(0.5882F), 1}}
                      : Gradient{{grey(0.94F), 0}, {grey(0.85F), 0.05}, {grey(0.58F), 1}};
 }
-
-QRectF rimRect(const QRectF &frame, const MetalBezel &bezel)
-{
-    return inset(frame, bezel.rimInset.x(), bezel.rimInset.y()).translated(0, -bezel.lift);
-}
 } // namespace
 
 void drawMetalBezel(QPainter &painter, const QRectF &frame, const MetalBezel &bezel, bool isPressed)
@@ -41,14 +36,19 @@ void drawMetalBezel(QPainter &painter, const QRectF &frame, const MetalBezel &be
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF lit = inset(frame, bezel.highlightInset.x(), bezel.highlightInset.y());
     highlight(painter.device()->devicePixelRatioF()).drawInPath(painter, roundedRectangle(lit, 3), downwards);
-    painter.fillPath(roundedRectangle(rimRect(frame, bezel), 3.25), rimSlate);
+    painter.fillPath(roundedRectangle(metalRim(frame, bezel), metalRimRadius), rimSlate);
     face(isPressed).drawInPath(painter, roundedRectangle(metalFace(frame, bezel), 2.5), downwards);
     painter.restore();
 }
 
+QRectF metalRim(const QRectF &frame, const MetalBezel &bezel)
+{
+    return inset(frame, bezel.rimInset.x(), bezel.rimInset.y()).translated(0, -bezel.lift);
+}
+
 QRectF metalFace(const QRectF &frame, const MetalBezel &bezel)
 {
-    return inset(rimRect(frame, bezel), 1, 1);
+    return inset(metalRim(frame, bezel), 1, 1);
 }
 
 } // namespace tunedeck

@@ -20,6 +20,8 @@ struct MetalBezel {
 /// Draws a dark rim around a face of light metal, and the lit lip under the rim. y counts downwards.
 void drawMetalBezel(QPainter &painter, const QRectF &frame, const MetalBezel &bezel, bool isPressed);
 
+inline constexpr double metalRimRadius = 3.25;
+[[nodiscard]] QRectF metalRim(const QRectF &frame, const MetalBezel &bezel);
 /// The rim's rectangle, less the rim.
 [[nodiscard]] QRectF metalFace(const QRectF &frame, const MetalBezel &bezel);
 

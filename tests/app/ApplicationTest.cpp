@@ -7,6 +7,7 @@
 #include "MainMenu.h"
 #include "MenuItemIdentifier.h"
 #include "MetalButton.h"
+#include "MetalPopupButton.h"
 #include "PlainButton.h"
 #include "PlayerButton.h"
 #include "PlayerView.h"
@@ -72,6 +73,29 @@ private Q_SLOTS:
         application.musicConnector().refreshPlaybackSettings();
         QCOMPARE(drawer->shuffleButton().image(), QStringLiteral("shuffle_on"));
         QCOMPARE(drawer->width(), view->width());
+    }
+
+    void tabGoesFromTheInfoButtonIntoTheDrawerAndOnToTheWindowsButtons()
+    {
+        Desktop desktop;
+        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        application.showMainWindow();
+        Window &window = application.windowController().window();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        auto *view = window.findChild<PlayerView *>();
+        QTRY_VERIFY(window.findChild<PlaylistView *>());
+        auto *drawer = window.findChild<PlaylistView *>();
+        application.viewController().toggleDrawer();
+        QTRY_VERIFY(drawer->isVisible());
+        drawer->playlistPicker().setEnabled(true);
+        drawer->doneButton().setEnabled(true);
+        view->lcd().infoButton().setFocus();
+        const QList<QWidget *> order{&drawer->playlistPicker(), &drawer->doneButton(), &drawer->shuffleButton(),
+            &drawer->repeatButton(), &view->closeButton()};
+        for (QWidget *next : order) {
+            QTest::keyClick(window.windowHandle(), Qt::Key_Tab);
+            QCOMPARE(QApplication::focusWidget(), next);
+        }
     }
 
     void theWindowsIconTellsTheState()

@@ -27,7 +27,8 @@ struct Drawer {
     }
 
     /// False if they do not come.
-    bool load(const QStringList &names, std::optional<qint64> current = {})
+    bool load(
+        const QStringList &names, std::optional<qint64> current = {}, PlaylistSource source = PlaylistSource::music)
     {
         ScriptedMusicApplication::BackgroundAnswers answers;
         QVariantList ids;
@@ -38,6 +39,7 @@ struct Drawer {
         }
         answers.playlistIds = ids;
         answers.playlistNames = columns;
+        answers.playlistSource = source;
         if (current) {
             answers.currentPlaylist = MusicPlaylist{.id = *current};
         }
@@ -148,6 +150,37 @@ private Q_SLOTS:
         QCOMPARE(picker.itemText(0), QStringLiteral("Blues"));
         QTRY_COMPARE(picker.currentIndex(), 1);
         QVERIFY(picker.isEnabled());
+    }
+
+    void anEmptyPickerSaysWhy_data()
+    {
+        QTest::addColumn<PlaylistSource>("source");
+        QTest::addColumn<QString>("why");
+        QTest::newRow("the player has none") << PlaylistSource::music << QStringLiteral("The player has no playlists");
+        QTest::newRow("the folder has none")
+            << PlaylistSource::files
+            << QStringLiteral("There are no playlist files (.m3u, .m3u8, .pls, .xspf) in your music folder");
+        QTest::newRow("the player can do neither")
+            << PlaylistSource::none << QStringLiteral("This player neither offers playlists nor opens playlist files");
+    }
+
+    void anEmptyPickerSaysWhy()
+    {
+        QFETCH(const PlaylistSource, source);
+        Drawer drawer;
+        QVERIFY(drawer.load({QStringLiteral("Blues")}));
+        QVERIFY(drawer.load({}, {}, source));
+        QVERIFY(!drawer.view.playlistPicker().isEnabled());
+        QTEST(drawer.view.playlistPicker().toolTip(), "why");
+    }
+
+    void anEmptyPickerSaysThatMusicIsNotOpenOrSilent()
+    {
+        Drawer closed(false);
+        QCOMPARE(closed.view.playlistPicker().toolTip(), QStringLiteral("Music is not open"));
+        closed.music.launch();
+        QCOMPARE(
+            closed.view.playlistPicker().toolTip(), QStringLiteral("The player has not told of its playlists yet"));
     }
 
     void withoutACurrentOneNothingIsChosen()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "FocusRing.h"
 
+#include "MetalButton.h"
+#include "MetalButtonCell.h"
 #include "PlayerButton.h"
 #include "SkinDesk.h"
 
@@ -51,6 +53,23 @@ private Q_SLOTS:
             m_other->setFocus(Qt::OtherFocusReason);
             QCOMPARE(picture(), m_plain);
         }
+    }
+
+    void theRingLiesAroundWhatAControlDrawsNotAroundItsRectangle()
+    {
+        auto *metal = new MetalButton(m_desk->environment, m_window.get());
+        metal->setGeometry(10, 15, 60, 30);
+        metal->show();
+        const QImage plain = picture();
+        metal->setFocus(Qt::TabFocusReason);
+        const QImage ringed = picture();
+        const QRect rim = MetalButtonCell::rim(metal->geometry()).toRect();
+        const QPoint above(rim.center().x(), rim.top() - 2);
+        const QPoint corner(rim.left() - 1, rim.top() - 1);
+        const QPoint atTheRectanglesEdge(metal->geometry().center().x(), metal->geometry().bottom());
+        QVERIFY(ringed.pixelColor(above) != plain.pixelColor(above));
+        QVERIFY(ringed.pixelColor(corner) != plain.pixelColor(corner));
+        QCOMPARE(ringed.pixelColor(atTheRectanglesEdge), plain.pixelColor(atTheRectanglesEdge));
     }
 
     void theButtonItselfIsPaintedAsEver()
@@ -109,7 +128,8 @@ private Q_SLOTS:
         QWidget low(m_window.get());
         low.setGeometry(10, 10, 35, 35);
         low.setFocusPolicy(Qt::TabFocus);
-        new FocusRing(low, m_desk->environment, 15);
+        new FocusRing(
+            low, m_desk->environment, {[](const QRectF &control) { return control.adjusted(0, 10, 0, -10); }});
         m_button->hide();
         low.show();
         const QImage plain = picture();

@@ -166,6 +166,19 @@ private Q_SLOTS:
         QVERIFY(list->viewport()->rect().contains(list->visualRect(m_button->model()->index(9'000, 0))));
     }
 
+    void theListOpensUnderTheRim()
+    {
+        m_button->addItems(names(3));
+        show();
+        m_button->showPopup();
+        const QRectF face = QRectF(m_button->rect()).adjusted(9, 0, 0, 0);
+        const QRect rim = MetalPopupButtonCell::rim(face).toRect();
+        const QRect list = m_button->view()->window()->geometry();
+        QCOMPARE(list.left(), m_button->mapToGlobal(rim.topLeft()).x());
+        QCOMPARE(list.width(), rim.width());
+        QCOMPARE(list.top(), m_button->mapToGlobal(rim.bottomLeft()).y() + 1);
+    }
+
     void itsSizeDoesNotComeFromItsItems()
     {
         const QSize before = m_button->sizeHint();

@@ -33,6 +33,7 @@ public:
         std::optional<MusicPlaylist> currentPlaylist = {};
         std::optional<QVariantList> playlistIds = {};
         std::optional<QVariantList> playlistNames = {};
+        PlaylistSource playlistSource = PlaylistSource::music;
         std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices = {};
     };
 
@@ -152,6 +153,11 @@ public:
     [[nodiscard]] std::optional<QVariantList> playlistNames() const override
     {
         return answeredInBackground(QStringLiteral("playlistNames"), &BackgroundAnswers::playlistNames);
+    }
+    [[nodiscard]] PlaylistSource playlistSource() const override
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_backgroundAnswers.playlistSource;
     }
     [[nodiscard]] std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices() const override
     {

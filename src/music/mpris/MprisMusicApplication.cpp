@@ -279,6 +279,12 @@ std::optional<QVariantList> MprisMusicApplication::playlistNames() const
     return followed ? followed->names() : std::nullopt;
 }
 
+PlaylistSource MprisMusicApplication::playlistSource() const
+{
+    const std::shared_ptr<PlayerPlaylists> followed = playlists();
+    return followed ? followed->source() : PlaylistSource::unknown;
+}
+
 bool MprisMusicApplication::playPlaylist(qint64 id)
 {
     if (const std::shared_ptr<PlayerPlaylists> followed = playlists()) {

@@ -63,6 +63,7 @@ public:
     [[nodiscard]] std::optional<MusicPlaylist> currentPlaylist() const override;
     [[nodiscard]] std::optional<QVariantList> playlistIds() const override;
     [[nodiscard]] std::optional<QVariantList> playlistNames() const override;
+    [[nodiscard]] PlaylistSource playlistSource() const override;
     bool playPlaylist(qint64 id) override;
     [[nodiscard]] std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices() const override;
     void endBackground() override;

@@ -3,13 +3,18 @@
 
 #include "MprisNames.h"
 #include "PlayerReport.h"
+#include "PlaylistFiles.h"
 #include "PlaylistPages.h"
 
-#include <QDBusMessage>
+#include <QDBusError>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDeadlineTimer>
 #include <QEventLoop> // waits on a worker thread
+#include <QSet>
+#include <QUrl>
+
+#include <algorithm>
 
 namespace tunedeck {
 
@@ -28,6 +33,36 @@ QString playersOwnOrder(const QVariantMap &properties)
     return orders.isEmpty() || orders.contains(asArrangedByTheUser) ? asArrangedByTheUser : orders.constFirst();
 }
 
+/// Whether a player with these root properties says that it opens playlist files. Some name one kind of them alone.
+bool opensPlaylistFiles(const QVariantMap &properties)
+{
+    static const QSet<QString> playlistTypes{QStringLiteral("application/mpegurl"),
+        QStringLiteral("application/vnd.apple.mpegurl"), QStringLiteral("application/x-mpegurl"),
+        QStringLiteral("application/xspf+xml"), QStringLiteral("audio/m3u"), QStringLiteral("audio/mpegurl"),
+        QStringLiteral("audio/scpls"), QStringLiteral("audio/x-m3u"), QStringLiteral("audio/x-mpegurl"),
+        QStringLiteral("audio/x-scpls")};
+    const auto said = [&properties](
+                          const QString &key) { return bus::texts(properties.value(key), bus::maximumElements); };
+    const QStringList types = said(QStringLiteral("SupportedMimeTypes"));
+    return said(QStringLiteral("SupportedUriSchemes")).contains(QStringLiteral("file"), Qt::CaseInsensitive)
+        && std::ranges::any_of(types, [](const QString &type) { return playlistTypes.contains(type.toLower()); });
+}
+
+/// Whether an error stands for no answer at all.
+bool isSilence(const QDBusError &error)
+{
+    switch (error.type()) {
+    case QDBusError::NoReply:
+    case QDBusError::Timeout:
+    case QDBusError::TimedOut:
+    case QDBusError::Disconnected:
+    case QDBusError::ServiceUnknown:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 PlayerPlaylists::PlayerPlaylists(const QDBusConnection &bus, const QString &owner)
@@ -44,19 +79,20 @@ std::optional<PlaylistDetails> PlayerPlaylists::readActive() const
 
 std::optional<QVariantList> PlayerPlaylists::readIds()
 {
-    const std::optional<QList<PlaylistDetails>> playlists = readAll();
-    if (!playlists) {
+    const std::optional<Offer> offer = readOffer();
+    if (!offer) {
         return std::nullopt;
     }
     QVariantList ids;
     QVariantList names;
     QHash<qint64, QString> paths;
-    for (const PlaylistDetails &playlist : *playlists) {
+    for (const PlaylistDetails &playlist : offer->playlists) {
         ids.append(playlist.id);
         names.append(playlist.name);
         paths.insert(playlist.id, playlist.path);
     }
     const std::lock_guard lock(m_mutex);
+    m_source = offer->source;
     m_names = names;
     m_paths = paths;
     return ids;
@@ -68,14 +104,19 @@ std::optional<QVariantList> PlayerPlaylists::names() const
     return m_names;
 }
 
+PlaylistSource PlayerPlaylists::source() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_source;
+}
+
 bool PlayerPlaylists::play(qint64 id)
 {
     const std::optional<QString> path = pathOf(id);
-    if (!path || !pauseWhatPlays()) {
+    if (!path) {
         return false;
     }
-    const QVariant argument = QVariant::fromValue(QDBusObjectPath(*path));
-    return ask(mpris::playlistsInterface, QStringLiteral("ActivatePlaylist"), {argument}, deadline).has_value();
+    return source() == PlaylistSource::files ? open(*path) : pauseWhatPlays() && activate(*path);
 }
 
 void PlayerPlaylists::stopWaiting()
@@ -83,22 +124,37 @@ void PlayerPlaylists::stopWaiting()
     m_stop.request_stop();
 }
 
-std::optional<QList<PlaylistDetails>> PlayerPlaylists::readAll() const
+std::optional<PlayerPlaylists::Offer> PlayerPlaylists::readOffer() const
 {
     const QDeadlineTimer end(listDeadline);
-    const std::optional<QVariantMap> all = properties(mpris::playlistsInterface);
-    if (!all) {
+    const std::optional<QVariantMap> own = properties(mpris::playlistsInterface);
+    if (!own) {
         return std::nullopt;
     }
-    const QString order = playersOwnOrder(*all);
+    if (!own->isEmpty()) {
+        std::optional<QList<PlaylistDetails>> playlists = readPages(playersOwnOrder(*own), end);
+        return playlists ? std::optional(Offer{PlaylistSource::music, *playlists}) : std::nullopt;
+    }
+    const std::optional<QVariantMap> root = properties(mpris::rootInterface);
+    if (!root) {
+        return std::nullopt;
+    }
+    return opensPlaylistFiles(*root)
+        ? Offer{PlaylistSource::files, findPlaylistFiles(musicFolder(), end, m_stop.get_token())}
+        : Offer{PlaylistSource::none};
+}
+
+std::optional<QList<PlaylistDetails>> PlayerPlaylists::readPages(
+    const QString &order, const QDeadlineTimer &deadline) const
+{
     PlaylistPages pages;
     while (!pages.isComplete()) {
-        const std::optional<QVariantList> reply = ask(mpris::playlistsInterface, QStringLiteral("GetPlaylists"),
-            {pages.nextIndex(), uint(PlaylistPages::pageSize), order, false}, Milliseconds(end.remainingTime()));
-        if (!reply) {
+        const QDBusMessage reply = ask(mpris::playlistsInterface, QStringLiteral("GetPlaylists"),
+            {pages.nextIndex(), uint(PlaylistPages::pageSize), order, false}, Milliseconds(deadline.remainingTime()));
+        if (reply.type() != QDBusMessage::ReplyMessage) {
             return std::nullopt;
         }
-        pages.add(reply->value(0));
+        pages.add(reply.arguments().value(0));
     }
     return pages.playlists();
 }
@@ -123,26 +179,39 @@ bool PlayerPlaylists::pauseWhatPlays() const
         return report.canControl.value_or(true);
     }
     const QString command = report.canPause.value_or(true) ? QStringLiteral("Pause") : QStringLiteral("Stop");
-    return report.canControl.value_or(true) && ask(mpris::playerInterface, command, {}, deadline);
+    return report.canControl.value_or(true)
+        && ask(mpris::playerInterface, command, {}, deadline).type() == QDBusMessage::ReplyMessage;
+}
+
+bool PlayerPlaylists::activate(const QString &path) const
+{
+    const QVariant playlist = QVariant::fromValue(QDBusObjectPath(path));
+    return ask(mpris::playlistsInterface, QStringLiteral("ActivatePlaylist"), {playlist}, deadline).type()
+        == QDBusMessage::ReplyMessage;
+}
+
+bool PlayerPlaylists::open(const QString &file) const
+{
+    const QString address = QString::fromLatin1(QUrl::fromLocalFile(file).toEncoded());
+    return ask(mpris::playerInterface, QStringLiteral("OpenUri"), {address}, deadline).type()
+        == QDBusMessage::ReplyMessage;
 }
 
 std::optional<QVariantMap> PlayerPlaylists::properties(const QString &interface) const
 {
-    const std::optional<QVariantList> reply =
-        ask(mpris::propertiesInterface, QStringLiteral("GetAll"), {interface}, deadline);
-    if (!reply) {
+    const QDBusMessage reply = ask(mpris::propertiesInterface, QStringLiteral("GetAll"), {interface}, deadline);
+    if (reply.type() == QDBusMessage::InvalidMessage) {
         return std::nullopt;
     }
-    // One player answers with an empty map for an interface it does not have.
-    const QVariantMap properties = bus::plainMap(reply->value(0));
-    return properties.isEmpty() ? std::nullopt : std::optional(properties);
+    // Some players answer with an error for an interface they do not have, some with an empty map.
+    return bus::plainMap(reply.arguments().value(0));
 }
 
-std::optional<QVariantList> PlayerPlaylists::ask(
+QDBusMessage PlayerPlaylists::ask(
     const QString &interface, const QString &method, const QVariantList &arguments, Milliseconds patience) const
 {
     if (patience <= Milliseconds(0) || m_stop.stop_requested()) {
-        return std::nullopt;
+        return {};
     }
     QDBusMessage message = QDBusMessage::createMethodCall(m_owner, mpris::objectPath, interface, method);
     message.setAutoStartService(false);
@@ -156,8 +225,8 @@ std::optional<QVariantList> PlayerPlaylists::ask(
         QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection); // waits on a worker thread
     });
     loop.exec();
-    const QDBusMessage reply = answer.reply();
-    return reply.type() == QDBusMessage::ReplyMessage ? std::optional(reply.arguments()) : std::nullopt;
+    const bool isSilent = !answer.isFinished() || (answer.isError() && isSilence(answer.error()));
+    return isSilent ? QDBusMessage() : answer.reply();
 }
 
 } // namespace tunedeck

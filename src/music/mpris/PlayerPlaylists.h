@@ -2,10 +2,13 @@
 #pragma once
 
 #include "Instant.h"
+#include "MusicTypes.h"
 #include "PlaylistDetails.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QHash>
+#include <QList>
 #include <QString>
 #include <QVariantMap>
 
@@ -13,10 +16,13 @@
 #include <optional>
 #include <stop_token>
 
+class QDeadlineTimer;
+
 namespace tunedeck {
 
-/// The playlists of one player, for threads that may wait for it. Any thread may call any member; to read a list and
-/// the playlist that plays takes 5 s at most, to play one 3 s.
+/// The playlists of one player, for threads that may wait for it: its own, or, of a player that has none to offer but
+/// opens playlist files, those in the user's music folder. Any thread may call any member; to read a list and the
+/// playlist that plays takes 5 s at most, to play one 3 s.
 class PlayerPlaylists {
 public:
     /// `owner` is the player's unique name on the bus.
@@ -24,11 +30,12 @@ public:
 
     /// The playlist that the player plays.
     [[nodiscard]] std::optional<PlaylistDetails> readActive() const;
-    /// The ids of all playlists, in the player's order. None if the player has no playlists to tell of, or does not
-    /// tell all of them in time.
+    /// The ids of all playlists, in the player's order. None if the player does not tell of all of them in time.
     [[nodiscard]] std::optional<QVariantList> readIds();
     /// The names of the playlists that readIds() last told the ids of. None before.
     [[nodiscard]] std::optional<QVariantList> names() const;
+    /// Where the playlists come from that readIds() last told the ids of.
+    [[nodiscard]] PlaylistSource source() const;
     /// Plays a playlist that readIds() last told the id of. Whether the player answered.
     bool play(qint64 id);
 
@@ -36,13 +43,22 @@ public:
     void stopWaiting();
 
 private:
-    [[nodiscard]] std::optional<QList<PlaylistDetails>> readAll() const;
+    struct Offer {
+        PlaylistSource source = PlaylistSource::unknown;
+        QList<PlaylistDetails> playlists = {};
+    };
+
+    [[nodiscard]] std::optional<Offer> readOffer() const;
+    [[nodiscard]] std::optional<QList<PlaylistDetails>> readPages(
+        const QString &order, const QDeadlineTimer &deadline) const;
     [[nodiscard]] std::optional<QString> pathOf(qint64 id) const;
     bool pauseWhatPlays() const;
-    /// The properties of an interface. None also where the player has no such interface.
+    bool activate(const QString &path) const;
+    bool open(const QString &file) const;
+    /// The properties of an interface, empty where the player has no such interface. None where it does not answer.
     [[nodiscard]] std::optional<QVariantMap> properties(const QString &interface) const;
-    /// What the player answers within `patience`; empty where it answers without a word.
-    [[nodiscard]] std::optional<QVariantList> ask(
+    /// The player's reply, which may be an error; an invalid message where it does not answer within `patience`.
+    [[nodiscard]] QDBusMessage ask(
         const QString &interface, const QString &method, const QVariantList &arguments, Milliseconds patience) const;
 
     const QDBusConnection m_bus;
@@ -50,6 +66,7 @@ private:
     std::stop_source m_stop;
 
     mutable std::mutex m_mutex;
+    PlaylistSource m_source = PlaylistSource::unknown;
     std::optional<QVariantList> m_names;
     QHash<qint64, QString> m_paths; ///< by id
 };

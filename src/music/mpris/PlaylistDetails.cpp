@@ -19,13 +19,13 @@ std::optional<QString> pathFrom(const QVariant &value)
     return text.size() <= bus::maximumTextLength && path.match(text).hasMatch() ? std::optional(text) : std::nullopt;
 }
 
-qint64 idOf(const QString &path)
+} // namespace
+
+qint64 playlistId(const QString &path)
 {
     const QByteArray hash = QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha1);
     return static_cast<qint64>(qFromBigEndian<quint64>(hash.constData()) >> 1);
 }
-
-} // namespace
 
 std::optional<PlaylistDetails> decodePlaylist(const QVariant &value)
 {
@@ -34,7 +34,8 @@ std::optional<PlaylistDetails> decodePlaylist(const QVariant &value)
     if (!path) {
         return std::nullopt;
     }
-    return PlaylistDetails{.id = idOf(*path), .path = *path, .name = bus::text(fields.value(1)).value_or(QString())};
+    return PlaylistDetails{
+        .id = playlistId(*path), .path = *path, .name = bus::text(fields.value(1)).value_or(QString())};
 }
 
 std::optional<PlaylistDetails> decodeActivePlaylist(const QVariant &value)

@@ -74,6 +74,7 @@ private Q_SLOTS:
     void aRenamedPlaylistShowsItsNewNameAtTheNextLoad();
     void aPlayerWithoutPlaylistsIsNotAskedForThem_data();
     void aPlayerWithoutPlaylistsIsNotAskedForThem();
+    void aPlayerThatOpensPlaylistFilesIsOfferedThoseOfTheMusicFolder();
     void aPropertyThatIsNotListedIsNeverAskedFor();
     void anyValueOfAnyPropertyIsSurvived_data();
     void anyValueOfAnyPropertyIsSurvived();
@@ -90,6 +91,7 @@ private Q_SLOTS:
     void aMusicThatDoesNotRunIsLaunchedInstead();
 
 private:
+    void keepInTheMusicFolder(const QStringList &files) const;
     void startPlayer(const QStringList &lines);
     void startMusic();
     void startConnector();
@@ -118,6 +120,7 @@ void PlayerPlaylistsTest::init()
     m_bus = std::make_unique<PrivateBus>();
     QVERIFY(m_bus->isRunning());
     m_folder = std::make_unique<QTemporaryDir>();
+    qputenv("XDG_CONFIG_HOME", m_folder->path().toUtf8());
     m_defaults = std::make_unique<UserDefaults>(m_folder->filePath(u"settings.conf"_s));
     m_launcher.launches = 0;
     m_calls.clear();
@@ -132,6 +135,19 @@ void PlayerPlaylistsTest::cleanup()
     m_bus.reset();
     QDBusConnection::disconnectFromBus(u"player"_s);
     QDBusConnection::disconnectFromBus(u"music"_s);
+}
+
+void PlayerPlaylistsTest::keepInTheMusicFolder(const QStringList &files) const
+{
+    const QDir folder(m_folder->path());
+    QVERIFY(folder.mkdir(u"Music"_s));
+    QFile userFolders(folder.filePath(u"user-dirs.dirs"_s));
+    QVERIFY(userFolders.open(QFile::WriteOnly));
+    userFolders.write("XDG_MUSIC_DIR=\"" + m_folder->path().toUtf8() + "/Music\"\n");
+    for (const QString &name : files) {
+        QFile file(folder.filePath(u"Music/"_s + name));
+        QVERIFY(file.open(QFile::WriteOnly));
+    }
 }
 
 void PlayerPlaylistsTest::startPlayer(const QStringList &lines)
@@ -258,11 +274,28 @@ void PlayerPlaylistsTest::aPlayerWithoutPlaylistsIsNotAskedForThem()
 {
     QFETCH(const QStringList, lines);
     startPlayer(lines);
-    startMusic();
-    QCOMPARE(onAnotherThread([this] { return m_music->playlistIds(); }), std::nullopt);
-    QCOMPARE(onAnotherThread([this] { return m_music->playlistNames(); }), std::nullopt);
+    startConnector();
+    QCOMPARE(m_connector->playlistOptions().size(), 0);
+    QCOMPARE(m_connector->playlistSource(), PlaylistSource::none);
     QVERIFY(!onAnotherThread([this] { return m_music->currentPlaylist(); }).has_value());
     QCOMPARE(calls().filter(u"GetPlaylists"_s), QStringList());
+}
+
+void PlayerPlaylistsTest::aPlayerThatOpensPlaylistFilesIsOfferedThoseOfTheMusicFolder()
+{
+    keepInTheMusicFolder({u"Quiet & Low.m3u"_s, u"Übermorgen #1.xspf"_s});
+    startPlayer({u"playlists off"_s, u"wrong SupportedMimeTypes array Audio/X-MPEGURL"_s});
+    startConnector();
+    QCOMPARE(m_connector->playlistSource(), PlaylistSource::files);
+    QCOMPARE(m_connector->playlistOptions().size(), 2);
+    QCOMPARE(option(0).name, u"Quiet & Low"_s);
+    QCOMPARE(option(1).name, u"Übermorgen #1"_s);
+    QCOMPARE(m_connector->selectedPlaylist(), std::nullopt);
+
+    m_connector->setSelectedPlaylist(option(1));
+    m_connector->playSelectedPlaylist();
+    const QString folder = QUrl::fromLocalFile(m_folder->path()).toString();
+    QTRY_COMPARE(commands(), QStringList{u"OpenUri "_s + folder + u"/Music/%C3%9Cbermorgen%20%231.xspf"_s});
 }
 
 void PlayerPlaylistsTest::aPropertyThatIsNotListedIsNeverAskedFor()

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#include "PlaylistWindowController.h"
+
+#include <QPalette>
+
+namespace tunedeck {
+
+PlaylistWindowController::PlaylistWindowController(QObject *parent)
+    : QObject(parent)
+{
+    windowDidLoad();
+}
+
+PlaylistWindow &PlaylistWindowController::window()
+{
+    return m_window;
+}
+
+void PlaylistWindowController::windowDidLoad()
+{
+    // Not wholly clear, so that no desktop takes the window's background for a hole that clicks fall through.
+    QPalette palette = m_window.palette();
+    palette.setColor(QPalette::Window, QColor::fromRgbF(0, 0, 0, 0.0001F));
+    m_window.setPalette(palette);
+    m_window.setAutoFillBackground(true);
+    m_window.invalidateShadow();
+}
+
+} // namespace tunedeck

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "PlaylistWindow.h"
+
+#include <QObject>
+
+namespace tunedeck {
+
+/// Owns a window of the drawer's own. It has no corners to round, and is never kept above the others.
+class PlaylistWindowController : public QObject {
+    Q_OBJECT
+
+public:
+    /// The window is not shown yet.
+    explicit PlaylistWindowController(QObject *parent = nullptr);
+
+    [[nodiscard]] PlaylistWindow &window();
+
+private:
+    void windowDidLoad();
+
+    PlaylistWindow m_window;
+};
+
+} // namespace tunedeck

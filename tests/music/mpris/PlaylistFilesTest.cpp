@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: MIT
+#include "PlaylistFiles.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLocale>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using namespace tunedeck;
+
+namespace {
+QStringList names(const QList<PlaylistDetails> &playlists)
+{
+    QStringList names;
+    for (const PlaylistDetails &playlist : playlists) {
+        names.append(playlist.name);
+    }
+    return names;
+}
+} // namespace
+
+class PlaylistFilesTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QLocale::setDefault(QLocale(u"de_DE"_s)); }
+
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".*"_s));
+        m_temporary = std::make_unique<QTemporaryDir>();
+        qputenv("XDG_CONFIG_HOME", m_temporary->path().toUtf8());
+        m_folder = QDir(m_temporary->path());
+        QVERIFY(m_folder.mkdir(u"Music"_s) && m_folder.cd(u"Music"_s));
+    }
+
+    void theMusicFolderIsTheOneThatTheDesktopNames()
+    {
+        nameMusicFolder(m_folder.path());
+        QCOMPARE(musicFolder(), m_folder.path());
+    }
+
+    void noMusicFolderIsNamedByTheHomeFolder()
+    {
+        nameMusicFolder(u"$HOME/"_s);
+        QCOMPARE(musicFolder(), QString());
+        QCOMPARE(names(found(QString())), QStringList());
+    }
+
+    void playlistFilesAreFoundByTheirSuffixInAllFolders()
+    {
+        keep({u"one.m3u"_s, u"two.M3U8"_s, u"a/b/c/three.pls"_s, u"a/four.xspf"_s, u"cover.jpg"_s, u"m3u"_s,
+            u"a/x.m3u.bak"_s, u".hidden.m3u"_s});
+        QCOMPARE(names(found()), (QStringList{u"four"_s, u"one"_s, u"three"_s, u"two"_s}));
+    }
+
+    void theyStandInTheOrderThatPeopleCountIn()
+    {
+        keep({u"Mix 10.m3u"_s, u"mix 9.m3u"_s, u"Älter.m3u"_s, u"Abend.m3u"_s});
+        QCOMPARE(names(found()), (QStringList{u"Abend"_s, u"Älter"_s, u"mix 9"_s, u"Mix 10"_s}));
+    }
+
+    void filesOfTheSameNameAreToldApartByTheirFolders()
+    {
+        keep({u"Rock/Best.m3u"_s, u"Jazz/Best.m3u"_s, u"Jazz/Rest.m3u"_s});
+        const QList<PlaylistDetails> files = found();
+        QCOMPARE(names(files), (QStringList{u"Jazz/Best.m3u"_s, u"Rock/Best.m3u"_s, u"Rest"_s}));
+        QVERIFY(files.at(0).id != files.at(1).id);
+        QCOMPARE(files.at(0).path, m_folder.filePath(u"Jazz/Best.m3u"_s));
+    }
+
+    void anIdLastsAsLongAsItsFileIsInItsPlace()
+    {
+        keep({u"Best.m3u"_s});
+        const qint64 before = found().constFirst().id;
+        keep({u"Aaa.m3u"_s});
+        QCOMPARE(found().constLast().id, before);
+        QVERIFY(before >= 0);
+    }
+
+    void whatIsInAFileIsNoMatter()
+    {
+        keep({u"endless.m3u"_s, u"binary.pls"_s, u"../Music/away.m3u"_s});
+        QFile endless(m_folder.filePath(u"endless.m3u"_s));
+        QVERIFY(endless.resize(1'000'000'000'000)); // has no blocks on the disk
+        QFile binary(m_folder.filePath(u"binary.pls"_s));
+        QVERIFY(binary.open(QFile::WriteOnly));
+        QVERIFY(binary.write(QByteArray(100'000, '\0') + "../../etc/passwd\nhttps://example.org/\xff\xfe") > 0);
+        binary.close();
+        QElapsedTimer time;
+        time.start();
+        QCOMPARE(names(found()), (QStringList{u"away"_s, u"binary"_s, u"endless"_s}));
+        QVERIFY(time.elapsed() < 1'000);
+    }
+
+    void whatCannotBeReadIsSkipped()
+    {
+        QVERIFY(m_folder.mkdir(u"folder.m3u"_s));
+        QVERIFY(QFile::link(m_folder.filePath(u"nowhere"_s), m_folder.filePath(u"broken.m3u"_s)));
+        QCOMPARE(mkfifo(QFile::encodeName(m_folder.filePath(u"pipe.m3u"_s)).constData(), 0600), 0);
+        keep({u"good.m3u"_s});
+        QCOMPARE(names(found()), QStringList{u"good"_s});
+    }
+
+    void whatMayNotBeReadIsSkipped()
+    {
+        keep({u"good.m3u"_s, u"secret.m3u"_s});
+        QFile secret(m_folder.filePath(u"secret.m3u"_s));
+        QVERIFY(secret.setPermissions({}));
+        if (secret.open(QFile::ReadOnly)) {
+            QSKIP("The administrator may read everything");
+        }
+        QCOMPARE(names(found()), QStringList{u"good"_s});
+    }
+
+    void aFolderThatLeadsInCirclesIsNotFollowed()
+    {
+        keep({u"a/good.m3u"_s});
+        QVERIFY(QFile::link(m_folder.path(), m_folder.filePath(u"a/up"_s)));
+        QCOMPARE(names(found()), QStringList{u"good"_s});
+    }
+
+    void aMissingFolderHasNone() { QCOMPARE(names(found(m_folder.filePath(u"gone"_s))), QStringList()); }
+
+    void oddNamesAreMadePlain()
+    {
+        keep({u"two\nlines.m3u"_s, u"  .m3u"_s, u"<b>&bold.m3u"_s});
+        const QByteArray notText = QFile::encodeName(m_folder.path()) + "/\xff\xfe.m3u";
+        std::unique_ptr<std::FILE, decltype(&std::fclose)> file(std::fopen(notText.constData(), "w"), &std::fclose);
+        QVERIFY(file);
+        const QStringList plain = names(found());
+        QVERIFY(plain.contains(u"two lines"_s));
+        QVERIFY(plain.contains(u"<b>&bold"_s));
+        QVERIFY(!plain.contains(QString()));
+        std::remove(notText.constData()); // the folder's end could not name it either
+    }
+
+    void thereIsAnEndToWhatIsOffered()
+    {
+        for (qsizetype number = 0; number < maximumPlaylistFiles + 10; ++number) {
+            QFile file(m_folder.filePath(u"%1.m3u"_s.arg(number)));
+            QVERIFY(file.open(QFile::WriteOnly));
+        }
+        QCOMPARE(found().size(), maximumPlaylistFiles);
+    }
+
+    void whoeverIsStoppedAnswersWhatIsThere()
+    {
+        keep({u"good.m3u"_s});
+        std::stop_source stop;
+        stop.request_stop();
+        QCOMPARE(
+            findPlaylistFiles(m_folder.path(), QDeadlineTimer(QDeadlineTimer::Forever), stop.get_token()).size(), 0);
+        QCOMPARE(findPlaylistFiles(m_folder.path(), QDeadlineTimer(0), {}).size(), 0);
+    }
+
+private:
+    void nameMusicFolder(const QString &folder) const
+    {
+        QFile userFolders(m_temporary->filePath(u"user-dirs.dirs"_s));
+        QVERIFY(userFolders.open(QFile::WriteOnly));
+        userFolders.write("XDG_MUSIC_DIR=\"" + folder.toUtf8() + "\"\n");
+    }
+    void keep(const QStringList &files) const
+    {
+        for (const QString &name : files) {
+            const QFileInfo place(m_folder.filePath(name));
+            QVERIFY(m_folder.mkpath(place.path()));
+            QFile file(place.filePath());
+            QVERIFY(file.open(QFile::WriteOnly));
+        }
+    }
+    [[nodiscard]] static QList<PlaylistDetails> found(const QString &folder)
+    {
+        return findPlaylistFiles(folder, QDeadlineTimer(QDeadlineTimer::Forever), {});
+    }
+    [[nodiscard]] QList<PlaylistDetails> found() const { return found(m_folder.path()); }
+
+    std::unique_ptr<QTemporaryDir> m_temporary;
+    QDir m_folder;
+};
+
+QTEST_GUILESS_MAIN(PlaylistFilesTest)
+#include "PlaylistFilesTest.moc"

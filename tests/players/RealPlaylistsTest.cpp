@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: MIT
+#include "ApplicationLauncher.h"
+#include "MprisMusicApplication.h"
+#include "MusicConnector.h"
+#include "PlayerWitness.h"
+#include "ShownRecord.h"
+#include "UserDefaults.h"
+#include "WindowActivation.h"
+
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+namespace {
+
+/// What run-player gives the player to play: playlists with one track each.
+const QString firstAlone = u"First Alone"_s;
+const QString secondAlone = u"Second Alone"_s;
+const QString firstTags = u"Low Hum / The Even Tones / Bench Recordings"_s;
+const QString secondTags = u"Second Wind / Überton & Co / Später"_s;
+/// A list that is on view in the player's own window.
+const QString onView = u"On View"_s;
+
+enum class ToldAsCurrent { TheOneThatPlays, TheOneOnView, None };
+
+/// Where players differ.
+struct Habits {
+    QLatin1String player;
+    PlaylistSource source;
+    ToldAsCurrent current = ToldAsCurrent::None;
+};
+
+const std::array habits{
+    // It says of no kind of playlist file that it opens it.
+    Habits{QLatin1String("mpv"), PlaylistSource::none},
+    Habits{QLatin1String("vlc"), PlaylistSource::files},
+    Habits{QLatin1String("strawberry"), PlaylistSource::music, ToldAsCurrent::TheOneOnView},
+    Habits{QLatin1String("rhythmbox"), PlaylistSource::music, ToldAsCurrent::TheOneThatPlays},
+};
+
+constexpr int longestStart = 20'000; // milliseconds, until a player shows itself and its playlists
+constexpr int patience = 5'000; // milliseconds, for anything that a player does
+constexpr int settling = 700; // milliseconds, after which nothing that a command brought about is still to come
+
+} // namespace
+
+/// The program's road to the playlists of a player that people use. TUNEDECK_PLAYER names it; run-player starts it. The
+/// steps build on each other: there is one player.
+class RealPlaylistsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void thePlaylistsAreLoaded();
+    void aChosenOneIsPlayed();
+    void theOneThatThePlayerTellsOfIsSelected();
+    void anotherIsPlayedInPlaceOfTheOneThatPlays();
+
+private:
+    void makeTabs();
+    [[nodiscard]] bool offersPlaylists() const { return m_habits->source != PlaylistSource::none; }
+    /// Rhythmbox appends how many tracks there are to some names.
+    [[nodiscard]] std::optional<PlaylistOption> option(const QString &name) const;
+    [[nodiscard]] bool playUntilShown(const QString &playlist, const QString &track);
+
+    const Habits *m_habits = nullptr;
+    QTemporaryDir m_folder;
+    UserDefaults m_defaults{m_folder.filePath(u"settings"_s)};
+    ApplicationLauncher m_launcher;
+    WindowActivation m_windowActivation;
+    PlayerWitness m_witness;
+    MprisMusicApplication m_music{QDBusConnection::sessionBus(), m_defaults, m_launcher};
+    std::unique_ptr<MusicConnector> m_connector;
+};
+
+void RealPlaylistsTest::initTestCase()
+{
+    const QString player = qEnvironmentVariable("TUNEDECK_PLAYER");
+    const auto found = std::ranges::find(habits, player, &Habits::player);
+    QVERIFY2(found != habits.end(), "TUNEDECK_PLAYER names no player; run-player does");
+    m_habits = &*found;
+    m_connector = std::make_unique<MusicConnector>(m_music, m_windowActivation);
+    QVERIFY(QTest::qWaitFor([this] { return m_connector->isMusicAppRunning(); }, longestStart));
+    QVERIFY(m_witness.findPlayer());
+    if (player == u"strawberry") {
+        makeTabs();
+    }
+}
+
+/// Its playlists are the tabs of its window.
+void RealPlaylistsTest::makeTabs()
+{
+    const QString media = qEnvironmentVariable("TUNEDECK_MEDIA");
+    const std::array tabs{std::pair(firstAlone, u"/first.flac"_s), std::pair(secondAlone, u"/second.mp3"_s),
+        std::pair(onView, u"/first.flac"_s)};
+    for (const auto &[name, file] : tabs) {
+        QCOMPARE(QProcess::execute(u"strawberry"_s, {u"--create"_s, name, media + file}), 0);
+        QTest::qWait(settling);
+    }
+}
+
+std::optional<PlaylistOption> RealPlaylistsTest::option(const QString &name) const
+{
+    const QList<PlaylistOption> &options = m_connector->playlistOptions();
+    const auto found =
+        std::ranges::find_if(options, [&name](const PlaylistOption &option) { return option.name.startsWith(name); });
+    return found == options.end() ? std::nullopt : std::optional(*found);
+}
+
+bool RealPlaylistsTest::playUntilShown(const QString &playlist, const QString &track)
+{
+    m_connector->setSelectedPlaylist(option(playlist));
+    m_connector->playSelectedPlaylist();
+    const bool isShown = QTest::qWaitFor(
+        [&] {
+            return ShownRecord::text(m_connector->currentTrack()) == track && m_witness.status() == u"Playing"
+                && m_music.playerState() == PlayerState::playing;
+        },
+        patience);
+    QTest::qWait(settling);
+    return isShown && ShownRecord::text(m_connector->currentTrack()) == track && m_witness.status() == u"Playing";
+}
+
+void RealPlaylistsTest::thePlaylistsAreLoaded()
+{
+    // Its lists may come some time after the player itself.
+    const bool isLoaded = QTest::qWaitFor(
+        [this] {
+            m_connector->loadPlaylists();
+            QTest::qWait(50);
+            return m_connector->playlistSource() == m_habits->source
+                && (!offersPlaylists() || (option(firstAlone) && option(secondAlone)));
+        },
+        longestStart);
+    QStringList names;
+    for (const PlaylistOption &option : m_connector->playlistOptions()) {
+        names.append(option.name);
+    }
+    qInfo().noquote() << "on offer:" << names;
+    QVERIFY(isLoaded);
+    QCOMPARE(names.isEmpty(), !offersPlaylists());
+}
+
+void RealPlaylistsTest::aChosenOneIsPlayed()
+{
+    if (!offersPlaylists()) {
+        QSKIP("This player neither offers playlists nor says that it opens playlist files");
+    }
+    QVERIFY(playUntilShown(secondAlone, secondTags));
+}
+
+void RealPlaylistsTest::theOneThatThePlayerTellsOfIsSelected()
+{
+    m_connector->setSelectedPlaylist(std::nullopt);
+    m_connector->loadPlaylists();
+    QTest::qWait(settling);
+    const std::optional<PlaylistOption> selected = m_connector->selectedPlaylist();
+    switch (m_habits->current) {
+    case ToldAsCurrent::TheOneThatPlays:
+        QCOMPARE(selected, option(secondAlone));
+        break;
+    case ToldAsCurrent::TheOneOnView:
+        QCOMPARE(selected, option(onView));
+        break;
+    case ToldAsCurrent::None:
+        QVERIFY(!selected.has_value());
+        break;
+    }
+}
+
+void RealPlaylistsTest::anotherIsPlayedInPlaceOfTheOneThatPlays()
+{
+    if (!offersPlaylists()) {
+        QSKIP("This player neither offers playlists nor says that it opens playlist files");
+    }
+    QVERIFY(playUntilShown(firstAlone, firstTags));
+}
+
+} // namespace tunedeck
+
+QTEST_MAIN(tunedeck::RealPlaylistsTest)
+#include "RealPlaylistsTest.moc"

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+// Loads the playlists of the player on the session bus into the whole window, opens the drawer and its picker and
+// chooses the last playlist. Says of each step how long the event loop was busy at a stretch at most, in milliseconds,
+// and then how much memory it has to itself, in kilobytes.
+
+#include "Appearance.h"
+#include "Application.h"
+#include "ApplicationLauncher.h"
+#include "MetalPopupButton.h"
+#include "MprisMusicApplication.h"
+#include "PlaylistView.h"
+#include "PlaylistViewController.h"
+#include "UserDefaults.h"
+#include "ViewController.h"
+#include "WindowActivation.h"
+#include "WindowController.h"
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QListView>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <algorithm>
+#include <cstdio>
+
+using namespace tunedeck;
+
+namespace {
+
+/// Until what a step brings about has come about.
+constexpr int settling = 400; // milliseconds
+constexpr int longestLoad = 10'000; // milliseconds
+
+template <typename Step> void watch(const char *name, Step step)
+{
+    QElapsedTimer sinceLastTurn;
+    double longest = 0;
+    QTimer everyTurn;
+    QObject::connect(&everyTurn, &QTimer::timeout, &everyTurn, [&] {
+        longest = std::max(longest, static_cast<double>(sinceLastTurn.nsecsElapsed()) / 1e6);
+        sinceLastTurn.restart();
+    });
+    everyTurn.start(1);
+    sinceLastTurn.start();
+    step();
+    QTest::qWait(settling);
+    std::printf("%s: %.1f\n", name, longest);
+}
+
+/// Kilobytes.
+qint64 privateMemory()
+{
+    QFile file(QStringLiteral("/proc/self/smaps_rollup"));
+    qint64 sum = 0;
+    if (file.open(QFile::ReadOnly)) {
+        for (const QByteArray &line : file.readAll().split('\n')) {
+            sum += line.startsWith("Private_") ? line.simplified().split(' ').at(1).toLongLong() : 0;
+        }
+    }
+    return sum;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QApplication qtApplication(argc, argv);
+    const QTemporaryDir folder;
+    UserDefaults defaults(folder.filePath(QStringLiteral("settings.conf")));
+    Appearance appearance(defaults, QDBusConnection::sessionBus());
+    const WindowActivation windowActivation;
+    ApplicationLauncher launcher;
+    MprisMusicApplication music(QDBusConnection::sessionBus(), defaults, launcher);
+    if (!QTest::qWaitFor([&] { return music.isReady(); })) {
+        return 1;
+    }
+    Application application({music, defaults, appearance, windowActivation});
+    application.showMainWindow();
+    MusicConnector &connector = application.musicConnector();
+    const auto isLoaded = [&] { return connector.selectedPlaylist().has_value(); };
+    if (!QTest::qWaitFor(isLoaded, longestLoad)) {
+        return 1;
+    }
+    QTest::qWait(settling);
+
+    watch("loading", [&] {
+        connector.setSelectedPlaylist(std::nullopt);
+        connector.loadPlaylists();
+        (void)QTest::qWaitFor(isLoaded, longestLoad);
+    });
+    watch("opening the drawer", [&] { application.viewController().toggleDrawer(); });
+    auto *picker = application.windowController().window().findChild<MetalPopupButton *>();
+    watch("opening the picker", [&] { picker->showPopup(); });
+    watch("typing ahead", [&] { QTest::keyClicks(picker->view(), QStringLiteral("List 5")); });
+    watch("going to the end", [&] { QTest::keyClick(picker->view(), Qt::Key_End); });
+    watch("choosing", [&] { QTest::keyClick(picker->view(), Qt::Key_Return); });
+    std::printf("playlists: %d\nchosen: %d\nmemory: %lld\n", picker->count(), picker->currentIndex(),
+        static_cast<long long>(privateMemory()));
+    return 0;
+}
