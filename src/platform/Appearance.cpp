@@ -51,10 +51,9 @@ QVariant unwrapped(QVariant value)
 std::optional<bool> decodeColorScheme(const QVariant &value)
 {
     constexpr uint preferDark = 1;
-    if (value.typeId() != QMetaType::UInt) {
-        return std::nullopt;
-    }
-    return value.toUInt() == preferDark;
+    constexpr uint preferLight = 2;
+    const uint scheme = value.typeId() == QMetaType::UInt ? value.toUInt() : 0;
+    return scheme == preferDark || scheme == preferLight ? std::optional(scheme == preferDark) : std::nullopt;
 }
 
 std::optional<bool> decodeAccentColor(const QVariant &value)

@@ -16,6 +16,12 @@ ActivationFlag::ActivationFlag(const WindowActivation &activation, Status status
         connect(&activation, &WindowActivation::windowDidBecomeKey, this, [this] { set(true); });
         connect(&activation, &WindowActivation::windowDidResignKey, this, [this] { set(false); });
     }
+    // What is made after its window was shown has missed being told.
+    const auto holder = status == Status::Main ? &WindowActivation::mainWindow : &WindowActivation::keyWindow;
+    if ((activation.*holder)()) {
+        QMetaObject::invokeMethod(
+            this, [this, &activation, holder] { set((activation.*holder)() != nullptr); }, Qt::QueuedConnection);
+    }
 }
 
 bool ActivationFlag::isSet() const

@@ -8,7 +8,8 @@ namespace tunedeck {
 class WindowActivation;
 
 /// Whether a window of the program, whichever, is main, or is key, as far as its owner was told: false until the next
-/// one becomes it. While the status goes from one window to another it is false for a moment.
+/// one becomes it, or, where one is already, until the event loop's next turn. While the status goes from one window to
+/// another it is false for a moment.
 class ActivationFlag : public QObject {
     Q_OBJECT
 

@@ -161,9 +161,7 @@ private Q_SLOTS:
         QTest::addColumn<bool>("isOld");
         QTest::addColumn<AppearanceName>("expected");
         QTest::newRow("dark") << QVariant(1U) << false << AppearanceName::DarkAqua;
-        QTest::newRow("no preference") << QVariant(0U) << false << AppearanceName::Aqua;
         QTest::newRow("light") << QVariant(2U) << false << AppearanceName::Aqua;
-        QTest::newRow("unknown") << QVariant(77U) << false << AppearanceName::Aqua;
         QTest::newRow("dark, from an old portal") << QVariant(1U) << true << AppearanceName::DarkAqua;
         QTest::newRow("light, from an old portal") << QVariant(2U) << true << AppearanceName::Aqua;
     }
@@ -180,6 +178,24 @@ private Q_SLOTS:
         const Appearance appearance(*m_defaults, *m_connection);
         QVERIFY(appearance.effectiveAppearance() != expected);
         QTRY_COMPARE(appearance.effectiveAppearance(), expected);
+    }
+
+    void aPortalWithoutAPreferenceLeavesItToThePalette_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::newRow("no preference") << QVariant(0U);
+        QTest::newRow("unknown") << QVariant(77U);
+    }
+
+    void aPortalWithoutAPreferenceLeavesItToThePalette()
+    {
+        QFETCH(const QVariant, value);
+        setDarkPalette();
+        m_portal->values = {{colorScheme, 2U}};
+        const Appearance appearance(*m_defaults, *m_connection);
+        QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::Aqua);
+        m_portal->change(colorScheme, value);
+        QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
     }
 
     void followsThePortalLive()

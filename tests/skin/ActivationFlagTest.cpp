@@ -66,6 +66,29 @@ private Q_SLOTS:
         QVERIFY(late.isSet());
     }
 
+    void aNewOneIsToldWhatItHasMissed()
+    {
+        focus(&m_panel);
+        const ActivationFlag key(m_activation, ActivationFlag::Status::Key);
+        focus(&m_window);
+        const ActivationFlag late(m_activation, ActivationFlag::Status::Main);
+        const ActivationFlag tooLate(m_activation, ActivationFlag::Status::Main);
+        QTRY_VERIFY(late.isSet());
+        QVERIFY(key.isSet());
+        focus(nullptr);
+        QVERIFY(!late.isSet());
+        QVERIFY(!tooLate.isSet());
+    }
+
+    void aNewOneIsNotToldWhatIsNoMore()
+    {
+        focus(&m_window);
+        const ActivationFlag late(m_activation, ActivationFlag::Status::Main);
+        focus(nullptr);
+        QCoreApplication::processEvents();
+        QVERIFY(!late.isSet());
+    }
+
     void whatItWasAlreadyIsNotTold()
     {
         focus(&m_window);
