@@ -94,6 +94,18 @@ bool MprisMusicApplication::isReady() const
     return m_registry.isReady();
 }
 
+QList<FollowablePlayer> MprisMusicApplication::followablePlayers() const
+{
+    QList<FollowablePlayer> players;
+    for (const PlayerCandidate &candidate : tunedeck::followablePlayers(candidates())) {
+        const QString family = playerFamily(candidate.name);
+        if (std::ranges::find(players, family, &FollowablePlayer::family) == players.end()) {
+            players.append({family, playerOf(candidate.owner)->identity()});
+        }
+    }
+    return players;
+}
+
 void MprisMusicApplication::sampleAnew()
 {
     if (m_player) {
@@ -313,7 +325,9 @@ void MprisMusicApplication::playerAttached(MprisPlayer *player)
     if (player->mirror().status() == PlaybackStatus::Playing) {
         m_lastPlayed[player->owner()] = ++m_plays;
     }
+    connect(player, &MprisPlayer::identityChanged, this, &MprisMusicApplication::followablePlayersChanged);
     reconsiderPlayer();
+    Q_EMIT followablePlayersChanged();
 }
 
 void MprisMusicApplication::playerChanged(MprisPlayer *player, PlayerMirror::Changes changes)
@@ -339,6 +353,7 @@ void MprisMusicApplication::playerRemoved(MprisPlayer *player)
         follow(nullptr);
     }
     reconsiderPlayer();
+    Q_EMIT followablePlayersChanged();
 }
 
 void MprisMusicApplication::becomeReady()
@@ -349,7 +364,7 @@ void MprisMusicApplication::becomeReady()
     Q_EMIT ready();
 }
 
-void MprisMusicApplication::reconsiderPlayer()
+QList<PlayerCandidate> MprisMusicApplication::candidates() const
 {
     QList<PlayerCandidate> candidates;
     for (const MprisPlayer *player : m_registry.players()) {
@@ -363,8 +378,13 @@ void MprisMusicApplication::reconsiderPlayer()
             .lastPlayed = m_lastPlayed.value(player->owner()),
             .browserProcessId = player->mirror().track().browserProcessId});
     }
+    return candidates;
+}
+
+void MprisMusicApplication::reconsiderPlayer()
+{
     const std::optional<QString> owner =
-        choosePlayer(candidates, m_defaults.stringForKey(pinnedPlayerKey), m_player ? m_player->owner() : QString());
+        choosePlayer(candidates(), m_defaults.stringForKey(pinnedPlayerKey), m_player ? m_player->owner() : QString());
     follow(playerOf(owner));
 }
 

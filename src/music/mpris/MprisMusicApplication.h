@@ -2,6 +2,7 @@
 #pragma once
 
 #include "MusicApplication.h"
+#include "PlayerChoice.h"
 #include "PlayerRegistry.h"
 #include "SeekRamp.h"
 
@@ -17,6 +18,14 @@ namespace tunedeck {
 class ApplicationLauncher;
 class PlayerPlaylists;
 class UserDefaults;
+
+/// A player that can be followed.
+struct FollowablePlayer {
+    QString family; ///< what the setting "FollowedPlayer" calls it
+    QString identity; ///< what it calls itself; plain text
+
+    bool operator==(const FollowablePlayer &) const = default;
+};
 
 /// Music over MPRIS2: of the players on the session bus the one to follow; see choosePlayer(). A change to another
 /// player is Music quitting and launching.
@@ -34,6 +43,8 @@ public:
 
     /// Whether the players that were there at the start have been found.
     [[nodiscard]] bool isReady() const;
+    /// The players on the bus, each family once, in the order in which they came.
+    [[nodiscard]] QList<FollowablePlayer> followablePlayers() const;
     /// Asks the player anew for everything it does not announce.
     void sampleAnew();
 
@@ -70,6 +81,7 @@ public:
 
 Q_SIGNALS:
     void ready();
+    void followablePlayersChanged();
 
 private:
     void playerAttached(MprisPlayer *player);
@@ -77,6 +89,7 @@ private:
     void playerRemoved(MprisPlayer *player);
     void becomeReady();
 
+    [[nodiscard]] QList<PlayerCandidate> candidates() const;
     void reconsiderPlayer();
     void follow(MprisPlayer *player);
     void changePlayer(MprisPlayer *player);

@@ -111,7 +111,7 @@ MprisPlayer::MprisPlayer(
 
     subscribe();
     askForProcessId();
-    askForDesktopEntry();
+    askWhatItIs();
     read(ReadPurpose::Everything);
 }
 
@@ -128,6 +128,11 @@ const QString &MprisPlayer::name() const
 std::optional<qint64> MprisPlayer::processId() const
 {
     return m_processId;
+}
+
+QString MprisPlayer::identity() const
+{
+    return m_identity.isEmpty() ? m_name : m_identity;
 }
 
 QString MprisPlayer::desktopEntry() const
@@ -282,12 +287,14 @@ void MprisPlayer::askForProcessId()
     });
 }
 
-void MprisPlayer::askForDesktopEntry()
+void MprisPlayer::askWhatItIs()
 {
     call(mpris::propertiesInterface, QStringLiteral("GetAll"), {mpris::rootInterface}, deadline,
         [this](const QDBusMessage &reply) {
             const QVariantMap properties = bus::plainMap(argument(reply, 0));
             m_desktopEntry = bus::text(properties.value(QStringLiteral("DesktopEntry"))).value_or(QString());
+            m_identity = bus::text(properties.value(QStringLiteral("Identity"))).value_or(QString());
+            Q_EMIT identityChanged();
         });
 }
 

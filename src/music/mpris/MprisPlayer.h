@@ -31,6 +31,8 @@ public:
     [[nodiscard]] const QString &owner() const;
     [[nodiscard]] const QString &name() const;
     [[nodiscard]] std::optional<qint64> processId() const;
+    /// What the player calls itself, else its bus name.
+    [[nodiscard]] QString identity() const;
     /// Identifier of the player's desktop entry, else its bus name.
     [[nodiscard]] QString desktopEntry() const;
     /// Whether the player has once answered in full. Before that there is nothing to follow.
@@ -68,6 +70,7 @@ Q_SIGNALS:
     /// The first question has been answered, refused or not answered in time; isAttached() tells which.
     void asked();
     void attached();
+    void identityChanged();
     void changed(tunedeck::PlayerMirror::Changes changes);
     void respondingChanged(bool responding);
 
@@ -86,7 +89,7 @@ private:
 
     void subscribe();
     void askForProcessId();
-    void askForDesktopEntry();
+    void askWhatItIs();
     void read(PlayerMirror::ReadPurpose purpose);
     void readAfter(Milliseconds delay, PlayerMirror::ReadPurpose purpose);
     void takeRead(const QDBusMessage &reply);
@@ -116,6 +119,7 @@ private:
     QString m_owner;
     QString m_name;
     std::optional<qint64> m_processId;
+    QString m_identity;
     QString m_desktopEntry;
 
     PlayerMirror m_mirror;

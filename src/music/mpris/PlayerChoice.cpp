@@ -9,6 +9,7 @@ namespace {
 
 /// Repeats whichever player was active last, under a name of its own.
 constexpr QStringView proxyName = u"playerctld";
+constexpr QLatin1String instanceMark(".instance");
 
 /// Whether `candidate` is the name to drop of two that one process owns: "vlc.instance1234" beside "vlc", otherwise the
 /// later one.
@@ -17,7 +18,6 @@ bool isSecondName(const PlayerCandidate &candidate, const QList<PlayerCandidate>
     if (!candidate.processId) {
         return false;
     }
-    const QString instance = QStringLiteral(".instance");
     bool isAfterCandidate = false;
     for (const PlayerCandidate &other : candidates) {
         if (other.owner == candidate.owner) {
@@ -27,10 +27,10 @@ bool isSecondName(const PlayerCandidate &candidate, const QList<PlayerCandidate>
         if (other.processId != candidate.processId) {
             continue;
         }
-        if (candidate.name.startsWith(other.name + instance)) {
+        if (candidate.name.startsWith(other.name + instanceMark)) {
             return true;
         }
-        if (!isAfterCandidate && !other.name.startsWith(candidate.name + instance)) {
+        if (!isAfterCandidate && !other.name.startsWith(candidate.name + instanceMark)) {
             return true;
         }
     }
@@ -44,7 +44,15 @@ bool isSpokenFor(const PlayerCandidate &candidate, const QList<PlayerCandidate> 
     });
 }
 
-QList<PlayerCandidate> withoutDuplicates(const QList<PlayerCandidate> &candidates)
+} // namespace
+
+QString playerFamily(const QString &name)
+{
+    const qsizetype mark = name.indexOf(instanceMark);
+    return mark > 0 ? name.left(mark) : name;
+}
+
+QList<PlayerCandidate> followablePlayers(const QList<PlayerCandidate> &candidates)
 {
     QList<PlayerCandidate> result;
     std::ranges::copy_if(candidates, std::back_inserter(result), [&](const PlayerCandidate &candidate) {
@@ -54,17 +62,15 @@ QList<PlayerCandidate> withoutDuplicates(const QList<PlayerCandidate> &candidate
     return result;
 }
 
-} // namespace
-
 std::optional<QString> choosePlayer(
     const QList<PlayerCandidate> &candidates, const QString &pinned, const QString &current)
 {
-    const QList<PlayerCandidate> eligible = withoutDuplicates(candidates);
+    const QList<PlayerCandidate> eligible = followablePlayers(candidates);
     if (eligible.isEmpty()) {
         return std::nullopt;
     }
     const auto rank = [&](const PlayerCandidate &candidate) {
-        return std::tuple(!pinned.isEmpty() && candidate.name == pinned, candidate.isPlaying,
+        return std::tuple(!pinned.isEmpty() && playerFamily(candidate.name) == pinned, candidate.isPlaying,
             candidate.isPlaying && candidate.owner == current, candidate.lastPlayed);
     };
     // The first of several that rank alike, so the order on the bus decides last.

@@ -18,12 +18,18 @@ struct PlayerCandidate {
     std::optional<qint64> browserProcessId; ///< the browser for which an integration service speaks
 };
 
+/// What a player is called whichever of its kind it is: "chromium" for "chromium.instance1234".
+[[nodiscard]] QString playerFamily(const QString &name);
+
+/// Those of the candidates that may be followed. Left out are proxies of other players, the second name of one process,
+/// and a browser for which an integration service speaks.
+[[nodiscard]] QList<PlayerCandidate> followablePlayers(const QList<PlayerCandidate> &candidates);
+
 /// The owner of the player to follow; none if there is none. `candidates` are in the order in which they came to the
 /// bus.
 ///
-/// First the `pinned` one (a name); then the one that plays, where a `current` one that plays is never left; then the
-/// one that played last; then the first on the bus. Left out are proxies of other players, the second name of one
-/// process, and a browser for which an integration service speaks.
+/// First the `pinned` one (a family, see playerFamily()); then the one that plays, where a `current` one that plays is
+/// never left; then the one that played last; then the first on the bus. Only followablePlayers() are.
 [[nodiscard]] std::optional<QString> choosePlayer(
     const QList<PlayerCandidate> &candidates, const QString &pinned, const QString &current);
 

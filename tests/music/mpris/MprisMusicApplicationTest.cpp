@@ -82,6 +82,7 @@ private Q_SLOTS:
     void aFrozenPlayerThatDiesIsNoLongerSaidNotToRespond();
     void aPlayerFrozenAtTheStartIsNotThereYet();
     void openingLaunchesThePlayerFollowedLast();
+    void thePlayersThatCanBeFollowedAreToldAsTheyComeAndGo();
     void theStartUpShowsTheTrack();
     void aPlayerInfoComesWithinAFrameOfThePlayersSignal();
 
@@ -665,6 +666,18 @@ void MprisMusicApplicationTest::openingLaunchesThePlayerFollowedLast()
     QVERIFY(m_music->activate());
     QCOMPARE(m_launcher.entries.size(), 2);
     QCOMPARE(m_launcher.entries.first(), u"favourite"_s);
+}
+
+void MprisMusicApplicationTest::thePlayersThatCanBeFollowedAreToldAsTheyComeAndGo()
+{
+    startMusic();
+    const QSignalSpy told(m_music.get(), &MprisMusicApplication::followablePlayersChanged);
+    QCOMPARE(m_music->followablePlayers(), QList<FollowablePlayer>());
+    startPlayer({u"--play"_s, u"--name"_s, u"player.instance12"_s});
+    QTRY_COMPARE(m_music->followablePlayers(), (QList<FollowablePlayer>{{u"player"_s, u"Tunedeck Demo Player"_s}}));
+    QVERIFY(told.count() > 0);
+    m_player.reset();
+    QTRY_COMPARE(m_music->followablePlayers(), QList<FollowablePlayer>());
 }
 
 void MprisMusicApplicationTest::theStartUpShowsTheTrack()

@@ -82,6 +82,32 @@ private Q_SLOTS:
         QCOMPARE(choice({mpv, playing(second, 1), playing(elisa, 2)}, u"mpv"_s), u":1.9"_s);
     }
 
+    void anInstanceOfThePinnedOneWhoseNameChangesAtEveryStartIsFollowed()
+    {
+        QCOMPARE(choice({chromium, playing(elisa, 1)}, u"chromium"_s), u":1.20"_s);
+        QCOMPARE(choice({chromium, playing(elisa, 1)}, u"chrom"_s), u":1.3"_s);
+    }
+
+    void aFamilyIsNamedWithoutTheInstance()
+    {
+        QCOMPARE(playerFamily(u"chromium.instance77"_s), u"chromium"_s);
+        QCOMPARE(playerFamily(u"firefox.instance_1_42"_s), u"firefox"_s);
+        QCOMPARE(playerFamily(u"org.example.player"_s), u"org.example.player"_s);
+        QCOMPARE(playerFamily(u".instance"_s), u".instance"_s);
+        QCOMPARE(playerFamily(QString()), QString());
+    }
+
+    void whatCannotBeFollowedIsNotOffered()
+    {
+        const QList<PlayerCandidate> followable =
+            followablePlayers({player(u":1.30"_s, u"playerctld"_s), vlcInstance, vlc, chromium, integration, elisa});
+        QStringList names;
+        for (const PlayerCandidate &candidate : followable) {
+            names.append(candidate.name);
+        }
+        QCOMPARE(names, (QStringList{u"vlc"_s, u"plasma-browser-integration"_s, u"elisa"_s}));
+    }
+
     void thePinIsAWholeName()
     {
         QCOMPARE(choice({player(u":1.8"_s, u"mpvx"_s), playing(elisa, 1)}, u"mpv"_s), u":1.3"_s);
