@@ -20,9 +20,10 @@ MAY_INCLUDE = {
     "music/mpris": {"platform", "music"},
     "player": {"platform", "music", "skin"},
     "drawer": {"platform", "music", "skin"},
-    "preferences": {"platform", "music", "skin"},
-    "updates": {"platform", "music", "skin"},
-    "app": {"platform", "music", "skin", "music/mpris", "player", "drawer", "preferences", "updates"},
+    "help": {"platform"},
+    "preferences": {"platform"},
+    "updates": {"platform"},
+    "app": {"platform", "music", "skin", "music/mpris", "player", "drawer", "help", "preferences", "updates"},
 }
 
 # A player that hangs must not be felt in the window: nothing in src/ may wait for another process. Lines of what may

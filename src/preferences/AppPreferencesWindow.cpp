@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include "AppPreferencesWindow.h"
+
+#include "UserDefaults.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QShortcut>
+#include <QShowEvent>
+#include <QStringList>
+#include <QStyle>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <optional>
+
+namespace tunedeck {
+
+namespace {
+/// No desktop reaches so far.
+constexpr int farthest = 100'000;
+
+std::optional<QRect> frameFromText(const QString &text)
+{
+    const QStringList parts = text.split(u' ');
+    std::array<int, 4> numbers{};
+    if (parts.size() != static_cast<qsizetype>(numbers.size())) {
+        return std::nullopt;
+    }
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        bool isNumber = false;
+        numbers.at(i) = parts.at(static_cast<qsizetype>(i)).toInt(&isNumber);
+        if (!isNumber || numbers.at(i) < -farthest || numbers.at(i) > farthest) {
+            return std::nullopt;
+        }
+    }
+    const auto [x, y, width, height] = numbers;
+    const QRect frame(x, y, width, height);
+    return frame.isValid() ? std::optional(frame) : std::nullopt;
+}
+
+QString textFromFrame(const QRect &frame)
+{
+    return QStringLiteral("%1 %2 %3 %4").arg(frame.x()).arg(frame.y()).arg(frame.width()).arg(frame.height());
+}
+
+int visibleArea(const QScreen &screen, const QRect &frame)
+{
+    const QRect visible = screen.availableGeometry().intersected(frame);
+    return visible.width() * visible.height();
+}
+
+/// The one that most of `frame` lies on; null where none of it lies on any.
+QScreen *screenWithMostOf(const QRect &frame)
+{
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    const auto most = std::max_element(screens.begin(), screens.end(),
+        [&frame](const QScreen *a, const QScreen *b) { return visibleArea(*a, frame) < visibleArea(*b, frame); });
+    return most != screens.end() && visibleArea(**most, frame) > 0 ? *most : nullptr;
+}
+
+QScreen *screenOfUser()
+{
+    if (const QWidget *active = QApplication::activeWindow()) {
+        return active->screen();
+    }
+    QScreen *underPointer = QGuiApplication::screenAt(QCursor::pos());
+    return underPointer ? underPointer : QGuiApplication::primaryScreen();
+}
+
+/// What does not fit begins where `area` begins.
+QPoint movedInto(const QRect &area, const QRect &frame)
+{
+    const int farthestX = area.right() - frame.width() + 1;
+    const int farthestY = area.bottom() - frame.height() + 1;
+    return {std::max(area.left(), std::min(frame.left(), farthestX)),
+        std::max(area.top(), std::min(frame.top(), farthestY))};
+}
+} // namespace
+
+AppPreferencesWindow::AppPreferencesWindow(UserDefaults &defaults)
+    : m_defaults(defaults)
+{
+    // That of a main window would let the user hide the toolbar.
+    setContextMenuPolicy(Qt::NoContextMenu);
+    auto *closeShortcut = new QShortcut(Qt::CTRL | Qt::Key_W, this);
+    connect(closeShortcut, &QShortcut::activated, this, &QWidget::close);
+    connect(qApp, &QCoreApplication::aboutToQuit, this, [this] {
+        if (isVisible()) {
+            saveFrame();
+        }
+    });
+}
+
+void AppPreferencesWindow::cancelOperation()
+{
+    close();
+}
+
+void AppPreferencesWindow::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    if (!event->spontaneous()) {
+        restoreFrame();
+    }
+}
+
+void AppPreferencesWindow::closeEvent(QCloseEvent *event)
+{
+    saveFrame();
+    QMainWindow::closeEvent(event);
+}
+
+void AppPreferencesWindow::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Cancel)) {
+        cancelOperation();
+        return;
+    }
+    QMainWindow::keyPressEvent(event);
+}
+
+void AppPreferencesWindow::restoreFrame()
+{
+    const QSize size = expectedFrameSize();
+    const auto saved = frameFromText(m_defaults.stringForKey(windowFrameAutosaveNameIdentifier));
+    if (const QScreen *screen = saved ? screenWithMostOf(*saved) : nullptr) {
+        move(movedInto(screen->availableGeometry(), QRect(saved->topLeft(), size)));
+        return;
+    }
+    if (const QScreen *screen = screenOfUser()) {
+        const QRect area = screen->availableGeometry();
+        move(movedInto(area, QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, area)));
+    }
+}
+
+void AppPreferencesWindow::saveFrame()
+{
+    m_defaults.setValue(windowFrameAutosaveNameIdentifier, textFromFrame(frameGeometry()));
+}
+
+/// What the window manager puts around a window is not known before it is first shown.
+QSize AppPreferencesWindow::expectedFrameSize() const
+{
+    const QSize known = frameGeometry().size();
+    return known != size() ? known : size() + QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
+}
+
+} // namespace tunedeck

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#include "ExplanationLabel.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace tunedeck {
+
+namespace {
+constexpr double inkOpacity = 0.7;
+} // namespace
+
+ExplanationLabel::ExplanationLabel(const QString &text, QWidget &control)
+    : QLabel(text, control.parentWidget())
+{
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+    control.setAccessibleDescription(text);
+}
+
+// No role of the palette is weak and legible in every theme, and a colour of our own would not follow the theme.
+void ExplanationLabel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setOpacity(inkOpacity);
+    const Qt::Alignment visual = QStyle::visualAlignment(layoutDirection(), alignment());
+    style()->drawItemText(&painter, contentsRect(), static_cast<int>(visual) | Qt::TextWordWrap, palette(), isEnabled(),
+        text(), foregroundRole());
+}
+
+} // namespace tunedeck

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include "InterfacePreferencesViewController.h"
+
+#include "ExplanationLabel.h"
+#include "PaneMetrics.h"
+#include "UserDefaults.h"
+
+#include <QCheckBox>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QVBoxLayout>
+
+namespace tunedeck {
+
+namespace {
+/// Where a check box's text begins.
+int textInset(const QCheckBox &box)
+{
+    QStyleOptionButton option;
+    option.initFrom(&box);
+    option.direction = Qt::LeftToRight;
+    return box.style()->subElementRect(QStyle::SE_CheckBoxContents, &option, &box).left();
+}
+} // namespace
+
+InterfacePreferencesViewController::InterfacePreferencesViewController(UserDefaults &defaults, QObject *parent)
+    : PreferencesPaneController(parent)
+    , m_defaults(defaults)
+{
+    auto *layout = new QVBoxLayout(&m_view);
+    layout->setContentsMargins(PaneMetrics::margin, PaneMetrics::margin, PaneMetrics::margin, PaneMetrics::margin);
+    layout->setSpacing(PaneMetrics::choiceGap);
+    m_appearanceClassicBox =
+        addCheckBox(SettingsKey::appearanceClassic, tr("&Classic appearance", "Check box in the Interface pane"),
+            tr("The player stays light, whatever the appearance of the desktop.",
+                "Below the check box \"Classic appearance\""));
+    m_appearanceUpdatesDockIconBox = addCheckBox(SettingsKey::appearanceUpdatesDockIcon,
+        tr("&Dark icon on a dark desktop", "Check box in the Interface pane: the program's icon in the dock"),
+        tr("The icon in the dock follows the desktop between light and dark.",
+            "Below the check box \"Dark icon on a dark desktop\""));
+    m_volumeButtonsHiddenBox = addCheckBox(SettingsKey::volumeButtonsHidden,
+        tr("&Hide the volume buttons", "Check box in the Interface pane"),
+        tr("These are the two speakers beside the volume slider.", "Below the check box \"Hide the volume buttons\""));
+    m_defaults.bind(SettingsKey::appearanceClassic, this,
+        [this](bool isClassic) { m_appearanceUpdatesDockIconBox->parentWidget()->setDisabled(isClassic); });
+}
+
+QWidget &InterfacePreferencesViewController::view()
+{
+    return m_view;
+}
+
+QCheckBox &InterfacePreferencesViewController::appearanceClassicBox()
+{
+    return *m_appearanceClassicBox;
+}
+
+QCheckBox &InterfacePreferencesViewController::appearanceUpdatesDockIconBox()
+{
+    return *m_appearanceUpdatesDockIconBox;
+}
+
+QCheckBox &InterfacePreferencesViewController::volumeButtonsHiddenBox()
+{
+    return *m_volumeButtonsHiddenBox;
+}
+
+QCheckBox *InterfacePreferencesViewController::addCheckBox(
+    const QString &key, const QString &text, const QString &explanation)
+{
+    auto *choice = new QWidget(&m_view);
+    auto *box = new QCheckBox(text, choice);
+    auto *label = new ExplanationLabel(explanation, *box);
+    label->setContentsMargins(textInset(*box), 0, 0, 0);
+    auto *layout = new QVBoxLayout(choice);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(PaneMetrics::gap);
+    layout->addWidget(box);
+    layout->addWidget(label);
+    m_view.layout()->addWidget(choice);
+
+    m_defaults.bind(key, box, [box](bool isOn) { box->setChecked(isOn); });
+    connect(box, &QCheckBox::clicked, this, [this, key](bool isOn) { m_defaults.setBool(key, isOn); });
+    return box;
+}
+
+} // namespace tunedeck

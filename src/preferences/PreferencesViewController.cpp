@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: MIT
+#include "PreferencesViewController.h"
+
+#include "ExplanationLabel.h"
+#include "PaneMetrics.h"
+#include "SeenPlayers.h"
+#include "UserDefaults.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QRadioButton>
+#include <QSpacerItem>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace tunedeck {
+
+namespace {
+constexpr qsizetype longestName = 60;
+constexpr qsizetype mostPlayers = 50;
+constexpr int narrowestPicker = 20; // characters
+
+/// One line of a list, whatever the player calls itself.
+QString shownName(const SeenPlayer &player)
+{
+    const QString line = player.name.left(longestName).simplified();
+    return line.isEmpty() ? player.id.left(longestName).simplified() : line;
+}
+} // namespace
+
+PreferencesViewController::PreferencesViewController(UserDefaults &defaults, SeenPlayers &players, QObject *parent)
+    : PreferencesPaneController(parent)
+    , m_defaults(defaults)
+    , m_players(players)
+    , m_radioButtonRemainingTime(
+          new QRadioButton(tr("&Remaining time", "Choice in the General pane: what the time on the right is"), &m_view))
+    , m_radioButtonTotalTime(
+          new QRadioButton(tr("&Duration", "Choice in the General pane: what the time on the right is"), &m_view))
+    , m_followedPlayerPicker(new QComboBox(&m_view))
+{
+    layOut();
+    for (const QRadioButton *button : {m_radioButtonRemainingTime, m_radioButtonTotalTime}) {
+        connect(button, &QRadioButton::clicked, this, &PreferencesViewController::timeRadioButtonDidChange);
+    }
+    m_defaults.bind(SettingsKey::remainingTimeEnabled, this, [this](bool enabled) { setElapsedTimeEnabled(enabled); });
+
+    connect(m_followedPlayerPicker, &QComboBox::activated, this, &PreferencesViewController::followPlayer);
+    connect(&m_players, &SeenPlayers::seenPlayersChanged, this, &PreferencesViewController::refreshPlayers);
+    connect(&m_defaults, &UserDefaults::valueChanged, this, [this](const QString &key) {
+        if (key == followedPlayerKey) {
+            refreshPlayers();
+        }
+    });
+    refreshPlayers();
+}
+
+QWidget &PreferencesViewController::view()
+{
+    return m_view;
+}
+
+QRadioButton &PreferencesViewController::radioButtonRemainingTime()
+{
+    return *m_radioButtonRemainingTime;
+}
+
+QRadioButton &PreferencesViewController::radioButtonTotalTime()
+{
+    return *m_radioButtonTotalTime;
+}
+
+QComboBox &PreferencesViewController::followedPlayerPicker()
+{
+    return *m_followedPlayerPicker;
+}
+
+bool PreferencesViewController::elapsedTimeEnabled() const
+{
+    return m_elapsedTimeEnabled;
+}
+
+void PreferencesViewController::setElapsedTimeEnabled(bool enabled)
+{
+    m_elapsedTimeEnabled = enabled;
+    refreshRadioButtons();
+    Q_EMIT elapsedTimeEnabledChanged(enabled);
+}
+
+bool PreferencesViewController::validateMenuItem(const QAction &item) const
+{
+    return item.objectName() == closeWindowItem;
+}
+
+void PreferencesViewController::timeRadioButtonDidChange()
+{
+    if (m_radioButtonTotalTime->isChecked()) {
+        m_defaults.setValue(SettingsKey::remainingTimeEnabled, false);
+    } else if (m_radioButtonRemainingTime->isChecked()) {
+        m_defaults.setValue(SettingsKey::remainingTimeEnabled, true);
+    }
+}
+
+void PreferencesViewController::closeWindow()
+{
+    m_view.window()->close();
+}
+
+void PreferencesViewController::layOut()
+{
+    m_followedPlayerPicker->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_followedPlayerPicker->setMinimumContentsLength(narrowestPicker);
+
+    auto *playerCaption =
+        new QLabel(tr("&Follow player:", "Caption in the General pane, before the choice of the player"), &m_view);
+    playerCaption->setBuddy(m_followedPlayerPicker);
+    auto *player = new QVBoxLayout;
+    player->setSpacing(PaneMetrics::gap);
+    player->addWidget(m_followedPlayerPicker);
+    player->addWidget(
+        new ExplanationLabel(tr("Automatic is the player that plays.", "Below the choice of the player to follow"),
+            *m_followedPlayerPicker));
+
+    auto *form = new QFormLayout(&m_view);
+    form->setContentsMargins(PaneMetrics::margin, PaneMetrics::margin, PaneMetrics::margin, PaneMetrics::margin);
+    form->setVerticalSpacing(PaneMetrics::gap);
+    form->setLabelAlignment(Qt::AlignRight);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    form->addRow(tr("Time on the right:", "Caption in the General pane: the display's time on the right"),
+        m_radioButtonRemainingTime);
+    form->addRow(QString(), m_radioButtonTotalTime);
+    form->addItem(new QSpacerItem(0, PaneMetrics::choiceGap - PaneMetrics::gap));
+    form->addRow(playerCaption, player);
+}
+
+void PreferencesViewController::refreshRadioButtons()
+{
+    const bool showsRemainingTime = m_defaults.boolForKey(SettingsKey::remainingTimeEnabled);
+    // They exclude each other: what is set on sets the other off.
+    (showsRemainingTime ? m_radioButtonRemainingTime : m_radioButtonTotalTime)->setChecked(true);
+}
+
+QList<SeenPlayer> PreferencesViewController::offeredPlayers() const
+{
+    QList<SeenPlayer> players = {{QString(), tr("Automatic", "In the list of players to follow: the one that plays")}};
+    const QList<SeenPlayer> seen = m_players.seenPlayers();
+    for (const SeenPlayer &player : seen.first(std::min(seen.size(), mostPlayers))) {
+        players.append({player.id, shownName(player)});
+    }
+    const QString followed = m_defaults.stringForKey(followedPlayerKey);
+    const auto isFollowed = [&followed](const SeenPlayer &player) { return player.id == followed; };
+    if (std::none_of(players.begin(), players.end(), isFollowed)) {
+        // While it ran it stood in the list.
+        const int row = m_followedPlayerPicker->findData(followed);
+        players.append({followed, shownName({followed, m_followedPlayerPicker->itemText(row)})});
+    }
+    return players;
+}
+
+/// Entry by entry, so that a list that is open stays where it is.
+void PreferencesViewController::refreshPlayers()
+{
+    const QList<SeenPlayer> players = offeredPlayers();
+    QComboBox &picker = *m_followedPlayerPicker;
+    for (int row = picker.count() - 1; row >= 0; --row) {
+        const auto stands = [id = picker.itemData(row).toString()](
+                                const SeenPlayer &player) { return player.id == id; };
+        if (std::none_of(players.begin(), players.end(), stands)) {
+            picker.removeItem(row);
+        }
+    }
+    for (int row = 0; row < players.size(); ++row) {
+        const auto &[id, name] = players.at(row);
+        if (picker.itemData(row) != id) {
+            picker.insertItem(row, name, id);
+        }
+        picker.setItemText(row, name);
+    }
+    // Those that stood in another order.
+    while (picker.count() > players.size()) {
+        picker.removeItem(picker.count() - 1);
+    }
+    picker.setCurrentIndex(picker.findData(m_defaults.stringForKey(followedPlayerKey)));
+}
+
+void PreferencesViewController::followPlayer(int row)
+{
+    m_defaults.setValue(followedPlayerKey, m_followedPlayerPicker->itemData(row));
+}
+
+} // namespace tunedeck

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "PreferencesPaneController.h"
+
+#include <QLatin1String>
+#include <QList>
+#include <QWidget>
+
+class QAction;
+class QComboBox;
+class QRadioButton;
+
+namespace tunedeck {
+
+class SeenPlayers;
+class UserDefaults;
+struct SeenPlayer;
+
+/// The General pane: which time the display shows on its right, and which player is followed.
+class PreferencesViewController : public PreferencesPaneController {
+    Q_OBJECT
+    Q_PROPERTY(
+        bool elapsedTimeEnabled READ elapsedTimeEnabled WRITE setElapsedTimeEnabled NOTIFY elapsedTimeEnabledChanged)
+
+public:
+    /// The setting with the identifier of the player that is followed; empty where that is left to the program.
+    static constexpr QLatin1String followedPlayerKey{"FollowedPlayer"};
+    /// The identifier of the one menu item that belongs to this pane.
+    static constexpr QLatin1String closeWindowItem{"File_CloseWindow"};
+
+    /// Both references must outlive the controller.
+    PreferencesViewController(UserDefaults &defaults, SeenPlayers &players, QObject *parent = nullptr);
+
+    [[nodiscard]] QWidget &view() override;
+    [[nodiscard]] QRadioButton &radioButtonRemainingTime();
+    [[nodiscard]] QRadioButton &radioButtonTotalTime();
+    [[nodiscard]] QComboBox &followedPlayerPicker();
+
+    /// Whether the remaining time is shown, which its name does not tell.
+    [[nodiscard]] bool elapsedTimeEnabled() const;
+    /// Does not write the setting, which it follows.
+    void setElapsedTimeEnabled(bool enabled);
+
+    /// Whether `item` is enabled.
+    [[nodiscard]] bool validateMenuItem(const QAction &item) const;
+
+public Q_SLOTS:
+    void timeRadioButtonDidChange();
+    void closeWindow();
+
+Q_SIGNALS:
+    void elapsedTimeEnabledChanged(bool enabled);
+
+private:
+    void layOut();
+    void refreshRadioButtons();
+    /// Of those that run, and of the followed one whether it runs or not, with names that can be shown.
+    [[nodiscard]] QList<SeenPlayer> offeredPlayers() const;
+    void refreshPlayers();
+    void followPlayer(int row);
+
+    UserDefaults &m_defaults;
+    SeenPlayers &m_players;
+    QWidget m_view;
+    QRadioButton *m_radioButtonRemainingTime;
+    QRadioButton *m_radioButtonTotalTime;
+    QComboBox *m_followedPlayerPicker;
+    bool m_elapsedTimeEnabled = false;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QIcon>
+#include <QIconEngine>
+#include <QPixmap>
+#include <QString>
+
+#include <memory>
+
+class QSvgRenderer;
+
+namespace tunedeck {
+
+/// Draws a symbol in the application's colours as they are at that moment: in that of a button's text, or of what is
+/// selected while the icon is on.
+class SymbolIconEngine : public QIconEngine {
+public:
+    explicit SymbolIconEngine(std::shared_ptr<QSvgRenderer> symbol);
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override;
+    [[nodiscard]] QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override;
+    [[nodiscard]] QIconEngine *clone() const override;
+
+private:
+    std::shared_ptr<QSvgRenderer> m_symbol;
+};
+
+/// A symbol of the program's own resources, crisp in every size; a null icon where there is none of this name.
+[[nodiscard]] QIcon symbolIcon(const QString &name);
+
+} // namespace tunedeck

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "SeenPlayers.h"
+#include "Updater.h"
+#include "UserDefaults.h"
+
+#include <QAccessible>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QWidget>
+
+#include <memory>
+
+namespace tunedeck {
+
+/// Lets every warning fail the test but those of the offscreen platform, which can neither limit nor raise a window.
+inline void failOnWarning()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
+}
+
+class ScriptedPlayers : public SeenPlayers {
+public:
+    [[nodiscard]] QList<SeenPlayer> seenPlayers() const override { return m_players; }
+
+    void set(const QList<SeenPlayer> &players)
+    {
+        m_players = players;
+        Q_EMIT seenPlayersChanged();
+    }
+
+private:
+    QList<SeenPlayer> m_players;
+};
+
+class CountingUpdater : public Updater {
+public:
+    int checks = 0;
+
+    void checkForUpdates() override { ++checks; }
+};
+
+/// What the preferences stand on, with settings of the test's own.
+struct PreferencesDesk {
+    QTemporaryDir folder;
+    UserDefaults defaults{folder.filePath(QStringLiteral("settings"))};
+    ScriptedPlayers players;
+    CountingUpdater updater;
+
+    PreferencesDesk()
+    {
+        defaults.registerDefaults({
+            {SettingsKey::remainingTimeEnabled, true},
+            {SettingsKey::appearanceClassic, true},
+            {SettingsKey::appearanceUpdatesDockIcon, true},
+        });
+    }
+
+    /// The same settings, as another process has them.
+    [[nodiscard]] std::unique_ptr<UserDefaults> otherDefaults() const
+    {
+        return std::make_unique<UserDefaults>(folder.filePath(QStringLiteral("settings")));
+    }
+};
+
+/// What a screen reader calls `widget`.
+inline QString spokenName(QWidget &widget)
+{
+    return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name);
+}
+
+/// All that Tab reaches in `view`, in its order.
+inline QList<QWidget *> tabOrder(QWidget &view)
+{
+    QList<QWidget *> controls;
+    for (QWidget *next = view.nextInFocusChain(); next != &view; next = next->nextInFocusChain()) {
+        if (view.isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus) != 0) {
+            controls.append(next);
+        }
+    }
+    return controls;
+}
+
+/// Checks what holds for the controls of every pane.
+inline void verifyControlsAreAccessible(QWidget &view)
+{
+    view.show();
+    QPoint last;
+    for (QWidget *control : tabOrder(view)) {
+        QVERIFY2(!spokenName(*control).isEmpty(), control->metaObject()->className());
+        const QPoint place = control->mapTo(&view, QPoint());
+        QVERIFY2(place.y() > last.y() || (place.y() == last.y() && place.x() > last.x()), "not from top to bottom");
+        last = place;
+    }
+}
+
+} // namespace tunedeck

@@ -1,0 +1,313 @@
+// SPDX-License-Identifier: MIT
+#include "PreferencesViewController.h"
+
+#include "PreferencesDesk.h"
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QRadioButton>
+#include <QSignalSpy>
+
+using namespace tunedeck;
+
+namespace {
+const QString followedPlayer = QStringLiteral("FollowedPlayer");
+const QString vlc = QStringLiteral("vlc");
+const QString mpv = QStringLiteral("org.example.player");
+
+QStringList entries(const QComboBox &picker)
+{
+    QStringList texts;
+    for (int row = 0; row < picker.count(); ++row) {
+        texts.append(picker.itemText(row));
+    }
+    return texts;
+}
+
+void choose(QComboBox &picker, const QString &text)
+{
+    picker.setCurrentText(text);
+    Q_EMIT picker.activated(picker.currentIndex());
+}
+} // namespace
+
+class PreferencesViewControllerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { failOnWarning(); }
+
+    void itOpensWithTheTimeThatIsShown_data()
+    {
+        QTest::addColumn<bool>("remaining");
+        QTest::newRow("remaining") << true;
+        QTest::newRow("total") << false;
+    }
+
+    void itOpensWithTheTimeThatIsShown()
+    {
+        QFETCH(const bool, remaining);
+        PreferencesDesk desk;
+        desk.defaults.setBool(SettingsKey::remainingTimeEnabled, remaining);
+        PreferencesViewController controller(desk.defaults, desk.players);
+        QCOMPARE(controller.radioButtonRemainingTime().isChecked(), remaining);
+        QCOMPARE(controller.radioButtonTotalTime().isChecked(), !remaining);
+        QCOMPARE(controller.elapsedTimeEnabled(), remaining);
+    }
+
+    void choosingATimeWritesTheSetting()
+    {
+        PreferencesDesk desk;
+        PreferencesViewController controller(desk.defaults, desk.players);
+        const QSignalSpy writes(&desk.defaults, &UserDefaults::valueChanged);
+        controller.radioButtonTotalTime().click();
+        QCOMPARE(desk.defaults.boolForKey(SettingsKey::remainingTimeEnabled), false);
+        QVERIFY(controller.radioButtonTotalTime().isChecked());
+        QVERIFY(!controller.radioButtonRemainingTime().isChecked());
+        controller.radioButtonRemainingTime().click();
+        QCOMPARE(desk.defaults.boolForKey(SettingsKey::remainingTimeEnabled), true);
+        QCOMPARE(writes.count(), 2);
+        QCOMPARE(writes.at(0).at(0).toString(), QStringLiteral("RemainingTimeEnabled"));
+    }
+
+    void theArrowKeysChooseATimeToo()
+    {
+        PreferencesDesk desk;
+        PreferencesViewController controller(desk.defaults, desk.players);
+        controller.view().show();
+        QVERIFY(QTest::qWaitForWindowActive(&controller.view()));
+        controller.radioButtonRemainingTime().setFocus();
+        QTest::keyClick(&controller.radioButtonRemainingTime(), Qt::Key_Down);
+        QVERIFY(controller.radioButtonTotalTime().isChecked());
+        QCOMPARE(desk.defaults.boolForKey(SettingsKey::remainingTimeEnabled), false);
+    }
+
+    void theTotalTimeWinsWhereBothAreOnAndNothingIsWrittenWhereNoneIs()
+    {
+        PreferencesDesk desk;
+        PreferencesViewController controller(desk.defaults, desk.players);
+        for (QRadioButton *button : {&controller.radioButtonRemainingTime(), &controller.radioButtonTotalTime()}) {
+            button->setAutoExclusive(false);
+            button->setChecked(true);
+        }
+        controller.timeRadioButtonDidChange();
+        QCOMPARE(desk.defaults.boolForKey(SettingsKey::remainingTimeEnabled), false);
+
+        controller.radioButtonRemainingTime().setChecked(false);
+        controller.radioButtonTotalTime().setChecked(false);
+        const QSignalSpy writes(&desk.defaults, &UserDefaults::valueChanged);
+        controller.timeRadioButtonDidChange();
+        QCOMPARE(writes.count(), 0);
+    }
+
+    void aChangeElsewhereMovesTheSelectionAtOnce()
+    {
+        PreferencesDesk desk;
+        PreferencesViewController controller(desk.defaults, desk.players);
+        const QSignalSpy told(&controller, &PreferencesViewController::elapsedTimeEnabledChanged);
+        desk.defaults.setBool(SettingsKey::remainingTimeEnabled, false);
+        QVERIFY(controller.radioButtonTotalTime().isChecked());
+        QCOMPARE(controller.elapsedTimeEnabled(), false);
+        desk.defaults.setBool(SettingsKey::remainingTimeEnabled, true);
+        QVERIFY(controller.radioButtonRemainingTime().isChecked());
+        QCOMPARE(told.count(), 2);
+    }
+
+    void aChangeInAnotherProcessMovesTheSelections()
+    {
+        PreferencesDesk desk;
+        desk.players.set({{vlc, QStringLiteral("VLC")}});
+        PreferencesViewController controller(desk.defaults, desk.players);
+        const auto other = desk.otherDefaults();
+        other->setBool(SettingsKey::remainingTimeEnabled, false);
+        other->setValue(followedPlayer, vlc);
+        QTRY_VERIFY(controller.radioButtonTotalTime().isChecked());
+        QTRY_COMPARE(controller.followedPlayerPicker().currentText(), QStringLiteral("VLC"));
+    }
+
+    void thePropertyIsSetWithoutWritingTheSettingWhichTheButtonsShow()
+    {
+        PreferencesDesk desk;
+        PreferencesViewController controller(desk.defaults, desk.players);
+        const QSignalSpy told(&controller, &PreferencesViewController::elapsedTimeEnabledChanged);
+        QVERIFY(controller.setProperty("elapsedTimeEnabled", false));
+        QVERIFY(controller.setProperty("elapsedTimeEnabled", false));
+        QCOMPARE(told.count(), 2);
+        QCOMPARE(controller.property("elapsedTimeEnabled"), QVariant(false));
+        QCOMPARE(desk.defaults.boolForKey(SettingsKey::remainingTimeEnabled), true);
+        QVERIFY(controller.radioButtonRemainingTime().isChecked());
+    }
+
+    void itEnablesOnlyTheCloseCommand()
+    {
+        PreferencesDesk desk;
+        const PreferencesViewController controller(desk.defaults, desk.players);
+        QAction item;
+        QVERIFY(!controller.validateMenuItem(item));
+        for (const char *other : {"Controls_PlayPause", "File_OpenMusicApp", "File_CloseWindow2"}) {
+            item.setObjectName(QLatin1String(other));
+            QVERIFY(!controller.validateMenuItem(item));
+        }
+        item.setObjectName(QStringLiteral("File_CloseWindow"));
+        QVERIFY(controller.validateMenuItem(item));
+    }
+
+    void theCloseCommandClosesTheWindowThatHoldsThePane()
+    {
+        PreferencesDesk desk;
+        QWidget window;
+        PreferencesViewController controller(desk.defaults, desk.players);
+        controller.view().setParent(&window);
+        window.show();
+        controller.closeWindow();
+        QVERIFY(!window.isVisible());
+    }
+
+    void itOffersAutomaticAndThenThePlayersThatRun()
+    {
+        PreferencesDesk desk;
+        desk.players.set({{vlc, QStringLiteral("VLC media player")}, {mpv, QStringLiteral("mpv")}});
+        PreferencesViewController controller(desk.defaults, desk.players);
+        QCOMPARE(entries(controller.followedPlayerPicker()),
+            QStringList({QStringLiteral("Automatic"), QStringLiteral("VLC media player"), QStringLiteral("mpv")}));
+        QCOMPARE(controller.followedPlayerPicker().currentIndex(), 0);
+    }
+
+    void choosingAPlayerWritesItsIdentifierAndAutomaticNothing()
+    {
+        PreferencesDesk desk;
+        desk.players.set({{vlc, QStringLiteral("VLC")}});
+        PreferencesViewController controller(desk.defaults, desk.players);
+        choose(controller.followedPlayerPicker(), QStringLiteral("VLC"));
+        QCOMPARE(desk.defaults.stringForKey(followedPlayer), vlc);
+        choose(controller.followedPlayerPicker(), QStringLiteral("Automatic"));
+        QCOMPARE(desk.defaults.stringForKey(followedPlayer), QString());
+        QCOMPARE(entries(controller.followedPlayerPicker()),
+            QStringList({QStringLiteral("Automatic"), QStringLiteral("VLC")}));
+    }
+
+    void theListFollowsThePlayersWithoutLosingTheSelection()
+    {
+        PreferencesDesk desk;
+        desk.players.set({{vlc, QStringLiteral("VLC")}, {mpv, QStringLiteral("mpv")}});
+        desk.defaults.setValue(followedPlayer, mpv);
+        PreferencesViewController controller(desk.defaults, desk.players);
+        const QComboBox &picker = controller.followedPlayerPicker();
+        QCOMPARE(picker.currentText(), QStringLiteral("mpv"));
+        const QSignalSpy writes(&desk.defaults, &UserDefaults::valueChanged);
+
+        const SeenPlayer strawberry{QStringLiteral("strawberry"), QStringLiteral("Strawberry")};
+        desk.players.set({strawberry, {mpv, QStringLiteral("mpv")}, {vlc, QStringLiteral("VLC")}});
+        QCOMPARE(entries(picker),
+            QStringList({QStringLiteral("Automatic"), QStringLiteral("Strawberry"), QStringLiteral("mpv"),
+                QStringLiteral("VLC")}));
+        QCOMPARE(picker.currentText(), QStringLiteral("mpv"));
+
+        desk.players.set({{mpv, QStringLiteral("mpv Media Player")}});
+        QCOMPARE(entries(picker), QStringList({QStringLiteral("Automatic"), QStringLiteral("mpv Media Player")}));
+        QCOMPARE(picker.currentText(), QStringLiteral("mpv Media Player"));
+        QCOMPARE(writes.count(), 0);
+    }
+
+    void aListThatIsOpenStaysOpenAndKeepsWhatIsHighlighted()
+    {
+        PreferencesDesk desk;
+        desk.players.set({{vlc, QStringLiteral("VLC")}, {mpv, QStringLiteral("mpv")}});
+        PreferencesViewController controller(desk.defaults, desk.players);
+        controller.view().show();
+        QComboBox &picker = controller.followedPlayerPicker();
+        picker.showPopup();
+        picker.view()->setCurrentIndex(picker.model()->index(2, 0));
+        desk.players.set({{mpv, QStringLiteral("mpv")}});
+        QVERIFY(picker.view()->isVisible());
+        QCOMPARE(picker.view()->currentIndex().data().toString(), QStringLiteral("mpv"));
+        QCOMPARE(desk.defaults.stringForKey(followedPlayer), QString());
+        picker.hidePopup();
+    }
+
+    void theFollowedPlayerStaysInTheListWhenItQuits()
+    {
+        PreferencesDesk desk;
+        desk.players.set({{vlc, QStringLiteral("VLC")}});
+        desk.defaults.setValue(followedPlayer, vlc);
+        PreferencesViewController controller(desk.defaults, desk.players);
+        desk.players.set({});
+        QCOMPARE(entries(controller.followedPlayerPicker()),
+            QStringList({QStringLiteral("Automatic"), QStringLiteral("VLC")}));
+        QCOMPARE(controller.followedPlayerPicker().currentText(), QStringLiteral("VLC"));
+    }
+
+    void aFollowedPlayerThatWasNeverSeenIsCalledByItsIdentifier_data()
+    {
+        QTest::addColumn<QString>("id");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("player") << vlc << QStringLiteral("vlc");
+        QTest::newRow("with points in it") << mpv << QStringLiteral("org.example.player");
+        QTest::newRow("longest") << QString(1000, u'x') << QString(60, u'x');
+    }
+
+    void aFollowedPlayerThatWasNeverSeenIsCalledByItsIdentifier()
+    {
+        QFETCH(const QString, id);
+        PreferencesDesk desk;
+        desk.defaults.setValue(followedPlayer, id);
+        PreferencesViewController controller(desk.defaults, desk.players);
+        QTEST(controller.followedPlayerPicker().currentText(), "name");
+        QCOMPARE(controller.followedPlayerPicker().currentData().toString(), id);
+    }
+
+    void namesOfPlayersArePlainAndBounded_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("ampersand") << QStringLiteral("Salt & Pepper") << QStringLiteral("Salt & Pepper");
+        QTest::newRow("markup") << QStringLiteral("<b>VLC</b>") << QStringLiteral("<b>VLC</b>");
+        QTest::newRow("lines") << QStringLiteral(" VLC\n\tmedia player\n") << QStringLiteral("VLC media player");
+        QTest::newRow("long") << QString(100'000, u'x') << QString(60, u'x');
+        QTest::newRow("none") << QString() << QStringLiteral("vlc");
+        QTest::newRow("empty line") << QStringLiteral(" \n ") << QStringLiteral("vlc");
+    }
+
+    void namesOfPlayersArePlainAndBounded()
+    {
+        QFETCH(const QString, name);
+        PreferencesDesk desk;
+        desk.players.set({{vlc, name}});
+        PreferencesViewController controller(desk.defaults, desk.players);
+        QTEST(controller.followedPlayerPicker().itemText(1), "shown");
+    }
+
+    void thousandsOfPlayersDoNotFillTheList()
+    {
+        PreferencesDesk desk;
+        QList<SeenPlayer> crowd;
+        for (int i = 0; i < 5000; ++i) {
+            crowd.append({QStringLiteral("p%1").arg(i), QString()});
+        }
+        desk.defaults.setValue(followedPlayer, QStringLiteral("p4999"));
+        desk.players.set(crowd);
+        PreferencesViewController controller(desk.defaults, desk.players);
+        QCOMPARE(controller.followedPlayerPicker().count(), 52);
+        QCOMPARE(controller.followedPlayerPicker().currentText(), QStringLiteral("p4999"));
+    }
+
+    void itsControlsAreAccessible()
+    {
+        PreferencesDesk desk;
+        PreferencesViewController controller(desk.defaults, desk.players);
+        verifyControlsAreAccessible(controller.view());
+        QCOMPARE(tabOrder(controller.view()),
+            QList<QWidget *>({&controller.radioButtonRemainingTime(), &controller.radioButtonTotalTime(),
+                &controller.followedPlayerPicker()}));
+        // What a picker is called is what it shows; its caption is a relation.
+        const auto labels =
+            QAccessible::queryAccessibleInterface(&controller.followedPlayerPicker())->relations(QAccessible::Label);
+        QCOMPARE(labels.size(), 1);
+        QCOMPARE(labels.first().first->text(QAccessible::Name), QStringLiteral("Follow player:"));
+    }
+};
+
+QTEST_MAIN(PreferencesViewControllerTest)
+#include "PreferencesViewControllerTest.moc"
