@@ -24,6 +24,10 @@ constexpr QLatin1String portalInterface("org.freedesktop.portal.Settings");
 constexpr QLatin1String appearanceGroup("org.freedesktop.appearance");
 constexpr QLatin1String colorSchemeKey("color-scheme");
 constexpr QLatin1String accentColorKey("accent-color");
+constexpr QLatin1String gnomeGroup("org.gnome.desktop.interface");
+constexpr QLatin1String animationsKey("enable-animations");
+constexpr QLatin1String kdeGroup("org.kde.kdeglobals.KDE");
+constexpr QLatin1String animationDurationKey("AnimationDurationFactor");
 constexpr QLatin1String readOneMethod("ReadOne");
 
 /// The portal and what it stands on may have to be started first; nobody waits for it.
@@ -83,13 +87,9 @@ Appearance::Appearance(UserDefaults &defaults, const QDBusConnection &bus, QObje
     qGuiApp->installEventFilter(this);
     update();
 
-    // clang-format off
-    // With a service's name the connection would ask the bus, and wait, for the name's owner.
-    QDBusConnection(bus).connect(QString(), portalPath, portalInterface, QStringLiteral("SettingChanged"),
-        {appearanceGroup}, QString(), this, SLOT(portalSettingChanged(QString,QString,QDBusVariant)));
-    // clang-format on
-    askPortal(bus, readOneMethod, colorSchemeKey);
-    askPortal(bus, readOneMethod, accentColorKey);
+    followPortal(bus, appearanceGroup, {colorSchemeKey, accentColorKey});
+    followPortal(bus, gnomeGroup, {animationsKey});
+    followPortal(bus, kdeGroup, {animationDurationKey});
 }
 
 void Appearance::setApplicationAppearance(std::optional<AppearanceName> name)
@@ -106,6 +106,11 @@ std::optional<AppearanceName> Appearance::applicationAppearance() const
 AppearanceName Appearance::effectiveAppearance() const
 {
     return m_effective;
+}
+
+bool Appearance::isMotionReduced() const
+{
+    return m_isMotionReduced;
 }
 
 bool Appearance::eventFilter(QObject *watched, QEvent *event)
@@ -128,32 +133,61 @@ Appearance::System Appearance::readPalette()
     return {text.lightnessF() > window.lightnessF(), isGrey({accent.redF(), accent.greenF(), accent.blueF()})};
 }
 
-void Appearance::askPortal(const QDBusConnection &bus, const QString &method, const QString &key)
+void Appearance::followPortal(QDBusConnection bus, const QString &group, const QStringList &keys)
+{
+    // clang-format off
+    // With a service's name the connection would ask the bus, and wait, for the name's owner.
+    bus.connect(QString(), portalPath, portalInterface, QStringLiteral("SettingChanged"),
+        {group}, QString(), this, SLOT(portalSettingChanged(QString,QString,QDBusVariant)));
+    // clang-format on
+    for (const QString &key : keys) {
+        askPortal(bus, readOneMethod, {group, key});
+    }
+}
+
+void Appearance::askPortal(const QDBusConnection &bus, const QString &method, const PortalKey &asked)
 {
     // The one read that may start its service: on a desktop that has a portal it runs only once it is needed.
     QDBusMessage message = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.portal.Desktop"), portalPath, portalInterface, method);
-    message << appearanceGroup << key;
+    message << asked.group << asked.key;
     auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, portalDeadline), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, bus, method, key, watcher] {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, bus, method, asked, watcher] {
         watcher->deleteLater();
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
         if (reply.isValid()) {
-            takePortalValue(key, reply.value().variant());
+            takePortalValue(asked, reply.value().variant());
         } else if (reply.error().type() == QDBusError::UnknownMethod && method == readOneMethod) {
-            askPortal(bus, QStringLiteral("Read"), key);
+            askPortal(bus, QStringLiteral("Read"), asked);
         }
     });
 }
 
-void Appearance::takePortalValue(const QString &key, const QVariant &value)
+void Appearance::takePortalValue(const PortalKey &told, const QVariant &value)
 {
-    if (key == colorSchemeKey) {
-        m_portal.dark = decodeColorScheme(unwrapped(value));
-    } else if (key == accentColorKey) {
-        m_portal.graphite = decodeAccentColor(unwrapped(value));
+    const auto isKey = [&told](
+                           QLatin1String group, QLatin1String key) { return told.group == group && told.key == key; };
+    const QVariant plain = unwrapped(value);
+    if (isKey(appearanceGroup, colorSchemeKey)) {
+        m_portal.dark = decodeColorScheme(plain);
+    } else if (isKey(appearanceGroup, accentColorKey)) {
+        m_portal.graphite = decodeAccentColor(plain);
+    } else if (isKey(gnomeGroup, animationsKey) && plain.typeId() == QMetaType::Bool) {
+        setMotionReduced(!plain.toBool());
+    } else if (isKey(kdeGroup, animationDurationKey) && plain.typeId() == QMetaType::QString) {
+        bool isNumber = false;
+        const double factor = plain.toString().toDouble(&isNumber);
+        setMotionReduced(isNumber && factor <= 0);
     }
     update();
+}
+
+void Appearance::setMotionReduced(bool isReduced)
+{
+    if (isReduced != m_isMotionReduced) {
+        m_isMotionReduced = isReduced;
+        Q_EMIT motionReducedChanged(isReduced);
+    }
 }
 
 void Appearance::update()
@@ -171,9 +205,7 @@ void Appearance::update()
 
 void Appearance::portalSettingChanged(const QString &group, const QString &key, const QDBusVariant &value)
 {
-    if (group == appearanceGroup) {
-        takePortalValue(key, value.variant());
-    }
+    takePortalValue({group, key}, value.variant());
 }
 
 } // namespace tunedeck

@@ -23,7 +23,9 @@ enum class AppearanceName { Aqua, DarkAqua, VibrantDark };
 
 /// The application's light or dark appearance: the one forced on it, else the system's, which comes from the desktop
 /// portal (org.freedesktop.appearance color-scheme, asked without waiting) or, until and unless a portal answers, from
-/// the palette. Also passes the system's accent colour to the settings store, as "AppleAccentColor".
+/// the palette. Also passes the system's accent colour to the settings store, as "AppleAccentColor", and tells whether
+/// the user wants nothing on the screen to move (org.gnome.desktop.interface enable-animations, or
+/// org.kde.kdeglobals.KDE AnimationDurationFactor, of the same portal).
 class Appearance : public QObject {
     Q_OBJECT
     Q_MOC_INCLUDE(<QDBusVariant>)
@@ -38,10 +40,13 @@ public:
     [[nodiscard]] std::optional<AppearanceName> applicationAppearance() const;
     /// What is drawn: never without a value.
     [[nodiscard]] AppearanceName effectiveAppearance() const;
+    [[nodiscard]] bool isMotionReduced() const;
 
 Q_SIGNALS:
     /// Only on a real change.
     void effectiveAppearanceChanged(tunedeck::AppearanceName name);
+    /// Only on a real change.
+    void motionReducedChanged(bool isReduced);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -54,15 +59,24 @@ private:
     };
 
     [[nodiscard]] static System readPalette();
-    void askPortal(const QDBusConnection &bus, const QString &method, const QString &key);
-    void takePortalValue(const QString &key, const QVariant &value);
+    /// A setting of the portal.
+    struct PortalKey {
+        QString group;
+        QString key;
+    };
+
+    void followPortal(QDBusConnection bus, const QString &group, const QStringList &keys);
+    void askPortal(const QDBusConnection &bus, const QString &method, const PortalKey &asked);
+    void takePortalValue(const PortalKey &told, const QVariant &value);
     void update();
+    void setMotionReduced(bool isReduced);
 
     UserDefaults &m_defaults;
     System m_palette;
     System m_portal;
     std::optional<AppearanceName> m_application;
     AppearanceName m_effective = AppearanceName::Aqua;
+    bool m_isMotionReduced = false;
 
 private Q_SLOTS:
     void portalSettingChanged(const QString &group, const QString &key, const QDBusVariant &value);

@@ -32,8 +32,9 @@ QString padded(const QString &text)
 }
 } // namespace
 
-MarqueeTimeline::MarqueeTimeline(TextWidth textWidth)
+MarqueeTimeline::MarqueeTimeline(TextWidth textWidth, ElidedText elidedText)
     : m_textWidth(std::move(textWidth))
+    , m_elidedText(std::move(elidedText))
 {
 }
 
@@ -49,20 +50,24 @@ void MarqueeTimeline::setDisplayStrings(const QStringList &strings, TimePoint no
     }
     m_displayStrings = strings;
     m_displayStringIndex = 0;
-    m_lastAnimationWasMarquee = false;
-    measure();
-    clear();
-    startCycle(now);
+    restart(now);
 }
 
 void MarqueeTimeline::layOut(const QSizeF &fieldSize, TimePoint now)
 {
     proceedTo(now);
     m_fieldSize = fieldSize;
-    m_lastAnimationWasMarquee = false;
-    measure();
-    clear();
-    startCycle(now);
+    restart(now);
+}
+
+void MarqueeTimeline::setMotionReduced(bool isReduced, TimePoint now)
+{
+    if (isReduced == m_isMotionReduced) {
+        return;
+    }
+    proceedTo(now);
+    m_isMotionReduced = isReduced;
+    restart(now);
 }
 
 void MarqueeTimeline::advance(TimePoint now)
@@ -140,11 +145,28 @@ void MarqueeTimeline::measure()
 {
     m_measured.clear();
     for (const QString &string : std::as_const(m_displayStrings)) {
-        const QString text = m_textWidth(string) > m_fieldSize.width() ? padded(string) : string;
+        const QString text = fitted(string);
         const double textWidth = m_textWidth(text);
         const double width = std::max(m_fieldSize.width(), textWidth);
         m_measured.push_back({text, textWidth, QRectF(0, 0, width, m_fieldSize.height())});
     }
+}
+
+/// A string as it is shown in the field.
+QString MarqueeTimeline::fitted(const QString &string) const
+{
+    if (m_textWidth(string) <= m_fieldSize.width()) {
+        return string;
+    }
+    return m_isMotionReduced ? m_elidedText(string, m_fieldSize.width()) : padded(string);
+}
+
+void MarqueeTimeline::restart(TimePoint now)
+{
+    m_lastAnimationWasMarquee = false;
+    measure();
+    clear();
+    startCycle(now);
 }
 
 void MarqueeTimeline::clear()
@@ -193,7 +215,7 @@ void MarqueeTimeline::roll(TimePoint now)
 {
     m_nextLabel = makeLabel((m_displayStringIndex + 1) % m_displayStrings.size());
     m_nextLabel->frame.translate(0, m_nextLabel->frame.height());
-    start(Motion::VerticalRoll, rollDuration, now);
+    start(Motion::VerticalRoll, m_isMotionReduced ? Duration::zero() : Duration(rollDuration), now);
 }
 
 void MarqueeTimeline::scroll(TimePoint now)

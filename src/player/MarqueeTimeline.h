@@ -32,17 +32,22 @@ public:
     using TimePoint = std::chrono::steady_clock::time_point;
     /// A text's width in points, trailing spaces included.
     using TextWidth = std::function<double(const QString &text)>;
+    /// A text cut to a width in points, with an ellipsis for what is missing.
+    using ElidedText = std::function<QString(const QString &text, double width)>;
 
     /// In points per second.
     static constexpr double scrollSpeed = 30;
 
-    explicit MarqueeTimeline(TextWidth textWidth);
+    MarqueeTimeline(TextWidth textWidth, ElidedText elidedText);
 
     [[nodiscard]] const QStringList &displayStrings() const;
     /// Starts at the first string. The list it already has changes nothing; an empty list shows nothing.
     void setDisplayStrings(const QStringList &strings, TimePoint now);
     /// Gives the field its size, in points, and starts the string on show again.
     void layOut(const QSizeF &fieldSize, TimePoint now);
+    /// Whether nothing is to move: a string that is too wide is elided, and strings take turns without rolling. Starts
+    /// the string on show again where that is new.
+    void setMotionReduced(bool isReduced, TimePoint now);
     /// Rotates the list by one and starts at its first string; one string alone starts again. The rotation counts from
     /// the list's first entry, not from the string on show.
     void advance(TimePoint now);
@@ -65,6 +70,8 @@ private:
     [[nodiscard]] bool isWide(const MarqueeLabel &label) const;
     [[nodiscard]] MarqueeLabel makeLabel(qsizetype index) const;
     void measure();
+    [[nodiscard]] QString fitted(const QString &string) const;
+    void restart(TimePoint now);
     void clear();
     void startCycle(TimePoint now);
     void startCycleOfOne(TimePoint now);
@@ -76,6 +83,8 @@ private:
     [[nodiscard]] QPointF travelled(const MarqueeLabel &label, TimePoint now) const;
 
     TextWidth m_textWidth;
+    ElidedText m_elidedText;
+    bool m_isMotionReduced = false;
     QSizeF m_fieldSize;
     QStringList m_displayStrings;
     /// Each string as it is shown, from the field's left edge on.

@@ -74,7 +74,8 @@ ScrollingMarqueeView::ScrollingMarqueeView(QWidget *parent)
 ScrollingMarqueeView::ScrollingMarqueeView(Clock clock, QWidget *parent)
     : QLabel(parent)
     , m_clock(std::move(clock))
-    , m_timeline([this](const QString &text) { return textWidth(text); })
+    , m_timeline([this](const QString &text) { return textWidth(text); },
+          [this](const QString &text, double width) { return elidedText(text, width); })
     , m_timer(new QTimer(this))
     , m_color(lcdTextColor)
 {
@@ -131,6 +132,12 @@ bool ScrollingMarqueeView::labelAdvancesOnClick() const
 void ScrollingMarqueeView::setLabelAdvancesOnClick(bool advances)
 {
     m_labelAdvancesOnClick = advances;
+}
+
+void ScrollingMarqueeView::setMotionReduced(bool isReduced)
+{
+    m_timeline.setMotionReduced(isReduced, m_clock());
+    refresh();
 }
 
 void ScrollingMarqueeView::setDark(bool dark)
@@ -263,13 +270,17 @@ QString ScrollingMarqueeView::bounded(const QString &string) const
         line += QChar(0x2026);
     }
     std::replace_if(line.begin(), line.end(), breaksTheLine, QChar(u' '));
-    return textWidth(line) > mostPoints ? QFontMetricsF(font(), this).elidedText(line, Qt::ElideRight, mostPoints)
-                                        : line;
+    return textWidth(line) > mostPoints ? elidedText(line, mostPoints) : line;
 }
 
 double ScrollingMarqueeView::textWidth(const QString &text) const
 {
     return QFontMetricsF(font(), this).horizontalAdvance(text);
+}
+
+QString ScrollingMarqueeView::elidedText(const QString &text, double width) const
+{
+    return QFontMetricsF(font(), this).elidedText(text, Qt::ElideRight, width);
 }
 
 bool ScrollingMarqueeView::canBeSeen() const

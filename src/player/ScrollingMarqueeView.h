@@ -42,6 +42,8 @@ public:
     void setFadeInsetInPoints(double inset);
     [[nodiscard]] bool labelAdvancesOnClick() const;
     void setLabelAdvancesOnClick(bool advances);
+    /// Whether nothing is to move: what is too wide is elided, and strings take turns without rolling.
+    void setMotionReduced(bool isReduced);
     /// Whether its ink is light, as in the dark appearance.
     void setDark(bool dark);
 
@@ -58,6 +60,7 @@ protected:
 private:
     [[nodiscard]] QString bounded(const QString &string) const;
     [[nodiscard]] double textWidth(const QString &text) const;
+    [[nodiscard]] QString elidedText(const QString &text, double width) const;
     [[nodiscard]] bool canBeSeen() const;
     void restart();
     void refresh();

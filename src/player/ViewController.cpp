@@ -336,7 +336,10 @@ void ViewController::bindTimeLabels()
 
 void ViewController::observeAppearance()
 {
-    m_view.lcd().trackInfoLabel().setDark(isDark(m_appearance.effectiveAppearance()));
+    ScrollingMarqueeView &label = m_view.lcd().trackInfoLabel();
+    label.setMotionReduced(m_appearance.isMotionReduced());
+    connect(&m_appearance, &Appearance::motionReducedChanged, &label, &ScrollingMarqueeView::setMotionReduced);
+    label.setDark(isDark(m_appearance.effectiveAppearance()));
     connect(&m_appearance, &Appearance::effectiveAppearanceChanged, this, [this](AppearanceName name) {
         m_view.lcd().trackInfoLabel().setDark(isDark(name));
         updateDockTile(m_musicConnector.currentState());
@@ -482,6 +485,10 @@ void ViewController::updatePlayPauseGlyph(FourCharCode state)
         button.setControlGlyph(PlayerButtonTypes::stop);
     } else {
         button.setControlGlyph(PlayerButtonTypes::pause);
+    }
+    // The toolkit tells screen readers of every assignment, also of an equal name.
+    if (const QString title = playPauseTitle(state); button.accessibleName() != title) {
+        button.setAccessibleName(title);
     }
 }
 

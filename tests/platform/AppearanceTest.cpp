@@ -73,8 +73,8 @@ public:
             connection.send(message.createErrorReply(QDBusError::UnknownMethod, QStringLiteral("no such method")));
             return true;
         }
-        const bool isOfGroup = message.arguments().value(0).toString() == group;
-        const QVariant value = isOfGroup ? values.value(message.arguments().value(1).toString()) : QVariant();
+        const QVariant value =
+            groups.value(message.arguments().value(0).toString()).value(message.arguments().value(1).toString());
         if (!value.isValid()) {
             connection.send(message.createErrorReply(error, QStringLiteral("no such setting")));
             return true;
@@ -90,7 +90,8 @@ public:
         m_bus.send(signal);
     }
 
-    QVariantHash values;
+    QHash<QString, QVariantHash> groups;
+    QVariantHash &values = groups[group];
     QStringList asked;
     /// What it answers where it has no value.
     QString error = QStringLiteral("org.freedesktop.portal.Error.NotFound");
@@ -203,13 +204,56 @@ private Q_SLOTS:
         m_portal->values = {{colorScheme, 0U}};
         Appearance appearance(*m_defaults, *m_connection);
         const QSignalSpy spy(&appearance, &Appearance::effectiveAppearanceChanged);
-        QTRY_COMPARE(m_portal->asked.size(), 2);
+        QTRY_COMPARE(m_portal->asked.size(), 4);
         m_portal->change(colorScheme, 1U);
         QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
         m_portal->change(colorScheme, 1U);
         m_portal->change(colorScheme, 2U);
         QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::Aqua);
         QCOMPARE(spy.count(), 2);
+    }
+
+    void whoeverWantsNothingToMoveIsHeard_data()
+    {
+        QTest::addColumn<QString>("inGroup");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QVariant>("reduced");
+        QTest::addColumn<QVariant>("moving");
+        QTest::newRow("GNOME") << QStringLiteral("org.gnome.desktop.interface") << QStringLiteral("enable-animations")
+                               << QVariant(false) << QVariant(true);
+        QTest::newRow("KDE") << QStringLiteral("org.kde.kdeglobals.KDE") << QStringLiteral("AnimationDurationFactor")
+                             << QVariant(QStringLiteral("0")) << QVariant(QStringLiteral("0.5"));
+    }
+
+    void whoeverWantsNothingToMoveIsHeard()
+    {
+        QFETCH(const QString, inGroup);
+        QFETCH(const QString, key);
+        QFETCH(const QVariant, reduced);
+        QFETCH(const QVariant, moving);
+        m_portal->groups[inGroup] = {{key, reduced}};
+        const Appearance appearance(*m_defaults, *m_connection);
+        const QSignalSpy spy(&appearance, &Appearance::motionReducedChanged);
+        QVERIFY(!appearance.isMotionReduced());
+        QTRY_VERIFY(appearance.isMotionReduced());
+        m_portal->change(key, moving, inGroup);
+        QTRY_VERIFY(!appearance.isMotionReduced());
+        m_portal->change(key, reduced, inGroup);
+        QTRY_VERIFY(appearance.isMotionReduced());
+        QCOMPARE(spy.count(), 3);
+    }
+
+    void nonsenseDoesNotStopAnythingFromMoving()
+    {
+        m_portal->groups[QStringLiteral("org.gnome.desktop.interface")] = {
+            {QStringLiteral("enable-animations"), QStringLiteral("false")}};
+        m_portal->groups[QStringLiteral("org.kde.kdeglobals.KDE")] = {
+            {QStringLiteral("AnimationDurationFactor"), QStringLiteral("none")}};
+        const Appearance appearance(*m_defaults, *m_connection);
+        QTRY_COMPARE(m_portal->asked.size(), 4);
+        m_portal->change(QStringLiteral("enable-animations"), false, QStringLiteral("org.example"));
+        QTest::qWait(50);
+        QVERIFY(!appearance.isMotionReduced());
     }
 
     void otherSettingsOfThePortalAreNotTaken()
@@ -240,7 +284,7 @@ private Q_SLOTS:
         QFETCH(const QVariant, value);
         m_portal->values = {{colorScheme, value}, {accentColor, QStringLiteral("grey")}};
         Appearance appearance(*m_defaults, *m_connection);
-        QTRY_COMPARE(m_portal->asked.size(), 2);
+        QTRY_COMPARE(m_portal->asked.size(), 4);
         m_portal->change(colorScheme, value);
         m_portal->change(accentColor, color(0.5, 0.5, 0.5));
         QTRY_COMPARE(m_defaults->integerForKey(SettingsKey::appleAccentColor), -1);
@@ -316,7 +360,7 @@ private Q_SLOTS:
         setDarkPalette();
         const auto appearance = std::make_unique<Appearance>(*m_defaults, *m_connection);
         QCOMPARE(appearance->effectiveAppearance(), AppearanceName::DarkAqua);
-        QTRY_COMPARE(m_portal->asked.size(), 2);
+        QTRY_COMPARE(m_portal->asked.size(), 4);
         setLightPalette();
         QCOMPARE(appearance->effectiveAppearance(), AppearanceName::Aqua);
     }
@@ -327,7 +371,7 @@ private Q_SLOTS:
         m_portal->values = {{colorScheme, 1U}};
         const Appearance appearance(*m_defaults, *m_connection);
         QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
-        QTRY_COMPARE(m_portal->asked.size(), 4);
+        QTRY_COMPARE(m_portal->asked.size(), 8);
         QCOMPARE(m_portal->asked.count(QStringLiteral("ReadOne color-scheme")), 1);
         QCOMPARE(m_portal->asked.count(QStringLiteral("Read color-scheme")), 1);
     }

@@ -51,7 +51,8 @@ struct Marquee {
 
     void click(std::chrono::milliseconds time) { timeline.advance(at(time)); }
 
-    MarqueeTimeline timeline{[](const QString &text) { return 10.0 * static_cast<double>(text.size()); }};
+    MarqueeTimeline timeline{[](const QString &text) { return 10.0 * static_cast<double>(text.size()); },
+        [](const QString &text, double width) { return text.left(static_cast<qsizetype>(width / 10) - 1) + u'~'; }};
 
 private:
     [[nodiscard]] QList<double> edges(std::chrono::milliseconds time, double (QRectF::*edge)() const)
@@ -331,6 +332,41 @@ private Q_SLOTS:
         QVERIFY(marquee.labels(1h).empty());
         marquee.timeline.layOut({200, 20}, Marquee::at(1h));
         QCOMPARE(marquee.shown(1h), a);
+    }
+
+    void withReducedMotionAWideStringStandsElided()
+    {
+        Marquee marquee({wide});
+        marquee.timeline.setMotionReduced(true, Marquee::at(0ms));
+        QCOMPARE(marquee.shown(0ms), QString(19, u'w') + u'~');
+        QCOMPARE(marquee.labels(1h).front(), marquee.labels(0ms).front());
+        QVERIFY(!marquee.timeline.nextChange(Marquee::at(1h)));
+    }
+
+    void withReducedMotionStringsTakeTurnsWithoutMoving()
+    {
+        Marquee marquee({a, wide, b});
+        marquee.timeline.setMotionReduced(true, Marquee::at(0ms));
+        for (std::chrono::milliseconds time = 0ms; time < 30s; time += 37ms) {
+            QVERIFY(!marquee.isMoving(time));
+            QCOMPARE(marquee.tops(time).front(), 0.0);
+        }
+        Marquee fresh({a, wide, b});
+        fresh.timeline.setMotionReduced(true, Marquee::at(0ms));
+        QCOMPARE(fresh.shown(3999ms), a);
+        QCOMPARE(fresh.shown(4000ms), QString(19, u'w') + u'~');
+        QCOMPARE(fresh.shown(8000ms), b);
+        QCOMPARE(fresh.shown(12'000ms), a);
+    }
+
+    void motionThatIsAllowedAgainBeginsWithADwell()
+    {
+        Marquee marquee({wide});
+        marquee.timeline.setMotionReduced(true, Marquee::at(0ms));
+        marquee.timeline.setMotionReduced(false, Marquee::at(10s));
+        QCOMPARE(marquee.shown(10s), paddedWide);
+        QVERIFY(!marquee.isMoving(13'999ms));
+        QVERIFY(marquee.isMoving(14'001ms));
     }
 };
 

@@ -358,6 +358,23 @@ private Q_SLOTS:
         QVERIFY(edgeBelow().lightness() < 100);
         QVERIFY(edgeBelow().alpha() > 100);
     }
+
+    void withReducedMotionATextThatIsTooWideStandsAndNothingWakes()
+    {
+        Marquee marquee;
+        marquee.view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        marquee.view.setDisplayStrings({wideText});
+        QVERIFY(marquee.isTicking());
+        const QImage moving = marquee.picture();
+        marquee.view.setMotionReduced(true);
+        QVERIFY(!marquee.isTicking());
+        QVERIFY(marquee.picture() != moving);
+        QCOMPARE(marquee.view.displayStrings(), QStringList{wideText});
+        marquee.view.setMotionReduced(false);
+        QVERIFY(marquee.isTicking());
+        QCOMPARE(marquee.picture(), moving);
+    }
 };
 
 QTEST_MAIN(ScrollingMarqueeViewTest)
