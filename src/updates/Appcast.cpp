@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: MIT
+#include "Appcast.h"
+
+#include "Version.h"
+#include "markup.h"
+
+#include <QRegularExpression>
+#include <QStringDecoder>
+#include <QXmlStreamReader>
+
+namespace tunedeck {
+
+namespace {
+constexpr qsizetype maximumItems = 1'000;
+constexpr qsizetype maximumTag = 16'384;
+constexpr qsizetype maximumText = 100;
+constexpr qsizetype maximumUrl = 2'000;
+constexpr qsizetype maximumNotes = 65'536;
+constexpr qint64 maximumLength = 1'073'741'824;
+constexpr qsizetype signatureSize = 64;
+constexpr QLatin1String feedNamespace("http://www.andymatuschak.org/xml-namespaces/sparkle");
+
+/// The time that a parser takes for a tag may grow with the square of its length.
+bool hasEndlessTag(QStringView xml)
+{
+    for (qsizetype at = xml.indexOf(u'<'); at >= 0; at = xml.indexOf(u'<', at)) {
+        const QStringView rest = xml.sliced(at);
+        if (rest.startsWith(u"<!--")) {
+            at += lengthUpTo(rest, u"-->");
+        } else if (rest.startsWith(u"<![CDATA[")) {
+            at += lengthUpTo(rest, u"]]>");
+        } else if (rest.startsWith(u"<?")) {
+            at += lengthUpTo(rest, u"?>");
+        } else if (const qsizetype length = lengthOfTag(rest); length <= maximumTag) {
+            at += length;
+        } else {
+            return true;
+        }
+    }
+    return false;
+}
+
+QByteArray signatureFrom(QStringView base64)
+{
+    const auto decoded = QByteArray::fromBase64Encoding(base64.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
+    return decoded && (*decoded).size() == signatureSize ? *decoded : QByteArray();
+}
+
+qint64 lengthFrom(QStringView text)
+{
+    const qint64 length = text.toLongLong();
+    return length > 0 && length <= maximumLength ? length : 0;
+}
+
+bool isForLinux(QStringView system)
+{
+    return system.isEmpty() || system.compare(u"linux", Qt::CaseInsensitive) == 0;
+}
+
+bool isDottedNumber(const QString &text)
+{
+    static const QRegularExpression dottedNumber(QStringLiteral("^[0-9]+(\\.[0-9]+)*$"));
+    return dottedNumber.match(text).hasMatch();
+}
+
+class AppcastReader {
+public:
+    explicit AppcastReader(const QString &xml)
+        : m_xml(xml)
+    {
+    }
+
+    std::optional<QList<AppcastItem>> read()
+    {
+        if (!enterRoot() || m_xml.name() != u"rss") {
+            return std::nullopt;
+        }
+        while (m_xml.readNextStartElement()) {
+            if (is(u"channel")) {
+                readChannel();
+            } else {
+                m_xml.skipCurrentElement();
+            }
+        }
+        // What follows the root must be well-formed, too.
+        while (!m_xml.atEnd()) {
+            m_xml.readNext();
+        }
+        return m_xml.hasError() ? std::nullopt : std::optional(m_items);
+    }
+
+private:
+    bool enterRoot()
+    {
+        while (!m_xml.atEnd() && !m_xml.isStartElement()) {
+            m_xml.readNext();
+            if (m_xml.isDTD()) {
+                return false;
+            }
+        }
+        return m_xml.isStartElement();
+    }
+
+    /// An element of RSS itself.
+    [[nodiscard]] bool is(QStringView name) const { return m_xml.namespaceUri().isEmpty() && m_xml.name() == name; }
+    /// An element that the feed format adds to RSS.
+    [[nodiscard]] bool isAdded(QStringView name) const
+    {
+        return m_xml.namespaceUri() == feedNamespace && m_xml.name() == name;
+    }
+
+    void readChannel()
+    {
+        while (m_xml.readNextStartElement()) {
+            if (is(u"item") && m_items.size() < maximumItems) {
+                readItem();
+            } else {
+                m_xml.skipCurrentElement();
+            }
+        }
+    }
+
+    void readItem()
+    {
+        AppcastItem item;
+        QString system;
+        while (m_xml.readNextStartElement()) {
+            if (QString *field = fieldOf(item)) {
+                *field = text(maximumText);
+            } else if (isAdded(u"os")) {
+                system = text(maximumText);
+            } else if (is(u"description")) {
+                item.releaseNotes = text(maximumNotes);
+            } else if (is(u"enclosure")) {
+                readEnclosure(item);
+            } else {
+                m_xml.skipCurrentElement();
+            }
+        }
+        if (isForLinux(system) && !item.url.isEmpty()) {
+            m_items.append(item);
+        }
+    }
+
+    /// Where the element's text belongs.
+    QString *fieldOf(AppcastItem &item) const
+    {
+        if (isAdded(u"version")) {
+            return &item.version;
+        }
+        if (isAdded(u"shortVersionString")) {
+            return &item.shortVersion;
+        }
+        if (isAdded(u"minimumSystemVersion")) {
+            return &item.minimumSystemVersion;
+        }
+        return isAdded(u"channel") ? &item.channel : nullptr;
+    }
+
+    void readEnclosure(AppcastItem &item)
+    {
+        const QXmlStreamAttributes attributes = m_xml.attributes();
+        m_xml.skipCurrentElement();
+        const auto added = [&attributes](QLatin1String name) {
+            return attributes.value(feedNamespace, name).left(maximumText).trimmed().toString();
+        };
+        if (!item.url.isEmpty() || !isForLinux(added(QLatin1String("os")))) {
+            return;
+        }
+        item.url = QUrl(attributes.value(QLatin1String("url")).left(maximumUrl).trimmed().toString());
+        item.length = lengthFrom(attributes.value(QLatin1String("length")));
+        item.signature = signatureFrom(added(QLatin1String("edSignature")));
+        // Where older feeds say what has an element of its own in newer ones.
+        if (item.version.isEmpty()) {
+            item.version = added(QLatin1String("version"));
+        }
+        if (item.shortVersion.isEmpty()) {
+            item.shortVersion = added(QLatin1String("shortVersionString"));
+        }
+    }
+
+    /// Of the element and those in it.
+    QString text(qsizetype maximum)
+    {
+        QString text;
+        for (int depth = 1; depth > 0 && !m_xml.atEnd();) {
+            m_xml.readNext();
+            if (m_xml.isStartElement()) {
+                ++depth;
+            } else if (m_xml.isEndElement()) {
+                --depth;
+            } else if (m_xml.isCharacters()) {
+                text += m_xml.text().left(maximum - text.size());
+            }
+        }
+        return text.trimmed();
+    }
+
+    QXmlStreamReader m_xml;
+    QList<AppcastItem> m_items;
+};
+
+bool fitsSystem(const AppcastItem &item, const QString &systemVersion)
+{
+    if (!isDottedNumber(item.minimumSystemVersion) || !isDottedNumber(systemVersion)) {
+        return true;
+    }
+    return Version::fromString(item.minimumSystemVersion) <= Version::fromString(systemVersion);
+}
+
+bool isPrerelease(const QString &text)
+{
+    const std::optional<Version> version = Version::fromString(text);
+    return version && version->isPrerelease();
+}
+} // namespace
+
+QString AppcastItem::displayVersion() const
+{
+    return shortVersion.isEmpty() ? version : shortVersion;
+}
+
+std::optional<QList<AppcastItem>> readAppcast(const QByteArray &xml)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    const QString text = utf8(xml);
+    if (utf8.hasError() || hasEndlessTag(text)) {
+        return std::nullopt;
+    }
+    return AppcastReader(text).read();
+}
+
+std::optional<AppcastItem> newestUpdate(const QList<AppcastItem> &items, const RunningProgram &program)
+{
+    const bool wantsPrereleases = isPrerelease(program.shortVersion);
+    std::optional<Version> newest = Version::fromString(program.version);
+    std::optional<AppcastItem> update;
+    for (const AppcastItem &item : items) {
+        const std::optional<Version> version = Version::fromString(item.version);
+        const bool isOffered = item.channel.isEmpty() && (wantsPrereleases || !isPrerelease(item.displayVersion()))
+            && fitsSystem(item, program.systemVersion);
+        if (version && isOffered && newest < version) {
+            newest = version;
+            update = item;
+        }
+    }
+    return update;
+}
+
+} // namespace tunedeck

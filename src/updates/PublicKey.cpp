@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#include "PublicKey.h"
+
+#include <sodium.h>
+
+namespace tunedeck {
+
+namespace {
+const uchar *bytesOf(const QByteArray &array)
+{
+    return reinterpret_cast<const uchar *>(array.constData());
+}
+} // namespace
+
+std::optional<PublicKey> PublicKey::fromBase64(const QByteArray &base64)
+{
+    const auto decoded = QByteArray::fromBase64Encoding(base64, QByteArray::AbortOnBase64DecodingErrors);
+    if (!decoded || (*decoded).size() != crypto_sign_PUBLICKEYBYTES) {
+        return std::nullopt;
+    }
+    return PublicKey(*decoded);
+}
+
+PublicKey::PublicKey(const QByteArray &bytes)
+    : m_bytes(bytes)
+{
+}
+
+bool PublicKey::hasSigned(const uchar *data, qint64 size, const QByteArray &signature) const
+{
+    return sodium_init() >= 0 && signature.size() == crypto_sign_BYTES
+        && crypto_sign_verify_detached(
+               bytesOf(signature), data, static_cast<unsigned long long>(size), bytesOf(m_bytes))
+        == 0;
+}
+
+} // namespace tunedeck

@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+#include "StandardUpdater.h"
+
+#include "PublicKey.h"
+#include "UpdateCheck.h"
+#include "UpdateDownload.h"
+#include "inBackground.h"
+#include "showInFolder.h"
+
+#include <QDBusConnection>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+namespace tunedeck {
+
+namespace {
+QStringList systemUpdaters()
+{
+    return {QStringLiteral("org.gnome.Software"), QStringLiteral("org.kde.discover"), QStringLiteral("gnome-software"),
+        QStringLiteral("org.gnome.PackageUpdater"), QStringLiteral("update-manager"), QStringLiteral("mintupdate"),
+        QStringLiteral("synaptic")};
+}
+
+bool isInstalled(const QString &desktopEntry)
+{
+    return !QStandardPaths::locate(QStandardPaths::ApplicationsLocation, desktopEntry + QStringLiteral(".desktop"))
+                .isEmpty();
+}
+
+bool hasSystemUpdater()
+{
+    const QStringList updaters = systemUpdaters();
+    return std::any_of(updaters.begin(), updaters.end(), isInstalled);
+}
+} // namespace
+
+StandardUpdater::StandardUpdater(const UpdaterConfiguration &configuration, QObject *parent)
+    : QObject(parent)
+    , m_configuration(configuration)
+{
+    connect(&m_window, &UpdateWindow::rejected, this, &StandardUpdater::end);
+    connect(&m_window, &UpdateWindow::downloadRequested, this, &StandardUpdater::startDownload);
+    connect(&m_window, &UpdateWindow::showInFolderRequested, this,
+        [this] { showInFolder(QDBusConnection::sessionBus(), m_savedPath); });
+    connect(&m_window, &UpdateWindow::systemUpdaterRequested, this,
+        [this] { m_launcher.launch(systemUpdaters(), QString()); });
+    connect(&m_launcher, &ApplicationLauncher::launched, &m_window, &UpdateWindow::reject);
+    connect(&m_launcher, &ApplicationLauncher::failed, this, [this] { showFailure(UpdateFailure::noSystemUpdater); });
+    connect(&m_systemUpdaterSearch, &QFutureWatcher<bool>::finished, this, [this] {
+        if (m_systemUpdaterSearch.result()) {
+            m_window.offerSystemUpdater();
+        }
+    });
+}
+
+StandardUpdater::~StandardUpdater() = default;
+
+void StandardUpdater::checkForUpdates()
+{
+    if (!m_check && !m_update) {
+        startCheck();
+    }
+    m_window.bringForward();
+}
+
+void StandardUpdater::startCheck()
+{
+    if (m_configuration.feed.isEmpty()) {
+        showSystemCopy();
+        return;
+    }
+    if (!m_configuration.transferRules.isTrusted(m_configuration.feed)
+        || !PublicKey::fromBase64(m_configuration.publicKey)) {
+        showFailure(UpdateFailure::misconfigured);
+        return;
+    }
+    m_check = new UpdateCheck(m_configuration.transferRules, m_configuration.program, this);
+    connect(m_check, &UpdateCheck::found, this, &StandardUpdater::offer);
+    connect(m_check, &UpdateCheck::failed, this, &StandardUpdater::showFailure);
+    connect(m_check, &UpdateCheck::upToDate, this, [this] {
+        end();
+        m_window.showUpToDate(m_configuration.program.shortVersion);
+    });
+    m_window.showChecking();
+    m_check->start(m_configuration.feed);
+}
+
+void StandardUpdater::offer(const AppcastItem &update)
+{
+    if (update.length == 0 || update.signature.isEmpty() || !m_configuration.transferRules.isTrusted(update.url)) {
+        showFailure(UpdateFailure::notVerifiable);
+        return;
+    }
+    end();
+    m_update = update;
+    m_window.showUpdate(update, m_configuration.program.shortVersion);
+}
+
+void StandardUpdater::startDownload()
+{
+    const std::optional<PublicKey> key = PublicKey::fromBase64(m_configuration.publicKey);
+    if (!m_update || m_download || !key) {
+        return;
+    }
+    const UpdateDownload::Terms terms{m_configuration.transferRules, *key, m_configuration.downloadFolder};
+    m_download = new UpdateDownload(terms, *m_update, this);
+    connect(m_download, &UpdateDownload::progressed, &m_window, &UpdateWindow::setReceived);
+    connect(m_download, &UpdateDownload::verifying, &m_window, &UpdateWindow::showVerifying);
+    connect(m_download, &UpdateDownload::failed, this, &StandardUpdater::showFailure);
+    connect(m_download, &UpdateDownload::saved, this, [this](const QString &path) {
+        end();
+        m_savedPath = path;
+        m_window.showSaved(path);
+    });
+    m_window.showDownload(*m_update);
+    m_download->start();
+}
+
+void StandardUpdater::showSystemCopy()
+{
+    m_window.showSystemCopy();
+    m_systemUpdaterSearch.setFuture(inBackground(&hasSystemUpdater));
+}
+
+void StandardUpdater::showFailure(UpdateFailure failure)
+{
+    end();
+    m_window.showFailure(failure);
+}
+
+void StandardUpdater::end()
+{
+    // Later, since it may be they who tell that they are at their end.
+    if (m_check) {
+        m_check->disconnect(this);
+        m_check->deleteLater();
+        m_check.clear();
+    }
+    if (m_download) {
+        m_download->disconnect(this);
+        m_download->disconnect(&m_window);
+        m_download->deleteLater();
+        m_download.clear();
+    }
+    m_update.reset();
+}
+
+} // namespace tunedeck

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Appcast.h"
+#include "ApplicationLauncher.h"
+#include "Transfer.h"
+#include "UpdateWindow.h"
+
+#include <QByteArray>
+#include <QFutureWatcher>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QUrl>
+
+#include <optional>
+
+namespace tunedeck {
+
+class UpdateCheck;
+class UpdateDownload;
+
+/// What an updater needs to know.
+struct UpdaterConfiguration {
+    /// Empty for a copy of the program that the system's own software updater keeps up to date.
+    QUrl feed;
+    /// In Base64, the Ed25519 key of those who make the program.
+    QByteArray publicKey;
+    RunningProgram program;
+    QString downloadFolder;
+    TransferRules transferRules = {};
+};
+
+/// Looks for a newer version when the user asks, and downloads it if the user wants it: nothing is asked of the network
+/// otherwise, and nothing is ever installed. Shows all of it in one window.
+class StandardUpdater : public QObject {
+    Q_OBJECT
+
+public:
+    explicit StandardUpdater(const UpdaterConfiguration &configuration, QObject *parent = nullptr);
+    /// Gives up what is under way, without a trace in the download folder.
+    ~StandardUpdater() override;
+
+public Q_SLOTS:
+    /// Brings the window forward if a check, the offer of an update or its download is under way.
+    void checkForUpdates();
+
+private:
+    void startCheck();
+    void offer(const AppcastItem &update);
+    void startDownload();
+    void showSystemCopy();
+    void showFailure(UpdateFailure failure);
+    /// Forgets what is under way.
+    void end();
+
+    const UpdaterConfiguration m_configuration;
+    QPointer<UpdateCheck> m_check;
+    /// From when it is offered to when it is downloaded.
+    std::optional<AppcastItem> m_update;
+    QPointer<UpdateDownload> m_download;
+    QString m_savedPath;
+    QFutureWatcher<bool> m_systemUpdaterSearch;
+    ApplicationLauncher m_launcher;
+    UpdateWindow m_window;
+};
+
+} // namespace tunedeck

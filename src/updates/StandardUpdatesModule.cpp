@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "StandardUpdatesModule.h"
+
+#include "BundleInfo.h"
+#include "StandardUpdater.h"
+
+#include <QStandardPaths>
+#include <QSysInfo>
+
+#include <memory>
+
+namespace tunedeck {
+
+UpdatesModule::Check StandardUpdatesModule::makeCheck() const
+{
+    const RunningProgram program{bundleInfo(u"CFBundleVersion").value_or(QString()),
+        bundleInfo(u"CFBundleShortVersionString").value_or(QString()), QSysInfo::productVersion()};
+    const auto updater = std::make_shared<StandardUpdater>(
+        UpdaterConfiguration{QUrl(QStringLiteral(TUNEDECK_FEED_URL)), QByteArrayLiteral(TUNEDECK_UPDATE_PUBLIC_KEY),
+            program, QStandardPaths::writableLocation(QStandardPaths::DownloadLocation)});
+    return [updater] { updater->checkForUpdates(); };
+}
+
+} // namespace tunedeck

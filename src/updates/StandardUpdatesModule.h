@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "UpdatesModule.h"
+
+#include <QObject>
+
+namespace tunedeck {
+
+/// The module as built: with the feed's address and the public key that the build was given.
+class StandardUpdatesModule : public QObject, public UpdatesModule {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID TUNEDECK_UPDATES_MODULE TUNEDECK_VERSION)
+    Q_INTERFACES(tunedeck::UpdatesModule)
+
+public:
+    [[nodiscard]] Check makeCheck() const override;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "UpdateCheck.h"
+
+#include "inBackground.h"
+
+namespace tunedeck {
+
+namespace {
+constexpr qint64 maximumFeed = 1'048'576;
+} // namespace
+
+UpdateCheck::UpdateCheck(const TransferRules &rules, const RunningProgram &program, QObject *parent)
+    : QObject(parent)
+    , m_program(program)
+    , m_transfer(rules, maximumFeed)
+{
+    connect(&m_transfer, &Transfer::received, this, [this](const QByteArray &bytes) { m_feed += bytes; });
+    connect(&m_transfer, &Transfer::finished, this, &UpdateCheck::readFeed);
+    connect(&m_transfer, &Transfer::failed, this, [this](UpdateFailure failure) {
+        Q_EMIT failed(failure == UpdateFailure::tooLong ? UpdateFailure::feedTooLong : failure);
+    });
+    connect(&m_items, &QFutureWatcherBase::finished, this, &UpdateCheck::answer);
+}
+
+void UpdateCheck::start(const QUrl &feed)
+{
+    m_transfer.start(feed);
+}
+
+void UpdateCheck::readFeed()
+{
+    m_items.setFuture(inBackground([feed = m_feed] { return readAppcast(feed); }));
+}
+
+void UpdateCheck::answer()
+{
+    const std::optional<QList<AppcastItem>> items = m_items.result();
+    if (!items) {
+        Q_EMIT failed(UpdateFailure::feedNotUnderstood);
+    } else if (const auto update = newestUpdate(*items, m_program)) {
+        Q_EMIT found(*update);
+    } else {
+        Q_EMIT upToDate();
+    }
+}
+
+} // namespace tunedeck

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Appcast.h"
+#include "Transfer.h"
+
+#include <QByteArray>
+#include <QFutureWatcher>
+#include <QList>
+#include <QObject>
+
+#include <optional>
+
+namespace tunedeck {
+
+/// Asks a feed, of a megabyte at most, for a version above the one that runs. Ends with exactly one of its signals;
+/// deleted before, silently.
+class UpdateCheck : public QObject {
+    Q_OBJECT
+
+public:
+    UpdateCheck(const TransferRules &rules, const RunningProgram &program, QObject *parent = nullptr);
+
+    /// May be called once.
+    void start(const QUrl &feed);
+
+Q_SIGNALS:
+    void upToDate();
+    void found(const tunedeck::AppcastItem &update);
+    void failed(tunedeck::UpdateFailure failure);
+
+private:
+    void readFeed();
+    void answer();
+
+    const RunningProgram m_program;
+    Transfer m_transfer;
+    QByteArray m_feed;
+    QFutureWatcher<std::optional<QList<AppcastItem>>> m_items;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "UpdateDownload.h"
+
+#include "fileName.h"
+#include "inBackground.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <unistd.h>
+
+namespace tunedeck {
+
+namespace {
+constexpr int maximumNames = 100;
+
+/// Closes `descriptor`.
+bool isGenuine(int descriptor, const AppcastItem &update, const PublicKey &key)
+{
+    QFile file;
+    if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle) || file.size() != update.length) {
+        return false;
+    }
+    const uchar *data = file.map(0, update.length);
+    return data && key.hasSigned(data, update.length, update.signature);
+}
+
+/// Also by a link that leads nowhere.
+bool isTaken(const QString &path)
+{
+    const QFileInfo file(path);
+    return file.exists() || file.isSymLink();
+}
+} // namespace
+
+UpdateDownload::UpdateDownload(const Terms &terms, const AppcastItem &update, QObject *parent)
+    : QObject(parent)
+    , m_terms(terms)
+    , m_update(update)
+    , m_transfer(terms.transferRules, update.length)
+    , m_file(QDir(terms.folder).filePath(QStringLiteral(".tunedeck-XXXXXX")))
+{
+    connect(&m_transfer, &Transfer::received, this, &UpdateDownload::write);
+    connect(&m_transfer, &Transfer::finished, this, &UpdateDownload::verify);
+    connect(&m_transfer, &Transfer::failed, this, [this](UpdateFailure failure) {
+        fail(failure == UpdateFailure::interrupted ? UpdateFailure::incomplete : failure);
+    });
+    connect(&m_verification, &QFutureWatcher<bool>::finished, this, &UpdateDownload::giveName);
+}
+
+void UpdateDownload::start()
+{
+    if (!QDir().mkpath(m_terms.folder) || !m_file.open()) {
+        fail(UpdateFailure::notSaved);
+        return;
+    }
+    m_transfer.start(m_update.url);
+}
+
+void UpdateDownload::write(const QByteArray &bytes)
+{
+    if (m_file.write(bytes) != bytes.size()) {
+        fail(UpdateFailure::notSaved);
+        return;
+    }
+    Q_EMIT progressed(m_file.pos());
+}
+
+void UpdateDownload::verify()
+{
+    if (!m_file.flush()) {
+        fail(UpdateFailure::notSaved);
+        return;
+    }
+    if (m_file.size() != m_update.length) {
+        fail(UpdateFailure::incomplete);
+        return;
+    }
+    Q_EMIT verifying();
+    // With a descriptor of its own, as the download may be given up meanwhile.
+    m_verification.setFuture(inBackground([descriptor = ::dup(m_file.handle()), update = m_update,
+                                              key = m_terms.publicKey] { return isGenuine(descriptor, update, key); }));
+}
+
+void UpdateDownload::giveName()
+{
+    if (!m_verification.result()) {
+        fail(UpdateFailure::wronglySigned);
+        return;
+    }
+    const QString name = fileNameFrom(m_update.url);
+    for (int attempt = 0; attempt < maximumNames; ++attempt) {
+        const QString path = QDir(m_terms.folder).filePath(numberedFileName(name, attempt));
+        if (isTaken(path)) {
+            continue;
+        }
+        if (!QFile::rename(m_file.fileName(), path)) {
+            break;
+        }
+        Q_EMIT saved(path);
+        return;
+    }
+    fail(UpdateFailure::notSaved);
+}
+
+void UpdateDownload::fail(UpdateFailure failure)
+{
+    m_transfer.disconnect(this);
+    Q_EMIT failed(failure);
+}
+
+} // namespace tunedeck

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "UpdateFailure.h"
+
+#include <QString>
+
+namespace tunedeck {
+
+/// What a user is told of a failure.
+struct FailureMessage {
+    QString headline;
+    /// What can be done.
+    QString advice;
+};
+
+[[nodiscard]] FailureMessage failureMessage(UpdateFailure failure);
+
+} // namespace tunedeck

@@ -1,0 +1,298 @@
+// SPDX-License-Identifier: MIT
+#include "Appcast.h"
+
+#include "FeedText.h"
+
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+namespace {
+const RunningProgram running{u"100"_s, u"1.0"_s, u"12"_s};
+
+QByteArray enclosure(const QByteArray &attributes = {})
+{
+    return "<enclosure url=\"https://tunedeck.example/t.deb\" length=\"10\" type=\"application/x-deb\" " + attributes
+        + "/>";
+}
+
+/// The build that is offered to the one that runs, if any.
+QString offered(const QByteArray &items, const RunningProgram &program = running)
+{
+    const auto read = readAppcast(feedText(items));
+    if (!read) {
+        return u"not understood"_s;
+    }
+    const auto update = newestUpdate(*read, program);
+    return update ? update->version : QString();
+}
+
+QByteArray mutated(QByteArray text, QRandomGenerator &random)
+{
+    static const QByteArrayList pieces{"<", ">", "\"", "'", "&", "&lt;", "&#x0;", "]]>", "<![CDATA[", "<!--", "-->",
+        "<!DOCTYPE r [", "<!ENTITY a \"b\">", "&a;", "<item>", "</item>", "</channel>", "<?x ?>", "\xff",
+        QByteArray(1, '\0'), "xmlns:sparkle=\"b\"", "length=\"99999999999999999999\""};
+    for (int changes = random.bounded(1, 6); changes > 0 && !text.isEmpty(); --changes) {
+        const int at = random.bounded(int(text.size()));
+        const int length = std::min(random.bounded(1, 40), int(text.size()) - at);
+        switch (random.bounded(4)) {
+        case 0:
+            text.remove(at, length);
+            break;
+        case 1:
+            text.insert(at, text.mid(random.bounded(int(text.size())), length));
+            break;
+        case 2:
+            text[at] = char(random.bounded(256));
+            break;
+        default:
+            text.insert(at, pieces.at(random.bounded(int(pieces.size()))));
+        }
+    }
+    return text;
+}
+} // namespace
+
+class AppcastTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void anItemIsReadWhole()
+    {
+        const QByteArray signature(64, 's');
+        const auto items = readAppcast(feedText(feedItem(" 200 ",
+            "<sparkle:shortVersionString>2.0</sparkle:shortVersionString>"
+            "<sparkle:minimumSystemVersion>11.5</sparkle:minimumSystemVersion>"
+            "<sparkle:channel>beta</sparkle:channel>"
+            "<sparkle:releaseNotesLink>https://tunedeck.example/notes</sparkle:releaseNotesLink>"
+            "<description><![CDATA[<p>New &amp; better</p>]]></description>"
+            "<unknown><version>3</version></unknown>"
+                + enclosure("sparkle:os=\"linux\" sparkle:edSignature=\"" + signature.toBase64() + "\""))));
+        QCOMPARE(items->size(), 1);
+        const AppcastItem &item = items->constFirst();
+        QCOMPARE(item.version, u"200"_s);
+        QCOMPARE(item.shortVersion, u"2.0"_s);
+        QCOMPARE(item.displayVersion(), u"2.0"_s);
+        QCOMPARE(item.minimumSystemVersion, u"11.5"_s);
+        QCOMPARE(item.channel, u"beta"_s);
+        QCOMPARE(item.releaseNotes, u"<p>New &amp; better</p>"_s);
+        QCOMPARE(item.url, QUrl(u"https://tunedeck.example/t.deb"_s));
+        QCOMPARE(item.length, 10);
+        QCOMPARE(item.signature, signature);
+    }
+
+    void versionsMayStandAtTheFile()
+    {
+        const auto items =
+            readAppcast(feedText("<item>" + enclosure("sparkle:version=\"200\" sparkle:shortVersionString=\"2.0\"")
+                + "</item>" + feedItem("300", enclosure("sparkle:version=\"200\""))));
+        QCOMPARE(items->at(0).version, u"200"_s);
+        QCOMPARE(items->at(0).displayVersion(), u"2.0"_s);
+        QCOMPARE(items->at(1).version, u"300"_s);
+        QCOMPARE(items->at(1).displayVersion(), u"300"_s);
+    }
+
+    void theHighestVersionIsOffered_data()
+    {
+        QTest::addColumn<QByteArray>("items");
+        QTest::addColumn<QString>("version");
+        const QByteArray file = enclosure();
+        const QByteArray ours = feedItem("100", file);
+        const auto with = [&file](const QByteArray &more) { return feedItem("200", more + file); };
+        QTest::newRow("none") << QByteArray() << QString();
+        QTest::newRow("newer") << feedItem("101", file) << u"101"_s;
+        QTest::newRow("the same") << ours << QString();
+        QTest::newRow("the same, written otherwise") << feedItem("100.0", file) << QString();
+        QTest::newRow("older") << feedItem("99", file) << QString();
+        QTest::newRow("the highest is not the first")
+            << QByteArray(feedItem("101", file) + feedItem("103", file) + feedItem("102", file)) << u"103"_s;
+        QTest::newRow("of a channel") << with("<sparkle:channel>beta</sparkle:channel>") << QString();
+        QTest::newRow("a prerelease") << with("<sparkle:shortVersionString>2.0-rc1</sparkle:shortVersionString>")
+                                      << QString();
+        QTest::newRow("a prerelease by its build") << feedItem("200b1", file) << QString();
+        QTest::newRow("for a newer system")
+            << with("<sparkle:minimumSystemVersion>12.1</sparkle:minimumSystemVersion>") << QString();
+        QTest::newRow("for this system") << with("<sparkle:minimumSystemVersion>12.0</sparkle:minimumSystemVersion>")
+                                         << u"200"_s;
+        QTest::newRow("for an odd system")
+            << with("<sparkle:minimumSystemVersion>sid</sparkle:minimumSystemVersion>") << u"200"_s;
+        QTest::newRow("for another system") << with("<sparkle:os>windows</sparkle:os>") << QString();
+        QTest::newRow("for Linux") << with("<sparkle:os>Linux</sparkle:os>") << u"200"_s;
+        QTest::newRow("a file for another system") << feedItem("200", enclosure("sparkle:os=\"macos\"")) << QString();
+        QTest::newRow("one of two files is for Linux")
+            << feedItem("200", enclosure("sparkle:os=\"macos\"") + enclosure("sparkle:os=\"linux\"")) << u"200"_s;
+        QTest::newRow("without a file") << feedItem("200", {}) << QString();
+        QTest::newRow("without a version") << QByteArray("<item>" + file + "</item>") << QString();
+        QTest::newRow("an odd version") << feedItem("latest", file) << QString();
+    }
+    void theHighestVersionIsOffered()
+    {
+        QFETCH(const QByteArray, items);
+        QFETCH(const QString, version);
+        QCOMPARE(offered(items), version);
+    }
+
+    void aPrereleaseIsOfferedToThoseWhoHaveOne()
+    {
+        const QByteArray item =
+            feedItem("200", "<sparkle:shortVersionString>1.1-rc2</sparkle:shortVersionString>" + enclosure());
+        QCOMPARE(offered(item, {u"150"_s, u"1.1-rc1"_s, u"12"_s}), u"200"_s);
+        QCOMPARE(offered(item, {u"150"_s, u"1.0"_s, u"12"_s}), QString());
+    }
+
+    void aSystemWithoutANumberFits()
+    {
+        const QByteArray item =
+            feedItem("200", "<sparkle:minimumSystemVersion>13</sparkle:minimumSystemVersion>" + enclosure());
+        QCOMPARE(offered(item, {u"100"_s, u"1.0"_s, u"rolling"_s}), u"200"_s);
+        QCOMPARE(offered(item, {u"100"_s, u"1.0"_s, QString()}), u"200"_s);
+        QCOMPARE(offered(item, {u"100"_s, u"1.0"_s, u"12"_s}), QString());
+    }
+
+    void whatCannotCheckAFileIsEmpty_data()
+    {
+        QTest::addColumn<QByteArray>("attributes");
+        QTest::newRow("nothing") << QByteArray();
+        QTest::newRow("empty") << QByteArray("length='' sparkle:edSignature=''");
+        QTest::newRow("no bytes") << QByteArray("length='0'");
+        QTest::newRow("fewer than no bytes") << QByteArray("length='-5'");
+        QTest::newRow("more than a gigabyte") << QByteArray("length='1073741825'");
+        QTest::newRow("no number") << QByteArray("length='10 MB'");
+        QTest::newRow("beyond all numbers") << QByteArray("length='99999999999999999999999'");
+        QTest::newRow("a short signature")
+            << QByteArray("sparkle:edSignature='" + QByteArray(63, 's').toBase64() + "'");
+        QTest::newRow("a long signature") << QByteArray("sparkle:edSignature='" + QByteArray(65, 's').toBase64() + "'");
+        QTest::newRow("no Base64") << QByteArray("sparkle:edSignature='" + QByteArray(88, '*') + "'");
+        QTest::newRow("another's signature") << QByteArray("edSignature='" + QByteArray(64, 's').toBase64() + "'");
+    }
+    void whatCannotCheckAFileIsEmpty()
+    {
+        QFETCH(const QByteArray, attributes);
+        const auto items =
+            readAppcast(feedText(feedItem("200", "<enclosure url='https://tunedeck.example/t' " + attributes + "/>")));
+        QCOMPARE(items->size(), 1);
+        QCOMPARE(items->at(0).length, 0);
+        QCOMPARE(items->at(0).signature, QByteArray());
+    }
+
+    void whatIsNoFeedIsNone_data()
+    {
+        QTest::addColumn<QByteArray>("xml");
+        const QByteArray good = feedText(feedItem("200", enclosure()));
+        QTest::newRow("nothing") << QByteArray();
+        QTest::newRow("a text") << QByteArray("Not found");
+        QTest::newRow("a page") << QByteArray("<html><body>Sign in</body></html>");
+        QTest::newRow("cut") << good.chopped(10);
+        QTest::newRow("more than one") << QByteArray(good + good.mid(good.indexOf("<rss")));
+        QTest::newRow("tags that cross") << feedText("<item><a><b></a></b></item>");
+        QTest::newRow("a prefix of nobody") << QByteArray(good).replace("xmlns:sparkle", "xmlns:other");
+        QTest::newRow("not UTF-8") << feedText("<item>\xff</item>");
+        QTest::newRow("a document type") << QByteArray("<!DOCTYPE rss>" + good.mid(good.indexOf("<rss")));
+        QTest::newRow("entities") << QByteArray("<!DOCTYPE rss [<!ENTITY a 'b'>]>" + good.mid(good.indexOf("<rss")));
+        QTest::newRow("an endless tag") << feedText("<item " + QByteArray(20'000, ' ') + "/>");
+        QTest::newRow("an endless tag with ends in quotes") << feedText("<item a='" + QByteArray(20'000, '>') + "'/>");
+    }
+    void whatIsNoFeedIsNone()
+    {
+        QFETCH(const QByteArray, xml);
+        QCOMPARE(readAppcast(xml).has_value(), false);
+    }
+
+    void whatCouldTakeLongIsRefusedAtOnce_data()
+    {
+        QTest::addColumn<QByteArray>("xml");
+        QByteArray laughs = "<!DOCTYPE rss [<!ENTITY l0 'ha'>";
+        for (int level = 1; level < 30; ++level) {
+            const QByteArray lower = "&l" + QByteArray::number(level - 1) + ';';
+            laughs += "<!ENTITY l" + QByteArray::number(level) + " '" + lower.repeated(10) + "'>";
+        }
+        QTest::newRow("an entity bomb") << QByteArray(laughs + "]><rss><channel>&l29;</channel></rss>");
+        QByteArray attributes;
+        for (int number = 0; attributes.size() < 900'000; ++number) {
+            attributes += " a" + QByteArray::number(number) + "=''";
+        }
+        QTest::newRow("a tag of many attributes") << feedText("<item" + attributes + "/>");
+        QTest::newRow("a tag after a comment in quotes") << feedText("<item b='<!--'" + attributes + "/><!-- -->");
+        QTest::newRow("a tag after an instruction with a quote") << feedText("<?x \" ?><item" + attributes + "/>");
+    }
+    void whatCouldTakeLongIsRefusedAtOnce()
+    {
+        QFETCH(const QByteArray, xml);
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(readAppcast(xml).has_value(), false);
+        QVERIFY2(timer.elapsed() < 2'000, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    void textsAreCut()
+    {
+        const auto items = readAppcast(feedText(feedItem(QByteArray(10'000, '1'),
+            "<description>" + QByteArray(100'000, 'n')
+                + "</description>"
+                  "<enclosure url='https://tunedeck.example/"
+                + QByteArray(10'000, 'u') + "'/>")));
+        QCOMPARE(items->at(0).version.size(), 100);
+        QCOMPARE(items->at(0).releaseNotes.size(), 65'536);
+        QCOMPARE(items->at(0).url.toEncoded().size(), 2'000);
+    }
+
+    void ofManyItemsAThousandAreRead()
+    {
+        QByteArray items;
+        for (int number = 1; number <= 1'500; ++number) {
+            items += feedItem(QByteArray::number(number), enclosure());
+        }
+        QCOMPARE(readAppcast(feedText(items))->size(), 1'000);
+        QCOMPARE(offered(items), u"1000"_s);
+    }
+
+    void deepElementsArePassedOver()
+    {
+        const int depth = 20'000;
+        const QByteArray deep = QByteArray("<a>").repeated(depth) + QByteArray("</a>").repeated(depth);
+        QCOMPARE(offered(feedItem("200", deep + enclosure())), u"200"_s);
+        QCOMPARE(offered(feedItem("200", "<description>" + deep + "</description>" + enclosure())), u"200"_s);
+    }
+
+    void anyInputKeepsTheBounds()
+    {
+        constexpr quint32 seed = 20'261'121;
+        qInfo("The seed is %u.", seed);
+        QRandomGenerator random(seed);
+        const QByteArray good =
+            feedText(feedItem("200",
+                         "<sparkle:os>linux</sparkle:os><description><![CDATA[<b>New</b>]]></description>"
+                             + enclosure("sparkle:edSignature=\"" + QByteArray(64, 's').toBase64() + "\""))
+                + feedItem("300", "<!-- none -->" + enclosure("sparkle:os='windows'")));
+        QElapsedTimer timer;
+        timer.start();
+        int understood = 0;
+        int notUnderstood = 0;
+        while (timer.elapsed() < 1'500) {
+            const auto items = readAppcast(mutated(good, random));
+            ++(items ? understood : notUnderstood);
+            for (const AppcastItem &item : items.value_or(QList<AppcastItem>())) {
+                QVERIFY(item.version.size() <= 100 && item.shortVersion.size() <= 100 && item.channel.size() <= 100);
+                QVERIFY(item.releaseNotes.size() <= 65'536);
+                QVERIFY(item.length >= 0 && item.length <= 1'073'741'824);
+                QVERIFY(item.signature.isEmpty() || item.signature.size() == 64);
+                QVERIFY(!item.url.isEmpty());
+            }
+            static_cast<void>(newestUpdate(items.value_or(QList<AppcastItem>()), running));
+        }
+        QVERIFY(understood > 10);
+        QVERIFY(notUnderstood > 10);
+    }
+};
+
+} // namespace tunedeck
+
+QTEST_GUILESS_MAIN(tunedeck::AppcastTest)
+#include "AppcastTest.moc"

@@ -1,0 +1,631 @@
+// SPDX-License-Identifier: MIT
+#include "StandardUpdater.h"
+
+#include "FeedText.h"
+#include "TestSigner.h"
+#include "UpdateServer.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextBrowser>
+#include <QTimer>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace tunedeck {
+
+namespace {
+/// Enough for a machine that has much to do.
+constexpr auto patience = 10s;
+/// A turn that waits for a silent server takes all of this.
+constexpr auto shortPatience = 700ms;
+#ifdef __SANITIZE_THREAD__
+constexpr qint64 longestTurn = 500;
+#else
+constexpr qint64 longestTurn = 150;
+#endif
+
+const QString feedPath = u"/feed.xml"_s;
+const QString filePath = u"/files/tunedeck_2.0_amd64.deb"_s;
+
+const QString isUpToDate = u"Tunedeck is up to date.\nYou have version 1.0, which is the newest."_s;
+const QString isOffered = u"A new version of Tunedeck is available.\nVersion 2.0 is available; you have version 1.0."_s;
+const QString isNotVerifiable = u"There is a new version, but it cannot be trusted."_s;
+
+/// How long this thread has been ready to run while others ran, in milliseconds; 0 where the system does not tell.
+qint64 waitForProcessor()
+{
+    QFile statistics(u"/proc/thread-self/schedstat"_s);
+    return statistics.open(QIODevice::ReadOnly) ? statistics.readAll().split(' ').value(1).toLongLong() / 1'000'000 : 0;
+}
+
+/// Measures the longest turn of the event loop while it lives, without the time that a busy machine kept it waiting.
+class TurnWatch : public QObject {
+public:
+    TurnWatch()
+    {
+        m_timer.setTimerType(Qt::PreciseTimer);
+        connect(&m_timer, &QTimer::timeout, this, &TurnWatch::endTurn);
+        m_turn.start();
+        m_timer.start(1ms);
+    }
+
+    [[nodiscard]] qint64 longest()
+    {
+        endTurn();
+        return m_longest;
+    }
+
+private:
+    void endTurn()
+    {
+        const qint64 wait = waitForProcessor();
+        m_longest = std::max(m_longest, m_turn.restart() - (wait - std::exchange(m_waitBefore, wait)));
+    }
+
+    QTimer m_timer;
+    QElapsedTimer m_turn;
+    qint64 m_waitBefore = waitForProcessor();
+    qint64 m_longest = 0;
+};
+
+UpdateWindow *window()
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (auto *found = qobject_cast<UpdateWindow *>(widget)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+/// As a screen reader has it; empty while no window is open.
+QString page()
+{
+    return window() && window()->isVisible() ? window()->accessibleDescription() : QString();
+}
+
+QString headline()
+{
+    return page().section(u'\n', 0, 0);
+}
+
+/// The button that Return presses.
+void pressDefaultButton()
+{
+    for (QPushButton *button : window()->findChildren<QPushButton *>()) {
+        if (button->isDefault()) {
+            button->click();
+            return;
+        }
+    }
+    qWarning("There is no default button.");
+}
+
+long residentKilobytes()
+{
+    rusage usage = {};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+} // namespace
+
+class StandardUpdaterTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    /// GIO reads the environment once. What the toolkit does when a window is shown for the first time is not measured.
+    void initTestCase()
+    {
+        qputenv("no_proxy", "127.0.0.1");
+        QVERIFY(m_home.isValid());
+        for (const char *variable : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME"}) {
+            qputenv(variable, m_home.path().toUtf8());
+        }
+        qputenv("XDG_DATA_DIRS", m_home.filePath(u"empty"_s).toUtf8());
+        UpdateWindow first;
+        first.showUpdate(AppcastItem(), QString());
+        first.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&first));
+    }
+
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
+        m_server = std::make_unique<UpdateServer>();
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_file = QByteArray("a program").repeated(50'000);
+        m_server->setAnswer(filePath, {m_file});
+        m_configuration = {m_server->url(feedPath), m_signer.publicKey(), {u"100"_s, u"1.0"_s, u"12"_s},
+            m_folder->filePath(u"Downloads"_s),
+            {[](const QUrl &url) { return url.host() == u"127.0.0.1" || isSecureAddress(url); }, patience}};
+        m_turns.reset();
+    }
+
+    void cleanup()
+    {
+        const qint64 turn = m_turns ? m_turns->longest() : 0;
+        m_updater.reset();
+        QVERIFY2(turn < longestTurn, qPrintable(QString::number(turn)));
+        QCOMPARE(visibleAndHiddenFiles().size(), m_expectedFiles);
+        m_expectedFiles = 0;
+    }
+
+    // The check
+
+    void aNewerVersionIsOfferedWithItsNotes()
+    {
+        offerUpdate("<description><![CDATA[<p>Better <script>x</script>sound</p>]]></description>");
+        QCOMPARE(page(), isOffered);
+        QVERIFY(window()->findChild<QTextBrowser *>()->toHtml().contains(u"Better sound"_s));
+        QCOMPARE(m_server->requests().size(), 1);
+    }
+
+    void nothingIsAskedOfTheNetworkBeforeTheUserAsks()
+    {
+        const StandardUpdater updater(m_configuration);
+        QTest::qWait(20);
+        QCOMPARE(m_server->requests().size(), 0);
+        QCOMPARE(page(), QString());
+    }
+
+    void whatIsNotNewerIsToldToBeUpToDate_data()
+    {
+        QTest::addColumn<QByteArray>("items");
+        QTest::newRow("the same") << feedItem("100", fileElement());
+        QTest::newRow("older") << feedItem("99", fileElement());
+        QTest::newRow("an empty feed") << QByteArray();
+        QTest::newRow("a prerelease") << feedItem(
+            "200", "<sparkle:shortVersionString>2.0b1</sparkle:shortVersionString>" + fileElement());
+        QTest::newRow("nothing that fits")
+            << QByteArray(feedItem("200", "<sparkle:channel>beta</sparkle:channel>" + fileElement())
+                   + feedItem("200", "<sparkle:os>windows</sparkle:os>" + fileElement())
+                   + feedItem("200", "<sparkle:minimumSystemVersion>13</sparkle:minimumSystemVersion>" + fileElement())
+                   + feedItem("none", fileElement()) + feedItem("200", {}));
+    }
+    void whatIsNotNewerIsToldToBeUpToDate()
+    {
+        QFETCH(const QByteArray, items);
+        m_server->setAnswer(feedPath, {feedText(items)});
+        check();
+        QTRY_COMPARE(page(), isUpToDate);
+    }
+
+    void aFeedThatCannotBeReadIsTold_data()
+    {
+        QTest::addColumn<QByteArray>("feed");
+        QTest::newRow("nothing") << QByteArray();
+        QTest::newRow("malformed") << QByteArray("<rss><channel></rss>");
+        QTest::newRow("a page to sign in") << QByteArray("<!DOCTYPE html><html><body>Hello</body></html>");
+        QTest::newRow("cut") << feedText({}).chopped(20);
+        QTest::newRow("an entity bomb") << QByteArray(
+            "<!DOCTYPE rss [<!ENTITY a 'ha'><!ENTITY b '&a;&a;&a;&a;'>]><rss><channel>&b;</channel></rss>");
+    }
+    void aFeedThatCannotBeReadIsTold()
+    {
+        QFETCH(const QByteArray, feed);
+        m_server->setAnswer(feedPath, {feed});
+        check();
+        QTRY_COMPARE(page(), u"The list of updates could not be read.\nCheck for updates again later."_s);
+    }
+
+    void aFeedOfAHundredMegabytesIsStopped()
+    {
+        m_server->setAnswer(feedPath, {QByteArray(1'000'000, ' '), "200 OK", {}, 100});
+        const long before = residentKilobytes();
+        check();
+        QTRY_COMPARE(headline(), u"The list of updates is too long."_s);
+        QVERIFY2(m_server->sentBytes() < 20'000'000, qPrintable(QString::number(m_server->sentBytes())));
+        const long grown = residentKilobytes() - before;
+        QVERIFY2(grown < 50'000, qPrintable(QString::number(grown)));
+    }
+
+    void aServerThatFailsIsTold_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("not found") << u"/nothing"_s << u"The update server does not have what was asked for."_s;
+        QTest::newRow("an error") << u"/error"_s << u"The update server does not have what was asked for."_s;
+        QTest::newRow("silent") << u"/silent"_s << u"The update server has stopped answering."_s;
+        QTest::newRow("broken off") << u"/broken"_s << u"The connection to the update server was lost."_s;
+        QTest::newRow("sent on to plain http")
+            << u"/plain"_s << u"The connection to the update server is not secure."_s;
+        QTest::newRow("sent round and round") << u"/round"_s << u"The update server leads nowhere."_s;
+    }
+    void aServerThatFailsIsTold()
+    {
+        QFETCH(const QString, path);
+        QFETCH(const QString, told);
+        m_server->setAnswer(u"/error"_s, {"x", "500 Internal Server Error"});
+        m_server->setAnswer(u"/silent"_s, {"<rss>", "200 OK", {}, 1, 100, true});
+        m_server->setAnswer(u"/broken"_s, {"<rss>", "200 OK", {}, 1, 100});
+        m_server->redirect(u"/plain"_s, QUrl(u"http://tunedeck.example/feed.xml"_s));
+        m_server->redirect(u"/round"_s, m_server->url(u"/round"_s));
+        m_configuration.feed = m_server->url(path);
+        m_configuration.transferRules.patience = path == u"/silent" ? shortPatience : patience;
+        check();
+        QTRY_COMPARE(headline(), told);
+    }
+
+    void aServerThatIsNotThereIsTold()
+    {
+        m_server.reset();
+        check();
+        QTRY_COMPARE(page(),
+            u"The update server could not be reached.\nMake sure that this computer is connected to the internet, then "
+            "check for updates again."_s);
+    }
+
+    void anUpdateThatCannotBeCheckedIsNotOffered_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        const QByteArray signature = "sparkle:edSignature='" + QByteArray(64, 's').toBase64() + "' ";
+        const QByteArray secure = "url='https://tunedeck.example/t.deb' ";
+        QTest::newRow("no signature") << QByteArray(secure + "length='10'");
+        QTest::newRow("half a signature") << QByteArray(secure + "length='10' sparkle:edSignature='c3Nz'");
+        QTest::newRow("no length") << QByteArray(secure + signature);
+        QTest::newRow("more than a gigabyte") << QByteArray(secure + signature + "length='1073741825'");
+        QTest::newRow("over plain http") << QByteArray(signature + "length='10' url='http://tunedeck.example/t.deb'");
+        QTest::newRow("from a file") << QByteArray(signature + "length='10' url='file:///etc/passwd'");
+    }
+    void anUpdateThatCannotBeCheckedIsNotOffered()
+    {
+        QFETCH(const QByteArray, file);
+        m_server->setAnswer(feedPath, {feedText(feedItem("200", "<enclosure " + file + "/>"))});
+        check();
+        QTRY_COMPARE(headline(), isNotVerifiable);
+        QCOMPARE(window()->findChildren<QPushButton *>().size(), 1);
+    }
+
+    void aCopyBuiltWronglySaysSo_data()
+    {
+        QTest::addColumn<QUrl>("feed");
+        QTest::addColumn<QByteArray>("key");
+        QTest::newRow("no key") << QUrl(u"https://tunedeck.example/feed"_s) << QByteArray();
+        QTest::newRow("half a key") << QUrl(u"https://tunedeck.example/feed"_s) << QByteArray(16, 'k').toBase64();
+        QTest::newRow("plain http") << QUrl(u"http://tunedeck.example/feed"_s) << QByteArray(32, 'k').toBase64();
+    }
+    void aCopyBuiltWronglySaysSo()
+    {
+        QFETCH(const QUrl, feed);
+        QFETCH(const QByteArray, key);
+        m_configuration.feed = feed;
+        m_configuration.publicKey = key;
+        check();
+        QCOMPARE(headline(), u"This copy of Tunedeck cannot check for updates."_s);
+    }
+
+    // The download
+
+    void whatIsVerifiedIsSavedUnderItsName()
+    {
+        offerUpdate();
+        pressDefaultButton();
+        QTRY_COMPARE(headline(), u"The new version has been downloaded."_s);
+        QCOMPARE(page().section(u'\n', 1),
+            u"It was verified and saved as “tunedeck_2.0_amd64.deb” in “%1”. To install it, quit Tunedeck and open the file."_s
+                .arg(m_configuration.downloadFolder));
+        QCOMPARE(contentOf(u"tunedeck_2.0_amd64.deb"_s), m_file);
+        QVERIFY(!QFileInfo(downloaded(u"tunedeck_2.0_amd64.deb"_s)).isExecutable());
+        m_expectedFiles = 1;
+    }
+
+    void whatIsThereAlreadyStays()
+    {
+        QVERIFY(QDir().mkpath(m_configuration.downloadFolder));
+        write(u"tunedeck_2.0_amd64.deb"_s, "mine");
+        QVERIFY(QFile::link(u"/nonexistent"_s, downloaded(u"tunedeck_2.0_amd64 (1).deb"_s)));
+        offerUpdate();
+        pressDefaultButton();
+        QTRY_COMPARE(headline(), u"The new version has been downloaded."_s);
+        QVERIFY(page().contains(u"“tunedeck_2.0_amd64 (2).deb”"_s));
+        QCOMPARE(contentOf(u"tunedeck_2.0_amd64.deb"_s), QByteArray("mine"));
+        QCOMPARE(contentOf(u"tunedeck_2.0_amd64 (2).deb"_s), m_file);
+        m_expectedFiles = 3;
+    }
+
+    void aDownloadThatFailsLeavesNothing_data()
+    {
+        QTest::addColumn<QByteArray>("sent");
+        QTest::addColumn<qint64>("announced");
+        QTest::addColumn<bool>("staysOpen");
+        QTest::addColumn<QString>("told");
+        const QByteArray right = QByteArray("a program").repeated(50'000);
+        QByteArray changed = right;
+        changed[200'000] = 'A';
+        const qint64 length = right.size();
+        const QString incomplete = u"The download is not complete."_s;
+        const QString tooLong = u"The download is not the file that it should be."_s;
+        QTest::newRow("changed") << changed << length << false << u"The download cannot be trusted."_s;
+        QTest::newRow("longer") << QByteArray(right + 'x') << length + 1 << false << tooLong;
+        QTest::newRow("endless") << QByteArray(right + right) << (1LL << 40) << true << tooLong;
+        QTest::newRow("shorter") << right.chopped(1) << length - 1 << false << incomplete;
+        QTest::newRow("empty") << QByteArray() << 0LL << false << incomplete;
+        QTest::newRow("broken off") << right.chopped(1) << length << false << incomplete;
+        QTest::newRow("stalled") << right.chopped(1) << length << true << u"The update server has stopped answering."_s;
+    }
+    void aDownloadThatFailsLeavesNothing()
+    {
+        QFETCH(const QByteArray, sent);
+        QFETCH(const qint64, announced);
+        QFETCH(const bool, staysOpen);
+        QFETCH(const QString, told);
+        const bool isStalled = staysOpen && sent.size() < m_file.size();
+        m_configuration.transferRules.patience = isStalled ? shortPatience : patience;
+        offerUpdate();
+        m_server->setAnswer(filePath, {sent, "200 OK", {}, 1, announced, staysOpen});
+        pressDefaultButton();
+        QTRY_COMPARE(headline(), told);
+        QCOMPARE(visibleAndHiddenFiles(), QStringList());
+    }
+
+    void aDownloadSentOnToPlainHttpIsNotFollowed()
+    {
+        offerUpdate();
+        m_server->redirect(filePath, QUrl(u"http://tunedeck.example/t.deb"_s));
+        pressDefaultButton();
+        QTRY_COMPARE(headline(), u"The connection to the update server is not secure."_s);
+    }
+
+    void aDownloadThatIsNotThereIsTold()
+    {
+        offerUpdate();
+        m_server->setAnswer(filePath, {"x", "404 Not Found"});
+        pressDefaultButton();
+        QTRY_COMPARE(headline(), u"The update server does not have what was asked for."_s);
+    }
+
+    void aFolderThatCannotBeWrittenIsTold()
+    {
+        QFile inTheWay(m_folder->filePath(u"file"_s));
+        QVERIFY(inTheWay.open(QIODevice::WriteOnly));
+        m_configuration.downloadFolder = m_folder->filePath(u"file/Downloads"_s);
+        offerUpdate();
+        pressDefaultButton();
+        QTRY_COMPARE(headline(), u"The download could not be saved."_s);
+        QCOMPARE(m_server->requests().size(), 1);
+    }
+
+    // What the user does meanwhile
+
+    void aCheckIsGivenUpWithItsWindow_data() { waysToClose(); }
+    void aCheckIsGivenUpWithItsWindow()
+    {
+        QFETCH(const QString, way);
+        m_server->setAnswer(feedPath, {"<rss>", "200 OK", {}, 1, 100, true});
+        check();
+        QTRY_COMPARE(m_server->requests().size(), 1);
+        QCOMPARE(headline(), u"Checking for updates…"_s);
+        QCOMPARE(m_server->openConnections(), 1);
+        close(way);
+        QTRY_COMPARE(m_server->openConnections(), 0);
+        QCOMPARE(page(), QString());
+    }
+
+    void aDownloadIsGivenUpWithItsWindow_data() { waysToClose(); }
+    void aDownloadIsGivenUpWithItsWindow()
+    {
+        QFETCH(const QString, way);
+        offerUpdate();
+        m_server->setAnswer(filePath, {m_file.chopped(1), "200 OK", {}, 1, m_file.size(), true});
+        pressDefaultButton();
+        QTRY_VERIFY(window()->findChild<QProgressBar *>()->value() > 0);
+        QCOMPARE(headline(), u"Downloading Tunedeck 2.0…"_s);
+        QCOMPARE(m_server->openConnections(), 1);
+        close(way);
+        QTRY_COMPARE(m_server->openConnections(), 0);
+        QCOMPARE(visibleAndHiddenFiles(), QStringList());
+        QCOMPARE(page(), QString());
+    }
+
+    void theEndOfTheProgramLeavesNothing()
+    {
+        offerUpdate();
+        m_server->setAnswer(filePath, {m_file.chopped(1), "200 OK", {}, 1, m_file.size(), true});
+        pressDefaultButton();
+        QTRY_VERIFY(window()->findChild<QProgressBar *>()->value() > 0);
+        m_updater.reset();
+        QCOMPARE(visibleAndHiddenFiles(), QStringList());
+    }
+
+    /// So not even a program that is killed leaves anything.
+    void aFileHasNoNameBeforeItIsVerified()
+    {
+        const int nameless = ::open(QFile::encodeName(m_folder->path()).constData(), O_TMPFILE | O_RDWR, S_IRUSR);
+        if (nameless < 0) {
+            QSKIP("The file system has no files without a name.");
+        }
+        ::close(nameless);
+        offerUpdate();
+        m_server->setAnswer(filePath, {m_file.chopped(1), "200 OK", {}, 1, m_file.size(), true});
+        pressDefaultButton();
+        QTRY_VERIFY(window()->findChild<QProgressBar *>()->value() > 0);
+        QCOMPARE(visibleAndHiddenFiles(), QStringList());
+    }
+
+    void aSecondCheckBringsTheFirstOnesWindow()
+    {
+        m_server->setAnswer(feedPath, {"<rss>", "200 OK", {}, 1, 100, true});
+        check();
+        QTRY_COMPARE(m_server->requests().size(), 1);
+        window()->showMinimized();
+        m_updater->checkForUpdates();
+        QVERIFY(!window()->isMinimized());
+        QTest::qWait(20);
+        QCOMPARE(m_server->requests().size(), 1);
+        QCOMPARE(headline(), u"Checking for updates…"_s);
+    }
+
+    void anOfferAndItsDownloadAreNotAskedForAgain()
+    {
+        offerUpdate();
+        m_updater->checkForUpdates();
+        QCOMPARE(page(), isOffered);
+        m_server->setAnswer(filePath, {m_file.chopped(1), "200 OK", {}, 1, m_file.size(), true});
+        pressDefaultButton();
+        QTRY_COMPARE(headline(), u"Downloading Tunedeck 2.0…"_s);
+        m_updater->checkForUpdates();
+        QCOMPARE(headline(), u"Downloading Tunedeck 2.0…"_s);
+        QTRY_COMPARE(m_server->requests().size(), 2);
+    }
+
+    void aCheckThatHasEndedIsFollowedByAnother()
+    {
+        m_server->setAnswer(feedPath, {feedText({})});
+        check();
+        QTRY_COMPARE(page(), isUpToDate);
+        m_server->setAnswer(feedPath, {feedText(updateItem())});
+        m_updater->checkForUpdates();
+        QTRY_COMPARE(page(), isOffered);
+        window()->close();
+        m_server->setAnswer(feedPath, {feedText({})});
+        m_updater->checkForUpdates();
+        QTRY_COMPARE(page(), isUpToDate);
+        QCOMPARE(m_server->requests().size(), 3);
+    }
+
+    // The system's copy
+
+    void aCopyOfTheSystemLeavesUpdatesToIt()
+    {
+        m_configuration.feed = QUrl();
+        check();
+        QCOMPARE(page(),
+            u"Your system keeps this copy of Tunedeck up to date.\nNew versions come with the updates of your system's "
+            "software."_s);
+        QTest::qWait(50);
+        QCOMPARE(window()->findChildren<QPushButton *>().size(), 1);
+        QCOMPARE(m_server->requests().size(), 0);
+    }
+
+    void theSystemsUpdaterIsOpenedWhereThereIsOne()
+    {
+        const QString entry = m_home.filePath(u"applications/org.kde.discover.desktop"_s);
+        const QString witness = m_home.filePath(u"opened"_s);
+        QVERIFY(QDir(m_home.path()).mkpath(u"applications"_s));
+        QFile file(entry);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(u"[Desktop Entry]\nType=Application\nName=Updater\nExec=touch %1\n"_s.arg(witness).toUtf8());
+        file.close();
+
+        m_configuration.feed = QUrl();
+        check();
+        QTRY_COMPARE(window()->findChildren<QPushButton *>().size(), 2);
+        pressDefaultButton();
+        QTRY_VERIFY(QFile::exists(witness));
+        QTRY_COMPARE(page(), QString());
+        QVERIFY(QFile::remove(witness));
+
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("[Desktop Entry]\nType=Application\nName=Updater\nExec=/nonexistent/program\n");
+        file.close();
+        m_updater->checkForUpdates();
+        QTRY_COMPARE(window()->findChildren<QPushButton *>().size(), 2);
+        pressDefaultButton();
+        QTRY_COMPARE(headline(), u"The software updater could not be opened."_s);
+        QVERIFY(file.remove());
+    }
+
+private:
+    static void waysToClose()
+    {
+        QTest::addColumn<QString>("way");
+        QTest::newRow("Cancel") << u"Cancel"_s;
+        QTest::newRow("Escape") << u"Escape"_s;
+        QTest::newRow("the window's button") << u"close"_s;
+    }
+
+    static void close(const QString &way)
+    {
+        if (way == u"Cancel") {
+            window()->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Cancel)->click();
+        } else if (way == u"Escape") {
+            QTest::keyClick(window(), Qt::Key_Escape);
+        } else {
+            window()->close();
+        }
+    }
+
+    void check()
+    {
+        m_updater = std::make_unique<StandardUpdater>(m_configuration);
+        m_updater->checkForUpdates();
+        m_turns = std::make_unique<TurnWatch>();
+    }
+
+    void offerUpdate(const QByteArray &more = {})
+    {
+        m_server->setAnswer(feedPath, {feedText(updateItem(more))});
+        check();
+        QTRY_COMPARE(page(), isOffered);
+    }
+
+    [[nodiscard]] QByteArray fileElement() const
+    {
+        return "<enclosure url=\"" + (m_server ? m_server->url(filePath).toEncoded() : "https://tunedeck.example/t.deb")
+            + "\" length=\"" + QByteArray::number(m_file.size()) + "\" sparkle:edSignature=\"" + m_signer.sign(m_file)
+            + "\"/>";
+    }
+
+    [[nodiscard]] QByteArray updateItem(const QByteArray &more = {}) const
+    {
+        return feedItem("200", "<sparkle:shortVersionString>2.0</sparkle:shortVersionString>" + more + fileElement());
+    }
+
+    [[nodiscard]] QString downloaded(const QString &name) const
+    {
+        return QDir(m_configuration.downloadFolder).filePath(name);
+    }
+
+    [[nodiscard]] QStringList visibleAndHiddenFiles() const
+    {
+        return QDir(m_configuration.downloadFolder)
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    }
+
+    [[nodiscard]] QByteArray contentOf(const QString &name) const
+    {
+        QFile file(downloaded(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    void write(const QString &name, const QByteArray &content) const
+    {
+        QFile file(downloaded(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(content), content.size());
+    }
+
+    QTemporaryDir m_home;
+    const TestSigner m_signer;
+    std::unique_ptr<UpdateServer> m_server;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QByteArray m_file;
+    UpdaterConfiguration m_configuration;
+    std::unique_ptr<StandardUpdater> m_updater;
+    std::unique_ptr<TurnWatch> m_turns;
+    qsizetype m_expectedFiles = 0;
+};
+
+} // namespace tunedeck
+
+QTEST_MAIN(tunedeck::StandardUpdaterTest)
+#include "StandardUpdaterTest.moc"

@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+#include "Transfer.h"
+
+#include "UpdateServer.h"
+
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QSslCertificate>
+#include <QSslConfiguration>
+#include <QTest>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace tunedeck {
+
+namespace {
+/// What came of one transfer.
+struct Outcome {
+    QByteArray bytes;
+    std::optional<UpdateFailure> failure;
+};
+
+bool isOnThisMachine(const QUrl &url)
+{
+    return url.host() == u"127.0.0.1";
+}
+
+Outcome transferred(const QUrl &url, const TransferRules &rules = {isOnThisMachine}, qint64 maximumSize = 1'000)
+{
+    Outcome outcome;
+    Transfer transfer(rules, maximumSize);
+    const QSignalSpy finished(&transfer, &Transfer::finished);
+    const QSignalSpy failed(&transfer, &Transfer::failed);
+    QObject::connect(
+        &transfer, &Transfer::received, &transfer, [&outcome](const QByteArray &bytes) { outcome.bytes += bytes; });
+    QObject::connect(
+        &transfer, &Transfer::failed, &transfer, [&outcome](UpdateFailure failure) { outcome.failure = failure; });
+    transfer.start(url);
+    if (!QTest::qWaitFor([&] { return finished.count() + failed.count() > 0; }, 20'000)) {
+        qWarning("The transfer has no end.");
+    }
+    // Nothing may follow the end.
+    QTest::qWait(1);
+    if (finished.count() + failed.count() != 1) {
+        qWarning("The transfer has more than one end.");
+    }
+    return outcome;
+}
+} // namespace
+
+class TransferTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { qputenv("no_proxy", "127.0.0.1"); }
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void secureAddressesAreHttpsWithAHost()
+    {
+        QVERIFY(isSecureAddress(QUrl(u"https://tunedeck.example/feed"_s)));
+        for (const QString &address :
+            {u"http://tunedeck.example/"_s, u"https:///feed"_s, u"https://a:b@tunedeck.example/"_s,
+                u"https://a@tunedeck.example/"_s, u"file:///feed"_s, u"tunedeck.example"_s, QString()}) {
+            QVERIFY2(!isSecureAddress(QUrl(address)), qPrintable(address));
+        }
+    }
+
+    void theBytesArriveAsTheyAre()
+    {
+        UpdateServer server;
+        const QByteArray body("\x1f\x8b\0 no archive", 14);
+        server.setAnswer(u"/a"_s, {body, "200 OK", "Content-Type: application/gzip\r\n"});
+        const Outcome outcome = transferred(server.url(u"/a"_s));
+        QVERIFY(!outcome.failure);
+        QCOMPARE(outcome.bytes, body);
+    }
+
+    void theRequestTellsNothingOfTheUser()
+    {
+        UpdateServer server;
+        server.setAnswer(u"/a"_s, {"a", "200 OK", "Set-Cookie: id=1; Path=/\r\n"});
+        server.redirect(u"/b"_s, server.url(u"/a"_s));
+        QVERIFY(!transferred(server.url(u"/a"_s)).failure);
+        QVERIFY(!transferred(server.url(u"/b"_s)).failure);
+        QCOMPARE(server.requests().size(), 3);
+        for (const QByteArray &request : server.requests()) {
+            QVERIFY(!request.toLower().contains("\r\ncookie:"));
+            QVERIFY(!request.toLower().contains("\r\nauthorization:"));
+            QVERIFY(request.contains("Accept-Encoding: identity\r\n"));
+        }
+    }
+
+    void aServerWithAKnownCertificateIsAsked()
+    {
+        UpdateServer server(true);
+        server.setAnswer(u"/a"_s, {"a"});
+        const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
+        QSslConfiguration trusting = before;
+        trusting.addCaCertificate(QSslCertificate(updateServerCertificate()));
+        QSslConfiguration::setDefaultConfiguration(trusting);
+        const Outcome outcome = transferred(server.url(u"/a"_s), {});
+        QSslConfiguration::setDefaultConfiguration(before);
+        QVERIFY(!outcome.failure);
+        QCOMPARE(outcome.bytes, QByteArray("a"));
+    }
+
+    void aServerThatNobodyVouchesForIsNot()
+    {
+        UpdateServer server(true);
+        server.setAnswer(u"/a"_s, {"a"});
+        QCOMPARE(transferred(server.url(u"/a"_s), {}).failure, UpdateFailure::insecure);
+        QCOMPARE(server.requests().size(), 0);
+    }
+
+    void anAddressThatIsNotTrustedIsNotAsked()
+    {
+        UpdateServer server;
+        server.setAnswer(u"/a"_s, {"a"});
+        QCOMPARE(transferred(server.url(u"/a"_s), {}).failure, UpdateFailure::insecure);
+        server.redirect(u"/b"_s, server.url(u"/a"_s));
+        const auto isB = [](const QUrl &url) { return url.path() == u"/b"; };
+        QCOMPARE(transferred(server.url(u"/b"_s), {isB}).failure, UpdateFailure::insecure);
+        QCOMPARE(server.requests().size(), 1);
+    }
+
+    void fiveRedirectsAreFollowed()
+    {
+        UpdateServer server;
+        server.setAnswer(u"/6"_s, {"a"});
+        for (int number = 1; number <= 5; ++number) {
+            server.redirect(u"/%1"_s.arg(number), QUrl(QString::number(number + 1)));
+        }
+        server.redirect(u"/0"_s, server.url(u"/1"_s));
+        QCOMPARE(transferred(server.url(u"/1"_s)).bytes, QByteArray("a"));
+        QCOMPARE(transferred(server.url(u"/0"_s)).failure, UpdateFailure::sentAround);
+    }
+
+    void theBodyOfARedirectOrAnErrorIsNotWaitedFor()
+    {
+        UpdateServer server;
+        server.setAnswer(u"/a"_s, {"a"});
+        server.setAnswer(u"/b"_s, {"x", "302 Found", "Location: /a\r\n", 1, 10'000'000, true});
+        server.setAnswer(u"/c"_s, {"x", "500 Internal Server Error", {}, 1, 10'000'000, true});
+        QCOMPARE(transferred(server.url(u"/b"_s)).bytes, QByteArray("a"));
+        QCOMPARE(transferred(server.url(u"/c"_s)).failure, UpdateFailure::refused);
+    }
+
+    void moreThanTheMaximumEndsIt()
+    {
+        UpdateServer server;
+        server.setAnswer(u"/whole"_s, {QByteArray(1'000, 'x')});
+        server.setAnswer(u"/long"_s, {QByteArray(1'001, 'x')});
+        QCOMPARE(transferred(server.url(u"/whole"_s)).bytes.size(), 1'000);
+        QCOMPARE(transferred(server.url(u"/long"_s)).failure, UpdateFailure::tooLong);
+    }
+
+    void aTransferFails_data()
+    {
+        QTest::addColumn<QByteArray>("status");
+        QTest::addColumn<qint64>("announced");
+        QTest::addColumn<bool>("staysOpen");
+        QTest::addColumn<int>("failure");
+        QTest::newRow("not found") << QByteArray("404 Not Found") << 1LL << false << int(UpdateFailure::refused);
+        QTest::newRow("a password is asked for")
+            << QByteArray("401 Unauthorized") << 1LL << false << int(UpdateFailure::refused);
+        QTest::newRow("a part") << QByteArray("206 Partial Content") << 1LL << false << int(UpdateFailure::refused);
+        QTest::newRow("broken off") << QByteArray("200 OK") << 100LL << false << int(UpdateFailure::interrupted);
+        QTest::newRow("silent") << QByteArray("200 OK") << 100LL << true << int(UpdateFailure::stalled);
+    }
+    void aTransferFails()
+    {
+        QFETCH(const QByteArray, status);
+        QFETCH(const qint64, announced);
+        QFETCH(const bool, staysOpen);
+        QFETCH(const int, failure);
+        const TransferRules rules{isOnThisMachine, staysOpen ? 200ms : 10s};
+        UpdateServer server;
+        server.setAnswer(u"/a"_s, {"x", status, {}, 1, announced, staysOpen});
+        QCOMPARE(int(transferred(server.url(u"/a"_s), rules).failure.value()), failure);
+    }
+
+    void aServerThatIsNotThereIsUnreachable()
+    {
+        QUrl url;
+        {
+            const UpdateServer gone;
+            url = gone.url(u"/a"_s);
+        }
+        QCOMPARE(transferred(url).failure, UpdateFailure::unreachable);
+    }
+};
+
+} // namespace tunedeck
+
+QTEST_GUILESS_MAIN(tunedeck::TransferTest)
+#include "TransferTest.moc"

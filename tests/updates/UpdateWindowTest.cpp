@@ -1,0 +1,239 @@
+// SPDX-License-Identifier: MIT
+#include "UpdateWindow.h"
+
+#include "Appcast.h"
+#include "failureMessage.h"
+
+#include <QDesktopServices>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTextBrowser>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+namespace {
+AppcastItem updateWithNotes(const QString &notes)
+{
+    AppcastItem update;
+    update.version = u"200"_s;
+    update.shortVersion = u"2.0"_s;
+    update.length = 3'000'000;
+    update.releaseNotes = notes;
+    return update;
+}
+
+QStringList buttonTexts(const UpdateWindow &window)
+{
+    QStringList texts;
+    for (const QPushButton *button : window.findChildren<QPushButton *>()) {
+        texts.append(button->text().remove(u'&'));
+    }
+    texts.sort();
+    return texts;
+}
+
+bool isShown(const UpdateWindow &window, const QString &text)
+{
+    const QList<QLabel *> labels = window.findChildren<QLabel *>();
+    return std::any_of(labels.begin(), labels.end(),
+        [&text](const QLabel *label) { return label->isVisible() && label->text() == text; });
+}
+} // namespace
+
+class UpdateWindowTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
+        m_opened.clear();
+        for (const QString &scheme : {u"https"_s, u"http"_s, u"file"_s}) {
+            QDesktopServices::setUrlHandler(scheme, this, "open");
+        }
+    }
+    void cleanup()
+    {
+        for (const QString &scheme : {u"https"_s, u"http"_s, u"file"_s}) {
+            QDesktopServices::unsetUrlHandler(scheme);
+        }
+    }
+
+    void eachPageReplacesTheOneBefore()
+    {
+        UpdateWindow window;
+        window.showChecking();
+        window.bringForward();
+        auto *progress = window.findChild<QProgressBar *>();
+        auto *notes = window.findChild<QTextBrowser *>();
+        QVERIFY(isShown(window, u"Checking for updates…"_s));
+        QVERIFY(progress->isVisible());
+        QCOMPARE(progress->maximum(), 0);
+        QCOMPARE(buttonTexts(window), QStringList({u"Cancel"_s}));
+
+        window.showUpdate(updateWithNotes(u"<b>New</b>"_s), u"1.0"_s);
+        QVERIFY(isShown(window, u"A new version of Tunedeck is available."_s));
+        QVERIFY(isShown(window, u"Version 2.0 is available; you have version 1.0."_s));
+        QVERIFY(!progress->isVisible());
+        QVERIFY(notes->isVisible());
+        QCOMPARE(notes->toPlainText(), u"New"_s);
+        QCOMPARE(buttonTexts(window), QStringList({u"Download"_s, u"Later"_s}));
+
+        window.showDownload(updateWithNotes({}));
+        QVERIFY(isShown(window, u"Downloading Tunedeck 2.0…"_s));
+        QVERIFY(isShown(window, u"0 bytes of 3.0 MB"_s));
+        QVERIFY(!notes->isVisible());
+        window.setReceived(1'500'000);
+        QVERIFY(isShown(window, u"1.5 MB of 3.0 MB"_s));
+        QCOMPARE(progress->value(), 1'500'000);
+        QCOMPARE(progress->maximum(), 3'000'000);
+
+        window.showVerifying();
+        QVERIFY(isShown(window, u"Checking that the download is genuine…"_s));
+        QCOMPARE(progress->maximum(), 0);
+
+        window.showSaved(u"/home/a/Downloads/tunedeck.deb"_s);
+        QVERIFY(isShown(window,
+            u"It was verified and saved as “tunedeck.deb” in “/home/a/Downloads”. To install it, quit Tunedeck and "
+            u"open the "
+            "file."_s));
+        QVERIFY(!progress->isVisible());
+        QCOMPARE(buttonTexts(window), QStringList({u"Close"_s, u"Show in Folder"_s}));
+
+        window.showUpToDate(u"1.0"_s);
+        QVERIFY(isShown(window, u"Tunedeck is up to date."_s));
+        QVERIFY(isShown(window, u"You have version 1.0, which is the newest."_s));
+        QCOMPARE(buttonTexts(window), QStringList({u"Close"_s}));
+
+        window.showSystemCopy();
+        QVERIFY(isShown(window, u"Your system keeps this copy of Tunedeck up to date."_s));
+        QCOMPARE(buttonTexts(window), QStringList({u"Close"_s}));
+        window.offerSystemUpdater();
+        QCOMPARE(buttonTexts(window), QStringList({u"Close"_s, u"Open Software Updater"_s}));
+    }
+
+    void noTwoFailuresAreToldAlike()
+    {
+        QStringList headlines;
+        for (int failure = 0; failure <= int(UpdateFailure::notSaved); ++failure) {
+            const FailureMessage message = failureMessage(UpdateFailure(failure));
+            QVERIFY(!message.advice.isEmpty());
+            QVERIFY2(!headlines.contains(message.headline), qPrintable(message.headline));
+            headlines.append(message.headline);
+            UpdateWindow window;
+            window.showFailure(UpdateFailure(failure));
+            window.show();
+            QVERIFY(isShown(window, message.headline));
+            QVERIFY(isShown(window, message.advice));
+        }
+        QCOMPARE(headlines.size(), 15);
+    }
+
+    void buttonsAskForWhatTheySay()
+    {
+        UpdateWindow window;
+        QSignalSpy download(&window, &UpdateWindow::downloadRequested);
+        QSignalSpy folder(&window, &UpdateWindow::showInFolderRequested);
+        QSignalSpy updater(&window, &UpdateWindow::systemUpdaterRequested);
+        window.bringForward();
+        const auto press = [&window] { QTest::keyClick(&window, Qt::Key_Return); };
+        window.showUpdate(updateWithNotes({}), u"1.0"_s);
+        press();
+        QTRY_COMPARE(download.count(), 1);
+        window.showSaved(u"/tmp/tunedeck.deb"_s);
+        press();
+        QTRY_COMPARE(folder.count(), 1);
+        window.showSystemCopy();
+        window.offerSystemUpdater();
+        press();
+        QTRY_COMPARE(updater.count(), 1);
+        QVERIFY(window.isVisible());
+    }
+
+    void everyWayToCloseIsTold()
+    {
+        UpdateWindow window;
+        const QSignalSpy rejected(&window, &UpdateWindow::rejected);
+        window.showChecking();
+        window.bringForward();
+        QTest::keyClick(&window, Qt::Key_Escape);
+        QCOMPARE(rejected.count(), 1);
+        QVERIFY(!window.isVisible());
+        window.bringForward();
+        window.close();
+        QCOMPARE(rejected.count(), 2);
+        window.bringForward();
+        window.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Cancel)->click();
+        QCOMPARE(rejected.count(), 3);
+    }
+
+    void notesLoadNothing()
+    {
+        UpdateWindow window;
+        window.showUpdate(updateWithNotes(u"<img src='https://tunedeck.example/a.png'><p>a</p>"_s), u"1.0"_s);
+        window.bringForward();
+        auto *notes = window.findChild<QTextBrowser *>();
+        QVERIFY(!notes->toHtml().contains(u"<img"_s));
+        QCOMPARE(notes->loadResource(QTextDocument::ImageResource, QUrl(u"file:///etc/passwd"_s)), QVariant());
+        QCOMPARE(m_opened, QList<QUrl>());
+    }
+
+    void aLinkIsOpenedElsewhereIfItIsSecure()
+    {
+        UpdateWindow window;
+        window.showUpdate(updateWithNotes(u"<a href='https://tunedeck.example/'>a</a>"_s), u"1.0"_s);
+        window.bringForward();
+        auto *notes = window.findChild<QTextBrowser *>();
+        QVERIFY(notes->toHtml().contains(u"https://tunedeck.example/"_s));
+        Q_EMIT notes->anchorClicked(QUrl(u"file:///etc/passwd"_s));
+        Q_EMIT notes->anchorClicked(QUrl(u"http://tunedeck.example/"_s));
+        Q_EMIT notes->anchorClicked(QUrl(u"https://tunedeck.example/"_s));
+        QCOMPARE(m_opened, QList<QUrl>({QUrl(u"https://tunedeck.example/"_s)}));
+        QCOMPARE(notes->toPlainText(), u"a"_s);
+    }
+
+    void aScreenReaderIsToldThePage()
+    {
+        UpdateWindow window;
+        window.bringForward();
+        window.showUpToDate(u"1.0"_s);
+        QCOMPARE(
+            window.accessibleDescription(), u"Tunedeck is up to date.\nYou have version 1.0, which is the newest."_s);
+        QVERIFY(!window.findChild<QProgressBar *>()->accessibleName().isEmpty());
+        QVERIFY(!window.findChild<QTextBrowser *>()->accessibleName().isEmpty());
+    }
+
+    void tabReachesTheNotesAndTheButtons()
+    {
+        UpdateWindow window;
+        window.showUpdate(updateWithNotes(u"<p>a</p>"_s), u"1.0"_s);
+        window.bringForward();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QSet<QWidget *> reached;
+        for (int presses = 0; presses < 3; ++presses) {
+            reached.insert(QApplication::focusWidget());
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        QCOMPARE(reached.size(), 3);
+        QVERIFY(reached.contains(window.findChild<QTextBrowser *>()));
+    }
+
+public Q_SLOTS:
+    void open(const QUrl &url) { m_opened.append(url); }
+
+private:
+    QList<QUrl> m_opened;
+};
+
+} // namespace tunedeck
+
+QTEST_MAIN(tunedeck::UpdateWindowTest)
+#include "UpdateWindowTest.moc"

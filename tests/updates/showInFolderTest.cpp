@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "showInFolder.h"
+
+#include "PrivateBus.h"
+
+#include <QDesktopServices>
+#include <QRegularExpression>
+#include <QTest>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+class FileManager : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
+
+public:
+    QStringList shown;
+
+public Q_SLOTS:
+    Q_SCRIPTABLE void ShowItems(const QStringList &addresses, const QString &) { shown += addresses; }
+};
+
+class showInFolderTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".*"_s));
+        m_opened.clear();
+        QDesktopServices::setUrlHandler(u"file"_s, this, "open");
+    }
+    void cleanup() { QDesktopServices::unsetUrlHandler(u"file"_s); }
+
+    void theFileManagerIsAsked()
+    {
+        const PrivateBus bus;
+        QVERIFY(bus.isRunning());
+        QDBusConnection desktop = bus.connect(u"desktop"_s);
+        FileManager manager;
+        QVERIFY(desktop.registerObject(
+            u"/org/freedesktop/FileManager1"_s, &manager, QDBusConnection::ExportScriptableSlots));
+        QVERIFY(desktop.registerService(u"org.freedesktop.FileManager1"_s));
+        showInFolder(bus.connect(u"program"_s), u"/tmp/a b/tunedeck (1).deb"_s);
+        QTRY_COMPARE(manager.shown, QStringList(u"file:///tmp/a%20b/tunedeck%20(1).deb"_s));
+        QCOMPARE(m_opened, QList<QUrl>());
+    }
+
+    void whereThereIsNoneTheFolderIsOpened()
+    {
+        const PrivateBus bus;
+        QVERIFY(bus.isRunning());
+        showInFolder(bus.connect(u"program alone"_s), u"/tmp/a b/tunedeck.deb"_s);
+        QTRY_COMPARE(m_opened, QList<QUrl>({QUrl::fromLocalFile(u"/tmp/a b"_s)}));
+    }
+
+    void whereThereIsNoBusTheFolderIsOpened()
+    {
+        showInFolder(QDBusConnection(u"none"_s), u"/tmp/tunedeck.deb"_s);
+        QTRY_COMPARE(m_opened, QList<QUrl>({QUrl::fromLocalFile(u"/tmp"_s)}));
+    }
+
+public Q_SLOTS:
+    void open(const QUrl &url) { m_opened.append(url); }
+
+private:
+    QList<QUrl> m_opened;
+};
+
+} // namespace tunedeck
+
+QTEST_MAIN(tunedeck::showInFolderTest)
+#include "showInFolderTest.moc"
