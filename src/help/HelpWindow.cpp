@@ -1,0 +1,254 @@
+// SPDX-License-Identifier: MIT
+#include "HelpWindow.h"
+
+#include "BundleInfo.h"
+#include "HelpBrowser.h"
+
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QShortcut>
+#include <QSplitter>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace tunedeck {
+
+namespace {
+constexpr QSize initialSize(640, 480);
+constexpr int listWidth = 190;
+constexpr int searchWidth = 220;
+constexpr int topicSpacing = 3;
+
+void setName(QWidget &control, const QString &name)
+{
+    control.setAccessibleName(name);
+    control.setToolTip(name);
+}
+
+QString lineFor(const HelpTopic &topic)
+{
+    if (topic.section.isEmpty()) {
+        return topic.pageTitle;
+    }
+    return HelpWindow::tr("%1 › %2", "What the help's search found: a page and a section of it")
+        .arg(topic.pageTitle, topic.section);
+}
+} // namespace
+
+HelpWindow::HelpWindow(QWidget *parent)
+    : HelpWindow(HelpBook(QStringLiteral(":/help"), QLocale()), parent)
+{
+}
+
+HelpWindow::HelpWindow(const HelpBook &book, QWidget *parent)
+    : QWidget(parent, Qt::Window)
+    , m_book(book)
+    , m_backButton(new QToolButton(this))
+    , m_forwardButton(new QToolButton(this))
+    , m_searchField(new QLineEdit(this))
+    , m_topicList(new QListWidget(this))
+    , m_browser(new HelpBrowser(book, this))
+{
+    setWindowTitle(tr("Tunedeck Help", "Title of the help window"));
+    // Who closes the player is done with its help.
+    setAttribute(Qt::WA_QuitOnClose, false);
+    resize(initialSize);
+    m_browser->setAccessibleName(tr("Page", "For accessibility: the text of the help page"));
+    setUpButtons();
+    setUpSearch();
+    setUpTopics();
+    setUpKeys();
+    layOut();
+    listTopics();
+}
+
+void HelpWindow::openHelpAnchor(const QString &anchor, const QString &inBook)
+{
+    if (inBook != bundleInfo(u"CFBundleHelpBookName")) {
+        return;
+    }
+    m_searchField->clear();
+    if (const auto topic = m_book.topicAt(anchor)) {
+        m_browser->open(*topic);
+    } else if (!m_book.contents().isEmpty()) {
+        m_browser->open(m_book.contents().first());
+    }
+    m_browser->setFocus();
+    bringToFront();
+}
+
+HelpBrowser &HelpWindow::browser()
+{
+    return *m_browser;
+}
+
+QListWidget &HelpWindow::topicList()
+{
+    return *m_topicList;
+}
+
+QLineEdit &HelpWindow::searchField()
+{
+    return *m_searchField;
+}
+
+QToolButton &HelpWindow::backButton()
+{
+    return *m_backButton;
+}
+
+QToolButton &HelpWindow::forwardButton()
+{
+    return *m_forwardButton;
+}
+
+void HelpWindow::setUpButtons()
+{
+    m_backButton->setArrowType(Qt::LeftArrow);
+    m_forwardButton->setArrowType(Qt::RightArrow);
+    setName(*m_backButton, tr("Back", "Button of the help window: to the page shown before"));
+    setName(*m_forwardButton, tr("Forward", "Button of the help window: undoes Back"));
+    for (QToolButton *button : {m_backButton, m_forwardButton}) {
+        button->setAutoRaise(true);
+        button->setEnabled(false);
+        button->setFocusPolicy(Qt::StrongFocus);
+    }
+    connect(m_backButton, &QToolButton::clicked, m_browser, &HelpBrowser::backward);
+    connect(m_forwardButton, &QToolButton::clicked, m_browser, &HelpBrowser::forward);
+    connect(m_browser, &HelpBrowser::backwardAvailable, m_backButton, &QToolButton::setEnabled);
+    connect(m_browser, &HelpBrowser::forwardAvailable, m_forwardButton, &QToolButton::setEnabled);
+}
+
+void HelpWindow::setUpSearch()
+{
+    m_searchField->setAccessibleName(tr("Search the help", "For accessibility: the help window's search field"));
+    m_searchField->setPlaceholderText(tr("Search", "In the help window's empty search field"));
+    m_searchField->setClearButtonEnabled(true);
+    m_searchField->setMaximumWidth(searchWidth);
+    connect(m_searchField, &QLineEdit::textChanged, this, &HelpWindow::listTopics);
+    connect(m_searchField, &QLineEdit::returnPressed, this, [this] { openTopic(m_topicList->item(0)); });
+}
+
+void HelpWindow::setUpTopics()
+{
+    m_topicList->setWordWrap(true);
+    // Of a text of two lines it would elide the first.
+    m_topicList->setTextElideMode(Qt::ElideNone);
+    m_topicList->setSpacing(topicSpacing);
+    m_topicList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // The keyboard walks through the list before it opens a page, so that Back does not walk through it again.
+    connect(m_topicList, &QListWidget::itemClicked, this, &HelpWindow::openTopic);
+    connect(m_topicList, &QListWidget::itemActivated, this, &HelpWindow::openTopic);
+    // The browser itself still tells the page before.
+    connect(
+        m_browser, &HelpBrowser::sourceChanged, this, [this](const QUrl &source) { selectPage(source.fileName()); });
+}
+
+void HelpWindow::setUpKeys()
+{
+    addKeys(QKeySequence::keyBindings(QKeySequence::Find), [this] { focusSearch(); });
+    addKeys(QKeySequence::keyBindings(QKeySequence::Cancel), [this] { cancel(); });
+    addKeys(QKeySequence::keyBindings(QKeySequence::Close), [this] { close(); });
+    addKeys(QKeySequence::keyBindings(QKeySequence::Back), [this] { m_browser->backward(); });
+    addKeys(QKeySequence::keyBindings(QKeySequence::Forward), [this] { m_browser->forward(); });
+    // On many keyboards plus is typed with Shift, which nobody who wants larger text thinks of.
+    addKeys({QKeySequence::ZoomIn, Qt::CTRL | Qt::Key_Equal}, [this] { m_browser->zoomBy(1); });
+    addKeys({QKeySequence::ZoomOut}, [this] { m_browser->zoomBy(-1); });
+    addKeys({Qt::CTRL | Qt::Key_0}, [this] { m_browser->resetZoom(); });
+}
+
+void HelpWindow::layOut()
+{
+    auto *bar = new QHBoxLayout;
+    bar->addWidget(m_backButton);
+    bar->addWidget(m_forwardButton);
+    bar->addStretch();
+    bar->addWidget(m_searchField);
+
+    auto *splitter = new QSplitter(this);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(m_topicList);
+    splitter->addWidget(m_browser);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({listWidth, width() - listWidth});
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(bar);
+    layout->addWidget(splitter, 1);
+    const std::initializer_list<QWidget *> order{m_backButton, m_forwardButton, m_searchField, m_topicList, m_browser};
+    for (auto control = order.begin(); control + 1 != order.end(); ++control) {
+        setTabOrder(*control, *(control + 1));
+    }
+}
+
+void HelpWindow::addKeys(const QList<QKeySequence> &keys, const std::function<void()> &command)
+{
+    auto *shortcut = new QShortcut(this);
+    shortcut->setKeys(keys);
+    connect(shortcut, &QShortcut::activated, this, command);
+}
+
+void HelpWindow::listTopics()
+{
+    const bool isSearching = !m_searchField->text().trimmed().isEmpty();
+    m_topics = isSearching ? m_book.search(m_searchField->text()) : m_book.contents();
+    m_topicList->clear();
+    for (const HelpTopic &topic : std::as_const(m_topics)) {
+        m_topicList->addItem(lineFor(topic));
+    }
+    m_topicList->setAccessibleName(isSearching ? tr("Search results", "For accessibility: what the help's search found")
+                                               : tr("Contents", "For accessibility: the list of the help's pages"));
+    if (m_topics.isEmpty()) {
+        auto *nothing = new QListWidgetItem(tr("Nothing found", "In place of what the help's search found"));
+        nothing->setFlags(Qt::NoItemFlags);
+        m_topicList->addItem(nothing);
+    }
+    selectPage(m_browser->page());
+}
+
+void HelpWindow::openTopic(const QListWidgetItem *item)
+{
+    const int row = m_topicList->row(item);
+    if (row >= 0 && row < m_topics.size()) {
+        m_browser->open(m_topics.at(row));
+    }
+}
+
+void HelpWindow::selectPage(const QString &page)
+{
+    const auto isShown = [&page](const HelpTopic &topic) { return topic.page == page; };
+    // Of several things found on one page the reader knows best which it was.
+    if (std::ranges::count_if(m_topics, isShown) == 1) {
+        const auto found = std::find_if(m_topics.cbegin(), m_topics.cend(), isShown);
+        m_topicList->setCurrentRow(static_cast<int>(found - m_topics.cbegin()));
+    }
+}
+
+void HelpWindow::focusSearch()
+{
+    m_searchField->setFocus(Qt::ShortcutFocusReason);
+    m_searchField->selectAll();
+}
+
+void HelpWindow::cancel()
+{
+    if (m_searchField->text().isEmpty()) {
+        close();
+    } else {
+        m_searchField->clear();
+    }
+}
+
+void HelpWindow::bringToFront()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+} // namespace tunedeck
