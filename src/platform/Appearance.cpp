@@ -87,6 +87,11 @@ Appearance::Appearance(UserDefaults &defaults, const QDBusConnection &bus, QObje
     qGuiApp->installEventFilter(this);
     update();
 
+    setBus(bus);
+}
+
+void Appearance::setBus(const QDBusConnection &bus)
+{
     followPortal(bus, appearanceGroup, {colorSchemeKey, accentColorKey});
     followPortal(bus, gnomeGroup, {animationsKey});
     followPortal(bus, kdeGroup, {animationDurationKey});

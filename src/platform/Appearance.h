@@ -34,6 +34,9 @@ public:
     /// `defaults` must outlive this object. `bus` is where the portal is looked for.
     Appearance(UserDefaults &defaults, const QDBusConnection &bus, QObject *parent = nullptr);
 
+    /// Looks for the portal on another bus from now on.
+    void setBus(const QDBusConnection &bus);
+
     /// Forces an appearance on the application, or with no value lets it follow the system. Sets no palette; a palette
     /// that goes with the forced appearance is set after this call, so that it is not taken for the system's.
     void setApplicationAppearance(std::optional<AppearanceName> name);

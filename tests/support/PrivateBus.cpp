@@ -6,11 +6,16 @@
 namespace tunedeck {
 
 PrivateBus::PrivateBus()
+    : PrivateBus(QStringLiteral("unix:tmpdir=/tmp"))
+{
+}
+
+PrivateBus::PrivateBus(const QString &address)
 {
     endWithParent(m_daemon);
     m_daemon.start(QStringLiteral("dbus-daemon"),
         {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
-            QStringLiteral("--print-address=1"), QStringLiteral("--address=unix:tmpdir=/tmp")});
+            QStringLiteral("--print-address=1"), QStringLiteral("--address=") + address});
     while (m_daemon.state() != QProcess::NotRunning && !m_daemon.canReadLine()) {
         if (!m_daemon.waitForReadyRead(10'000)) {
             return;

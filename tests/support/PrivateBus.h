@@ -12,6 +12,8 @@ class PrivateBus {
 public:
     /// Waits until the bus can be reached; isRunning() tells whether it can.
     PrivateBus();
+    /// At `address`, such as unix:path=/somewhere/socket.
+    explicit PrivateBus(const QString &address);
     ~PrivateBus();
     PrivateBus(const PrivateBus &) = delete;
     PrivateBus &operator=(const PrivateBus &) = delete;

@@ -66,20 +66,11 @@ MprisMusicApplication::MprisMusicApplication(
     , m_bus(bus)
     , m_defaults(defaults)
     , m_launcher(launcher)
-    , m_registry(bus)
+    , m_registry(std::make_unique<PlayerRegistry>(bus))
 {
     m_seekTimer.setInterval(SeekRamp::interval);
     connect(&m_seekTimer, &QTimer::timeout, this, &MprisMusicApplication::seekOn);
-    connect(&m_registry, &PlayerRegistry::playerAttached, this, &MprisMusicApplication::playerAttached);
-    connect(&m_registry, &PlayerRegistry::playerChanged, this, &MprisMusicApplication::playerChanged);
-    connect(&m_registry, &PlayerRegistry::playerRemoved, this, &MprisMusicApplication::playerRemoved);
-    connect(&m_registry, &PlayerRegistry::playerRespondingChanged, this, [this](MprisPlayer *player) {
-        if (player == m_player) {
-            endSeek();
-            Q_EMIT respondingDidChange(player->isResponding());
-        }
-    });
-    connect(&m_registry, &PlayerRegistry::ready, this, &MprisMusicApplication::becomeReady);
+    followRegistry();
     connect(&m_defaults, &UserDefaults::valueChanged, this, [this](const QString &key) {
         if (key == pinnedPlayerKey) {
             reconsiderPlayer();
@@ -89,9 +80,33 @@ MprisMusicApplication::MprisMusicApplication(
 
 MprisMusicApplication::~MprisMusicApplication() = default;
 
+void MprisMusicApplication::setBus(const QDBusConnection &bus)
+{
+    follow(nullptr);
+    m_lastPlayed.clear();
+    m_bus = bus;
+    m_registry = std::make_unique<PlayerRegistry>(bus);
+    followRegistry();
+    Q_EMIT followablePlayersChanged();
+}
+
+void MprisMusicApplication::followRegistry()
+{
+    connect(m_registry.get(), &PlayerRegistry::playerAttached, this, &MprisMusicApplication::playerAttached);
+    connect(m_registry.get(), &PlayerRegistry::playerChanged, this, &MprisMusicApplication::playerChanged);
+    connect(m_registry.get(), &PlayerRegistry::playerRemoved, this, &MprisMusicApplication::playerRemoved);
+    connect(m_registry.get(), &PlayerRegistry::playerRespondingChanged, this, [this](MprisPlayer *player) {
+        if (player == m_player) {
+            endSeek();
+            Q_EMIT respondingDidChange(player->isResponding());
+        }
+    });
+    connect(m_registry.get(), &PlayerRegistry::ready, this, &MprisMusicApplication::becomeReady);
+}
+
 bool MprisMusicApplication::isReady() const
 {
-    return m_registry.isReady();
+    return m_registry->isReady();
 }
 
 QList<FollowablePlayer> MprisMusicApplication::followablePlayers() const
@@ -367,7 +382,7 @@ void MprisMusicApplication::becomeReady()
 QList<PlayerCandidate> MprisMusicApplication::candidates() const
 {
     QList<PlayerCandidate> candidates;
-    for (const MprisPlayer *player : m_registry.players()) {
+    for (const MprisPlayer *player : m_registry->players()) {
         if (!player->isAttached()) {
             continue;
         }
@@ -430,7 +445,7 @@ void MprisMusicApplication::rememberPlayer()
 
 MprisPlayer *MprisMusicApplication::playerOf(const std::optional<QString> &owner) const
 {
-    const std::vector<MprisPlayer *> players = m_registry.players();
+    const std::vector<MprisPlayer *> players = m_registry->players();
     const auto found =
         std::ranges::find_if(players, [&](const MprisPlayer *player) { return player->owner() == owner; });
     return found == players.end() ? nullptr : *found;

@@ -41,6 +41,9 @@ public:
         const QDBusConnection &bus, UserDefaults &defaults, ApplicationLauncher &launcher, QObject *parent = nullptr);
     ~MprisMusicApplication() override;
 
+    /// Looks for players on another bus from now on, or on none where `bus` is not connected; the player that was
+    /// followed is gone.
+    void setBus(const QDBusConnection &bus);
     /// Whether the players that were there at the start have been found.
     [[nodiscard]] bool isReady() const;
     /// The players on the bus, each family once, in the order in which they came.
@@ -84,6 +87,7 @@ Q_SIGNALS:
     void followablePlayersChanged();
 
 private:
+    void followRegistry();
     void playerAttached(MprisPlayer *player);
     void playerChanged(MprisPlayer *player, PlayerMirror::Changes changes);
     void playerRemoved(MprisPlayer *player);
@@ -112,7 +116,7 @@ private:
     QDBusConnection m_bus;
     UserDefaults &m_defaults;
     ApplicationLauncher &m_launcher;
-    PlayerRegistry m_registry;
+    std::unique_ptr<PlayerRegistry> m_registry;
     MprisPlayer *m_player = nullptr;
     bool m_isWatched = true;
     QHash<QString, quint64> m_lastPlayed; ///< by owner: a number that grows with time

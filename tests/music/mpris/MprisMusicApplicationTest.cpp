@@ -83,6 +83,7 @@ private Q_SLOTS:
     void aPlayerFrozenAtTheStartIsNotThereYet();
     void openingLaunchesThePlayerFollowedLast();
     void thePlayersThatCanBeFollowedAreToldAsTheyComeAndGo();
+    void aBusThatGoesTakesItsPlayersWithItAndOneThatComesBringsIts();
     void theStartUpShowsTheTrack();
     void aPlayerInfoComesWithinAFrameOfThePlayersSignal();
 
@@ -678,6 +679,33 @@ void MprisMusicApplicationTest::thePlayersThatCanBeFollowedAreToldAsTheyComeAndG
     QVERIFY(told.count() > 0);
     m_player.reset();
     QTRY_COMPARE(m_music->followablePlayers(), QList<FollowablePlayer>());
+}
+
+void MprisMusicApplicationTest::aBusThatGoesTakesItsPlayersWithItAndOneThatComesBringsIts()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    QVERIFY(m_music->isRunning());
+    QSignalSpy terminated(m_music.get(), &MprisMusicApplication::didTerminate);
+    QSignalSpy launched(m_music.get(), &MprisMusicApplication::didLaunch);
+    m_music->setBus(QDBusConnection(u"none"_s));
+    QCOMPARE(terminated.count(), 1);
+    QVERIFY(!m_music->isRunning());
+    QVERIFY(!m_music->nextTrack());
+    QTRY_VERIFY(m_music->isReady());
+    QVERIFY(!m_music->isRunning());
+
+    const PrivateBus other;
+    const DemoPlayerProcess player(other, other.connect(u"control"_s), {u"--play"_s});
+    m_music->setBus(other.connect(u"other"_s));
+    QTRY_COMPARE(launched.count(), 1);
+    QTRY_COMPARE(m_music->playerState(), std::optional(PlayerState::playing));
+    const QString first = *m_music->currentTrack()->name;
+    QVERIFY(m_music->nextTrack());
+    QTRY_VERIFY(m_music->currentTrack()->name != first);
+    m_music.reset();
+    QDBusConnection::disconnectFromBus(u"other"_s);
+    QDBusConnection::disconnectFromBus(u"control"_s);
 }
 
 void MprisMusicApplicationTest::theStartUpShowsTheTrack()
