@@ -3,6 +3,8 @@
 
 import contextlib
 import os
+import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -11,6 +13,8 @@ from collections.abc import Iterator
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[1]
+DESKTOP = bytes((0x3a, 0x6e, 0xa5))  # the color of the Wayland desktops
+ACCESSIBILITY_BUS_LAUNCHER = Path("/usr/libexec/at-spi-bus-launcher")
 
 
 class Build:
@@ -42,7 +46,8 @@ def running(*command: str | Path, **options: object) -> Iterator[subprocess.Pope
 def session(*server_options: str) -> Iterator[Path]:
     """Gives the home folder."""
     with contextlib.ExitStack() as stack:
-        home = stack.enter_context(tempfile.TemporaryDirectory())
+        # What the bus has started may still be at its end when all else is.
+        home = stack.enter_context(tempfile.TemporaryDirectory(ignore_cleanup_errors=True))
         os.environ.update(HOME=home, XDG_RUNTIME_DIR=home, LC_ALL="C.UTF-8", QT_QPA_PLATFORM="xcb")
         for name in ("XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "WAYLAND_DISPLAY"):
             os.environ.pop(name, None)
@@ -70,6 +75,64 @@ def compositor() -> Iterator[None]:
     with running("picom", "--backend", "xrender", "--config", "/dev/null"):
         time.sleep(0.5)
         yield
+
+
+@contextlib.contextmanager
+def accessibility_bus() -> Iterator[None]:
+    """As where a screen reader runs."""
+    with running(ACCESSIBILITY_BUS_LAUNCHER, "--launch-immediately", "--a11y=1", "--screen-reader=1",
+                 stdout=subprocess.DEVNULL):
+        subprocess.run(["gdbus", "wait", "--session", "--timeout", "10", "org.a11y.Bus"], check=True)
+        yield
+
+
+@contextlib.contextmanager
+def weston() -> Iterator[str]:
+    """A Wayland desktop of one color that fills the session's display; programs started in it are its clients.
+
+    Gives the display of its X11 clients.
+    """
+    folder = Path(os.environ["XDG_RUNTIME_DIR"])
+    configuration = folder / "weston.ini"
+    configuration.write_text("[core]\nidle-time=0\nxwayland=true\n[output]\nname=X1\nmode=1280x720\n"
+                             f"[shell]\npanel-position=none\nbackground-color=0xff{DESKTOP.hex()}\n"
+                             "animation=none\nstartup-animation=none\nclose-animation=none\n")
+    log = folder / "weston.log"
+    options = ("--backend=x11-backend.so", "--use-pixman", "--socket=wayland-1", f"--config={configuration}",
+               f"--log={log}")
+    with running("weston", *options, stdout=subprocess.DEVNULL), wayland(folder):
+        yield re.search(r"listening on display (:\d+)", log.read_text())[1]
+
+
+@contextlib.contextmanager
+def sway(*settings: str) -> Iterator[None]:
+    """Like weston(), with lines of sway's configuration."""
+    with tempfile.TemporaryDirectory() as folder:
+        user: tuple[str, ...] = ()
+        # It refuses to be root, who runs the tests in a container.
+        if os.geteuid() == 0:
+            user = ("setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups")
+            shutil.chown(folder, "nobody", "nogroup")
+        configuration = Path(folder) / "config"
+        configuration.write_text("\n".join((
+            "output * resolution 1280x720", f"output * bg #{DESKTOP.hex()} solid_color",
+            "default_floating_border none", 'for_window [app_id="."] floating enable',
+            'for_window [class="."] floating enable', *settings, "")))
+        os.environ["SWAYSOCK"] = str(Path(folder) / "sway")
+        own = {"XDG_RUNTIME_DIR": folder, "WLR_BACKENDS": "x11", "WLR_RENDERER": "pixman"}
+        with running(*user, "sway", "--config", configuration, stdout=subprocess.DEVNULL, env=os.environ | own):
+            with wayland(Path(folder)):
+                yield
+
+
+@contextlib.contextmanager
+def wayland(folder: Path) -> Iterator[None]:
+    socket = folder / "wayland-1"
+    while not socket.exists():
+        time.sleep(0.05)
+    os.environ.update(WAYLAND_DISPLAY=str(socket), QT_QPA_PLATFORM="wayland")
+    time.sleep(1)  # it still takes over the screen
+    yield
 
 
 @contextlib.contextmanager

@@ -62,6 +62,8 @@ Window::Window(WindowController &controller)
     create();
     windowHandle()->installEventFilter(this);
     connect(windowHandle(), &QWindow::screenChanged, this, &Window::invalidateShadow);
+    connect(windowHandle(), &QWindow::screenChanged, this, &Window::watchScreen);
+    watchScreen();
     connect(windowHandle(), &QWindow::windowStateChanged, this, &Window::updateCanBeSeen);
     // Else the first control would have the keyboard, and Space would press it.
     setFocus();
@@ -329,6 +331,21 @@ void Window::showCursorFor(Qt::Edges edges)
     }
 }
 
+void Window::watchScreen()
+{
+    connect(screen(), &QScreen::geometryChanged, this, &Window::takeScaleOfScreen, Qt::UniqueConnection);
+}
+
+/// On Wayland, a window that is shown keeps the scale that its screen had when the window came there.
+void Window::takeScaleOfScreen()
+{
+    if (m_canBeSeen && windowHandle()->devicePixelRatio() != screen()->devicePixelRatio()) {
+        hide();
+        windowHandle()->destroy();
+        show();
+    }
+}
+
 void Window::updateCanBeSeen()
 {
     const bool canBeSeen = tunedeck::canBeSeen(*windowHandle());
@@ -349,7 +366,18 @@ void Window::updateInputRegion()
 
 void Window::applyLevel()
 {
-    windowHandle()->setFlag(Qt::WindowStaysOnTopHint, m_level == WindowLevel::Floating);
+    const Qt::WindowFlags flags = windowFlags().setFlag(Qt::WindowStaysOnTopHint, m_level == WindowLevel::Floating);
+    if (flags == windowHandle()->flags()) {
+        return;
+    }
+    // The widget would go back to its own ones when it is shown.
+    overrideWindowFlags(flags);
+    windowHandle()->setFlags(flags);
+    if (!isVisible()) {
+        // On X11 it is exchanged when it is shown with another level: too late to tell its frame extents before.
+        windowHandle()->destroy();
+        windowHandle()->create();
+    }
 }
 
 } // namespace tunedeck

@@ -81,6 +81,8 @@ protected:
 private:
     [[nodiscard]] Qt::Edges edgesAt(QPoint position) const;
     void showCursorFor(Qt::Edges edges);
+    void watchScreen();
+    void takeScaleOfScreen();
     void setShadowMargins(const QMargins &margins);
     void applySizeLimits();
     void cutToOutline();

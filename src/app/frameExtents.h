@@ -9,7 +9,7 @@ namespace tunedeck {
 
 /// Tells the window manager that the outermost `extents` of `window`, in points, are no part of what the user takes for
 /// the window: it snaps and photographs what is inside. False where there is no one to tell, as on any window system
-/// but X11.
+/// but X11: on Wayland, Qt can tell the margins, but tells size limits that include them.
 bool setFrameExtents(const QWindow &window, const QMargins &extents);
 
 /// Lets the pointer reach what is behind `window` everywhere but in `region`, in points from the window's corner.

@@ -2,11 +2,11 @@
 #pragma once
 
 #include <QList>
-#include <QPaintDevice>
 #include <QPainter>
 #include <QPixmap>
 #include <QRect>
 #include <QSize>
+#include <QTransform>
 
 #include <utility>
 
@@ -32,7 +32,8 @@ public:
         if (frame.isEmpty()) {
             return;
         }
-        const double scale = painter.device()->devicePixelRatioF();
+        // Not the device's: where a screen's scale changes, a widget knows of it before what it is painted on does.
+        const double scale = painter.deviceTransform().m11();
         if (m_size != frame.size() || m_scale != scale) {
             m_faces.clear();
             m_size = frame.size();

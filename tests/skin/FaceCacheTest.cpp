@@ -132,6 +132,18 @@ private Q_SLOTS:
         QCOMPARE(largeImage.pixel(27, 27), red);
     }
 
+    void theScaleIsThatOfWhatIsPaintedOnEvenIfTheDeviceSaysAnother()
+    {
+        QImage image = ground();
+        QPainter painter(&image);
+        painter.scale(2, 2);
+        Faces().put(painter, {2, 3, 10, 8}, red);
+        QCOMPARE(image.pixel(4, 6), red);
+        QCOMPARE(image.pixel(23, 21), red);
+        QCOMPARE(image.pixel(24, 21), 0U);
+        QCOMPARE(image.pixel(23, 22), 0U);
+    }
+
     void onlySomeStatesAreKept()
     {
         QImage image = ground();

@@ -176,7 +176,7 @@ private Q_SLOTS:
         const QRect list = m_button->view()->window()->geometry();
         QCOMPARE(list.left(), m_button->mapToGlobal(rim.topLeft()).x());
         QCOMPARE(list.width(), rim.width());
-        QCOMPARE(list.top(), m_button->mapToGlobal(rim.bottomLeft()).y() + 1);
+        QCOMPARE(list.top(), m_button->mapToGlobal(rim.bottomLeft()).y());
     }
 
     void itsSizeDoesNotComeFromItsItems()

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QGuiApplication>
+
+namespace tunedeck {
+
+/// Whether a window can ask to stay above all others. On Wayland none can: there it is the user who says so to the
+/// desktop, for instance in the window's menu.
+[[nodiscard]] inline bool canKeepAbove()
+{
+    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
+} // namespace tunedeck

@@ -1,0 +1,254 @@
+# SPDX-License-Identifier: MIT
+"""The window as a Wayland desktop, a user's mouse and a photograph of the screen know it.
+
+Usage: wayland_test.py BUILD-FOLDER (sway | weston)
+
+Ends with status 77 where the desktop is not installed.
+"""
+
+import contextlib
+import os
+import re
+import shutil
+import subprocess
+import sys
+import time
+import unittest
+from collections.abc import Callable
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
+from session import DESKTOP, Build, demo_player, running, session, sway, weston  # noqa: E402
+
+SKIPPED = 77
+SCREEN = (1280, 720)
+CORNER = (1279, 719)  # where the pointer is out of the way
+SEEN = (1260, 700)  # of the screen: all but that corner
+CONTENT = (450, 64)
+METAL, MINIMISE = (128, 4), (15, 32)  # in the content
+WINDOW = '[app_id="org.tunedeck.Tunedeck"]'
+
+Frame = tuple[int, int, int, int]  # x, y, width, height
+
+
+def output(*command: str) -> str:
+    return subprocess.run(command, stdout=subprocess.PIPE, text=True, check=True).stdout
+
+
+class Picture:
+    """A photograph of the screen."""
+
+    def __init__(self) -> None:
+        command = ("import", "-window", "root", "-depth", "8", "rgb:-")
+        self.pixels = subprocess.run(command, stdout=subprocess.PIPE, check=True).stdout
+
+    def row(self, y: int, left: int = 0, width: int = SEEN[0]) -> bytes:
+        start = (y * SCREEN[0] + left) * 3
+        return self.pixels[start:start + width * 3]
+
+    def pixel(self, x: int, y: int) -> tuple[int, ...]:
+        return tuple(self.row(y, x, 1))
+
+    def frame(self) -> Frame | None:
+        """What is not desktop."""
+        desktop = DESKTOP * SEEN[0]
+        rows = [y for y in range(SEEN[1]) if self.row(y) != desktop]
+        if not rows:
+            return None
+        columns = [x for x in range(SEEN[0]) if any(self.row(y, x, 1) != DESKTOP for y in rows)]
+        return columns[0], rows[0], columns[-1] - columns[0] + 1, rows[-1] - rows[0] + 1
+
+    def part(self, frame: Frame) -> list[bytes]:
+        x, y, width, height = frame
+        return [self.row(line, x, width) for line in range(y, y + height)]
+
+
+def point(*place: int) -> None:
+    output("xdotool", "mousemove", *map(str, place))
+
+
+def click(x: int, y: int) -> None:
+    point(x, y)
+    time.sleep(0.1)
+    output("xdotool", "click", "1")
+    point(*CORNER)
+
+
+def press(key: str) -> None:
+    output("xdotool", "key", key)
+
+
+def drag(start: tuple[int, int], by: tuple[int, int]) -> None:
+    point(*start)
+    output("xdotool", "mousedown", "1")
+    # In steps: a drag begins only beyond a few pixels.
+    for step in range(1, 9):
+        point(start[0] + by[0] * step // 8, start[1] + by[1] * step // 8)
+        time.sleep(0.03)
+    output("xdotool", "mouseup", "1")
+    point(*CORNER)
+    time.sleep(0.2)
+
+
+class WaylandTest(unittest.TestCase):
+    build: Build
+
+    def setUp(self) -> None:
+        self.stack = contextlib.ExitStack()
+        self.addCleanup(self.stack.close)
+        self.home = self.stack.enter_context(session())
+        self.x11 = self.stack.enter_context(self.desktop())
+        self.stack.enter_context(demo_player(self.build, "--track", "0"))
+        # A nested desktop may know of the pointer's moves alone; these end in the corner wherever it believes it to be.
+        point(0, 0)
+        point(*CORNER)
+
+    def desktop(self) -> contextlib.AbstractContextManager:
+        raise NotImplementedError
+
+    def open_window(self) -> Frame:
+        log = self.stack.enter_context((self.home / "protocol").open("w"))
+        # What it says is the protocol: running() would drop it.
+        environment = os.environ | {"WAYLAND_DEBUG": "1"}
+        process = self.stack.enter_context(subprocess.Popen([self.build.tunedeck], stderr=log, env=environment))
+        self.stack.callback(process.terminate)
+        self.await_frame(lambda frame: frame is not None)
+        time.sleep(0.3)  # the keyboard comes after the picture
+        return Picture().frame()
+
+    def said(self, pattern: str) -> list[str]:
+        """What the program said to the desktop."""
+        return re.findall(rf" -> .*?{pattern}", (self.home / "protocol").read_text())
+
+    def await_frame(self, is_it: Callable[[Frame | None], bool]) -> Frame | None:
+        deadline = time.monotonic() + 5
+        while not is_it(frame := Picture().frame()) and time.monotonic() < deadline:
+            time.sleep(0.1)
+        return frame
+
+    def assert_frame_becomes(self, expected: Frame | None) -> None:
+        self.assertEqual(self.await_frame(lambda frame: frame == expected), expected)
+
+    def test_its_surface_is_the_content_alone_and_its_corners_let_the_desktop_show(self) -> None:
+        x, y, width, height = self.open_window()
+        self.assertEqual((width, height), CONTENT)
+        self.assertEqual(set(self.said(r"set_window_geometry(\(.*\))")), {"(0, 0, 450, 64)"})
+        self.assertEqual(self.said(r"set_min_size(\(.*\))")[-1], "(350, 64)")
+        self.assertEqual(self.said(r"set_max_size(\(.*\))")[-1], "(550, 64)")
+        picture = Picture()
+        for corner_x in (x, x + width - 1):
+            for corner_y in (y, y + height - 1):
+                for seen, desktop in zip(picture.pixel(corner_x, corner_y), DESKTOP):
+                    self.assertAlmostEqual(seen, desktop, delta=8)
+
+    def test_the_metal_drags_the_window(self) -> None:
+        x, y, width, height = self.open_window()
+        drag((x + METAL[0], y + METAL[1]), (60, 40))
+        moved_x, moved_y, *size = Picture().frame()
+        # Less the way until it was known to be a drag.
+        self.assertIn(moved_x, range(x + 40, x + 61))
+        self.assertIn(moved_y, range(y + 25, y + 41))
+        self.assertEqual(size, [width, height])
+
+    def test_its_sides_resize_it_within_its_limits(self) -> None:
+        x, y, width, height = self.open_window()
+        right = x + width - 2
+        drag((right, y + 32), (60, 20))
+        frame = Picture().frame()
+        self.assertEqual((frame[0], frame[1], frame[3]), (x, y, height))
+        self.assertIn(frame[2], range(490, 511))
+        drag((x + frame[2] - 2, y + 32), (170, 0))
+        self.assert_frame_becomes((x, y, 550, height))
+        drag((x + 548, y + 32), (-400, 0))
+        self.assert_frame_becomes((x, y, 350, height))
+        drag((x + 2, y + 32), (-60, 0))
+        frame = Picture().frame()
+        self.assertEqual((frame[0] + frame[2], frame[1], frame[3]), (x + 350, y, height))
+        self.assertIn(frame[2], range(390, 411))
+
+    def test_the_drawer_opens_below_and_leaves_nothing_behind(self) -> None:
+        x, y, width, height = before = self.open_window()
+        press("ctrl+l")
+        self.assert_frame_becomes((x, y, width, 124))
+        press("Escape")
+        self.assert_frame_becomes(before)
+
+    def test_a_second_start_reaches_the_first_one(self) -> None:
+        before = self.open_window()
+        second = subprocess.run([self.build.tunedeck], env=os.environ | {"XDG_ACTIVATION_TOKEN": "of-the-desktop"},
+                                timeout=5)
+        self.assertEqual(second.returncode, 0)
+        self.assert_frame_becomes(before)
+        if "xdg_activation_v1" in (self.home / "protocol").read_text():
+            self.assertEqual(len(self.said(r'activate\("of-the-desktop"')), 1)
+
+
+class WestonTest(WaylandTest):
+    def desktop(self) -> contextlib.AbstractContextManager:
+        return weston()
+
+    def test_kept_above_it_is_an_x11_window_that_tells_its_margins_where_the_user_starts_it_so(self) -> None:
+        settings = self.home / ".config/tunedeck/tunedeck.conf"
+        settings.parent.mkdir(parents=True)
+        settings.write_text("[General]\nKeepMainWindowAboveAllOtherWindows=true\n")
+        os.environ.update(QT_QPA_PLATFORM="xcb", DISPLAY=self.x11)
+        process = self.stack.enter_context(running(self.build.tunedeck))
+        found = output("xdotool", "search", "--sync", "--onlyvisible", "--pid", str(process.pid)).split()[0]
+        told = output("xprop", "-notype", "-id", found, "_GTK_FRAME_EXTENTS")
+        self.assertEqual(told.strip(), "_GTK_FRAME_EXTENTS = 14, 14, 9, 19")
+
+    def test_it_can_be_minimised_and_the_desktop_can_restore_it(self) -> None:
+        x, y, *_ = before = self.open_window()
+        click(x + MINIMISE[0], y + MINIMISE[1])
+        self.assert_frame_becomes(None)
+        press("super+Tab")
+        self.assert_frame_becomes(before)
+
+
+class SwayTest(WaylandTest):
+    def desktop(self) -> contextlib.AbstractContextManager:
+        return sway()
+
+    def assert_picture_becomes(self, expected: list[bytes], frame: Frame) -> None:
+        deadline = time.monotonic() + 5
+        while (seen := Picture().part(frame)) != expected and time.monotonic() < deadline:
+            time.sleep(0.1)
+        self.assertTrue(seen == expected, "The picture is another one.")
+
+    def open_window_at(self, scale: int) -> tuple[list[bytes], Frame]:
+        output("swaymsg", f"output X11-1 scale {scale}")
+        self.open_window()
+        output("swaymsg", f"{WINDOW} move absolute position 40 40")
+        frame = (40 * scale, 40 * scale, CONTENT[0] * scale, CONTENT[1] * scale)
+        self.assert_frame_becomes(frame)
+        return Picture().part(frame), frame
+
+    def change_scale(self, scale: int) -> None:
+        """The window may be elsewhere afterwards."""
+        output("swaymsg", f"output X11-1 scale {scale}")
+        size = (CONTENT[0] * scale, CONTENT[1] * scale)
+        self.await_frame(lambda frame: frame is not None and frame[2:] == size)
+
+    def test_when_the_screens_scale_changes_it_looks_as_if_it_had_begun_with_that_scale(self) -> None:
+        picture, frame = self.open_window_at(2)
+        self.change_scale(1)
+        self.change_scale(2)
+        output("swaymsg", f"{WINDOW} move absolute position 40 40")
+        self.assert_picture_becomes(picture, frame)
+
+    def test_on_a_screen_of_another_scale_it_looks_as_if_it_had_begun_there(self) -> None:
+        picture, frame = self.open_window_at(2)
+        self.change_scale(1)
+        # What the second screen shows covers the first one.
+        output("swaymsg", "create_output")
+        output("swaymsg", "output X11-2 resolution 1280x720 position 1280 0 scale 2")
+        output("swaymsg", f"{WINDOW} move absolute position 1320 40, focus")
+        self.assert_picture_becomes(picture, frame)
+
+
+if __name__ == "__main__":
+    WaylandTest.build = Build(Path(sys.argv[1]))
+    if not shutil.which(sys.argv[2]):
+        print(f"{sys.argv[2]} is not installed.")
+        sys.exit(SKIPPED)
+    unittest.main(argv=sys.argv[:1] + sys.argv[3:], defaultTest={"sway": "SwayTest", "weston": "WestonTest"}[sys.argv[2]])
