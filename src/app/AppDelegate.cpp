@@ -1,20 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "AppDelegate.h"
 
+#include "AboutPinstripeView.h"
+#include "AboutWindow.h"
 #include "Appearance.h"
 #include "BundleInfo.h"
 #include "MenuItemIdentifier.h"
 #include "MusicApplication.h"
 #include "MusicConnector.h"
 #include "PlaylistWindow.h"
+#include "SkinEnvironment.h"
 #include "UserDefaults.h"
 #include "Window.h"
+#include "WindowActivation.h"
 #include "WindowController.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
 #include <QPalette>
+#include <QWindow>
 
 namespace tunedeck {
 
@@ -91,14 +96,19 @@ QPalette classicPalette()
 }
 } // namespace
 
-AppDelegate::AppDelegate(
-    MusicConnector &musicConnector, UserDefaults &defaults, Appearance &appearance, QObject *parent)
+AppDelegate::AppDelegate(MusicConnector &musicConnector, UserDefaults &defaults, Appearance &appearance,
+    const WindowActivation &windowActivation, QObject *parent)
     : QObject(parent)
     , m_musicConnector(musicConnector)
     , m_defaults(defaults)
     , m_appearance(appearance)
+    , m_pinstripesView(std::make_unique<AboutPinstripeView>(SkinEnvironment{defaults, appearance, windowActivation}))
 {
+    connect(&windowActivation, &WindowActivation::windowDidBecomeKey, this, &AppDelegate::windowDidBecomeKey);
+    connect(&windowActivation, &WindowActivation::windowDidResignKey, this, &AppDelegate::windowDidResignKey);
 }
+
+AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::setPlayPauseMenuItem(QAction *item)
 {
@@ -132,6 +142,16 @@ void AppDelegate::setAppearanceClassic(bool classic)
         QApplication::setPalette(QPalette());
     }
     Q_EMIT isAppearanceClassicChanged(classic);
+}
+
+AboutWindow *AppDelegate::aboutWindow() const
+{
+    return m_aboutWindow.get();
+}
+
+AboutPinstripeView &AppDelegate::pinstripesView()
+{
+    return *m_pinstripesView;
 }
 
 void AppDelegate::applicationDidFinishLaunching()
@@ -254,14 +274,49 @@ void AppDelegate::preferencesButtonAction()
 
 void AppDelegate::displayAboutWindow()
 {
-    Q_EMIT aboutPanelRequested();
+    if (!m_aboutWindow) {
+        m_aboutWindow = std::make_unique<AboutWindow>();
+        m_aboutWindow->setBackground(*m_pinstripesView);
+    }
+    m_aboutWindow->orderFront();
+    // It comes up key; until the window system says so the stripes would be missing.
+    m_pinstripesView->setKeyWindow(true);
+}
+
+void AppDelegate::openHelp()
+{
+    openHelpAnchor(QString());
 }
 
 void AppDelegate::openTermsAndConditions()
 {
+    openHelpAnchor(QStringLiteral("TermsConditions"));
+}
+
+void AppDelegate::openHelpAnchor(const QString &anchor)
+{
     if (const auto book = bundleInfo(u"CFBundleHelpBookName")) {
-        Q_EMIT helpRequested(QStringLiteral("TermsConditions"), *book);
+        Q_EMIT helpRequested(anchor, *book);
     }
+}
+
+void AppDelegate::windowDidBecomeKey(const QWindow *window)
+{
+    if (isAboutWindow(window)) {
+        m_pinstripesView->setKeyWindow(true);
+    }
+}
+
+void AppDelegate::windowDidResignKey(const QWindow *window)
+{
+    if (isAboutWindow(window)) {
+        m_pinstripesView->setKeyWindow(false);
+    }
+}
+
+bool AppDelegate::isAboutWindow(const QWindow *window) const
+{
+    return window == (m_aboutWindow ? m_aboutWindow->windowHandle() : nullptr);
 }
 
 void AppDelegate::addTrackBlock(QMenu &menu) const

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Application.h"
 
+#include "AppPreferencesWindowController.h"
 #include "BundleInfo.h"
 #include "DrawerBackground.h"
+#include "HelpWindow.h"
 #include "LcdView.h"
 #include "MainMenu.h"
 #include "MetalButton.h"
@@ -12,6 +14,7 @@
 #include "PlaylistView.h"
 #include "PlaylistViewController.h"
 #include "SkinEnvironment.h"
+#include "Updater.h"
 #include "UserDefaults.h"
 #include "ViewController.h"
 #include "WindowControlButton.h"
@@ -46,9 +49,11 @@ void putAfter(QWidget &control, PlaylistView &drawer)
 Application::Application(const Environment &environment, QObject *parent)
     : QObject(parent)
     , m_defaults(environment.defaults)
+    , m_players(environment.players)
+    , m_updater(environment.updater)
     , m_skinEnvironment{environment.defaults, environment.appearance, environment.windowActivation}
     , m_musicConnector(environment.musicApp, environment.windowActivation)
-    , m_delegate(m_musicConnector, environment.defaults, environment.appearance)
+    , m_delegate(m_musicConnector, environment.defaults, environment.appearance, environment.windowActivation)
 {
     // Registers the settings' defaults, so it comes before all that reads a setting.
     m_delegate.applicationDidFinishLaunching();
@@ -69,6 +74,7 @@ Application::Application(const Environment &environment, QObject *parent)
 
     connectPlayer();
     connectWindowButtons();
+    connectOtherWindows();
     connect(&window, &Window::canBeSeenChanged, &m_musicConnector, &MusicConnector::setWatched);
     connect(qApp, &QCoreApplication::aboutToQuit, &m_delegate, &AppDelegate::applicationWillTerminate);
 }
@@ -114,9 +120,29 @@ MainMenu &Application::mainMenu()
     if (!m_mainMenu) {
         m_mainMenu =
             std::make_unique<MainMenu>(m_delegate, *m_windowController, *m_viewController, playlistViewController());
+        connect(m_mainMenu.get(), &MainMenu::updateCheckRequested, &m_updater, &Updater::checkForUpdates);
         connectMenus();
     }
     return *m_mainMenu;
+}
+
+AppPreferencesWindowController &Application::preferencesWindowController()
+{
+    if (!m_preferencesWindowController) {
+        m_preferencesWindowController = std::make_unique<AppPreferencesWindowController>(
+            AppPreferencesWindowController::Surroundings{m_defaults, m_players, m_updater});
+        connect(m_preferencesWindowController.get(), &AppPreferencesWindowController::helpRequested, &m_delegate,
+            &AppDelegate::helpRequested);
+    }
+    return *m_preferencesWindowController;
+}
+
+HelpWindow &Application::helpWindow()
+{
+    if (!m_helpWindow) {
+        m_helpWindow = std::make_unique<HelpWindow>();
+    }
+    return *m_helpWindow;
 }
 
 void Application::showMainWindow()
@@ -154,6 +180,14 @@ void Application::connectWindowButtons()
     Window &window = m_windowController->window();
     connect(&m_playerView->minimizeButton(), &WindowControlButton::clicked, &window, &Window::showMinimized);
     connect(&m_playerView->maximizeButton(), &WindowControlButton::clicked, &window, &Window::zoom);
+}
+
+void Application::connectOtherWindows()
+{
+    connect(
+        &m_delegate, &AppDelegate::preferencesRequested, this, [this] { preferencesWindowController().showWindow(); });
+    connect(&m_delegate, &AppDelegate::helpRequested, this,
+        [this](const QString &anchor, const QString &book) { helpWindow().openHelpAnchor(anchor, book); });
 }
 
 void Application::connectMenus()

@@ -13,18 +13,22 @@
 
 namespace tunedeck {
 
+class AppPreferencesWindowController;
 class Appearance;
+class HelpWindow;
 class MainMenu;
 class MusicApplication;
 class PlayerView;
 class PlaylistViewController;
+class SeenPlayers;
+class Updater;
 class UserDefaults;
 class ViewController;
 class WindowActivation;
 class WindowController;
 
 /// The program put together on top of what the desktop and Music give it: the one connector, the application's
-/// delegate, the main window with the player in it, and the menus.
+/// delegate, the main window with the player in it, the menus, and the windows that these open.
 class Application : public QObject {
     Q_OBJECT
 
@@ -35,6 +39,8 @@ public:
         UserDefaults &defaults;
         Appearance &appearance;
         const WindowActivation &windowActivation;
+        SeenPlayers &players;
+        Updater &updater;
     };
 
     /// Shows nothing yet.
@@ -48,6 +54,9 @@ public:
     /// This and the menus are made when they are first asked for, at the latest after the window is shown.
     PlaylistViewController &playlistViewController();
     MainMenu &mainMenu();
+    /// These two windows are made when the user first asks for them.
+    AppPreferencesWindowController &preferencesWindowController();
+    HelpWindow &helpWindow();
 
 public Q_SLOTS:
     void showMainWindow();
@@ -58,9 +67,12 @@ private:
     void connectPlayer();
     void connectWindowButtons();
     void connectMenus();
+    void connectOtherWindows();
     void showDockTile(const QString &imageName);
 
     UserDefaults &m_defaults;
+    SeenPlayers &m_players;
+    Updater &m_updater;
     SkinEnvironment m_skinEnvironment;
     MusicConnector m_musicConnector;
     AppDelegate m_delegate;
@@ -71,6 +83,8 @@ private:
     std::unique_ptr<ViewController> m_viewController;
     std::unique_ptr<PlaylistViewController> m_playlistViewController;
     std::unique_ptr<MainMenu> m_mainMenu;
+    std::unique_ptr<AppPreferencesWindowController> m_preferencesWindowController;
+    std::unique_ptr<HelpWindow> m_helpWindow;
 };
 
 } // namespace tunedeck

@@ -7,22 +7,58 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 
+#include <chrono>
 #include <utility>
 
 namespace tunedeck {
 
 namespace {
+using namespace std::chrono_literals;
+
 constexpr int deadline = 1'000;
 constexpr int longestToken = 1'000;
+constexpr auto patience = 1s;
+constexpr int mostWaitingActions = 10;
 constexpr QLatin1String objectPath("/org/tunedeck/Tunedeck");
 constexpr QLatin1String tokenKey("activation-token");
+constexpr QLatin1String startupIdKey("desktop-startup-id");
 constexpr char tokenVariable[] = "XDG_ACTIVATION_TOKEN";
+constexpr char startupIdVariable[] = "DESKTOP_STARTUP_ID";
+
+/// The right to take the keyboard, which the desktop gave to this start.
+QVariantMap ownPlatformData()
+{
+    QVariantMap platformData;
+    for (const auto &[key, variable] :
+        {std::pair(tokenKey, tokenVariable), std::pair(startupIdKey, startupIdVariable)}) {
+        if (const QString value = qEnvironmentVariable(variable); !value.isEmpty()) {
+            platformData.insert(key, value);
+        }
+    }
+    return platformData;
+}
+
+/// Desktops that know no tokens yet have them in the startup id.
+void takeOverToken(const QVariantMap &platformData)
+{
+    for (const QLatin1String key : {tokenKey, startupIdKey}) {
+        const QString token = platformData.value(key).toString();
+        if (!token.isEmpty() && token.size() <= longestToken) {
+            qputenv(tokenVariable, token.toUtf8());
+            return;
+        }
+    }
+}
 } // namespace
 
 ApplicationInstance::ApplicationInstance(const QDBusConnection &bus, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
 {
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(patience);
+    connect(&m_patience, &QTimer::timeout, this, [this] { m_waitingActions.clear(); });
+
     // The object first: whoever sees the name may call at once.
     m_bus.registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
     m_isFirst = !m_bus.isConnected() || m_bus.registerService(applicationId.toString());
@@ -35,17 +71,16 @@ bool ApplicationInstance::isFirst() const
     return m_isFirst;
 }
 
-void ApplicationInstance::activateFirst(std::function<void(bool answered)> done)
+void ApplicationInstance::askFirst(std::optional<DesktopAction> action, std::function<void(bool answered)> done)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(applicationId.toString(), objectPath,
-        QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
+        QStringLiteral("org.freedesktop.Application"),
+        action ? QStringLiteral("ActivateAction") : QStringLiteral("Activate"));
     message.setAutoStartService(false);
-    // The right to take the keyboard, which the desktop gave to this start, goes with the request.
-    QVariantMap platformData;
-    if (const QString token = qEnvironmentVariable(tokenVariable); !token.isEmpty()) {
-        platformData.insert(tokenKey, token);
+    if (action) {
+        message << desktopActionName(*action) << QVariantList();
     }
-    message << platformData;
+    message << ownPlatformData();
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, deadline), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, done = std::move(done)] {
         watcher->deleteLater();
@@ -53,13 +88,58 @@ void ApplicationInstance::activateFirst(std::function<void(bool answered)> done)
     });
 }
 
+bool ApplicationInstance::isAskedForActionsAlone() const
+{
+    return m_isActionRequested && !m_isActivated;
+}
+
+void ApplicationInstance::requestAction(DesktopAction action)
+{
+    m_isActionRequested = true;
+    if (m_tellsActions) {
+        Q_EMIT actionRequested(action);
+        return;
+    }
+    if (m_waitingActions.isEmpty()) {
+        m_patience.start();
+    }
+    if (m_waitingActions.size() < mostWaitingActions) {
+        m_waitingActions.append(action);
+    }
+}
+
+void ApplicationInstance::tellActions()
+{
+    m_tellsActions = true;
+    m_patience.stop();
+    const QList<DesktopAction> actions = std::exchange(m_waitingActions, {});
+    for (const DesktopAction action : actions) {
+        Q_EMIT actionRequested(action);
+    }
+}
+
 void ApplicationInstance::Activate(const QVariantMap &platformData)
 {
-    const QString token = platformData.value(tokenKey).toString();
-    if (!token.isEmpty() && token.size() <= longestToken) {
-        qputenv(tokenVariable, token.toUtf8());
-    }
+    takeOverToken(platformData);
+    m_isActivated = true;
     Q_EMIT activated();
+}
+
+void ApplicationInstance::Open(const QStringList &, const QVariantMap &platformData)
+{
+    // The program opens no files; who asks it to, wants to see it.
+    Activate(platformData);
+}
+
+void ApplicationInstance::ActivateAction(const QString &actionName, const QVariantList &parameter, const QVariantMap &)
+{
+    const std::optional<DesktopAction> action = desktopActionNamed(actionName);
+    if (!action || !parameter.isEmpty()) {
+        qDebug("An action that there is not, or one with a parameter, was asked for over D-Bus.");
+        return;
+    }
+    // The right to take the keyboard, which may be in the platform data, is left: an action does not take it.
+    requestAction(*action);
 }
 
 } // namespace tunedeck

@@ -1,16 +1,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DesktopAction.h"
+
 #include <QDBusConnection>
 #include <QObject>
+#include <QStringList>
+#include <QTimer>
+#include <QVariantList>
 #include <QVariantMap>
 
 #include <functional>
+#include <optional>
 
 namespace tunedeck {
 
 /// Makes the program run once per session: the first process owns the program's name on the session bus, any other
-/// only asks the first one to show itself. Without a bus every process is the first.
+/// only asks the first one to show itself or to carry out an action. Without a bus every process is the first.
 class ApplicationInstance : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -19,19 +25,37 @@ public:
     explicit ApplicationInstance(const QDBusConnection &bus, QObject *parent = nullptr);
 
     [[nodiscard]] bool isFirst() const;
-    /// Asks the first process to show itself and calls `done` with whether it answered, within a second.
-    void activateFirst(std::function<void(bool answered)> done);
+    /// Asks the first process to carry out `action`, or without one to show itself, and calls `done` with whether it
+    /// answered, within a second.
+    void askFirst(std::optional<DesktopAction> action, std::function<void(bool answered)> done);
+
+    /// Whether nobody has asked for more than actions so far: a window that comes up leaves the keyboard where it is.
+    [[nodiscard]] bool isAskedForActionsAlone() const;
+    void requestAction(DesktopAction action);
 
 public Q_SLOTS:
-    /// What the desktop, or another process of the program, calls.
+    /// An action that is requested before this is told now, unless that was more than a second ago; any other is told
+    /// when it is requested.
+    void tellActions();
+
+    // What the desktop, or another process of the program, calls.
     Q_SCRIPTABLE void Activate(const QVariantMap &platformData);
+    Q_SCRIPTABLE void Open(const QStringList &uris, const QVariantMap &platformData);
+    Q_SCRIPTABLE void ActivateAction(
+        const QString &actionName, const QVariantList &parameter, const QVariantMap &platformData);
 
 Q_SIGNALS:
     void activated();
+    void actionRequested(tunedeck::DesktopAction action);
 
 private:
     QDBusConnection m_bus;
     bool m_isFirst;
+    bool m_isActivated = false;
+    bool m_isActionRequested = false;
+    bool m_tellsActions = false;
+    QList<DesktopAction> m_waitingActions;
+    QTimer m_patience{this};
 };
 
 } // namespace tunedeck

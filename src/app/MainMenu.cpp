@@ -81,6 +81,9 @@ void MainMenu::buildApplicationMenu(QMenu &menu)
 {
     QAction *about = addItem(menu, {tr("About Tunedeck", "Menu command"), QStringLiteral("Tunedeck_About")});
     connect(about, &QAction::triggered, &m_delegate, &AppDelegate::displayAboutWindow);
+    QAction *checkForUpdates =
+        addItem(menu, {tr("Check for Updates...", "Menu command"), QStringLiteral("Tunedeck_CheckForUpdates")});
+    connect(checkForUpdates, &QAction::triggered, this, &MainMenu::updateCheckRequested);
     menu.addSeparator();
 
     QAction *preferences = addItem(menu,
@@ -91,10 +94,6 @@ void MainMenu::buildApplicationMenu(QMenu &menu)
     QAction *quit =
         addItem(menu, {tr("Quit", "Menu command"), QStringLiteral("Tunedeck_Quit"), {Qt::CTRL | Qt::Key_Q}});
     connect(quit, &QAction::triggered, qApp, &QApplication::quit);
-
-    // Their windows are still to come.
-    about->setEnabled(false);
-    preferences->setEnabled(false);
 }
 
 void MainMenu::buildFileMenu(QMenu &menu)
@@ -160,10 +159,13 @@ void MainMenu::buildWindowMenu(QMenu &menu)
 
 void MainMenu::buildHelpMenu(QMenu &menu)
 {
+    QAction *help = addItem(
+        menu, {tr("Tunedeck Help", "Menu command"), QStringLiteral("Help_Contents"), {QKeySequence::HelpContents}});
+    connect(help, &QAction::triggered, &m_delegate, &AppDelegate::openHelp);
+    menu.addSeparator();
+
     QAction *terms = addItem(menu, {tr("Terms and Conditions", "Menu command"), QStringLiteral("Help_Terms")});
     connect(terms, &QAction::triggered, &m_delegate, &AppDelegate::openTermsAndConditions);
-    // Its window is still to come.
-    terms->setEnabled(false);
 }
 
 QMenu &MainMenu::addMenu(const QString &title)

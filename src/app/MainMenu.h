@@ -31,6 +31,9 @@ public:
     [[nodiscard]] QMenu &contextMenu();
     [[nodiscard]] MenuValidation &validation();
 
+Q_SIGNALS:
+    void updateCheckRequested();
+
 private:
     struct Command {
         QString title;

@@ -42,12 +42,13 @@ std::unique_ptr<PreferencesPaneController> instantiateController(
 
 AppPreferences appPreferences(const AppPreferencesWindowController::Surroundings &surroundings)
 {
-    using Controller = AppPreferencesWindowController;
     return {
         {
-            {generalPane, Controller::tr("General", "Title for General tab"), QStringLiteral("gearshape")},
-            {interfacePane, Controller::tr("Interface", "Title for Interface tab"), QStringLiteral("macwindow")},
-            {updatesPane, Controller::tr("Updates", "Title for Updates tab"),
+            {generalPane, AppPreferencesWindowController::tr("General", "Title for General tab"),
+                QStringLiteral("gearshape")},
+            {interfacePane, AppPreferencesWindowController::tr("Interface", "Title for Interface tab"),
+                QStringLiteral("macwindow")},
+            {updatesPane, AppPreferencesWindowController::tr("Updates", "Title for Updates tab"),
                 QStringLiteral("arrow.triangle.2.circlepath")},
         },
         symbolIcon,

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "AppDelegate.h"
 
+#include "AboutPinstripeView.h"
+#include "AboutWindow.h"
 #include "Desktop.h"
 #include "MenuItemIdentifier.h"
 #include "MusicConnector.h"
@@ -26,7 +28,7 @@ struct Program : Desktop {
     {
         music.setRunning(isMusicRunning);
         connector.emplace(music, windowActivation);
-        delegate.emplace(*connector, defaults, appearance);
+        delegate.emplace(*connector, defaults, appearance, windowActivation);
     }
     ~Program() { QApplication::setPalette(QPalette()); }
 
@@ -236,16 +238,106 @@ private Q_SLOTS:
     {
         Program program;
         QSignalSpy preferences(&*program.delegate, &AppDelegate::preferencesRequested);
-        QSignalSpy about(&*program.delegate, &AppDelegate::aboutPanelRequested);
         QSignalSpy help(&*program.delegate, &AppDelegate::helpRequested);
         program.delegate->preferencesButtonAction();
-        program.delegate->displayAboutWindow();
         program.delegate->openTermsAndConditions();
         QCOMPARE(preferences.count(), 1);
-        QCOMPARE(about.count(), 1);
         QCOMPARE(help.count(), 1);
         QCOMPARE(help.at(0).at(0).toString(), QStringLiteral("TermsConditions"));
         QVERIFY(!help.at(0).at(1).toString().isEmpty());
+    }
+
+    void thereAreStripesButNothingIsShownBeforeTheAboutWindowIsAskedFor()
+    {
+        Program program;
+        const AboutPinstripeView &stripes = program.delegate->pinstripesView();
+        QVERIFY(!program.delegate->aboutWindow());
+        QVERIFY(!stripes.isKeyWindow());
+        QVERIFY(!stripes.isVisible());
+        QVERIFY(!stripes.testAttribute(Qt::WA_WState_Polished));
+        QVERIFY(!stripes.testAttribute(Qt::WA_WState_Created));
+        QVERIFY(QGuiApplication::topLevelWindows().isEmpty());
+    }
+
+    void theAboutWindowComesUpKeyOverItsStripes()
+    {
+        Program program;
+        program.delegate->displayAboutWindow();
+        AboutWindow *about = program.delegate->aboutWindow();
+        QVERIFY(about->isVisible());
+        QVERIFY(program.delegate->pinstripesView().isKeyWindow());
+        QCOMPARE(program.delegate->pinstripesView().parentWidget(), about);
+        QVERIFY(QTest::qWaitForWindowActive(about));
+        QCOMPARE(program.delegate->pinstripesView().geometry(), about->rect());
+        QCOMPARE(program.windowActivation.keyWindow(), about->windowHandle());
+        QVERIFY(!program.windowActivation.mainWindow());
+    }
+
+    void askedForAgainTheAboutWindowIsTheSameWithItsStripesInItOnce()
+    {
+        Program program;
+        program.delegate->displayAboutWindow();
+        AboutWindow *about = program.delegate->aboutWindow();
+        about->close();
+        QVERIFY(!about->isVisible());
+        program.delegate->displayAboutWindow();
+        program.delegate->displayAboutWindow();
+        QCOMPARE(program.delegate->aboutWindow(), about);
+        QVERIFY(about->isVisible());
+        QCOMPARE(about->findChildren<AboutPinstripeView *>().size(), 1);
+        about->showMinimized();
+        program.delegate->displayAboutWindow();
+        QVERIFY(isOnScreen(*about));
+    }
+
+    void theStripesFollowTheKeyboardIntoAndOutOfTheAboutWindow()
+    {
+        Program program;
+        const AboutPinstripeView &stripes = program.delegate->pinstripesView();
+        QWidget other;
+        other.show();
+        program.delegate->displayAboutWindow();
+        AboutWindow *about = program.delegate->aboutWindow();
+        QVERIFY(QTest::qWaitForWindowActive(about));
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        QVERIFY(!stripes.isKeyWindow());
+        about->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(about));
+        QVERIFY(stripes.isKeyWindow());
+    }
+
+    void otherWindowsDoNotTouchTheStripes()
+    {
+        Program program;
+        QWidget other;
+        other.show();
+        program.delegate->displayAboutWindow();
+        QSignalSpy changed(&program.delegate->pinstripesView(), &AboutPinstripeView::isKeyWindowChanged);
+        program.delegate->windowDidResignKey(other.windowHandle());
+        program.delegate->windowDidResignKey(nullptr);
+        QCOMPARE(changed.count(), 0);
+        program.delegate->windowDidResignKey(program.delegate->aboutWindow()->windowHandle());
+        QCOMPARE(changed.count(), 1);
+        program.delegate->windowDidBecomeKey(other.windowHandle());
+        QCOMPARE(changed.count(), 1);
+    }
+
+    void noWindowIsTheAboutWindowThatThereIsNot()
+    {
+        Program program;
+        program.delegate->windowDidBecomeKey(nullptr);
+        QVERIFY(program.delegate->pinstripesView().isKeyWindow());
+        program.delegate->windowDidResignKey(nullptr);
+        QVERIFY(!program.delegate->pinstripesView().isKeyWindow());
+    }
+
+    void theDelegateMayEndWhileTheAboutWindowIsShown()
+    {
+        Program program;
+        program.delegate->displayAboutWindow();
+        program.delegate.reset();
+        QVERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 
     void theDockMenuOfAMusicThatDoesNotRunOpensIt()
@@ -331,7 +423,7 @@ private Q_SLOTS:
     void reopeningWithoutWindowsGoesOn()
     {
         Program program;
-        QVERIFY(QApplication::topLevelWidgets().isEmpty());
+        QVERIFY(QGuiApplication::topLevelWindows().isEmpty());
         QVERIFY(program.delegate->applicationShouldHandleReopen(false));
     }
 

@@ -2,16 +2,68 @@
 #include "ApplicationInstance.h"
 
 #include "PrivateBus.h"
+#include "elapse.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
+#include <QXmlStreamReader>
 
 #include <optional>
 
 using namespace tunedeck;
+
+namespace {
+/// What `instance` tells from now on.
+class ToldActions {
+public:
+    explicit ToldActions(ApplicationInstance &instance)
+    {
+        QObject::connect(&instance, &ApplicationInstance::actionRequested, &m_context,
+            [this](DesktopAction action) { m_names.append(desktopActionName(action)); });
+    }
+
+    [[nodiscard]] QStringList names() const { return m_names; }
+
+private:
+    QObject m_context;
+    QStringList m_names;
+};
+
+QDBusMessage callTo(const QString &interface, const QString &method, const QVariantList &arguments)
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.tunedeck.Tunedeck"), QStringLiteral("/org/tunedeck/Tunedeck"), interface, method);
+    call.setArguments(arguments);
+    return call;
+}
+
+/// What the program's own interface has: each member's kind, name and the types of its arguments.
+QStringList membersOf(const QString &introspection)
+{
+    QStringList members;
+    QXmlStreamReader xml(introspection);
+    bool isOwn = false;
+    while (!xml.atEnd()) {
+        if (!xml.readNextStartElement()) {
+            continue;
+        }
+        const QString name = xml.attributes().value(QLatin1String("name")).toString();
+        if (xml.name() == u"interface") {
+            isOwn = name == QStringLiteral("org.freedesktop.Application");
+        } else if (isOwn && xml.name() == u"arg") {
+            members.last() += u' ' + xml.attributes().value(QLatin1String("type")).toString();
+        } else if (isOwn && xml.name() != u"annotation") {
+            members.append(xml.name().toString() + u' ' + name);
+        }
+    }
+    return members;
+}
+} // namespace
 
 class ApplicationInstanceTest : public QObject {
     Q_OBJECT
@@ -41,11 +93,27 @@ private Q_SLOTS:
         qputenv("XDG_ACTIVATION_TOKEN", "token of the second");
         QSignalSpy activated(&first, &ApplicationInstance::activated);
         std::optional<bool> answered;
-        second.activateFirst([&answered](bool isAnswered) { answered = isAnswered; });
+        second.askFirst(std::nullopt, [&answered](bool isAnswered) { answered = isAnswered; });
         qunsetenv("XDG_ACTIVATION_TOKEN");
         QTRY_COMPARE(answered, true);
         QCOMPARE(activated.count(), 1);
         QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArrayLiteral("token of the second"));
+    }
+
+    void aSecondProcessAsksTheFirstForAnAction()
+    {
+        const PrivateBus bus;
+        QVERIFY(bus.isRunning());
+        ApplicationInstance first(bus.connect(QStringLiteral("asked")));
+        ApplicationInstance second(bus.connect(QStringLiteral("asking")));
+        first.tellActions();
+        const ToldActions told(first);
+        QSignalSpy activated(&first, &ApplicationInstance::activated);
+        std::optional<bool> answered;
+        second.askFirst(DesktopAction::Next, [&answered](bool isAnswered) { answered = isAnswered; });
+        QTRY_COMPARE(answered, true);
+        QCOMPARE(told.names(), {QStringLiteral("next")});
+        QCOMPARE(activated.count(), 0);
     }
 
     void aFirstProcessThatDoesNotAnswerIsReported()
@@ -58,7 +126,7 @@ private Q_SLOTS:
         ApplicationInstance second(bus.connect(QStringLiteral("later")));
         QVERIFY(!second.isFirst());
         std::optional<bool> answered;
-        second.activateFirst([&answered](bool isAnswered) { answered = isAnswered; });
+        second.askFirst(std::nullopt, [&answered](bool isAnswered) { answered = isAnswered; });
         QTRY_COMPARE(answered, false);
     }
 
@@ -71,6 +139,127 @@ private Q_SLOTS:
         instance.Activate({});
         QCOMPARE(activated.count(), 3);
         QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+    }
+
+    void whoIsAskedToOpenFilesActivates()
+    {
+        ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
+        QSignalSpy activated(&instance, &ApplicationInstance::activated);
+        instance.Open({QStringLiteral("file:///song")}, {{QStringLiteral("activation-token"), QStringLiteral("open")}});
+        QCOMPARE(activated.count(), 1);
+        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArrayLiteral("open"));
+    }
+
+    void aStartupIdIsTheTokenWhereThereIsNoOther()
+    {
+        ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
+        instance.Activate({{QStringLiteral("desktop-startup-id"), QStringLiteral("startup")}});
+        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArrayLiteral("startup"));
+        instance.Activate({{QStringLiteral("desktop-startup-id"), QStringLiteral("startup")},
+            {QStringLiteral("activation-token"), QStringLiteral("token")}});
+        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArrayLiteral("token"));
+        instance.Activate({{QStringLiteral("desktop-startup-id"), QString(100'000, u'x')}});
+        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArrayLiteral("token"));
+    }
+
+    void anActionLeavesTheKeyboardToWhoHasIt()
+    {
+        ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
+        QVERIFY(!instance.isAskedForActionsAlone());
+        instance.ActivateAction(
+            QStringLiteral("next"), {}, {{QStringLiteral("activation-token"), QStringLiteral("token")}});
+        QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+        QVERIFY(instance.isAskedForActionsAlone());
+        instance.Activate({});
+        QVERIFY(!instance.isAskedForActionsAlone());
+    }
+
+    void actionsWaitForWhoCarriesThemOut()
+    {
+        ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
+        const ToldActions told(instance);
+        instance.requestAction(DesktopAction::KeepAbove);
+        instance.requestAction(DesktopAction::Previous);
+        QCOMPARE(told.names(), QStringList());
+        instance.tellActions();
+        QCOMPARE(told.names(), (QStringList{QStringLiteral("keep-above"), QStringLiteral("previous")}));
+        instance.tellActions();
+        QCOMPARE(told.names().size(), 2);
+        instance.requestAction(DesktopAction::PlayPause);
+        QCOMPARE(told.names().constLast(), QStringLiteral("play-pause"));
+    }
+
+    void actionsDoNotWaitLongerThanASecond()
+    {
+        ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
+        const ToldActions told(instance);
+        instance.requestAction(DesktopAction::Next);
+        auto *patience = instance.findChild<QTimer *>();
+        QCOMPARE(patience->interval(), 1'000);
+        QVERIFY(elapse(*patience));
+        instance.tellActions();
+        QCOMPARE(told.names(), QStringList());
+    }
+
+    void fewActionsWait()
+    {
+        ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
+        const ToldActions told(instance);
+        for (int count = 0; count < 10'000; ++count) {
+            instance.requestAction(DesktopAction::Next);
+        }
+        instance.tellActions();
+        QCOMPARE(told.names().size(), 10);
+    }
+
+    void noActionIsToldThatTheDesktopEntryDoesNotHave()
+    {
+        ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
+        instance.tellActions();
+        const ToldActions told(instance);
+        instance.ActivateAction({}, {}, {});
+        instance.ActivateAction(QString(100'000, u'n'), {}, {});
+        instance.ActivateAction(QStringLiteral("Next"), {}, {});
+        instance.ActivateAction(QStringLiteral("next"), {QStringLiteral("twice")}, {});
+        QCOMPARE(told.names(), QStringList());
+        QVERIFY(!instance.isAskedForActionsAlone());
+    }
+
+    void callsWithOtherArgumentsAreRefused()
+    {
+        const PrivateBus bus;
+        QVERIFY(bus.isRunning());
+        ApplicationInstance instance(bus.connect(QStringLiteral("called")));
+        instance.tellActions();
+        const ToldActions told(instance);
+        QSignalSpy activated(&instance, &ApplicationInstance::activated);
+        const QDBusConnection caller = bus.connect(QStringLiteral("caller"));
+        const QString interface = QStringLiteral("org.freedesktop.Application");
+        for (const QDBusMessage &call : {callTo(interface, QStringLiteral("Activate"), {42}),
+                 callTo(interface, QStringLiteral("Open"), {QStringLiteral("file:///song"), QVariantMap()}),
+                 callTo(interface, QStringLiteral("ActivateAction"), {QStringLiteral("next")}),
+                 callTo(interface, QStringLiteral("ActivateAction"), {1, QVariantList(), QVariantMap()}),
+                 callTo(interface, QStringLiteral("tellActions"), {})}) {
+            const QDBusPendingCall answer = caller.asyncCall(call);
+            QTRY_VERIFY(answer.isFinished());
+            QCOMPARE(answer.error().type(), QDBusError::UnknownMethod);
+        }
+        QCOMPARE(told.names(), QStringList());
+        QCOMPARE(activated.count(), 0);
+    }
+
+    void itTellsTheBusItsThreeMethodsAndNothingElse()
+    {
+        const PrivateBus bus;
+        QVERIFY(bus.isRunning());
+        const ApplicationInstance instance(bus.connect(QStringLiteral("told")));
+        const QDBusConnection caller = bus.connect(QStringLiteral("reader"));
+        const QDBusPendingCall answer = caller.asyncCall(
+            callTo(QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"), {}));
+        QTRY_VERIFY(answer.isFinished());
+        QCOMPARE(membersOf(answer.reply().arguments().value(0).toString()),
+            (QStringList{QStringLiteral("method Activate a{sv}"), QStringLiteral("method Open as a{sv}"),
+                QStringLiteral("method ActivateAction s av a{sv}")}));
     }
 };
 

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "Application.h"
 
+#include "AboutWindow.h"
+#include "AppPreferencesWindowController.h"
+#include "BundleInfo.h"
 #include "Desktop.h"
 #include "DrawerBackground.h"
+#include "HelpWindow.h"
 #include "LcdView.h"
 #include "MainMenu.h"
 #include "MenuItemIdentifier.h"
@@ -36,7 +40,7 @@ private Q_SLOTS:
     void aFirstStartHasTheRegisteredSettings()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         application.showMainWindow();
         QCOMPARE(application.windowController().window().level(), WindowLevel::Normal);
         QVERIFY(application.viewController().remainingTimeEnabled());
@@ -48,7 +52,7 @@ private Q_SLOTS:
     void aTrackReachesTheDisplayTheMenuAndTheDock()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         desktop.playTrack();
         auto *view = application.windowController().window().findChild<PlayerView *>();
         QCOMPARE(view->lcd().trackInfoLabel().displayStrings().first(), QStringLiteral("Salt & Pepper"));
@@ -62,7 +66,7 @@ private Q_SLOTS:
     void theDrawerShowsThePlayersModes()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         application.showMainWindow();
         auto *view = application.windowController().window().findChild<PlayerView *>();
         QTRY_VERIFY(view->drawerContainerView().findChild<PlaylistView *>());
@@ -78,7 +82,7 @@ private Q_SLOTS:
     void tabGoesFromTheInfoButtonIntoTheDrawerAndOnToTheWindowsButtons()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         application.showMainWindow();
         Window &window = application.windowController().window();
         QVERIFY(QTest::qWaitForWindowActive(&window));
@@ -98,10 +102,68 @@ private Q_SLOTS:
         }
     }
 
+    void theMenuOpensThePreferencesHelpAndTheAboutWindow()
+    {
+        Desktop desktop;
+        Application application(desktop.environment());
+        application.showMainWindow();
+        application.mainMenu().item(QStringLiteral("Tunedeck_Preferences"))->trigger();
+        QVERIFY(application.preferencesWindowController().window().isVisible());
+        QCOMPARE(application.preferencesWindowController().window().windowTitle(), QStringLiteral("General"));
+        application.mainMenu().item(QStringLiteral("Help_Contents"))->trigger();
+        QVERIFY(application.helpWindow().isVisible());
+        application.helpWindow().close();
+        application.mainMenu().item(QStringLiteral("Help_Terms"))->trigger();
+        QVERIFY(application.helpWindow().isVisible());
+        application.mainMenu().item(QStringLiteral("Tunedeck_About"))->trigger();
+        QVERIFY(application.delegate().aboutWindow()->isVisible());
+        application.mainMenu().item(QStringLiteral("Tunedeck_CheckForUpdates"))->trigger();
+        QCOMPARE(desktop.updater.checks, 1);
+    }
+
+    void thePreferencesHelpButtonOpensTheHelp()
+    {
+        Desktop desktop;
+        Application application(desktop.environment());
+        Q_EMIT application.preferencesWindowController().helpRequested(
+            QStringLiteral("KeepingUpToDate"), bundleInfo(u"CFBundleHelpBookName").value());
+        QVERIFY(application.helpWindow().isVisible());
+    }
+
+    void everySettingChangesTheRunningWindowAtOnce_data()
+    {
+        QTest::addColumn<bool>("byAnotherProcess");
+        QTest::newRow("through the store") << false;
+        QTest::newRow("by another process that edits the file") << true;
+    }
+
+    void everySettingChangesTheRunningWindowAtOnce()
+    {
+        QFETCH(const bool, byAnotherProcess);
+        Desktop desktop;
+        Application application(desktop.environment());
+        application.showMainWindow();
+        Window &window = application.windowController().window();
+        auto *view = window.findChild<PlayerView *>();
+        UserDefaults other(desktop.folder.filePath(QStringLiteral("settings")));
+        UserDefaults &defaults = byAnotherProcess ? other : desktop.defaults;
+
+        defaults.setBool(SettingsKey::volumeButtonsHidden, true);
+        QTRY_VERIFY(!view->volumeMinButton().isVisible());
+        defaults.setBool(SettingsKey::remainingTimeEnabled, false);
+        QTRY_VERIFY(!application.viewController().remainingTimeEnabled());
+        defaults.setBool(SettingsKey::appearanceClassic, false);
+        QTRY_VERIFY(!application.delegate().isAppearanceClassic());
+        defaults.setBool(SettingsKey::keepMainWindowAboveAllOtherWindows, true);
+        QTRY_COMPARE(window.level(), WindowLevel::Floating);
+        defaults.setBool(SettingsKey::keepMainWindowAboveAllOtherWindows, false);
+        QTRY_COMPARE(window.level(), WindowLevel::Normal);
+    }
+
     void theWindowsIconTellsTheState()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         const auto isShown = [](const QString &tile) {
             return QApplication::windowIcon().pixmap(32, 32).toImage() == dockTileIcon(tile).pixmap(32, 32).toImage();
         };
@@ -117,7 +179,7 @@ private Q_SLOTS:
     void aHiddenWindowReadsNothingOfMusic()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         desktop.playTrack();
         application.showMainWindow();
         Window &window = application.windowController().window();
@@ -132,7 +194,7 @@ private Q_SLOTS:
     void theTransportButtonsReachMusic()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         desktop.playTrack();
         desktop.music.clearRecords();
         auto *view = application.windowController().window().findChild<PlayerView *>();
@@ -146,7 +208,7 @@ private Q_SLOTS:
     void theWindowButtonsMinimizeAndZoom()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         application.showMainWindow();
         Window &window = application.windowController().window();
         auto *view = window.findChild<PlayerView *>();
@@ -159,7 +221,7 @@ private Q_SLOTS:
     void theInfoButtonOpensAndClosesTheDrawer()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         application.showMainWindow();
         Window &window = application.windowController().window();
         auto *view = window.findChild<PlayerView *>();
@@ -174,7 +236,7 @@ private Q_SLOTS:
     void reopeningBringsBackAMinimizedWindowAndRaisesAVisibleOne()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         application.showMainWindow();
         Window &window = application.windowController().window();
         window.showMinimized();

@@ -2,7 +2,10 @@
 #pragma once
 
 #include "Appearance.h"
+#include "Application.h"
 #include "ScriptedMusicApplication.h"
+#include "SeenPlayers.h"
+#include "Updater.h"
 #include "UserDefaults.h"
 #include "WindowActivation.h"
 
@@ -19,6 +22,17 @@ inline void failOnWarning()
     QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
 }
 
+class NoPlayers : public SeenPlayers {
+public:
+    [[nodiscard]] QList<SeenPlayer> seenPlayers() const override { return {}; }
+};
+
+class CountingUpdater : public Updater {
+public:
+    int checks = 0;
+    void checkForUpdates() override { ++checks; }
+};
+
 /// What the program stands on, with settings of the test's own and no bus.
 struct Desktop {
     QTemporaryDir folder;
@@ -26,6 +40,13 @@ struct Desktop {
     Appearance appearance{defaults, QDBusConnection(QStringLiteral("none"))};
     WindowActivation windowActivation;
     ScriptedMusicApplication music;
+    NoPlayers players;
+    CountingUpdater updater;
+
+    [[nodiscard]] Application::Environment environment()
+    {
+        return {music, defaults, appearance, windowActivation, players, updater};
+    }
 
     void play(const QVariantMap &userInfo)
     {

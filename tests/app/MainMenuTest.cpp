@@ -25,7 +25,7 @@ private Q_SLOTS:
     void itHasFiveMenus()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         QStringList titles;
         for (const QAction *menu : application.mainMenu().contextMenu().actions()) {
             titles.append(menu->text());
@@ -35,23 +35,12 @@ private Q_SLOTS:
                 QStringLiteral("Window"), QStringLiteral("Help")}));
     }
 
-    void whatHasNoWindowYetIsDisabled()
-    {
-        Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
-        desktop.playTrack();
-        for (const QString &identifier :
-            {QStringLiteral("Tunedeck_About"), QStringLiteral("Tunedeck_Preferences"), QStringLiteral("Help_Terms")}) {
-            QVERIFY(!application.mainMenu().item(identifier)->isEnabled());
-        }
-    }
-
     void itemsFollowMusicWithoutAMenuBeingOpened()
     {
         using namespace MenuItemIdentifier;
         Desktop desktop;
         desktop.music.setRunning(false);
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         const auto isEnabled = [&application](const QString &identifier) {
             return application.mainMenu().item(identifier)->isEnabled();
         };
@@ -77,7 +66,7 @@ private Q_SLOTS:
     void theCheckMarkOfKeepAboveIsTheSetting()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         QAction *item = application.mainMenu().item(MenuItemIdentifier::keepAboveAllWindows);
         QVERIFY(!item->isChecked());
         application.delegate().toggleKeepMainWindowAboveOtherWindows();
@@ -90,7 +79,7 @@ private Q_SLOTS:
     void theShortcutsWorkInTheMainWindow()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         desktop.playTrack();
         application.showMainWindow();
         Window &window = application.windowController().window();
@@ -118,7 +107,7 @@ private Q_SLOTS:
     {
         using namespace MenuItemIdentifier;
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         const auto hasShortcut = [&application](const QString &identifier, Qt::Key key) {
             return application.mainMenu().item(identifier)->shortcuts().contains(QKeySequence(key));
         };
@@ -131,7 +120,7 @@ private Q_SLOTS:
     void aKeyThatPausesNeverPlays()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         desktop.playTrack();
         auto *pause = application.mainMenu().findChild<QAction *>(QStringLiteral("Controls_Pause"));
         QVERIFY(application.windowController().window().actions().contains(pause));
@@ -150,7 +139,7 @@ private Q_SLOTS:
     void theDrawersItemSaysWhatItWillDo()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         application.showMainWindow();
         QAction *item = application.mainMenu().item(QStringLiteral("Window_ToggleDrawer"));
         QCOMPARE(item->text(), QStringLiteral("Show Playlists"));
@@ -164,7 +153,7 @@ private Q_SLOTS:
     void closeWindowClosesTheWindow()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         application.showMainWindow();
         application.mainMenu().item(MenuItemIdentifier::closeWindow)->trigger();
         QVERIFY(!application.windowController().window().isVisible());
@@ -173,7 +162,7 @@ private Q_SLOTS:
     void theMenuComesOnARightClickAndOnTheKeyboardsRequest()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         application.showMainWindow();
         Window &window = application.windowController().window();
         window.activateWindow();
@@ -192,7 +181,7 @@ private Q_SLOTS:
     void theMenuBarTakesNoRoomWhereTheDesktopDoesNotTakeItOver()
     {
         Desktop desktop;
-        Application application({desktop.music, desktop.defaults, desktop.appearance, desktop.windowActivation});
+        Application application(desktop.environment());
         application.showMainWindow();
         application.mainMenu();
         const auto *menuBar = application.windowController().window().findChild<QMenuBar *>();

@@ -49,7 +49,7 @@ struct Program {
     explicit Program(const QStringList &playerArguments)
         : player(bus, bus.connect(u"player's control"_s), playerArguments)
         , music(bus.connect(u"the program"_s), defaults, launcher)
-        , application({music, defaults, appearance, windowActivation})
+        , application({music, defaults, appearance, windowActivation, players, updater})
     {
         application.showMainWindow();
     }
@@ -68,6 +68,8 @@ struct Program {
     UserDefaults defaults{folder.filePath(u"settings"_s)};
     Appearance appearance{defaults, QDBusConnection(u"none"_s)};
     WindowActivation windowActivation;
+    NoPlayers players;
+    CountingUpdater updater;
     ApplicationLauncher launcher;
     DemoPlayerProcess player;
     MprisMusicApplication music;

@@ -8,8 +8,10 @@
 #include "ApplicationLauncher.h"
 #include "MetalPopupButton.h"
 #include "MprisMusicApplication.h"
+#include "PlayersOnTheBus.h"
 #include "PlaylistView.h"
 #include "PlaylistViewController.h"
+#include "SoftwareUpdater.h"
 #include "UserDefaults.h"
 #include "ViewController.h"
 #include "WindowActivation.h"
@@ -75,10 +77,12 @@ int main(int argc, char *argv[])
     const WindowActivation windowActivation;
     ApplicationLauncher launcher;
     MprisMusicApplication music(QDBusConnection::sessionBus(), defaults, launcher);
+    PlayersOnTheBus players(music);
+    SoftwareUpdater updater;
     if (!QTest::qWaitFor([&] { return music.isReady(); })) {
         return 1;
     }
-    Application application({music, defaults, appearance, windowActivation});
+    Application application({music, defaults, appearance, windowActivation, players, updater});
     application.showMainWindow();
     MusicConnector &connector = application.musicConnector();
     const auto isLoaded = [&] { return connector.selectedPlaylist().has_value(); };

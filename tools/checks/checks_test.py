@@ -77,6 +77,26 @@ class ChecksTest(unittest.TestCase):
         self.write("Bad.cpp", '#include "Bad.h"\n')
         self.assert_finds("Bad.h:3", "analyse.py", "clang-tidy", str(self.root), str(self.root))
 
+    def test_a_text_without_a_translation_is_found(self) -> None:
+        folder = self.root / "resources/translations"
+        folder.mkdir(parents=True)
+        ours = CHECKS.parents[1] / "resources/translations"
+        empty = '<?xml version="1.0" encoding="utf-8"?><!DOCTYPE TS><TS version="2.1" language="{}"></TS>'
+        for language in (file.stem.partition("_")[2] for file in ours.glob("*.ts")):
+            (folder / f"tunedeck_{language}.ts").write_text(empty.format(language))
+        self.write("Good.cpp", GOOD)
+        self.assert_passes("translations.py", str(self.root))
+        self.write("Bad.cpp", 'QString text()\n{\n    return QCoreApplication::translate("Context", "Text");\n}\n')
+        self.assert_finds('tunedeck_fi.ts: Context: "Text" is unfinished', "translations.py", str(self.root))
+
+    def test_a_text_that_is_no_more_is_found(self) -> None:
+        folder = self.root / "resources/translations"
+        folder.mkdir(parents=True)
+        for file in (CHECKS.parents[1] / "resources/translations").glob("*.ts"):
+            (folder / file.name).write_text(file.read_text())
+        self.write("Good.cpp", GOOD)
+        self.assert_finds("is vanished", "translations.py", str(self.root))
+
     def test_nothing_to_check_is_an_error(self) -> None:
         self.write("readme.txt", "")
         self.assertEqual(self.check("formatted.py", str(self.root)).returncode, 2)

@@ -1,0 +1,850 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>main</name>
+    <message>
+        <source>A small window that controls the music player that runs</source>
+        <comment>For --help</comment>
+        <translation>Ein kleines Fenster, das den laufenden Musikplayer steuert</translation>
+    </message>
+    <message>
+        <source>Carries out &lt;name&gt; in the Tunedeck that runs, or starts it for that. It is one of: %1.</source>
+        <comment>For --help; &lt;name&gt; stays as it is, %1 is a list of names</comment>
+        <translation>Führt &lt;name&gt; im laufenden Tunedeck aus oder startet es dafür. Möglich sind: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::AboutWindow</name>
+    <message>
+        <source>About</source>
+        <comment>About window title</comment>
+        <translation>Über Tunedeck</translation>
+    </message>
+    <message>
+        <source>Version %1 (%2)</source>
+        <comment>About window: the version and the number of its build</comment>
+        <translation>Version %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Credits</source>
+        <comment>For accessibility: the about window&apos;s text</comment>
+        <translation>Mitwirkende</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::AppDelegate</name>
+    <message>
+        <source>Now Playing</source>
+        <comment>For UI labels: Now Playing</comment>
+        <translation>Aktuelle Wiedergabe</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <comment>For UI labels: Track</comment>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>Artist</source>
+        <comment>For UI labels: Artist</comment>
+        <translation>Interpret</translation>
+    </message>
+    <message>
+        <source>Album</source>
+        <comment>For UI labels: Album</comment>
+        <translation>Album</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot;</source>
+        <comment>Command to open main Music app</comment>
+        <translation>Musikplayer öffnen</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>For UI labels: Next</comment>
+        <translation>Nächster Titel</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>For UI labels: Previous</comment>
+        <translation>Vorheriger Titel</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows</source>
+        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
+        <translation>Immer im Vordergrund</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::AppPreferencesWindowController</name>
+    <message>
+        <source>General</source>
+        <comment>Title for General tab</comment>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>Interface</source>
+        <comment>Title for Interface tab</comment>
+        <translation>Oberfläche</translation>
+    </message>
+    <message>
+        <source>Updates</source>
+        <comment>Title for Updates tab</comment>
+        <translation>Aktualisierungen</translation>
+    </message>
+    <message>
+        <source>Panes</source>
+        <comment>For accessibility: the toolbar of the preferences window</comment>
+        <translation>Bereiche</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <comment>Window Title for Preferences</comment>
+        <translation>Einstellungen</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::HelpWindow</name>
+    <message>
+        <source>%1 › %2</source>
+        <comment>What the help&apos;s search found: a page and a section of it</comment>
+        <translation>%1 › %2</translation>
+    </message>
+    <message>
+        <source>Tunedeck Help</source>
+        <comment>Title of the help window</comment>
+        <translation>Tunedeck-Hilfe</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <comment>For accessibility: the text of the help page</comment>
+        <translation>Seite</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <comment>Button of the help window: to the page shown before</comment>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <comment>Button of the help window: undoes Back</comment>
+        <translation>Vor</translation>
+    </message>
+    <message>
+        <source>Search the help</source>
+        <comment>For accessibility: the help window&apos;s search field</comment>
+        <translation>Hilfe durchsuchen</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <comment>In the help window&apos;s empty search field</comment>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Search results</source>
+        <comment>For accessibility: what the help&apos;s search found</comment>
+        <translation>Suchergebnisse</translation>
+    </message>
+    <message>
+        <source>Contents</source>
+        <comment>For accessibility: the list of the help&apos;s pages</comment>
+        <translation>Inhalt</translation>
+    </message>
+    <message>
+        <source>Nothing found</source>
+        <comment>In place of what the help&apos;s search found</comment>
+        <translation>Nichts gefunden</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::InterfacePreferencesViewController</name>
+    <message>
+        <source>&amp;Classic appearance</source>
+        <comment>Check box in the Interface pane</comment>
+        <translation>&amp;Klassisches Erscheinungsbild</translation>
+    </message>
+    <message>
+        <source>The player stays light, whatever the appearance of the desktop.</source>
+        <comment>Below the check box &quot;Classic appearance&quot;</comment>
+        <translation>Tunedeck bleibt auch bei dunkler Arbeitsumgebung hell.</translation>
+    </message>
+    <message>
+        <source>&amp;Dark icon on a dark desktop</source>
+        <comment>Check box in the Interface pane: the program&apos;s icon in the dock</comment>
+        <translation>&amp;Dunkles Symbol bei dunkler Arbeitsumgebung</translation>
+    </message>
+    <message>
+        <source>The icon in the dock follows the desktop between light and dark.</source>
+        <comment>Below the check box &quot;Dark icon on a dark desktop&quot;</comment>
+        <translation>Das Symbol im Dock wechselt mit der Arbeitsumgebung zwischen Hell und Dunkel.</translation>
+    </message>
+    <message>
+        <source>&amp;Hide the volume buttons</source>
+        <comment>Check box in the Interface pane</comment>
+        <translation>&amp;Lautstärkeknöpfe ausblenden</translation>
+    </message>
+    <message>
+        <source>These are the two speakers beside the volume slider.</source>
+        <comment>Below the check box &quot;Hide the volume buttons&quot;</comment>
+        <translation>Das sind die beiden Lautsprecher neben dem Lautstärkeregler.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::LcdView</name>
+    <message>
+        <source>Live</source>
+        <comment>In place of the times while a live stream plays</comment>
+        <translation>Live</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <comment>For accessibility: the progress slider</comment>
+        <translation>Position</translation>
+    </message>
+    <message>
+        <source>Show or hide the playlists</source>
+        <comment>The info button</comment>
+        <translation>Wiedergabelisten ein- oder ausblenden</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::MainMenu</name>
+    <message>
+        <source>File</source>
+        <comment>Menu title</comment>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Controls</source>
+        <comment>Menu title</comment>
+        <translation>Steuerung</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <comment>Menu title</comment>
+        <translation>Fenster</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <comment>Menu title</comment>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>About Tunedeck</source>
+        <comment>Menu command</comment>
+        <translation>Über Tunedeck</translation>
+    </message>
+    <message>
+        <source>Check for Updates...</source>
+        <comment>Menu command</comment>
+        <translation>Nach Aktualisierungen suchen ...</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <comment>Menu command</comment>
+        <translation>Einstellungen ...</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <comment>Menu command</comment>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot;</source>
+        <comment>Command to open main Music app</comment>
+        <translation>Musikplayer öffnen</translation>
+    </message>
+    <message>
+        <source>Close Window</source>
+        <comment>Menu command</comment>
+        <translation>Fenster schließen</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <comment>For UI labels: Play</comment>
+        <translation>Wiedergabe</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>For UI labels: Next</comment>
+        <translation>Nächster Titel</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>For UI labels: Previous</comment>
+        <translation>Vorheriger Titel</translation>
+    </message>
+    <message>
+        <source>Volume Up</source>
+        <comment>Menu command</comment>
+        <translation>Lauter</translation>
+    </message>
+    <message>
+        <source>Volume Down</source>
+        <comment>Menu command</comment>
+        <translation>Leiser</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <comment>Menu command</comment>
+        <translation>Minimieren</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <comment>Menu command</comment>
+        <translation>Maximieren</translation>
+    </message>
+    <message>
+        <source>Hide Playlists</source>
+        <comment>Menu command: close the drawer</comment>
+        <translation>Wiedergabelisten ausblenden</translation>
+    </message>
+    <message>
+        <source>Show Playlists</source>
+        <comment>Menu command: open the drawer</comment>
+        <translation>Wiedergabelisten einblenden</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows</source>
+        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
+        <translation>Immer im Vordergrund</translation>
+    </message>
+    <message>
+        <source>Tunedeck Help</source>
+        <comment>Menu command</comment>
+        <translation>Tunedeck-Hilfe</translation>
+    </message>
+    <message>
+        <source>Terms and Conditions</source>
+        <comment>Menu command</comment>
+        <translation>Nutzungsbedingungen</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::MusicConnector</name>
+    <message>
+        <source>0:00</source>
+        <comment>For UI labels: 0:00</comment>
+        <translation>0:00</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PlayerView</name>
+    <message>
+        <source>Close</source>
+        <comment>Window button</comment>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <comment>Window button</comment>
+        <translation>Minimieren</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <comment>Window button</comment>
+        <translation>Maximieren</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>Transport button</comment>
+        <translation>Vorheriger Titel</translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <comment>Transport button</comment>
+        <translation>Wiedergabe oder Pause</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>Transport button</comment>
+        <translation>Nächster Titel</translation>
+    </message>
+    <message>
+        <source>Silence</source>
+        <comment>Button at the quiet end of the volume slider</comment>
+        <translation>Stumm</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <comment>Volume slider</comment>
+        <translation>Lautstärke</translation>
+    </message>
+    <message>
+        <source>Full volume</source>
+        <comment>Button at the loud end of the volume slider</comment>
+        <translation>Volle Lautstärke</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PlaylistView</name>
+    <message>
+        <source>Playlist:</source>
+        <comment>Caption in the drawer, before the playlist picker</comment>
+        <translation>Liste:</translation>
+    </message>
+    <message>
+        <source>Playlist</source>
+        <comment>For accessibility: the playlist picker</comment>
+        <translation>Wiedergabeliste</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <comment>Button in the drawer: play the chosen playlist</comment>
+        <translation>Starten</translation>
+    </message>
+    <message>
+        <source>Play the chosen playlist</source>
+        <comment>Tooltip of the done button in the drawer</comment>
+        <translation>Ausgewählte Wiedergabeliste abspielen</translation>
+    </message>
+    <message>
+        <source>Shuffle</source>
+        <comment>Button in the drawer</comment>
+        <translation>Zufallswiedergabe</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <comment>Button in the drawer</comment>
+        <translation>Wiederholung</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PlaylistViewController</name>
+    <message>
+        <source>Repeat: off</source>
+        <comment>For accessibility: the repeat button</comment>
+        <translation>Wiederholung: aus</translation>
+    </message>
+    <message>
+        <source>Repeat: one</source>
+        <comment>For accessibility: the repeat button</comment>
+        <translation>Wiederholung: ein Titel</translation>
+    </message>
+    <message>
+        <source>Repeat: all</source>
+        <comment>For accessibility: the repeat button</comment>
+        <translation>Wiederholung: alle Titel</translation>
+    </message>
+    <message>
+        <source>Choose a playlist</source>
+        <comment>Tooltip of the playlist picker</comment>
+        <translation>Wiedergabeliste auswählen</translation>
+    </message>
+    <message>
+        <source>Music is not open</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>Kein Musikplayer geöffnet</translation>
+    </message>
+    <message>
+        <source>The player has no playlists</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>Der Player hat keine Wiedergabelisten</translation>
+    </message>
+    <message>
+        <source>There are no playlist files (.m3u, .m3u8, .pls, .xspf) in your music folder</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>In Ihrem Musikordner sind keine Wiedergabelisten-Dateien (.m3u, .m3u8, .pls, .xspf)</translation>
+    </message>
+    <message>
+        <source>The player has not told of its playlists yet</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>Der Player hat seine Wiedergabelisten noch nicht mitgeteilt</translation>
+    </message>
+    <message>
+        <source>This player neither offers playlists nor opens playlist files</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>Dieser Player bietet weder Wiedergabelisten an noch öffnet er Wiedergabelisten-Dateien</translation>
+    </message>
+    <message>
+        <source>Shuffle: on</source>
+        <comment>For accessibility: the shuffle button</comment>
+        <translation>Zufallswiedergabe: ein</translation>
+    </message>
+    <message>
+        <source>Shuffle: off</source>
+        <comment>For accessibility: the shuffle button</comment>
+        <translation>Zufallswiedergabe: aus</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PreferencesViewController</name>
+    <message>
+        <source>&amp;Remaining time</source>
+        <comment>Choice in the General pane: what the time on the right is</comment>
+        <translation>&amp;Restzeit</translation>
+    </message>
+    <message>
+        <source>&amp;Duration</source>
+        <comment>Choice in the General pane: what the time on the right is</comment>
+        <translation>&amp;Dauer</translation>
+    </message>
+    <message>
+        <source>&amp;Follow player:</source>
+        <comment>Caption in the General pane, before the choice of the player</comment>
+        <translation>Diesem &amp;Player folgen:</translation>
+    </message>
+    <message>
+        <source>Automatic is the player that plays.</source>
+        <comment>Below the choice of the player to follow</comment>
+        <translation>„Automatisch“ steht für den Player, der gerade spielt.</translation>
+    </message>
+    <message>
+        <source>Time on the right:</source>
+        <comment>Caption in the General pane: the display&apos;s time on the right</comment>
+        <translation>Zeitangabe rechts:</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <comment>In the list of players to follow: the one that plays</comment>
+        <translation>Automatisch</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::SoftwareUpdater</name>
+    <message>
+        <source>Software Update</source>
+        <comment>Updates: title of the window</comment>
+        <translation>Softwareaktualisierung</translation>
+    </message>
+    <message>
+        <source>The updater of Tunedeck is missing, or belongs to another version.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Das Aktualisierungsprogramm von Tunedeck fehlt oder gehört zu einer anderen Version.</translation>
+    </message>
+    <message>
+        <source>Install Tunedeck anew.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Installieren Sie Tunedeck neu.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::UpdatePreferencesViewController</name>
+    <message>
+        <source>Check for Updates...</source>
+        <comment>Button in the Updates pane</comment>
+        <translation>Nach Aktualisierungen suchen ...</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <comment>Button in the Updates pane: opens the page about updates</comment>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>Tunedeck %1</source>
+        <comment>In the Updates pane; %1 is the version that runs</comment>
+        <translation>Tunedeck %1</translation>
+    </message>
+    <message>
+        <source>Tunedeck looks for a newer version when you ask it to, and lets you choose whether to download it.</source>
+        <comment>In the Updates pane</comment>
+        <translation>Tunedeck sucht auf Ihren Wunsch nach einer neueren Version und überlässt Ihnen, ob Sie sie herunterladen.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::UpdateWindow</name>
+    <message>
+        <source>The update server could not be reached.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Der Aktualisierungsserver konnte nicht erreicht werden.</translation>
+    </message>
+    <message>
+        <source>Make sure that this computer is connected to the internet, then check for updates again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Stellen Sie sicher, dass dieser Rechner mit dem Internet verbunden ist, und suchen Sie dann erneut nach Aktualisierungen.</translation>
+    </message>
+    <message>
+        <source>The connection to the update server is not secure.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Die Verbindung zum Aktualisierungsserver ist nicht sicher.</translation>
+    </message>
+    <message>
+        <source>Nothing was downloaded. Make sure that the date and the time of this computer are right, or try again in another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Es wurde nichts heruntergeladen. Stellen Sie sicher, dass Datum und Uhrzeit dieses Rechners stimmen, oder versuchen Sie es in einem anderen Netzwerk erneut.</translation>
+    </message>
+    <message>
+        <source>The update server leads nowhere.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Der Aktualisierungsserver führt nicht ans Ziel.</translation>
+    </message>
+    <message>
+        <source>It sends from one address to the next. Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Er leitet von einer Adresse zur nächsten weiter. Suchen Sie später erneut nach Aktualisierungen.</translation>
+    </message>
+    <message>
+        <source>The update server has stopped answering.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Der Aktualisierungsserver antwortet nicht mehr.</translation>
+    </message>
+    <message>
+        <source>Check your connection to the internet, or check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Überprüfen Sie Ihre Internetverbindung oder suchen Sie später erneut nach Aktualisierungen.</translation>
+    </message>
+    <message>
+        <source>The update server does not have what was asked for.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Auf dem Aktualisierungsserver fehlt, was angefordert wurde.</translation>
+    </message>
+    <message>
+        <source>Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Suchen Sie später erneut nach Aktualisierungen.</translation>
+    </message>
+    <message>
+        <source>The connection to the update server was lost.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Die Verbindung zum Aktualisierungsserver ist abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Check your connection to the internet, then check for updates again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Überprüfen Sie Ihre Internetverbindung und suchen Sie dann erneut nach Aktualisierungen.</translation>
+    </message>
+    <message>
+        <source>This copy of Tunedeck cannot check for updates.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Diese Kopie von Tunedeck kann nicht nach Aktualisierungen suchen.</translation>
+    </message>
+    <message>
+        <source>It was built with an address or a key that cannot be used. Get a new version from where you have this one.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Sie wurde mit einer unbrauchbaren Adresse oder einem unbrauchbaren Schlüssel erstellt. Holen Sie sich eine neue Version von dort, woher Sie diese haben.</translation>
+    </message>
+    <message>
+        <source>The software updater could not be opened.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Die Aktualisierungsverwaltung konnte nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>Look for it among the applications of your desktop.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Suchen Sie unter den Anwendungen Ihrer Arbeitsumgebung danach.</translation>
+    </message>
+    <message>
+        <source>The list of updates is too long.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Die Liste der Aktualisierungen ist zu lang.</translation>
+    </message>
+    <message>
+        <source>What the server sent was not read to its end. Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Die Antwort des Servers wurde nicht bis zum Ende gelesen. Suchen Sie später erneut nach Aktualisierungen.</translation>
+    </message>
+    <message>
+        <source>The list of updates could not be read.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Die Liste der Aktualisierungen konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>There is a new version, but it cannot be trusted.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Es gibt eine neue Version, aber sie ist nicht vertrauenswürdig.</translation>
+    </message>
+    <message>
+        <source>The server does not say how to check that it is genuine, so it was not downloaded. Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Der Server teilt nicht mit, wie sich ihre Echtheit prüfen lässt. Deshalb wurde sie nicht heruntergeladen. Suchen Sie später erneut nach Aktualisierungen.</translation>
+    </message>
+    <message>
+        <source>The download is not complete.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Der Download ist unvollständig.</translation>
+    </message>
+    <message>
+        <source>It was thrown away. Check your connection to the internet, then try again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Er wurde verworfen. Überprüfen Sie Ihre Internetverbindung und versuchen Sie es dann erneut.</translation>
+    </message>
+    <message>
+        <source>The download is not the file that it should be.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Der Download ist nicht die erwartete Datei.</translation>
+    </message>
+    <message>
+        <source>It is longer than announced and was thrown away. Try again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Er ist größer als angekündigt und wurde verworfen. Versuchen Sie es später erneut.</translation>
+    </message>
+    <message>
+        <source>The download cannot be trusted.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Der Download ist nicht vertrauenswürdig.</translation>
+    </message>
+    <message>
+        <source>It does not come from those who make Tunedeck, or was changed on its way. It was thrown away. Try again later, or in another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Er stammt nicht von den Entwicklern von Tunedeck oder wurde unterwegs verändert. Deshalb wurde er verworfen. Versuchen Sie es später oder in einem anderen Netzwerk erneut.</translation>
+    </message>
+    <message>
+        <source>The download could not be saved.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Der Download konnte nicht gespeichert werden.</translation>
+    </message>
+    <message>
+        <source>Make sure that there is room in your download folder and that you may write to it, then try again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Stellen Sie sicher, dass in Ihrem Download-Ordner genug Platz ist und dass Sie dort schreiben dürfen, und versuchen Sie es dann erneut.</translation>
+    </message>
+    <message>
+        <source>Software Update</source>
+        <comment>Updates: title of the window</comment>
+        <translation>Softwareaktualisierung</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <comment>Updates: for accessibility, the progress bar</comment>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>What is new</source>
+        <comment>Updates: for accessibility, the text on what is new in a version</comment>
+        <translation>Neuerungen</translation>
+    </message>
+    <message>
+        <source>Checking for updates…</source>
+        <comment>Updates: a search is under way</comment>
+        <translation>Es wird nach Aktualisierungen gesucht …</translation>
+    </message>
+    <message>
+        <source>Tunedeck is up to date.</source>
+        <comment>Updates: there is no newer version</comment>
+        <translation>Tunedeck ist auf dem neuesten Stand.</translation>
+    </message>
+    <message>
+        <source>You have version %1, which is the newest.</source>
+        <comment>Updates: %1 is a version</comment>
+        <translation>Sie verwenden Version %1. Das ist die neueste.</translation>
+    </message>
+    <message>
+        <source>A new version of Tunedeck is available.</source>
+        <comment>Updates: there is a newer version</comment>
+        <translation>Eine neue Version von Tunedeck ist verfügbar.</translation>
+    </message>
+    <message>
+        <source>Version %1 is available; you have version %2.</source>
+        <comment>Updates: %1 and %2 are versions</comment>
+        <translation>Version %1 ist verfügbar; Sie verwenden Version %2.</translation>
+    </message>
+    <message>
+        <source>&amp;Download</source>
+        <comment>Updates: button that downloads the new version</comment>
+        <translation>&amp;Herunterladen</translation>
+    </message>
+    <message>
+        <source>&amp;Later</source>
+        <comment>Updates: button that leaves the new version for another day</comment>
+        <translation>&amp;Später</translation>
+    </message>
+    <message>
+        <source>Downloading Tunedeck %1…</source>
+        <comment>Updates: %1 is a version</comment>
+        <translation>Tunedeck %1 wird heruntergeladen …</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <comment>Updates: how much has come of a download, such as 1.2 MB of 3 MB</comment>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Checking that the download is genuine…</source>
+        <comment>Updates: the file&apos;s signature is looked at</comment>
+        <translation>Die Echtheit des Downloads wird geprüft …</translation>
+    </message>
+    <message>
+        <source>The new version has been downloaded.</source>
+        <comment>Updates: the file is there</comment>
+        <translation>Die neue Version wurde heruntergeladen.</translation>
+    </message>
+    <message>
+        <source>It was verified and saved as “%1” in “%2”. To install it, quit Tunedeck and open the file.</source>
+        <comment>Updates: %1 is the name of a file, %2 of a folder</comment>
+        <translation>Sie wurde geprüft und als „%1“ in „%2“ gespeichert. Um sie zu installieren, beenden Sie Tunedeck und öffnen Sie die Datei.</translation>
+    </message>
+    <message>
+        <source>Show in &amp;Folder</source>
+        <comment>Updates: button that shows the file in the file manager</comment>
+        <translation>Im &amp;Ordner anzeigen</translation>
+    </message>
+    <message>
+        <source>Your system keeps this copy of Tunedeck up to date.</source>
+        <comment>Updates: Tunedeck came with the system</comment>
+        <translation>Ihr System hält diese Kopie von Tunedeck aktuell.</translation>
+    </message>
+    <message>
+        <source>New versions come with the updates of your system&apos;s software.</source>
+        <comment>Updates: Tunedeck came with the system</comment>
+        <translation>Neue Versionen kommen mit den Aktualisierungen Ihres Systems.</translation>
+    </message>
+    <message>
+        <source>&amp;Open Software Updater</source>
+        <comment>Updates: button that starts the system&apos;s own program for updates</comment>
+        <translation>&amp;Aktualisierungsverwaltung öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::ViewController</name>
+    <message>
+        <source>Play</source>
+        <comment>For UI labels: Play</comment>
+        <translation>Wiedergabe</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <comment>For UI labels: Stop</comment>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <comment>For UI labels: Pause</comment>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Music is not responding</source>
+        <comment>Tooltip of the LCD while Music is frozen</comment>
+        <translation>Der Musikplayer reagiert nicht</translation>
+    </message>
+    <message>
+        <source>Elapsed Time</source>
+        <comment>For UI labels: Elapsed Time</comment>
+        <translation>Bisher gespielt</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <comment>Title of the time label&apos;s context menu</comment>
+        <translation>Menü</translation>
+    </message>
+    <message>
+        <source>Remaining Time</source>
+        <comment>For UI labels: Remaining Time</comment>
+        <translation>Restzeit</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <comment>For UI labels: Duration</comment>
+        <translation>Dauer</translation>
+    </message>
+    <message>
+        <source>Play or stop playing live audio</source>
+        <comment>For UI labels: Play or stop playing live audio</comment>
+        <translation>Livestream abspielen oder beenden</translation>
+    </message>
+    <message>
+        <source>Play or pause the current track</source>
+        <comment>For UI labels: Play or pause the current track</comment>
+        <translation>Aktuellen Titel abspielen oder anhalten</translation>
+    </message>
+    <message>
+        <source>Music is not open</source>
+        <comment>&apos;Music is not open&apos; displayed in LCD</comment>
+        <translation>Kein Musikplayer geöffnet</translation>
+    </message>
+    <message>
+        <source>No Song</source>
+        <comment>&apos;No Song&apos; displayed in LCD</comment>
+        <translation>Kein Titel</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,850 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="es" sourcelanguage="en">
+<context>
+    <name>main</name>
+    <message>
+        <source>A small window that controls the music player that runs</source>
+        <comment>For --help</comment>
+        <translation>Una ventana pequeña que controla el reproductor de música en marcha</translation>
+    </message>
+    <message>
+        <source>Carries out &lt;name&gt; in the Tunedeck that runs, or starts it for that. It is one of: %1.</source>
+        <comment>For --help; &lt;name&gt; stays as it is, %1 is a list of names</comment>
+        <translation>Ejecuta &lt;name&gt; en el Tunedeck que ya está abierto, o lo inicia para ello. Es una de estas: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::AboutWindow</name>
+    <message>
+        <source>About</source>
+        <comment>About window title</comment>
+        <translation>Acerca de</translation>
+    </message>
+    <message>
+        <source>Version %1 (%2)</source>
+        <comment>About window: the version and the number of its build</comment>
+        <translation>Versión %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Credits</source>
+        <comment>For accessibility: the about window&apos;s text</comment>
+        <translation>Créditos</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::AppDelegate</name>
+    <message>
+        <source>Now Playing</source>
+        <comment>For UI labels: Now Playing</comment>
+        <translation>Reproduciendo ahora</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <comment>For UI labels: Track</comment>
+        <translation>Pista</translation>
+    </message>
+    <message>
+        <source>Artist</source>
+        <comment>For UI labels: Artist</comment>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Album</source>
+        <comment>For UI labels: Album</comment>
+        <translation>Álbum</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot;</source>
+        <comment>Command to open main Music app</comment>
+        <translation>Abrir el reproductor</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>For UI labels: Next</comment>
+        <translation>Siguiente</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>For UI labels: Previous</comment>
+        <translation>Anterior</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows</source>
+        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
+        <translation>Mantener por encima de las demás ventanas</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::AppPreferencesWindowController</name>
+    <message>
+        <source>General</source>
+        <comment>Title for General tab</comment>
+        <translation>General</translation>
+    </message>
+    <message>
+        <source>Interface</source>
+        <comment>Title for Interface tab</comment>
+        <translation>Interfaz</translation>
+    </message>
+    <message>
+        <source>Updates</source>
+        <comment>Title for Updates tab</comment>
+        <translation>Actualizaciones</translation>
+    </message>
+    <message>
+        <source>Panes</source>
+        <comment>For accessibility: the toolbar of the preferences window</comment>
+        <translation>Paneles</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <comment>Window Title for Preferences</comment>
+        <translation>Preferencias</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::HelpWindow</name>
+    <message>
+        <source>%1 › %2</source>
+        <comment>What the help&apos;s search found: a page and a section of it</comment>
+        <translation>%1 › %2</translation>
+    </message>
+    <message>
+        <source>Tunedeck Help</source>
+        <comment>Title of the help window</comment>
+        <translation>Ayuda de Tunedeck</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <comment>For accessibility: the text of the help page</comment>
+        <translation>Página</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <comment>Button of the help window: to the page shown before</comment>
+        <translation>Atrás</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <comment>Button of the help window: undoes Back</comment>
+        <translation>Adelante</translation>
+    </message>
+    <message>
+        <source>Search the help</source>
+        <comment>For accessibility: the help window&apos;s search field</comment>
+        <translation>Buscar en la ayuda</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <comment>In the help window&apos;s empty search field</comment>
+        <translation>Buscar</translation>
+    </message>
+    <message>
+        <source>Search results</source>
+        <comment>For accessibility: what the help&apos;s search found</comment>
+        <translation>Resultados de la búsqueda</translation>
+    </message>
+    <message>
+        <source>Contents</source>
+        <comment>For accessibility: the list of the help&apos;s pages</comment>
+        <translation>Contenido</translation>
+    </message>
+    <message>
+        <source>Nothing found</source>
+        <comment>In place of what the help&apos;s search found</comment>
+        <translation>No se ha encontrado nada</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::InterfacePreferencesViewController</name>
+    <message>
+        <source>&amp;Classic appearance</source>
+        <comment>Check box in the Interface pane</comment>
+        <translation>Apariencia &amp;clásica</translation>
+    </message>
+    <message>
+        <source>The player stays light, whatever the appearance of the desktop.</source>
+        <comment>Below the check box &quot;Classic appearance&quot;</comment>
+        <translation>La ventana se mantiene clara, sea cual sea la apariencia del escritorio.</translation>
+    </message>
+    <message>
+        <source>&amp;Dark icon on a dark desktop</source>
+        <comment>Check box in the Interface pane: the program&apos;s icon in the dock</comment>
+        <translation>&amp;Icono oscuro en un escritorio oscuro</translation>
+    </message>
+    <message>
+        <source>The icon in the dock follows the desktop between light and dark.</source>
+        <comment>Below the check box &quot;Dark icon on a dark desktop&quot;</comment>
+        <translation>El icono del dock es claro u oscuro como el escritorio.</translation>
+    </message>
+    <message>
+        <source>&amp;Hide the volume buttons</source>
+        <comment>Check box in the Interface pane</comment>
+        <translation>&amp;Ocultar los botones de volumen</translation>
+    </message>
+    <message>
+        <source>These are the two speakers beside the volume slider.</source>
+        <comment>Below the check box &quot;Hide the volume buttons&quot;</comment>
+        <translation>Son los dos altavoces situados junto al control de volumen.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::LcdView</name>
+    <message>
+        <source>Live</source>
+        <comment>In place of the times while a live stream plays</comment>
+        <translation>En directo</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <comment>For accessibility: the progress slider</comment>
+        <translation>Posición</translation>
+    </message>
+    <message>
+        <source>Show or hide the playlists</source>
+        <comment>The info button</comment>
+        <translation>Mostrar u ocultar las listas de reproducción</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::MainMenu</name>
+    <message>
+        <source>File</source>
+        <comment>Menu title</comment>
+        <translation>Archivo</translation>
+    </message>
+    <message>
+        <source>Controls</source>
+        <comment>Menu title</comment>
+        <translation>Controles</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <comment>Menu title</comment>
+        <translation>Ventana</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <comment>Menu title</comment>
+        <translation>Ayuda</translation>
+    </message>
+    <message>
+        <source>About Tunedeck</source>
+        <comment>Menu command</comment>
+        <translation>Acerca de Tunedeck</translation>
+    </message>
+    <message>
+        <source>Check for Updates...</source>
+        <comment>Menu command</comment>
+        <translation>Buscar actualizaciones...</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <comment>Menu command</comment>
+        <translation>Preferencias...</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <comment>Menu command</comment>
+        <translation>Salir</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot;</source>
+        <comment>Command to open main Music app</comment>
+        <translation>Abrir el reproductor</translation>
+    </message>
+    <message>
+        <source>Close Window</source>
+        <comment>Menu command</comment>
+        <translation>Cerrar la ventana</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <comment>For UI labels: Play</comment>
+        <translation>Reproducir</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>For UI labels: Next</comment>
+        <translation>Siguiente</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>For UI labels: Previous</comment>
+        <translation>Anterior</translation>
+    </message>
+    <message>
+        <source>Volume Up</source>
+        <comment>Menu command</comment>
+        <translation>Subir el volumen</translation>
+    </message>
+    <message>
+        <source>Volume Down</source>
+        <comment>Menu command</comment>
+        <translation>Bajar el volumen</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <comment>Menu command</comment>
+        <translation>Minimizar</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <comment>Menu command</comment>
+        <translation>Ampliar</translation>
+    </message>
+    <message>
+        <source>Hide Playlists</source>
+        <comment>Menu command: close the drawer</comment>
+        <translation>Ocultar las listas de reproducción</translation>
+    </message>
+    <message>
+        <source>Show Playlists</source>
+        <comment>Menu command: open the drawer</comment>
+        <translation>Mostrar las listas de reproducción</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows</source>
+        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
+        <translation>Mantener por encima de las demás ventanas</translation>
+    </message>
+    <message>
+        <source>Tunedeck Help</source>
+        <comment>Menu command</comment>
+        <translation>Ayuda de Tunedeck</translation>
+    </message>
+    <message>
+        <source>Terms and Conditions</source>
+        <comment>Menu command</comment>
+        <translation>Términos y condiciones</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::MusicConnector</name>
+    <message>
+        <source>0:00</source>
+        <comment>For UI labels: 0:00</comment>
+        <translation>0:00</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PlayerView</name>
+    <message>
+        <source>Close</source>
+        <comment>Window button</comment>
+        <translation>Cerrar</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <comment>Window button</comment>
+        <translation>Minimizar</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <comment>Window button</comment>
+        <translation>Ampliar</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>Transport button</comment>
+        <translation>Anterior</translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <comment>Transport button</comment>
+        <translation>Reproducir o pausar</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>Transport button</comment>
+        <translation>Siguiente</translation>
+    </message>
+    <message>
+        <source>Silence</source>
+        <comment>Button at the quiet end of the volume slider</comment>
+        <translation>Silencio</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <comment>Volume slider</comment>
+        <translation>Volumen</translation>
+    </message>
+    <message>
+        <source>Full volume</source>
+        <comment>Button at the loud end of the volume slider</comment>
+        <translation>Volumen máximo</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PlaylistView</name>
+    <message>
+        <source>Playlist:</source>
+        <comment>Caption in the drawer, before the playlist picker</comment>
+        <translation>Lista:</translation>
+    </message>
+    <message>
+        <source>Playlist</source>
+        <comment>For accessibility: the playlist picker</comment>
+        <translation>Lista de reproducción</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <comment>Button in the drawer: play the chosen playlist</comment>
+        <translation>Iniciar</translation>
+    </message>
+    <message>
+        <source>Play the chosen playlist</source>
+        <comment>Tooltip of the done button in the drawer</comment>
+        <translation>Reproducir la lista elegida</translation>
+    </message>
+    <message>
+        <source>Shuffle</source>
+        <comment>Button in the drawer</comment>
+        <translation>Orden aleatorio</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <comment>Button in the drawer</comment>
+        <translation>Repetición</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PlaylistViewController</name>
+    <message>
+        <source>Repeat: off</source>
+        <comment>For accessibility: the repeat button</comment>
+        <translation>Repetición: desactivada</translation>
+    </message>
+    <message>
+        <source>Repeat: one</source>
+        <comment>For accessibility: the repeat button</comment>
+        <translation>Repetición: una pista</translation>
+    </message>
+    <message>
+        <source>Repeat: all</source>
+        <comment>For accessibility: the repeat button</comment>
+        <translation>Repetición: todas las pistas</translation>
+    </message>
+    <message>
+        <source>Choose a playlist</source>
+        <comment>Tooltip of the playlist picker</comment>
+        <translation>Elija una lista de reproducción</translation>
+    </message>
+    <message>
+        <source>Music is not open</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>El reproductor no está abierto</translation>
+    </message>
+    <message>
+        <source>The player has no playlists</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>El reproductor no tiene listas de reproducción</translation>
+    </message>
+    <message>
+        <source>There are no playlist files (.m3u, .m3u8, .pls, .xspf) in your music folder</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>No hay archivos de listas de reproducción (.m3u, .m3u8, .pls, .xspf) en su carpeta de música</translation>
+    </message>
+    <message>
+        <source>The player has not told of its playlists yet</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>El reproductor todavía no ha dado a conocer sus listas de reproducción</translation>
+    </message>
+    <message>
+        <source>This player neither offers playlists nor opens playlist files</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>Este reproductor no ofrece listas de reproducción ni abre archivos de listas</translation>
+    </message>
+    <message>
+        <source>Shuffle: on</source>
+        <comment>For accessibility: the shuffle button</comment>
+        <translation>Orden aleatorio: activado</translation>
+    </message>
+    <message>
+        <source>Shuffle: off</source>
+        <comment>For accessibility: the shuffle button</comment>
+        <translation>Orden aleatorio: desactivado</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PreferencesViewController</name>
+    <message>
+        <source>&amp;Remaining time</source>
+        <comment>Choice in the General pane: what the time on the right is</comment>
+        <translation>Tiempo &amp;restante</translation>
+    </message>
+    <message>
+        <source>&amp;Duration</source>
+        <comment>Choice in the General pane: what the time on the right is</comment>
+        <translation>&amp;Duración</translation>
+    </message>
+    <message>
+        <source>&amp;Follow player:</source>
+        <comment>Caption in the General pane, before the choice of the player</comment>
+        <translation>&amp;Seguir al reproductor:</translation>
+    </message>
+    <message>
+        <source>Automatic is the player that plays.</source>
+        <comment>Below the choice of the player to follow</comment>
+        <translation>«Automático» es el reproductor que suena.</translation>
+    </message>
+    <message>
+        <source>Time on the right:</source>
+        <comment>Caption in the General pane: the display&apos;s time on the right</comment>
+        <translation>Tiempo de la derecha:</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <comment>In the list of players to follow: the one that plays</comment>
+        <translation>Automático</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::SoftwareUpdater</name>
+    <message>
+        <source>Software Update</source>
+        <comment>Updates: title of the window</comment>
+        <translation>Actualización de software</translation>
+    </message>
+    <message>
+        <source>The updater of Tunedeck is missing, or belongs to another version.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>El actualizador de Tunedeck falta o pertenece a otra versión.</translation>
+    </message>
+    <message>
+        <source>Install Tunedeck anew.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Vuelva a instalar Tunedeck.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::UpdatePreferencesViewController</name>
+    <message>
+        <source>Check for Updates...</source>
+        <comment>Button in the Updates pane</comment>
+        <translation>Buscar actualizaciones...</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <comment>Button in the Updates pane: opens the page about updates</comment>
+        <translation>&amp;Ayuda</translation>
+    </message>
+    <message>
+        <source>Tunedeck %1</source>
+        <comment>In the Updates pane; %1 is the version that runs</comment>
+        <translation>Tunedeck %1</translation>
+    </message>
+    <message>
+        <source>Tunedeck looks for a newer version when you ask it to, and lets you choose whether to download it.</source>
+        <comment>In the Updates pane</comment>
+        <translation>Tunedeck busca una versión más reciente cuando usted se lo pide y le deja elegir si quiere descargarla.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::UpdateWindow</name>
+    <message>
+        <source>The update server could not be reached.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>No se pudo contactar con el servidor de actualizaciones.</translation>
+    </message>
+    <message>
+        <source>Make sure that this computer is connected to the internet, then check for updates again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Asegúrese de que este equipo está conectado a Internet y vuelva a buscar actualizaciones.</translation>
+    </message>
+    <message>
+        <source>The connection to the update server is not secure.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>La conexión con el servidor de actualizaciones no es segura.</translation>
+    </message>
+    <message>
+        <source>Nothing was downloaded. Make sure that the date and the time of this computer are right, or try again in another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>No se descargó nada. Asegúrese de que la fecha y la hora de este equipo son correctas o inténtelo de nuevo desde otra red.</translation>
+    </message>
+    <message>
+        <source>The update server leads nowhere.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>El servidor de actualizaciones no lleva a ninguna parte.</translation>
+    </message>
+    <message>
+        <source>It sends from one address to the next. Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Remite una y otra vez a otra dirección. Vuelva a buscar actualizaciones más tarde.</translation>
+    </message>
+    <message>
+        <source>The update server has stopped answering.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>El servidor de actualizaciones ha dejado de responder.</translation>
+    </message>
+    <message>
+        <source>Check your connection to the internet, or check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Compruebe su conexión a Internet o vuelva a buscar actualizaciones más tarde.</translation>
+    </message>
+    <message>
+        <source>The update server does not have what was asked for.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>El servidor de actualizaciones no tiene lo que se le pidió.</translation>
+    </message>
+    <message>
+        <source>Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Vuelva a buscar actualizaciones más tarde.</translation>
+    </message>
+    <message>
+        <source>The connection to the update server was lost.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Se perdió la conexión con el servidor de actualizaciones.</translation>
+    </message>
+    <message>
+        <source>Check your connection to the internet, then check for updates again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Compruebe su conexión a Internet y vuelva a buscar actualizaciones.</translation>
+    </message>
+    <message>
+        <source>This copy of Tunedeck cannot check for updates.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Esta copia de Tunedeck no puede buscar actualizaciones.</translation>
+    </message>
+    <message>
+        <source>It was built with an address or a key that cannot be used. Get a new version from where you have this one.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Se compiló con una dirección o una clave que no se puede usar. Obtenga una versión nueva en el mismo sitio del que procede esta.</translation>
+    </message>
+    <message>
+        <source>The software updater could not be opened.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>No se pudo abrir el actualizador de software.</translation>
+    </message>
+    <message>
+        <source>Look for it among the applications of your desktop.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Búsquelo entre las aplicaciones de su escritorio.</translation>
+    </message>
+    <message>
+        <source>The list of updates is too long.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>La lista de actualizaciones es demasiado larga.</translation>
+    </message>
+    <message>
+        <source>What the server sent was not read to its end. Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>No se leyó hasta el final lo que envió el servidor. Vuelva a buscar actualizaciones más tarde.</translation>
+    </message>
+    <message>
+        <source>The list of updates could not be read.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>No se pudo leer la lista de actualizaciones.</translation>
+    </message>
+    <message>
+        <source>There is a new version, but it cannot be trusted.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Hay una versión nueva, pero no es de confianza.</translation>
+    </message>
+    <message>
+        <source>The server does not say how to check that it is genuine, so it was not downloaded. Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>El servidor no indica cómo comprobar que es auténtica, por lo que no se descargó. Vuelva a buscar actualizaciones más tarde.</translation>
+    </message>
+    <message>
+        <source>The download is not complete.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>La descarga no está completa.</translation>
+    </message>
+    <message>
+        <source>It was thrown away. Check your connection to the internet, then try again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Se ha desechado. Compruebe su conexión a Internet e inténtelo de nuevo.</translation>
+    </message>
+    <message>
+        <source>The download is not the file that it should be.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>La descarga no es el archivo que debería ser.</translation>
+    </message>
+    <message>
+        <source>It is longer than announced and was thrown away. Try again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Es más larga de lo anunciado y se ha desechado. Inténtelo de nuevo más tarde.</translation>
+    </message>
+    <message>
+        <source>The download cannot be trusted.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>La descarga no es de confianza.</translation>
+    </message>
+    <message>
+        <source>It does not come from those who make Tunedeck, or was changed on its way. It was thrown away. Try again later, or in another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>No procede de quienes hacen Tunedeck o se modificó por el camino. Se ha desechado. Inténtelo de nuevo más tarde o desde otra red.</translation>
+    </message>
+    <message>
+        <source>The download could not be saved.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>No se pudo guardar la descarga.</translation>
+    </message>
+    <message>
+        <source>Make sure that there is room in your download folder and that you may write to it, then try again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Asegúrese de que hay espacio en su carpeta de descargas y de que tiene permiso para escribir en ella, e inténtelo de nuevo.</translation>
+    </message>
+    <message>
+        <source>Software Update</source>
+        <comment>Updates: title of the window</comment>
+        <translation>Actualización de software</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <comment>Updates: for accessibility, the progress bar</comment>
+        <translation>Progreso</translation>
+    </message>
+    <message>
+        <source>What is new</source>
+        <comment>Updates: for accessibility, the text on what is new in a version</comment>
+        <translation>Novedades</translation>
+    </message>
+    <message>
+        <source>Checking for updates…</source>
+        <comment>Updates: a search is under way</comment>
+        <translation>Buscando actualizaciones…</translation>
+    </message>
+    <message>
+        <source>Tunedeck is up to date.</source>
+        <comment>Updates: there is no newer version</comment>
+        <translation>Tunedeck está actualizado.</translation>
+    </message>
+    <message>
+        <source>You have version %1, which is the newest.</source>
+        <comment>Updates: %1 is a version</comment>
+        <translation>Tiene la versión %1, que es la más reciente.</translation>
+    </message>
+    <message>
+        <source>A new version of Tunedeck is available.</source>
+        <comment>Updates: there is a newer version</comment>
+        <translation>Hay una nueva versión de Tunedeck disponible.</translation>
+    </message>
+    <message>
+        <source>Version %1 is available; you have version %2.</source>
+        <comment>Updates: %1 and %2 are versions</comment>
+        <translation>La versión %1 está disponible; usted tiene la versión %2.</translation>
+    </message>
+    <message>
+        <source>&amp;Download</source>
+        <comment>Updates: button that downloads the new version</comment>
+        <translation>&amp;Descargar</translation>
+    </message>
+    <message>
+        <source>&amp;Later</source>
+        <comment>Updates: button that leaves the new version for another day</comment>
+        <translation>&amp;Más tarde</translation>
+    </message>
+    <message>
+        <source>Downloading Tunedeck %1…</source>
+        <comment>Updates: %1 is a version</comment>
+        <translation>Descargando Tunedeck %1…</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <comment>Updates: how much has come of a download, such as 1.2 MB of 3 MB</comment>
+        <translation>%1 de %2</translation>
+    </message>
+    <message>
+        <source>Checking that the download is genuine…</source>
+        <comment>Updates: the file&apos;s signature is looked at</comment>
+        <translation>Comprobando que la descarga es auténtica…</translation>
+    </message>
+    <message>
+        <source>The new version has been downloaded.</source>
+        <comment>Updates: the file is there</comment>
+        <translation>Se ha descargado la nueva versión.</translation>
+    </message>
+    <message>
+        <source>It was verified and saved as “%1” in “%2”. To install it, quit Tunedeck and open the file.</source>
+        <comment>Updates: %1 is the name of a file, %2 of a folder</comment>
+        <translation>Se ha verificado y guardado como «%1» en «%2». Para instalarla, salga de Tunedeck y abra el archivo.</translation>
+    </message>
+    <message>
+        <source>Show in &amp;Folder</source>
+        <comment>Updates: button that shows the file in the file manager</comment>
+        <translation>&amp;Mostrar en la carpeta</translation>
+    </message>
+    <message>
+        <source>Your system keeps this copy of Tunedeck up to date.</source>
+        <comment>Updates: Tunedeck came with the system</comment>
+        <translation>Su sistema mantiene actualizada esta copia de Tunedeck.</translation>
+    </message>
+    <message>
+        <source>New versions come with the updates of your system&apos;s software.</source>
+        <comment>Updates: Tunedeck came with the system</comment>
+        <translation>Las versiones nuevas llegan con las actualizaciones del software de su sistema.</translation>
+    </message>
+    <message>
+        <source>&amp;Open Software Updater</source>
+        <comment>Updates: button that starts the system&apos;s own program for updates</comment>
+        <translation>&amp;Abrir el actualizador de software</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::ViewController</name>
+    <message>
+        <source>Play</source>
+        <comment>For UI labels: Play</comment>
+        <translation>Reproducir</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <comment>For UI labels: Stop</comment>
+        <translation>Detener</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <comment>For UI labels: Pause</comment>
+        <translation>Pausar</translation>
+    </message>
+    <message>
+        <source>Music is not responding</source>
+        <comment>Tooltip of the LCD while Music is frozen</comment>
+        <translation>El reproductor no responde</translation>
+    </message>
+    <message>
+        <source>Elapsed Time</source>
+        <comment>For UI labels: Elapsed Time</comment>
+        <translation>Tiempo transcurrido</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <comment>Title of the time label&apos;s context menu</comment>
+        <translation>Menú</translation>
+    </message>
+    <message>
+        <source>Remaining Time</source>
+        <comment>For UI labels: Remaining Time</comment>
+        <translation>Tiempo restante</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <comment>For UI labels: Duration</comment>
+        <translation>Duración</translation>
+    </message>
+    <message>
+        <source>Play or stop playing live audio</source>
+        <comment>For UI labels: Play or stop playing live audio</comment>
+        <translation>Reproducir o detener el audio en directo</translation>
+    </message>
+    <message>
+        <source>Play or pause the current track</source>
+        <comment>For UI labels: Play or pause the current track</comment>
+        <translation>Reproducir o pausar la pista actual</translation>
+    </message>
+    <message>
+        <source>Music is not open</source>
+        <comment>&apos;Music is not open&apos; displayed in LCD</comment>
+        <translation>El reproductor no está abierto</translation>
+    </message>
+    <message>
+        <source>No Song</source>
+        <comment>&apos;No Song&apos; displayed in LCD</comment>
+        <translation>Ninguna canción</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,850 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fi" sourcelanguage="en">
+<context>
+    <name>main</name>
+    <message>
+        <source>A small window that controls the music player that runs</source>
+        <comment>For --help</comment>
+        <translation>Pieni ikkuna, joka ohjaa käynnissä olevaa musiikkisoitinta</translation>
+    </message>
+    <message>
+        <source>Carries out &lt;name&gt; in the Tunedeck that runs, or starts it for that. It is one of: %1.</source>
+        <comment>For --help; &lt;name&gt; stays as it is, %1 is a list of names</comment>
+        <translation>Suorittaa toiminnon &lt;name&gt; käynnissä olevassa Tunedeckissä tai käynnistää sen tätä varten. Vaihtoehdot: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::AboutWindow</name>
+    <message>
+        <source>About</source>
+        <comment>About window title</comment>
+        <translation>Tietoja</translation>
+    </message>
+    <message>
+        <source>Version %1 (%2)</source>
+        <comment>About window: the version and the number of its build</comment>
+        <translation>Versio %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Credits</source>
+        <comment>For accessibility: the about window&apos;s text</comment>
+        <translation>Tekijät</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::AppDelegate</name>
+    <message>
+        <source>Now Playing</source>
+        <comment>For UI labels: Now Playing</comment>
+        <translation>Nyt soi</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <comment>For UI labels: Track</comment>
+        <translation>Kappale</translation>
+    </message>
+    <message>
+        <source>Artist</source>
+        <comment>For UI labels: Artist</comment>
+        <translation>Esittäjä</translation>
+    </message>
+    <message>
+        <source>Album</source>
+        <comment>For UI labels: Album</comment>
+        <translation>Albumi</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot;</source>
+        <comment>Command to open main Music app</comment>
+        <translation>Avaa soitin</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>For UI labels: Next</comment>
+        <translation>Seuraava</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>For UI labels: Previous</comment>
+        <translation>Edellinen</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows</source>
+        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
+        <translation>Pidä kaikkien muiden ikkunoiden päällä</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::AppPreferencesWindowController</name>
+    <message>
+        <source>General</source>
+        <comment>Title for General tab</comment>
+        <translation>Yleiset</translation>
+    </message>
+    <message>
+        <source>Interface</source>
+        <comment>Title for Interface tab</comment>
+        <translation>Käyttöliittymä</translation>
+    </message>
+    <message>
+        <source>Updates</source>
+        <comment>Title for Updates tab</comment>
+        <translation>Päivitykset</translation>
+    </message>
+    <message>
+        <source>Panes</source>
+        <comment>For accessibility: the toolbar of the preferences window</comment>
+        <translation>Osiot</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <comment>Window Title for Preferences</comment>
+        <translation>Asetukset</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::HelpWindow</name>
+    <message>
+        <source>%1 › %2</source>
+        <comment>What the help&apos;s search found: a page and a section of it</comment>
+        <translation>%1 › %2</translation>
+    </message>
+    <message>
+        <source>Tunedeck Help</source>
+        <comment>Title of the help window</comment>
+        <translation>Tunedeckin ohje</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <comment>For accessibility: the text of the help page</comment>
+        <translation>Sivu</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <comment>Button of the help window: to the page shown before</comment>
+        <translation>Takaisin</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <comment>Button of the help window: undoes Back</comment>
+        <translation>Eteenpäin</translation>
+    </message>
+    <message>
+        <source>Search the help</source>
+        <comment>For accessibility: the help window&apos;s search field</comment>
+        <translation>Etsi ohjeesta</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <comment>In the help window&apos;s empty search field</comment>
+        <translation>Etsi</translation>
+    </message>
+    <message>
+        <source>Search results</source>
+        <comment>For accessibility: what the help&apos;s search found</comment>
+        <translation>Hakutulokset</translation>
+    </message>
+    <message>
+        <source>Contents</source>
+        <comment>For accessibility: the list of the help&apos;s pages</comment>
+        <translation>Sisällys</translation>
+    </message>
+    <message>
+        <source>Nothing found</source>
+        <comment>In place of what the help&apos;s search found</comment>
+        <translation>Ei tuloksia</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::InterfacePreferencesViewController</name>
+    <message>
+        <source>&amp;Classic appearance</source>
+        <comment>Check box in the Interface pane</comment>
+        <translation>&amp;Klassinen ulkoasu</translation>
+    </message>
+    <message>
+        <source>The player stays light, whatever the appearance of the desktop.</source>
+        <comment>Below the check box &quot;Classic appearance&quot;</comment>
+        <translation>Soitinikkuna pysyy vaaleana työpöydän ulkoasusta riippumatta.</translation>
+    </message>
+    <message>
+        <source>&amp;Dark icon on a dark desktop</source>
+        <comment>Check box in the Interface pane: the program&apos;s icon in the dock</comment>
+        <translation>&amp;Tumma kuvake tummalla työpöydällä</translation>
+    </message>
+    <message>
+        <source>The icon in the dock follows the desktop between light and dark.</source>
+        <comment>Below the check box &quot;Dark icon on a dark desktop&quot;</comment>
+        <translation>Telakan kuvake on vaalea tai tumma työpöydän mukaan.</translation>
+    </message>
+    <message>
+        <source>&amp;Hide the volume buttons</source>
+        <comment>Check box in the Interface pane</comment>
+        <translation>&amp;Piilota äänenvoimakkuuspainikkeet</translation>
+    </message>
+    <message>
+        <source>These are the two speakers beside the volume slider.</source>
+        <comment>Below the check box &quot;Hide the volume buttons&quot;</comment>
+        <translation>Ne ovat kaksi kaiutinta äänenvoimakkuussäätimen vieressä.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::LcdView</name>
+    <message>
+        <source>Live</source>
+        <comment>In place of the times while a live stream plays</comment>
+        <translation>Suora</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <comment>For accessibility: the progress slider</comment>
+        <translation>Toistokohta</translation>
+    </message>
+    <message>
+        <source>Show or hide the playlists</source>
+        <comment>The info button</comment>
+        <translation>Näytä tai piilota soittolistat</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::MainMenu</name>
+    <message>
+        <source>File</source>
+        <comment>Menu title</comment>
+        <translation>Tiedosto</translation>
+    </message>
+    <message>
+        <source>Controls</source>
+        <comment>Menu title</comment>
+        <translation>Ohjaus</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <comment>Menu title</comment>
+        <translation>Ikkuna</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <comment>Menu title</comment>
+        <translation>Ohje</translation>
+    </message>
+    <message>
+        <source>About Tunedeck</source>
+        <comment>Menu command</comment>
+        <translation>Tietoja Tunedeckistä</translation>
+    </message>
+    <message>
+        <source>Check for Updates...</source>
+        <comment>Menu command</comment>
+        <translation>Etsi päivityksiä...</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <comment>Menu command</comment>
+        <translation>Asetukset...</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <comment>Menu command</comment>
+        <translation>Lopeta</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot;</source>
+        <comment>Command to open main Music app</comment>
+        <translation>Avaa soitin</translation>
+    </message>
+    <message>
+        <source>Close Window</source>
+        <comment>Menu command</comment>
+        <translation>Sulje ikkuna</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <comment>For UI labels: Play</comment>
+        <translation>Toista</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>For UI labels: Next</comment>
+        <translation>Seuraava</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>For UI labels: Previous</comment>
+        <translation>Edellinen</translation>
+    </message>
+    <message>
+        <source>Volume Up</source>
+        <comment>Menu command</comment>
+        <translation>Lisää äänenvoimakkuutta</translation>
+    </message>
+    <message>
+        <source>Volume Down</source>
+        <comment>Menu command</comment>
+        <translation>Vähennä äänenvoimakkuutta</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <comment>Menu command</comment>
+        <translation>Pienennä</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <comment>Menu command</comment>
+        <translation>Suurenna</translation>
+    </message>
+    <message>
+        <source>Hide Playlists</source>
+        <comment>Menu command: close the drawer</comment>
+        <translation>Piilota soittolistat</translation>
+    </message>
+    <message>
+        <source>Show Playlists</source>
+        <comment>Menu command: open the drawer</comment>
+        <translation>Näytä soittolistat</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows</source>
+        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
+        <translation>Pidä kaikkien muiden ikkunoiden päällä</translation>
+    </message>
+    <message>
+        <source>Tunedeck Help</source>
+        <comment>Menu command</comment>
+        <translation>Tunedeckin ohje</translation>
+    </message>
+    <message>
+        <source>Terms and Conditions</source>
+        <comment>Menu command</comment>
+        <translation>Käyttöehdot</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::MusicConnector</name>
+    <message>
+        <source>0:00</source>
+        <comment>For UI labels: 0:00</comment>
+        <translation>0:00</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PlayerView</name>
+    <message>
+        <source>Close</source>
+        <comment>Window button</comment>
+        <translation>Sulje</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <comment>Window button</comment>
+        <translation>Pienennä</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <comment>Window button</comment>
+        <translation>Suurenna</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>Transport button</comment>
+        <translation>Edellinen</translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <comment>Transport button</comment>
+        <translation>Toista tai keskeytä</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>Transport button</comment>
+        <translation>Seuraava</translation>
+    </message>
+    <message>
+        <source>Silence</source>
+        <comment>Button at the quiet end of the volume slider</comment>
+        <translation>Äänetön</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <comment>Volume slider</comment>
+        <translation>Äänenvoimakkuus</translation>
+    </message>
+    <message>
+        <source>Full volume</source>
+        <comment>Button at the loud end of the volume slider</comment>
+        <translation>Täysi äänenvoimakkuus</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PlaylistView</name>
+    <message>
+        <source>Playlist:</source>
+        <comment>Caption in the drawer, before the playlist picker</comment>
+        <translation>Lista:</translation>
+    </message>
+    <message>
+        <source>Playlist</source>
+        <comment>For accessibility: the playlist picker</comment>
+        <translation>Soittolista</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <comment>Button in the drawer: play the chosen playlist</comment>
+        <translation>Toista</translation>
+    </message>
+    <message>
+        <source>Play the chosen playlist</source>
+        <comment>Tooltip of the done button in the drawer</comment>
+        <translation>Toista valittu soittolista</translation>
+    </message>
+    <message>
+        <source>Shuffle</source>
+        <comment>Button in the drawer</comment>
+        <translation>Satunnaistoisto</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <comment>Button in the drawer</comment>
+        <translation>Jatkuva toisto</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PlaylistViewController</name>
+    <message>
+        <source>Repeat: off</source>
+        <comment>For accessibility: the repeat button</comment>
+        <translation>Jatkuva toisto: pois päältä</translation>
+    </message>
+    <message>
+        <source>Repeat: one</source>
+        <comment>For accessibility: the repeat button</comment>
+        <translation>Jatkuva toisto: yksi kappale</translation>
+    </message>
+    <message>
+        <source>Repeat: all</source>
+        <comment>For accessibility: the repeat button</comment>
+        <translation>Jatkuva toisto: kaikki kappaleet</translation>
+    </message>
+    <message>
+        <source>Choose a playlist</source>
+        <comment>Tooltip of the playlist picker</comment>
+        <translation>Valitse soittolista</translation>
+    </message>
+    <message>
+        <source>Music is not open</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>Soitin ei ole auki</translation>
+    </message>
+    <message>
+        <source>The player has no playlists</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>Soittimella ei ole soittolistoja</translation>
+    </message>
+    <message>
+        <source>There are no playlist files (.m3u, .m3u8, .pls, .xspf) in your music folder</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>Musiikkikansiossa ei ole soittolistatiedostoja (.m3u, .m3u8, .pls, .xspf)</translation>
+    </message>
+    <message>
+        <source>The player has not told of its playlists yet</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>Soitin ei ole vielä kertonut soittolistoistaan</translation>
+    </message>
+    <message>
+        <source>This player neither offers playlists nor opens playlist files</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>Tämä soitin ei tarjoa soittolistoja eikä avaa soittolistatiedostoja</translation>
+    </message>
+    <message>
+        <source>Shuffle: on</source>
+        <comment>For accessibility: the shuffle button</comment>
+        <translation>Satunnaistoisto: päällä</translation>
+    </message>
+    <message>
+        <source>Shuffle: off</source>
+        <comment>For accessibility: the shuffle button</comment>
+        <translation>Satunnaistoisto: pois päältä</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PreferencesViewController</name>
+    <message>
+        <source>&amp;Remaining time</source>
+        <comment>Choice in the General pane: what the time on the right is</comment>
+        <translation>&amp;Jäljellä oleva aika</translation>
+    </message>
+    <message>
+        <source>&amp;Duration</source>
+        <comment>Choice in the General pane: what the time on the right is</comment>
+        <translation>&amp;Kesto</translation>
+    </message>
+    <message>
+        <source>&amp;Follow player:</source>
+        <comment>Caption in the General pane, before the choice of the player</comment>
+        <translation>&amp;Seurattava soitin:</translation>
+    </message>
+    <message>
+        <source>Automatic is the player that plays.</source>
+        <comment>Below the choice of the player to follow</comment>
+        <translation>Automaattinen seuraa toistavaa soitinta.</translation>
+    </message>
+    <message>
+        <source>Time on the right:</source>
+        <comment>Caption in the General pane: the display&apos;s time on the right</comment>
+        <translation>Aika oikealla:</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <comment>In the list of players to follow: the one that plays</comment>
+        <translation>Automaattinen</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::SoftwareUpdater</name>
+    <message>
+        <source>Software Update</source>
+        <comment>Updates: title of the window</comment>
+        <translation>Ohjelmistopäivitys</translation>
+    </message>
+    <message>
+        <source>The updater of Tunedeck is missing, or belongs to another version.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Tunedeckin päivitin puuttuu tai kuuluu toiseen versioon.</translation>
+    </message>
+    <message>
+        <source>Install Tunedeck anew.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Asenna Tunedeck uudelleen.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::UpdatePreferencesViewController</name>
+    <message>
+        <source>Check for Updates...</source>
+        <comment>Button in the Updates pane</comment>
+        <translation>Etsi päivityksiä...</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <comment>Button in the Updates pane: opens the page about updates</comment>
+        <translation>&amp;Ohje</translation>
+    </message>
+    <message>
+        <source>Tunedeck %1</source>
+        <comment>In the Updates pane; %1 is the version that runs</comment>
+        <translation>Tunedeck %1</translation>
+    </message>
+    <message>
+        <source>Tunedeck looks for a newer version when you ask it to, and lets you choose whether to download it.</source>
+        <comment>In the Updates pane</comment>
+        <translation>Tunedeck etsii uudempaa versiota, kun pyydät sitä, ja antaa sinun päättää, ladataanko se.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::UpdateWindow</name>
+    <message>
+        <source>The update server could not be reached.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Päivityspalvelimeen ei saatu yhteyttä.</translation>
+    </message>
+    <message>
+        <source>Make sure that this computer is connected to the internet, then check for updates again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Varmista, että tämä tietokone on yhteydessä internetiin, ja etsi päivityksiä sitten uudelleen.</translation>
+    </message>
+    <message>
+        <source>The connection to the update server is not secure.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Yhteys päivityspalvelimeen ei ole suojattu.</translation>
+    </message>
+    <message>
+        <source>Nothing was downloaded. Make sure that the date and the time of this computer are right, or try again in another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Mitään ei ladattu. Varmista, että tämän tietokoneen päivämäärä ja kellonaika ovat oikein, tai yritä uudelleen toisessa verkossa.</translation>
+    </message>
+    <message>
+        <source>The update server leads nowhere.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Päivityspalvelin ei johda perille.</translation>
+    </message>
+    <message>
+        <source>It sends from one address to the next. Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Se ohjaa osoitteesta toiseen. Etsi päivityksiä myöhemmin uudelleen.</translation>
+    </message>
+    <message>
+        <source>The update server has stopped answering.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Päivityspalvelin lakkasi vastaamasta.</translation>
+    </message>
+    <message>
+        <source>Check your connection to the internet, or check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Tarkista internetyhteytesi tai etsi päivityksiä myöhemmin uudelleen.</translation>
+    </message>
+    <message>
+        <source>The update server does not have what was asked for.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Päivityspalvelimella ei ole sitä, mitä pyydettiin.</translation>
+    </message>
+    <message>
+        <source>Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Etsi päivityksiä myöhemmin uudelleen.</translation>
+    </message>
+    <message>
+        <source>The connection to the update server was lost.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Yhteys päivityspalvelimeen katkesi.</translation>
+    </message>
+    <message>
+        <source>Check your connection to the internet, then check for updates again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Tarkista internetyhteytesi ja etsi päivityksiä sitten uudelleen.</translation>
+    </message>
+    <message>
+        <source>This copy of Tunedeck cannot check for updates.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Tämä Tunedeck-asennus ei voi etsiä päivityksiä.</translation>
+    </message>
+    <message>
+        <source>It was built with an address or a key that cannot be used. Get a new version from where you have this one.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Siihen on koottaessa määritetty osoite tai avain, jota ei voi käyttää. Hanki uusi versio sieltä, mistä sait tämän.</translation>
+    </message>
+    <message>
+        <source>The software updater could not be opened.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Päivitysohjelmaa ei voitu avata.</translation>
+    </message>
+    <message>
+        <source>Look for it among the applications of your desktop.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Etsi se työpöytäsi sovellusten joukosta.</translation>
+    </message>
+    <message>
+        <source>The list of updates is too long.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Päivitysluettelo on liian pitkä.</translation>
+    </message>
+    <message>
+        <source>What the server sent was not read to its end. Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Palvelimen lähettämiä tietoja ei luettu loppuun. Etsi päivityksiä myöhemmin uudelleen.</translation>
+    </message>
+    <message>
+        <source>The list of updates could not be read.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Päivitysluetteloa ei voitu lukea.</translation>
+    </message>
+    <message>
+        <source>There is a new version, but it cannot be trusted.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Uusi versio on saatavilla, mutta siihen ei voi luottaa.</translation>
+    </message>
+    <message>
+        <source>The server does not say how to check that it is genuine, so it was not downloaded. Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Palvelin ei kerro, miten version aitouden voi tarkistaa, joten sitä ei ladattu. Etsi päivityksiä myöhemmin uudelleen.</translation>
+    </message>
+    <message>
+        <source>The download is not complete.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Lataus jäi vajaaksi.</translation>
+    </message>
+    <message>
+        <source>It was thrown away. Check your connection to the internet, then try again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Ladattu tiedosto poistettiin. Tarkista internetyhteytesi ja yritä sitten uudelleen.</translation>
+    </message>
+    <message>
+        <source>The download is not the file that it should be.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Ladattu tiedosto ei ole se, joka sen pitäisi olla.</translation>
+    </message>
+    <message>
+        <source>It is longer than announced and was thrown away. Try again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Se on ilmoitettua suurempi, joten se poistettiin. Yritä myöhemmin uudelleen.</translation>
+    </message>
+    <message>
+        <source>The download cannot be trusted.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Ladattuun tiedostoon ei voi luottaa.</translation>
+    </message>
+    <message>
+        <source>It does not come from those who make Tunedeck, or was changed on its way. It was thrown away. Try again later, or in another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Se ei ole peräisin Tunedeckin tekijöiltä, tai sitä on muutettu matkalla. Se poistettiin. Yritä uudelleen myöhemmin tai toisessa verkossa.</translation>
+    </message>
+    <message>
+        <source>The download could not be saved.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Ladattua tiedostoa ei voitu tallentaa.</translation>
+    </message>
+    <message>
+        <source>Make sure that there is room in your download folder and that you may write to it, then try again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Varmista, että latauskansiossa on tilaa ja että sinulla on siihen kirjoitusoikeus, ja yritä sitten uudelleen.</translation>
+    </message>
+    <message>
+        <source>Software Update</source>
+        <comment>Updates: title of the window</comment>
+        <translation>Ohjelmistopäivitys</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <comment>Updates: for accessibility, the progress bar</comment>
+        <translation>Edistyminen</translation>
+    </message>
+    <message>
+        <source>What is new</source>
+        <comment>Updates: for accessibility, the text on what is new in a version</comment>
+        <translation>Mitä uutta</translation>
+    </message>
+    <message>
+        <source>Checking for updates…</source>
+        <comment>Updates: a search is under way</comment>
+        <translation>Etsitään päivityksiä…</translation>
+    </message>
+    <message>
+        <source>Tunedeck is up to date.</source>
+        <comment>Updates: there is no newer version</comment>
+        <translation>Tunedeck on ajan tasalla.</translation>
+    </message>
+    <message>
+        <source>You have version %1, which is the newest.</source>
+        <comment>Updates: %1 is a version</comment>
+        <translation>Käytössäsi on versio %1, joka on uusin.</translation>
+    </message>
+    <message>
+        <source>A new version of Tunedeck is available.</source>
+        <comment>Updates: there is a newer version</comment>
+        <translation>Tunedeckistä on saatavilla uusi versio.</translation>
+    </message>
+    <message>
+        <source>Version %1 is available; you have version %2.</source>
+        <comment>Updates: %1 and %2 are versions</comment>
+        <translation>Versio %1 on saatavilla; käytössäsi on versio %2.</translation>
+    </message>
+    <message>
+        <source>&amp;Download</source>
+        <comment>Updates: button that downloads the new version</comment>
+        <translation>&amp;Lataa</translation>
+    </message>
+    <message>
+        <source>&amp;Later</source>
+        <comment>Updates: button that leaves the new version for another day</comment>
+        <translation>&amp;Myöhemmin</translation>
+    </message>
+    <message>
+        <source>Downloading Tunedeck %1…</source>
+        <comment>Updates: %1 is a version</comment>
+        <translation>Ladataan Tunedeckin versiota %1…</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <comment>Updates: how much has come of a download, such as 1.2 MB of 3 MB</comment>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>Checking that the download is genuine…</source>
+        <comment>Updates: the file&apos;s signature is looked at</comment>
+        <translation>Tarkistetaan ladatun tiedoston aitoutta…</translation>
+    </message>
+    <message>
+        <source>The new version has been downloaded.</source>
+        <comment>Updates: the file is there</comment>
+        <translation>Uusi versio on ladattu.</translation>
+    </message>
+    <message>
+        <source>It was verified and saved as “%1” in “%2”. To install it, quit Tunedeck and open the file.</source>
+        <comment>Updates: %1 is the name of a file, %2 of a folder</comment>
+        <translation>Tiedosto tarkistettiin ja tallennettiin nimellä ”%1” kansioon ”%2”. Asenna se lopettamalla Tunedeck ja avaamalla tiedosto.</translation>
+    </message>
+    <message>
+        <source>Show in &amp;Folder</source>
+        <comment>Updates: button that shows the file in the file manager</comment>
+        <translation>Näytä &amp;kansiossa</translation>
+    </message>
+    <message>
+        <source>Your system keeps this copy of Tunedeck up to date.</source>
+        <comment>Updates: Tunedeck came with the system</comment>
+        <translation>Järjestelmäsi pitää tämän Tunedeck-asennuksen ajan tasalla.</translation>
+    </message>
+    <message>
+        <source>New versions come with the updates of your system&apos;s software.</source>
+        <comment>Updates: Tunedeck came with the system</comment>
+        <translation>Uudet versiot tulevat järjestelmäsi ohjelmistopäivitysten mukana.</translation>
+    </message>
+    <message>
+        <source>&amp;Open Software Updater</source>
+        <comment>Updates: button that starts the system&apos;s own program for updates</comment>
+        <translation>&amp;Avaa päivitysohjelma</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::ViewController</name>
+    <message>
+        <source>Play</source>
+        <comment>For UI labels: Play</comment>
+        <translation>Toista</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <comment>For UI labels: Stop</comment>
+        <translation>Pysäytä</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <comment>For UI labels: Pause</comment>
+        <translation>Keskeytä</translation>
+    </message>
+    <message>
+        <source>Music is not responding</source>
+        <comment>Tooltip of the LCD while Music is frozen</comment>
+        <translation>Soitin ei vastaa</translation>
+    </message>
+    <message>
+        <source>Elapsed Time</source>
+        <comment>For UI labels: Elapsed Time</comment>
+        <translation>Kulunut aika</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <comment>Title of the time label&apos;s context menu</comment>
+        <translation>Valikko</translation>
+    </message>
+    <message>
+        <source>Remaining Time</source>
+        <comment>For UI labels: Remaining Time</comment>
+        <translation>Jäljellä oleva aika</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <comment>For UI labels: Duration</comment>
+        <translation>Kesto</translation>
+    </message>
+    <message>
+        <source>Play or stop playing live audio</source>
+        <comment>For UI labels: Play or stop playing live audio</comment>
+        <translation>Toista suoraa lähetystä tai pysäytä se</translation>
+    </message>
+    <message>
+        <source>Play or pause the current track</source>
+        <comment>For UI labels: Play or pause the current track</comment>
+        <translation>Toista nykyinen kappale tai keskeytä se</translation>
+    </message>
+    <message>
+        <source>Music is not open</source>
+        <comment>&apos;Music is not open&apos; displayed in LCD</comment>
+        <translation>Soitin ei ole auki</translation>
+    </message>
+    <message>
+        <source>No Song</source>
+        <comment>&apos;No Song&apos; displayed in LCD</comment>
+        <translation>Ei kappaletta</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,850 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="pl" sourcelanguage="en">
+<context>
+    <name>main</name>
+    <message>
+        <source>A small window that controls the music player that runs</source>
+        <comment>For --help</comment>
+        <translation>Małe okno, które steruje działającym odtwarzaczem muzyki</translation>
+    </message>
+    <message>
+        <source>Carries out &lt;name&gt; in the Tunedeck that runs, or starts it for that. It is one of: %1.</source>
+        <comment>For --help; &lt;name&gt; stays as it is, %1 is a list of names</comment>
+        <translation>Wykonuje &lt;name&gt; w działającym programie Tunedeck albo uruchamia go w tym celu. Dostępne: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::AboutWindow</name>
+    <message>
+        <source>About</source>
+        <comment>About window title</comment>
+        <translation>O programie</translation>
+    </message>
+    <message>
+        <source>Version %1 (%2)</source>
+        <comment>About window: the version and the number of its build</comment>
+        <translation>Wersja %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Credits</source>
+        <comment>For accessibility: the about window&apos;s text</comment>
+        <translation>Autorzy i licencje</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::AppDelegate</name>
+    <message>
+        <source>Now Playing</source>
+        <comment>For UI labels: Now Playing</comment>
+        <translation>Teraz odtwarzane</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <comment>For UI labels: Track</comment>
+        <translation>Utwór</translation>
+    </message>
+    <message>
+        <source>Artist</source>
+        <comment>For UI labels: Artist</comment>
+        <translation>Wykonawca</translation>
+    </message>
+    <message>
+        <source>Album</source>
+        <comment>For UI labels: Album</comment>
+        <translation>Album</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot;</source>
+        <comment>Command to open main Music app</comment>
+        <translation>Otwórz odtwarzacz muzyki</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>For UI labels: Next</comment>
+        <translation>Następny utwór</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>For UI labels: Previous</comment>
+        <translation>Poprzedni utwór</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows</source>
+        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
+        <translation>Zawsze na wierzchu</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::AppPreferencesWindowController</name>
+    <message>
+        <source>General</source>
+        <comment>Title for General tab</comment>
+        <translation>Ogólne</translation>
+    </message>
+    <message>
+        <source>Interface</source>
+        <comment>Title for Interface tab</comment>
+        <translation>Interfejs</translation>
+    </message>
+    <message>
+        <source>Updates</source>
+        <comment>Title for Updates tab</comment>
+        <translation>Aktualizacje</translation>
+    </message>
+    <message>
+        <source>Panes</source>
+        <comment>For accessibility: the toolbar of the preferences window</comment>
+        <translation>Panele</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <comment>Window Title for Preferences</comment>
+        <translation>Preferencje</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::HelpWindow</name>
+    <message>
+        <source>%1 › %2</source>
+        <comment>What the help&apos;s search found: a page and a section of it</comment>
+        <translation>%1 › %2</translation>
+    </message>
+    <message>
+        <source>Tunedeck Help</source>
+        <comment>Title of the help window</comment>
+        <translation>Pomoc programu Tunedeck</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <comment>For accessibility: the text of the help page</comment>
+        <translation>Strona</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <comment>Button of the help window: to the page shown before</comment>
+        <translation>Wstecz</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <comment>Button of the help window: undoes Back</comment>
+        <translation>Dalej</translation>
+    </message>
+    <message>
+        <source>Search the help</source>
+        <comment>For accessibility: the help window&apos;s search field</comment>
+        <translation>Przeszukaj pomoc</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <comment>In the help window&apos;s empty search field</comment>
+        <translation>Szukaj</translation>
+    </message>
+    <message>
+        <source>Search results</source>
+        <comment>For accessibility: what the help&apos;s search found</comment>
+        <translation>Wyniki wyszukiwania</translation>
+    </message>
+    <message>
+        <source>Contents</source>
+        <comment>For accessibility: the list of the help&apos;s pages</comment>
+        <translation>Spis treści</translation>
+    </message>
+    <message>
+        <source>Nothing found</source>
+        <comment>In place of what the help&apos;s search found</comment>
+        <translation>Nic nie znaleziono</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::InterfacePreferencesViewController</name>
+    <message>
+        <source>&amp;Classic appearance</source>
+        <comment>Check box in the Interface pane</comment>
+        <translation>&amp;Klasyczny wygląd</translation>
+    </message>
+    <message>
+        <source>The player stays light, whatever the appearance of the desktop.</source>
+        <comment>Below the check box &quot;Classic appearance&quot;</comment>
+        <translation>Okno pozostaje jasne bez względu na wygląd pulpitu.</translation>
+    </message>
+    <message>
+        <source>&amp;Dark icon on a dark desktop</source>
+        <comment>Check box in the Interface pane: the program&apos;s icon in the dock</comment>
+        <translation>&amp;Ciemna ikona na ciemnym pulpicie</translation>
+    </message>
+    <message>
+        <source>The icon in the dock follows the desktop between light and dark.</source>
+        <comment>Below the check box &quot;Dark icon on a dark desktop&quot;</comment>
+        <translation>Ikona w doku jest jasna lub ciemna, tak jak pulpit.</translation>
+    </message>
+    <message>
+        <source>&amp;Hide the volume buttons</source>
+        <comment>Check box in the Interface pane</comment>
+        <translation>&amp;Ukryj przyciski głośności</translation>
+    </message>
+    <message>
+        <source>These are the two speakers beside the volume slider.</source>
+        <comment>Below the check box &quot;Hide the volume buttons&quot;</comment>
+        <translation>Są to dwa głośniki obok suwaka głośności.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::LcdView</name>
+    <message>
+        <source>Live</source>
+        <comment>In place of the times while a live stream plays</comment>
+        <translation>Na żywo</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <comment>For accessibility: the progress slider</comment>
+        <translation>Miejsce w utworze</translation>
+    </message>
+    <message>
+        <source>Show or hide the playlists</source>
+        <comment>The info button</comment>
+        <translation>Pokaż lub ukryj listy odtwarzania</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::MainMenu</name>
+    <message>
+        <source>File</source>
+        <comment>Menu title</comment>
+        <translation>Plik</translation>
+    </message>
+    <message>
+        <source>Controls</source>
+        <comment>Menu title</comment>
+        <translation>Sterowanie</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <comment>Menu title</comment>
+        <translation>Okno</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <comment>Menu title</comment>
+        <translation>Pomoc</translation>
+    </message>
+    <message>
+        <source>About Tunedeck</source>
+        <comment>Menu command</comment>
+        <translation>O programie Tunedeck</translation>
+    </message>
+    <message>
+        <source>Check for Updates...</source>
+        <comment>Menu command</comment>
+        <translation>Sprawdź aktualizacje...</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <comment>Menu command</comment>
+        <translation>Preferencje...</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <comment>Menu command</comment>
+        <translation>Zakończ</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot;</source>
+        <comment>Command to open main Music app</comment>
+        <translation>Otwórz odtwarzacz muzyki</translation>
+    </message>
+    <message>
+        <source>Close Window</source>
+        <comment>Menu command</comment>
+        <translation>Zamknij okno</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <comment>For UI labels: Play</comment>
+        <translation>Odtwórz</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>For UI labels: Next</comment>
+        <translation>Następny utwór</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>For UI labels: Previous</comment>
+        <translation>Poprzedni utwór</translation>
+    </message>
+    <message>
+        <source>Volume Up</source>
+        <comment>Menu command</comment>
+        <translation>Zwiększ głośność</translation>
+    </message>
+    <message>
+        <source>Volume Down</source>
+        <comment>Menu command</comment>
+        <translation>Zmniejsz głośność</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <comment>Menu command</comment>
+        <translation>Zminimalizuj</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <comment>Menu command</comment>
+        <translation>Powiększ</translation>
+    </message>
+    <message>
+        <source>Hide Playlists</source>
+        <comment>Menu command: close the drawer</comment>
+        <translation>Ukryj listy odtwarzania</translation>
+    </message>
+    <message>
+        <source>Show Playlists</source>
+        <comment>Menu command: open the drawer</comment>
+        <translation>Pokaż listy odtwarzania</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows</source>
+        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
+        <translation>Zawsze na wierzchu</translation>
+    </message>
+    <message>
+        <source>Tunedeck Help</source>
+        <comment>Menu command</comment>
+        <translation>Pomoc programu Tunedeck</translation>
+    </message>
+    <message>
+        <source>Terms and Conditions</source>
+        <comment>Menu command</comment>
+        <translation>Warunki użytkowania</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::MusicConnector</name>
+    <message>
+        <source>0:00</source>
+        <comment>For UI labels: 0:00</comment>
+        <translation>0:00</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PlayerView</name>
+    <message>
+        <source>Close</source>
+        <comment>Window button</comment>
+        <translation>Zamknij</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <comment>Window button</comment>
+        <translation>Zminimalizuj</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <comment>Window button</comment>
+        <translation>Powiększ</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>Transport button</comment>
+        <translation>Poprzedni utwór</translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <comment>Transport button</comment>
+        <translation>Odtwórz lub wstrzymaj</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>Transport button</comment>
+        <translation>Następny utwór</translation>
+    </message>
+    <message>
+        <source>Silence</source>
+        <comment>Button at the quiet end of the volume slider</comment>
+        <translation>Cisza</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <comment>Volume slider</comment>
+        <translation>Głośność</translation>
+    </message>
+    <message>
+        <source>Full volume</source>
+        <comment>Button at the loud end of the volume slider</comment>
+        <translation>Pełna głośność</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PlaylistView</name>
+    <message>
+        <source>Playlist:</source>
+        <comment>Caption in the drawer, before the playlist picker</comment>
+        <translation>Lista:</translation>
+    </message>
+    <message>
+        <source>Playlist</source>
+        <comment>For accessibility: the playlist picker</comment>
+        <translation>Lista odtwarzania</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <comment>Button in the drawer: play the chosen playlist</comment>
+        <translation>Odtwórz</translation>
+    </message>
+    <message>
+        <source>Play the chosen playlist</source>
+        <comment>Tooltip of the done button in the drawer</comment>
+        <translation>Odtwórz wybraną listę odtwarzania</translation>
+    </message>
+    <message>
+        <source>Shuffle</source>
+        <comment>Button in the drawer</comment>
+        <translation>Odtwarzanie losowe</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <comment>Button in the drawer</comment>
+        <translation>Powtarzanie</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PlaylistViewController</name>
+    <message>
+        <source>Repeat: off</source>
+        <comment>For accessibility: the repeat button</comment>
+        <translation>Powtarzanie: wyłączone</translation>
+    </message>
+    <message>
+        <source>Repeat: one</source>
+        <comment>For accessibility: the repeat button</comment>
+        <translation>Powtarzanie: jeden utwór</translation>
+    </message>
+    <message>
+        <source>Repeat: all</source>
+        <comment>For accessibility: the repeat button</comment>
+        <translation>Powtarzanie: wszystkie utwory</translation>
+    </message>
+    <message>
+        <source>Choose a playlist</source>
+        <comment>Tooltip of the playlist picker</comment>
+        <translation>Wybierz listę odtwarzania</translation>
+    </message>
+    <message>
+        <source>Music is not open</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>Odtwarzacz zamknięty</translation>
+    </message>
+    <message>
+        <source>The player has no playlists</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>Odtwarzacz nie ma list odtwarzania</translation>
+    </message>
+    <message>
+        <source>There are no playlist files (.m3u, .m3u8, .pls, .xspf) in your music folder</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>W katalogu z muzyką nie ma plików list odtwarzania (.m3u, .m3u8, .pls, .xspf)</translation>
+    </message>
+    <message>
+        <source>The player has not told of its playlists yet</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>Odtwarzacz nie podał jeszcze swoich list odtwarzania</translation>
+    </message>
+    <message>
+        <source>This player neither offers playlists nor opens playlist files</source>
+        <comment>Tooltip of the empty playlist picker</comment>
+        <translation>Ten odtwarzacz nie udostępnia list odtwarzania ani nie otwiera ich plików</translation>
+    </message>
+    <message>
+        <source>Shuffle: on</source>
+        <comment>For accessibility: the shuffle button</comment>
+        <translation>Odtwarzanie losowe: włączone</translation>
+    </message>
+    <message>
+        <source>Shuffle: off</source>
+        <comment>For accessibility: the shuffle button</comment>
+        <translation>Odtwarzanie losowe: wyłączone</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::PreferencesViewController</name>
+    <message>
+        <source>&amp;Remaining time</source>
+        <comment>Choice in the General pane: what the time on the right is</comment>
+        <translation>&amp;Pozostały czas</translation>
+    </message>
+    <message>
+        <source>&amp;Duration</source>
+        <comment>Choice in the General pane: what the time on the right is</comment>
+        <translation>&amp;Czas trwania</translation>
+    </message>
+    <message>
+        <source>&amp;Follow player:</source>
+        <comment>Caption in the General pane, before the choice of the player</comment>
+        <translation>&amp;Sterowany odtwarzacz:</translation>
+    </message>
+    <message>
+        <source>Automatic is the player that plays.</source>
+        <comment>Below the choice of the player to follow</comment>
+        <translation>„Automatycznie” oznacza odtwarzacz, który właśnie gra.</translation>
+    </message>
+    <message>
+        <source>Time on the right:</source>
+        <comment>Caption in the General pane: the display&apos;s time on the right</comment>
+        <translation>Czas po prawej:</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <comment>In the list of players to follow: the one that plays</comment>
+        <translation>Automatycznie</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::SoftwareUpdater</name>
+    <message>
+        <source>Software Update</source>
+        <comment>Updates: title of the window</comment>
+        <translation>Aktualizacja oprogramowania</translation>
+    </message>
+    <message>
+        <source>The updater of Tunedeck is missing, or belongs to another version.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Brakuje modułu aktualizacji programu Tunedeck albo pochodzi on z innej wersji.</translation>
+    </message>
+    <message>
+        <source>Install Tunedeck anew.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Zainstaluj program Tunedeck ponownie.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::UpdatePreferencesViewController</name>
+    <message>
+        <source>Check for Updates...</source>
+        <comment>Button in the Updates pane</comment>
+        <translation>Sprawdź aktualizacje...</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <comment>Button in the Updates pane: opens the page about updates</comment>
+        <translation>&amp;Pomoc</translation>
+    </message>
+    <message>
+        <source>Tunedeck %1</source>
+        <comment>In the Updates pane; %1 is the version that runs</comment>
+        <translation>Tunedeck %1</translation>
+    </message>
+    <message>
+        <source>Tunedeck looks for a newer version when you ask it to, and lets you choose whether to download it.</source>
+        <comment>In the Updates pane</comment>
+        <translation>Tunedeck szuka nowszej wersji tylko na życzenie i pozwala wybrać, czy ją pobrać.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::UpdateWindow</name>
+    <message>
+        <source>The update server could not be reached.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Nie można połączyć się z serwerem aktualizacji.</translation>
+    </message>
+    <message>
+        <source>Make sure that this computer is connected to the internet, then check for updates again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Upewnij się, że komputer jest połączony z Internetem, a następnie ponownie sprawdź aktualizacje.</translation>
+    </message>
+    <message>
+        <source>The connection to the update server is not secure.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Połączenie z serwerem aktualizacji nie jest bezpieczne.</translation>
+    </message>
+    <message>
+        <source>Nothing was downloaded. Make sure that the date and the time of this computer are right, or try again in another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Niczego nie pobrano. Upewnij się, że data i godzina na komputerze są prawidłowe, lub spróbuj ponownie w innej sieci.</translation>
+    </message>
+    <message>
+        <source>The update server leads nowhere.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Serwer aktualizacji prowadzi donikąd.</translation>
+    </message>
+    <message>
+        <source>It sends from one address to the next. Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Odsyła z jednego adresu na kolejny. Sprawdź aktualizacje ponownie później.</translation>
+    </message>
+    <message>
+        <source>The update server has stopped answering.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Serwer aktualizacji przestał odpowiadać.</translation>
+    </message>
+    <message>
+        <source>Check your connection to the internet, or check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Sprawdź połączenie z Internetem lub ponownie sprawdź aktualizacje później.</translation>
+    </message>
+    <message>
+        <source>The update server does not have what was asked for.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Na serwerze aktualizacji nie ma żądanych danych.</translation>
+    </message>
+    <message>
+        <source>Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Sprawdź aktualizacje ponownie później.</translation>
+    </message>
+    <message>
+        <source>The connection to the update server was lost.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Utracono połączenie z serwerem aktualizacji.</translation>
+    </message>
+    <message>
+        <source>Check your connection to the internet, then check for updates again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Sprawdź połączenie z Internetem, a następnie ponownie sprawdź aktualizacje.</translation>
+    </message>
+    <message>
+        <source>This copy of Tunedeck cannot check for updates.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Ta kopia programu Tunedeck nie może sprawdzać aktualizacji.</translation>
+    </message>
+    <message>
+        <source>It was built with an address or a key that cannot be used. Get a new version from where you have this one.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Zbudowano ją z adresem lub kluczem, którego nie można użyć. Pobierz nową wersję z tego samego źródła, z którego pochodzi ta.</translation>
+    </message>
+    <message>
+        <source>The software updater could not be opened.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Nie można otworzyć programu do aktualizacji oprogramowania.</translation>
+    </message>
+    <message>
+        <source>Look for it among the applications of your desktop.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Poszukaj go wśród programów w swoim środowisku.</translation>
+    </message>
+    <message>
+        <source>The list of updates is too long.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Lista aktualizacji jest za długa.</translation>
+    </message>
+    <message>
+        <source>What the server sent was not read to its end. Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Danych wysłanych przez serwer nie odczytano do końca. Sprawdź aktualizacje ponownie później.</translation>
+    </message>
+    <message>
+        <source>The list of updates could not be read.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Nie można odczytać listy aktualizacji.</translation>
+    </message>
+    <message>
+        <source>There is a new version, but it cannot be trusted.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Jest nowa wersja, ale nie można jej zaufać.</translation>
+    </message>
+    <message>
+        <source>The server does not say how to check that it is genuine, so it was not downloaded. Check for updates again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Serwer nie podaje, jak sprawdzić jej autentyczność, więc nie została pobrana. Sprawdź aktualizacje ponownie później.</translation>
+    </message>
+    <message>
+        <source>The download is not complete.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Pobrany plik jest niekompletny.</translation>
+    </message>
+    <message>
+        <source>It was thrown away. Check your connection to the internet, then try again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Plik usunięto. Sprawdź połączenie z Internetem, a następnie spróbuj ponownie.</translation>
+    </message>
+    <message>
+        <source>The download is not the file that it should be.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Pobrany plik nie jest tym, którym powinien być.</translation>
+    </message>
+    <message>
+        <source>It is longer than announced and was thrown away. Try again later.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Jest dłuższy, niż zapowiedziano, więc go usunięto. Spróbuj ponownie później.</translation>
+    </message>
+    <message>
+        <source>The download cannot be trusted.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Pobranemu plikowi nie można zaufać.</translation>
+    </message>
+    <message>
+        <source>It does not come from those who make Tunedeck, or was changed on its way. It was thrown away. Try again later, or in another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Nie pochodzi od twórców programu Tunedeck lub został po drodze zmieniony. Plik usunięto. Spróbuj ponownie później lub w innej sieci.</translation>
+    </message>
+    <message>
+        <source>The download could not be saved.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Nie można zapisać pobranego pliku.</translation>
+    </message>
+    <message>
+        <source>Make sure that there is room in your download folder and that you may write to it, then try again.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Upewnij się, że w katalogu pobranych plików jest miejsce i że masz prawo w nim zapisywać, a następnie spróbuj ponownie.</translation>
+    </message>
+    <message>
+        <source>Software Update</source>
+        <comment>Updates: title of the window</comment>
+        <translation>Aktualizacja oprogramowania</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <comment>Updates: for accessibility, the progress bar</comment>
+        <translation>Postęp</translation>
+    </message>
+    <message>
+        <source>What is new</source>
+        <comment>Updates: for accessibility, the text on what is new in a version</comment>
+        <translation>Co nowego</translation>
+    </message>
+    <message>
+        <source>Checking for updates…</source>
+        <comment>Updates: a search is under way</comment>
+        <translation>Sprawdzanie aktualizacji…</translation>
+    </message>
+    <message>
+        <source>Tunedeck is up to date.</source>
+        <comment>Updates: there is no newer version</comment>
+        <translation>Tunedeck jest aktualny.</translation>
+    </message>
+    <message>
+        <source>You have version %1, which is the newest.</source>
+        <comment>Updates: %1 is a version</comment>
+        <translation>Masz wersję %1, która jest najnowsza.</translation>
+    </message>
+    <message>
+        <source>A new version of Tunedeck is available.</source>
+        <comment>Updates: there is a newer version</comment>
+        <translation>Dostępna jest nowa wersja programu Tunedeck.</translation>
+    </message>
+    <message>
+        <source>Version %1 is available; you have version %2.</source>
+        <comment>Updates: %1 and %2 are versions</comment>
+        <translation>Dostępna jest wersja %1; masz wersję %2.</translation>
+    </message>
+    <message>
+        <source>&amp;Download</source>
+        <comment>Updates: button that downloads the new version</comment>
+        <translation>&amp;Pobierz</translation>
+    </message>
+    <message>
+        <source>&amp;Later</source>
+        <comment>Updates: button that leaves the new version for another day</comment>
+        <translation>Późni&amp;ej</translation>
+    </message>
+    <message>
+        <source>Downloading Tunedeck %1…</source>
+        <comment>Updates: %1 is a version</comment>
+        <translation>Pobieranie programu Tunedeck %1…</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <comment>Updates: how much has come of a download, such as 1.2 MB of 3 MB</comment>
+        <translation>%1 z %2</translation>
+    </message>
+    <message>
+        <source>Checking that the download is genuine…</source>
+        <comment>Updates: the file&apos;s signature is looked at</comment>
+        <translation>Sprawdzanie autentyczności pobranego pliku…</translation>
+    </message>
+    <message>
+        <source>The new version has been downloaded.</source>
+        <comment>Updates: the file is there</comment>
+        <translation>Nowa wersja została pobrana.</translation>
+    </message>
+    <message>
+        <source>It was verified and saved as “%1” in “%2”. To install it, quit Tunedeck and open the file.</source>
+        <comment>Updates: %1 is the name of a file, %2 of a folder</comment>
+        <translation>Zweryfikowano ją i zapisano jako „%1” w katalogu „%2”. Aby ją zainstalować, zakończ program Tunedeck i otwórz ten plik.</translation>
+    </message>
+    <message>
+        <source>Show in &amp;Folder</source>
+        <comment>Updates: button that shows the file in the file manager</comment>
+        <translation>Pokaż w &amp;katalogu</translation>
+    </message>
+    <message>
+        <source>Your system keeps this copy of Tunedeck up to date.</source>
+        <comment>Updates: Tunedeck came with the system</comment>
+        <translation>Tę kopię programu Tunedeck aktualizuje system.</translation>
+    </message>
+    <message>
+        <source>New versions come with the updates of your system&apos;s software.</source>
+        <comment>Updates: Tunedeck came with the system</comment>
+        <translation>Nowe wersje są dostarczane z aktualizacjami oprogramowania systemu.</translation>
+    </message>
+    <message>
+        <source>&amp;Open Software Updater</source>
+        <comment>Updates: button that starts the system&apos;s own program for updates</comment>
+        <translation>&amp;Otwórz program do aktualizacji</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::ViewController</name>
+    <message>
+        <source>Play</source>
+        <comment>For UI labels: Play</comment>
+        <translation>Odtwórz</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <comment>For UI labels: Stop</comment>
+        <translation>Zatrzymaj</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <comment>For UI labels: Pause</comment>
+        <translation>Wstrzymaj</translation>
+    </message>
+    <message>
+        <source>Music is not responding</source>
+        <comment>Tooltip of the LCD while Music is frozen</comment>
+        <translation>Odtwarzacz nie odpowiada</translation>
+    </message>
+    <message>
+        <source>Elapsed Time</source>
+        <comment>For UI labels: Elapsed Time</comment>
+        <translation>Czas od początku</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <comment>Title of the time label&apos;s context menu</comment>
+        <translation>Menu</translation>
+    </message>
+    <message>
+        <source>Remaining Time</source>
+        <comment>For UI labels: Remaining Time</comment>
+        <translation>Pozostały czas</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <comment>For UI labels: Duration</comment>
+        <translation>Czas trwania</translation>
+    </message>
+    <message>
+        <source>Play or stop playing live audio</source>
+        <comment>For UI labels: Play or stop playing live audio</comment>
+        <translation>Odtwórz lub zatrzymaj transmisję na żywo</translation>
+    </message>
+    <message>
+        <source>Play or pause the current track</source>
+        <comment>For UI labels: Play or pause the current track</comment>
+        <translation>Odtwórz lub wstrzymaj bieżący utwór</translation>
+    </message>
+    <message>
+        <source>Music is not open</source>
+        <comment>&apos;Music is not open&apos; displayed in LCD</comment>
+        <translation>Odtwarzacz zamknięty</translation>
+    </message>
+    <message>
+        <source>No Song</source>
+        <comment>&apos;No Song&apos; displayed in LCD</comment>
+        <translation>Brak utworu</translation>
+    </message>
+</context>
+</TS>

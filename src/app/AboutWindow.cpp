@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: MIT
+#include "AboutWindow.h"
+
+#include "BundleInfo.h"
+#include "FatalError.h"
+#include "pageStyle.h"
+
+#include <QDesktopServices>
+#include <QEvent>
+#include <QFile>
+#include <QLabel>
+#include <QLocale>
+#include <QPainter>
+#include <QShortcut>
+#include <QStringDecoder>
+#include <QSvgRenderer>
+#include <QTextBrowser>
+#include <QTextDocument>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <memory>
+#include <optional>
+
+namespace tunedeck {
+
+namespace {
+constexpr QSize iconSize(96, 96);
+constexpr int margin = 20;
+constexpr int gap = 6;
+constexpr int creditsWidth = 340;
+constexpr int mostCreditsHeight = 300;
+constexpr double nameScale = 1.5;
+constexpr double smallScale = 0.9;
+constexpr std::array<QStringView, 4> creditsLanguages{u"es", u"de", u"fi", u"pl"};
+
+class IconView : public QWidget {
+public:
+    explicit IconView(QWidget *parent)
+        : QWidget(parent)
+        , m_picture(QStringLiteral(":/icons/%1.svg").arg(applicationId))
+    {
+        setFixedSize(iconSize);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        m_picture.render(&painter, rect());
+    }
+
+private:
+    QSvgRenderer m_picture;
+};
+
+QString fact(QStringView key)
+{
+    const auto value = bundleInfo(key);
+    if (!value) {
+        fatalError("a fact about the application is missing");
+    }
+    return *value;
+}
+
+QString creditsName()
+{
+    const QString language = QLocale::languageToCode(QLocale().language());
+    const bool isWritten = std::ranges::find(creditsLanguages, language) != creditsLanguages.end();
+    return isWritten ? QStringLiteral("Credits_") + language : QStringLiteral("Credits");
+}
+
+std::optional<QString> readText(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return std::nullopt;
+    }
+    QStringDecoder decode(QStringDecoder::Utf8);
+    const QString text = decode(file.readAll());
+    return decode.hasError() || text.isEmpty() ? std::nullopt : std::optional(text);
+}
+
+int heightOf(const QTextDocument &credits)
+{
+    // The view may be laid out at the width that it had before.
+    const std::unique_ptr<QTextDocument> copy(credits.clone());
+    copy->setTextWidth(creditsWidth);
+    return static_cast<int>(std::ceil(copy->size().height()));
+}
+
+QFont scaled(QFont font, double scale)
+{
+    font.setPointSizeF(font.pointSizeF() * scale);
+    return font;
+}
+} // namespace
+
+AboutWindow::AboutWindow(const QString &creditsFolder, QWidget *parent)
+    : QDialog(parent, Qt::Dialog)
+    , m_creditsFolder(creditsFolder)
+    , m_icon(new IconView(this))
+    , m_nameLabel(new QLabel(fact(u"CFBundleName"), this))
+    , m_versionLabel(new QLabel(this))
+    , m_creditsText(new QTextBrowser(this))
+{
+    setWindowTitle(tr("About", "About window title"));
+    // Who closes the player has read enough.
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setUpTexts();
+    layOut();
+    auto *closeKeys = new QShortcut(this);
+    closeKeys->setKeys(QKeySequence::Close);
+    connect(closeKeys, &QShortcut::activated, this, &QWidget::close);
+}
+
+void AboutWindow::orderFront()
+{
+    showCredits();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void AboutWindow::setBackground(QWidget &background)
+{
+    m_background = &background;
+    background.setParent(this);
+    background.setGeometry(rect());
+    background.lower();
+    background.show();
+}
+
+QLabel &AboutWindow::nameLabel()
+{
+    return *m_nameLabel;
+}
+
+QLabel &AboutWindow::versionLabel()
+{
+    return *m_versionLabel;
+}
+
+QTextBrowser &AboutWindow::creditsText()
+{
+    return *m_creditsText;
+}
+
+void AboutWindow::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    // The text keeps the colours that it was made with.
+    if (event->type() == QEvent::PaletteChange) {
+        showCredits();
+    }
+}
+
+void AboutWindow::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    if (m_background) {
+        m_background->setGeometry(rect());
+    }
+}
+
+void AboutWindow::setUpTexts()
+{
+    QFont nameFont = scaled(font(), nameScale);
+    nameFont.setBold(true);
+    m_nameLabel->setFont(nameFont);
+    m_versionLabel->setFont(scaled(font(), smallScale));
+    m_versionLabel->setText(tr("Version %1 (%2)", "About window: the version and the number of its build")
+                                .arg(fact(u"CFBundleShortVersionString"), fact(u"CFBundleVersion")));
+    for (QLabel *label : {m_nameLabel, m_versionLabel}) {
+        label->setTextFormat(Qt::PlainText);
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    }
+
+    m_creditsText->setAccessibleName(tr("Credits", "For accessibility: the about window's text"));
+    m_creditsText->setFont(scaled(font(), smallScale));
+    m_creditsText->setFrameShape(QFrame::NoFrame);
+    m_creditsText->viewport()->setAutoFillBackground(false);
+    m_creditsText->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_creditsText->setOpenLinks(false);
+    connect(m_creditsText, &QTextBrowser::anchorClicked, this, [](const QUrl &link) {
+        if (link.scheme() == QLatin1String("https")) {
+            QDesktopServices::openUrl(link);
+        }
+    });
+}
+
+void AboutWindow::layOut()
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setSpacing(gap);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    for (QWidget *line : std::initializer_list<QWidget *>{m_icon, m_nameLabel, m_versionLabel}) {
+        layout->addWidget(line, 0, Qt::AlignHCenter);
+    }
+    layout->addSpacing(gap);
+    layout->addWidget(m_creditsText);
+}
+
+void AboutWindow::showCredits()
+{
+    const auto credits = readText(m_creditsFolder + u'/' + creditsName() + QStringLiteral(".html"));
+    m_creditsText->setVisible(credits.has_value());
+    if (!credits) {
+        return;
+    }
+    m_creditsText->document()->setDefaultStyleSheet(pageStyle(palette()));
+    m_creditsText->setHtml(*credits);
+    m_creditsText->setFixedSize(creditsWidth, std::min(heightOf(*m_creditsText->document()), mostCreditsHeight));
+}
+
+} // namespace tunedeck

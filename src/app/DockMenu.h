@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusContext>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+#include <QHash>
+#include <QList>
+#include <QMenu>
+#include <QObject>
+#include <QStringList>
+#include <QTimer>
+#include <QVariantList>
+#include <QVariantMap>
+
+#include <functional>
+#include <memory>
+
+class QAction;
+
+namespace tunedeck {
+
+/// On the bus: (ia{sv}).
+struct DockMenuItem {
+    int id = 0; ///< 0 is the menu itself
+    QVariantMap properties;
+
+    bool operator==(const DockMenuItem &) const = default;
+};
+
+/// On the bus: (ia{sv}av).
+struct DockMenuLayout {
+    DockMenuItem item;
+    QVariantList children; ///< layouts
+};
+
+/// On the bus: (isvu).
+struct DockMenuEvent {
+    int id = 0;
+    QString type;
+    QDBusVariant data;
+    uint timestamp = 0;
+};
+
+QDBusArgument &operator<<(QDBusArgument &argument, const DockMenuItem &item);
+const QDBusArgument &operator>>(const QDBusArgument &argument, DockMenuItem &item);
+QDBusArgument &operator<<(QDBusArgument &argument, const DockMenuLayout &layout);
+const QDBusArgument &operator>>(const QDBusArgument &argument, DockMenuLayout &layout);
+QDBusArgument &operator<<(QDBusArgument &argument, const DockMenuEvent &event);
+const QDBusArgument &operator>>(const QDBusArgument &argument, DockMenuEvent &event);
+
+/// Tells docks of the menu of the program's icon and serves it to them over com.canonical.dbusmenu. What a dock has
+/// read is kept up to date; before a dock reads, and after it was told of a change until it reads again, nothing is
+/// built and nothing sent.
+///
+/// An item is the same item to docks, however often the menu is built, as long as its action has the same object name,
+/// or has none, is of the same kind and stands in the same place. Submenus are not served.
+class DockMenu : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
+    Q_PROPERTY(uint Version READ version CONSTANT)
+    Q_PROPERTY(QString TextDirection READ textDirection CONSTANT)
+    Q_PROPERTY(QString Status READ status CONSTANT)
+    Q_PROPERTY(QStringList IconThemePath READ iconThemePath CONSTANT)
+
+public:
+    using Builder = std::function<std::unique_ptr<QMenu>()>;
+
+    /// `build` is called whenever the menu is needed anew. Docks are told as soon as this exists.
+    DockMenu(const QDBusConnection &bus, Builder build, QObject *parent = nullptr);
+
+    [[nodiscard]] uint version() const;
+    [[nodiscard]] QString textDirection() const;
+    [[nodiscard]] QString status() const;
+    [[nodiscard]] QStringList iconThemePath() const;
+
+public Q_SLOTS:
+    /// What the menu shows may have changed.
+    void update();
+
+    // For docks alone: these answer the call that comes over the bus.
+    Q_SCRIPTABLE uint GetLayout(
+        int parentId, int recursionDepth, const QStringList &propertyNames, tunedeck::DockMenuLayout &layout);
+    Q_SCRIPTABLE QList<tunedeck::DockMenuItem> GetGroupProperties(
+        const QList<int> &ids, const QStringList &propertyNames);
+    Q_SCRIPTABLE QDBusVariant GetProperty(int id, const QString &name);
+    Q_SCRIPTABLE void Event(int id, const QString &eventId, const QDBusVariant &data, uint timestamp);
+    Q_SCRIPTABLE QList<int> EventGroup(const QList<tunedeck::DockMenuEvent> &events);
+    Q_SCRIPTABLE bool AboutToShow(int id);
+    Q_SCRIPTABLE QList<int> AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors);
+
+Q_SIGNALS:
+    Q_SCRIPTABLE void LayoutUpdated(uint revision, int parent);
+
+private:
+    void announce();
+    /// Whether the menu is another than before.
+    bool rebuild();
+    [[nodiscard]] const QList<DockMenuItem> &items();
+    [[nodiscard]] int idOf(const QAction &action, qsizetype position);
+    [[nodiscard]] const DockMenuItem *item(int id);
+    void click(int id);
+    void refuse() const;
+
+    QDBusConnection m_bus;
+    Builder m_build;
+    QDBusServiceWatcher m_unityWatcher;
+    QTimer m_updateTimer{this};
+    std::unique_ptr<QMenu> m_menu;
+    QList<DockMenuItem> m_items; ///< the menu itself, then its actions in their order
+    QHash<int, QAction *> m_actions; ///< the menu's, by their items
+    QStringList m_keys; ///< what an item is known by; its place is the item's id less one
+    uint m_revision = 0;
+    bool m_isRead = false;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include "PlayersOnTheBus.h"
+
+#include "MprisMusicApplication.h"
+
+namespace tunedeck {
+
+PlayersOnTheBus::PlayersOnTheBus(const MprisMusicApplication &music, QObject *parent)
+    : SeenPlayers(parent)
+    , m_music(music)
+{
+    connect(&music, &MprisMusicApplication::followablePlayersChanged, this, &PlayersOnTheBus::seenPlayersChanged);
+}
+
+QList<SeenPlayer> PlayersOnTheBus::seenPlayers() const
+{
+    QList<SeenPlayer> players;
+    const QList<FollowablePlayer> followable = m_music.followablePlayers();
+    players.reserve(followable.size());
+    for (const FollowablePlayer &player : followable) {
+        players.append({player.family, player.identity});
+    }
+    return players;
+}
+
+} // namespace tunedeck

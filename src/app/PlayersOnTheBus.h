@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "SeenPlayers.h"
+
+namespace tunedeck {
+
+class MprisMusicApplication;
+
+/// The players that the preferences offer to follow: those on the session bus.
+class PlayersOnTheBus : public SeenPlayers {
+    Q_OBJECT
+
+public:
+    /// `music` must outlive this object.
+    explicit PlayersOnTheBus(const MprisMusicApplication &music, QObject *parent = nullptr);
+
+    [[nodiscard]] QList<SeenPlayer> seenPlayers() const override;
+
+private:
+    const MprisMusicApplication &m_music;
+};
+
+} // namespace tunedeck

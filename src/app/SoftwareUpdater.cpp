@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "SoftwareUpdater.h"
+
+#include "BundleInfo.h"
+#include "UpdatesModule.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QJsonObject>
+#include <QPluginLoader>
+
+namespace tunedeck {
+
+namespace {
+QString standardModulePath()
+{
+    return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral(TUNEDECK_UPDATES_PATH));
+}
+} // namespace
+
+SoftwareUpdater::SoftwareUpdater(QObject *parent)
+    : SoftwareUpdater(standardModulePath(), parent)
+{
+}
+
+SoftwareUpdater::SoftwareUpdater(const QString &modulePath, QObject *parent)
+    : Updater(parent)
+    , m_modulePath(modulePath)
+{
+}
+
+void SoftwareUpdater::checkForUpdates()
+{
+    if (!m_check) {
+        m_check = loadModule();
+    }
+    if (m_check) {
+        m_check();
+    } else {
+        reportMissingModule();
+    }
+}
+
+std::function<void()> SoftwareUpdater::loadModule() const
+{
+    QPluginLoader loader(m_modulePath);
+    const QString wanted =
+        QStringLiteral(TUNEDECK_UPDATES_MODULE) + bundleInfo(u"CFBundleShortVersionString").value_or(QString());
+    if (loader.metaData().value(QLatin1String("IID")).toString() != wanted) {
+        return {};
+    }
+    const auto *module = qobject_cast<UpdatesModule *>(loader.instance());
+    return module ? module->makeCheck() : nullptr;
+}
+
+void SoftwareUpdater::reportMissingModule()
+{
+    if (!m_message) {
+        m_message =
+            std::make_unique<QMessageBox>(QMessageBox::Warning, tr("Software Update", "Updates: title of the window"),
+                tr("The updater of Tunedeck is missing, or belongs to another version.", "Updates: title of an error"),
+                QMessageBox::Close);
+        m_message->setInformativeText(tr("Install Tunedeck anew.", "Updates: what to do about an error"));
+        m_message->setModal(false);
+    }
+    m_message->show();
+    m_message->raise();
+    m_message->activateWindow();
+}
+
+} // namespace tunedeck

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "DesktopAction.h"
+
+#include "AppDelegate.h"
+#include "Desktop.h"
+#include "MusicConnector.h"
+#include "WindowController.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QTest>
+
+using namespace tunedeck;
+
+class DesktopActionTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { failOnWarning(); }
+    void cleanup() { QApplication::setPalette(QPalette()); }
+
+    void theyAreThoseOfTheDesktopEntry()
+    {
+        QFile entry(QStringLiteral(DESKTOP_ENTRY));
+        QVERIFY(entry.open(QIODevice::ReadOnly));
+        const QStringList lines = QString::fromUtf8(entry.readAll()).split(u'\n');
+        QVERIFY(lines.contains(QStringLiteral("Actions=") + desktopActionNames().join(u';') + u';'));
+    }
+
+    void eachIsKnownByItsName()
+    {
+        QCOMPARE(desktopActionNamed(u"play-pause"), DesktopAction::PlayPause);
+        QCOMPARE(desktopActionNamed(u"next"), DesktopAction::Next);
+        QCOMPARE(desktopActionNamed(u"previous"), DesktopAction::Previous);
+        QCOMPARE(desktopActionNamed(u"keep-above"), DesktopAction::KeepAbove);
+        QVERIFY(!desktopActionNamed(u""));
+        QVERIFY(!desktopActionNamed(u"quit"));
+        for (const QString &name : desktopActionNames()) {
+            QCOMPARE(desktopActionName(desktopActionNamed(name).value()), name);
+        }
+    }
+
+    void eachDoesWhatItSays()
+    {
+        Desktop desktop;
+        desktop.music.setRunning(true);
+        MusicConnector connector(desktop.music, desktop.windowActivation);
+        AppDelegate delegate(connector, desktop.defaults, desktop.appearance, desktop.windowActivation);
+        const WindowController controller(desktop.defaults);
+        perform(DesktopAction::PlayPause, delegate);
+        perform(DesktopAction::Next, delegate);
+        perform(DesktopAction::Previous, delegate);
+        QCOMPARE(desktop.music.commands(),
+            (QStringList{QStringLiteral("playpause"), QStringLiteral("nextTrack"), QStringLiteral("backTrack")}));
+        perform(DesktopAction::KeepAbove, delegate);
+        QVERIFY(controller.keepAboveAllWindows());
+    }
+};
+
+QTEST_MAIN(DesktopActionTest)
+#include "DesktopActionTest.moc"

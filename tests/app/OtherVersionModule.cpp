@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#include "OtherVersionModule.h"
+
+namespace tunedeck {
+
+UpdatesModule::Check OtherVersionModule::makeCheck() const
+{
+    return [] { qFatal("The program has taken a module of another version."); };
+}
+
+} // namespace tunedeck

@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: MIT
+#include "AboutWindow.h"
+#include "AppPreferencesWindowController.h"
+#include "Appcast.h"
+#include "Desktop.h"
+#include "EngravedLabel.h"
+#include "HelpWindow.h"
+#include "LcdView.h"
+#include "MainMenu.h"
+#include "MetalPopupButton.h"
+#include "PlayerView.h"
+#include "PlaylistView.h"
+#include "ScrollingMarqueeView.h"
+#include "TimedStyle.h"
+#include "UpdateWindow.h"
+#include "ViewController.h"
+#include "WindowController.h"
+#include "installTranslators.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLibraryInfo>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTest>
+#include <QTranslator>
+
+#include <cmath>
+
+using namespace tunedeck;
+
+namespace {
+constexpr int narrowest = 350;
+
+/// A control whose text is cut off, with that text; empty if there is none.
+QString cutOffIn(const QWidget &window)
+{
+    const QList<QWidget *> widgets = window.findChildren<QWidget *>();
+    for (const QWidget *widget : widgets) {
+        if (!widget->isVisible()) {
+            continue;
+        }
+        if (const auto *label = qobject_cast<const QLabel *>(widget)) {
+            const bool wraps = label->wordWrap();
+            if (wraps ? label->heightForWidth(label->width()) > label->height()
+                      : label->sizeHint().width() > label->width()) {
+                return label->text();
+            }
+        } else if (const auto *button = qobject_cast<const QAbstractButton *>(widget)) {
+            if (!button->text().isEmpty()
+                && button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width() > button->width()) {
+                return button->text();
+            }
+        } else if (const auto *picker = qobject_cast<const QComboBox *>(widget)) {
+            if (picker->fontMetrics().horizontalAdvance(picker->currentText()) > picker->width()) {
+                return picker->currentText();
+            }
+        }
+    }
+    return {};
+}
+
+QStringList textsOf(const QMenu &menu)
+{
+    QStringList texts;
+    const QList<QAction *> items = menu.actions();
+    for (const QAction *item : items) {
+        texts.append(item->text());
+        if (item->menu()) {
+            texts += textsOf(*item->menu());
+        }
+    }
+    texts.removeAll(QString());
+    return texts;
+}
+} // namespace
+
+/// Every text of every window, in each language.
+class TranslationsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QApplication::setStyle(new TimedStyle); }
+    void init() { failOnWarning(); }
+
+    void cleanup()
+    {
+        const QList<QTranslator *> translators = qApp->findChildren<QTranslator *>();
+        qDeleteAll(translators);
+        QLocale::setDefault(QLocale::c());
+    }
+
+    void theFirstLanguageThatIsKnownIsTaken()
+    {
+        use(QStringLiteral("de_AT"));
+        QCOMPARE(QCoreApplication::translate("tunedeck::MainMenu", "Quit", "Menu command"), QStringLiteral("Beenden"));
+    }
+
+    void anUnknownLanguageLeavesTheTextsInEnglish()
+    {
+        use(QStringLiteral("fr_FR"));
+        QCOMPARE(QCoreApplication::translate("tunedeck::MainMenu", "Quit", "Menu command"), QStringLiteral("Quit"));
+    }
+
+    void everyTextOfThePlayerAndTheDrawerFits_data() { addLanguages(); }
+    void everyTextOfThePlayerAndTheDrawerFits()
+    {
+        useRow();
+        Desktop desktop;
+        Application application(desktop.environment());
+        application.showMainWindow();
+        Window &window = application.windowController().window();
+        auto *view = window.findChild<PlayerView *>();
+        application.mainMenu();
+        application.viewController().toggleDrawer();
+        auto *drawer = window.findChild<PlaylistView *>();
+        QTRY_VERIFY(drawer->isVisible());
+        window.resizeContent({narrowest, WindowController::expandedHeight});
+        QTRY_COMPARE(view->width(), narrowest);
+
+        // With nothing playing, with a track, with a live stream, and without a player.
+        QCOMPARE(cutOff(*view), QString());
+        desktop.playTrack();
+        QCOMPARE(cutOff(*view), QString());
+        desktop.playLiveStream();
+        QCOMPARE(cutOff(*view), QString());
+        desktop.music.quit();
+        QCOMPARE(cutOff(*view), QString());
+
+        EngravedLabel &caption = drawer->playlistLabel();
+        QVERIFY2(QFontMetricsF(caption.font()).horizontalAdvance(caption.text()) <= caption.width(),
+            qPrintable(caption.text()));
+        QVERIFY2(drawer->playlistPicker().width() >= 100, "The other texts leave the picker no room");
+    }
+
+    void theMenusAreTranslated_data() { addLanguages(); }
+    void theMenusAreTranslated()
+    {
+        Desktop desktop;
+        QStringList english;
+        {
+            Application application(desktop.environment());
+            english = textsOf(application.mainMenu().contextMenu());
+        }
+        useRow();
+        Application application(desktop.environment());
+        const QStringList texts = textsOf(application.mainMenu().contextMenu());
+        QCOMPARE(texts.size(), english.size());
+        qsizetype same = 0;
+        for (qsizetype index = 0; index < texts.size(); ++index) {
+            same += texts.at(index) == english.at(index) ? 1 : 0;
+        }
+        // The program's name stays, and a word may be the same by chance.
+        const bool isEnglish = QLocale().language() == QLocale::English;
+        QVERIFY2(isEnglish || same <= 3, qPrintable(texts.join(u", ")));
+    }
+
+    void everyTextOfThePreferencesFits_data() { addLanguages(); }
+    void everyTextOfThePreferencesFits()
+    {
+        useRow();
+        Desktop desktop;
+        Application application(desktop.environment());
+        AppPreferencesWindowController &preferences = application.preferencesWindowController();
+        preferences.showWindow();
+        for (const QString &pane : preferences.toolbarDefaultItemIdentifiers()) {
+            preferences.toolbarItemClicked(*preferences.toolbarItem(pane));
+            QTRY_COMPARE(cutOffIn(preferences.window()), QString());
+        }
+    }
+
+    void everyTextOfTheOtherWindowsFits_data() { addLanguages(); }
+    void everyTextOfTheOtherWindowsFits()
+    {
+        useRow();
+        AboutWindow about;
+        about.orderFront();
+        QCOMPARE(cutOffIn(about), QString());
+
+        HelpWindow help;
+        help.show();
+        QCOMPARE(cutOffIn(help), QString());
+        const QLineEdit &search = help.searchField();
+        QVERIFY2(search.fontMetrics().horizontalAdvance(search.placeholderText()) < search.width(),
+            qPrintable(search.placeholderText()));
+    }
+
+    void everyTextOfTheUpdatersPagesFits_data() { addLanguages(); }
+    void everyTextOfTheUpdatersPagesFits()
+    {
+        useRow();
+        UpdateWindow window;
+        AppcastItem update;
+        update.shortVersion = QStringLiteral("10.11.12");
+        window.bringForward();
+        const QList<std::function<void()>> pages{
+            [&] { window.showChecking(); },
+            [&] { window.showUpToDate(QStringLiteral("10.11.12")); },
+            [&] { window.showUpdate(update, QStringLiteral("10.11.11")); },
+            [&] { window.showDownload(update); },
+            [&] { window.showVerifying(); },
+            [&] { window.showSaved(QStringLiteral("/home/somebody/Downloads/tunedeck_10.11.12-1_amd64.deb")); },
+            [&] {
+                window.showSystemCopy();
+                window.offerSystemUpdater();
+            },
+        };
+        for (const auto &show : pages) {
+            show();
+            QTRY_COMPARE(cutOffIn(window), QString());
+        }
+    }
+
+private:
+    static void addLanguages()
+    {
+        QTest::addColumn<QString>("locale");
+        for (const char *locale : {"en_US", "de_DE", "es_ES", "fi_FI", "pl_PL"}) {
+            QTest::newRow(locale) << QString::fromLatin1(locale);
+        }
+    }
+    static void use(const QString &locale)
+    {
+        QLocale::setDefault(QLocale(locale));
+        installTranslators(*qApp);
+    }
+    static void useRow()
+    {
+        QFETCH(const QString, locale);
+        use(locale);
+    }
+
+    /// In the player, also a text on the display that would have to scroll.
+    static QString cutOff(PlayerView &view)
+    {
+        ScrollingMarqueeView &marquee = view.lcd().trackInfoLabel();
+        for (const QString &text : marquee.displayStrings()) {
+            if (QFontMetricsF(marquee.font()).horizontalAdvance(text) > marquee.width()) {
+                return text;
+            }
+        }
+        return cutOffIn(view);
+    }
+};
+
+QTEST_MAIN(TranslationsTest)
+#include "TranslationsTest.moc"

@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: MIT
+// Draws the windows beside the player's, as the toolkit paints them: the panes of the preferences, the about window,
+// the help, and every page of the updater.
+
+#include "AboutPinstripeView.h"
+#include "AboutWindow.h"
+#include "AppPreferencesWindowController.h"
+#include "Appcast.h"
+#include "Appearance.h"
+#include "BundleInfo.h"
+#include "HelpWindow.h"
+#include "SeenPlayers.h"
+#include "SkinEnvironment.h"
+#include "UpdateFailure.h"
+#include "UpdateWindow.h"
+#include "Updater.h"
+#include "UserDefaults.h"
+#include "WindowActivation.h"
+#include "installTranslators.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDBusConnection>
+#include <QDir>
+#include <QLineEdit>
+#include <QProxyStyle>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <cstdlib>
+
+using namespace tunedeck;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class TwoPlayers : public SeenPlayers {
+public:
+    [[nodiscard]] QList<SeenPlayer> seenPlayers() const override
+    {
+        return {{u"first"_s, u"Plain Player"_s}, {u"second"_s, u"Salt & Pepper Player"_s}};
+    }
+};
+
+class NoUpdater : public Updater {
+public:
+    void checkForUpdates() override { }
+};
+
+/// A picture is of the end of an animation.
+class StillStyle : public QProxyStyle {
+public:
+    StillStyle()
+        : QProxyStyle(u"fusion"_s)
+    {
+    }
+    int styleHint(
+        StyleHint hint, const QStyleOption *option, const QWidget *widget, QStyleHintReturn *returnData) const override
+    {
+        return hint == SH_Widget_Animation_Duration ? 0 : QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+};
+
+QPalette darkPalette()
+{
+    QPalette palette(QColor(53, 54, 58), QColor(42, 43, 46));
+    palette.setColor(QPalette::Base, QColor(32, 33, 36));
+    palette.setColor(QPalette::Link, QColor(120, 170, 255));
+    palette.setColor(QPalette::Highlight, QColor(61, 126, 212));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::PlaceholderText, QColor(150, 150, 155));
+    return palette;
+}
+
+class Gallery {
+public:
+    explicit Gallery(const QString &folder)
+        : m_folder(folder)
+    {
+    }
+
+    void add(const QString &name, QWidget &window)
+    {
+        window.show();
+        QCoreApplication::processEvents();
+        const QString file = m_folder.filePath(name + u".png"_s);
+        if (!window.grab().save(file)) {
+            QTextStream(stderr) << "Cannot write " << file << Qt::endl;
+            std::exit(EXIT_FAILURE);
+        }
+    }
+
+private:
+    QDir m_folder;
+};
+
+void addPreferences(Gallery &gallery, UserDefaults &defaults)
+{
+    TwoPlayers players;
+    NoUpdater updater;
+    AppPreferencesWindowController preferences({defaults, players, updater});
+    preferences.showWindow();
+    const QStringList panes = preferences.toolbarDefaultItemIdentifiers();
+    for (const QString &pane : panes) {
+        preferences.toolbarItemClicked(*preferences.toolbarItem(pane));
+        gallery.add(u"preferences-"_s + pane.toLower(), preferences.window());
+    }
+}
+
+void addAbout(Gallery &gallery, const SkinEnvironment &environment)
+{
+    AboutWindow about;
+    AboutPinstripeView stripes(environment);
+    about.setBackground(stripes);
+    about.orderFront();
+    for (const bool isKey : {true, false}) {
+        stripes.setKeyWindow(isKey);
+        gallery.add(isKey ? u"about"_s : u"about-inactive"_s, about);
+    }
+    stripes.setParent(nullptr);
+}
+
+void addHelp(Gallery &gallery)
+{
+    HelpWindow help;
+    const QString book = bundleInfo(u"CFBundleHelpBookName").value_or(QString());
+    for (const QString &anchor : {QString(), u"KeepingUpToDate"_s, u"TermsConditions"_s}) {
+        help.openHelpAnchor(anchor, book);
+        gallery.add(u"help-"_s + (anchor.isEmpty() ? u"first-page"_s : anchor), help);
+    }
+    help.searchField().setText(u"mpv"_s);
+    gallery.add(u"help-search"_s, help);
+}
+
+void addUpdater(Gallery &gallery)
+{
+    const QString running = u"1.0"_s;
+    AppcastItem update;
+    update.shortVersion = u"1.1"_s;
+    update.length = 2'345'678;
+    update.releaseNotes = u"<h2>New in 1.1</h2><ul><li>The drawer opens twice as fast.</li>"
+                          "<li>Playlists from files, for players without playlists.</li></ul>"
+                          "<p>More on <a href=\"https://tunedeck.org\">our page</a>.</p>"_s;
+    UpdateWindow window;
+    window.showChecking();
+    gallery.add(u"update-checking"_s, window);
+    window.showUpToDate(running);
+    gallery.add(u"update-none"_s, window);
+    window.showUpdate(update, running);
+    gallery.add(u"update-found"_s, window);
+    window.showDownload(update);
+    window.setReceived(1'000'000);
+    gallery.add(u"update-download"_s, window);
+    window.showSaved(u"/home/somebody/Downloads/tunedeck_1.1-1_amd64.deb"_s);
+    gallery.add(u"update-saved"_s, window);
+    window.showSystemCopy();
+    window.offerSystemUpdater();
+    gallery.add(u"update-system-copy"_s, window);
+    for (const auto &[name, failure] : {std::pair(u"unreachable"_s, UpdateFailure::unreachable),
+             std::pair(u"wrongly-signed"_s, UpdateFailure::wronglySigned)}) {
+        window.showFailure(failure);
+        gallery.add(u"update-"_s + name, window);
+    }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    QApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(u"Draws the windows beside the player's. The scale is QT_SCALE_FACTOR."_s);
+    parser.addHelpOption();
+    parser.addPositionalArgument(u"folder"_s, u"Where the pictures go; it is made if need be."_s);
+    const QCommandLineOption language(u"language"_s, u"Such as de; English without it."_s, u"code"_s, u"en"_s);
+    const QCommandLineOption dark(u"dark"_s, u"In dark colours."_s);
+    parser.addOptions({language, dark});
+    parser.process(application);
+    if (parser.positionalArguments().size() != 1 || !QDir().mkpath(parser.positionalArguments().constFirst())) {
+        parser.showHelp(EXIT_FAILURE);
+    }
+
+    QLocale::setDefault(QLocale(parser.value(language)));
+    installTranslators(application);
+    QApplication::setStyle(new StillStyle);
+    if (parser.isSet(dark)) {
+        QApplication::setPalette(darkPalette());
+    }
+    const QTemporaryDir settings;
+    UserDefaults defaults(settings.filePath(u"settings"_s));
+    defaults.setBool(SettingsKey::remainingTimeEnabled, true);
+    defaults.setBool(SettingsKey::appearanceClassic, true);
+    Appearance appearance(defaults, QDBusConnection(u"none"_s));
+    const WindowActivation windowActivation;
+
+    Gallery gallery(parser.positionalArguments().constFirst());
+    addPreferences(gallery, defaults);
+    addAbout(gallery, {defaults, appearance, windowActivation});
+    addHelp(gallery);
+    addUpdater(gallery);
+    return EXIT_SUCCESS;
+}
