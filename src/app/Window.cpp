@@ -6,6 +6,7 @@
 #include "frameExtents.h"
 #include "isScreenComposited.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -47,6 +48,13 @@ QRegion roundedRegion(const QRect &frame)
     }
     return region;
 }
+
+/// To the toolkit, only a main window of its own kind is a window that a screen reader looks into.
+QAccessibleInterface *accessibleWindow(const QString &, QObject *object)
+{
+    auto *window = qobject_cast<Window *>(object);
+    return window ? new QAccessibleWidget(window, QAccessible::Window) : nullptr;
+}
 } // namespace
 
 Window::Window(WindowController &controller)
@@ -55,6 +63,7 @@ Window::Window(WindowController &controller)
     , m_shadow(cornerRadius)
     , m_widthBeforeZoom(initialWidth)
 {
+    QAccessible::installFactory(accessibleWindow);
     setAttribute(Qt::WA_TranslucentBackground);
     setContextMenuPolicy(Qt::CustomContextMenu);
     setFocusPolicy(Qt::ClickFocus);

@@ -61,8 +61,11 @@ QString nameOf(RepeatMode mode)
 void setState(MetalButton &button, const QString &image, const QString &name)
 {
     button.setImage(image);
-    button.setAccessibleName(name);
     button.setToolTip(name);
+    // The toolkit tells screen readers of every assignment, also of an equal name.
+    if (button.accessibleName() != name) {
+        button.setAccessibleName(name);
+    }
 }
 } // namespace
 

@@ -93,6 +93,8 @@ void MetalPopupButton::setAppearance(std::optional<AppearanceName> appearance)
 
 void MetalPopupButton::showPopup()
 {
+    // Which has the keyboard while it is open.
+    view()->setAccessibleName(accessibleName());
     view()->setPalette(listPalette());
     QComboBox::showPopup();
 }
