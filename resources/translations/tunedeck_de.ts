@@ -319,6 +319,16 @@
         <comment>Menu command</comment>
         <translation>Nutzungsbedingungen</translation>
     </message>
+    <message>
+        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Immer im Vordergrund (unter Wayland nicht möglich)</translation>
+    </message>
+    <message>
+        <source>On Wayland, only the desktop can keep a window above the others. Its window menu or its window rules may offer it.</source>
+        <comment>Tooltip of the menu command to keep the window above all others</comment>
+        <translation>Unter Wayland kann nur die Arbeitsumgebung ein Fenster über den anderen halten. Vielleicht bietet ihr Fenstermenü oder eine Fensterregel das an.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::MusicConnector</name>

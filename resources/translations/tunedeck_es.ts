@@ -319,6 +319,16 @@
         <comment>Menu command</comment>
         <translation>Términos y condiciones</translation>
     </message>
+    <message>
+        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Mantener por encima de las demás ventanas (no es posible en Wayland)</translation>
+    </message>
+    <message>
+        <source>On Wayland, only the desktop can keep a window above the others. Its window menu or its window rules may offer it.</source>
+        <comment>Tooltip of the menu command to keep the window above all others</comment>
+        <translation>En Wayland, solo el escritorio puede mantener una ventana por encima de las demás. Puede que lo ofrezcan su menú de ventana o sus reglas de ventanas.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::MusicConnector</name>

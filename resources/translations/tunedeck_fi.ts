@@ -319,6 +319,16 @@
         <comment>Menu command</comment>
         <translation>Käyttöehdot</translation>
     </message>
+    <message>
+        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Pidä muiden ikkunoiden päällä (ei mahdollista Waylandissa)</translation>
+    </message>
+    <message>
+        <source>On Wayland, only the desktop can keep a window above the others. Its window menu or its window rules may offer it.</source>
+        <comment>Tooltip of the menu command to keep the window above all others</comment>
+        <translation>Waylandissa vain työpöytä voi pitää ikkunan muiden päällä. Sen ikkunavalikko tai ikkunasäännöt saattavat tarjota sen.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::MusicConnector</name>

@@ -319,6 +319,16 @@
         <comment>Menu command</comment>
         <translation>Warunki użytkowania</translation>
     </message>
+    <message>
+        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Zawsze na wierzchu (niemożliwe w Waylandzie)</translation>
+    </message>
+    <message>
+        <source>On Wayland, only the desktop can keep a window above the others. Its window menu or its window rules may offer it.</source>
+        <comment>Tooltip of the menu command to keep the window above all others</comment>
+        <translation>W Waylandzie tylko środowisko może utrzymać okno nad innymi. Może to oferować jego menu okna albo reguły okien.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::MusicConnector</name>

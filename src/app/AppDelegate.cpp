@@ -14,6 +14,7 @@
 #include "Window.h"
 #include "WindowActivation.h"
 #include "WindowController.h"
+#include "canKeepAbove.h"
 
 #include <QAction>
 #include <QApplication>
@@ -355,6 +356,7 @@ void AppDelegate::addKeepAboveItem(QMenu &menu)
             MenuItemIdentifier::keepAboveAllWindows, &AppDelegate::toggleKeepMainWindowAboveOtherWindows);
     item->setCheckable(true);
     item->setChecked(m_defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows));
+    item->setEnabled(canKeepAbove());
 }
 
 QAction *AppDelegate::addItem(

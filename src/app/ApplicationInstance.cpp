@@ -59,9 +59,7 @@ ApplicationInstance::ApplicationInstance(const QDBusConnection &bus, QObject *pa
     m_patience.setInterval(patience);
     connect(&m_patience, &QTimer::timeout, this, [this] { m_waitingActions.clear(); });
 
-    // The object first: whoever sees the name may call at once.
-    m_bus.registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
-    m_isFirst = !m_bus.isConnected() || m_bus.registerService(applicationId.toString());
+    m_isFirst = takeName();
     // A program that is on its way out must not be taken for the one that runs.
     connect(qApp, &QCoreApplication::aboutToQuit, this, [this] { m_bus.unregisterService(applicationId.toString()); });
 }
@@ -69,6 +67,19 @@ ApplicationInstance::ApplicationInstance(const QDBusConnection &bus, QObject *pa
 bool ApplicationInstance::isFirst() const
 {
     return m_isFirst;
+}
+
+void ApplicationInstance::setBus(const QDBusConnection &bus)
+{
+    m_bus = bus;
+    takeName();
+}
+
+bool ApplicationInstance::takeName()
+{
+    // The object first: whoever sees the name may call at once.
+    m_bus.registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
+    return !m_bus.isConnected() || m_bus.registerService(applicationId.toString());
 }
 
 void ApplicationInstance::askFirst(std::optional<DesktopAction> action, std::function<void(bool answered)> done)

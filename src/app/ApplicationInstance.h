@@ -25,6 +25,8 @@ public:
     explicit ApplicationInstance(const QDBusConnection &bus, QObject *parent = nullptr);
 
     [[nodiscard]] bool isFirst() const;
+    /// Is asked on another bus from now on, unless another process of the program came first there.
+    void setBus(const QDBusConnection &bus);
     /// Asks the first process to carry out `action`, or without one to show itself, and calls `done` with whether it
     /// answered, within a second.
     void askFirst(std::optional<DesktopAction> action, std::function<void(bool answered)> done);
@@ -49,6 +51,9 @@ Q_SIGNALS:
     void actionRequested(tunedeck::DesktopAction action);
 
 private:
+    /// Whether no other process has the name.
+    bool takeName();
+
     QDBusConnection m_bus;
     bool m_isFirst;
     bool m_isActivated = false;

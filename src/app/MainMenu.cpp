@@ -7,6 +7,7 @@
 #include "PlaylistViewController.h"
 #include "ViewController.h"
 #include "WindowController.h"
+#include "canKeepAbove.h"
 
 #include <QApplication>
 #include <QMenuBar>
@@ -149,12 +150,28 @@ void MainMenu::buildWindowMenu(QMenu &menu)
     connect(toggleDrawer, &QAction::triggered, &m_viewController, &ViewController::toggleDrawer);
     menu.addSeparator();
 
-    QAction *keepAbove = addItem(menu,
+    addKeepAboveItem(menu);
+}
+
+void MainMenu::addKeepAboveItem(QMenu &menu)
+{
+    if (!canKeepAbove()) {
+        QAction *item = addItem(menu,
+            {tr("Keep Above All Other Windows (Not Possible on Wayland)", "Menu command that is disabled"),
+                MenuItemIdentifier::keepAboveAllWindows});
+        item->setToolTip(tr("On Wayland, only the desktop can keep a window above the others. Its window menu or its "
+                            "window rules may offer it.",
+            "Tooltip of the menu command to keep the window above all others"));
+        item->setEnabled(false);
+        menu.setToolTipsVisible(true);
+        return;
+    }
+    QAction *item = addItem(menu,
         {tr("Keep Above All Other Windows", "For Menu Command labels: Keep Above All Other Windows"),
             MenuItemIdentifier::keepAboveAllWindows, {}, {m_windowControllerValidates}});
-    keepAbove->setCheckable(true);
-    connect(keepAbove, &QAction::triggered, &m_windowController,
-        &WindowController::toggleKeepMainWindowAboveAllOtherWindows);
+    item->setCheckable(true);
+    connect(
+        item, &QAction::triggered, &m_windowController, &WindowController::toggleKeepMainWindowAboveAllOtherWindows);
 }
 
 void MainMenu::buildHelpMenu(QMenu &menu)

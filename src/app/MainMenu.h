@@ -53,6 +53,7 @@ private:
     QAction *addItem(QMenu &menu, const Command &command);
     void addTransportItem(QMenu &menu, const Command &command, void (AppDelegate::*action)());
     void addPauseKeys();
+    void addKeepAboveItem(QMenu &menu);
     void addVolumeItem(QMenu &menu, const Command &command);
 
     AppDelegate &m_delegate;

@@ -7,9 +7,9 @@ namespace tunedeck {
 
 /// Whether a window can ask to stay above all others. On Wayland none can: there it is the user who says so to the
 /// desktop, for instance in the window's menu.
-[[nodiscard]] inline bool canKeepAbove()
+[[nodiscard]] inline bool canKeepAbove(const QString &platformName = QGuiApplication::platformName())
 {
-    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    return !platformName.startsWith(QLatin1String("wayland"));
 }
 
 } // namespace tunedeck

@@ -8,6 +8,7 @@
 #include "DockMenu.h"
 #include "MprisMusicApplication.h"
 #include "PlayersOnTheBus.h"
+#include "SessionBus.h"
 #include "SoftwareUpdater.h"
 #include "UserDefaults.h"
 #include "ViewController.h"
@@ -94,10 +95,12 @@ void showWithoutActivating(Application &application)
     window.setProperty(property, QVariant());
 }
 
-void serveDockMenu(const QDBusConnection &bus, Application &application, const UserDefaults &defaults)
+std::unique_ptr<DockMenu> serveDockMenu(
+    const QDBusConnection &bus, Application &application, const UserDefaults &defaults)
 {
-    auto *menu = new DockMenu(
-        bus, [&application] { return application.delegate().applicationDockMenu(); }, &application);
+    auto served =
+        std::make_unique<DockMenu>(bus, [&application] { return application.delegate().applicationDockMenu(); });
+    DockMenu *menu = served.get();
     const ViewController &viewController = application.viewController();
     const MusicConnector &musicConnector = application.musicConnector();
     QObject::connect(&viewController, &ViewController::currentTrackInfoChanged, menu, &DockMenu::update);
@@ -105,6 +108,7 @@ void serveDockMenu(const QDBusConnection &bus, Application &application, const U
     QObject::connect(&musicConnector, &MusicConnector::isMusicAppRunningChanged, menu, &DockMenu::update);
     QObject::connect(&musicConnector, &MusicConnector::feedTypeChanged, menu, &DockMenu::update);
     QObject::connect(&defaults, &UserDefaults::valueChanged, menu, &DockMenu::update);
+    return served;
 }
 } // namespace
 
@@ -117,7 +121,8 @@ int main(int argc, char *argv[])
     // Which fonts there are takes long to find out; meanwhile the bus and the player are asked.
     const std::jthread fonts([] { QFontInfo(QFont()).family(); });
 
-    const QDBusConnection bus = QDBusConnection::sessionBus();
+    SessionBus sessionBus;
+    const QDBusConnection &bus = sessionBus.connection();
     if (!bus.isConnected()) {
         std::fputs("tunedeck: there is no session bus, so no music player can be reached\n", stderr);
     }
@@ -141,6 +146,7 @@ int main(int argc, char *argv[])
         &windowActivation, &WindowActivation::windowDidBecomeKey, &music, &MprisMusicApplication::sampleAnew);
 
     std::unique_ptr<Application> application;
+    std::unique_ptr<DockMenu> dockMenu;
     const auto start = [&] {
         if (application) {
             return;
@@ -157,11 +163,19 @@ int main(int argc, char *argv[])
         }
         // Nobody waits for it to see the window.
         QMetaObject::invokeMethod(
-            application.get(), [&] { serveDockMenu(bus, *application, defaults); }, Qt::QueuedConnection);
+            application.get(), [&] { dockMenu = serveDockMenu(bus, *application, defaults); }, Qt::QueuedConnection);
         if (music.isReady()) {
             instance.tellActions();
         }
     };
+    QObject::connect(&sessionBus, &SessionBus::changed, &music, [&] {
+        instance.setBus(bus);
+        appearance.setBus(bus);
+        music.setBus(bus);
+        if (application) {
+            dockMenu = serveDockMenu(bus, *application, defaults);
+        }
+    });
     QObject::connect(&music, &MprisMusicApplication::ready, &music, start);
     QObject::connect(&music, &MprisMusicApplication::ready, &instance, &ApplicationInstance::tellActions);
     QTimer::singleShot(music.isReady() ? 0ms : longestWaitForMusic, &music, start);

@@ -7,6 +7,7 @@
 #include "TimedStyle.h"
 #include "ViewController.h"
 #include "WindowController.h"
+#include "canKeepAbove.h"
 
 #include <QApplication>
 #include <QMenuBar>
@@ -61,6 +62,13 @@ private Q_SLOTS:
         QVERIFY(isEnabled(volumeUp));
         QVERIFY(!isEnabled(next));
         QVERIFY(!isEnabled(previous));
+    }
+
+    void onWaylandNothingCanBeKeptAbove()
+    {
+        QVERIFY(canKeepAbove(QStringLiteral("xcb")));
+        QVERIFY(!canKeepAbove(QStringLiteral("wayland")));
+        QVERIFY(!canKeepAbove(QStringLiteral("wayland-egl")));
     }
 
     void theCheckMarkOfKeepAboveIsTheSetting()

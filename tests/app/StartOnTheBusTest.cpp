@@ -16,6 +16,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -99,9 +100,13 @@ struct Session {
 class CommandLine {
 public:
     CommandLine(const Session &session, const QStringList &arguments)
+        : CommandLine(session.bus.address(), arguments)
+    {
+    }
+    CommandLine(const QString &busAddress, const QStringList &arguments)
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, session.bus.address());
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, busAddress);
         m_process.setProcessEnvironment(environment);
         endWithParent(m_process);
         m_process.start(QStringLiteral(TUNEDECK_PROGRAM), arguments);
@@ -114,6 +119,7 @@ public:
     CommandLine(const CommandLine &) = delete;
     CommandLine &operator=(const CommandLine &) = delete;
 
+    [[nodiscard]] bool isRunning() const { return m_process.state() == QProcess::Running; }
     [[nodiscard]] int exitCode() { return m_process.waitForFinished(20'000) ? m_process.exitCode() : -1; }
     [[nodiscard]] QString said() { return QString::fromUtf8(m_process.readAllStandardError()); }
 
@@ -185,6 +191,34 @@ private Q_SLOTS:
         QCOMPARE(line.exitCode(), 1);
         QVERIFY(line.said().endsWith(u"tunedeck: there is no such action; --help tells which there are\n"_s));
         QVERIFY(!session.isProgramRunning());
+    }
+
+    void aBusThatGoesAwayAndComesBackIsTakenUpAgain()
+    {
+        const Home home;
+        const QTemporaryDir folder;
+        const QString address = u"unix:path="_s + folder.filePath(u"bus"_s);
+        std::optional<PrivateBus> bus(std::in_place, address);
+        const CommandLine program(address, {});
+        QTRY_VERIFY_WITH_TIMEOUT(isProgramOn(*bus), 20'000);
+        bus.reset();
+        bus.emplace(address);
+        QVERIFY(!isProgramOn(*bus));
+        const DemoPlayerProcess player(*bus, bus->connect(u"the player's"_s), {u"--play"_s});
+        // It looks for the bus every five seconds.
+        QTRY_VERIFY_WITH_TIMEOUT(isProgramOn(*bus), 20'000);
+        QVERIFY(program.isRunning());
+        QVERIFY(QTest::qWaitFor([&player] { return !player.takeCalls().isEmpty(); }));
+        QDBusConnection::disconnectFromBus(u"the player's"_s);
+    }
+
+private:
+    [[nodiscard]] static bool isProgramOn(const PrivateBus &bus)
+    {
+        const QString name = u"asking"_s;
+        const bool isThere = bus.connect(name).interface()->isServiceRegistered(u"org.tunedeck.Tunedeck"_s);
+        QDBusConnection::disconnectFromBus(name);
+        return isThere;
     }
 };
 
