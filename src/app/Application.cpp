@@ -2,6 +2,7 @@
 #include "Application.h"
 
 #include "AppPreferencesWindowController.h"
+#include "Appearance.h"
 #include "BundleInfo.h"
 #include "DrawerBackground.h"
 #include "HelpWindow.h"
@@ -59,6 +60,9 @@ Application::Application(const Environment &environment, QObject *parent)
     m_delegate.applicationDidFinishLaunching();
 
     m_windowController = std::make_unique<WindowController>(m_defaults);
+    m_windowController->setMotionReduced(environment.appearance.isMotionReduced());
+    connect(&environment.appearance, &Appearance::motionReducedChanged, m_windowController.get(),
+        &WindowController::setMotionReduced);
     Window &window = m_windowController->window();
     window.setWindowTitle(bundleInfo(u"CFBundleName").value_or(QString()));
     m_playerView = new PlayerView(m_skinEnvironment);

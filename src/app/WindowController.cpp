@@ -44,6 +44,11 @@ void WindowController::setKeepAboveAllWindows(bool keepAbove)
     Q_EMIT keepAboveAllWindowsChanged(keepAbove);
 }
 
+void WindowController::setMotionReduced(bool isReduced)
+{
+    m_isMotionReduced = isReduced;
+}
+
 bool WindowController::isExpanded() const
 {
     return m_isExpanded;
@@ -75,6 +80,12 @@ int WindowController::targetHeight() const
     return m_isExpanded ? expandedHeight : collapsedHeight;
 }
 
+int WindowController::resizeDuration() const
+{
+    return m_isMotionReduced ? 0
+                             : m_window.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &m_window);
+}
+
 void WindowController::limitHeight(int minimum, int maximum)
 {
     m_window.setContentSizeLimits({Window::minimumContentWidth, minimum}, {Window::maximumContentWidth, maximum});
@@ -94,8 +105,7 @@ void WindowController::resizeToTargetHeight()
     {
         // Between the setters the animation stands somewhere on a way that nobody goes.
         const QSignalBlocker blocker(m_heightAnimation);
-        m_heightAnimation.setDuration(
-            m_window.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &m_window));
+        m_heightAnimation.setDuration(resizeDuration());
         m_heightAnimation.setStartValue(height);
         m_heightAnimation.setEndValue(target);
     }

@@ -31,6 +31,8 @@ public:
     [[nodiscard]] bool keepAboveAllWindows() const;
     void setKeepAboveAllWindows(bool keepAbove);
 
+    /// Whether the drawer is to open and close at once.
+    void setMotionReduced(bool isReduced);
     [[nodiscard]] bool isExpanded() const override;
     /// The window's top edge stays where it is.
     void setExpanded(bool expanded) override;
@@ -46,6 +48,8 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] int targetHeight() const;
+    /// Milliseconds.
+    [[nodiscard]] int resizeDuration() const;
     void limitHeight(int minimum, int maximum);
     void resizeToTargetHeight();
     void finishResize();
@@ -53,6 +57,7 @@ private:
     UserDefaults &m_defaults;
     bool m_keepAboveAllWindows = false;
     bool m_isExpanded = false;
+    bool m_isMotionReduced = false;
     Window m_window;
     QVariantAnimation m_heightAnimation;
 };

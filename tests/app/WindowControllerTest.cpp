@@ -180,6 +180,20 @@ private Q_SLOTS:
         QCOMPARE(window.maximumSize(), QSize(550, 124));
     }
 
+    void withReducedMotionTheDrawerOpensAtOnce()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        m_style->animationDuration = 10'000;
+        controller.setMotionReduced(true);
+        controller.window().show();
+        controller.setExpanded(true);
+        QCOMPARE(controller.window().contentRect().height(), 124);
+        controller.setMotionReduced(false);
+        controller.setExpanded(false);
+        QVERIFY(controller.window().contentRect().height() > 64);
+    }
+
     void anInterruptedResizeGoesOnFromWhereItIs()
     {
         Desktop desktop;

@@ -51,6 +51,9 @@ class TunedeckWindow:
         output("xdotool", "windowmap", "--sync", self.id)
         time.sleep(0.5)
 
+    def states(self) -> list[str]:
+        return re.findall(r"_NET_WM_STATE_\w+", output("xprop", "-notype", "-id", self.id, "_NET_WM_STATE"))
+
     def drag(self, place: tuple[int, int], by: tuple[int, int]) -> None:
         x, y, _, _ = self.content()
         output("xdotool", "mousemove", str(x + place[0]), str(y + place[1]))
@@ -69,9 +72,14 @@ class WindowTest(unittest.TestCase):
     def setUp(self) -> None:
         self.stack = contextlib.ExitStack()
         self.addCleanup(self.stack.close)
-        self.stack.enter_context(session())
+        self.home = self.stack.enter_context(session())
         self.stack.enter_context(window_manager())
         self.stack.enter_context(demo_player(self.build, "--play", "--track", "0"))
+
+    def keep_above(self) -> None:
+        settings = self.home / ".config/tunedeck"
+        settings.mkdir(parents=True, exist_ok=True)
+        (settings / "tunedeck.conf").write_text("[General]\nKeepMainWindowAboveAllOtherWindows=true\n")
 
     def open_window(self) -> TunedeckWindow:
         window = TunedeckWindow(self.stack.enter_context(running(self.build.tunedeck)))
@@ -115,6 +123,52 @@ class WindowTest(unittest.TestCase):
         before = window.content()
         window.drag(FORWARD, (60, 40))
         self.assertEqual(window.content(), before)
+
+    def test_the_sides_resize_it_within_its_limits(self) -> None:
+        window = self.open_window()
+        x, y, width, height = window.content()
+        window.drag((width - 2, 30), (300, 30))
+        self.assertEqual(window.content(), (x, y, 550, height))
+        window.drag((548, 30), (-400, 0))
+        self.assertEqual(window.content(), (x, y, 350, height))
+
+    def test_the_drawer_opens_and_closes_below_the_player(self) -> None:
+        for surroundings in (compositor(), contextlib.nullcontext()):
+            with surroundings, contextlib.ExitStack() as stack:
+                window = TunedeckWindow(stack.enter_context(running(self.build.tunedeck)))
+                time.sleep(0.5)
+                x, y, width, height = window.content()
+                for expected in (height + 60, height):
+                    output("xdotool", "key", "--window", window.id, "ctrl+l")
+                    time.sleep(0.8)
+                    self.assertEqual(window.content(), (x, y, width, expected))
+
+    def test_it_is_kept_above_from_the_start_and_after_being_minimised(self) -> None:
+        self.keep_above()
+        with compositor():
+            window = self.open_window()
+            self.assertIn("_NET_WM_STATE_ABOVE", window.states())
+            self.assertEqual(tuple(window.numbers("_GTK_FRAME_EXTENTS")), SHADOW)
+            window.minimise_and_restore()
+            self.assertIn("_NET_WM_STATE_ABOVE", window.states())
+            self.assertEqual(tuple(window.numbers("_GTK_FRAME_EXTENTS")), SHADOW)
+
+    def test_a_change_of_the_setting_keeps_it_above_at_once(self) -> None:
+        window = self.open_window()
+        self.assertNotIn("_NET_WM_STATE_ABOVE", window.states())
+        self.keep_above()
+        deadline = time.monotonic() + 5
+        while "_NET_WM_STATE_ABOVE" not in window.states() and time.monotonic() < deadline:
+            time.sleep(0.05)
+        self.assertIn("_NET_WM_STATE_ABOVE", window.states())
+
+    def test_a_second_start_brings_back_the_minimised_window_and_ends(self) -> None:
+        window = self.open_window()
+        output("xdotool", "windowminimize", "--sync", window.id)
+        self.assertIn("_NET_WM_STATE_HIDDEN", window.states())
+        self.assertEqual(subprocess.run([self.build.tunedeck], timeout=20, check=False).returncode, 0)
+        time.sleep(0.5)
+        self.assertNotIn("_NET_WM_STATE_HIDDEN", window.states())
 
 
 if __name__ == "__main__":
