@@ -59,9 +59,11 @@ ApplicationInstance::ApplicationInstance(const QDBusConnection &bus, QObject *pa
     m_patience.setInterval(patience);
     connect(&m_patience, &QTimer::timeout, this, [this] { m_waitingActions.clear(); });
 
-    m_isFirst = takeName();
+    registerObject();
+    m_isFirst = !m_bus.isConnected() || m_bus.registerService(applicationId.toString());
     // A program that is on its way out must not be taken for the one that runs.
-    connect(qApp, &QCoreApplication::aboutToQuit, this, [this] { m_bus.unregisterService(applicationId.toString()); });
+    connect(qApp, &QCoreApplication::aboutToQuit, this,
+        [this] { tellBus(QStringLiteral("ReleaseName"), {applicationId.toString()}); });
 }
 
 bool ApplicationInstance::isFirst() const
@@ -71,15 +73,25 @@ bool ApplicationInstance::isFirst() const
 
 void ApplicationInstance::setBus(const QDBusConnection &bus)
 {
+    constexpr uint doNotQueue = 4;
     m_bus = bus;
-    takeName();
+    registerObject();
+    tellBus(QStringLiteral("RequestName"), {applicationId.toString(), doNotQueue});
 }
 
-bool ApplicationInstance::takeName()
+/// Before the name is taken: whoever sees that may call at once.
+void ApplicationInstance::registerObject()
 {
-    // The object first: whoever sees the name may call at once.
     m_bus.registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
-    return !m_bus.isConnected() || m_bus.registerService(applicationId.toString());
+}
+
+/// Without waiting for an answer: neither the window nor the program's end is to wait for a bus that hangs.
+void ApplicationInstance::tellBus(const QString &method, const QVariantList &arguments)
+{
+    const QString bus = QStringLiteral("org.freedesktop.DBus");
+    QDBusMessage message = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus, method);
+    message.setArguments(arguments);
+    m_bus.send(message);
 }
 
 void ApplicationInstance::askFirst(std::optional<DesktopAction> action, std::function<void(bool answered)> done)

@@ -51,8 +51,8 @@ Q_SIGNALS:
     void actionRequested(tunedeck::DesktopAction action);
 
 private:
-    /// Whether no other process has the name.
-    bool takeName();
+    void registerObject();
+    void tellBus(const QString &method, const QVariantList &arguments);
 
     QDBusConnection m_bus;
     bool m_isFirst;

@@ -3,6 +3,7 @@
 
 #include "MenuItemIdentifier.h"
 #include "UserDefaults.h"
+#include "canKeepAbove.h"
 
 #include <QAction>
 #include <QSignalBlocker>
@@ -71,6 +72,9 @@ bool WindowController::validateMenuItem(QAction &item) const
 
 void WindowController::toggleKeepMainWindowAboveAllOtherWindows()
 {
+    if (!canKeepAbove()) {
+        return;
+    }
     const QString &key = SettingsKey::keepMainWindowAboveAllOtherWindows;
     m_defaults.setValue(key, !m_defaults.boolForKey(key));
 }

@@ -163,7 +163,12 @@ int main(int argc, char *argv[])
         }
         // Nobody waits for it to see the window.
         QMetaObject::invokeMethod(
-            application.get(), [&] { dockMenu = serveDockMenu(bus, *application, defaults); }, Qt::QueuedConnection);
+            application.get(),
+            [&] {
+                dockMenu.reset();
+                dockMenu = serveDockMenu(bus, *application, defaults);
+            },
+            Qt::QueuedConnection);
         if (music.isReady()) {
             instance.tellActions();
         }
@@ -172,6 +177,7 @@ int main(int argc, char *argv[])
         instance.setBus(bus);
         appearance.setBus(bus);
         music.setBus(bus);
+        dockMenu.reset();
         if (application) {
             dockMenu = serveDockMenu(bus, *application, defaults);
         }

@@ -6,6 +6,7 @@
 #include <QDesktopServices>
 #include <QEvent>
 #include <QScrollBar>
+#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -63,6 +64,18 @@ void HelpBrowser::zoomBy(int steps)
 void HelpBrowser::resetZoom()
 {
     zoomBy(-m_zoom);
+}
+
+void HelpBrowser::wheelEvent(QWheelEvent *event)
+{
+    if (!event->modifiers().testFlag(Qt::ControlModifier)) {
+        QTextBrowser::wheelEvent(event);
+        return;
+    }
+    // A fine wheel turns by less than a notch at a time.
+    m_turned += event->angleDelta().y();
+    zoomBy(m_turned / QWheelEvent::DefaultDeltasPerStep);
+    m_turned %= QWheelEvent::DefaultDeltasPerStep;
 }
 
 QVariant HelpBrowser::loadResource(int type, const QUrl &name)

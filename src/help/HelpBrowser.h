@@ -25,6 +25,8 @@ public:
     [[nodiscard]] QVariant loadResource(int type, const QUrl &name) override;
 
 protected:
+    /// With Ctrl it zooms, as far as zoomBy() does.
+    void wheelEvent(QWheelEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
@@ -34,6 +36,7 @@ private:
 
     HelpBook m_book;
     int m_zoom = 0;
+    int m_turned = 0; ///< of a notch of the wheel
 };
 
 } // namespace tunedeck

@@ -135,7 +135,10 @@ Appearance::System Appearance::readPalette()
     const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
     const QColor window = palette.color(QPalette::Active, QPalette::Window);
     const QColor accent = palette.color(QPalette::Active, QPalette::Highlight);
-    return {text.lightnessF() > window.lightnessF(), isGrey({accent.redF(), accent.greenF(), accent.blueF()})};
+    System system;
+    system.dark = text.lightnessF() > window.lightnessF();
+    system.graphite = isGrey({accent.redF(), accent.greenF(), accent.blueF()});
+    return system;
 }
 
 void Appearance::followPortal(QDBusConnection bus, const QString &group, const QStringList &keys)
@@ -178,21 +181,13 @@ void Appearance::takePortalValue(const PortalKey &told, const QVariant &value)
     } else if (isKey(appearanceGroup, accentColorKey)) {
         m_portal.graphite = decodeAccentColor(plain);
     } else if (isKey(gnomeGroup, animationsKey) && plain.typeId() == QMetaType::Bool) {
-        setMotionReduced(!plain.toBool());
+        m_portal.gnomeReducesMotion = !plain.toBool();
     } else if (isKey(kdeGroup, animationDurationKey) && plain.typeId() == QMetaType::QString) {
         bool isNumber = false;
         const double factor = plain.toString().toDouble(&isNumber);
-        setMotionReduced(isNumber && factor <= 0);
+        m_portal.kdeReducesMotion = isNumber && factor <= 0;
     }
     update();
-}
-
-void Appearance::setMotionReduced(bool isReduced)
-{
-    if (isReduced != m_isMotionReduced) {
-        m_isMotionReduced = isReduced;
-        Q_EMIT motionReducedChanged(isReduced);
-    }
 }
 
 void Appearance::update()
@@ -205,6 +200,12 @@ void Appearance::update()
     if (effective != m_effective) {
         m_effective = effective;
         Q_EMIT effectiveAppearanceChanged(effective);
+    }
+
+    const bool isMotionReduced = m_portal.gnomeReducesMotion || m_portal.kdeReducesMotion;
+    if (isMotionReduced != m_isMotionReduced) {
+        m_isMotionReduced = isMotionReduced;
+        Q_EMIT motionReducedChanged(isMotionReduced);
     }
 }
 

@@ -59,6 +59,9 @@ private:
     struct System {
         std::optional<bool> dark;
         std::optional<bool> graphite;
+        /// Each desktop says it in its own way; where both are heard, either is enough.
+        bool gnomeReducesMotion = false;
+        bool kdeReducesMotion = false;
     };
 
     [[nodiscard]] static System readPalette();
@@ -72,7 +75,6 @@ private:
     void askPortal(const QDBusConnection &bus, const QString &method, const PortalKey &asked);
     void takePortalValue(const PortalKey &told, const QVariant &value);
     void update();
-    void setMotionReduced(bool isReduced);
 
     UserDefaults &m_defaults;
     System m_palette;

@@ -2,6 +2,7 @@
 #include "SessionBus.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QPointer>
 #include <QThread>
 
@@ -15,8 +16,14 @@ QDBusConnection connectTo(const QString &address)
 {
     static std::atomic<int> connections = 0;
     const QString name = QStringLiteral("session bus %1").arg(++connections);
-    return address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, name)
-                             : QDBusConnection::connectToBus(address, name);
+    if (!address.isEmpty()) {
+        return QDBusConnection::connectToBus(address, name);
+    }
+    // The library looks for its address once in a process, and then keeps to what it found or did not find.
+    const QString usual = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus");
+    return qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") && QFile::exists(usual)
+        ? QDBusConnection::connectToBus(QStringLiteral("unix:path=") + usual, name)
+        : QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
 }
 } // namespace
 

@@ -22,7 +22,7 @@ public:
     /// The bus at `address`, looked for every `interval` while it is not there.
     SessionBus(const QString &address, std::chrono::milliseconds interval, QObject *parent = nullptr);
 
-    /// One that is not connected while there is no bus.
+    /// One that is not connected while there is no bus. The reference stays good, and always tells of the bus that is.
     [[nodiscard]] const QDBusConnection &connection() const;
 
 Q_SIGNALS:

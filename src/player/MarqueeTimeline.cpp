@@ -132,7 +132,8 @@ std::optional<MarqueeTimeline::TimePoint> MarqueeTimeline::nextChange(TimePoint 
 
 bool MarqueeTimeline::isWide(const MarqueeLabel &label) const
 {
-    return label.frame.width() > m_fieldSize.width();
+    // An elided text can come out a little wider than was asked for.
+    return !m_isMotionReduced && label.frame.width() > m_fieldSize.width();
 }
 
 MarqueeLabel MarqueeTimeline::makeLabel(qsizetype index) const

@@ -84,6 +84,8 @@ QPoint movedInto(const QRect &area, const QRect &frame)
 AppPreferencesWindow::AppPreferencesWindow(UserDefaults &defaults)
     : m_defaults(defaults)
 {
+    // It does not keep the program running without the player's window.
+    setAttribute(Qt::WA_QuitOnClose, false);
     // That of a main window would let the user hide the toolbar.
     setContextMenuPolicy(Qt::NoContextMenu);
     auto *closeShortcut = new QShortcut(Qt::CTRL | Qt::Key_W, this);

@@ -26,6 +26,9 @@ QNetworkRequest requestFor(const QUrl &url)
     QNetworkRequest request(url);
     // The bytes as they are: a size is checked by what comes, and nothing small can become endless.
     request.setRawHeader("Accept-Encoding", "identity");
+    // Left to the toolkit, the user's language and country would be sent along.
+    request.setRawHeader("Accept-Language", "*");
+    request.setRawHeader("User-Agent", "Tunedeck");
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);

@@ -15,15 +15,15 @@ namespace tunedeck {
 namespace {
 constexpr int maximumNames = 100;
 
-/// Closes `descriptor`.
-bool isGenuine(int descriptor, const AppcastItem &update, const PublicKey &key)
+/// No value where the file cannot be read. Closes `descriptor`.
+std::optional<bool> isGenuine(int descriptor, const AppcastItem &update, const PublicKey &key)
 {
     QFile file;
     if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle) || file.size() != update.length) {
-        return false;
+        return std::nullopt;
     }
     const uchar *data = file.map(0, update.length);
-    return data && key.hasSigned(data, update.length, update.signature);
+    return data ? std::optional(key.hasSigned(data, update.length, update.signature)) : std::nullopt;
 }
 
 /// Also by a link that leads nowhere.
@@ -46,7 +46,7 @@ UpdateDownload::UpdateDownload(const Terms &terms, const AppcastItem &update, QO
     connect(&m_transfer, &Transfer::failed, this, [this](UpdateFailure failure) {
         fail(failure == UpdateFailure::interrupted ? UpdateFailure::incomplete : failure);
     });
-    connect(&m_verification, &QFutureWatcher<bool>::finished, this, &UpdateDownload::giveName);
+    connect(&m_verification, &QFutureWatcher<std::optional<bool>>::finished, this, &UpdateDownload::giveName);
 }
 
 void UpdateDownload::start()
@@ -85,7 +85,15 @@ void UpdateDownload::verify()
 
 void UpdateDownload::giveName()
 {
-    if (!m_verification.result()) {
+    const std::optional<bool> isVerified = m_verification.result();
+    // As readable as any other download; it came into being for its owner alone.
+    constexpr QFileDevice::Permissions forAllToRead =
+        QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup | QFileDevice::ReadOther;
+    if (!isVerified || !m_file.setPermissions(forAllToRead)) {
+        fail(UpdateFailure::notSaved);
+        return;
+    }
+    if (!*isVerified) {
         fail(UpdateFailure::wronglySigned);
         return;
     }

@@ -52,7 +52,7 @@ private:
     const AppcastItem m_update;
     Transfer m_transfer;
     QTemporaryFile m_file;
-    QFutureWatcher<bool> m_verification;
+    QFutureWatcher<std::optional<bool>> m_verification;
 };
 
 } // namespace tunedeck

@@ -10,6 +10,7 @@
 #include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
+#include <QWheelEvent>
 
 namespace tunedeck {
 
@@ -182,7 +183,36 @@ private Q_SLOTS:
         QCOMPARE(browser.font().pointSizeF(), size);
     }
 
+    void theWheelZoomsWithinTheSameLimits()
+    {
+        HelpBrowser browser(BookFolder().book());
+        browser.show();
+        const double size = browser.font().pointSizeF();
+        turnWheel(browser, 120, Qt::ControlModifier);
+        QCOMPARE(browser.font().pointSizeF(), size + 1);
+        turnWheel(browser, 60, Qt::ControlModifier);
+        QCOMPARE(browser.font().pointSizeF(), size + 1);
+        turnWheel(browser, 60, Qt::ControlModifier);
+        QCOMPARE(browser.font().pointSizeF(), size + 2);
+        turnWheel(browser, 120 * 1000, Qt::ControlModifier);
+        QCOMPARE(browser.font().pointSizeF(), size + 15);
+        turnWheel(browser, -120 * 1000, Qt::ControlModifier);
+        QCOMPARE(browser.font().pointSizeF(), size - 3);
+        turnWheel(browser, 120, Qt::NoModifier);
+        QCOMPARE(browser.font().pointSizeF(), size - 3);
+        browser.resetZoom();
+        QCOMPARE(browser.font().pointSizeF(), size);
+    }
+
 private:
+    static void turnWheel(HelpBrowser &browser, int angle, Qt::KeyboardModifiers modifiers)
+    {
+        QWidget &view = *browser.viewport();
+        const QPointF place = view.rect().center();
+        QWheelEvent event(
+            place, view.mapToGlobal(place), {}, {0, angle}, Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&view, &event);
+    }
     static void follow(HelpBrowser &browser, const QString &link) { Q_EMIT browser.anchorClicked(QUrl(link)); }
 };
 

@@ -243,6 +243,19 @@ private Q_SLOTS:
         QCOMPARE(spy.count(), 3);
     }
 
+    void oneDesktopsWishIsNotTakenBackByAnother()
+    {
+        m_portal->groups[QStringLiteral("org.kde.kdeglobals.KDE")] = {
+            {QStringLiteral("AnimationDurationFactor"), QStringLiteral("0")}};
+        m_portal->groups[QStringLiteral("org.gnome.desktop.interface")] = {{QStringLiteral("enable-animations"), true}};
+        const Appearance appearance(*m_defaults, *m_connection);
+        QTRY_VERIFY(appearance.isMotionReduced());
+        m_portal->change(QStringLiteral("enable-animations"), true, QStringLiteral("org.gnome.desktop.interface"));
+        m_portal->change(colorScheme, 1U);
+        QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
+        QVERIFY(appearance.isMotionReduced());
+    }
+
     void nonsenseDoesNotStopAnythingFromMoving()
     {
         m_portal->groups[QStringLiteral("org.gnome.desktop.interface")] = {

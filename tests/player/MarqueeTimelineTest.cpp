@@ -359,6 +359,16 @@ private Q_SLOTS:
         QCOMPARE(fresh.shown(12'000ms), a);
     }
 
+    void withReducedMotionATextThatWasElidedTooWideStandsToo()
+    {
+        MarqueeTimeline timeline([](const QString &text) { return 10.0 * static_cast<double>(text.size()); },
+            [](const QString &text, double) { return text.left(21); });
+        timeline.layOut({200, 20}, Marquee::at(0ms));
+        timeline.setDisplayStrings({wide}, Marquee::at(0ms));
+        timeline.setMotionReduced(true, Marquee::at(0ms));
+        QVERIFY(!timeline.nextChange(Marquee::at(0ms)));
+    }
+
     void motionThatIsAllowedAgainBeginsWithADwell()
     {
         Marquee marquee({wide});

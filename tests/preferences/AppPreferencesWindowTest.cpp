@@ -23,6 +23,13 @@ class AppPreferencesWindowTest : public QObject {
 private Q_SLOTS:
     void init() { failOnWarning(); }
 
+    void itKeepsNoProgramRunning()
+    {
+        PreferencesDesk desk;
+        const AppPreferencesWindow window(desk.defaults);
+        QVERIFY(!window.testAttribute(Qt::WA_QuitOnClose));
+    }
+
     void escapeAndCtrlWCloseIt_data()
     {
         QTest::addColumn<QKeyCombination>("keys");

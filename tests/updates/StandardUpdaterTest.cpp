@@ -325,6 +325,7 @@ private Q_SLOTS:
                 .arg(m_configuration.downloadFolder));
         QCOMPARE(contentOf(u"tunedeck_2.0_amd64.deb"_s), m_file);
         QVERIFY(!QFileInfo(downloaded(u"tunedeck_2.0_amd64.deb"_s)).isExecutable());
+        QVERIFY(QFile::permissions(downloaded(u"tunedeck_2.0_amd64.deb"_s)).testFlag(QFileDevice::ReadOther));
         m_expectedFiles = 1;
     }
 

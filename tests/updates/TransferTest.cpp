@@ -90,6 +90,8 @@ private Q_SLOTS:
             QVERIFY(!request.toLower().contains("\r\ncookie:"));
             QVERIFY(!request.toLower().contains("\r\nauthorization:"));
             QVERIFY(request.contains("Accept-Encoding: identity\r\n"));
+            QVERIFY(request.contains("Accept-Language: *\r\n"));
+            QVERIFY(request.contains("User-Agent: Tunedeck\r\n"));
         }
     }
 

@@ -139,9 +139,11 @@ std::optional<PlayerPlaylists::Offer> PlayerPlaylists::readOffer() const
     if (!root) {
         return std::nullopt;
     }
-    return opensPlaylistFiles(*root)
-        ? Offer{PlaylistSource::files, findPlaylistFiles(musicFolder(), end, m_stop.get_token())}
-        : Offer{PlaylistSource::none};
+    if (!opensPlaylistFiles(*root)) {
+        return Offer{PlaylistSource::none};
+    }
+    const std::optional<QList<PlaylistDetails>> files = playlistFilesOfMusicFolder(end, m_stop.get_token());
+    return files ? std::optional(Offer{PlaylistSource::files, *files}) : std::nullopt;
 }
 
 std::optional<QList<PlaylistDetails>> PlayerPlaylists::readPages(

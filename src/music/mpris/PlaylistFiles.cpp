@@ -11,6 +11,10 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <chrono>
+#include <future>
+#include <memory>
+#include <thread>
 
 namespace tunedeck {
 
@@ -68,13 +72,36 @@ QList<PlaylistDetails> findPlaylistFiles(
         const QString path = files.next();
         const QFileInfo file = files.fileInfo();
         const std::optional<QString> name = bus::text(file.completeBaseName());
-        if (isPlaylist(file) && name) {
+        // Some names cannot be said in characters, and what cannot be named cannot be opened.
+        if (isPlaylist(file) && name && file.exists()) {
             playlists.append(PlaylistDetails{.id = playlistId(path), .path = path, .name = *name});
         }
     }
     sortByName(playlists);
     tellSameNamesApart(playlists, QDir(folder));
     return playlists;
+}
+
+std::optional<QList<PlaylistDetails>> playlistFilesOfMusicFolder(
+    const QDeadlineTimer &deadline, const std::stop_token &stop)
+{
+    using namespace std::chrono_literals;
+    // What a disk that answers needs to be done once the deadline has passed.
+    constexpr auto grace = 200ms;
+    constexpr auto patience = 20ms;
+
+    auto found = std::make_shared<std::promise<QList<PlaylistDetails>>>();
+    std::future<QList<PlaylistDetails>> answer = found->get_future();
+    std::thread([found, deadline, stop] {
+        found->set_value(findPlaylistFiles(musicFolder(), deadline, stop));
+    }).detach();
+    const QDeadlineTimer end = deadline + grace.count();
+    while (answer.wait_for(patience) != std::future_status::ready) {
+        if (end.hasExpired() || stop.stop_requested()) {
+            return std::nullopt;
+        }
+    }
+    return answer.get();
 }
 
 } // namespace tunedeck
