@@ -215,13 +215,23 @@ class SwayTest(WaylandTest):
             time.sleep(0.1)
         self.assertTrue(seen == expected, "The picture is another one.")
 
+    def settled_picture(self, frame: Frame) -> list[bytes]:
+        """What is seen once it has stayed the same for a while: the keyboard may come after the window."""
+        deadline = time.monotonic() + 10
+        seen, same = Picture().part(frame), 0
+        while same < 4 and time.monotonic() < deadline:
+            time.sleep(0.2)
+            now = Picture().part(frame)
+            seen, same = now, same + 1 if now == seen else 0
+        return seen
+
     def open_window_at(self, scale: int) -> tuple[list[bytes], Frame]:
         output("swaymsg", f"output X11-1 scale {scale}")
         self.open_window()
         output("swaymsg", f"{WINDOW} move absolute position 40 40")
         frame = (40 * scale, 40 * scale, CONTENT[0] * scale, CONTENT[1] * scale)
         self.assert_frame_becomes(frame)
-        return Picture().part(frame), frame
+        return self.settled_picture(frame), frame
 
     def change_scale(self, scale: int) -> None:
         """The window may be elsewhere afterwards."""
