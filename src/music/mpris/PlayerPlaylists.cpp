@@ -112,11 +112,11 @@ PlaylistSource PlayerPlaylists::source() const
 
 bool PlayerPlaylists::play(qint64 id)
 {
-    const std::optional<QString> path = pathOf(id);
-    if (!path) {
+    const std::optional<Place> place = placeOf(id);
+    if (!place) {
         return false;
     }
-    return source() == PlaylistSource::files ? open(*path) : pauseWhatPlays() && activate(*path);
+    return place->source == PlaylistSource::files ? open(place->path) : pauseWhatPlays() && activate(place->path);
 }
 
 void PlayerPlaylists::stopWaiting()
@@ -161,11 +161,11 @@ std::optional<QList<PlaylistDetails>> PlayerPlaylists::readPages(
     return pages.playlists();
 }
 
-std::optional<QString> PlayerPlaylists::pathOf(qint64 id) const
+std::optional<PlayerPlaylists::Place> PlayerPlaylists::placeOf(qint64 id) const
 {
     const std::lock_guard lock(m_mutex);
     const auto found = m_paths.constFind(id);
-    return found == m_paths.cend() ? std::nullopt : std::optional(*found);
+    return found == m_paths.cend() ? std::nullopt : std::optional(Place{m_source, *found});
 }
 
 /// One player toggles between playing and pausing when it is told to play a playlist, so it is paused before it is

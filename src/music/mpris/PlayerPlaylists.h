@@ -43,6 +43,11 @@ public:
     void stopWaiting();
 
 private:
+    /// Where a playlist is: what its path means, its source tells.
+    struct Place {
+        PlaylistSource source;
+        QString path;
+    };
     struct Offer {
         PlaylistSource source = PlaylistSource::unknown;
         QList<PlaylistDetails> playlists = {};
@@ -51,7 +56,7 @@ private:
     [[nodiscard]] std::optional<Offer> readOffer() const;
     [[nodiscard]] std::optional<QList<PlaylistDetails>> readPages(
         const QString &order, const QDeadlineTimer &deadline) const;
-    [[nodiscard]] std::optional<QString> pathOf(qint64 id) const;
+    [[nodiscard]] std::optional<Place> placeOf(qint64 id) const;
     bool pauseWhatPlays() const;
     bool activate(const QString &path) const;
     bool open(const QString &file) const;
