@@ -5,6 +5,7 @@
 #include "PixelFont.h"
 #include "canBeSeen.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QFontMetricsF>
 #include <QMouseEvent>
@@ -64,6 +65,30 @@ QPoint devicePosition(const MarqueeLabel &label, double scale)
     return {static_cast<int>(std::lround((textX - overhang) * scale)),
         static_cast<int>(std::lround(label.frame.y() * scale))};
 }
+
+/// Screen readers speak a notification of their own accord, and of a label only when they are asked to.
+class AccessibleMarquee : public QAccessibleWidget {
+public:
+    explicit AccessibleMarquee(ScrollingMarqueeView &marquee)
+        : QAccessibleWidget(&marquee, QAccessible::Notification)
+        , m_marquee(marquee)
+    {
+    }
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override
+    {
+        return kind == QAccessible::Name ? m_marquee.text() : QAccessibleWidget::text(kind);
+    }
+
+private:
+    ScrollingMarqueeView &m_marquee;
+};
+
+QAccessibleInterface *accessibleMarquee(const QString &, QObject *object)
+{
+    auto *marquee = qobject_cast<ScrollingMarqueeView *>(object);
+    return marquee ? new AccessibleMarquee(*marquee) : nullptr;
+}
 } // namespace
 
 ScrollingMarqueeView::ScrollingMarqueeView(QWidget *parent)
@@ -79,6 +104,8 @@ ScrollingMarqueeView::ScrollingMarqueeView(Clock clock, QWidget *parent)
     , m_timer(new QTimer(this))
     , m_color(lcdTextColor)
 {
+    // The toolkit keeps one of each.
+    QAccessible::installFactory(accessibleMarquee);
     setTextFormat(Qt::PlainText);
     QFont bold = pixelFont(humanistSans(), fontPixels, *this);
     bold.setBold(true);
@@ -88,7 +115,7 @@ ScrollingMarqueeView::ScrollingMarqueeView(Clock clock, QWidget *parent)
     connect(m_timer, &QTimer::timeout, this, &ScrollingMarqueeView::refresh);
     m_announcement.setSingleShot(true);
     m_announcement.setInterval(0);
-    connect(&m_announcement, &QTimer::timeout, this, [this] { setText(displayStrings().join(QStringLiteral(", "))); });
+    connect(&m_announcement, &QTimer::timeout, this, &ScrollingMarqueeView::announce);
     restart();
 }
 
@@ -110,6 +137,16 @@ void ScrollingMarqueeView::setDisplayStrings(const QStringList &strings)
     m_timeline.setDisplayStrings(shown, m_clock());
     m_announcement.start();
     refresh();
+}
+
+void ScrollingMarqueeView::announce()
+{
+    setText(displayStrings().join(QStringLiteral(", ")));
+    // Who is at work in another window is not to be interrupted.
+    if (isActiveWindow() && !text().isEmpty()) {
+        QAccessibleEvent notification(this, QAccessible::ObjectShow);
+        QAccessible::updateAccessibility(&notification);
+    }
 }
 
 double ScrollingMarqueeView::fadeInsetInPoints() const

@@ -21,7 +21,8 @@ namespace tunedeck {
 /// The display's line of track information: shows several strings one after the other, as its timeline says, faded out
 /// towards its edges. It wakes up only while a string moves or waits to move and can be seen.
 ///
-/// It is a label, with all its strings as the text, for the sake of those who have it read to them.
+/// It is a label, with all its strings as the text, for the sake of those who have it read to them; to screen readers a
+/// notification, which they speak when the strings change while the window is active.
 class ScrollingMarqueeView : public QLabel {
     Q_OBJECT
 
@@ -62,6 +63,7 @@ private:
     [[nodiscard]] double textWidth(const QString &text) const;
     [[nodiscard]] QString elidedText(const QString &text, double width) const;
     [[nodiscard]] bool canBeSeen() const;
+    void announce();
     void restart();
     void refresh();
     void forgetWhatIsNotShown();

@@ -839,7 +839,7 @@ private Q_SLOTS:
         player.play(localTrackInfo());
         LcdView &lcd = player.view.lcd();
         QTRY_COMPARE(accessible(lcd.trackInfoLabel()).text(QAccessible::Name), QStringLiteral("Blues, Band, Record"));
-        QCOMPARE(accessible(lcd.trackInfoLabel()).role(), QAccessible::StaticText);
+        QCOMPARE(accessible(lcd.trackInfoLabel()).role(), QAccessible::Notification);
         QCOMPARE(accessible(lcd.primaryTimeLabel()).text(QAccessible::Name), QStringLiteral("0:10"));
         QCOMPARE(accessible(lcd.primaryTimeLabel()).text(QAccessible::Description), QStringLiteral("Elapsed time"));
         QCOMPARE(accessible(lcd.secondaryTimeLabel()).text(QAccessible::Description), QStringLiteral("Remaining time"));
