@@ -14,7 +14,7 @@
 
 namespace tunedeck {
 
-/// The keys of the settings; all but the accent colour are Boolean.
+/// The keys of the settings; Boolean where nothing else is said.
 namespace SettingsKey {
 inline const QString keepMainWindowAboveAllOtherWindows = QStringLiteral("KeepMainWindowAboveAllOtherWindows");
 inline const QString remainingTimeEnabled = QStringLiteral("RemainingTimeEnabled");
@@ -23,6 +23,12 @@ inline const QString appearanceUpdatesDockIcon = QStringLiteral("AppearanceUpdat
 inline const QString volumeButtonsHidden = QStringLiteral("VolumeButtonsHidden");
 /// The system's accent colour (integer; -1 is graphite). Read only; the program never writes it.
 inline const QString appleAccentColor = QStringLiteral("AppleAccentColor");
+/// The identifier of the player to follow whatever else plays (text); empty where that is left to the program.
+inline const QString followedPlayer = QStringLiteral("FollowedPlayer");
+/// What to open when that player does not run (text): its identifier, a slash, and its desktop entry.
+inline const QString followedPlayerEntry = QStringLiteral("FollowedPlayerEntry");
+/// The desktop entry of the player followed last (text).
+inline const QString lastFollowedPlayer = QStringLiteral("LastFollowedPlayer");
 } // namespace SettingsKey
 
 /// The settings store. Three layers answer a key, the first that has a value wins: what the user (or the program for

@@ -50,7 +50,7 @@ PreferencesViewController::PreferencesViewController(UserDefaults &defaults, See
     connect(m_followedPlayerPicker, &QComboBox::activated, this, &PreferencesViewController::followPlayer);
     connect(&m_players, &SeenPlayers::seenPlayersChanged, this, &PreferencesViewController::refreshPlayers);
     connect(&m_defaults, &UserDefaults::valueChanged, this, [this](const QString &key) {
-        if (key == followedPlayerKey) {
+        if (key == SettingsKey::followedPlayer) {
             refreshPlayers();
         }
     });
@@ -149,7 +149,7 @@ QList<SeenPlayer> PreferencesViewController::offeredPlayers() const
     for (const SeenPlayer &player : seen.first(std::min(seen.size(), mostPlayers))) {
         players.append({player.id, shownName(player)});
     }
-    const QString followed = m_defaults.stringForKey(followedPlayerKey);
+    const QString followed = m_defaults.stringForKey(SettingsKey::followedPlayer);
     const auto isFollowed = [&followed](const SeenPlayer &player) { return player.id == followed; };
     if (std::none_of(players.begin(), players.end(), isFollowed)) {
         // While it ran it stood in the list.
@@ -182,12 +182,12 @@ void PreferencesViewController::refreshPlayers()
     while (picker.count() > players.size()) {
         picker.removeItem(picker.count() - 1);
     }
-    picker.setCurrentIndex(picker.findData(m_defaults.stringForKey(followedPlayerKey)));
+    picker.setCurrentIndex(picker.findData(m_defaults.stringForKey(SettingsKey::followedPlayer)));
 }
 
 void PreferencesViewController::followPlayer(int row)
 {
-    m_defaults.setValue(followedPlayerKey, m_followedPlayerPicker->itemData(row));
+    m_defaults.setValue(SettingsKey::followedPlayer, m_followedPlayerPicker->itemData(row));
 }
 
 } // namespace tunedeck

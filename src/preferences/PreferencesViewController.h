@@ -24,8 +24,6 @@ class PreferencesViewController : public PreferencesPaneController {
         bool elapsedTimeEnabled READ elapsedTimeEnabled WRITE setElapsedTimeEnabled NOTIFY elapsedTimeEnabledChanged)
 
 public:
-    /// The setting with the identifier of the player that is followed; empty where that is left to the program.
-    static constexpr QLatin1String followedPlayerKey{"FollowedPlayer"};
     /// The identifier of the one menu item that belongs to this pane.
     static constexpr QLatin1String closeWindowItem{"File_CloseWindow"};
 

@@ -13,11 +13,6 @@ namespace tunedeck {
 
 namespace {
 
-/// The name of the player that the user wants to follow whatever else plays; empty for the automatic choice.
-constexpr QLatin1String pinnedPlayerKey("FollowedPlayer");
-/// The desktop entry of the player followed last: what to open when none runs.
-constexpr QLatin1String lastPlayerKey("LastFollowedPlayer");
-
 /// Back leads to the start of the track from here on, before that to the track before.
 constexpr double startOfTrack = 3.0; // seconds
 
@@ -72,8 +67,9 @@ MprisMusicApplication::MprisMusicApplication(
     connect(&m_seekTimer, &QTimer::timeout, this, &MprisMusicApplication::seekOn);
     followRegistry();
     connect(&m_defaults, &UserDefaults::valueChanged, this, [this](const QString &key) {
-        if (key == pinnedPlayerKey) {
+        if (key == SettingsKey::followedPlayer) {
             reconsiderPlayer();
+            rememberPlayer();
         }
     });
 }
@@ -155,7 +151,8 @@ bool MprisMusicApplication::activate()
     if (isRunning()) {
         return false;
     }
-    QStringList entries{m_defaults.stringForKey(pinnedPlayerKey), m_defaults.stringForKey(lastPlayerKey)};
+    QStringList entries{pinnedPlayersEntry(), m_defaults.stringForKey(SettingsKey::followedPlayer),
+        m_defaults.stringForKey(SettingsKey::lastFollowedPlayer)};
     entries.removeAll(QString());
     m_launcher.launch(entries, QStringLiteral("audio/mpeg"));
     return true;
@@ -340,6 +337,7 @@ void MprisMusicApplication::playerAttached(MprisPlayer *player)
     if (player->mirror().status() == PlaybackStatus::Playing) {
         m_lastPlayed[player->owner()] = ++m_plays;
     }
+    connect(player, &MprisPlayer::identityChanged, this, &MprisMusicApplication::rememberPlayer);
     connect(player, &MprisPlayer::identityChanged, this, &MprisMusicApplication::followablePlayersChanged);
     reconsiderPlayer();
     Q_EMIT followablePlayersChanged();
@@ -398,8 +396,8 @@ QList<PlayerCandidate> MprisMusicApplication::candidates() const
 
 void MprisMusicApplication::reconsiderPlayer()
 {
-    const std::optional<QString> owner =
-        choosePlayer(candidates(), m_defaults.stringForKey(pinnedPlayerKey), m_player ? m_player->owner() : QString());
+    const std::optional<QString> owner = choosePlayer(
+        candidates(), m_defaults.stringForKey(SettingsKey::followedPlayer), m_player ? m_player->owner() : QString());
     follow(playerOf(owner));
 }
 
@@ -438,9 +436,29 @@ void MprisMusicApplication::changePlayer(MprisPlayer *player)
 
 void MprisMusicApplication::rememberPlayer()
 {
-    if (const QString entry = m_player->desktopEntry(); m_defaults.stringForKey(lastPlayerKey) != entry) {
-        m_defaults.setValue(lastPlayerKey, entry);
+    if (!m_player) {
+        return;
     }
+    const QString entry = m_player->desktopEntry();
+    remember(SettingsKey::lastFollowedPlayer, entry);
+    const QString family = playerFamily(m_player->name());
+    if (family == m_defaults.stringForKey(SettingsKey::followedPlayer) && entry != family) {
+        remember(SettingsKey::followedPlayerEntry, family + u'/' + entry);
+    }
+}
+
+void MprisMusicApplication::remember(const QString &key, const QString &text)
+{
+    if (m_defaults.stringForKey(key) != text) {
+        m_defaults.setValue(key, text);
+    }
+}
+
+QString MprisMusicApplication::pinnedPlayersEntry() const
+{
+    const QString known = m_defaults.stringForKey(SettingsKey::followedPlayerEntry);
+    const QString pinned = m_defaults.stringForKey(SettingsKey::followedPlayer);
+    return known.section(u'/', 0, 0) == pinned ? known.section(u'/', 1) : QString();
 }
 
 MprisPlayer *MprisMusicApplication::playerOf(const std::optional<QString> &owner) const

@@ -97,7 +97,11 @@ private:
     void reconsiderPlayer();
     void follow(MprisPlayer *player);
     void changePlayer(MprisPlayer *player);
+    /// Keeps in mind what to open once the player that is followed does not run any more.
     void rememberPlayer();
+    void remember(const QString &key, const QString &text);
+    /// The desktop entry that the pinned player had when it was followed; empty where none is known.
+    [[nodiscard]] QString pinnedPlayersEntry() const;
     [[nodiscard]] MprisPlayer *playerOf(const std::optional<QString> &owner) const;
     /// Those of the player that is followed; null while there is none. May be called from any thread.
     [[nodiscard]] std::shared_ptr<PlayerPlaylists> playlists() const;

@@ -3,6 +3,7 @@
 
 #include "BusValue.h"
 #include "MprisNames.h"
+#include "PlayerChoice.h"
 
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
@@ -52,6 +53,14 @@ bool isUnanswered(const QDBusMessage &reply)
 {
     const QDBusError::ErrorType error = QDBusError(reply).type();
     return error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut;
+}
+
+/// The desktop entry that a player with these root properties names; empty for what cannot be the name of a file.
+QString decodeDesktopEntry(const QVariantMap &properties)
+{
+    constexpr qsizetype longestFileName = 255;
+    const QString entry = bus::text(properties.value(QStringLiteral("DesktopEntry"))).value_or(QString());
+    return entry.contains(u'/') || entry.size() > longestFileName ? QString() : entry;
 }
 
 QVariant argument(const QDBusMessage &message, qsizetype index)
@@ -137,7 +146,7 @@ QString MprisPlayer::identity() const
 
 QString MprisPlayer::desktopEntry() const
 {
-    return m_desktopEntry.isEmpty() ? m_name : m_desktopEntry;
+    return m_desktopEntry.isEmpty() ? playerFamily(m_name) : m_desktopEntry;
 }
 
 bool MprisPlayer::isAttached() const
@@ -292,7 +301,7 @@ void MprisPlayer::askWhatItIs()
     call(mpris::propertiesInterface, QStringLiteral("GetAll"), {mpris::rootInterface}, deadline,
         [this](const QDBusMessage &reply) {
             const QVariantMap properties = bus::plainMap(argument(reply, 0));
-            m_desktopEntry = bus::text(properties.value(QStringLiteral("DesktopEntry"))).value_or(QString());
+            m_desktopEntry = decodeDesktopEntry(properties);
             m_identity = bus::text(properties.value(QStringLiteral("Identity"))).value_or(QString());
             Q_EMIT identityChanged();
         });

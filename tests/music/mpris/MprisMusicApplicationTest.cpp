@@ -82,6 +82,10 @@ private Q_SLOTS:
     void aFrozenPlayerThatDiesIsNoLongerSaidNotToRespond();
     void aPlayerFrozenAtTheStartIsNotThereYet();
     void openingLaunchesThePlayerFollowedLast();
+    void openingLaunchesThePinnedPlayerByTheEntryThatItNamed();
+    void thePinnedPlayersEntryIsOfNoUseForAnother();
+    void anEntryThatIsNoFileNameIsNotRemembered_data();
+    void anEntryThatIsNoFileNameIsNotRemembered();
     void thePlayersThatCanBeFollowedAreToldAsTheyComeAndGo();
     void aBusThatGoesTakesItsPlayersWithItAndOneThatComesBringsIts();
     void theStartUpShowsTheTrack();
@@ -667,6 +671,53 @@ void MprisMusicApplicationTest::openingLaunchesThePlayerFollowedLast()
     QVERIFY(m_music->activate());
     QCOMPARE(m_launcher.entries.size(), 2);
     QCOMPARE(m_launcher.entries.first(), u"favourite"_s);
+}
+
+void MprisMusicApplicationTest::openingLaunchesThePinnedPlayerByTheEntryThatItNamed()
+{
+    const QDBusConnection control = m_bus->connect(QString::number(++m_connections));
+    auto other = std::make_unique<DemoPlayerProcess>(*m_bus, control, QStringList{u"--name"_s, u"other"_s});
+    QVERIFY(other->isReady());
+    startPlayer({u"--play"_s, u"--name"_s, u"favourite"_s, u"--do"_s, u"wrong DesktopEntry string org.Favourite"_s});
+    startMusic();
+    m_defaults->setValue(u"FollowedPlayer"_s, u"favourite"_s);
+    m_player.reset();
+    QTRY_COMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"tunedeck-demo-player"_s);
+    other.reset();
+    QTRY_VERIFY(!m_music->isRunning());
+    QVERIFY(m_music->activate());
+    QCOMPARE(m_launcher.entries, (QStringList{u"org.Favourite"_s, u"favourite"_s, u"tunedeck-demo-player"_s}));
+}
+
+void MprisMusicApplicationTest::thePinnedPlayersEntryIsOfNoUseForAnother()
+{
+    m_defaults->setValue(u"FollowedPlayer"_s, u"favourite"_s);
+    m_defaults->setValue(u"FollowedPlayerEntry"_s, u"former/org.Former"_s);
+    startMusic();
+    QVERIFY(m_music->activate());
+    QCOMPARE(m_launcher.entries, QStringList{u"favourite"_s});
+}
+
+void MprisMusicApplicationTest::anEntryThatIsNoFileNameIsNotRemembered_data()
+{
+    QTest::addColumn<QString>("entry");
+    QTest::newRow("a path") << u"string ../../bin/harm"_s;
+    QTest::newRow("too long for a file") << u"string "_s + QString(256, u'x');
+    QTest::newRow("no text") << u"int 7"_s;
+    QTest::newRow("nothing") << u"empty"_s;
+}
+
+void MprisMusicApplicationTest::anEntryThatIsNoFileNameIsNotRemembered()
+{
+    QFETCH(const QString, entry);
+    m_defaults->setValue(u"FollowedPlayer"_s, u"odd"_s);
+    startPlayer({u"--name"_s, u"odd.instance1"_s, u"--do"_s, u"wrong DesktopEntry "_s + entry});
+    startMusic();
+    QVERIFY(m_music->isRunning());
+    m_player.reset();
+    QTRY_VERIFY(!m_music->isRunning());
+    QCOMPARE(m_defaults->stringForKey(u"FollowedPlayerEntry"_s), QString());
+    QCOMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"odd"_s);
 }
 
 void MprisMusicApplicationTest::thePlayersThatCanBeFollowedAreToldAsTheyComeAndGo()
