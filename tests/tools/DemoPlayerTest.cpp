@@ -132,6 +132,7 @@ private Q_SLOTS:
     void volumeIsSetWithinItsRange();
     void playlistsArePagedOrderedAndActivated();
     void thousandsOfPlaylistsOrNone();
+    void pagesOfPlaylistsCanBeShortAndEndInAnError();
     void theCallsCanBeTakenInOrder();
 
     void aLateAnswerAndItsEffectComeLate();
@@ -411,6 +412,25 @@ void DemoPlayerTest::thousandsOfPlaylistsOrNone()
         u"org.freedesktop.DBus.Error.UnknownInterface"_s);
     QCOMPARE(call(playlistsInterface, u"GetPlaylists"_s, {0U, 1U, u"UserDefined"_s, false}).errorName(),
         u"org.freedesktop.DBus.Error.UnknownInterface"_s);
+}
+
+void DemoPlayerTest::pagesOfPlaylistsCanBeShortAndEndInAnError()
+{
+    DemoPlayer player(*m_bus, {u"--do"_s, u"playlists 5"_s, u"--do"_s, u"pages 2 lenient"_s});
+    QVERIFY(player.isReady());
+    const auto page = [this](uint index) {
+        return call(playlistsInterface, u"GetPlaylists"_s, {index, 1'000U, u"UserDefined"_s, false});
+    };
+    const auto lengthOf = [](const QDBusMessage &reply) {
+        return qdbus_cast<QVariantList>(reply.arguments().value(0)).size();
+    };
+    QCOMPARE(lengthOf(page(0)), 2);
+    QCOMPARE(lengthOf(page(4)), 1);
+    QCOMPARE(page(5).type(), QDBusMessage::ReplyMessage);
+    QCOMPARE(lengthOf(page(5)), 0);
+    QVERIFY(understands(u"pages 3 strict"_s));
+    QCOMPARE(lengthOf(page(0)), 3);
+    QCOMPARE(page(5).errorName(), u"org.freedesktop.DBus.Error.InvalidArgs"_s);
 }
 
 void DemoPlayerTest::theCallsCanBeTakenInOrder()

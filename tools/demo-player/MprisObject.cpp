@@ -206,10 +206,19 @@ QDBusMessage MprisObject::carryOut(const QDBusMessage &call)
     }
     for (const Method &method : std::as_const(m_methods)) {
         if (ofThisInterface(method) && method.name == call.member() && method.signature == call.signature()) {
+            if (isPageTooFar(call)) {
+                return call.createErrorReply(QDBusError::InvalidArgs, u"There are not so many playlists"_s);
+            }
             return call.createReply(method.carryOut(call.arguments()));
         }
     }
     return unknownMethod(call);
+}
+
+bool MprisObject::isPageTooFar(const QDBusMessage &call) const
+{
+    return m_oddities.isStrictOnPages && call.member() == u"GetPlaylists"_s
+        && call.arguments().at(0).toUInt() >= m_player.playlists().size();
 }
 
 QDBusMessage MprisObject::carryOutProperties(const QDBusMessage &call)
@@ -550,7 +559,7 @@ QList<PlaylistEntry> MprisObject::playlists(const QVariantList &arguments) const
     if (isReversed) {
         std::reverse(entries.begin(), entries.end());
     }
-    return entries.mid(qMin(index, entries.size()), maximum);
+    return entries.mid(qMin(index, entries.size()), qMin(maximum, m_oddities.longestPage));
 }
 
 void MprisObject::announce()

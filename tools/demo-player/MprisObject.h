@@ -65,6 +65,7 @@ private:
     void send(const QDBusMessage &message);
     [[nodiscard]] QDBusMessage control(const QDBusMessage &call);
     [[nodiscard]] QDBusMessage carryOut(const QDBusMessage &call);
+    [[nodiscard]] bool isPageTooFar(const QDBusMessage &call) const;
     [[nodiscard]] QDBusMessage carryOutProperties(const QDBusMessage &call);
     [[nodiscard]] QDBusMessage get(const QDBusMessage &call);
     [[nodiscard]] QDBusMessage set(const QDBusMessage &call);

@@ -7,6 +7,7 @@
 #include <QVariant>
 
 #include <chrono>
+#include <limits>
 
 namespace tunedeck::demo {
 
@@ -19,6 +20,8 @@ struct Oddities {
     bool isSilent = false;
     bool diesOnCall = false;
     bool offersPlaylists = true;
+    qsizetype longestPage = std::numeric_limits<qsizetype>::max(); ///< of playlists
+    bool isStrictOnPages = false; ///< a page that begins after the last playlist is an error
 
     QHash<QString, QVariant> wrong; ///< by property or metadata key
     QSet<QString> absent; ///< properties and metadata keys

@@ -55,6 +55,9 @@ const QList<Script::Line> &Script::lines()
             "KEY (CanPlay, CanPause, CanSeek, CanGoNext, CanGoPrevious, CanControl) is false and its calls do nothing",
             &Script::readCannot},
         {"playlists N|off", "has N playlists; off: has no such interface", &Script::readPlaylists},
+        {"pages N lenient|strict",
+            "tells of N playlists at once, however many are asked for; strict: after the last comes an error",
+            &Script::readPages},
         {"dieoncall", "dies as the next call arrives", &Script::readDieOnCall},
         {"die-on-get KEY", "aborts when the property KEY is asked for by Get", &Script::readDieOnGet},
 
@@ -252,6 +255,17 @@ Script::Action Script::readPlaylists(Words &words)
     return [this, number = count.integer(0, maximum)] {
         m_oddities.offersPlaylists = true;
         m_player.setPlaylistCount(number);
+    };
+}
+
+Script::Action Script::readPages(Words &words)
+{
+    constexpr int maximum = 1'000'000;
+    const int longest = words.integer(1, maximum);
+    const bool isStrict = words.oneOf({u"lenient"_s, u"strict"_s}) == u"strict"_s;
+    return [this, longest, isStrict] {
+        m_oddities.longestPage = longest;
+        m_oddities.isStrictOnPages = isStrict;
     };
 }
 

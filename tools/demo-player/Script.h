@@ -68,6 +68,7 @@ private:
     Action readRefuse(Words &words);
     Action readCannot(Words &words);
     Action readPlaylists(Words &words);
+    Action readPages(Words &words);
     Action readDieOnGet(Words &words);
     Action readDieOnCall(Words &words);
     // Values

@@ -132,7 +132,7 @@ std::optional<PlayerPlaylists::Offer> PlayerPlaylists::readOffer() const
         return std::nullopt;
     }
     if (!own->isEmpty()) {
-        std::optional<QList<PlaylistDetails>> playlists = readPages(playersOwnOrder(*own), end);
+        std::optional<QList<PlaylistDetails>> playlists = readPages(*own, end);
         return playlists ? std::optional(Offer{PlaylistSource::music, *playlists}) : std::nullopt;
     }
     const std::optional<QVariantMap> root = properties(mpris::rootInterface);
@@ -147,14 +147,19 @@ std::optional<PlayerPlaylists::Offer> PlayerPlaylists::readOffer() const
 }
 
 std::optional<QList<PlaylistDetails>> PlayerPlaylists::readPages(
-    const QString &order, const QDeadlineTimer &deadline) const
+    const QVariantMap &properties, const QDeadlineTimer &deadline) const
 {
-    PlaylistPages pages;
+    const QString order = playersOwnOrder(properties);
+    PlaylistPages pages(bus::number(properties.value(QStringLiteral("PlaylistCount"))));
     while (!pages.isComplete()) {
         const QDBusMessage reply = ask(mpris::playlistsInterface, QStringLiteral("GetPlaylists"),
             {pages.nextIndex(), uint(PlaylistPages::pageSize), order, false}, Milliseconds(deadline.remainingTime()));
-        if (reply.type() != QDBusMessage::ReplyMessage) {
+        if (reply.type() == QDBusMessage::InvalidMessage) {
             return std::nullopt;
+        }
+        // To some players it is a mistake to ask for what comes after the last.
+        if (reply.type() == QDBusMessage::ErrorMessage) {
+            return pages.playlists().isEmpty() ? std::nullopt : std::optional(pages.playlists());
         }
         pages.add(reply.arguments().value(0));
     }

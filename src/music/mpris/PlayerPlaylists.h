@@ -54,8 +54,9 @@ private:
     };
 
     [[nodiscard]] std::optional<Offer> readOffer() const;
+    /// All playlists of a player whose Playlists interface has these `properties`.
     [[nodiscard]] std::optional<QList<PlaylistDetails>> readPages(
-        const QString &order, const QDeadlineTimer &deadline) const;
+        const QVariantMap &properties, const QDeadlineTimer &deadline) const;
     [[nodiscard]] std::optional<Place> placeOf(qint64 id) const;
     bool pauseWhatPlays() const;
     bool activate(const QString &path) const;

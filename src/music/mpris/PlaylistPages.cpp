@@ -3,6 +3,11 @@
 
 namespace tunedeck {
 
+PlaylistPages::PlaylistPages(std::optional<double> count)
+    : m_count(count)
+{
+}
+
 void PlaylistPages::add(const QVariant &page)
 {
     const QVariantList elements = bus::plainValue(page).toList();
@@ -15,10 +20,12 @@ void PlaylistPages::add(const QVariant &page)
         m_ids.insert(playlist->id);
         m_playlists.append(*playlist);
     }
-    m_nextIndex += pageSize;
+    m_nextIndex += uint(elements.size());
     // A player that cannot count sends the same page again and again.
     const bool broughtNothing = m_playlists.size() == before;
-    m_isComplete = broughtNothing || elements.size() < pageSize || m_playlists.size() == maximumPlaylists;
+    // A count that is out of date must not cut a list whose pages are still full.
+    const bool isLastByCount = elements.size() < pageSize && m_count && m_nextIndex >= *m_count;
+    m_isComplete = broughtNothing || isLastByCount || m_playlists.size() == maximumPlaylists;
 }
 
 uint PlaylistPages::nextIndex() const

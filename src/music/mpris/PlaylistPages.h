@@ -7,15 +7,20 @@
 #include <QList>
 #include <QSet>
 
+#include <optional>
+
 namespace tunedeck {
 
 /// The playlists of one player, gathered page by page, in the player's order and each once. Bounded, whatever the
-/// player sends.
+/// player sends; a page may be shorter than what was asked for.
 class PlaylistPages {
 public:
     /// How many playlists to ask for at once.
     static constexpr int pageSize = bus::maximumElements;
     static constexpr qsizetype maximumPlaylists = 100'000;
+
+    /// `count` is how many playlists the player says it has, where it says so.
+    explicit PlaylistPages(std::optional<double> count = std::nullopt);
 
     /// Takes what the player answered when it was asked for the playlists from nextIndex() on.
     void add(const QVariant &page);
@@ -25,6 +30,7 @@ public:
     [[nodiscard]] const QList<PlaylistDetails> &playlists() const;
 
 private:
+    const std::optional<double> m_count;
     QList<PlaylistDetails> m_playlists;
     QSet<qint64> m_ids;
     uint m_nextIndex = 0;

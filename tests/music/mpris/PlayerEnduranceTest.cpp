@@ -4,6 +4,7 @@
 #include "MprisMusicApplication.h"
 #include "MusicConnector.h"
 #include "PrivateBus.h"
+#include "TurnWatch.h"
 #include "UserDefaults.h"
 #include "WindowActivation.h"
 #include "endWithParent.h"
@@ -14,7 +15,6 @@
 #include <QThread>
 #include <QTimer>
 
-#include <algorithm>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -107,24 +107,6 @@ qsizetype secondsWithMessages(const std::vector<double> &times)
     return seconds.size();
 }
 
-/// The longest time for which this thread's event loop was busy in one go, by the gaps between the beats of a timer.
-class LongestTurn : public QObject {
-public:
-    LongestTurn()
-    {
-        m_beat.setTimerType(Qt::PreciseTimer);
-        connect(&m_beat, &QTimer::timeout, this, [this] { m_longest = std::max(m_longest, m_gap.restart()); });
-        m_gap.start();
-        m_beat.start(1);
-    }
-    [[nodiscard]] qint64 milliseconds() const { return m_longest; }
-
-private:
-    QTimer m_beat;
-    QElapsedTimer m_gap;
-    qint64 m_longest = 0;
-};
-
 } // namespace
 
 /// What happens, and does not happen, in the long run, in real time. Observations that need the same time share it.
@@ -205,7 +187,7 @@ void PlayerEnduranceTest::frozenPlayersAreNotFeltAndAreBackWithinTwoSeconds()
     frozenWhilePlaying.startFollowing();
     QTRY_VERIFY(frozenWhilePlaying.showsATrack());
 
-    const LongestTurn longestTurn;
+    TurnWatch turns;
     frozenBefore.player.freeze();
     frozenWhilePlaying.player.freeze();
     frozenBefore.startFollowing();
@@ -230,16 +212,16 @@ void PlayerEnduranceTest::frozenPlayersAreNotFeltAndAreBackWithinTwoSeconds()
     QTRY_VERIFY_WITH_TIMEOUT(frozenBefore.showsATrack() && frozenWhilePlaying.music->isResponding()
             && frozenWhilePlaying.music->playerPosition() > stood + 20,
         5'000);
-    qInfo("longest turn of the event loop %lld ms; right again %lld ms after the thaw", longestTurn.milliseconds(),
+    qInfo("longest turn of the event loop %lld ms; right again %lld ms after the thaw", turns.longest(),
         sinceThaw.elapsed());
-    QVERIFY(longestTurn.milliseconds() < 50);
+    QVERIFY(turns.longest() < 50);
     QVERIFY(sinceThaw.elapsed() < 2'000);
     QCOMPARE(frozenWhilePlaying.player.takeCommands(), QStringList());
 
     // The measure itself works: a turn that is too long is noticed.
     QTimer::singleShot(0, this, [] { QThread::msleep(60); });
     QTest::qWait(100);
-    QVERIFY(longestTurn.milliseconds() >= 60);
+    QVERIFY(turns.longest() >= 60);
 }
 
 } // namespace tunedeck

@@ -6,6 +6,7 @@
 #include "MprisMusicApplication.h"
 #include "MusicConnector.h"
 #include "PrivateBus.h"
+#include "TurnWatch.h"
 #include "UserDefaults.h"
 #include "WindowActivation.h"
 
@@ -26,24 +27,6 @@ class LaunchCounter : public ApplicationLauncher {
 public:
     void launch(const QStringList &, const QString &) override { ++launches; }
     int launches = 0;
-};
-
-/// How long the main thread's event loop was busy at a stretch, from the one moment to the other.
-class TurnWatch {
-public:
-    TurnWatch()
-    {
-        QObject::connect(&m_everyTurn, &QTimer::timeout, &m_everyTurn,
-            [this] { m_longest = std::max(m_longest, m_sinceLastTurn.restart()); });
-        m_sinceLastTurn.start();
-        m_everyTurn.start(1);
-    }
-    [[nodiscard]] qint64 longestMilliseconds() const { return m_longest; }
-
-private:
-    QTimer m_everyTurn;
-    QElapsedTimer m_sinceLastTurn;
-    qint64 m_longest = 0;
 };
 
 /// What `work` gives, done on a thread of its own while the main thread's event loop runs.
@@ -69,6 +52,8 @@ private Q_SLOTS:
 
     void allPlaylistsAreLoadedPageByPage_data();
     void allPlaylistsAreLoadedPageByPage();
+    void shortPagesDoNotCutTheList_data();
+    void shortPagesDoNotCutTheList();
     void aPlayerIsAskedForAnOrderThatItKnows();
     void tenThousandPlaylistsAreLoadedAndNotFeltInTheWindow();
     void aRenamedPlaylistShowsItsNewNameAtTheNextLoad();
@@ -226,6 +211,24 @@ void PlayerPlaylistsTest::allPlaylistsAreLoadedPageByPage()
     }
 }
 
+void PlayerPlaylistsTest::shortPagesDoNotCutTheList_data()
+{
+    QTest::addColumn<QStringList>("lines");
+    QTest::addColumn<qsizetype>("questions");
+    QTest::newRow("counted") << QStringList{u"pages 50 lenient"_s} << qsizetype(3);
+    QTest::newRow("not counted") << QStringList{u"pages 50 lenient"_s, u"absent PlaylistCount"_s} << qsizetype(4);
+    QTest::newRow("ended by an error") << QStringList{u"pages 50 strict"_s, u"absent PlaylistCount"_s} << qsizetype(4);
+}
+
+void PlayerPlaylistsTest::shortPagesDoNotCutTheList()
+{
+    QFETCH(const QStringList, lines);
+    startPlayer(QStringList{u"playlists 120"_s} + lines);
+    startMusic();
+    QCOMPARE(onAnotherThread([this] { return m_music->playlistIds().value_or(QVariantList()).size(); }), 120);
+    QTEST(calls().filter(u"GetPlaylists"_s).size(), "questions");
+}
+
 void PlayerPlaylistsTest::aPlayerIsAskedForAnOrderThatItKnows()
 {
     startPlayer({u"wrong Orderings array Alphabetical"_s});
@@ -240,11 +243,11 @@ void PlayerPlaylistsTest::tenThousandPlaylistsAreLoadedAndNotFeltInTheWindow()
     startMusic();
     QElapsedTimer sinceAsked;
     sinceAsked.start();
-    const TurnWatch turns;
+    TurnWatch turns;
     m_connector = std::make_unique<MusicConnector>(*m_music, m_windowActivation);
     QTRY_COMPARE(m_connector->playlistOptions().size(), 10'000);
-    qInfo("loaded after %lld ms, longest turn meanwhile %lld ms", sinceAsked.elapsed(), turns.longestMilliseconds());
-    QVERIFY(turns.longestMilliseconds() < 100);
+    qInfo("loaded after %lld ms, longest turn meanwhile %lld ms", sinceAsked.elapsed(), turns.longest());
+    QVERIFY(turns.longest() < 100);
 }
 
 void PlayerPlaylistsTest::aRenamedPlaylistShowsItsNewNameAtTheNextLoad()
@@ -344,16 +347,16 @@ void PlayerPlaylistsTest::aSilentPlayerIsGivenUpAndNotFeltInTheWindow()
     const QList<PlaylistOption> before = m_connector->playlistOptions();
     m_connector->setSelectedPlaylist(option(2));
     tell(u"silent on"_s);
-    const TurnWatch turns;
+    TurnWatch turns;
     m_connector->loadPlaylists();
     m_connector->playSelectedPlaylist();
     QElapsedTimer sinceAsked;
     sinceAsked.start();
     QVERIFY(!onAnotherThread([this] { return m_music->currentPlaylist(); }).has_value());
     QVERIFY(!onAnotherThread([this] { return m_music->playlistIds(); }).has_value());
-    qInfo("given up after %lld ms, longest turn meanwhile %lld ms", sinceAsked.elapsed(), turns.longestMilliseconds());
+    qInfo("given up after %lld ms, longest turn meanwhile %lld ms", sinceAsked.elapsed(), turns.longest());
     QVERIFY(sinceAsked.elapsed() < 5'000);
-    QVERIFY(turns.longestMilliseconds() < 100);
+    QVERIFY(turns.longest() < 100);
 
     QCOMPARE(m_connector->playlistOptions(), before);
     tell(u"silent off"_s);
@@ -374,11 +377,11 @@ void PlayerPlaylistsTest::aListThatTakesTooLongIsGivenUp()
     tell(u"late 700"_s);
     QElapsedTimer sinceAsked;
     sinceAsked.start();
-    const TurnWatch turns;
+    TurnWatch turns;
     QCOMPARE(onAnotherThread([this] { return m_music->playlistIds(); }), std::nullopt);
-    qInfo("given up after %lld ms, longest turn meanwhile %lld ms", sinceAsked.elapsed(), turns.longestMilliseconds());
+    qInfo("given up after %lld ms, longest turn meanwhile %lld ms", sinceAsked.elapsed(), turns.longest());
     QVERIFY(sinceAsked.elapsed() >= 3'900 && sinceAsked.elapsed() < 5'000);
-    QVERIFY(turns.longestMilliseconds() < 100);
+    QVERIFY(turns.longest() < 100);
     QCOMPARE(onAnotherThread([this] { return m_music->playlistNames(); }), std::nullopt);
 }
 

@@ -35,9 +35,9 @@ class PlaylistPagesTest : public QObject {
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
-    void thePagesAreAskedForOneAfterTheOtherUntilOneIsNotFull()
+    void thePagesAreAskedForOneAfterTheOtherUntilTheCountIsReached()
     {
-        PlaylistPages pages;
+        PlaylistPages pages(1'999);
         QVERIFY(!pages.isComplete());
         QCOMPARE(pages.nextIndex(), 0U);
         pages.add(page(0, 1'000));
@@ -48,6 +48,51 @@ private Q_SLOTS:
         QCOMPARE(pages.playlists().size(), 1'999);
         QCOMPARE(pages.playlists().constFirst().path, u"/p/0"_s);
         QCOMPARE(pages.playlists().constLast().path, u"/p/1998"_s);
+    }
+
+    void aPageThatIsNotFullIsNotTheEndWhileMoreAreCounted()
+    {
+        PlaylistPages pages(5);
+        pages.add(page(0, 2));
+        QVERIFY(!pages.isComplete());
+        QCOMPARE(pages.nextIndex(), 2U);
+        pages.add(page(2, 2));
+        QVERIFY(!pages.isComplete());
+        QCOMPARE(pages.nextIndex(), 4U);
+        pages.add(page(4, 1));
+        QVERIFY(pages.isComplete());
+        QCOMPARE(pages.playlists().size(), 5);
+    }
+
+    void withoutACountAnEmptyPageIsTheEnd()
+    {
+        PlaylistPages pages;
+        pages.add(page(0, 3));
+        QVERIFY(!pages.isComplete());
+        QCOMPARE(pages.nextIndex(), 3U);
+        pages.add(page(3, 0));
+        QVERIFY(pages.isComplete());
+        QCOMPARE(pages.playlists().size(), 3);
+    }
+
+    void aCountThatIsTooSmallDoesNotEndAListOfFullPages()
+    {
+        PlaylistPages pages(-1);
+        pages.add(page(0, 1'000));
+        QVERIFY(!pages.isComplete());
+        pages.add(page(1'000, 1));
+        QVERIFY(pages.isComplete());
+        QCOMPARE(pages.playlists().size(), 1'001);
+    }
+
+    void aCountThatIsTooLargeEndsWithAPageThatBringsNothingNew()
+    {
+        PlaylistPages pages(1e300);
+        pages.add(page(0, 3));
+        QVERIFY(!pages.isComplete());
+        pages.add(page(0, 3));
+        QVERIFY(pages.isComplete());
+        QCOMPARE(pages.playlists().size(), 3);
     }
 
     void whatIsNoPageEndsTheList_data()

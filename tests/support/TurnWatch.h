@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QObject>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace tunedeck {
+
+/// Measures the longest turn of this thread's event loop while it lives, without the time that a busy machine kept it
+/// waiting.
+class TurnWatch : public QObject {
+public:
+    TurnWatch()
+    {
+        m_timer.setTimerType(Qt::PreciseTimer);
+        connect(&m_timer, &QTimer::timeout, this, &TurnWatch::endTurn);
+        m_turn.start();
+        m_timer.start(std::chrono::milliseconds(1));
+    }
+
+    /// In milliseconds, with the turn that lasts.
+    [[nodiscard]] qint64 longest()
+    {
+        endTurn();
+        return m_longest;
+    }
+
+private:
+    /// How long this thread has been ready to run while others ran, in milliseconds; 0 where the system does not tell.
+    [[nodiscard]] static qint64 waitForProcessor()
+    {
+        QFile statistics(QStringLiteral("/proc/thread-self/schedstat"));
+        return statistics.open(QIODevice::ReadOnly) ? statistics.readAll().split(' ').value(1).toLongLong() / 1'000'000
+                                                    : 0;
+    }
+
+    void endTurn()
+    {
+        const qint64 wait = waitForProcessor();
+        m_longest = std::max(m_longest, m_turn.restart() - (wait - std::exchange(m_waitBefore, wait)));
+    }
+
+    QTimer m_timer;
+    QElapsedTimer m_turn;
+    qint64 m_waitBefore = waitForProcessor();
+    qint64 m_longest = 0;
+};
+
+} // namespace tunedeck
