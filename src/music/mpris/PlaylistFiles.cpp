@@ -14,17 +14,47 @@
 #include <chrono>
 #include <future>
 #include <memory>
+#include <semaphore>
 #include <thread>
 
 namespace tunedeck {
 
 namespace {
 
+/// For a disk that has more folders than anyone could have made.
+constexpr qsizetype maximumFoldersToVisit = 100'000;
+
+/// One search at a time: threads that wait for a disk that does not answer must not pile up. Needs no end of its own,
+/// as a search may outlast the program's.
+std::binary_semaphore &search()
+{
+    static std::binary_semaphore search{1};
+    return search;
+}
+
 bool isPlaylist(const QFileInfo &file)
 {
     static const QStringList suffixes{
         QStringLiteral("m3u"), QStringLiteral("m3u8"), QStringLiteral("pls"), QStringLiteral("xspf")};
     return suffixes.contains(file.suffix(), Qt::CaseInsensitive);
+}
+
+/// None for a file that is no playlist, or cannot be read. Asks the disk for playlists alone: most files are songs, and
+/// in the network each question takes its time.
+std::optional<PlaylistDetails> playlistIn(const QFileInfo &file)
+{
+    const QString path = file.filePath();
+    // Some names cannot be said in characters, and what cannot be named cannot be opened.
+    if (!isPlaylist(file) || !file.isFile() || !QFileInfo(path).isReadable()) {
+        return std::nullopt;
+    }
+    const std::optional<QString> name = bus::text(file.completeBaseName());
+    return name ? std::optional(PlaylistDetails{.id = playlistId(path), .path = path, .name = *name}) : std::nullopt;
+}
+
+bool isToBeVisited(const QFileInfo &folder)
+{
+    return !folder.isSymLink() && folder.isDir();
 }
 
 void sortByName(QList<PlaylistDetails> &playlists)
@@ -66,15 +96,20 @@ QList<PlaylistDetails> findPlaylistFiles(
     if (folder.isEmpty()) {
         return playlists;
     }
-    QDirIterator files(folder, QDir::Files | QDir::Readable, QDirIterator::Subdirectories);
-    while (playlists.size() < maximumPlaylistFiles && !deadline.hasExpired() && !stop.stop_requested()
-        && files.hasNext()) {
-        const QString path = files.next();
-        const QFileInfo file = files.fileInfo();
-        const std::optional<QString> name = bus::text(file.completeBaseName());
-        // Some names cannot be said in characters, and what cannot be named cannot be opened.
-        if (isPlaylist(file) && name && file.exists()) {
-            playlists.append(PlaylistDetails{.id = playlistId(path), .path = path, .name = *name});
+    const auto isToGoOn = [&] {
+        return playlists.size() < maximumPlaylistFiles && !deadline.hasExpired() && !stop.stop_requested();
+    };
+    // Not an iterator that goes into folders by itself: it holds each of them open that it is in, however deep.
+    QStringList folders{folder};
+    while (!folders.isEmpty() && isToGoOn()) {
+        QDirIterator entries(folders.takeLast(), QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot);
+        while (isToGoOn() && entries.hasNext()) {
+            const QFileInfo entry = entries.nextFileInfo();
+            if (isToBeVisited(entry) && folders.size() < maximumFoldersToVisit) {
+                folders.append(entry.filePath());
+            } else if (const std::optional<PlaylistDetails> playlist = playlistIn(entry)) {
+                playlists.append(*playlist);
+            }
         }
     }
     sortByName(playlists);
@@ -90,10 +125,16 @@ std::optional<QList<PlaylistDetails>> playlistFilesOfMusicFolder(
     constexpr auto grace = 200ms;
     constexpr auto patience = 20ms;
 
+    while (!search().try_acquire_for(patience)) {
+        if (deadline.hasExpired() || stop.stop_requested()) {
+            return std::nullopt;
+        }
+    }
     auto found = std::make_shared<std::promise<QList<PlaylistDetails>>>();
     std::future<QList<PlaylistDetails>> answer = found->get_future();
     std::thread([found, deadline, stop] {
         found->set_value(findPlaylistFiles(musicFolder(), deadline, stop));
+        search().release();
     }).detach();
     const QDeadlineTimer end = deadline + grace.count();
     while (answer.wait_for(patience) != std::future_status::ready) {

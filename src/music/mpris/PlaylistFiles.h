@@ -28,7 +28,8 @@ inline constexpr qsizetype maximumPlaylistFiles = 10'000;
     const QString &folder, const QDeadlineTimer &deadline, const std::stop_token &stop);
 
 /// The playlist files of the music folder, on a thread that is left to itself where its disk, such as one in the
-/// network, does not answer until shortly after `deadline`. None then, and where it is stopped.
+/// network, does not answer until shortly after `deadline`. None then, and where it is stopped; also while the search
+/// before this one still waits for its disk.
 [[nodiscard]] std::optional<QList<PlaylistDetails>> playlistFilesOfMusicFolder(
     const QDeadlineTimer &deadline, const std::stop_token &stop);
 

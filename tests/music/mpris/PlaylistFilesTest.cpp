@@ -9,7 +9,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <memory>
@@ -126,7 +129,66 @@ private Q_SLOTS:
     {
         keep({u"a/good.m3u"_s});
         QVERIFY(QFile::link(m_folder.path(), m_folder.filePath(u"a/up"_s)));
+        QVERIFY(QFile::link(m_folder.path(), m_folder.filePath(u"a/up.m3u"_s)));
         QCOMPARE(names(found()), QStringList{u"good"_s});
+    }
+
+    void aDeepFolderDoesNotUseUpTheFilesThatTheProgramMayOpen()
+    {
+        QString deep = u"1"_s;
+        for (int level = 2; level <= 200; ++level) {
+            deep += u"/%1"_s.arg(level);
+        }
+        keep({deep + u"/good.m3u"_s});
+        rlimit before = {};
+        QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
+        const rlimit few{.rlim_cur = 100, .rlim_max = before.rlim_max};
+        QCOMPARE(setrlimit(RLIMIT_NOFILE, &few), 0);
+        const QStringList deepest = names(found());
+        QCOMPARE(setrlimit(RLIMIT_NOFILE, &before), 0);
+        QCOMPARE(deepest, QStringList{u"good"_s});
+    }
+
+    void manyFilesThatAreNoPlaylistsAreSeenInAMoment()
+    {
+        for (int number = 0; number < 20'000; ++number) {
+            QFile file(m_folder.filePath(u"%1.mp3"_s.arg(number)));
+            QVERIFY(file.open(QFile::WriteOnly));
+        }
+        keep({u"good.m3u"_s});
+        QElapsedTimer time;
+        time.start();
+        QCOMPARE(names(found()), QStringList{u"good"_s});
+        qInfo("20000 songs are passed over in %lld ms", time.elapsed());
+        QVERIFY(time.elapsed() < 2'000);
+    }
+
+    void aDiskThatDoesNotAnswerHoldsOneThreadHoweverOftenItIsAsked()
+    {
+        // Whoever opens a pipe that nobody writes to waits, as on a disk that is gone.
+        const QByteArray pipe = QFile::encodeName(m_temporary->filePath(u"user-dirs.dirs"_s));
+        QCOMPARE(mkfifo(pipe.constData(), 0600), 0);
+        const qsizetype before = threads();
+        for (int question = 0; question < 3; ++question) {
+            QVERIFY(!playlistFilesOfMusicFolder(QDeadlineTimer(30), {}).has_value());
+            QCOMPARE(threads(), before + 1);
+        }
+        std::stop_source stop;
+        stop.request_stop();
+        QElapsedTimer time;
+        time.start();
+        QVERIFY(!playlistFilesOfMusicFolder(QDeadlineTimer(10'000), stop.get_token()).has_value());
+        QVERIFY(time.elapsed() < 1'000);
+
+        const int writer = ::open(pipe.constData(), O_WRONLY);
+        QVERIFY(writer >= 0);
+        QVERIFY(QFile::remove(m_temporary->filePath(u"user-dirs.dirs"_s)));
+        nameMusicFolder(m_folder.path());
+        ::close(writer);
+        keep({u"good.m3u"_s});
+        const auto again = playlistFilesOfMusicFolder(QDeadlineTimer(5'000), {});
+        QVERIFY(again.has_value());
+        QCOMPARE(names(*again), QStringList{u"good"_s});
     }
 
     void aMissingFolderHasNone() { QCOMPARE(names(found(m_folder.filePath(u"gone"_s))), QStringList()); }
@@ -164,6 +226,10 @@ private Q_SLOTS:
     }
 
 private:
+    static qsizetype threads()
+    {
+        return QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
+    }
     void nameMusicFolder(const QString &folder) const
     {
         QFile userFolders(m_temporary->filePath(u"user-dirs.dirs"_s));
