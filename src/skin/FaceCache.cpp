@@ -18,11 +18,10 @@ QPixmap emptyFace(QSize size, double scale)
 void blit(QPainter &painter, QPointF position, const QPixmap &face)
 {
     const QTransform toDevice = painter.deviceTransform();
-    QPixmap pixels = face;
-    pixels.setDevicePixelRatio(1);
     painter.save();
     painter.setWorldTransform(toDevice.inverted() * painter.worldTransform());
-    painter.drawPixmap(toDevice.map(position).toPoint(), pixels);
+    // Its own scale is left aside by naming the rectangle: setting another would copy the whole face each time.
+    painter.drawPixmap(QRect(toDevice.map(position).toPoint(), face.size()), face);
     painter.restore();
 }
 
