@@ -53,6 +53,25 @@ double fade(double position, double inset, double length)
     return inset > 0 ? std::clamp(std::min(position, length - position) / inset, 0.0, 1.0) : 1.0;
 }
 
+bool isEmptyRow(const QImage &image, int y)
+{
+    const auto *row = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+    return std::all_of(row, row + image.width(), [](QRgb pixel) { return pixel == 0; });
+}
+
+/// From the first row that is not empty to the last.
+QRect inkedRows(const QImage &image)
+{
+    QRect rows = image.rect();
+    while (!rows.isEmpty() && isEmptyRow(image, rows.top())) {
+        rows.setTop(rows.top() + 1);
+    }
+    while (!rows.isEmpty() && isEmptyRow(image, rows.bottom())) {
+        rows.setBottom(rows.bottom() - 1);
+    }
+    return rows;
+}
+
 int devicePixels(double points, double scale)
 {
     return static_cast<int>(std::ceil(points * scale));
@@ -133,7 +152,7 @@ void ScrollingMarqueeView::setDisplayStrings(const QStringList &strings)
     if (shown == displayStrings()) {
         return;
     }
-    m_textPixmaps.clear();
+    m_engravings.clear();
     m_timeline.setDisplayStrings(shown, m_clock());
     m_announcement.start();
     refresh();
@@ -184,7 +203,7 @@ void ScrollingMarqueeView::setDark(bool dark)
         return;
     }
     m_color = color;
-    m_textPixmaps.clear();
+    m_engravings.clear();
     update();
 }
 
@@ -222,7 +241,7 @@ void ScrollingMarqueeView::resizeEvent(QResizeEvent *event)
 {
     QLabel::resizeEvent(event);
     if (event->oldSize().height() != height()) {
-        m_textPixmaps.clear();
+        m_engravings.clear();
     }
     restart();
 }
@@ -248,7 +267,7 @@ void ScrollingMarqueeView::mouseReleaseEvent(QMouseEvent *event)
     refresh();
 }
 
-void ScrollingMarqueeView::paintEvent(QPaintEvent *)
+void ScrollingMarqueeView::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
     const QTransform toDevice = painter.deviceTransform();
@@ -260,7 +279,8 @@ void ScrollingMarqueeView::paintEvent(QPaintEvent *)
 
     const QRect whole(0, 0, devicePixels(width(), scale), devicePixels(height(), scale));
     const QRect unfaded = whole.marginsRemoved(fadeMargins(scale));
-    for (const QRect &edge : QRegion(whole).subtracted(unfaded)) {
+    const QRect dirty = painter.transform().inverted().mapRect(QRectF(event->rect())).toAlignedRect();
+    for (const QRect &edge : QRegion(dirty).intersected(whole).subtracted(unfaded)) {
         painter.drawImage(edge.topLeft(), fadedLabels(edge, scale));
     }
     if (!unfaded.isEmpty()) {
@@ -272,7 +292,7 @@ void ScrollingMarqueeView::paintEvent(QPaintEvent *)
 void ScrollingMarqueeView::drawLabels(QPainter &painter, double scale)
 {
     for (const MarqueeLabel &label : m_labels) {
-        const QPixmap &text = textPixmap(label.text, scale);
+        const QPixmap &text = engraving(label.text, scale).picture;
         painter.drawPixmap(QRect(devicePosition(label, scale), text.size()), text);
     }
 }
@@ -338,9 +358,10 @@ void ScrollingMarqueeView::refresh()
     m_timeline.proceedTo(now);
     std::vector<MarqueeLabel> labels = m_timeline.labels(now);
     if (wouldLookDifferent(labels)) {
+        const QRect before = markedRect();
         m_labels = std::move(labels);
+        update(before | markedRect());
         forgetWhatIsNotShown();
-        update();
     }
     if (canBeSeen()) {
         scheduleRefresh(now);
@@ -352,7 +373,7 @@ void ScrollingMarqueeView::refresh()
 /// A text of a player's choosing can be as wide as many windows.
 void ScrollingMarqueeView::forgetWhatIsNotShown()
 {
-    m_textPixmaps.removeIf([this](QHash<QString, QPixmap>::iterator entry) {
+    m_engravings.removeIf([this](QHash<QString, Engraving>::iterator entry) {
         return std::none_of(m_labels.begin(), m_labels.end(),
             [&entry](const MarqueeLabel &label) { return label.text == entry.key(); });
     });
@@ -393,13 +414,31 @@ bool ScrollingMarqueeView::wouldLookDifferent(const std::vector<MarqueeLabel> &l
         });
 }
 
-const QPixmap &ScrollingMarqueeView::textPixmap(const QString &text, double scale)
+const ScrollingMarqueeView::Engraving &ScrollingMarqueeView::engraving(const QString &text, double scale)
 {
-    QPixmap &pixmap = m_textPixmaps[text];
-    if (pixmap.isNull() || pixmap.devicePixelRatio() != scale) {
-        pixmap = QPixmap::fromImage(engraved(writtenText(text, scale)));
+    Engraving &engraving = m_engravings[text];
+    if (engraving.picture.isNull() || engraving.picture.devicePixelRatio() != scale) {
+        const QImage picture = engraved(writtenText(text, scale));
+        engraving = {QPixmap::fromImage(picture), inkedRows(picture)};
     }
-    return pixmap;
+    return engraving;
+}
+
+QRect ScrollingMarqueeView::markedRect() const
+{
+    const double scale = devicePixelRatioF();
+    QRect marked;
+    for (const MarqueeLabel &label : m_labels) {
+        const auto known = m_engravings.constFind(label.text);
+        if (known == m_engravings.cend() || known->picture.devicePixelRatio() != scale) {
+            return rect();
+        }
+        const QRect rows = known->inkedRows.translated(devicePosition(label, scale));
+        // At a fractional scale the view's corner may lie within a pixel, and is moved to its edge.
+        const QRectF points(0, (rows.top() - 1) / scale, width(), (rows.height() + 2) / scale);
+        marked |= points.toAlignedRect();
+    }
+    return marked & rect();
 }
 
 /// In opaque ink.

@@ -10,6 +10,7 @@
 #include <QMargins>
 #include <QPixmap>
 #include <QPointer>
+#include <QRect>
 #include <QTimer>
 #include <QWindow>
 
@@ -59,6 +60,13 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    /// A text as it is seen.
+    struct Engraving {
+        QPixmap picture;
+        /// The part of the picture that is not empty, over its whole width, in device pixels.
+        QRect inkedRows;
+    };
+
     [[nodiscard]] QString bounded(const QString &string) const;
     [[nodiscard]] double textWidth(const QString &text) const;
     [[nodiscard]] QString elidedText(const QString &text, double width) const;
@@ -77,7 +85,9 @@ private:
     [[nodiscard]] QMargins fadeMargins(double scale) const;
     [[nodiscard]] QImage writtenText(const QString &text, double scale) const;
     [[nodiscard]] QImage engraved(QImage text) const;
-    [[nodiscard]] const QPixmap &textPixmap(const QString &text, double scale);
+    [[nodiscard]] const Engraving &engraving(const QString &text, double scale);
+    /// Where the labels on show leave their mark, in points.
+    [[nodiscard]] QRect markedRect() const;
     [[nodiscard]] const QImage &mask(double scale);
 
     Clock m_clock;
@@ -88,7 +98,7 @@ private:
     QPoint m_pressPosition; ///< on the desktop
     QPointer<QWindow> m_watchedWindow;
     std::vector<MarqueeLabel> m_labels;
-    QHash<QString, QPixmap> m_textPixmaps;
+    QHash<QString, Engraving> m_engravings;
     QImage m_mask;
     QColor m_color;
     double m_fadeInsetInPoints = 3.5;
