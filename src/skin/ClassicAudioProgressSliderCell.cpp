@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ClassicAudioProgressSliderCell.h"
 
+#include "DevicePixels.h"
 #include "Ink.h"
 #include "LCDTextColor.h"
 #include "Shapes.h"
@@ -13,21 +14,25 @@
 namespace tunedeck {
 
 namespace {
-/// The outline of `rect`, one point wide and half of it inside. A pen of that width is drawn less exactly.
-QPainterPath hairline(const QRectF &rect)
+/// A line of one point along the inside of `rect`. A pen of that width is drawn less exactly.
+QPainterPath hairline(const QRectF &rect, const DevicePixels &pixels)
 {
+    const QRectF outside = pixels.snapped(rect);
+    const double width = pixels.lineWidth(1);
     QPainterPath path;
-    path.addRect(inset(rect, -0.5, -0.5));
-    path.addRect(inset(rect, 0.5, 0.5));
+    path.addRect(outside);
+    path.addRect(inset(outside, width, width));
     return path;
 }
 
 /// One point on, one point off. A pen's dashes are counted in its own width.
-QPainterPath dottedBand(QPointF start, double end, double width)
+QPainterPath dottedBand(const QRectF &band, const DevicePixels &pixels)
 {
+    const QRectF crisp = pixels.snapped(band);
+    const double dot = pixels.lineWidth(1);
     QPainterPath path;
-    for (double x = start.x(); x < end; x += 2) {
-        path.addRect(x, start.y() - width / 2, std::min(end - x, 1.0), width);
+    for (double x = crisp.left(); x < crisp.right(); x += 2 * dot) {
+        path.addRect(x, crisp.top(), std::min(crisp.right() - x, dot), crisp.height());
     }
     return path;
 }
@@ -38,12 +43,14 @@ void ClassicAudioProgressSliderCell::drawBarInside(
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(hairline(inset(bar, 2.5, -2.5)), lcdTextColor);
+    const DevicePixels pixels(painter);
+    painter.fillPath(hairline(inset(bar, 2, -3), pixels), lcdTextColor);
     if (enabled) {
         const bool isAtStart = knob.x() < 1;
         const double bandWidth = painter.device()->devicePixelRatioF() > 1 ? 6 : 5;
-        const QPointF start(bar.left() + (isAtStart ? 3 : 1.5), bar.center().y());
-        painter.fillPath(dottedBand(start, knob.center().x(), bandWidth), withAlpha(lcdTextColor, 0.46F));
+        const double start = bar.left() + (isAtStart ? 3 : 1.5);
+        const QRectF band(start, bar.center().y() - bandWidth / 2, knob.center().x() - start, bandWidth);
+        painter.fillPath(dottedBand(band, pixels), withAlpha(lcdTextColor, 0.46F));
     }
     painter.restore();
 }

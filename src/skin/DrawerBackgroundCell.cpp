@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DrawerBackgroundCell.h"
 
+#include "DevicePixels.h"
 #include "Gradient.h"
 #include "Ink.h"
 #include "Shapes.h"
@@ -32,12 +33,13 @@ void drawBody(QPainter &painter, const QRectF &bounds, const MetalGroundState &s
     constexpr double cornerRadius = 5;
     const float grey = looksActive(state) ? 0.64F : 0.85F;
     painter.fillPath(roundedRectangle(bounds, cornerRadius), QColor::fromRgbF(grey, grey, grey));
-    painter.fillPath(innerBorder(bounds, cornerRadius, 0.5), black(0.15F));
+    painter.fillPath(innerBorder(bounds, cornerRadius, DevicePixels(painter).lineWidth(0.5)), black(0.15F));
 }
 
 void drawRim(QPainter &painter, const QRectF &bounds)
 {
-    const QPainterPath rim = between(roundedRectangle(bounds, 3), roundedRectangle(inset(bounds, 0, 1), 3.5));
+    const double thickness = DevicePixels(painter).lineWidth(1);
+    const QPainterPath rim = between(roundedRectangle(bounds, 3), roundedRectangle(inset(bounds, 0, thickness), 3.5));
     Gradient({{white(0.62F), 0}, {white(0), 1}}).drawInPath(painter, rim, downwards);
 }
 
@@ -50,7 +52,7 @@ void drawWell(QPainter &painter, const QRectF &panel)
 void drawField(QPainter &painter, const QRectF &bounds, const MetalGroundState &state)
 {
     constexpr double cornerRadius = 2.5;
-    const double borderWidth = painter.device()->devicePixelRatioF() > 1 ? 0.5 : 1;
+    const double borderWidth = DevicePixels(painter).lineWidth(painter.device()->devicePixelRatioF() > 1 ? 0.5 : 1);
     const Gradient field{{looksActive(state) ? deepField : mutedField, 0}, {mutedField, 1}};
     field.drawInPath(painter, roundedRectangle(bounds, cornerRadius), downwards);
     painter.fillPath(innerBorder(bounds, cornerRadius, borderWidth), black(0.42F));
@@ -59,14 +61,17 @@ void drawField(QPainter &painter, const QRectF &bounds, const MetalGroundState &
 
 void DrawerBackgroundCell::draw(QPainter &painter, const QRectF &frame, const MetalGroundState &state) const
 {
-    const QRectF bounds(frame.topLeft(), QSizeF(frame.width(), height));
-    const QRectF panel = inset(bounds, 6, 3).translated(0, 3);
+    const DevicePixels pixels(painter);
+    const QRectF whole(frame.topLeft(), QSizeF(frame.width(), height));
+    const QRectF bounds = pixels.snapped(whole);
+    const QRectF panel = pixels.snapped(inset(whole, 6, 3).translated(0, 3));
+    const double lip = pixels.lineWidth(1);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     drawBody(painter, bounds, state);
     drawRim(painter, bounds);
     drawWell(painter, panel);
-    drawField(painter, inset(panel, 1, 1), state);
+    drawField(painter, inset(panel, lip, lip), state);
     painter.restore();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "LCDBackgroundCell.h"
 
+#include "DevicePixels.h"
 #include "Gradient.h"
 #include "Ink.h"
 #include "Shadow.h"
@@ -26,7 +27,7 @@ Gradient gloss(bool dark)
 
 void drawGlass(QPainter &painter, const QRectF &bounds)
 {
-    const double lineWidth = painter.device()->devicePixelRatioF() > 1 ? 0.5 : 1;
+    const double lineWidth = DevicePixels(painter).lineWidth(painter.device()->devicePixelRatioF() > 1 ? 0.5 : 1);
     painter.fillPath(roundedRectangle(bounds, glassRadius), QColor::fromRgbF(0.91F, 0.92F, 0.81F));
     painter.fillPath(roundedFrame(bounds, glassRadius, lineWidth), black(0.2F));
 }
@@ -36,19 +37,23 @@ void drawInnerEdge(QPainter &painter, const QRectF &bounds, bool dark)
 {
     painter.save();
     painter.setClipPath(roundedRectangle(bounds, glassRadius), Qt::IntersectClip);
-    painter.fillPath(roundedFrame(bounds, glassRadius, 1), black(dark ? 0.3F : 0.25F));
+    const double lineWidth = DevicePixels(painter).lineWidth(1);
+    painter.fillPath(roundedFrame(bounds, glassRadius, lineWidth), black(dark ? 0.3F : 0.25F));
     painter.restore();
 }
 } // namespace
 
 void LCDBackgroundCell::draw(QPainter &painter, const QRectF &frame, const LCDBackgroundState &state) const
 {
-    const QRectF glassBounds = inset(frame, 1, 1);
+    const DevicePixels pixels(painter);
+    const QRectF bounds = pixels.snapped(frame);
+    const double bezelWidth = pixels.lineWidth(1);
+    const QRectF glassBounds = inset(bounds, bezelWidth, bezelWidth);
     const QPainterPath glass = roundedRectangle(glassBounds, glassRadius);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     bezelGradient(bezelAlpha, state.isDark, painter.device()->devicePixelRatioF())
-        .drawInPath(painter, roundedRectangle(frame, 4), downwards);
+        .drawInPath(painter, roundedRectangle(bounds, 4), downwards);
     drawGlass(painter, glassBounds);
     if (state.isDark) {
         fillWithScanLines(painter, glass, frame.width(), true);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "PinstripeCell.h"
 
+#include "DevicePixels.h"
 #include "Ink.h"
 
 #include <QPainter>
@@ -9,15 +10,18 @@ namespace tunedeck {
 
 void PinstripeCell::draw(QPainter &painter, const QRectF &dirty, double height, const PinstripeState &state) const
 {
-    constexpr double stripeHeight = 2;
-    constexpr double stride = 4;
     if (!state.isKeyWindow || !state.drawsPinstripes || height <= 0) {
         return;
     }
+    const DevicePixels pixels(painter);
+    const double stripeHeight = pixels.lineWidth(2);
+    const double stride = 2 * stripeHeight;
+    QRectF stripe = pixels.snapped({0, 0, dirty.width(), stripeHeight});
+    stripe.setHeight(stripeHeight);
     const QColor color = state.isDark ? white(0.02F) : black(0.02F);
     double y = 0;
     do {
-        painter.fillRect(QRectF(0, y, dirty.width(), stripeHeight), color);
+        painter.fillRect(stripe.translated(0, y), color);
         y += stride;
     } while (y < height);
 }

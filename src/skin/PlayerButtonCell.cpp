@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "PlayerButtonCell.h"
 
+#include "DevicePixels.h"
 #include "Gradient.h"
 #include "Ink.h"
 #include "Shapes.h"
@@ -53,20 +54,20 @@ void addTriangle(QPainterPath &path, const QRectF &square, bool pointsRight)
     path.closeSubpath();
 }
 
-QPainterPath glyphPath(PlayerButtonTypes glyph)
+QPainterPath glyphPath(PlayerButtonTypes glyph, const DevicePixels &pixels)
 {
     QPainterPath path;
     path.setFillRule(Qt::WindingFill);
     switch (glyph) {
     case PlayerButtonTypes::pause:
-        path.addRect(11, 11, 5, 13);
-        path.addRect(19, 11, 5, 13);
+        path.addRect(pixels.snapped({11, 11, 5, 13}));
+        path.addRect(pixels.snapped({19, 11, 5, 13}));
         break;
     case PlayerButtonTypes::play:
         addTriangle(path, QRectF(12, 10, 15, 15), true);
         break;
     case PlayerButtonTypes::stop:
-        path.addRect(11, 11, 13, 13);
+        path.addRect(pixels.snapped({11, 11, 13, 13}));
         break;
     case PlayerButtonTypes::backward:
         addTriangle(path, QRectF(5, 9, 7, 7), false);
@@ -126,7 +127,8 @@ void RoundButtonCell::drawGlyph(QPainter &painter, const PlayerButtonState &stat
     }
     const float grey = state.isPressed ? 0.27F : 0.33F;
     const bool isFaint = m_measures.isGlyphFaintWhenDisabled && !state.isEnabled && !state.isPressed;
-    painter.fillPath(glyphPath(state.controlGlyph), QColor::fromRgbF(grey, grey, grey, isFaint ? 0.333F : 1));
+    const QPainterPath glyph = glyphPath(state.controlGlyph, DevicePixels(painter));
+    painter.fillPath(glyph, QColor::fromRgbF(grey, grey, grey, isFaint ? 0.333F : 1));
 }
 
 QPainterPath RoundButtonCell::glarePath() const

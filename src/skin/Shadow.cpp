@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Shadow.h"
 
+#include "DevicePixels.h"
+
 #include <QBrush>
 #include <QImage>
 #include <QPainter>
@@ -128,18 +130,6 @@ void fillWithInnerShadow(QPainter &painter, const QPainterPath &path, const Shad
     fill(painter, path, coverage, shadow.color);
 }
 
-namespace {
-/// At a fractional scale lines that lie between device pixels would be of uneven strength.
-QRectF onDevicePixels(const QPainter &painter, const QRectF &line)
-{
-    const QTransform toDevice = painter.deviceTransform();
-    const QRectF pixels = toDevice.mapRect(line);
-    const double top = std::round(pixels.top());
-    const double bottom = std::max(top + 1, std::round(pixels.bottom()));
-    return toDevice.inverted().mapRect(QRectF(pixels.left(), top, pixels.width(), bottom - top));
-}
-} // namespace
-
 void fillWithScanLines(QPainter &painter, const QPainterPath &path, double width, bool dark)
 {
     constexpr double stride = 2;
@@ -147,12 +137,12 @@ void fillWithScanLines(QPainter &painter, const QPainterPath &path, double width
     if (height <= 0) {
         return;
     }
+    const DevicePixels pixels(painter);
     painter.save();
     painter.setClipPath(path, Qt::IntersectClip);
     double y = 0;
     do {
-        painter.fillRect(
-            onDevicePixels(painter, QRectF(0, y, width, 1)), QColor::fromRgbF(0, 0, 0, dark ? 0.1F : 0.04F));
+        painter.fillRect(pixels.snapped({0, y, width, 1}), QColor::fromRgbF(0, 0, 0, dark ? 0.1F : 0.04F));
         y += stride;
     } while (y < height);
     painter.restore();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VolumeSliderCell.h"
 
+#include "DevicePixels.h"
 #include "FatalError.h"
 #include "Ink.h"
 #include "Shapes.h"
@@ -21,9 +22,12 @@ void VolumeSliderCell::drawBarInside(QPainter &painter, const QRectF &bar, bool 
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     const Gradient bezel = bezelGradient(bezelAlpha, dark, painter.device()->devicePixelRatioF());
-    bezel.drawInPath(painter, capsule(inset(bar, 2, -2)), -90);
-    painter.fillPath(capsule(inset(bar, 4, -1)), black(0.05F));
-    const QPainterPath groove = capsule(inset(bar, 3, -1));
+    const DevicePixels pixels(painter);
+    const QRectF bounds = pixels.snapped(inset(bar, 2, -2));
+    const double line = pixels.lineWidth(1);
+    bezel.drawInPath(painter, capsule(bounds), -90);
+    painter.fillPath(capsule(inset(bounds, 2 * line, line)), black(0.05F));
+    const QPainterPath groove = capsule(inset(bounds, line, line));
     painter.fillPath(groove, black(0.15F));
     fillWithInnerShadow(painter, groove, m_innerShadow);
     painter.restore();

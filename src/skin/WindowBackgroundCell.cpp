@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "WindowBackgroundCell.h"
 
+#include "DevicePixels.h"
 #include "Gradient.h"
 #include "Ink.h"
 #include "Shapes.h"
@@ -28,7 +29,7 @@ Gradient metal(const MetalGroundState &state)
 void drawMetal(QPainter &painter, const QRectF &bounds, const MetalGroundState &state)
 {
     constexpr double cornerRadius = 4;
-    constexpr double borderWidth = 0.5;
+    const double borderWidth = DevicePixels(painter).lineWidth(0.5);
     const QPainterPath outline = roundedRectangle(bounds, cornerRadius);
     metal(state).drawInPath(painter, outline, downwards);
     const QRectF inside = inset(bounds, borderWidth, borderWidth);
@@ -37,16 +38,18 @@ void drawMetal(QPainter &painter, const QRectF &bounds, const MetalGroundState &
 
 void drawRim(QPainter &painter, const QRectF &bounds)
 {
-    const double thickness = painter.device()->devicePixelRatioF() > 1 ? 0.5 : 1;
+    const DevicePixels pixels(painter);
+    const double thickness = pixels.lineWidth(painter.device()->devicePixelRatioF() > 1 ? 0.5 : 1);
+    const double margin = pixels.lineWidth(1);
     const QPainterPath rim =
-        between(roundedRectangle(inset(bounds, 1, 0), 3), roundedRectangle(inset(bounds, 1, thickness), 1.5));
+        between(roundedRectangle(inset(bounds, margin, 0), 3), roundedRectangle(inset(bounds, margin, thickness), 1.5));
     Gradient({{white(0.62F), 0}, {white(0), 1}}).drawInPath(painter, rim, downwards);
 }
 } // namespace
 
 void WindowBackgroundCell::draw(QPainter &painter, const QRectF &frame, const MetalGroundState &state) const
 {
-    const QRectF bounds(frame.topLeft(), QSizeF(frame.width(), height));
+    const QRectF bounds = DevicePixels(painter).snapped({frame.topLeft(), QSizeF(frame.width(), height)});
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     drawMetal(painter, bounds, state);

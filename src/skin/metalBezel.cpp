@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "metalBezel.h"
 
+#include "DevicePixels.h"
 #include "Gradient.h"
 #include "Ink.h"
 #include "Shapes.h"
@@ -32,12 +33,18 @@ Gradient face(bool isPressed)
 
 void drawMetalBezel(QPainter &painter, const QRectF &frame, const MetalBezel &bezel, bool isPressed)
 {
+    const DevicePixels pixels(painter);
+    const QRectF plainRim = metalRim(frame, bezel);
+    const QRectF rim = pixels.snapped(plainRim);
+    const double rimWidth = pixels.lineWidth(1);
+    const QRectF plainLit = inset(frame, bezel.highlightInset.x(), bezel.highlightInset.y());
+    QRectF lit = pixels.snapped(plainLit);
+    lit.setBottom(rim.bottom() + pixels.lineWidth(plainLit.bottom() - plainRim.bottom()));
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF lit = inset(frame, bezel.highlightInset.x(), bezel.highlightInset.y());
     highlight(painter.device()->devicePixelRatioF()).drawInPath(painter, roundedRectangle(lit, 3), downwards);
-    painter.fillPath(roundedRectangle(metalRim(frame, bezel), metalRimRadius), rimSlate);
-    face(isPressed).drawInPath(painter, roundedRectangle(metalFace(frame, bezel), 2.5), downwards);
+    painter.fillPath(roundedRectangle(rim, metalRimRadius), rimSlate);
+    face(isPressed).drawInPath(painter, roundedRectangle(inset(rim, rimWidth, rimWidth), 2.5), downwards);
     painter.restore();
 }
 

@@ -37,6 +37,28 @@ class ClassicAudioProgressSliderCellTest : public QObject {
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
+    void atAFractionalScaleTheFrameIsACrispPixel()
+    {
+        // 2 points in, on the device pixels 3 at scale 1.25 and at 1.5.
+        for (const double scale : {1.25, 1.5}) {
+            const Picture picture = bar(halfway, scale, false);
+            QCOMPARE(picture.at(2.5 / scale, 10).alpha(), 0);
+            QVERIFY(isNear(picture.at(3.5 / scale, 10), ink));
+            QCOMPARE(picture.at(4.5 / scale, 10).alpha(), 0);
+        }
+    }
+
+    void atAFractionalScaleTheDotsAreCrispPixels()
+    {
+        for (const double scale : {1.25, 1.5}) {
+            const Picture picture = bar(atEnd, scale);
+            for (int column = 20; column < 200; ++column) {
+                const int alpha = picture.at((column + 0.5) / scale, 10).alpha();
+                QCOMPARE(alpha, column % 2 == 0 ? 117 : 0);
+            }
+        }
+    }
+
     void aDisabledBarIsAThinFrame_data()
     {
         QTest::addColumn<double>("scale");

@@ -6,6 +6,8 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <utility>
+
 namespace tunedeck {
 
 namespace {
@@ -28,6 +30,20 @@ private Q_SLOTS:
         for (const double scale : {1.0, 2.0}) {
             QVERIFY(isNear(drawn({.isMainWindow = true}, scale).at(3.25, 32.25), grey(163)));
             QVERIFY(isNear(drawn({}, scale).at(3.25, 32.25), grey(217)));
+        }
+    }
+
+    void atAFractionalScaleTheFieldsBorderIsACrispPixel()
+    {
+        // The panel begins 6 points in, on the device pixels 8 at scale 1.25 and 9 at 1.5; its lip is one pixel wide.
+        for (const auto &[scale, panel] : {std::pair(1.25, 8), std::pair(1.5, 9)}) {
+            const Picture picture = drawn({.isMainWindow = true}, scale);
+            const auto pixel = [&picture, scale = scale](
+                                   int column) { return picture.at((column + 0.5) / scale, 32.25); };
+            QVERIFY(isNear(pixel(panel - 1), pixel(panel - 2)));
+            const int field = pixel(panel + 3).lightness();
+            QVERIFY(pixel(panel + 1).lightness() < field - 30);
+            QCOMPARE(pixel(panel + 2).lightness(), field);
         }
     }
 

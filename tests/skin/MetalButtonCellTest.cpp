@@ -57,6 +57,42 @@ private Q_SLOTS:
         QVERIFY(picture.at(38.5, 17).lightness() > 150);
     }
 
+    void atAFractionalScaleTheRimIsACrispPixel_data()
+    {
+        QTest::addColumn<double>("scale");
+        // Of the rim's outermost pixels.
+        QTest::addColumn<QRect>("rim");
+        QTest::newRow("scale 1.25") << 1.25 << QRect(QPoint(5, 3), QPoint(49, 29));
+        QTest::newRow("scale 1.5") << 1.5 << QRect(QPoint(6, 3), QPoint(59, 35));
+    }
+
+    void atAFractionalScaleTheRimIsACrispPixel()
+    {
+        QFETCH(const double, scale);
+        QFETCH(const QRect, rim);
+        const Picture picture = drawn({}, scale);
+        const auto pixel = [&picture, scale](int column, int row) {
+            return picture.at((column + 0.25) / scale, size.height() - (row + 0.25) / scale);
+        };
+        for (const int step : {0, 5, 10}) {
+            const int row = 12 + step;
+            const int column = 20 + step;
+            QVERIFY(isNear(pixel(rim.left(), row), slate));
+            QVERIFY(isNear(pixel(rim.right(), row), slate));
+            QVERIFY(isNear(pixel(column, rim.top()), slate));
+            QVERIFY(isNear(pixel(column, rim.bottom()), slate));
+            QCOMPARE(pixel(rim.left() - 1, row).alpha(), 0);
+            QCOMPARE(pixel(rim.right() + 1, row).alpha(), 0);
+            QCOMPARE(pixel(column, rim.top() - 1).alpha(), 0);
+            QVERIFY(pixel(rim.left() + 1, row).lightness() > 150);
+            QVERIFY(pixel(rim.right() - 1, row).lightness() > 150);
+            QVERIFY(pixel(column, rim.top() + 1).lightness() > 200);
+            QVERIFY(pixel(column, rim.bottom() - 1).lightness() > 145);
+            QVERIFY(isNear(pixel(column, rim.bottom() + 1), QColor(240, 240, 240, 60), 4));
+            QCOMPARE(pixel(column, rim.bottom() + 2).alpha(), 0);
+        }
+    }
+
     void theFaceIsLightestAtItsTop()
     {
         const Picture picture = drawn({});

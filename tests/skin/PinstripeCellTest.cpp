@@ -52,6 +52,19 @@ private Q_SLOTS:
         }
     }
 
+    void atAFractionalScaleStripesAreEvenAndCrisp()
+    {
+        // Device pixels at scale 1.25, of which 20 points have 25.
+        const Picture quarter = drawn(8, key, 1.25);
+        for (int row = 0; row < 10; ++row) {
+            QCOMPARE(quarter.at(10, pictureHeight - (row + 0.5) / 1.25).alpha(), row % 4 < 2 ? 5 : 0);
+        }
+        const Picture half = drawn(8, key, 1.5);
+        for (int row = 0; row < 12; ++row) {
+            QCOMPARE(half.at(10, pictureHeight - (row + 0.5) / 1.5).alpha(), row % 6 < 3 ? 5 : 0);
+        }
+    }
+
     void theFirstStripeIsAlwaysDrawn()
     {
         QCOMPARE(stripedRows(drawn(4, key)), QList<int>({0, 1}));
