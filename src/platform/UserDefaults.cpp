@@ -92,6 +92,31 @@ void setAside(const QString &path)
     QFile::remove(broken);
     rename(path, broken);
 }
+
+QVariantHash readFile(const QString &path)
+{
+    const QFileInfo file(path);
+    if (!file.exists()) {
+        return {};
+    }
+    // Before anything opens it: to open a pipe is to wait for whoever writes to it.
+    if (!file.isFile() || file.size() > largestFile) {
+        setAside(path);
+        return {};
+    }
+    const QSettings settings(path, QSettings::IniFormat);
+    QVariantHash values;
+    const QStringList keys = settings.allKeys();
+    for (const QString &key : keys) {
+        values.insert(key, settings.value(key));
+    }
+    // Only now: the lines are parsed when a value is asked for.
+    if (settings.status() == QSettings::FormatError) {
+        setAside(path);
+        return {};
+    }
+    return values;
+}
 } // namespace
 
 UserDefaults::UserDefaults(QObject *parent)
@@ -123,13 +148,18 @@ UserDefaults::UserDefaults(const QString &path, QObject *parent)
         }
     });
     watch();
-    m_stored = readFile();
+    m_stored = readFile(m_path);
 }
 
 UserDefaults::~UserDefaults()
 {
     const QSignalBlocker nobodyIsToldAnyMore(this);
     save(farewellPatience);
+}
+
+bool UserDefaults::storedBool(const QString &key)
+{
+    return asBool(readFile(fileInConfigurationFolder()).value(key)).value_or(false);
 }
 
 void UserDefaults::registerDefaults(const QVariantHash &defaults)
@@ -217,31 +247,6 @@ QVariant UserDefaults::fallback(const QString &key) const
     return m_system.value(key, m_registered.value(key));
 }
 
-QVariantHash UserDefaults::readFile() const
-{
-    const QFileInfo file(m_path);
-    if (!file.exists()) {
-        return {};
-    }
-    // Before anything opens it: to open a pipe is to wait for whoever writes to it.
-    if (!file.isFile() || file.size() > largestFile) {
-        setAside(m_path);
-        return {};
-    }
-    const QSettings settings(m_path, QSettings::IniFormat);
-    QVariantHash values;
-    const QStringList keys = settings.allKeys();
-    for (const QString &key : keys) {
-        values.insert(key, settings.value(key));
-    }
-    // Only now: the lines are parsed when a value is asked for.
-    if (settings.status() == QSettings::FormatError) {
-        setAside(m_path);
-        return {};
-    }
-    return values;
-}
-
 /// QSettings waits without end for the lock of the file that it writes, and once it failed to write it tries again
 /// whenever it reads. So it only ever reads our file, and writes one beside it that nobody else locks.
 bool UserDefaults::writeFile(const QVariantHash &values) const
@@ -267,7 +272,7 @@ bool UserDefaults::writeFile(const QVariantHash &values) const
 void UserDefaults::reload()
 {
     watch();
-    const QVariantHash before = std::exchange(m_stored, readFile());
+    const QVariantHash before = std::exchange(m_stored, readFile(m_path));
 
     QVariantHash all = before;
     all.insert(m_stored);

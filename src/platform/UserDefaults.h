@@ -23,6 +23,8 @@ inline const QString appearanceUpdatesDockIcon = QStringLiteral("AppearanceUpdat
 inline const QString volumeButtonsHidden = QStringLiteral("VolumeButtonsHidden");
 /// The system's accent colour (integer; -1 is graphite). Read only; the program never writes it.
 inline const QString appleAccentColor = QStringLiteral("AppleAccentColor");
+/// Whether to run through XWayland where there is one.
+inline const QString startThroughXWayland = QStringLiteral("StartThroughXWayland");
 /// The identifier of the player to follow whatever else plays (text); empty where that is left to the program.
 inline const QString followedPlayer = QStringLiteral("FollowedPlayer");
 /// What to open when that player does not run (text): its identifier, a slash, and its desktop entry.
@@ -49,6 +51,9 @@ public:
     /// A store in the file `path`, which need not exist.
     explicit UserDefaults(const QString &path, QObject *parent = nullptr);
     ~UserDefaults() override;
+
+    /// What the user's store says while there is no program around it yet, without its defaults.
+    [[nodiscard]] static bool storedBool(const QString &key);
 
     /// Adds fallback values, which are never written to disk.
     void registerDefaults(const QVariantHash &defaults);
@@ -82,7 +87,6 @@ private:
     [[nodiscard]] T firstFitting(const QString &key, std::optional<T> (*fit)(const QVariant &)) const;
     /// What a key has while the user has set nothing.
     [[nodiscard]] QVariant fallback(const QString &key) const;
-    [[nodiscard]] QVariantHash readFile() const;
     [[nodiscard]] bool writeFile(const QVariantHash &values) const;
     void reload();
     void save(std::chrono::milliseconds patience);

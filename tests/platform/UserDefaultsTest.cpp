@@ -148,6 +148,18 @@ private Q_SLOTS:
             QByteArray("[General]\nRemainingTimeEnabled=true\n"));
     }
 
+    void aBooleanOfTheStandardStoreIsReadWithoutAnObject()
+    {
+        qputenv("XDG_CONFIG_HOME", m_home->path().toUtf8());
+        QVERIFY(!UserDefaults::storedBool(key));
+        writeInPlace(m_path, "[General]\nRemainingTimeEnabled=true\nAppearanceClassic=maybe\n");
+        const bool read = UserDefaults::storedBool(key);
+        const bool unreadable = UserDefaults::storedBool(otherKey);
+        qunsetenv("XDG_CONFIG_HOME");
+        QVERIFY(read);
+        QVERIFY(!unreadable);
+    }
+
     void readsBooleansInEveryUsualForm_data()
     {
         QTest::addColumn<QByteArray>("text");
