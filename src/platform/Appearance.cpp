@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tunedeck {
 
@@ -26,6 +27,8 @@ constexpr QLatin1String colorSchemeKey("color-scheme");
 constexpr QLatin1String accentColorKey("accent-color");
 constexpr QLatin1String gnomeGroup("org.gnome.desktop.interface");
 constexpr QLatin1String animationsKey("enable-animations");
+constexpr QLatin1String textScaleKey("text-scaling-factor");
+constexpr QLatin1String fontNameKey("font-name");
 constexpr QLatin1String kdeGroup("org.kde.kdeglobals.KDE");
 constexpr QLatin1String animationDurationKey("AnimationDurationFactor");
 constexpr QLatin1String readOneMethod("ReadOne");
@@ -33,6 +36,10 @@ constexpr QLatin1String readOneMethod("ReadOne");
 /// The portal and what it stands on may have to be started first; nobody waits for it.
 constexpr int portalDeadline = 10'000;
 constexpr int graphite = -1;
+/// Beyond this a text could not be read, or would fill the screen.
+constexpr double leastTextScale = 0.5;
+constexpr double mostTextScale = 3;
+constexpr qsizetype longestFontName = 200;
 
 /// Red, green and blue from 0 to 1.
 using Components = std::array<double, 3>;
@@ -77,6 +84,18 @@ std::optional<bool> decodeAccentColor(const QVariant &value)
     const bool isSet = std::all_of(color.begin(), color.end(), [](double c) { return c >= 0 && c <= 1; });
     return isSet && isGrey(color);
 }
+
+double decodeTextScale(const QVariant &value)
+{
+    const double scale = value.typeId() == QMetaType::Double ? value.toDouble() : 1;
+    return scale >= leastTextScale && scale <= mostTextScale ? scale : 1;
+}
+
+QString decodeFontName(const QVariant &value)
+{
+    const QString name = value.typeId() == QMetaType::QString ? value.toString() : QString();
+    return name.size() <= longestFontName ? name : QString();
+}
 } // namespace
 
 Appearance::Appearance(UserDefaults &defaults, const QDBusConnection &bus, QObject *parent)
@@ -87,13 +106,15 @@ Appearance::Appearance(UserDefaults &defaults, const QDBusConnection &bus, QObje
     qGuiApp->installEventFilter(this);
     update();
 
+    // A connection looks up a slot's types by their names, which this one does not have before it is first used.
+    qRegisterMetaType<QDBusVariant>();
     setBus(bus);
 }
 
 void Appearance::setBus(const QDBusConnection &bus)
 {
     followPortal(bus, appearanceGroup, {colorSchemeKey, accentColorKey});
-    followPortal(bus, gnomeGroup, {animationsKey});
+    followPortal(bus, gnomeGroup, {animationsKey, textScaleKey, fontNameKey});
     followPortal(bus, kdeGroup, {animationDurationKey});
 }
 
@@ -116,6 +137,16 @@ AppearanceName Appearance::effectiveAppearance() const
 bool Appearance::isMotionReduced() const
 {
     return m_isMotionReduced;
+}
+
+double Appearance::textScale() const
+{
+    return m_text.scale;
+}
+
+QString Appearance::fontName() const
+{
+    return m_text.fontName;
 }
 
 bool Appearance::eventFilter(QObject *watched, QEvent *event)
@@ -182,12 +213,23 @@ void Appearance::takePortalValue(const PortalKey &told, const QVariant &value)
         m_portal.graphite = decodeAccentColor(plain);
     } else if (isKey(gnomeGroup, animationsKey) && plain.typeId() == QMetaType::Bool) {
         m_portal.gnomeReducesMotion = !plain.toBool();
+    } else if (isKey(gnomeGroup, textScaleKey)) {
+        takeText({decodeTextScale(plain), m_text.fontName});
+    } else if (isKey(gnomeGroup, fontNameKey)) {
+        takeText({m_text.scale, decodeFontName(plain)});
     } else if (isKey(kdeGroup, animationDurationKey) && plain.typeId() == QMetaType::QString) {
         bool isNumber = false;
         const double factor = plain.toString().toDouble(&isNumber);
         m_portal.kdeReducesMotion = isNumber && factor <= 0;
     }
     update();
+}
+
+void Appearance::takeText(const Text &text)
+{
+    if (text != std::exchange(m_text, text)) {
+        Q_EMIT textChanged();
+    }
 }
 
 void Appearance::update()

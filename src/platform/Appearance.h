@@ -23,9 +23,10 @@ enum class AppearanceName { Aqua, DarkAqua, VibrantDark };
 
 /// The application's light or dark appearance: the one forced on it, else the system's, which comes from the desktop
 /// portal (org.freedesktop.appearance color-scheme, asked without waiting) or, until and unless a portal answers, from
-/// the palette. Also passes the system's accent colour to the settings store, as "AppleAccentColor", and tells whether
-/// the user wants nothing on the screen to move (org.gnome.desktop.interface enable-animations, or
-/// org.kde.kdeglobals.KDE AnimationDurationFactor, of the same portal).
+/// the palette. Also passes the system's accent colour to the settings store, as "AppleAccentColor", tells whether the
+/// user wants nothing on the screen to move (org.gnome.desktop.interface enable-animations, or
+/// org.kde.kdeglobals.KDE AnimationDurationFactor, of the same portal), and how the user wants texts
+/// (org.gnome.desktop.interface text-scaling-factor and font-name).
 class Appearance : public QObject {
     Q_OBJECT
     Q_MOC_INCLUDE(<QDBusVariant>)
@@ -44,12 +45,18 @@ public:
     /// What is drawn: never without a value.
     [[nodiscard]] AppearanceName effectiveAppearance() const;
     [[nodiscard]] bool isMotionReduced() const;
+    /// What the size of every text is to be multiplied with, from 0.5 to 3; 1 where the portal does not say.
+    [[nodiscard]] double textScale() const;
+    /// The font that texts of that scale are in, such as "Cantarell 11"; empty where the portal does not say.
+    [[nodiscard]] QString fontName() const;
 
 Q_SIGNALS:
     /// Only on a real change.
     void effectiveAppearanceChanged(tunedeck::AppearanceName name);
     /// Only on a real change.
     void motionReducedChanged(bool isReduced);
+    /// The text scale or the name of the font. Only on a real change.
+    void textChanged();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -64,6 +71,13 @@ private:
         bool kdeReducesMotion = false;
     };
 
+    struct Text {
+        double scale = 1;
+        QString fontName;
+
+        bool operator==(const Text &) const = default;
+    };
+
     [[nodiscard]] static System readPalette();
     /// A setting of the portal.
     struct PortalKey {
@@ -74,6 +88,7 @@ private:
     void followPortal(QDBusConnection bus, const QString &group, const QStringList &keys);
     void askPortal(const QDBusConnection &bus, const QString &method, const PortalKey &asked);
     void takePortalValue(const PortalKey &told, const QVariant &value);
+    void takeText(const Text &text);
     void update();
 
     UserDefaults &m_defaults;
@@ -82,6 +97,7 @@ private:
     std::optional<AppearanceName> m_application;
     AppearanceName m_effective = AppearanceName::Aqua;
     bool m_isMotionReduced = false;
+    Text m_text;
 
 private Q_SLOTS:
     void portalSettingChanged(const QString &group, const QString &key, const QDBusVariant &value);

@@ -10,6 +10,7 @@
 #include "WindowActivation.h"
 
 #include <QDBusConnection>
+#include <QDBusVariant>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -46,6 +47,13 @@ struct Desktop {
     [[nodiscard]] Application::Environment environment()
     {
         return {music, defaults, appearance, windowActivation, players, updater};
+    }
+
+    /// As the portal tells it.
+    void changeSetting(const QString &group, const QString &key, const QVariant &value)
+    {
+        QVERIFY(QMetaObject::invokeMethod(&appearance, "portalSettingChanged", Q_ARG(QString, group),
+            Q_ARG(QString, key), Q_ARG(QDBusVariant, QDBusVariant(value))));
     }
 
     void play(const QVariantMap &userInfo)

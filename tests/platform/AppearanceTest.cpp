@@ -26,6 +26,9 @@ namespace {
 const QString group = QStringLiteral("org.freedesktop.appearance");
 const QString colorScheme = QStringLiteral("color-scheme");
 const QString accentColor = QStringLiteral("accent-color");
+const QString gnomeGroup = QStringLiteral("org.gnome.desktop.interface");
+const QString textScale = QStringLiteral("text-scaling-factor");
+const QString fontName = QStringLiteral("font-name");
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString portalInterface = QStringLiteral("org.freedesktop.portal.Settings");
@@ -149,6 +152,16 @@ private Q_SLOTS:
         m_defaults.reset();
     }
 
+    // The first of all, since it needs a process that has not handled a variant of the bus.
+    void followsThePortalWhereNobodyHasSpokenToTheBusYet()
+    {
+        QVERIFY(!QMetaType::fromName("QDBusVariant").isValid());
+        const Appearance appearance(*m_defaults, *m_connection);
+        QTRY_COMPARE(m_portal->asked.size(), 6);
+        m_portal->change(colorScheme, 1U);
+        QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
+    }
+
     void isDarkForBothDarkAppearances()
     {
         QVERIFY(!isDark(AppearanceName::Aqua));
@@ -204,7 +217,7 @@ private Q_SLOTS:
         m_portal->values = {{colorScheme, 0U}};
         Appearance appearance(*m_defaults, *m_connection);
         const QSignalSpy spy(&appearance, &Appearance::effectiveAppearanceChanged);
-        QTRY_COMPARE(m_portal->asked.size(), 4);
+        QTRY_COMPARE(m_portal->asked.size(), 6);
         m_portal->change(colorScheme, 1U);
         QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
         m_portal->change(colorScheme, 1U);
@@ -263,7 +276,7 @@ private Q_SLOTS:
         m_portal->groups[QStringLiteral("org.kde.kdeglobals.KDE")] = {
             {QStringLiteral("AnimationDurationFactor"), QStringLiteral("none")}};
         const Appearance appearance(*m_defaults, *m_connection);
-        QTRY_COMPARE(m_portal->asked.size(), 4);
+        QTRY_COMPARE(m_portal->asked.size(), 6);
         m_portal->change(QStringLiteral("enable-animations"), false, QStringLiteral("org.example"));
         QTest::qWait(50);
         QVERIFY(!appearance.isMotionReduced());
@@ -297,7 +310,7 @@ private Q_SLOTS:
         QFETCH(const QVariant, value);
         m_portal->values = {{colorScheme, value}, {accentColor, QStringLiteral("grey")}};
         Appearance appearance(*m_defaults, *m_connection);
-        QTRY_COMPARE(m_portal->asked.size(), 4);
+        QTRY_COMPARE(m_portal->asked.size(), 6);
         m_portal->change(colorScheme, value);
         m_portal->change(accentColor, color(0.5, 0.5, 0.5));
         QTRY_COMPARE(m_defaults->integerForKey(SettingsKey::appleAccentColor), -1);
@@ -343,6 +356,66 @@ private Q_SLOTS:
         QCOMPARE(spy.count(), 1);
     }
 
+    void tellsHowTheUserWantsTexts()
+    {
+        m_portal->groups[gnomeGroup] = {{textScale, 1.25}, {fontName, QStringLiteral("Cantarell 11")}};
+        const Appearance appearance(*m_defaults, *m_connection);
+        const QSignalSpy spy(&appearance, &Appearance::textChanged);
+        QCOMPARE(appearance.textScale(), 1.0);
+        QCOMPARE(appearance.fontName(), QString());
+        QTRY_COMPARE(appearance.fontName(), QStringLiteral("Cantarell 11"));
+        QCOMPARE(appearance.textScale(), 1.25);
+        QCOMPARE(spy.count(), 2);
+        m_portal->change(fontName, QStringLiteral("Cantarell 11"), gnomeGroup);
+        m_portal->change(textScale, 1.5, gnomeGroup);
+        QTRY_COMPARE(appearance.textScale(), 1.5);
+        QCOMPARE(spy.count(), 3);
+    }
+
+    void aTextScaleThatNobodyCanMeanIsNone_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<double>("scale");
+        QTest::newRow("the least") << QVariant(0.5) << 0.5;
+        QTest::newRow("the most") << QVariant(3.0) << 3.0;
+        QTest::newRow("too little") << QVariant(0.49) << 1.0;
+        QTest::newRow("too much") << QVariant(100.0) << 1.0;
+        QTest::newRow("nothing") << QVariant(0.0) << 1.0;
+        QTest::newRow("less than nothing") << QVariant(-1.5) << 1.0;
+        QTest::newRow("not a number") << QVariant(qQNaN()) << 1.0;
+        QTest::newRow("infinite") << QVariant(qInf()) << 1.0;
+        QTest::newRow("text") << QVariant(QStringLiteral("1.5")) << 1.0;
+        QTest::newRow("an integer") << QVariant(2) << 1.0;
+        QTest::newRow("a structure") << color(2, 2, 2) << 1.0;
+    }
+    void aTextScaleThatNobodyCanMeanIsNone()
+    {
+        QFETCH(const QVariant, value);
+        QFETCH(const double, scale);
+        m_portal->groups[gnomeGroup] = {{textScale, 2.0}};
+        const Appearance appearance(*m_defaults, *m_connection);
+        QTRY_COMPARE(appearance.textScale(), 2.0);
+        m_portal->change(textScale, value, gnomeGroup);
+        QTRY_COMPARE(appearance.textScale(), scale);
+    }
+
+    void aFontNameThatIsNoneIsNotPassedOn_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::newRow("a number") << QVariant(11);
+        QTest::newRow("endless") << QVariant(QString(201, u'x'));
+        QTest::newRow("empty") << QVariant(QString());
+    }
+    void aFontNameThatIsNoneIsNotPassedOn()
+    {
+        QFETCH(const QVariant, value);
+        m_portal->groups[gnomeGroup] = {{fontName, QStringLiteral("Cantarell 11")}};
+        const Appearance appearance(*m_defaults, *m_connection);
+        QTRY_COMPARE(appearance.fontName(), QStringLiteral("Cantarell 11"));
+        m_portal->change(fontName, value, gnomeGroup);
+        QTRY_COMPARE(appearance.fontName(), QString());
+    }
+
     void withoutAPortalThePaletteDecides()
     {
         removePortal();
@@ -373,7 +446,7 @@ private Q_SLOTS:
         setDarkPalette();
         const auto appearance = std::make_unique<Appearance>(*m_defaults, *m_connection);
         QCOMPARE(appearance->effectiveAppearance(), AppearanceName::DarkAqua);
-        QTRY_COMPARE(m_portal->asked.size(), 4);
+        QTRY_COMPARE(m_portal->asked.size(), 6);
         setLightPalette();
         QCOMPARE(appearance->effectiveAppearance(), AppearanceName::Aqua);
     }
@@ -384,7 +457,7 @@ private Q_SLOTS:
         m_portal->values = {{colorScheme, 1U}};
         const Appearance appearance(*m_defaults, *m_connection);
         QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
-        QTRY_COMPARE(m_portal->asked.size(), 8);
+        QTRY_COMPARE(m_portal->asked.size(), 12);
         QCOMPARE(m_portal->asked.count(QStringLiteral("ReadOne color-scheme")), 1);
         QCOMPARE(m_portal->asked.count(QStringLiteral("Read color-scheme")), 1);
     }
