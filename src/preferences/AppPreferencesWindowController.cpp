@@ -148,6 +148,11 @@ void AppPreferencesWindowController::showWindow()
     m_window.activateWindow();
 }
 
+void AppPreferencesWindowController::setMotionReduced(bool isReduced)
+{
+    m_isMotionReduced = isReduced;
+}
+
 bool AppPreferencesWindowController::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_shownView && event->type() == QEvent::LayoutRequest) {
@@ -200,6 +205,13 @@ void AppPreferencesWindowController::setUpAnimation()
         resizeContent(m_sizeAnimation.endValue().toSize());
         m_contentHiding->setEnabled(false);
     });
+}
+
+/// In milliseconds.
+int AppPreferencesWindowController::resizeDuration() const
+{
+    return m_isMotionReduced ? 0
+                             : m_window.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &m_window);
 }
 
 const PreferencesToolbarItem *AppPreferencesWindowController::itemWith(const QString &identifier) const
@@ -269,8 +281,7 @@ void AppPreferencesWindowController::fitWindow()
     {
         // Between the setters the animation stands somewhere on a way that nobody goes.
         const QSignalBlocker blocker(m_sizeAnimation);
-        m_sizeAnimation.setDuration(
-            m_window.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &m_window));
+        m_sizeAnimation.setDuration(resizeDuration());
         m_sizeAnimation.setStartValue(m_contentView->size());
         m_sizeAnimation.setEndValue(size);
     }

@@ -67,6 +67,8 @@ public:
 public Q_SLOTS:
     /// Brings it to the front, with the pane that was shown last.
     void showWindow();
+    /// With `isReduced` the window has the height of the next pane at once.
+    void setMotionReduced(bool isReduced);
 
 Q_SIGNALS:
     /// The user wants to read the page at `anchor` in the help book `book`.
@@ -80,6 +82,7 @@ private:
     [[nodiscard]] bool collectToolbarItems();
     void installToolbar();
     void setUpAnimation();
+    [[nodiscard]] int resizeDuration() const;
     [[nodiscard]] const PreferencesToolbarItem *itemWith(const QString &identifier) const;
     [[nodiscard]] PreferencesPaneController *viewController(const QString &identifier);
     void switchToPane(const QString &identifier);
@@ -100,6 +103,7 @@ private:
     QWidget *m_shownView = nullptr;
     QSize m_fittingSize;
     QVariantAnimation m_sizeAnimation;
+    bool m_isMotionReduced = false;
 };
 
 } // namespace tunedeck

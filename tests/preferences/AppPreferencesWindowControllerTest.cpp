@@ -270,6 +270,22 @@ private Q_SLOTS:
         QCOMPARE(controller.window().frameGeometry().topLeft(), topLeft);
     }
 
+    void withReducedMotionTheWindowHasItsHeightAtOnce()
+    {
+        m_style->animationDuration = 100'000;
+        PreferencesDesk desk;
+        AppPreferencesWindowController controller(plainPreferences(), desk.defaults);
+        controller.showWindow();
+        controller.setMotionReduced(true);
+        item(controller, QStringLiteral("C"))->trigger();
+        QCOMPARE(contentHeight(controller), 300);
+        QVERIFY(showsContents(controller));
+        controller.setMotionReduced(false);
+        item(controller, QStringLiteral("A"))->trigger();
+        QCOMPARE(contentHeight(controller), 300);
+        QVERIFY(!showsContents(controller));
+    }
+
     void aSecondSelectionFinishesTheFirstAtOnce()
     {
         m_style->animationDuration = 100'000;
