@@ -18,13 +18,14 @@ QString standardModulePath()
 }
 } // namespace
 
-SoftwareUpdater::SoftwareUpdater(QObject *parent)
-    : SoftwareUpdater(standardModulePath(), parent)
+SoftwareUpdater::SoftwareUpdater(const QDBusConnection &bus, QObject *parent)
+    : SoftwareUpdater(bus, standardModulePath(), parent)
 {
 }
 
-SoftwareUpdater::SoftwareUpdater(const QString &modulePath, QObject *parent)
+SoftwareUpdater::SoftwareUpdater(const QDBusConnection &bus, const QString &modulePath, QObject *parent)
     : Updater(parent)
+    , m_bus(bus)
     , m_modulePath(modulePath)
 {
 }
@@ -50,7 +51,7 @@ std::function<void()> SoftwareUpdater::loadModule() const
         return {};
     }
     const auto *module = qobject_cast<UpdatesModule *>(loader.instance());
-    return module ? module->makeCheck() : nullptr;
+    return module ? module->makeCheck(m_bus) : nullptr;
 }
 
 void SoftwareUpdater::reportMissingModule()
@@ -62,6 +63,7 @@ void SoftwareUpdater::reportMissingModule()
                 QMessageBox::Close);
         m_message->setInformativeText(tr("Install Tunedeck anew.", "Updates: what to do about an error"));
         m_message->setModal(false);
+        m_message->setAttribute(Qt::WA_QuitOnClose, false);
     }
     m_message->show();
     m_message->raise();

@@ -9,6 +9,8 @@
 #include <functional>
 #include <memory>
 
+class QDBusConnection;
+
 namespace tunedeck {
 
 /// The updater, which is in a module of its own: it is loaded when it is first asked for. One that is missing, or of
@@ -17,9 +19,10 @@ class SoftwareUpdater : public Updater {
     Q_OBJECT
 
 public:
-    explicit SoftwareUpdater(QObject *parent = nullptr);
+    /// `bus` always tells of the bus that is, and must outlive this object.
+    explicit SoftwareUpdater(const QDBusConnection &bus, QObject *parent = nullptr);
     /// With the module's path.
-    explicit SoftwareUpdater(const QString &modulePath, QObject *parent = nullptr);
+    SoftwareUpdater(const QDBusConnection &bus, const QString &modulePath, QObject *parent = nullptr);
 
     void checkForUpdates() override;
 
@@ -27,6 +30,7 @@ private:
     [[nodiscard]] std::function<void()> loadModule() const;
     void reportMissingModule();
 
+    const QDBusConnection &m_bus;
     const QString m_modulePath;
     std::function<void()> m_check;
     std::unique_ptr<QMessageBox> m_message;

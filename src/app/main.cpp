@@ -140,7 +140,7 @@ int main(int argc, char *argv[])
     ApplicationLauncher launcher;
     MprisMusicApplication music(bus, defaults, launcher);
     PlayersOnTheBus players(music);
-    SoftwareUpdater updater;
+    SoftwareUpdater updater(bus);
     QObject::connect(&launcher, &ApplicationLauncher::failed, &QApplication::beep);
     QObject::connect(
         &windowActivation, &WindowActivation::windowDidBecomeKey, &music, &MprisMusicApplication::sampleAnew);

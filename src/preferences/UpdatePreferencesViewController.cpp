@@ -15,7 +15,7 @@ namespace tunedeck {
 UpdatePreferencesViewController::UpdatePreferencesViewController(Updater &updater, QObject *parent)
     : PreferencesPaneController(parent)
     , m_updater(updater)
-    , m_updateButton(new QPushButton(tr("Check for Updates...", "Button in the Updates pane"), &m_view))
+    , m_updateButton(new QPushButton(tr("Check for Updates…", "Button in the Updates pane"), &m_view))
     , m_helpButton(new QPushButton(tr("&Help", "Button in the Updates pane: opens the page about updates"), &m_view))
 {
     layOut();

@@ -213,6 +213,24 @@ bool isPrerelease(const QString &text)
     const std::optional<Version> version = Version::fromString(text);
     return version && version->isPrerelease();
 }
+
+/// Of those that fit the system of `program`, or of those that do not.
+std::optional<AppcastItem> newestWanted(const QList<AppcastItem> &items, const RunningProgram &program, bool fitting)
+{
+    const bool wantsPrereleases = isPrerelease(program.shortVersion);
+    std::optional<Version> newest = Version::fromString(program.version);
+    std::optional<AppcastItem> update;
+    for (const AppcastItem &item : items) {
+        const std::optional<Version> version = Version::fromString(item.version);
+        const bool isWanted = item.channel.isEmpty() && (wantsPrereleases || !isPrerelease(item.displayVersion()))
+            && fitsSystem(item, program.systemVersion) == fitting;
+        if (version && isWanted && newest < version) {
+            newest = version;
+            update = item;
+        }
+    }
+    return update;
+}
 } // namespace
 
 QString AppcastItem::displayVersion() const
@@ -232,19 +250,12 @@ std::optional<QList<AppcastItem>> readAppcast(const QByteArray &xml)
 
 std::optional<AppcastItem> newestUpdate(const QList<AppcastItem> &items, const RunningProgram &program)
 {
-    const bool wantsPrereleases = isPrerelease(program.shortVersion);
-    std::optional<Version> newest = Version::fromString(program.version);
-    std::optional<AppcastItem> update;
-    for (const AppcastItem &item : items) {
-        const std::optional<Version> version = Version::fromString(item.version);
-        const bool isOffered = item.channel.isEmpty() && (wantsPrereleases || !isPrerelease(item.displayVersion()))
-            && fitsSystem(item, program.systemVersion);
-        if (version && isOffered && newest < version) {
-            newest = version;
-            update = item;
-        }
-    }
-    return update;
+    return newestWanted(items, program, true);
+}
+
+std::optional<AppcastItem> newestForNewerSystem(const QList<AppcastItem> &items, const RunningProgram &program)
+{
+    return newestWanted(items, program, false);
 }
 
 } // namespace tunedeck

@@ -50,4 +50,8 @@ struct RunningProgram {
 /// numbers; such as "rolling" fits.
 [[nodiscard]] std::optional<AppcastItem> newestUpdate(const QList<AppcastItem> &items, const RunningProgram &program);
 
+/// The same of the versions for a newer system.
+[[nodiscard]] std::optional<AppcastItem> newestForNewerSystem(
+    const QList<AppcastItem> &items, const RunningProgram &program);
+
 } // namespace tunedeck

@@ -7,7 +7,6 @@
 #include "inBackground.h"
 #include "showInFolder.h"
 
-#include <QDBusConnection>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -35,14 +34,14 @@ bool hasSystemUpdater()
 }
 } // namespace
 
-StandardUpdater::StandardUpdater(const UpdaterConfiguration &configuration, QObject *parent)
+StandardUpdater::StandardUpdater(const UpdaterConfiguration &configuration, const QDBusConnection &bus, QObject *parent)
     : QObject(parent)
     , m_configuration(configuration)
+    , m_bus(bus)
 {
     connect(&m_window, &UpdateWindow::rejected, this, &StandardUpdater::end);
     connect(&m_window, &UpdateWindow::downloadRequested, this, &StandardUpdater::startDownload);
-    connect(&m_window, &UpdateWindow::showInFolderRequested, this,
-        [this] { showInFolder(QDBusConnection::sessionBus(), m_savedPath); });
+    connect(&m_window, &UpdateWindow::showInFolderRequested, this, [this] { showInFolder(m_bus, m_savedPath); });
     connect(&m_window, &UpdateWindow::systemUpdaterRequested, this,
         [this] { m_launcher.launch(systemUpdaters(), QString()); });
     connect(&m_launcher, &ApplicationLauncher::launched, &m_window, &UpdateWindow::reject);
@@ -67,7 +66,7 @@ void StandardUpdater::checkForUpdates()
 void StandardUpdater::startCheck()
 {
     if (m_configuration.feed.isEmpty()) {
-        showSystemCopy();
+        showNoFeed();
         return;
     }
     if (!m_configuration.transferRules.isTrusted(m_configuration.feed)
@@ -81,6 +80,10 @@ void StandardUpdater::startCheck()
     connect(m_check, &UpdateCheck::upToDate, this, [this] {
         end();
         m_window.showUpToDate(m_configuration.program.shortVersion);
+    });
+    connect(m_check, &UpdateCheck::foundForNewerSystem, this, [this](const AppcastItem &newest) {
+        end();
+        m_window.showForNewerSystem(newest, m_configuration.program.shortVersion);
     });
     m_window.showChecking();
     m_check->start(m_configuration.feed);
@@ -117,9 +120,9 @@ void StandardUpdater::startDownload()
     m_download->start();
 }
 
-void StandardUpdater::showSystemCopy()
+void StandardUpdater::showNoFeed()
 {
-    m_window.showSystemCopy();
+    m_window.showNoFeed();
     m_systemUpdaterSearch.setFuture(inBackground(&hasSystemUpdater));
 }
 

@@ -15,6 +15,8 @@
 
 #include <optional>
 
+class QDBusConnection;
+
 namespace tunedeck {
 
 class UpdateCheck;
@@ -22,7 +24,7 @@ class UpdateDownload;
 
 /// What an updater needs to know.
 struct UpdaterConfiguration {
-    /// Empty for a copy of the program that the system's own software updater keeps up to date.
+    /// Empty for a copy of the program that leaves updates to whoever it comes from: the system, or who built it.
     QUrl feed;
     /// In Base64, the Ed25519 key of those who make the program.
     QByteArray publicKey;
@@ -37,7 +39,8 @@ class StandardUpdater : public QObject {
     Q_OBJECT
 
 public:
-    explicit StandardUpdater(const UpdaterConfiguration &configuration, QObject *parent = nullptr);
+    /// `bus` always tells of the bus that is, and must outlive this object.
+    StandardUpdater(const UpdaterConfiguration &configuration, const QDBusConnection &bus, QObject *parent = nullptr);
     /// Gives up what is under way, without a trace in the download folder.
     ~StandardUpdater() override;
 
@@ -49,12 +52,13 @@ private:
     void startCheck();
     void offer(const AppcastItem &update);
     void startDownload();
-    void showSystemCopy();
+    void showNoFeed();
     void showFailure(UpdateFailure failure);
     /// Forgets what is under way.
     void end();
 
     const UpdaterConfiguration m_configuration;
+    const QDBusConnection &m_bus;
     QPointer<UpdateCheck> m_check;
     /// From when it is offered to when it is downloaded.
     std::optional<AppcastItem> m_update;

@@ -11,13 +11,14 @@
 
 namespace tunedeck {
 
-UpdatesModule::Check StandardUpdatesModule::makeCheck() const
+UpdatesModule::Check StandardUpdatesModule::makeCheck(const QDBusConnection &bus) const
 {
     const RunningProgram program{bundleInfo(u"CFBundleVersion").value_or(QString()),
         bundleInfo(u"CFBundleShortVersionString").value_or(QString()), QSysInfo::productVersion()};
     const auto updater = std::make_shared<StandardUpdater>(
         UpdaterConfiguration{QUrl(QStringLiteral(TUNEDECK_FEED_URL)), QByteArrayLiteral(TUNEDECK_UPDATE_PUBLIC_KEY),
-            program, QStandardPaths::writableLocation(QStandardPaths::DownloadLocation)});
+            program, QStandardPaths::writableLocation(QStandardPaths::DownloadLocation)},
+        bus);
     return [updater] { updater->checkForUpdates(); };
 }
 

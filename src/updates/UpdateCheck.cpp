@@ -39,6 +39,8 @@ void UpdateCheck::answer()
         Q_EMIT failed(UpdateFailure::feedNotUnderstood);
     } else if (const auto update = newestUpdate(*items, m_program)) {
         Q_EMIT found(*update);
+    } else if (const auto newest = newestForNewerSystem(*items, m_program)) {
+        Q_EMIT foundForNewerSystem(*newest);
     } else {
         Q_EMIT upToDate();
     }

@@ -27,6 +27,8 @@ public:
 Q_SIGNALS:
     void upToDate();
     void found(const tunedeck::AppcastItem &update);
+    /// There are newer versions, but all of them need a newer system. `newest` is the highest.
+    void foundForNewerSystem(const tunedeck::AppcastItem &newest);
     void failed(tunedeck::UpdateFailure failure);
 
 private:

@@ -12,6 +12,7 @@
 #include <QDesktopServices>
 #include <QDialogButtonBox>
 #include <QDir>
+#include <QEvent>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QIcon>
@@ -68,6 +69,7 @@ UpdateWindow::UpdateWindow(QWidget *parent)
     , m_notes(new NotesBrowser)
     , m_buttons(new QDialogButtonBox)
 {
+    setAttribute(Qt::WA_QuitOnClose, false);
     setWindowTitle(tr("Software Update", "Updates: title of the window"));
     const QIcon icon = QIcon::fromTheme(applicationId.toString(), QApplication::windowIcon());
     m_icon->setPixmap(icon.pixmap(iconSize, devicePixelRatioF()));
@@ -95,6 +97,17 @@ void UpdateWindow::showUpToDate(const QString &runningVersion)
 {
     beginPage(tr("Tunedeck is up to date.", "Updates: there is no newer version"),
         tr("You have version %1, which is the newest.", "Updates: %1 is a version").arg(runningVersion));
+    endPage(m_buttons->addButton(QDialogButtonBox::Close));
+}
+
+void UpdateWindow::showForNewerSystem(const AppcastItem &newest, const QString &runningVersion)
+{
+    beginPage(tr("A new version of Tunedeck is available, but not for your system.",
+                  "Updates: there is a newer version, which needs a newer system"),
+        tr("Version %1 needs version %2 of your system or a later one. Of those that run here, you have the newest, "
+           "version %3.",
+            "Updates: %1 and %3 are versions of Tunedeck, %2 is one of the operating system")
+            .arg(newest.displayVersion(), newest.minimumSystemVersion, runningVersion));
     endPage(m_buttons->addButton(QDialogButtonBox::Close));
 }
 
@@ -154,10 +167,13 @@ void UpdateWindow::showFailure(UpdateFailure failure)
     endPage(m_buttons->addButton(QDialogButtonBox::Close));
 }
 
-void UpdateWindow::showSystemCopy()
+void UpdateWindow::showNoFeed()
 {
-    beginPage(tr("Your system keeps this copy of Tunedeck up to date.", "Updates: Tunedeck came with the system"),
-        tr("New versions come with the updates of your system's software.", "Updates: Tunedeck came with the system"));
+    beginPage(tr("This copy of Tunedeck does not look for new versions itself.",
+                  "Updates: Tunedeck came with the system, or was built by hand"),
+        tr("If it came with your system, new versions come with the updates of the system's software. If you built it "
+           "yourself, build it anew from newer sources.",
+            "Updates: Tunedeck came with the system, or was built by hand"));
     endPage(m_buttons->addButton(QDialogButtonBox::Close));
 }
 
@@ -175,10 +191,17 @@ void UpdateWindow::bringForward()
     activateWindow();
 }
 
+void UpdateWindow::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        makeRoomForTexts();
+        adjustSize();
+    }
+}
+
 void UpdateWindow::layOut()
 {
-    const QFontMetrics metrics = fontMetrics();
-    m_notes->setMinimumHeight(linesOfNotes * metrics.lineSpacing());
     auto *layout = new QGridLayout(this);
     const int gap = style()->pixelMetric(QStyle::PM_LayoutTopMargin, nullptr, this);
     layout->setHorizontalSpacing(gap);
@@ -190,8 +213,16 @@ void UpdateWindow::layOut()
     layout->addWidget(m_notes, 3, 1);
     layout->addWidget(m_buttons, 4, 0, 1, 2);
     layout->setColumnStretch(1, 1);
-    layout->setColumnMinimumWidth(1, charactersPerLine * metrics.averageCharWidth());
     layout->setRowStretch(3, 1);
+    m_layout = layout;
+    makeRoomForTexts();
+}
+
+void UpdateWindow::makeRoomForTexts()
+{
+    const QFontMetrics metrics = fontMetrics();
+    m_notes->setMinimumHeight(linesOfNotes * metrics.lineSpacing());
+    m_layout->setColumnMinimumWidth(1, charactersPerLine * metrics.averageCharWidth());
 }
 
 void UpdateWindow::beginPage(const QString &headline, const QString &text)

@@ -7,6 +7,7 @@
 #include <QString>
 
 class QDialogButtonBox;
+class QGridLayout;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -26,6 +27,8 @@ public:
 
     void showChecking();
     void showUpToDate(const QString &runningVersion);
+    /// `newest` needs a newer system.
+    void showForNewerSystem(const AppcastItem &newest, const QString &runningVersion);
     void showUpdate(const AppcastItem &update, const QString &runningVersion);
     void showDownload(const AppcastItem &update);
     /// Of the download, which must be shown.
@@ -34,9 +37,9 @@ public:
     /// With the path of the file.
     void showSaved(const QString &path);
     void showFailure(UpdateFailure failure);
-    /// This copy of the program came with the system, whose software updater brings the next one.
-    void showSystemCopy();
-    /// Adds a button to the page of showSystemCopy().
+    /// This copy of the program came with the system, whose software updater brings the next one, or was built by hand.
+    void showNoFeed();
+    /// Adds a button to the page of showNoFeed().
     void offerSystemUpdater();
 
     /// Shows the window, if need be on top of others.
@@ -47,8 +50,12 @@ Q_SIGNALS:
     void showInFolderRequested();
     void systemUpdaterRequested();
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     void layOut();
+    void makeRoomForTexts();
     void beginPage(const QString &headline, const QString &text);
     QPushButton *addButton(const QString &text, void (UpdateWindow::*request)());
     void endPage(QPushButton *defaultButton);
@@ -61,6 +68,7 @@ private:
     QProgressBar *m_progress;
     QTextBrowser *m_notes;
     QDialogButtonBox *m_buttons;
+    QGridLayout *m_layout = nullptr;
 };
 
 } // namespace tunedeck

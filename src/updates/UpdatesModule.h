@@ -5,6 +5,8 @@
 
 #include <functional>
 
+class QDBusConnection;
+
 namespace tunedeck {
 
 /// What the program loads when the user first asks for an update: a module with the updater, the network and its
@@ -15,7 +17,8 @@ public:
 
     /// Checks for updates on each call. What it has under way ends with it.
     using Check = std::function<void()>;
-    [[nodiscard]] virtual Check makeCheck() const = 0;
+    /// `bus` always tells of the bus that is, and must outlive the check.
+    [[nodiscard]] virtual Check makeCheck(const QDBusConnection &bus) const = 0;
 };
 
 /// A program loads no module of another version: this begins the module's interface identifier, the program's version

@@ -4,6 +4,7 @@
 #include "Desktop.h"
 
 #include <QApplication>
+#include <QDBusConnection>
 #include <QDialog>
 #include <QDir>
 #include <QFileInfo>
@@ -52,13 +53,14 @@ private Q_SLOTS:
 
     void theModuleAnswersInAWindowOfItsOwn()
     {
-        SoftwareUpdater updater(QStringLiteral(UPDATES_MODULE));
+        SoftwareUpdater updater(m_bus, QStringLiteral(UPDATES_MODULE));
         QCOMPARE(openDialogs().size(), 0);
         updater.checkForUpdates();
         QCOMPARE(openDialogs().size(), 1);
         QCOMPARE(
             QByteArray(openDialogs().constFirst()->metaObject()->className()), QByteArray("tunedeck::UpdateWindow"));
         QVERIFY(!openDialogs().constFirst()->isModal());
+        QVERIFY(!openDialogs().constFirst()->testAttribute(Qt::WA_QuitOnClose));
         updater.checkForUpdates();
         QCOMPARE(openDialogs().size(), 1);
     }
@@ -66,7 +68,7 @@ private Q_SLOTS:
     void theWindowGoesWithTheUpdater()
     {
         {
-            SoftwareUpdater updater(QStringLiteral(UPDATES_MODULE));
+            SoftwareUpdater updater(m_bus, QStringLiteral(UPDATES_MODULE));
             updater.checkForUpdates();
             QCOMPARE(openDialogs().size(), 1);
         }
@@ -84,10 +86,11 @@ private Q_SLOTS:
     void aModuleThatCannotBeHadIsToldInOneMessage()
     {
         QFETCH(const QString, path);
-        SoftwareUpdater updater(path);
+        SoftwareUpdater updater(m_bus, path);
         updater.checkForUpdates();
         QCOMPARE(toldByTheMessageBox(), isMissing);
         QVERIFY(!openDialogs().constFirst()->isModal());
+        QVERIFY(!openDialogs().constFirst()->testAttribute(Qt::WA_QuitOnClose));
         updater.checkForUpdates();
         QCOMPARE(toldByTheMessageBox(), isMissing);
     }
@@ -113,6 +116,7 @@ private Q_SLOTS:
 
 private:
     QTemporaryDir m_home;
+    const QDBusConnection m_bus{u"none"_s};
 };
 
 } // namespace tunedeck

@@ -21,7 +21,7 @@ private Q_SLOTS:
         CountingUpdater updater;
         UpdatePreferencesViewController controller(updater);
         QCOMPARE(&controller.updater(), &updater);
-        QCOMPARE(controller.updateButton().text(), QStringLiteral("Check for Updates..."));
+        QCOMPARE(controller.updateButton().text(), QStringLiteral("Check for Updates…"));
         QCOMPARE(updater.checks, 0);
         controller.updateButton().click();
         controller.updateButton().click();

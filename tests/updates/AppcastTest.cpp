@@ -139,6 +139,33 @@ private Q_SLOTS:
         QCOMPARE(offered(items), version);
     }
 
+    void theHighestVersionForANewerSystemIsKnown_data()
+    {
+        QTest::addColumn<QByteArray>("items");
+        QTest::addColumn<QString>("version");
+        const QByteArray file = enclosure();
+        const QByteArray newer = "<sparkle:minimumSystemVersion>13</sparkle:minimumSystemVersion>" + file;
+        const QByteArray same = "<sparkle:minimumSystemVersion>12</sparkle:minimumSystemVersion>" + file;
+        QTest::newRow("none") << QByteArray() << QString();
+        QTest::newRow("for a newer system") << feedItem("101", newer) << u"101"_s;
+        QTest::newRow("the highest is not the first")
+            << QByteArray(feedItem("101", newer) + feedItem("103", newer) + feedItem("102", newer)) << u"103"_s;
+        QTest::newRow("those for this system do not count")
+            << QByteArray(feedItem("101", newer) + feedItem("102", same)) << u"101"_s;
+        QTest::newRow("older") << feedItem("99", newer) << QString();
+        QTest::newRow("of a channel") << feedItem("200", "<sparkle:channel>beta</sparkle:channel>" + newer)
+                                      << QString();
+    }
+    void theHighestVersionForANewerSystemIsKnown()
+    {
+        QFETCH(const QByteArray, items);
+        QFETCH(const QString, version);
+        const auto read = readAppcast(feedText(items));
+        QVERIFY(read);
+        const auto newest = newestForNewerSystem(*read, running);
+        QCOMPARE(newest ? newest->version : QString(), version);
+    }
+
     void aPrereleaseIsOfferedToThoseWhoHaveOne()
     {
         const QByteArray item =

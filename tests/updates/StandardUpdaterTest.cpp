@@ -2,13 +2,15 @@
 #include "StandardUpdater.h"
 
 #include "FeedText.h"
+#include "FileManager.h"
+#include "PrivateBus.h"
 #include "TestSigner.h"
+#include "TurnWatch.h"
 #include "UpdateServer.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QProgressBar>
 #include <QPushButton>
@@ -16,11 +18,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
-#include <QTimer>
 
-#include <algorithm>
 #include <memory>
-#include <utility>
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -49,43 +48,6 @@ const QString filePath = u"/files/tunedeck_2.0_amd64.deb"_s;
 const QString isUpToDate = u"Tunedeck is up to date.\nYou have version 1.0, which is the newest."_s;
 const QString isOffered = u"A new version of Tunedeck is available.\nVersion 2.0 is available; you have version 1.0."_s;
 const QString isNotVerifiable = u"There is a new version, but it cannot be trusted."_s;
-
-/// How long this thread has been ready to run while others ran, in milliseconds; 0 where the system does not tell.
-qint64 waitForProcessor()
-{
-    QFile statistics(u"/proc/thread-self/schedstat"_s);
-    return statistics.open(QIODevice::ReadOnly) ? statistics.readAll().split(' ').value(1).toLongLong() / 1'000'000 : 0;
-}
-
-/// Measures the longest turn of the event loop while it lives, without the time that a busy machine kept it waiting.
-class TurnWatch : public QObject {
-public:
-    TurnWatch()
-    {
-        m_timer.setTimerType(Qt::PreciseTimer);
-        connect(&m_timer, &QTimer::timeout, this, &TurnWatch::endTurn);
-        m_turn.start();
-        m_timer.start(1ms);
-    }
-
-    [[nodiscard]] qint64 longest()
-    {
-        endTurn();
-        return m_longest;
-    }
-
-private:
-    void endTurn()
-    {
-        const qint64 wait = waitForProcessor();
-        m_longest = std::max(m_longest, m_turn.restart() - (wait - std::exchange(m_waitBefore, wait)));
-    }
-
-    QTimer m_timer;
-    QElapsedTimer m_turn;
-    qint64 m_waitBefore = waitForProcessor();
-    qint64 m_longest = 0;
-};
 
 UpdateWindow *window()
 {
@@ -181,7 +143,7 @@ private Q_SLOTS:
 
     void nothingIsAskedOfTheNetworkBeforeTheUserAsks()
     {
-        const StandardUpdater updater(m_configuration);
+        const StandardUpdater updater(m_configuration, m_bus);
         QTest::qWait(20);
         QCOMPARE(m_server->requests().size(), 0);
         QCOMPARE(page(), QString());
@@ -198,7 +160,6 @@ private Q_SLOTS:
         QTest::newRow("nothing that fits")
             << QByteArray(feedItem("200", "<sparkle:channel>beta</sparkle:channel>" + fileElement())
                    + feedItem("200", "<sparkle:os>windows</sparkle:os>" + fileElement())
-                   + feedItem("200", "<sparkle:minimumSystemVersion>13</sparkle:minimumSystemVersion>" + fileElement())
                    + feedItem("none", fileElement()) + feedItem("200", {}));
     }
     void whatIsNotNewerIsToldToBeUpToDate()
@@ -206,6 +167,26 @@ private Q_SLOTS:
         QFETCH(const QByteArray, items);
         m_server->setAnswer(feedPath, {feedText(items)});
         check();
+        QTRY_COMPARE(page(), isUpToDate);
+    }
+
+    void whatIsNewerButForANewerSystemIsTold()
+    {
+        const auto needing = [this](const QByteArray &version, const QByteArray &system) {
+            return feedItem(version + "00",
+                "<sparkle:shortVersionString>" + version
+                    + ".0</sparkle:shortVersionString>"
+                      "<sparkle:minimumSystemVersion>"
+                    + system + "</sparkle:minimumSystemVersion>" + fileElement());
+        };
+        m_server->setAnswer(feedPath, {feedText(needing("2", "13") + needing("3", "14"))});
+        check();
+        QTRY_COMPARE(page(),
+            u"A new version of Tunedeck is available, but not for your system.\nVersion 3.0 needs version 14 of your "
+            "system or a later one. Of those that run here, you have the newest, version 1.0."_s);
+        // The next check is a new one.
+        m_server->setAnswer(feedPath, {feedText({})});
+        m_updater->checkForUpdates();
         QTRY_COMPARE(page(), isUpToDate);
     }
 
@@ -341,6 +322,27 @@ private Q_SLOTS:
         QCOMPARE(contentOf(u"tunedeck_2.0_amd64.deb"_s), QByteArray("mine"));
         QCOMPARE(contentOf(u"tunedeck_2.0_amd64 (2).deb"_s), m_file);
         m_expectedFiles = 3;
+    }
+
+    void aDownloadIsShownByTheFileManagerOnTheBusThatIsThereThen()
+    {
+        const PrivateBus desktop;
+        QVERIFY(desktop.isRunning());
+        FileManager manager;
+        QVERIFY(manager.registerOn(desktop.connect(u"desktop"_s)));
+        const QDBusConnection later = desktop.connect(u"program"_s);
+        offerUpdate();
+        pressDefaultButton();
+        QTRY_COMPARE(headline(), u"The new version has been downloaded."_s);
+        m_expectedFiles = 1;
+        m_bus = later;
+        pressDefaultButton();
+        QTRY_COMPARE(manager.shown,
+            QStringList(QUrl::fromLocalFile(downloaded(u"tunedeck_2.0_amd64.deb"_s)).toString(QUrl::FullyEncoded)));
+        m_turns.reset(); // To end a bus takes its time.
+        m_bus = QDBusConnection(u"none"_s);
+        QDBusConnection::disconnectFromBus(u"program"_s);
+        QDBusConnection::disconnectFromBus(u"desktop"_s);
     }
 
     void aDownloadThatFailsLeavesNothing_data()
@@ -503,15 +505,16 @@ private Q_SLOTS:
         QCOMPARE(m_server->requests().size(), 3);
     }
 
-    // The system's copy
+    // A copy without a feed
 
-    void aCopyOfTheSystemLeavesUpdatesToIt()
+    void aCopyWithoutAFeedAsksNobody()
     {
         m_configuration.feed = QUrl();
         check();
         QCOMPARE(page(),
-            u"Your system keeps this copy of Tunedeck up to date.\nNew versions come with the updates of your system's "
-            "software."_s);
+            u"This copy of Tunedeck does not look for new versions itself.\nIf it came with your system, new versions "
+            "come with the updates of the system's software. If you built it yourself, build it anew from newer "
+            "sources."_s);
         QTest::qWait(50);
         QCOMPARE(window()->findChildren<QPushButton *>().size(), 1);
         QCOMPARE(m_server->requests().size(), 0);
@@ -567,9 +570,9 @@ private:
 
     void check()
     {
-        m_updater = std::make_unique<StandardUpdater>(m_configuration);
-        m_updater->checkForUpdates();
         m_turns = std::make_unique<TurnWatch>();
+        m_updater = std::make_unique<StandardUpdater>(m_configuration, m_bus);
+        m_updater->checkForUpdates();
     }
 
     void offerUpdate(const QByteArray &more = {})
@@ -621,6 +624,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
     QByteArray m_file;
     UpdaterConfiguration m_configuration;
+    QDBusConnection m_bus{u"none"_s};
     std::unique_ptr<StandardUpdater> m_updater;
     std::unique_ptr<TurnWatch> m_turns;
     qsizetype m_expectedFiles = 0;

@@ -113,11 +113,34 @@ private Q_SLOTS:
         QVERIFY(isShown(window, u"You have version 1.0, which is the newest."_s));
         QCOMPARE(buttonTexts(window), QStringList({u"Close"_s}));
 
-        window.showSystemCopy();
-        QVERIFY(isShown(window, u"Your system keeps this copy of Tunedeck up to date."_s));
+        AppcastItem newest;
+        newest.shortVersion = u"2.0"_s;
+        newest.minimumSystemVersion = u"13"_s;
+        window.showForNewerSystem(newest, u"1.0"_s);
+        QVERIFY(isShown(window, u"A new version of Tunedeck is available, but not for your system."_s));
+        QVERIFY(isShown(window,
+            u"Version 2.0 needs version 13 of your system or a later one. Of those that run here, you have the "
+            "newest, version 1.0."_s));
+        QCOMPARE(buttonTexts(window), QStringList({u"Close"_s}));
+
+        window.showNoFeed();
+        QVERIFY(isShown(window, u"This copy of Tunedeck does not look for new versions itself."_s));
         QCOMPARE(buttonTexts(window), QStringList({u"Close"_s}));
         window.offerSystemUpdater();
         QCOMPARE(buttonTexts(window), QStringList({u"Close"_s, u"Open Software Updater"_s}));
+    }
+
+    void itGrowsWithTheFont()
+    {
+        UpdateWindow window;
+        window.showUpToDate(u"1.0"_s);
+        window.bringForward();
+        const QSize size = window.size();
+        QFont font = window.font();
+        font.setPointSizeF(2 * font.pointSizeF());
+        window.setFont(font);
+        QTRY_VERIFY(window.width() > size.width());
+        QVERIFY(window.height() > size.height());
     }
 
     void noTwoFailuresAreToldAlike()
@@ -151,7 +174,7 @@ private Q_SLOTS:
         window.showSaved(u"/tmp/tunedeck.deb"_s);
         press();
         QTRY_COMPARE(folder.count(), 1);
-        window.showSystemCopy();
+        window.showNoFeed();
         window.offerSystemUpdater();
         press();
         QTRY_COMPARE(updater.count(), 1);

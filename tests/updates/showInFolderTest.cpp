@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "showInFolder.h"
 
+#include "FileManager.h"
 #include "PrivateBus.h"
 
 #include <QDesktopServices>
@@ -11,17 +12,6 @@
 using namespace Qt::StringLiterals;
 
 namespace tunedeck {
-
-class FileManager : public QObject {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
-
-public:
-    QStringList shown;
-
-public Q_SLOTS:
-    Q_SCRIPTABLE void ShowItems(const QStringList &addresses, const QString &) { shown += addresses; }
-};
 
 class showInFolderTest : public QObject {
     Q_OBJECT
@@ -39,11 +29,8 @@ private Q_SLOTS:
     {
         const PrivateBus bus;
         QVERIFY(bus.isRunning());
-        QDBusConnection desktop = bus.connect(u"desktop"_s);
         FileManager manager;
-        QVERIFY(desktop.registerObject(
-            u"/org/freedesktop/FileManager1"_s, &manager, QDBusConnection::ExportScriptableSlots));
-        QVERIFY(desktop.registerService(u"org.freedesktop.FileManager1"_s));
+        QVERIFY(manager.registerOn(bus.connect(u"desktop"_s)));
         showInFolder(bus.connect(u"program"_s), u"/tmp/a b/tunedeck (1).deb"_s);
         QTRY_COMPARE(manager.shown, QStringList(u"file:///tmp/a%20b/tunedeck%20(1).deb"_s));
         QCOMPARE(m_opened, QList<QUrl>());

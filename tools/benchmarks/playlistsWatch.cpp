@@ -72,13 +72,14 @@ int main(int argc, char *argv[])
 {
     const QApplication qtApplication(argc, argv);
     const QTemporaryDir folder;
+    const QDBusConnection bus = QDBusConnection::sessionBus();
     UserDefaults defaults(folder.filePath(QStringLiteral("settings.conf")));
-    Appearance appearance(defaults, QDBusConnection::sessionBus());
+    Appearance appearance(defaults, bus);
     const WindowActivation windowActivation;
     ApplicationLauncher launcher;
-    MprisMusicApplication music(QDBusConnection::sessionBus(), defaults, launcher);
+    MprisMusicApplication music(bus, defaults, launcher);
     PlayersOnTheBus players(music);
-    SoftwareUpdater updater;
+    SoftwareUpdater updater(bus);
     if (!QTest::qWaitFor([&] { return music.isReady(); })) {
         return 1;
     }

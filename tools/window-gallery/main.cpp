@@ -146,6 +146,9 @@ void addUpdater(Gallery &gallery)
     gallery.add(u"update-checking"_s, window);
     window.showUpToDate(running);
     gallery.add(u"update-none"_s, window);
+    update.minimumSystemVersion = u"13"_s;
+    window.showForNewerSystem(update, running);
+    gallery.add(u"update-for-newer-system"_s, window);
     window.showUpdate(update, running);
     gallery.add(u"update-found"_s, window);
     window.showDownload(update);
@@ -153,9 +156,9 @@ void addUpdater(Gallery &gallery)
     gallery.add(u"update-download"_s, window);
     window.showSaved(u"/home/somebody/Downloads/tunedeck_1.1-1_amd64.deb"_s);
     gallery.add(u"update-saved"_s, window);
-    window.showSystemCopy();
+    window.showNoFeed();
     window.offerSystemUpdater();
-    gallery.add(u"update-system-copy"_s, window);
+    gallery.add(u"update-no-feed"_s, window);
     for (const auto &[name, failure] : {std::pair(u"unreachable"_s, UpdateFailure::unreachable),
              std::pair(u"wrongly-signed"_s, UpdateFailure::wronglySigned)}) {
         window.showFailure(failure);
@@ -177,7 +180,9 @@ int main(int argc, char *argv[])
     parser.addPositionalArgument(u"folder"_s, u"Where the pictures go; it is made if need be."_s);
     const QCommandLineOption language(u"language"_s, u"Such as de; English without it."_s, u"code"_s, u"en"_s);
     const QCommandLineOption dark(u"dark"_s, u"In dark colours."_s);
-    parser.addOptions({language, dark});
+    const QCommandLineOption textScale(
+        u"text-scale"_s, u"What texts are larger by, such as 1.5; 1 without it."_s, u"factor"_s, u"1"_s);
+    parser.addOptions({language, dark, textScale});
     parser.process(application);
     if (parser.positionalArguments().size() != 1 || !QDir().mkpath(parser.positionalArguments().constFirst())) {
         parser.showHelp(EXIT_FAILURE);
@@ -186,6 +191,9 @@ int main(int argc, char *argv[])
     QLocale::setDefault(QLocale(parser.value(language)));
     installTranslators(application);
     QApplication::setStyle(new StillStyle);
+    QFont font = QApplication::font();
+    font.setPointSizeF(font.pointSizeF() * parser.value(textScale).toDouble());
+    QApplication::setFont(font);
     if (parser.isSet(dark)) {
         QApplication::setPalette(darkPalette());
     }
