@@ -3,7 +3,9 @@
 
 #include "WindowController.h"
 #include "canBeSeen.h"
+#include "floatingType.h"
 #include "frameExtents.h"
+#include "isIconic.h"
 #include "isScreenComposited.h"
 
 #include <QAccessibleWidget>
@@ -16,6 +18,7 @@
 #include <QWindowStateChangeEvent>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <utility>
 
@@ -27,6 +30,8 @@ constexpr int edgeWidth = 5;
 /// Between the metal and its edge.
 constexpr QColor cutOutlineColor(0x8c, 0x8c, 0x8c);
 constexpr int initialWidth = 450;
+/// Within which a window manager that can minimise a window has done it.
+constexpr std::chrono::milliseconds minimisationTime{1000};
 
 bool isCancel(const QKeyEvent &event)
 {
@@ -73,6 +78,9 @@ Window::Window(WindowController &controller)
     connect(windowHandle(), &QWindow::screenChanged, this, &Window::invalidateShadow);
     connect(windowHandle(), &QWindow::screenChanged, this, &Window::watchScreen);
     watchScreen();
+    m_minimisation.setSingleShot(true);
+    m_minimisation.setInterval(minimisationTime);
+    connect(&m_minimisation, &QTimer::timeout, this, &Window::confirmMinimisation);
     connect(windowHandle(), &QWindow::windowStateChanged, this, &Window::updateCanBeSeen);
     // Else the first control would have the keyboard, and Space would press it.
     setFocus();
@@ -106,7 +114,9 @@ void Window::setLevel(WindowLevel level)
 
 QRect Window::contentRect() const
 {
-    return rect().marginsRemoved(m_shadowMargins);
+    // A window manager that tiles or fills the screen can make the window larger than it may be.
+    const QRect inside = rect().marginsRemoved(m_shadowMargins);
+    return {inside.topLeft(), inside.size().boundedTo(m_maximumContentSize)};
 }
 
 void Window::resizeContent(QSize size)
@@ -189,7 +199,7 @@ void Window::applySizeLimits()
 
 void Window::cutToOutline()
 {
-    const QRegion outline = m_isComposited ? QRegion() : roundedRegion(rect());
+    const QRegion outline = m_isComposited ? QRegion() : roundedRegion(contentRect());
     if (outline == mask()) {
         return;
     }
@@ -217,9 +227,14 @@ bool Window::event(QEvent *event)
     if (event->type() == QEvent::WindowDeactivate) {
         flagsChanged(Qt::NoModifier);
     }
-    if (event->type() == QEvent::WindowStateChange
-        && static_cast<QWindowStateChangeEvent *>(event)->oldState().testFlag(Qt::WindowMinimized)) {
-        invalidateShadow();
+    if (event->type() == QEvent::WindowStateChange) {
+        if (static_cast<QWindowStateChangeEvent *>(event)->oldState().testFlag(Qt::WindowMinimized)) {
+            invalidateShadow();
+        }
+        leaveStatesThatFillTheScreen();
+        if (isMinimized()) {
+            m_minimisation.start();
+        }
     }
     return QWidget::event(event);
 }
@@ -261,6 +276,7 @@ bool Window::eventFilter(QObject *watched, QEvent *event)
 void Window::mousePressEvent(QMouseEvent *event)
 {
     m_pressPosition.reset();
+    m_ownDrag.reset();
     if (event->button() == Qt::LeftButton) {
         m_pressPosition = event->position().toPoint();
     }
@@ -268,23 +284,43 @@ void Window::mousePressEvent(QMouseEvent *event)
 
 void Window::mouseMoveEvent(QMouseEvent *event)
 {
+    if (m_ownDrag) {
+        followPointer(event->globalPosition().toPoint());
+        return;
+    }
     // Handed to the window manager only once it is a drag: one that hears of a mere click too late would go on moving
     // the window with no button down.
     const QPoint position = event->position().toPoint();
     if (!m_pressPosition || (position - *m_pressPosition).manhattanLength() < QApplication::startDragDistance()) {
         return;
     }
-    const Qt::Edges edges = edgesAt(*std::exchange(m_pressPosition, std::nullopt));
-    if (edges) {
-        windowHandle()->startSystemResize(edges);
-    } else {
-        windowHandle()->startSystemMove();
+    const QPoint pressPosition = *std::exchange(m_pressPosition, std::nullopt);
+    const Qt::Edges edges = edgesAt(pressPosition);
+    const bool isHandedOver = edges ? windowHandle()->startSystemResize(edges) : windowHandle()->startSystemMove();
+    if (!isHandedOver) {
+        m_ownDrag = {edges, mapToGlobal(pressPosition), geometry()};
+        followPointer(event->globalPosition().toPoint());
     }
 }
 
 void Window::mouseReleaseEvent(QMouseEvent *)
 {
     m_pressPosition.reset();
+    m_ownDrag.reset();
+}
+
+void Window::followPointer(QPoint pointer)
+{
+    const QPoint way = pointer - m_ownDrag->start;
+    QRect frame = m_ownDrag->frame;
+    if (!m_ownDrag->edges) {
+        frame.translate(way);
+    } else if (m_ownDrag->edges.testFlag(Qt::LeftEdge)) {
+        frame.setLeft(frame.right() + 1 - std::clamp(frame.width() - way.x(), minimumWidth(), maximumWidth()));
+    } else {
+        frame.setWidth(std::clamp(frame.width() + way.x(), minimumWidth(), maximumWidth()));
+    }
+    setGeometry(frame);
 }
 
 void Window::moveEvent(QMoveEvent *)
@@ -317,6 +353,7 @@ void Window::resizeEvent(QResizeEvent *)
 void Window::showEvent(QShowEvent *)
 {
     applyLevel();
+    setFloatingType(*windowHandle());
     invalidateShadow();
 }
 
@@ -366,6 +403,23 @@ void Window::updateCanBeSeen()
     Q_EMIT canBeSeenChanged(canBeSeen);
 }
 
+/// No window manager asks whether it may bring the window there: such a window would be metal all over.
+void Window::leaveStatesThatFillTheScreen()
+{
+    const Qt::WindowStates state = windowState() & ~(Qt::WindowMaximized | Qt::WindowFullScreen);
+    if (state != windowState()) {
+        setWindowState(state);
+    }
+}
+
+/// Some window managers minimise nothing; but the toolkit takes a window for minimised as soon as it asks for it.
+void Window::confirmMinimisation()
+{
+    if (isMinimized() && !isIconic(*windowHandle())) {
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+    }
+}
+
 /// The shadow is no part of the window to whoever clicks; but its sides can be caught from just outside of them.
 void Window::updateInputRegion()
 {
@@ -382,6 +436,7 @@ void Window::applyLevel()
     // The widget would go back to its own ones when it is shown.
     overrideWindowFlags(flags);
     windowHandle()->setFlags(flags);
+    setFloatingType(*windowHandle());
     if (!isVisible()) {
         // On X11 it is exchanged when it is shown with another level: too late to tell its frame extents before.
         windowHandle()->destroy();

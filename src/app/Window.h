@@ -7,6 +7,7 @@
 #include <QPoint>
 #include <QRect>
 #include <QSize>
+#include <QTimer>
 #include <QWidget>
 
 #include <optional>
@@ -79,7 +80,15 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    /// A drag that the window manager has not taken over: not every one does.
+    struct OwnDrag {
+        Qt::Edges edges;
+        QPoint start;
+        QRect frame;
+    };
+
     [[nodiscard]] Qt::Edges edgesAt(QPoint position) const;
+    void followPointer(QPoint pointer);
     void showCursorFor(Qt::Edges edges);
     void watchScreen();
     void takeScaleOfScreen();
@@ -87,6 +96,8 @@ private:
     void applySizeLimits();
     void cutToOutline();
     void updateCanBeSeen();
+    void leaveStatesThatFillTheScreen();
+    void confirmMinimisation();
     void updateInputRegion();
     void applyLevel();
 
@@ -104,6 +115,8 @@ private:
     bool m_hasBeenSeen = false;
     int m_widthBeforeZoom;
     std::optional<QPoint> m_pressPosition;
+    std::optional<OwnDrag> m_ownDrag;
+    QTimer m_minimisation;
 };
 
 } // namespace tunedeck

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include "activateOnX11.h"
+
+#include "Startup.h"
+#include "x11.h"
+
+#include <QByteArray>
+#include <QWindow>
+
+#include <algorithm>
+
+namespace tunedeck {
+
+namespace {
+constexpr std::uint8_t wholeNumbers = 32;
+constexpr std::uint8_t characters = 8;
+/// Who asks for the keyboard: a program, which must tell what gives it the right, or the user.
+constexpr std::uint32_t program = 1;
+constexpr std::uint32_t user = 2;
+
+xcb_window_t rootWindow()
+{
+    return xcb_setup_roots_iterator(xcb_get_setup(x11Connection())).data->root;
+}
+
+void setNumber(xcb_window_t window, const char *property, std::uint32_t number)
+{
+    xcb_change_property(
+        x11Connection(), XCB_PROP_MODE_REPLACE, window, x11Atom(property), XCB_ATOM_CARDINAL, wholeNumbers, 1, &number);
+}
+
+void setText(xcb_window_t window, const char *property, const QByteArray &text)
+{
+    xcb_change_property(x11Connection(), XCB_PROP_MODE_REPLACE, window, x11Atom(property), x11Atom("UTF8_STRING"),
+        characters, static_cast<std::uint32_t>(text.size()), text.constData());
+}
+
+/// Window managers that look for the user's times at a window of their own do not look at any other.
+xcb_window_t windowOfUserTime(xcb_window_t window)
+{
+    return x11Number(window, x11Atom("_NET_WM_USER_TIME_WINDOW")).value_or(window);
+}
+
+xcb_client_message_event_t message(xcb_window_t window, xcb_atom_t type, std::uint8_t format)
+{
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = format;
+    event.window = window;
+    event.type = type;
+    return event;
+}
+
+void sendToRoot(const xcb_client_message_event_t &event, std::uint32_t mask)
+{
+    xcb_send_event(x11Connection(), false, rootWindow(), mask, reinterpret_cast<const char *>(&event));
+}
+
+void requestActivation(xcb_window_t window, std::uint32_t source, xcb_timestamp_t time)
+{
+    xcb_client_message_event_t event = message(window, x11Atom("_NET_ACTIVE_WINDOW"), wholeNumbers);
+    event.data.data32[0] = source;
+    event.data.data32[1] = time;
+    sendToRoot(event, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT);
+}
+
+QByteArray quoted(QByteArray text)
+{
+    return '"' + text.replace('\\', "\\\\").replace('"', "\\\"") + '"';
+}
+
+/// In pieces, which the receiver knows to belong together by the window that they come from; the end is a zero byte.
+void sendStartupMessage(xcb_window_t sender, const QByteArray &text)
+{
+    xcb_client_message_event_t event = message(sender, x11Atom("_NET_STARTUP_INFO_BEGIN"), characters);
+    const xcb_atom_t next = x11Atom("_NET_STARTUP_INFO");
+    constexpr qsizetype longestPiece = sizeof event.data.data8;
+    for (qsizetype sent = 0; sent <= text.size(); sent += longestPiece) {
+        std::ranges::fill(event.data.data8, 0);
+        const QByteArray piece = text.mid(sent, longestPiece);
+        std::ranges::copy(piece, event.data.data8);
+        sendToRoot(event, XCB_EVENT_MASK_PROPERTY_CHANGE);
+        event.type = next;
+    }
+}
+} // namespace
+
+void tellStartupOnX11(const QWindow &window, const Startup &startup)
+{
+    if (!x11Connection() || startup.id.isEmpty()) {
+        return;
+    }
+    const auto own = static_cast<xcb_window_t>(window.winId());
+    setText(own, "_NET_STARTUP_ID", startup.id.toUtf8());
+    if (const std::optional<quint32> time = startup.userTime()) {
+        setNumber(windowOfUserTime(own), "_NET_WM_USER_TIME", *time);
+    }
+}
+
+void activateOnX11(const QWindow &window, const Startup &startup)
+{
+    if (!x11Connection()) {
+        return;
+    }
+    tellStartupOnX11(window, startup);
+    const auto own = static_cast<xcb_window_t>(window.winId());
+    if (const std::optional<quint32> time = startup.userTime()) {
+        requestActivation(own, program, *time);
+    } else {
+        requestActivation(own, user, XCB_CURRENT_TIME);
+    }
+    xcb_flush(x11Connection());
+}
+
+void endStartupOnX11(const Startup &startup)
+{
+    if (!x11Connection() || startup.id.isEmpty()) {
+        return;
+    }
+    const xcb_window_t sender = xcb_generate_id(x11Connection());
+    xcb_create_window(x11Connection(), XCB_COPY_FROM_PARENT, sender, rootWindow(), -1, -1, 1, 1, 0,
+        XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    sendStartupMessage(sender, "remove: ID=" + quoted(startup.id.toUtf8()));
+    xcb_destroy_window(x11Connection(), sender);
+    xcb_flush(x11Connection());
+}
+
+} // namespace tunedeck

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#include "floatingType.h"
+
+#include "x11.h"
+
+#include <QWindow>
+
+#include <array>
+
+namespace tunedeck {
+
+namespace {
+xcb_atom_t typesAtom()
+{
+    static const xcb_atom_t atom = x11Atom("_NET_WM_WINDOW_TYPE");
+    return atom;
+}
+} // namespace
+
+void setFloatingType(const QWindow &window)
+{
+    if (!x11Connection()) {
+        return;
+    }
+    // A stacking window manager takes the first type that it knows and treats the window like any other; a tiling one
+    // looks for a type that it lets float, wherever in the list that is.
+    static const std::array types{x11Atom("_KDE_NET_WM_WINDOW_TYPE_OVERRIDE"), x11Atom("_NET_WM_WINDOW_TYPE_NORMAL"),
+        x11Atom("_NET_WM_WINDOW_TYPE_DIALOG")};
+    xcb_change_property(x11Connection(), XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()), typesAtom(),
+        XCB_ATOM_ATOM, 32, types.size(), types.data());
+}
+
+} // namespace tunedeck

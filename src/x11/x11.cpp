@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "x11.h"
+
+#include <QGuiApplication>
+
+#include <cstring>
+
+namespace tunedeck {
+
+xcb_connection_t *x11Connection()
+{
+    // The offscreen platform offers the interface without a connection behind it.
+    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 ? x11->connection() : nullptr;
+}
+
+xcb_atom_t x11Atom(const char *name)
+{
+    const auto cookie = xcb_intern_atom(x11Connection(), false, static_cast<std::uint16_t>(std::strlen(name)), name);
+    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(x11Connection(), cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+std::optional<std::uint32_t> x11Number(xcb_window_t window, xcb_atom_t property)
+{
+    const auto cookie = xcb_get_property(x11Connection(), false, window, property, XCB_ATOM_ANY, 0, 1);
+    const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(x11Connection(), cookie, nullptr));
+    std::uint32_t number = 0;
+    if (!reply || reply->format != 32 || xcb_get_property_value_length(reply.get()) != sizeof number) {
+        return std::nullopt;
+    }
+    std::memcpy(&number, xcb_get_property_value(reply.get()), sizeof number);
+    return number;
+}
+
+} // namespace tunedeck
