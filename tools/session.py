@@ -35,7 +35,7 @@ class Build:
 
 @contextlib.contextmanager
 def running(*command: str | Path, **options: object) -> Iterator[subprocess.Popen]:
-    with subprocess.Popen(command, text=True, stderr=subprocess.DEVNULL, **options) as process:
+    with subprocess.Popen(command, text=True, **({"stderr": subprocess.DEVNULL} | options)) as process:
         try:
             yield process
         finally:
@@ -49,7 +49,7 @@ def session(*server_options: str) -> Iterator[Path]:
         # What the bus has started may still be at its end when all else is.
         home = stack.enter_context(tempfile.TemporaryDirectory(ignore_cleanup_errors=True))
         os.environ.update(HOME=home, XDG_RUNTIME_DIR=home, LC_ALL="C.UTF-8", QT_QPA_PLATFORM="xcb")
-        for name in ("XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "WAYLAND_DISPLAY"):
+        for name in ("XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "WAYLAND_DISPLAY", "XAUTHORITY"):
             os.environ.pop(name, None)
         screen = ("-screen", "0", "1280x720x24", "-nolisten", "tcp", "-noreset", *server_options)
         server = stack.enter_context(running("Xvfb", "-displayfd", "1", *screen, stdout=subprocess.PIPE))
@@ -61,11 +61,21 @@ def session(*server_options: str) -> Iterator[Path]:
 
 
 @contextlib.contextmanager
-def window_manager() -> Iterator[None]:
-    with running("openbox", stdout=subprocess.DEVNULL):
+def window_manager(command: str = "openbox") -> Iterator[None]:
+    with running(command, stdout=subprocess.DEVNULL):
         while subprocess.run(["xdotool", "get_num_desktops"], capture_output=True).returncode != 0:
             time.sleep(0.1)
         time.sleep(1)  # what is mapped while it still takes over the screen can stay unmapped
+        yield
+
+
+@contextlib.contextmanager
+def tiling_window_manager() -> Iterator[None]:
+    configuration = Path(os.environ["HOME"]) / "i3.conf"
+    configuration.write_text("font pango:monospace 8\n")
+    with running("i3", "-c", configuration, stdout=subprocess.DEVNULL):
+        while subprocess.run(["i3-msg", "nop"], capture_output=True).returncode != 0:
+            time.sleep(0.1)
         yield
 
 
@@ -105,7 +115,7 @@ def weston() -> Iterator[str]:
 
 
 @contextlib.contextmanager
-def sway(*settings: str) -> Iterator[None]:
+def sway(*settings: str) -> Iterator[str]:
     """Like weston(), with lines of sway's configuration."""
     with tempfile.TemporaryDirectory() as folder:
         user: tuple[str, ...] = ()
@@ -122,7 +132,30 @@ def sway(*settings: str) -> Iterator[None]:
         own = {"XDG_RUNTIME_DIR": folder, "WLR_BACKENDS": "x11", "WLR_RENDERER": "pixman"}
         with running(*user, "sway", "--config", configuration, stdout=subprocess.DEVNULL, env=os.environ | own):
             with wayland(Path(folder)):
-                yield
+                yield x11_of_sway(Path(folder))
+
+
+def x11_of_sway(folder: Path) -> str:
+    """Which lets in, beside its own user, the one who runs the tests."""
+    told = folder / "x11"
+    command = f"xhost +si:localuser:$(id -nu {os.geteuid()}) && echo $DISPLAY > {told}.next && mv {told}.next {told}"
+    subprocess.run(["swaymsg", "exec", command], stdout=subprocess.DEVNULL, check=True)
+    while not told.exists():
+        time.sleep(0.05)
+    return told.read_text().strip()
+
+
+@contextlib.contextmanager
+def mutter() -> Iterator[str]:
+    """Like weston(), but for the color."""
+    folder = Path(os.environ["XDG_RUNTIME_DIR"])
+    log = folder / "mutter.log"
+    own = {"MUTTER_DEBUG_DUMMY_MODE_SPECS": "1280x720"}
+    options = ("--wayland", "--nested", "--wayland-display=wayland-1")
+    with log.open("w") as told, running("mutter", *options, stderr=told, env=os.environ | own):
+        with wayland(folder):
+            os.environ["XAUTHORITY"] = str(next(folder.glob(".mutter-Xwaylandauth.*")))
+            yield re.search(r"public X11 display (:\d+)", log.read_text())[1]
 
 
 @contextlib.contextmanager

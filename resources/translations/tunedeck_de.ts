@@ -13,6 +13,21 @@
         <comment>For --help; &lt;name&gt; stays as it is, %1 is a list of names</comment>
         <translation>Führt &lt;name&gt; im laufenden Tunedeck aus oder startet es dafür. Möglich sind: %1.</translation>
     </message>
+    <message>
+        <source>there is no such action; --help tells which there are</source>
+        <comment>On the command line</comment>
+        <translation>Diese Aktion gibt es nicht; --help nennt alle, die es gibt</translation>
+    </message>
+    <message>
+        <source>it runs already, but does not answer</source>
+        <comment>On the command line</comment>
+        <translation>Es läuft bereits, antwortet aber nicht</translation>
+    </message>
+    <message>
+        <source>there is no session bus, so no music player can be reached</source>
+        <comment>On the command line</comment>
+        <translation>Es gibt keinen Sitzungsbus, also ist kein Musikplayer erreichbar</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>
@@ -235,14 +250,14 @@
         <translation>Über Tunedeck</translation>
     </message>
     <message>
-        <source>Check for Updates...</source>
+        <source>Check for Updates…</source>
         <comment>Menu command</comment>
-        <translation>Nach Aktualisierungen suchen ...</translation>
+        <translation>Nach Aktualisierungen suchen …</translation>
     </message>
     <message>
-        <source>Preferences...</source>
+        <source>Preferences…</source>
         <comment>Menu command</comment>
-        <translation>Einstellungen ...</translation>
+        <translation>Einstellungen …</translation>
     </message>
     <message>
         <source>Quit</source>
@@ -325,9 +340,19 @@
         <translation>Immer im Vordergrund (unter Wayland nicht möglich)</translation>
     </message>
     <message>
-        <source>On Wayland, only the desktop can keep a window above the others. Its window menu or its window rules may offer it.</source>
+        <source>Run Through XWayland</source>
+        <comment>Menu command that can be checked</comment>
+        <translation>Über XWayland ausführen</translation>
+    </message>
+    <message>
+        <source>Most desktops can then keep it above other windows. It may look less sharp.</source>
+        <comment>Tooltip of the menu command to run Tunedeck through XWayland; less sharp: on a scaled screen</comment>
+        <translation>Die meisten Arbeitsumgebungen können es dann über anderen Fenstern halten. Es ist vielleicht weniger scharf.</translation>
+    </message>
+    <message>
+        <source>Only the desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
         <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>Unter Wayland kann nur die Arbeitsumgebung ein Fenster über den anderen halten. Vielleicht bietet ihr Fenstermenü oder eine Fensterregel das an.</translation>
+        <translation>Nur die Arbeitsumgebung kann es, im Fenstermenü: Alt+Leertaste in GNOME, Alt+F3 in KDE Plasma.</translation>
     </message>
 </context>
 <context>
@@ -531,9 +556,9 @@
 <context>
     <name>tunedeck::UpdatePreferencesViewController</name>
     <message>
-        <source>Check for Updates...</source>
+        <source>Check for Updates…</source>
         <comment>Button in the Updates pane</comment>
-        <translation>Nach Aktualisierungen suchen ...</translation>
+        <translation>Nach Aktualisierungen suchen …</translation>
     </message>
     <message>
         <source>&amp;Help</source>
@@ -779,19 +804,29 @@
         <translation>Im &amp;Ordner anzeigen</translation>
     </message>
     <message>
-        <source>Your system keeps this copy of Tunedeck up to date.</source>
-        <comment>Updates: Tunedeck came with the system</comment>
-        <translation>Ihr System hält diese Kopie von Tunedeck aktuell.</translation>
-    </message>
-    <message>
-        <source>New versions come with the updates of your system&apos;s software.</source>
-        <comment>Updates: Tunedeck came with the system</comment>
-        <translation>Neue Versionen kommen mit den Aktualisierungen Ihres Systems.</translation>
-    </message>
-    <message>
         <source>&amp;Open Software Updater</source>
         <comment>Updates: button that starts the system&apos;s own program for updates</comment>
         <translation>&amp;Aktualisierungsverwaltung öffnen</translation>
+    </message>
+    <message>
+        <source>A new version of Tunedeck is available, but not for your system.</source>
+        <comment>Updates: there is a newer version, which needs a newer system</comment>
+        <translation>Es gibt eine neue Version von Tunedeck, aber nicht für Ihr System.</translation>
+    </message>
+    <message>
+        <source>Version %1 needs version %2 of your system or a later one. Of those that run here, you have the newest, version %3.</source>
+        <comment>Updates: %1 and %3 are versions of Tunedeck, %2 is one of the operating system</comment>
+        <translation>Version %1 braucht Version %2 Ihres Systems oder eine spätere. Von denen, die hier laufen, haben Sie die neueste, Version %3.</translation>
+    </message>
+    <message>
+        <source>This copy of Tunedeck does not look for new versions itself.</source>
+        <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
+        <translation>Diese Kopie von Tunedeck sucht nicht selbst nach neuen Versionen.</translation>
+    </message>
+    <message>
+        <source>If it came with your system, new versions come with the updates of the system&apos;s software. If you built it yourself, build it anew from newer sources.</source>
+        <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
+        <translation>Kam sie mit Ihrem System, kommen neue Versionen mit dessen Aktualisierungen. Haben Sie sie selbst erstellt, erstellen Sie sie neu aus neueren Quellen.</translation>
     </message>
 </context>
 <context>

@@ -13,6 +13,21 @@
         <comment>For --help; &lt;name&gt; stays as it is, %1 is a list of names</comment>
         <translation>Ejecuta &lt;name&gt; en el Tunedeck que ya está abierto, o lo inicia para ello. Es una de estas: %1.</translation>
     </message>
+    <message>
+        <source>there is no such action; --help tells which there are</source>
+        <comment>On the command line</comment>
+        <translation>esa acción no existe; --help dice cuáles hay</translation>
+    </message>
+    <message>
+        <source>it runs already, but does not answer</source>
+        <comment>On the command line</comment>
+        <translation>ya está en marcha, pero no responde</translation>
+    </message>
+    <message>
+        <source>there is no session bus, so no music player can be reached</source>
+        <comment>On the command line</comment>
+        <translation>no hay bus de sesión, así que no se puede contactar con ningún reproductor de música</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>
@@ -235,14 +250,14 @@
         <translation>Acerca de Tunedeck</translation>
     </message>
     <message>
-        <source>Check for Updates...</source>
+        <source>Check for Updates…</source>
         <comment>Menu command</comment>
-        <translation>Buscar actualizaciones...</translation>
+        <translation>Buscar actualizaciones…</translation>
     </message>
     <message>
-        <source>Preferences...</source>
+        <source>Preferences…</source>
         <comment>Menu command</comment>
-        <translation>Preferencias...</translation>
+        <translation>Preferencias…</translation>
     </message>
     <message>
         <source>Quit</source>
@@ -325,9 +340,19 @@
         <translation>Mantener por encima de las demás ventanas (no es posible en Wayland)</translation>
     </message>
     <message>
-        <source>On Wayland, only the desktop can keep a window above the others. Its window menu or its window rules may offer it.</source>
+        <source>Run Through XWayland</source>
+        <comment>Menu command that can be checked</comment>
+        <translation>Ejecutar mediante XWayland</translation>
+    </message>
+    <message>
+        <source>Most desktops can then keep it above other windows. It may look less sharp.</source>
+        <comment>Tooltip of the menu command to run Tunedeck through XWayland; less sharp: on a scaled screen</comment>
+        <translation>La mayoría de los escritorios pueden así mantenerlo por encima de las demás ventanas. Puede verse menos nítido.</translation>
+    </message>
+    <message>
+        <source>Only the desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
         <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>En Wayland, solo el escritorio puede mantener una ventana por encima de las demás. Puede que lo ofrezcan su menú de ventana o sus reglas de ventanas.</translation>
+        <translation>Solo el escritorio puede hacerlo, en el menú de la ventana: Alt+Espacio en GNOME, Alt+F3 en KDE Plasma.</translation>
     </message>
 </context>
 <context>
@@ -531,9 +556,9 @@
 <context>
     <name>tunedeck::UpdatePreferencesViewController</name>
     <message>
-        <source>Check for Updates...</source>
+        <source>Check for Updates…</source>
         <comment>Button in the Updates pane</comment>
-        <translation>Buscar actualizaciones...</translation>
+        <translation>Buscar actualizaciones…</translation>
     </message>
     <message>
         <source>&amp;Help</source>
@@ -779,19 +804,29 @@
         <translation>&amp;Mostrar en la carpeta</translation>
     </message>
     <message>
-        <source>Your system keeps this copy of Tunedeck up to date.</source>
-        <comment>Updates: Tunedeck came with the system</comment>
-        <translation>Su sistema mantiene actualizada esta copia de Tunedeck.</translation>
-    </message>
-    <message>
-        <source>New versions come with the updates of your system&apos;s software.</source>
-        <comment>Updates: Tunedeck came with the system</comment>
-        <translation>Las versiones nuevas llegan con las actualizaciones del software de su sistema.</translation>
-    </message>
-    <message>
         <source>&amp;Open Software Updater</source>
         <comment>Updates: button that starts the system&apos;s own program for updates</comment>
         <translation>&amp;Abrir el actualizador de software</translation>
+    </message>
+    <message>
+        <source>A new version of Tunedeck is available, but not for your system.</source>
+        <comment>Updates: there is a newer version, which needs a newer system</comment>
+        <translation>Hay una versión nueva de Tunedeck, pero no para su sistema.</translation>
+    </message>
+    <message>
+        <source>Version %1 needs version %2 of your system or a later one. Of those that run here, you have the newest, version %3.</source>
+        <comment>Updates: %1 and %3 are versions of Tunedeck, %2 is one of the operating system</comment>
+        <translation>La versión %1 necesita la versión %2 de su sistema o una posterior. De las que funcionan aquí tiene la más reciente, la versión %3.</translation>
+    </message>
+    <message>
+        <source>This copy of Tunedeck does not look for new versions itself.</source>
+        <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
+        <translation>Esta copia de Tunedeck no busca versiones nuevas por sí misma.</translation>
+    </message>
+    <message>
+        <source>If it came with your system, new versions come with the updates of the system&apos;s software. If you built it yourself, build it anew from newer sources.</source>
+        <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
+        <translation>Si venía con su sistema, las versiones nuevas llegan con las actualizaciones del software del sistema. Si la compiló usted, vuelva a compilarla con fuentes más recientes.</translation>
     </message>
 </context>
 <context>

@@ -13,6 +13,21 @@
         <comment>For --help; &lt;name&gt; stays as it is, %1 is a list of names</comment>
         <translation>Suorittaa toiminnon &lt;name&gt; käynnissä olevassa Tunedeckissä tai käynnistää sen tätä varten. Vaihtoehdot: %1.</translation>
     </message>
+    <message>
+        <source>there is no such action; --help tells which there are</source>
+        <comment>On the command line</comment>
+        <translation>sellaista toimintoa ei ole; --help kertoo, mitä on</translation>
+    </message>
+    <message>
+        <source>it runs already, but does not answer</source>
+        <comment>On the command line</comment>
+        <translation>ohjelma on jo käynnissä, mutta ei vastaa</translation>
+    </message>
+    <message>
+        <source>there is no session bus, so no music player can be reached</source>
+        <comment>On the command line</comment>
+        <translation>istuntoväylää ei ole, joten yhteenkään musiikkisoittimeen ei saada yhteyttä</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>
@@ -235,14 +250,14 @@
         <translation>Tietoja Tunedeckistä</translation>
     </message>
     <message>
-        <source>Check for Updates...</source>
+        <source>Check for Updates…</source>
         <comment>Menu command</comment>
-        <translation>Etsi päivityksiä...</translation>
+        <translation>Etsi päivityksiä…</translation>
     </message>
     <message>
-        <source>Preferences...</source>
+        <source>Preferences…</source>
         <comment>Menu command</comment>
-        <translation>Asetukset...</translation>
+        <translation>Asetukset…</translation>
     </message>
     <message>
         <source>Quit</source>
@@ -325,9 +340,19 @@
         <translation>Pidä muiden ikkunoiden päällä (ei mahdollista Waylandissa)</translation>
     </message>
     <message>
-        <source>On Wayland, only the desktop can keep a window above the others. Its window menu or its window rules may offer it.</source>
+        <source>Run Through XWayland</source>
+        <comment>Menu command that can be checked</comment>
+        <translation>Suorita XWaylandin kautta</translation>
+    </message>
+    <message>
+        <source>Most desktops can then keep it above other windows. It may look less sharp.</source>
+        <comment>Tooltip of the menu command to run Tunedeck through XWayland; less sharp: on a scaled screen</comment>
+        <translation>Useimmat työpöydät voivat silloin pitää sen muiden ikkunoiden päällä. Se voi näyttää vähemmän terävältä.</translation>
+    </message>
+    <message>
+        <source>Only the desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
         <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>Waylandissa vain työpöytä voi pitää ikkunan muiden päällä. Sen ikkunavalikko tai ikkunasäännöt saattavat tarjota sen.</translation>
+        <translation>Vain työpöytä voi tehdä sen, ikkunavalikossaan: Gnomessa Alt+Välilyönti, KDE Plasmassa Alt+F3.</translation>
     </message>
 </context>
 <context>
@@ -531,9 +556,9 @@
 <context>
     <name>tunedeck::UpdatePreferencesViewController</name>
     <message>
-        <source>Check for Updates...</source>
+        <source>Check for Updates…</source>
         <comment>Button in the Updates pane</comment>
-        <translation>Etsi päivityksiä...</translation>
+        <translation>Etsi päivityksiä…</translation>
     </message>
     <message>
         <source>&amp;Help</source>
@@ -779,19 +804,29 @@
         <translation>Näytä &amp;kansiossa</translation>
     </message>
     <message>
-        <source>Your system keeps this copy of Tunedeck up to date.</source>
-        <comment>Updates: Tunedeck came with the system</comment>
-        <translation>Järjestelmäsi pitää tämän Tunedeck-asennuksen ajan tasalla.</translation>
-    </message>
-    <message>
-        <source>New versions come with the updates of your system&apos;s software.</source>
-        <comment>Updates: Tunedeck came with the system</comment>
-        <translation>Uudet versiot tulevat järjestelmäsi ohjelmistopäivitysten mukana.</translation>
-    </message>
-    <message>
         <source>&amp;Open Software Updater</source>
         <comment>Updates: button that starts the system&apos;s own program for updates</comment>
         <translation>&amp;Avaa päivitysohjelma</translation>
+    </message>
+    <message>
+        <source>A new version of Tunedeck is available, but not for your system.</source>
+        <comment>Updates: there is a newer version, which needs a newer system</comment>
+        <translation>Tunedeckistä on uusi versio, mutta ei järjestelmällesi.</translation>
+    </message>
+    <message>
+        <source>Version %1 needs version %2 of your system or a later one. Of those that run here, you have the newest, version %3.</source>
+        <comment>Updates: %1 and %3 are versions of Tunedeck, %2 is one of the operating system</comment>
+        <translation>Versio %1 tarvitsee järjestelmäsi version %2 tai uudemman. Tässä järjestelmässä toimivista sinulla on uusin, versio %3.</translation>
+    </message>
+    <message>
+        <source>This copy of Tunedeck does not look for new versions itself.</source>
+        <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
+        <translation>Tämä Tunedeck-asennus ei etsi uusia versioita itse.</translation>
+    </message>
+    <message>
+        <source>If it came with your system, new versions come with the updates of the system&apos;s software. If you built it yourself, build it anew from newer sources.</source>
+        <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
+        <translation>Jos se tuli järjestelmäsi mukana, uudet versiot tulevat järjestelmän ohjelmistopäivitysten mukana. Jos koostit sen itse, koosta se uudelleen uudemmista lähteistä.</translation>
     </message>
 </context>
 <context>

@@ -13,6 +13,21 @@
         <comment>For --help; &lt;name&gt; stays as it is, %1 is a list of names</comment>
         <translation>Wykonuje &lt;name&gt; w działającym programie Tunedeck albo uruchamia go w tym celu. Dostępne: %1.</translation>
     </message>
+    <message>
+        <source>there is no such action; --help tells which there are</source>
+        <comment>On the command line</comment>
+        <translation>nie ma takiej akcji; --help podaje, jakie są</translation>
+    </message>
+    <message>
+        <source>it runs already, but does not answer</source>
+        <comment>On the command line</comment>
+        <translation>program już działa, ale nie odpowiada</translation>
+    </message>
+    <message>
+        <source>there is no session bus, so no music player can be reached</source>
+        <comment>On the command line</comment>
+        <translation>nie ma magistrali sesji, więc nie można połączyć się z żadnym odtwarzaczem muzyki</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>
@@ -235,14 +250,14 @@
         <translation>O programie Tunedeck</translation>
     </message>
     <message>
-        <source>Check for Updates...</source>
+        <source>Check for Updates…</source>
         <comment>Menu command</comment>
-        <translation>Sprawdź aktualizacje...</translation>
+        <translation>Sprawdź aktualizacje…</translation>
     </message>
     <message>
-        <source>Preferences...</source>
+        <source>Preferences…</source>
         <comment>Menu command</comment>
-        <translation>Preferencje...</translation>
+        <translation>Preferencje…</translation>
     </message>
     <message>
         <source>Quit</source>
@@ -325,9 +340,19 @@
         <translation>Zawsze na wierzchu (niemożliwe w Waylandzie)</translation>
     </message>
     <message>
-        <source>On Wayland, only the desktop can keep a window above the others. Its window menu or its window rules may offer it.</source>
+        <source>Run Through XWayland</source>
+        <comment>Menu command that can be checked</comment>
+        <translation>Uruchamiaj przez XWayland</translation>
+    </message>
+    <message>
+        <source>Most desktops can then keep it above other windows. It may look less sharp.</source>
+        <comment>Tooltip of the menu command to run Tunedeck through XWayland; less sharp: on a scaled screen</comment>
+        <translation>Większość środowisk może wtedy utrzymać go nad innymi oknami. Może wyglądać mniej ostro.</translation>
+    </message>
+    <message>
+        <source>Only the desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
         <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>W Waylandzie tylko środowisko może utrzymać okno nad innymi. Może to oferować jego menu okna albo reguły okien.</translation>
+        <translation>Może to zrobić tylko środowisko, w menu okna: Alt+spacja w GNOME, Alt+F3 w KDE Plasma.</translation>
     </message>
 </context>
 <context>
@@ -531,9 +556,9 @@
 <context>
     <name>tunedeck::UpdatePreferencesViewController</name>
     <message>
-        <source>Check for Updates...</source>
+        <source>Check for Updates…</source>
         <comment>Button in the Updates pane</comment>
-        <translation>Sprawdź aktualizacje...</translation>
+        <translation>Sprawdź aktualizacje…</translation>
     </message>
     <message>
         <source>&amp;Help</source>
@@ -779,19 +804,29 @@
         <translation>Pokaż w &amp;katalogu</translation>
     </message>
     <message>
-        <source>Your system keeps this copy of Tunedeck up to date.</source>
-        <comment>Updates: Tunedeck came with the system</comment>
-        <translation>Tę kopię programu Tunedeck aktualizuje system.</translation>
-    </message>
-    <message>
-        <source>New versions come with the updates of your system&apos;s software.</source>
-        <comment>Updates: Tunedeck came with the system</comment>
-        <translation>Nowe wersje są dostarczane z aktualizacjami oprogramowania systemu.</translation>
-    </message>
-    <message>
         <source>&amp;Open Software Updater</source>
         <comment>Updates: button that starts the system&apos;s own program for updates</comment>
         <translation>&amp;Otwórz program do aktualizacji</translation>
+    </message>
+    <message>
+        <source>A new version of Tunedeck is available, but not for your system.</source>
+        <comment>Updates: there is a newer version, which needs a newer system</comment>
+        <translation>Jest nowa wersja programu Tunedeck, ale nie dla tego systemu.</translation>
+    </message>
+    <message>
+        <source>Version %1 needs version %2 of your system or a later one. Of those that run here, you have the newest, version %3.</source>
+        <comment>Updates: %1 and %3 are versions of Tunedeck, %2 is one of the operating system</comment>
+        <translation>Wersja %1 wymaga wersji %2 systemu lub nowszej. Spośród tych, które tu działają, masz najnowszą, wersję %3.</translation>
+    </message>
+    <message>
+        <source>This copy of Tunedeck does not look for new versions itself.</source>
+        <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
+        <translation>Ta kopia programu Tunedeck nie szuka sama nowych wersji.</translation>
+    </message>
+    <message>
+        <source>If it came with your system, new versions come with the updates of the system&apos;s software. If you built it yourself, build it anew from newer sources.</source>
+        <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
+        <translation>Jeśli pochodzi z systemu, nowe wersje są dostarczane z aktualizacjami oprogramowania systemu. Jeśli została zbudowana samodzielnie, należy zbudować ją ponownie z nowszych źródeł.</translation>
     </message>
 </context>
 <context>

@@ -30,7 +30,8 @@ namespace {
 constexpr QSize iconSize(96, 96);
 constexpr int margin = 20;
 constexpr int gap = 6;
-constexpr int creditsWidth = 340;
+constexpr int leastCreditsWidth = 340;
+constexpr int charactersPerLine = 50;
 constexpr int mostCreditsHeight = 300;
 constexpr double nameScale = 1.5;
 constexpr double smallScale = 0.9;
@@ -83,11 +84,16 @@ std::optional<QString> readText(const QString &path)
     return decode.hasError() || text.isEmpty() ? std::nullopt : std::optional(text);
 }
 
-int heightOf(const QTextDocument &credits)
+int widthOfCredits(const QFont &font)
+{
+    return std::max(leastCreditsWidth, charactersPerLine * QFontMetrics(font).averageCharWidth());
+}
+
+int heightOf(const QTextDocument &credits, int width)
 {
     // The view may be laid out at the width that it had before.
     const std::unique_ptr<QTextDocument> copy(credits.clone());
-    copy->setTextWidth(creditsWidth);
+    copy->setTextWidth(width);
     return static_cast<int>(std::ceil(copy->size().height()));
 }
 
@@ -110,6 +116,7 @@ AboutWindow::AboutWindow(const QString &creditsFolder, QWidget *parent)
     // Who closes the player has read enough.
     setAttribute(Qt::WA_QuitOnClose, false);
     setUpTexts();
+    setUpFonts();
     layOut();
     auto *closeKeys = new QShortcut(this);
     closeKeys->setKeys(QKeySequence::Close);
@@ -152,8 +159,11 @@ QTextBrowser &AboutWindow::creditsText()
 void AboutWindow::changeEvent(QEvent *event)
 {
     QDialog::changeEvent(event);
-    // The text keeps the colours that it was made with.
-    if (event->type() == QEvent::PaletteChange) {
+    if (event->type() == QEvent::FontChange) {
+        setUpFonts();
+    }
+    // The text keeps the colours that it was made with, and has the height that it needed.
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) {
         showCredits();
     }
 }
@@ -166,12 +176,17 @@ void AboutWindow::resizeEvent(QResizeEvent *event)
     }
 }
 
-void AboutWindow::setUpTexts()
+void AboutWindow::setUpFonts()
 {
     QFont nameFont = scaled(font(), nameScale);
     nameFont.setBold(true);
     m_nameLabel->setFont(nameFont);
     m_versionLabel->setFont(scaled(font(), smallScale));
+    m_creditsText->setFont(scaled(font(), smallScale));
+}
+
+void AboutWindow::setUpTexts()
+{
     m_versionLabel->setText(tr("Version %1 (%2)", "About window: the version and the number of its build")
                                 .arg(fact(u"CFBundleShortVersionString"), fact(u"CFBundleVersion")));
     for (QLabel *label : {m_nameLabel, m_versionLabel}) {
@@ -180,7 +195,6 @@ void AboutWindow::setUpTexts()
     }
 
     m_creditsText->setAccessibleName(tr("Credits", "For accessibility: the about window's text"));
-    m_creditsText->setFont(scaled(font(), smallScale));
     m_creditsText->setFrameShape(QFrame::NoFrame);
     m_creditsText->viewport()->setAutoFillBackground(false);
     m_creditsText->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -214,7 +228,8 @@ void AboutWindow::showCredits()
     }
     m_creditsText->document()->setDefaultStyleSheet(pageStyle(palette()));
     m_creditsText->setHtml(*credits);
-    m_creditsText->setFixedSize(creditsWidth, std::min(heightOf(*m_creditsText->document()), mostCreditsHeight));
+    const int width = widthOfCredits(m_creditsText->font());
+    m_creditsText->setFixedSize(width, std::min(heightOf(*m_creditsText->document(), width), mostCreditsHeight));
 }
 
 } // namespace tunedeck

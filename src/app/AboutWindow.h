@@ -35,6 +35,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void setUpFonts();
     void setUpTexts();
     void layOut();
     void showCredits();

@@ -14,6 +14,7 @@
 #include "PlayerView.h"
 #include "PlaylistView.h"
 #include "PlaylistViewController.h"
+#include "SessionDisplays.h"
 #include "SkinEnvironment.h"
 #include "Updater.h"
 #include "UserDefaults.h"
@@ -126,6 +127,7 @@ MainMenu &Application::mainMenu()
             std::make_unique<MainMenu>(m_delegate, *m_windowController, *m_viewController, playlistViewController());
         connect(m_mainMenu.get(), &MainMenu::updateCheckRequested, &m_updater, &Updater::checkForUpdates);
         connectMenus();
+        connectXWayland();
     }
     return *m_mainMenu;
 }
@@ -137,6 +139,10 @@ AppPreferencesWindowController &Application::preferencesWindowController()
             AppPreferencesWindowController::Surroundings{m_defaults, m_players, m_updater});
         connect(m_preferencesWindowController.get(), &AppPreferencesWindowController::helpRequested, &m_delegate,
             &AppDelegate::helpRequested);
+        const Appearance &appearance = m_skinEnvironment.appearance;
+        m_preferencesWindowController->setMotionReduced(appearance.isMotionReduced());
+        connect(&appearance, &Appearance::motionReducedChanged, m_preferencesWindowController.get(),
+            &AppPreferencesWindowController::setMotionReduced);
     }
     return *m_preferencesWindowController;
 }
@@ -206,6 +212,19 @@ void Application::connectMenus()
     connect(&m_musicConnector, &MusicConnector::feedTypeChanged, &validation, &MenuValidation::validate);
     connect(&m_defaults, &UserDefaults::valueChanged, &validation, &MenuValidation::validate);
     connect(m_windowController.get(), &DrawerHost::isExpandedChanged, &validation, &MenuValidation::validate);
+}
+
+void Application::connectXWayland()
+{
+    const QString platformName = QGuiApplication::platformName();
+    if (SessionDisplays::fromEnvironment().offersXWayland(
+            platformName, m_defaults.boolForKey(SettingsKey::startThroughXWayland))) {
+        m_mainMenu->offerXWayland(platformName == QLatin1String("xcb"));
+        connect(m_mainMenu.get(), &MainMenu::xWaylandRequested, this, [this](bool use) {
+            m_defaults.setBool(SettingsKey::startThroughXWayland, use);
+            Q_EMIT startAnewRequested();
+        });
+    }
 }
 
 void Application::showDockTile(const QString &imageName)

@@ -63,10 +63,15 @@ public Q_SLOTS:
     /// The user started the program again, or chose it in the dock.
     void reopen();
 
+Q_SIGNALS:
+    /// What the user asked for takes effect when the program starts again, and is to do so at once.
+    void startAnewRequested();
+
 private:
     void connectPlayer();
     void connectWindowButtons();
     void connectMenus();
+    void connectXWayland();
     void connectOtherWindows();
     void showDockTile(const QString &imageName);
 

@@ -16,39 +16,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int deadline = 1'000;
-constexpr int longestToken = 1'000;
 constexpr auto patience = 1s;
 constexpr int mostWaitingActions = 10;
 constexpr QLatin1String objectPath("/org/tunedeck/Tunedeck");
-constexpr QLatin1String tokenKey("activation-token");
-constexpr QLatin1String startupIdKey("desktop-startup-id");
-constexpr char tokenVariable[] = "XDG_ACTIVATION_TOKEN";
-constexpr char startupIdVariable[] = "DESKTOP_STARTUP_ID";
-
-/// The right to take the keyboard, which the desktop gave to this start.
-QVariantMap ownPlatformData()
-{
-    QVariantMap platformData;
-    for (const auto &[key, variable] :
-        {std::pair(tokenKey, tokenVariable), std::pair(startupIdKey, startupIdVariable)}) {
-        if (const QString value = qEnvironmentVariable(variable); !value.isEmpty()) {
-            platformData.insert(key, value);
-        }
-    }
-    return platformData;
-}
-
-/// Desktops that know no tokens yet have them in the startup id.
-void takeOverToken(const QVariantMap &platformData)
-{
-    for (const QLatin1String key : {tokenKey, startupIdKey}) {
-        const QString token = platformData.value(key).toString();
-        if (!token.isEmpty() && token.size() <= longestToken) {
-            qputenv(tokenVariable, token.toUtf8());
-            return;
-        }
-    }
-}
 } // namespace
 
 ApplicationInstance::ApplicationInstance(const QDBusConnection &bus, QObject *parent)
@@ -94,7 +64,8 @@ void ApplicationInstance::tellBus(const QString &method, const QVariantList &arg
     m_bus.send(message);
 }
 
-void ApplicationInstance::askFirst(std::optional<DesktopAction> action, std::function<void(bool answered)> done)
+void ApplicationInstance::askFirst(
+    std::optional<DesktopAction> action, const Startup &startup, std::function<void(bool answered)> done)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(applicationId.toString(), objectPath,
         QStringLiteral("org.freedesktop.Application"),
@@ -103,7 +74,7 @@ void ApplicationInstance::askFirst(std::optional<DesktopAction> action, std::fun
     if (action) {
         message << desktopActionName(*action) << QVariantList();
     }
-    message << ownPlatformData();
+    message << startup.platformData();
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, deadline), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, done = std::move(done)] {
         watcher->deleteLater();
@@ -119,7 +90,7 @@ bool ApplicationInstance::isAskedForActionsAlone() const
 void ApplicationInstance::requestAction(DesktopAction action)
 {
     m_isActionRequested = true;
-    if (m_tellsActions) {
+    if (canTell(action)) {
         Q_EMIT actionRequested(action);
         return;
     }
@@ -134,18 +105,39 @@ void ApplicationInstance::requestAction(DesktopAction action)
 void ApplicationInstance::tellActions()
 {
     m_tellsActions = true;
-    m_patience.stop();
+    tellWaitingActions();
+}
+
+void ApplicationInstance::tellMusicActions()
+{
+    m_tellsMusicActions = true;
+    tellWaitingActions();
+}
+
+bool ApplicationInstance::canTell(DesktopAction action) const
+{
+    return m_tellsActions && (m_tellsMusicActions || !needsMusic(action));
+}
+
+void ApplicationInstance::tellWaitingActions()
+{
     const QList<DesktopAction> actions = std::exchange(m_waitingActions, {});
     for (const DesktopAction action : actions) {
-        Q_EMIT actionRequested(action);
+        if (canTell(action)) {
+            Q_EMIT actionRequested(action);
+        } else {
+            m_waitingActions.append(action);
+        }
+    }
+    if (m_waitingActions.isEmpty()) {
+        m_patience.stop();
     }
 }
 
 void ApplicationInstance::Activate(const QVariantMap &platformData)
 {
-    takeOverToken(platformData);
     m_isActivated = true;
-    Q_EMIT activated();
+    Q_EMIT activated(Startup::fromPlatformData(platformData));
 }
 
 void ApplicationInstance::Open(const QStringList &, const QVariantMap &platformData)
@@ -154,14 +146,15 @@ void ApplicationInstance::Open(const QStringList &, const QVariantMap &platformD
     Activate(platformData);
 }
 
-void ApplicationInstance::ActivateAction(const QString &actionName, const QVariantList &parameter, const QVariantMap &)
+void ApplicationInstance::ActivateAction(
+    const QString &actionName, const QVariantList &parameter, const QVariantMap &platformData)
 {
+    Q_EMIT startupLeft(Startup::fromPlatformData(platformData));
     const std::optional<DesktopAction> action = desktopActionNamed(actionName);
     if (!action || !parameter.isEmpty()) {
         qDebug("An action that there is not, or one with a parameter, was asked for over D-Bus.");
         return;
     }
-    // The right to take the keyboard, which may be in the platform data, is left: an action does not take it.
     requestAction(*action);
 }
 

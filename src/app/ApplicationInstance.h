@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DesktopAction.h"
+#include "Startup.h"
 
 #include <QDBusConnection>
 #include <QObject>
@@ -27,18 +28,20 @@ public:
     [[nodiscard]] bool isFirst() const;
     /// Is asked on another bus from now on, unless another process of the program came first there.
     void setBus(const QDBusConnection &bus);
-    /// Asks the first process to carry out `action`, or without one to show itself, and calls `done` with whether it
-    /// answered, within a second.
-    void askFirst(std::optional<DesktopAction> action, std::function<void(bool answered)> done);
+    /// Asks the first process to carry out `action`, or without one to show itself, hands it `startup`, and calls
+    /// `done` with whether it answered, within a second.
+    void askFirst(std::optional<DesktopAction> action, const Startup &startup, std::function<void(bool answered)> done);
 
     /// Whether nobody has asked for more than actions so far: a window that comes up leaves the keyboard where it is.
     [[nodiscard]] bool isAskedForActionsAlone() const;
+    /// The action is told as soon as it can be carried out, or never if that takes longer than a second.
     void requestAction(DesktopAction action);
+    /// From now on, there is someone who carries out the actions that do not need Music.
+    void tellActions();
 
 public Q_SLOTS:
-    /// An action that is requested before this is told now, unless that was more than a second ago; any other is told
-    /// when it is requested.
-    void tellActions();
+    /// From now on, the actions that need Music can be carried out as well.
+    void tellMusicActions();
 
     // What the desktop, or another process of the program, calls.
     Q_SCRIPTABLE void Activate(const QVariantMap &platformData);
@@ -47,18 +50,23 @@ public Q_SLOTS:
         const QString &actionName, const QVariantList &parameter, const QVariantMap &platformData);
 
 Q_SIGNALS:
-    void activated();
+    void activated(const tunedeck::Startup &startup);
+    /// What was started was an action, which takes no keyboard.
+    void startupLeft(const tunedeck::Startup &startup);
     void actionRequested(tunedeck::DesktopAction action);
 
 private:
     void registerObject();
     void tellBus(const QString &method, const QVariantList &arguments);
+    [[nodiscard]] bool canTell(DesktopAction action) const;
+    void tellWaitingActions();
 
     QDBusConnection m_bus;
     bool m_isFirst;
     bool m_isActivated = false;
     bool m_isActionRequested = false;
     bool m_tellsActions = false;
+    bool m_tellsMusicActions = false;
     QList<DesktopAction> m_waitingActions;
     QTimer m_patience{this};
 };

@@ -48,6 +48,11 @@ QStringList desktopActionNames()
     return names;
 }
 
+bool needsMusic(DesktopAction action)
+{
+    return action != DesktopAction::KeepAbove;
+}
+
 void perform(DesktopAction action, AppDelegate &delegate)
 {
     (delegate.*entryOf(action).command)();

@@ -18,6 +18,8 @@ enum class DesktopAction { PlayPause, Next, Previous, KeepAbove };
 /// None where the desktop entry has no action of this name.
 [[nodiscard]] std::optional<DesktopAction> desktopActionNamed(QStringView name);
 [[nodiscard]] QStringList desktopActionNames();
+/// Whether there is nothing to carry out as long as it is not known what Music does.
+[[nodiscard]] bool needsMusic(DesktopAction action);
 void perform(DesktopAction action, AppDelegate &delegate);
 
 } // namespace tunedeck

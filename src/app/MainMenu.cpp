@@ -31,7 +31,8 @@ MainMenu::MainMenu(AppDelegate &delegate, WindowController &windowController, Vi
     buildApplicationMenu(addMenu(bundleInfo(u"CFBundleName").value_or(QString())));
     buildFileMenu(addMenu(tr("File", "Menu title")));
     buildControlsMenu(addMenu(tr("Controls", "Menu title")));
-    buildWindowMenu(addMenu(tr("Window", "Menu title")));
+    m_windowMenu = &addMenu(tr("Window", "Menu title"));
+    buildWindowMenu(*m_windowMenu);
     buildHelpMenu(addMenu(tr("Help", "Menu title")));
     m_validation.validate();
 
@@ -78,17 +79,29 @@ MenuValidation &MainMenu::validation()
     return m_validation;
 }
 
+void MainMenu::offerXWayland(bool isUsed)
+{
+    QAction *item = addItem(*m_windowMenu,
+        {tr("Run Through XWayland", "Menu command that can be checked"), QStringLiteral("Window_RunThroughXWayland")});
+    item->setToolTip(tr("Most desktops can then keep it above other windows. It may look less sharp.",
+        "Tooltip of the menu command to run Tunedeck through XWayland; less sharp: on a scaled screen"));
+    item->setCheckable(true);
+    item->setChecked(isUsed);
+    m_windowMenu->setToolTipsVisible(true);
+    connect(item, &QAction::triggered, this, &MainMenu::xWaylandRequested);
+}
+
 void MainMenu::buildApplicationMenu(QMenu &menu)
 {
     QAction *about = addItem(menu, {tr("About Tunedeck", "Menu command"), QStringLiteral("Tunedeck_About")});
     connect(about, &QAction::triggered, &m_delegate, &AppDelegate::displayAboutWindow);
     QAction *checkForUpdates =
-        addItem(menu, {tr("Check for Updates...", "Menu command"), QStringLiteral("Tunedeck_CheckForUpdates")});
+        addItem(menu, {tr("Check for Updates…", "Menu command"), QStringLiteral("Tunedeck_CheckForUpdates")});
     connect(checkForUpdates, &QAction::triggered, this, &MainMenu::updateCheckRequested);
     menu.addSeparator();
 
-    QAction *preferences = addItem(menu,
-        {tr("Preferences...", "Menu command"), QStringLiteral("Tunedeck_Preferences"), {QKeySequence::Preferences}});
+    QAction *preferences = addItem(
+        menu, {tr("Preferences…", "Menu command"), QStringLiteral("Tunedeck_Preferences"), {Qt::CTRL | Qt::Key_Comma}});
     connect(preferences, &QAction::triggered, &m_delegate, &AppDelegate::preferencesButtonAction);
     menu.addSeparator();
 
@@ -159,9 +172,9 @@ void MainMenu::addKeepAboveItem(QMenu &menu)
         QAction *item = addItem(menu,
             {tr("Keep Above All Other Windows (Not Possible on Wayland)", "Menu command that is disabled"),
                 MenuItemIdentifier::keepAboveAllWindows});
-        item->setToolTip(tr("On Wayland, only the desktop can keep a window above the others. Its window menu or its "
-                            "window rules may offer it.",
-            "Tooltip of the menu command to keep the window above all others"));
+        item->setToolTip(
+            tr("Only the desktop can do it, in the window's menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.",
+                "Tooltip of the menu command to keep the window above all others"));
         item->setEnabled(false);
         menu.setToolTipsVisible(true);
         return;

@@ -31,8 +31,12 @@ public:
     [[nodiscard]] QMenu &contextMenu();
     [[nodiscard]] MenuValidation &validation();
 
+    /// Adds a command to change between Wayland and XWayland. `isUsed`: whether the program runs through XWayland now.
+    void offerXWayland(bool isUsed);
+
 Q_SIGNALS:
     void updateCheckRequested();
+    void xWaylandRequested(bool use);
 
 private:
     struct Command {
@@ -66,6 +70,7 @@ private:
     MenuValidation::Validator m_playlistViewControllerValidates;
     MenuValidation m_validation;
     QMenu m_contextMenu;
+    QMenu *m_windowMenu = nullptr;
 };
 
 } // namespace tunedeck

@@ -5,26 +5,52 @@
 #include <QLibraryInfo>
 #include <QTranslator>
 
+#include <algorithm>
+#include <array>
 #include <memory>
 
 namespace tunedeck {
 
 namespace {
-void install(QCoreApplication &application, const QLocale &locale, const QString &name, const QString &folder)
+constexpr QLatin1String english("en");
+/// English has translations too, which know its plurals.
+constexpr std::array<QLatin1String, 5> translations{
+    QLatin1String("de"), english, QLatin1String("es"), QLatin1String("fi"), QLatin1String("pl")};
+
+/// The locale without a language is in English.
+QString languageOf(const QLocale &locale)
+{
+    return locale.language() == QLocale::C ? QString(english) : QLocale::languageToCode(locale.language());
+}
+
+void install(QCoreApplication &application, const QString &file, const QString &folder)
 {
     auto translator = std::make_unique<QTranslator>(&application);
-    if (translator->load(locale, name, QStringLiteral("_"), folder)) {
+    if (translator->load(file, folder)) {
         QCoreApplication::installTranslator(translator.release()); // the application's
     }
 }
 } // namespace
 
-void installTranslators(QCoreApplication &application, const QLocale &locale)
+QString spokenLanguage(const QStringList &languages)
 {
-    // English has translations too: whoever reads English and then German is not to be shown German. They also know
-    // its plurals.
-    install(application, locale, QStringLiteral("tunedeck"), QStringLiteral(":/translations"));
-    install(application, locale, QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    for (const QString &name : languages) {
+        const QString language = name.section(u'-', 0, 0).toLower();
+        if (std::ranges::find(translations, language) != translations.end()) {
+            return language;
+        }
+    }
+    return english;
+}
+
+void installTranslators(QCoreApplication &application, const QLocale &reader)
+{
+    const QString language = spokenLanguage(reader.uiLanguages());
+    if (language != languageOf(reader)) {
+        QLocale::setDefault(QLocale(language));
+    }
+    install(application, QStringLiteral("tunedeck_") + language, QStringLiteral(":/translations"));
+    install(application, QStringLiteral("qtbase_") + language, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
 }
 
 } // namespace tunedeck

@@ -1,49 +1,46 @@
 // SPDX-License-Identifier: MIT
-#include "Appearance.h"
-#include "Application.h"
 #include "ApplicationInstance.h"
-#include "ApplicationLauncher.h"
 #include "BundleInfo.h"
 #include "DesktopAction.h"
-#include "DockMenu.h"
-#include "MprisMusicApplication.h"
-#include "PlayersOnTheBus.h"
+#include "Program.h"
 #include "SessionBus.h"
-#include "SoftwareUpdater.h"
+#include "SessionDisplays.h"
+#include "Startup.h"
 #include "UserDefaults.h"
-#include "ViewController.h"
-#include "WindowActivation.h"
-#include "WindowController.h"
+#include "activateOnX11.h"
 #include "installTranslators.h"
+#include "startAnew.h"
 
 #include <QApplication>
 #include <QCommandLineOption>
 #include <QCommandLineParser>
-#include <QDBusConnection>
 #include <QFont>
 #include <QFontInfo>
-#include <QTimer>
-#include <QWindow>
 
-#include <chrono>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <optional>
 #include <thread>
+#include <vector>
 
 namespace {
-using namespace std::chrono_literals;
 using namespace tunedeck;
 
-/// The window opens with the track on it, unless the players take longer than anyone should wait for a window.
-constexpr auto longestWaitForMusic = 100ms;
+/// Of the event loop; never that of the program.
+constexpr int startAnewStatus = 2;
 
 void setUpNames()
 {
     QApplication::setApplicationName(bundleInfo(u"CFBundleName").value_or(QString()));
     QApplication::setApplicationVersion(bundleInfo(u"CFBundleShortVersionString").value_or(QString()));
     QApplication::setDesktopFileName(applicationId.toString());
+}
+
+/// For who started the program from a command line.
+void say(const QString &message)
+{
+    std::fputs(qPrintable(QStringLiteral("tunedeck: %1\n").arg(message)), stderr);
 }
 
 /// The action that the program is started for, if it is for one.
@@ -67,53 +64,44 @@ std::optional<DesktopAction> parseCommandLine(const QCoreApplication &applicatio
     }
     const std::optional<DesktopAction> action = desktopActionNamed(parser.value(actionOption));
     if (!action) {
-        std::fputs("tunedeck: there is no such action; --help tells which there are\n", stderr);
+        say(QCoreApplication::translate(
+            "main", "there is no such action; --help tells which there are", "On the command line"));
         std::exit(EXIT_FAILURE);
     }
     return action;
 }
 
-int askFirst(ApplicationInstance &instance, std::optional<DesktopAction> action)
+int askFirst(ApplicationInstance &instance, std::optional<DesktopAction> action, const Startup &startup)
 {
-    instance.askFirst(action, [](bool answered) {
+    instance.askFirst(action, startup, [&startup](bool answered) {
         if (!answered) {
-            std::fputs("tunedeck: it runs already, but does not answer\n", stderr);
+            endStartupOnX11(startup);
+            say(QCoreApplication::translate("main", "it runs already, but does not answer", "On the command line"));
         }
         QCoreApplication::exit(answered ? 0 : 1);
     });
     return QApplication::exec();
 }
 
-/// The keyboard stays with whoever has it.
-void showWithoutActivating(Application &application)
+/// What the user asked for, that it may run through XWayland, is told to the toolkit in an argument: a variable would
+/// be inherited by the programs that are started here. Where XWayland does not answer, Wayland is taken; and what the
+/// command line says comes later, and counts.
+std::vector<char *> argumentsWithPlatform(int argc, char *argv[])
 {
-    // A widget's attribute counts when its native window is made, and this one has been made.
-    constexpr const char *property = "_q_showWithoutActivating";
-    QWindow &window = *application.windowController().window().windowHandle();
-    window.setProperty(property, true);
-    application.showMainWindow();
-    window.setProperty(property, QVariant());
+    static char option[] = "-platform";
+    static char platforms[] = "xcb;wayland";
+    std::vector<char *> arguments(argv, argv + argc);
+    if (SessionDisplays::fromEnvironment().canChooseXWayland()
+        && UserDefaults::storedBool(SettingsKey::startThroughXWayland)) {
+        arguments.insert(arguments.begin() + std::min(argc, 1), {option, platforms});
+    }
+    arguments.push_back(nullptr);
+    return arguments;
 }
 
-std::unique_ptr<DockMenu> serveDockMenu(
-    const QDBusConnection &bus, Application &application, const UserDefaults &defaults)
+int run(int argc, char *argv[])
 {
-    auto served =
-        std::make_unique<DockMenu>(bus, [&application] { return application.delegate().applicationDockMenu(); });
-    DockMenu *menu = served.get();
-    const ViewController &viewController = application.viewController();
-    const MusicConnector &musicConnector = application.musicConnector();
-    QObject::connect(&viewController, &ViewController::currentTrackInfoChanged, menu, &DockMenu::update);
-    QObject::connect(&viewController, &ViewController::playPauseTitleChanged, menu, &DockMenu::update);
-    QObject::connect(&musicConnector, &MusicConnector::isMusicAppRunningChanged, menu, &DockMenu::update);
-    QObject::connect(&musicConnector, &MusicConnector::feedTypeChanged, menu, &DockMenu::update);
-    QObject::connect(&defaults, &UserDefaults::valueChanged, menu, &DockMenu::update);
-    return served;
-}
-} // namespace
-
-int main(int argc, char *argv[])
-{
+    const Startup startup = Startup::takeFromEnvironment();
     QApplication qtApplication(argc, argv);
     setUpNames();
     installTranslators(qtApplication);
@@ -124,66 +112,30 @@ int main(int argc, char *argv[])
     SessionBus sessionBus;
     const QDBusConnection &bus = sessionBus.connection();
     if (!bus.isConnected()) {
-        std::fputs("tunedeck: there is no session bus, so no music player can be reached\n", stderr);
+        say(QCoreApplication::translate(
+            "main", "there is no session bus, so no music player can be reached", "On the command line"));
     }
     ApplicationInstance instance(bus);
     if (!instance.isFirst()) {
-        return askFirst(instance, action);
+        return askFirst(instance, action, startup);
     }
     if (action) {
         instance.requestAction(*action);
     }
 
-    UserDefaults defaults;
-    Appearance appearance(defaults, bus);
-    const WindowActivation windowActivation;
-    ApplicationLauncher launcher;
-    MprisMusicApplication music(bus, defaults, launcher);
-    PlayersOnTheBus players(music);
-    SoftwareUpdater updater(bus);
-    QObject::connect(&launcher, &ApplicationLauncher::failed, &QApplication::beep);
-    QObject::connect(
-        &windowActivation, &WindowActivation::windowDidBecomeKey, &music, &MprisMusicApplication::sampleAnew);
-
-    std::unique_ptr<Application> application;
-    std::unique_ptr<DockMenu> dockMenu;
-    const auto start = [&] {
-        if (application) {
-            return;
-        }
-        application = std::make_unique<Application>(
-            Application::Environment{music, defaults, appearance, windowActivation, players, updater});
-        QObject::connect(&instance, &ApplicationInstance::activated, application.get(), &Application::reopen);
-        QObject::connect(&instance, &ApplicationInstance::actionRequested, &application->delegate(),
-            [delegate = &application->delegate()](DesktopAction requested) { perform(requested, *delegate); });
-        if (instance.isAskedForActionsAlone()) {
-            showWithoutActivating(*application);
-        } else {
-            application->showMainWindow();
-        }
-        // Nobody waits for it to see the window.
-        QMetaObject::invokeMethod(
-            application.get(),
-            [&] {
-                dockMenu.reset();
-                dockMenu = serveDockMenu(bus, *application, defaults);
-            },
-            Qt::QueuedConnection);
-        if (music.isReady()) {
-            instance.tellActions();
-        }
-    };
-    QObject::connect(&sessionBus, &SessionBus::changed, &music, [&] {
-        instance.setBus(bus);
-        appearance.setBus(bus);
-        music.setBus(bus);
-        dockMenu.reset();
-        if (application) {
-            dockMenu = serveDockMenu(bus, *application, defaults);
-        }
-    });
-    QObject::connect(&music, &MprisMusicApplication::ready, &music, start);
-    QObject::connect(&music, &MprisMusicApplication::ready, &instance, &ApplicationInstance::tellActions);
-    QTimer::singleShot(music.isReady() ? 0ms : longestWaitForMusic, &music, start);
+    const Program program(sessionBus, instance, startup);
+    QObject::connect(&program, &Program::startAnewRequested, qApp, [] { QCoreApplication::exit(startAnewStatus); });
     return QApplication::exec();
+}
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    std::vector<char *> arguments = argumentsWithPlatform(argc, argv);
+    const int status = run(static_cast<int>(arguments.size()) - 1, arguments.data());
+    if (status != startAnewStatus) {
+        return status;
+    }
+    startAnew();
+    return EXIT_FAILURE;
 }

@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
 #include <QToolButton>
@@ -18,10 +19,27 @@
 namespace tunedeck {
 
 namespace {
-constexpr QSize initialSize(640, 480);
-constexpr int listWidth = 190;
-constexpr int searchWidth = 220;
+/// In the characters and lines of a font that is larger than usual, the window is larger than these.
+constexpr QSize leastInitialSize(640, 480);
+constexpr int charactersPerLine = 100;
+constexpr int linesOfPage = 30;
+constexpr int leastListWidth = 190;
+constexpr int charactersOfTopic = 30;
+constexpr int leastSearchWidth = 220;
+constexpr int charactersOfSearch = 34;
 constexpr int topicSpacing = 3;
+
+int widthFor(int characters, int least, const QWidget &widget)
+{
+    return std::max(least, characters * widget.fontMetrics().averageCharWidth());
+}
+
+QSize initialSize(const QWidget &window)
+{
+    const QSize wanted(widthFor(charactersPerLine, leastInitialSize.width(), window),
+        std::max(leastInitialSize.height(), linesOfPage * window.fontMetrics().lineSpacing()));
+    return wanted.boundedTo(window.screen()->availableSize());
+}
 
 void setName(QWidget &control, const QString &name)
 {
@@ -56,7 +74,7 @@ HelpWindow::HelpWindow(const HelpBook &book, QWidget *parent)
     setWindowTitle(tr("Tunedeck Help", "Title of the help window"));
     // Who closes the player is done with its help.
     setAttribute(Qt::WA_QuitOnClose, false);
-    resize(initialSize);
+    resize(initialSize(*this));
     m_browser->setAccessibleName(tr("Page", "For accessibility: the text of the help page"));
     setUpButtons();
     setUpSearch();
@@ -128,7 +146,7 @@ void HelpWindow::setUpSearch()
     m_searchField->setAccessibleName(tr("Search the help", "For accessibility: the help window's search field"));
     m_searchField->setPlaceholderText(tr("Search", "In the help window's empty search field"));
     m_searchField->setClearButtonEnabled(true);
-    m_searchField->setMaximumWidth(searchWidth);
+    m_searchField->setMaximumWidth(widthFor(charactersOfSearch, leastSearchWidth, *this));
     connect(m_searchField, &QLineEdit::textChanged, this, &HelpWindow::listTopics);
     connect(m_searchField, &QLineEdit::returnPressed, this, [this] { openTopic(m_topicList->item(0)); });
 }
@@ -174,6 +192,7 @@ void HelpWindow::layOut()
     splitter->addWidget(m_topicList);
     splitter->addWidget(m_browser);
     splitter->setStretchFactor(1, 1);
+    const int listWidth = widthFor(charactersOfTopic, leastListWidth, *this);
     splitter->setSizes({listWidth, width() - listWidth});
 
     auto *layout = new QVBoxLayout(this);

@@ -15,6 +15,9 @@ QFont pixelFont(const QStringList &families, double pixels, const QPaintDevice &
 {
     QFont font(families);
     font.setPointSizeF(pixels * 72 / device.logicalDpiY());
+    // What is not set would be as in the font of the desktop, which may be a bold one.
+    font.setWeight(QFont::Normal);
+    font.setStyle(QFont::StyleNormal);
     return font;
 }
 

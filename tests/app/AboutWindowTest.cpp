@@ -83,6 +83,20 @@ private Q_SLOTS:
         QVERIFY(about.versionLabel().font().pointSizeF() < about.nameLabel().font().pointSizeF());
     }
 
+    void itGrowsWithTheFont()
+    {
+        AboutWindow about;
+        about.orderFront();
+        const int width = about.creditsText().width();
+        QFont font = about.font();
+        font.setPointSizeF(20);
+        about.setFont(font);
+        QCOMPARE(about.nameLabel().font().pointSizeF(), 30.0);
+        QCOMPARE(about.versionLabel().font().pointSizeF(), 18.0);
+        QCOMPARE(about.creditsText().font().pointSizeF(), 18.0);
+        QVERIFY(about.creditsText().width() > width);
+    }
+
     void theCreditsAreInTheUsersLanguageWhereTheyAreWrittenInIt_data()
     {
         QTest::addColumn<QLocale>("locale");

@@ -34,6 +34,14 @@ private:
     QStringList m_names;
 };
 
+const Startup ofADock{QStringLiteral("dock-1_TIME7"), QStringLiteral("token")};
+
+void carryOutAll(ApplicationInstance &instance)
+{
+    instance.tellActions();
+    instance.tellMusicActions();
+}
+
 QDBusMessage callTo(const QString &interface, const QString &method, const QVariantList &arguments)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(
@@ -69,11 +77,7 @@ class ApplicationInstanceTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
-        qunsetenv("XDG_ACTIVATION_TOKEN");
-    }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void withoutABusEveryProcessIsTheFirst()
     {
@@ -90,14 +94,12 @@ private Q_SLOTS:
         QVERIFY(first.isFirst());
         QVERIFY(!second.isFirst());
 
-        qputenv("XDG_ACTIVATION_TOKEN", "token of the second");
         QSignalSpy activated(&first, &ApplicationInstance::activated);
         std::optional<bool> answered;
-        second.askFirst(std::nullopt, [&answered](bool isAnswered) { answered = isAnswered; });
-        qunsetenv("XDG_ACTIVATION_TOKEN");
+        second.askFirst(std::nullopt, ofADock, [&answered](bool isAnswered) { answered = isAnswered; });
         QTRY_COMPARE(answered, true);
         QCOMPARE(activated.count(), 1);
-        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArrayLiteral("token of the second"));
+        QCOMPARE(activated.constFirst().constFirst().value<Startup>(), ofADock);
     }
 
     void aSecondProcessAsksTheFirstForAnAction()
@@ -106,14 +108,17 @@ private Q_SLOTS:
         QVERIFY(bus.isRunning());
         ApplicationInstance first(bus.connect(QStringLiteral("asked")));
         ApplicationInstance second(bus.connect(QStringLiteral("asking")));
-        first.tellActions();
+        carryOutAll(first);
         const ToldActions told(first);
         QSignalSpy activated(&first, &ApplicationInstance::activated);
+        QSignalSpy left(&first, &ApplicationInstance::startupLeft);
         std::optional<bool> answered;
-        second.askFirst(DesktopAction::Next, [&answered](bool isAnswered) { answered = isAnswered; });
+        second.askFirst(DesktopAction::Next, ofADock, [&answered](bool isAnswered) { answered = isAnswered; });
         QTRY_COMPARE(answered, true);
         QCOMPARE(told.names(), {QStringLiteral("next")});
         QCOMPARE(activated.count(), 0);
+        QCOMPARE(left.count(), 1);
+        QCOMPARE(left.constFirst().constFirst().value<Startup>(), ofADock);
     }
 
     void aFirstProcessThatDoesNotAnswerIsReported()
@@ -126,7 +131,7 @@ private Q_SLOTS:
         ApplicationInstance second(bus.connect(QStringLiteral("later")));
         QVERIFY(!second.isFirst());
         std::optional<bool> answered;
-        second.askFirst(std::nullopt, [&answered](bool isAnswered) { answered = isAnswered; });
+        second.askFirst(std::nullopt, {}, [&answered](bool isAnswered) { answered = isAnswered; });
         QTRY_COMPARE(answered, false);
     }
 
@@ -138,7 +143,9 @@ private Q_SLOTS:
         instance.Activate({{QStringLiteral("activation-token"), QVariantList{1, 2}}});
         instance.Activate({});
         QCOMPARE(activated.count(), 3);
-        QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+        for (const QVariantList &arguments : activated) {
+            QCOMPARE(arguments.constFirst().value<Startup>(), Startup());
+        }
     }
 
     void whoIsAskedToOpenFilesActivates()
@@ -147,28 +154,17 @@ private Q_SLOTS:
         QSignalSpy activated(&instance, &ApplicationInstance::activated);
         instance.Open({QStringLiteral("file:///song")}, {{QStringLiteral("activation-token"), QStringLiteral("open")}});
         QCOMPARE(activated.count(), 1);
-        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArrayLiteral("open"));
-    }
-
-    void aStartupIdIsTheTokenWhereThereIsNoOther()
-    {
-        ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        instance.Activate({{QStringLiteral("desktop-startup-id"), QStringLiteral("startup")}});
-        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArrayLiteral("startup"));
-        instance.Activate({{QStringLiteral("desktop-startup-id"), QStringLiteral("startup")},
-            {QStringLiteral("activation-token"), QStringLiteral("token")}});
-        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArrayLiteral("token"));
-        instance.Activate({{QStringLiteral("desktop-startup-id"), QString(100'000, u'x')}});
-        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArrayLiteral("token"));
+        QCOMPARE(activated.constFirst().constFirst().value<Startup>().token, QStringLiteral("open"));
     }
 
     void anActionLeavesTheKeyboardToWhoHasIt()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
+        QSignalSpy activated(&instance, &ApplicationInstance::activated);
         QVERIFY(!instance.isAskedForActionsAlone());
         instance.ActivateAction(
             QStringLiteral("next"), {}, {{QStringLiteral("activation-token"), QStringLiteral("token")}});
-        QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+        QCOMPARE(activated.count(), 0);
         QVERIFY(instance.isAskedForActionsAlone());
         instance.Activate({});
         QVERIFY(!instance.isAskedForActionsAlone());
@@ -180,6 +176,7 @@ private Q_SLOTS:
         const ToldActions told(instance);
         instance.requestAction(DesktopAction::KeepAbove);
         instance.requestAction(DesktopAction::Previous);
+        instance.tellMusicActions();
         QCOMPARE(told.names(), QStringList());
         instance.tellActions();
         QCOMPARE(told.names(), (QStringList{QStringLiteral("keep-above"), QStringLiteral("previous")}));
@@ -187,6 +184,21 @@ private Q_SLOTS:
         QCOMPARE(told.names().size(), 2);
         instance.requestAction(DesktopAction::PlayPause);
         QCOMPARE(told.names().constLast(), QStringLiteral("play-pause"));
+    }
+
+    void onlyActionsThatNeedMusicWaitForIt()
+    {
+        ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
+        const ToldActions told(instance);
+        instance.requestAction(DesktopAction::Next);
+        instance.requestAction(DesktopAction::KeepAbove);
+        instance.tellActions();
+        QCOMPARE(told.names(), {QStringLiteral("keep-above")});
+        instance.requestAction(DesktopAction::KeepAbove);
+        QCOMPARE(told.names(), (QStringList{QStringLiteral("keep-above"), QStringLiteral("keep-above")}));
+        instance.tellMusicActions();
+        QCOMPARE(told.names().constLast(), QStringLiteral("next"));
+        QVERIFY(!instance.findChild<QTimer *>()->isActive());
     }
 
     void actionsDoNotWaitLongerThanASecond()
@@ -197,7 +209,7 @@ private Q_SLOTS:
         auto *patience = instance.findChild<QTimer *>();
         QCOMPARE(patience->interval(), 1'000);
         QVERIFY(elapse(*patience));
-        instance.tellActions();
+        carryOutAll(instance);
         QCOMPARE(told.names(), QStringList());
     }
 
@@ -208,14 +220,14 @@ private Q_SLOTS:
         for (int count = 0; count < 10'000; ++count) {
             instance.requestAction(DesktopAction::Next);
         }
-        instance.tellActions();
+        carryOutAll(instance);
         QCOMPARE(told.names().size(), 10);
     }
 
     void noActionIsToldThatTheDesktopEntryDoesNotHave()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        instance.tellActions();
+        carryOutAll(instance);
         const ToldActions told(instance);
         instance.ActivateAction({}, {}, {});
         instance.ActivateAction(QString(100'000, u'n'), {}, {});
@@ -230,7 +242,7 @@ private Q_SLOTS:
         const PrivateBus bus;
         QVERIFY(bus.isRunning());
         ApplicationInstance instance(bus.connect(QStringLiteral("called")));
-        instance.tellActions();
+        carryOutAll(instance);
         const ToldActions told(instance);
         QSignalSpy activated(&instance, &ApplicationInstance::activated);
         const QDBusConnection caller = bus.connect(QStringLiteral("caller"));

@@ -102,6 +102,34 @@ private Q_SLOTS:
         }
     }
 
+    void thePreferencesMoveAsTheDesktopSays()
+    {
+        auto *style = new TimedStyle;
+        style->animationDuration = 100'000;
+        QApplication::setStyle(style);
+        Desktop desktop;
+        const auto setAnimated = [&desktop](bool isAnimated) {
+            desktop.changeSetting(
+                QStringLiteral("org.gnome.desktop.interface"), QStringLiteral("enable-animations"), isAnimated);
+        };
+        setAnimated(false);
+        Application application(desktop.environment());
+        AppPreferencesWindowController &preferences = application.preferencesWindowController();
+        preferences.showWindow();
+        const auto choose = [&preferences](const char *pane) {
+            preferences.toolbarItemClicked(*preferences.toolbarItem(QLatin1String(pane)));
+        };
+        const auto height = [&preferences] { return preferences.window().centralWidget()->height(); };
+        const int ofGeneral = height();
+        choose("Interface");
+        const int ofInterface = height();
+        QVERIFY(ofInterface > ofGeneral);
+        setAnimated(true);
+        choose("General");
+        QCOMPARE(height(), ofInterface);
+        QApplication::setStyle(new TimedStyle);
+    }
+
     void theMenuOpensThePreferencesHelpAndTheAboutWindow()
     {
         Desktop desktop;

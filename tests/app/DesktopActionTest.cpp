@@ -40,6 +40,14 @@ private Q_SLOTS:
         }
     }
 
+    void onlyTheWindowsOwnNeedsNoMusic()
+    {
+        QVERIFY(needsMusic(DesktopAction::PlayPause));
+        QVERIFY(needsMusic(DesktopAction::Next));
+        QVERIFY(needsMusic(DesktopAction::Previous));
+        QVERIFY(!needsMusic(DesktopAction::KeepAbove));
+    }
+
     void eachDoesWhatItSays()
     {
         Desktop desktop;

@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QMenuBar>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace tunedeck;
@@ -20,7 +21,11 @@ class MainMenuTest : public QObject {
 
 private Q_SLOTS:
     void initTestCase() { QApplication::setStyle(new TimedStyle); }
-    void init() { failOnWarning(); }
+    void init()
+    {
+        failOnWarning();
+        qunsetenv("WAYLAND_DISPLAY");
+    }
     void cleanup() { QApplication::setPalette(QPalette()); }
 
     void itHasFiveMenus()
@@ -34,6 +39,14 @@ private Q_SLOTS:
         QCOMPARE(titles,
             (QStringList{QStringLiteral("Tunedeck"), QStringLiteral("File"), QStringLiteral("Controls"),
                 QStringLiteral("Window"), QStringLiteral("Help")}));
+    }
+
+    void thePreferencesHaveAKeyOnEveryDesktop()
+    {
+        Desktop desktop;
+        Application application(desktop.environment());
+        QCOMPARE(application.mainMenu().item(QStringLiteral("Tunedeck_Preferences"))->shortcut(),
+            QKeySequence(QStringLiteral("Ctrl+,")));
     }
 
     void itemsFollowMusicWithoutAMenuBeingOpened()
@@ -82,6 +95,35 @@ private Q_SLOTS:
         item->trigger();
         QVERIFY(!desktop.defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows));
         QVERIFY(!item->isChecked());
+    }
+
+    void whereThereIsNoXWaylandItIsNotOffered()
+    {
+        Desktop desktop;
+        desktop.defaults.setBool(SettingsKey::startThroughXWayland, true);
+        Application application(desktop.environment());
+        QVERIFY(!application.mainMenu().item(QStringLiteral("Window_RunThroughXWayland")));
+    }
+
+    void xWaylandIsKeptInTheSettingsAndTheProgramStartsAnewForIt()
+    {
+        qputenv("WAYLAND_DISPLAY", "wayland-0");
+        qputenv("DISPLAY", ":0");
+        qunsetenv("QT_QPA_PLATFORM");
+        Desktop desktop;
+        desktop.defaults.setBool(SettingsKey::startThroughXWayland, true);
+        Application application(desktop.environment());
+        const QSignalSpy startsAnew(&application, &Application::startAnewRequested);
+        QAction *item = application.mainMenu().item(QStringLiteral("Window_RunThroughXWayland"));
+        QVERIFY(item);
+        // It is wanted, but did not answer.
+        QVERIFY(!item->isChecked());
+        item->trigger();
+        QVERIFY(desktop.defaults.boolForKey(SettingsKey::startThroughXWayland));
+        QCOMPARE(startsAnew.count(), 1);
+        item->trigger();
+        QVERIFY(!desktop.defaults.boolForKey(SettingsKey::startThroughXWayland));
+        QCOMPARE(startsAnew.count(), 2);
     }
 
     void theShortcutsWorkInTheMainWindow()

@@ -3,13 +3,16 @@
 #include "PrivateBus.h"
 #include "endWithParent.h"
 
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDBusReply>
+#include <QDBusVariant>
 #include <QDir>
 #include <QFile>
+#include <QHash>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -17,6 +20,7 @@
 
 #include <csignal>
 #include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -127,6 +131,110 @@ private:
     QProcess m_process;
 };
 
+/// What the help of the command line has to say.
+struct Texts {
+    QString program;
+    QString toolkit;
+};
+
+/// No language but those in `variables`, such as "LANG=de_DE.UTF-8".
+QProcessEnvironment environmentWith(const QStringList &variables)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const auto &name : {u"LANGUAGE"_s, u"LC_ALL"_s, u"LC_MESSAGES"_s, u"LC_NUMERIC"_s, u"LANG"_s}) {
+        environment.remove(name);
+    }
+    for (const QString &variable : variables) {
+        environment.insert(variable.section(u'=', 0, 0), variable.section(u'=', 1));
+    }
+    return environment;
+}
+
+QString helpIn(const QStringList &variables)
+{
+    QProcess process;
+    process.setProcessEnvironment(environmentWith(variables));
+    process.start(QStringLiteral(TUNEDECK_PROGRAM), {u"--help"_s});
+    return process.waitForFinished(20'000) ? QString::fromUtf8(process.readAllStandardOutput()) : QString();
+}
+
+/// A dock with the menu of the program's icon. It reads the menu once, and again whenever it is told of a change.
+class Dock : public QObject {
+    Q_OBJECT
+
+public:
+    explicit Dock(const Session &session)
+        : m_connection(session.connection)
+    {
+        // clang-format off
+        m_connection.connect(QString(), menuPath, menuInterface, u"LayoutUpdated"_s, this, SLOT(takeUpdate()));
+        // clang-format on
+    }
+
+    [[nodiscard]] bool showsSoon(const QString &label)
+    {
+        return QTest::qWaitFor([this, &label] { return shows(label); });
+    }
+    [[nodiscard]] bool shows(const QString &label)
+    {
+        if (m_labels.isEmpty() || std::exchange(m_isOutdated, false)) {
+            m_labels = readLabels();
+        }
+        return m_labels.contains(label);
+    }
+    [[nodiscard]] bool click(const QString &label) const
+    {
+        const QVariant noData = QVariant::fromValue(QDBusVariant(0));
+        return ask(u"Event"_s, {m_labels.value(label, -1), u"clicked"_s, noData, 0U}).type()
+            == QDBusMessage::ReplyMessage;
+    }
+
+private Q_SLOTS:
+    void takeUpdate() { m_isOutdated = true; }
+
+private:
+    struct Item {
+        int id = 0;
+        QVariantMap properties;
+        QVariantList children;
+    };
+    static Item readItem(const QDBusArgument &argument)
+    {
+        Item item;
+        if (argument.currentType() == QDBusArgument::StructureType) {
+            argument.beginStructure();
+            argument >> item.id >> item.properties >> item.children;
+            argument.endStructure();
+        }
+        return item;
+    }
+
+    [[nodiscard]] QDBusMessage ask(const QString &method, const QVariantList &arguments) const
+    {
+        QDBusMessage message =
+            QDBusMessage::createMethodCall(u"org.tunedeck.Tunedeck"_s, menuPath, menuInterface, method);
+        message.setArguments(arguments);
+        const QDBusPendingCall answer = m_connection.asyncCall(message);
+        return QTest::qWaitFor([&answer] { return answer.isFinished(); }) ? answer.reply() : QDBusMessage();
+    }
+    [[nodiscard]] QHash<QString, int> readLabels() const
+    {
+        const QDBusMessage answer = ask(u"GetLayout"_s, {0, -1, QStringList{u"label"_s}});
+        QHash<QString, int> labels;
+        for (const QVariant &child : readItem(answer.arguments().value(1).value<QDBusArgument>()).children) {
+            const Item item = readItem(child.value<QDBusArgument>());
+            labels.insert(item.properties.value(u"label"_s).toString(), item.id);
+        }
+        return labels;
+    }
+
+    const QString menuPath = u"/org/tunedeck/Tunedeck/DockMenu"_s;
+    const QString menuInterface = u"com.canonical.dbusmenu"_s;
+    QDBusConnection m_connection;
+    QHash<QString, int> m_labels; ///< the items' numbers
+    bool m_isOutdated = false;
+};
+
 QVariantList action(const QString &name)
 {
     return {name, QVariantList(), QVariantMap()};
@@ -184,6 +292,40 @@ private Q_SLOTS:
         QVERIFY(session.isProgramRunning());
     }
 
+    void aWindowIsKeptAboveBeforeThePlayerHasAnswered()
+    {
+        const Session session({u"--play"_s, u"--do"_s, u"late 900"_s});
+        QCOMPARE(session.call(u"ActivateAction"_s, action(u"next"_s)).type(), QDBusMessage::ReplyMessage);
+        QCOMPARE(session.call(u"ActivateAction"_s, action(u"keep-above"_s)).type(), QDBusMessage::ReplyMessage);
+        QFile settings(qEnvironmentVariable("XDG_CONFIG_HOME") + u"/tunedeck/tunedeck.conf"_s);
+        const auto isKeptAbove = [&settings] {
+            const bool isOpen = settings.open(QIODevice::ReadOnly);
+            const QByteArray text = isOpen ? settings.readAll() : QByteArray();
+            settings.close();
+            return text.contains("KeepMainWindowAboveAllOtherWindows=true");
+        };
+        QVERIFY(QTest::qWaitFor(isKeptAbove));
+        QCOMPARE(session.player.takeCommands(), QStringList());
+        QCOMPARE(session.commands(1), {u"Next"_s});
+    }
+
+    void theDocksMenuFollowsThePlayerAndCommandsIt()
+    {
+        const Session session({u"--play"_s, u"--track"_s, u"0"_s});
+        QCOMPARE(session.call(u"Activate"_s, {QVariantMap()}).type(), QDBusMessage::ReplyMessage);
+        Dock dock(session);
+        QVERIFY(dock.showsSoon(u"    Track: Quince Harbour Timetable"_s));
+        QVERIFY(session.player.tell(u"track 1"_s));
+        QVERIFY(dock.showsSoon(u"    Track: Borrowed Thimble Waltz"_s));
+        QVERIFY(!dock.shows(u"    Track: Quince Harbour Timetable"_s));
+        QVERIFY(session.player.tell(u"pause"_s));
+        QVERIFY(dock.showsSoon(u"Play"_s));
+        QVERIFY(dock.click(u"Next"_s));
+        QCOMPARE(session.commands(1), {u"Next"_s});
+        session.player.kill();
+        QVERIFY(dock.showsSoon(u"Open \"Music\""_s));
+    }
+
     void aCommandLineWithAnUnknownActionDoesNothing()
     {
         const Session session({u"--play"_s});
@@ -191,6 +333,52 @@ private Q_SLOTS:
         QCOMPARE(line.exitCode(), 1);
         QVERIFY(line.said().endsWith(u"tunedeck: there is no such action; --help tells which there are\n"_s));
         QVERIFY(!session.isProgramRunning());
+    }
+
+    void itSpeaksOneLanguageWhateverTheEnvironmentMixes_data()
+    {
+        const Texts english{u"A small window that controls the music player that runs"_s, u"\nOptions:\n"_s};
+        const Texts german{u"Ein kleines Fenster, das den laufenden Musikplayer steuert"_s, u"\nOptionen:\n"_s};
+        const Texts spanish{
+            u"Una ventana pequeña que controla el reproductor de música en marcha"_s, u"\nOpciones:\n"_s};
+        const Texts finnish{u"Pieni ikkuna, joka ohjaa käynnissä olevaa musiikkisoitinta"_s, u"\nValitsimet:\n"_s};
+        const Texts polish{u"Małe okno, które steruje działającym odtwarzaczem muzyki"_s, u"\nOpcje:\n"_s};
+        QTest::addColumn<QStringList>("environment");
+        QTest::addColumn<Texts>("texts");
+        QTest::newRow("nothing") << QStringList{} << english;
+        QTest::newRow("C") << QStringList{u"LC_ALL=C.UTF-8"_s} << english;
+        QTest::newRow("a locale") << QStringList{u"LANG=de_AT.UTF-8"_s} << german;
+        QTest::newRow("languages without a locale") << QStringList{u"LANGUAGE=de:en"_s, u"LC_ALL=C.UTF-8"_s} << german;
+        QTest::newRow("languages before the locale")
+            << QStringList{u"LANGUAGE=fi:de"_s, u"LANG=de_DE.UTF-8"_s} << finnish;
+        QTest::newRow("the second language is known")
+            << QStringList{u"LANGUAGE=fr:pl"_s, u"LANG=fr_FR.UTF-8"_s} << polish;
+        QTest::newRow("English before what else is known")
+            << QStringList{u"LANGUAGE=en_GB:de"_s, u"LANG=de_DE.UTF-8"_s} << english;
+        QTest::newRow("numbers as elsewhere")
+            << QStringList{u"LANG=es_ES.UTF-8"_s, u"LC_NUMERIC=de_DE.UTF-8"_s} << spanish;
+        QTest::newRow("none that is known") << QStringList{u"LANGUAGE=fr"_s, u"LANG=fr_FR.UTF-8"_s} << english;
+        QTest::newRow("nonsense") << QStringList{u"LANGUAGE=../../de:xx:pl"_s, u"LANG=fi_FI.UTF-8"_s} << polish;
+    }
+    void itSpeaksOneLanguageWhateverTheEnvironmentMixes()
+    {
+        QFETCH(const QStringList, environment);
+        QFETCH(const Texts, texts);
+        const QString help = helpIn(environment);
+        QVERIFY2(help.contains(texts.program), qPrintable(help));
+        QVERIFY2(help.contains(texts.toolkit), qPrintable(help));
+    }
+
+    void whatGoesWrongOnACommandLineIsToldInTheUsersLanguage()
+    {
+        const Home home;
+        QProcess process;
+        process.setProcessEnvironment(environmentWith({u"LANG=de_DE.UTF-8"_s}));
+        process.start(QStringLiteral(TUNEDECK_PROGRAM), {u"--action"_s, u"quit"_s});
+        QVERIFY(process.waitForFinished(20'000));
+        QCOMPARE(process.exitCode(), 1);
+        QVERIFY(QString::fromUtf8(process.readAllStandardError())
+                    .endsWith(u"tunedeck: Diese Aktion gibt es nicht; --help nennt alle, die es gibt\n"_s));
     }
 
     void aBusThatGoesAwayAndComesBackIsTakenUpAgain()

@@ -12,6 +12,7 @@
 #include "PlaylistView.h"
 #include "ScrollingMarqueeView.h"
 #include "TimedStyle.h"
+#include "UpdateFailure.h"
 #include "UpdateWindow.h"
 #include "ViewController.h"
 #include "WindowController.h"
@@ -21,11 +22,14 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QFont>
 #include <QLabel>
 #include <QLibraryInfo>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTranslator>
 
 #include <cmath>
@@ -83,7 +87,11 @@ class TranslationsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QApplication::setStyle(new TimedStyle); }
+    void initTestCase()
+    {
+        QApplication::setStyle(new TimedStyle);
+        m_font = QApplication::font();
+    }
     void init() { failOnWarning(); }
 
     void cleanup()
@@ -91,6 +99,7 @@ private Q_SLOTS:
         const QList<QTranslator *> translators = qApp->findChildren<QTranslator *>();
         qDeleteAll(translators);
         QLocale::setDefault(QLocale::c());
+        QApplication::setFont(m_font);
     }
 
     void theFirstLanguageThatIsKnownIsTaken()
@@ -105,10 +114,59 @@ private Q_SLOTS:
         QCOMPARE(QCoreApplication::translate("tunedeck::MainMenu", "Quit", "Menu command"), QStringLiteral("Quit"));
     }
 
-    void everyTextOfThePlayerAndTheDrawerFits_data() { addLanguages(); }
+    void theFirstKnownOfALanguagesListIsSpoken_data()
+    {
+        QTest::addColumn<QStringList>("languages");
+        QTest::addColumn<QString>("spoken");
+        QTest::newRow("none") << QStringList() << QStringLiteral("en");
+        QTest::newRow("no language") << QStringList{QStringLiteral("C")} << QStringLiteral("en");
+        QTest::newRow("with a script") << QStringList{QStringLiteral("de-Latn-AT")} << QStringLiteral("de");
+        QTest::newRow("in capitals") << QStringList{QStringLiteral("PL")} << QStringLiteral("pl");
+        QTest::newRow("English first") << QStringList{QStringLiteral("en-GB"), QStringLiteral("de")}
+                                       << QStringLiteral("en");
+        QTest::newRow("an unknown one first")
+            << QStringList{QStringLiteral("fr"), QStringLiteral("fi-FI")} << QStringLiteral("fi");
+        QTest::newRow("a path") << QStringList{QStringLiteral("../../tunedeck_de"), QString()} << QStringLiteral("en");
+    }
+    void theFirstKnownOfALanguagesListIsSpoken()
+    {
+        QFETCH(const QStringList, languages);
+        QFETCH(const QString, spoken);
+        QCOMPARE(spokenLanguage(languages), spoken);
+    }
+
+    void whatElseComesInSeveralLanguagesSpeaksThatOfTheTexts_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QString>("spoken");
+        QTest::addColumn<QString>("credits");
+        QTest::addColumn<QString>("help");
+        QTest::newRow("known") << QStringLiteral("de_AT") << QStringLiteral("de_AT")
+                               << QStringLiteral("Geschrieben von") << QStringLiteral("Willkommen bei Tunedeck");
+        QTest::newRow("unknown") << QStringLiteral("fr_FR") << QStringLiteral("en_US") << QStringLiteral("Written by")
+                                 << QStringLiteral("Welcome to Tunedeck");
+        QTest::newRow("none") << QStringLiteral("C") << QStringLiteral("C") << QStringLiteral("Written by")
+                              << QStringLiteral("Welcome to Tunedeck");
+    }
+    void whatElseComesInSeveralLanguagesSpeaksThatOfTheTexts()
+    {
+        QFETCH(const QString, locale);
+        QFETCH(const QString, spoken);
+        QFETCH(const QString, credits);
+        QFETCH(const QString, help);
+        use(locale);
+        QCOMPARE(QLocale().name(), spoken);
+        AboutWindow about;
+        about.orderFront();
+        QVERIFY(about.creditsText().toPlainText().contains(credits));
+        HelpWindow window;
+        QCOMPARE(window.topicList().item(0)->text(), help);
+    }
+
+    void everyTextOfThePlayerAndTheDrawerFits_data() { addLanguagesAndTextScales(); }
     void everyTextOfThePlayerAndTheDrawerFits()
     {
-        useRow();
+        useScaledRow();
         Desktop desktop;
         Application application(desktop.environment());
         application.showMainWindow();
@@ -158,10 +216,10 @@ private Q_SLOTS:
         QVERIFY2(isEnglish || same <= 3, qPrintable(texts.join(u", ")));
     }
 
-    void everyTextOfThePreferencesFits_data() { addLanguages(); }
+    void everyTextOfThePreferencesFits_data() { addLanguagesAndTextScales(); }
     void everyTextOfThePreferencesFits()
     {
-        useRow();
+        useScaledRow();
         Desktop desktop;
         Application application(desktop.environment());
         AppPreferencesWindowController &preferences = application.preferencesWindowController();
@@ -172,10 +230,10 @@ private Q_SLOTS:
         }
     }
 
-    void everyTextOfTheOtherWindowsFits_data() { addLanguages(); }
+    void everyTextOfTheOtherWindowsFits_data() { addLanguagesAndTextScales(); }
     void everyTextOfTheOtherWindowsFits()
     {
-        useRow();
+        useScaledRow();
         AboutWindow about;
         about.orderFront();
         QCOMPARE(cutOffIn(about), QString());
@@ -188,28 +246,34 @@ private Q_SLOTS:
             qPrintable(search.placeholderText()));
     }
 
-    void everyTextOfTheUpdatersPagesFits_data() { addLanguages(); }
+    void everyTextOfTheUpdatersPagesFits_data() { addLanguagesAndTextScales(); }
     void everyTextOfTheUpdatersPagesFits()
     {
-        useRow();
+        useScaledRow();
         UpdateWindow window;
         AppcastItem update;
         update.shortVersion = QStringLiteral("10.11.12");
+        update.minimumSystemVersion = QStringLiteral("24.04");
         window.bringForward();
         const QList<std::function<void()>> pages{
             [&] { window.showChecking(); },
             [&] { window.showUpToDate(QStringLiteral("10.11.12")); },
+            [&] { window.showForNewerSystem(update, QStringLiteral("10.11.11")); },
             [&] { window.showUpdate(update, QStringLiteral("10.11.11")); },
             [&] { window.showDownload(update); },
             [&] { window.showVerifying(); },
             [&] { window.showSaved(QStringLiteral("/home/somebody/Downloads/tunedeck_10.11.12-1_amd64.deb")); },
             [&] {
-                window.showSystemCopy();
+                window.showNoFeed();
                 window.offerSystemUpdater();
             },
         };
         for (const auto &show : pages) {
             show();
+            QTRY_COMPARE(cutOffIn(window), QString());
+        }
+        for (int failure = 0; failure <= int(UpdateFailure::notSaved); ++failure) {
+            window.showFailure(UpdateFailure(failure));
             QTRY_COMPARE(cutOffIn(window), QString());
         }
     }
@@ -222,6 +286,16 @@ private:
             QTest::newRow(locale) << QString::fromLatin1(locale);
         }
     }
+    static void addLanguagesAndTextScales()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<double>("textScale");
+        for (const char *locale : {"en_US", "de_DE", "es_ES", "fi_FI", "pl_PL"}) {
+            for (const double textScale : {1.0, 1.25, 1.5, 2.0}) {
+                QTest::addRow("%s, texts of %g", locale, textScale) << QString::fromLatin1(locale) << textScale;
+            }
+        }
+    }
     static void use(const QString &locale)
     {
         QLocale::setDefault(QLocale(locale));
@@ -231,6 +305,14 @@ private:
     {
         QFETCH(const QString, locale);
         use(locale);
+    }
+    static void useScaledRow()
+    {
+        useRow();
+        QFETCH(const double, textScale);
+        QFont font = QApplication::font();
+        font.setPointSizeF(font.pointSizeF() * textScale);
+        QApplication::setFont(font);
     }
 
     /// In the player, also a text on the display that would have to scroll.
@@ -244,6 +326,8 @@ private:
         }
         return cutOffIn(view);
     }
+
+    QFont m_font;
 };
 
 QTEST_MAIN(TranslationsTest)

@@ -5,6 +5,8 @@ Usage: window_test.py BUILD-FOLDER
 """
 
 import contextlib
+import ctypes
+import os
 import re
 import subprocess
 import sys
@@ -24,10 +26,58 @@ def output(*command: str) -> str:
     return subprocess.run(command, stdout=subprocess.PIPE, text=True, check=True).stdout
 
 
+def window_of(process: subprocess.Popen) -> str:
+    return output("xdotool", "search", "--sync", "--onlyvisible", "--pid", str(process.pid)).split()[0]
+
+
+def server_time() -> int:
+    """The X server counts the milliseconds of the same clock, in 32 bits."""
+    return time.monotonic_ns() // 1_000_000 % 2**32
+
+
+class XClientMessageEvent(ctypes.Structure):
+    _fields_ = (("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
+                ("display", ctypes.c_void_p), ("window", ctypes.c_ulong), ("message_type", ctypes.c_ulong),
+                ("format", ctypes.c_int), ("data", ctypes.c_long * 5))
+
+
+class StartupMessages:
+    """What docks hear of starts from now on."""
+
+    PROPERTY_CHANGE = 1 << 22
+    CLIENT_MESSAGE = 33
+
+    def __init__(self) -> None:
+        self.x11 = ctypes.CDLL("libX11.so.6")
+        self.x11.XOpenDisplay.restype = ctypes.c_void_p
+        self.x11.XDefaultRootWindow.restype = ctypes.c_ulong
+        self.x11.XInternAtom.restype = ctypes.c_ulong
+        self.display = ctypes.c_void_p(self.x11.XOpenDisplay(None))
+        root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.display))
+        self.x11.XSelectInput(self.display, root, ctypes.c_long(self.PROPERTY_CHANGE))
+        self.begin, self.next = (self.x11.XInternAtom(self.display, name, False)
+                                 for name in (b"_NET_STARTUP_INFO_BEGIN", b"_NET_STARTUP_INFO"))
+        self.x11.XSync(self.display, False)
+
+    def take(self) -> list[str]:
+        pieces: dict[int, bytes] = {}
+        while self.x11.XPending(self.display):
+            memory = ctypes.create_string_buffer(192)  # of any event
+            self.x11.XNextEvent(self.display, memory)
+            event = XClientMessageEvent.from_buffer(memory)
+            if event.type != self.CLIENT_MESSAGE or event.message_type not in (self.begin, self.next):
+                continue
+            begun = b"" if event.message_type == self.begin else pieces[event.window]
+            pieces[event.window] = begun + bytes(event.data)[:20]
+        return [text[:text.index(0)].decode() for text in pieces.values()]
+
+    def close(self) -> None:
+        self.x11.XCloseDisplay(self.display)
+
+
 class TunedeckWindow:
     def __init__(self, process: subprocess.Popen) -> None:
-        found = output("xdotool", "search", "--sync", "--onlyvisible", "--pid", str(process.pid))
-        self.id = found.split()[0]
+        self.id = window_of(process)
 
     def geometry(self) -> tuple[int, int, int, int]:
         told = dict(line.split("=") for line in output("xdotool", "getwindowgeometry", "--shell", self.id).splitlines())
@@ -66,25 +116,49 @@ class TunedeckWindow:
         time.sleep(0.2)
 
 
-class WindowTest(unittest.TestCase):
+class DesktopTest(unittest.TestCase):
     build: Build
+    window_manager = "openbox"
 
     def setUp(self) -> None:
         self.stack = contextlib.ExitStack()
         self.addCleanup(self.stack.close)
         self.home = self.stack.enter_context(session())
-        self.stack.enter_context(window_manager())
+        self.stack.enter_context(window_manager(self.window_manager))
         self.stack.enter_context(demo_player(self.build, "--play", "--track", "0"))
 
+    def open_window(self, *arguments: str) -> TunedeckWindow:
+        window = TunedeckWindow(self.stack.enter_context(running(self.build.tunedeck, *arguments)))
+        time.sleep(0.5)
+        return window
+
+    def use_other_window(self) -> str:
+        """The user clicks on it and types."""
+        other = window_of(self.stack.enter_context(running(self.build.bare_window)))
+        output("xdotool", "windowmove", "--sync", other, "500", "500")
+        output("xdotool", "mousemove", "--window", other, "40", "40", "click", "1", "type", "typed")
+        self.assert_active_window_becomes(other)
+        return other
+
+    def start_again(self, **variables: str) -> None:
+        second = subprocess.run([self.build.tunedeck], timeout=20, env=os.environ | variables)
+        self.assertEqual(second.returncode, 0)
+
+    def active_window(self) -> int:
+        return int(re.search(r"0x[0-9a-f]+", output("xprop", "-root", "_NET_ACTIVE_WINDOW"))[0], 16)
+
+    def assert_active_window_becomes(self, window: str) -> None:
+        deadline = time.monotonic() + 5
+        while self.active_window() != int(window) and time.monotonic() < deadline:
+            time.sleep(0.05)
+        self.assertEqual(self.active_window(), int(window))
+
+
+class WindowTest(DesktopTest):
     def keep_above(self) -> None:
         settings = self.home / ".config/tunedeck"
         settings.mkdir(parents=True, exist_ok=True)
         (settings / "tunedeck.conf").write_text("[General]\nKeepMainWindowAboveAllOtherWindows=true\n")
-
-    def open_window(self) -> TunedeckWindow:
-        window = TunedeckWindow(self.stack.enter_context(running(self.build.tunedeck)))
-        time.sleep(0.5)
-        return window
 
     def test_with_a_compositor_the_shadow_is_in_margins_that_the_window_manager_knows_of(self) -> None:
         with compositor():
@@ -166,11 +240,70 @@ class WindowTest(unittest.TestCase):
         window = self.open_window()
         output("xdotool", "windowminimize", "--sync", window.id)
         self.assertIn("_NET_WM_STATE_HIDDEN", window.states())
-        self.assertEqual(subprocess.run([self.build.tunedeck], timeout=20, check=False).returncode, 0)
+        self.start_again()
         time.sleep(0.5)
         self.assertNotIn("_NET_WM_STATE_HIDDEN", window.states())
 
+    def test_a_second_start_hands_on_its_startup_id_which_tells_docks_that_it_is_over(self) -> None:
+        window = self.open_window()
+        self.use_other_window()
+        messages = StartupMessages()
+        self.addCleanup(messages.close)
+        asked_at = server_time()
+        self.start_again(DESKTOP_STARTUP_ID=f'a "dock"\\s-1_TIME{asked_at}')
+        self.assert_active_window_becomes(window.id)
+        self.assertEqual(window.numbers("_NET_WM_USER_TIME"), [asked_at])
+        told = output("xprop", "-notype", "-id", window.id, "_NET_STARTUP_ID").strip()
+        self.assertEqual(told, f'_NET_STARTUP_ID = "a \\"dock\\"\\\\s-1_TIME{asked_at}"')
+        self.assertEqual(messages.take(), [f'remove: ID="a \\"dock\\"\\\\s-1_TIME{asked_at}"'])
+
+    def test_the_first_start_tells_docks_that_it_is_over(self) -> None:
+        messages = StartupMessages()
+        self.addCleanup(messages.close)
+        os.environ["DESKTOP_STARTUP_ID"] = startup_id = f"dock-1_TIME{server_time()}"
+        self.addCleanup(os.environ.pop, "DESKTOP_STARTUP_ID")
+        self.open_window()
+        self.assertEqual(messages.take(), [f'remove: ID="{startup_id}"'])
+
+    def test_a_start_for_an_action_leaves_the_keyboard_and_tells_docks_that_it_is_over(self) -> None:
+        other = self.use_other_window()
+        messages = StartupMessages()
+        self.addCleanup(messages.close)
+        os.environ["DESKTOP_STARTUP_ID"] = startup_id = f"dock-1_TIME{server_time()}"
+        self.addCleanup(os.environ.pop, "DESKTOP_STARTUP_ID")
+        for _ in ("the program starts", "it runs already"):
+            running_already = self.stack.enter_context(running(self.build.tunedeck, "--action", "next"))
+            time.sleep(1)
+            self.assertEqual(self.active_window(), int(other))
+            self.assertEqual(messages.take(), [f'remove: ID="{startup_id}"'])
+        self.assertEqual(running_already.poll(), 0)
+
+
+class KeyboardTest(DesktopTest):
+    """Where the window manager gives the keyboard to no program that has no right to it."""
+
+    window_manager = "metacity"
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.window = self.open_window()
+        self.before = server_time()
+        self.other = self.use_other_window()
+
+    def test_a_second_start_takes_the_keyboard_by_right_of_its_startup_id(self) -> None:
+        self.start_again(DESKTOP_STARTUP_ID=f"dock-1_TIME{server_time()}")
+        self.assert_active_window_becomes(self.window.id)
+
+    def test_a_second_start_without_a_startup_id_is_what_the_user_asks_for_now(self) -> None:
+        self.start_again()
+        self.assert_active_window_becomes(self.window.id)
+
+    def test_who_has_turned_to_another_window_since_keeps_the_keyboard(self) -> None:
+        self.start_again(DESKTOP_STARTUP_ID=f"dock-1_TIME{self.before}")
+        time.sleep(0.5)
+        self.assertEqual(self.active_window(), int(self.other))
+
 
 if __name__ == "__main__":
-    WindowTest.build = Build(Path(sys.argv.pop(1)))
+    DesktopTest.build = Build(Path(sys.argv.pop(1)))
     unittest.main()

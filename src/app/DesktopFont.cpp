@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "DesktopFont.h"
+
+#include "Appearance.h"
+
+#include <QApplication>
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace tunedeck {
+
+namespace {
+constexpr double largestPoints = 100;
+
+struct StyleWord {
+    QLatin1String word;
+    QFont::Weight weight;
+};
+
+constexpr std::array<StyleWord, 13> weights{{
+    {QLatin1String("thin"), QFont::Thin},
+    {QLatin1String("ultra-light"), QFont::ExtraLight},
+    {QLatin1String("extra-light"), QFont::ExtraLight},
+    {QLatin1String("light"), QFont::Light},
+    {QLatin1String("regular"), QFont::Normal},
+    {QLatin1String("medium"), QFont::Medium},
+    {QLatin1String("semi-bold"), QFont::DemiBold},
+    {QLatin1String("demi-bold"), QFont::DemiBold},
+    {QLatin1String("bold"), QFont::Bold},
+    {QLatin1String("ultra-bold"), QFont::ExtraBold},
+    {QLatin1String("extra-bold"), QFont::ExtraBold},
+    {QLatin1String("heavy"), QFont::Black},
+    {QLatin1String("black"), QFont::Black},
+}};
+
+/// Whether `word` tells of the style.
+bool takeStyle(const QString &word, QFont &font)
+{
+    const QString lower = word.toLower();
+    if (lower == QLatin1String("italic") || lower == QLatin1String("oblique")) {
+        font.setStyle(QFont::StyleItalic);
+        return true;
+    }
+    const auto *const weight = std::ranges::find(weights, lower, &StyleWord::word);
+    if (weight == weights.end()) {
+        return false;
+    }
+    font.setWeight(weight->weight);
+    return true;
+}
+
+QStringList familiesIn(const QString &list)
+{
+    QStringList families;
+    const QStringList parts = list.split(u',');
+    for (const QString &part : parts) {
+        if (!part.trimmed().isEmpty()) {
+            families.append(part.trimmed());
+        }
+    }
+    return families;
+}
+
+QFont scaled(QFont font, double scale)
+{
+    if (font.pointSizeF() > 0) {
+        font.setPointSizeF(font.pointSizeF() * scale);
+    } else {
+        font.setPixelSize(static_cast<int>(std::lround(font.pixelSize() * scale)));
+    }
+    return font;
+}
+
+/// Whether the toolkit's theme shows the font of GNOME's settings, or would if the desktop had it do so. A theme that
+/// the user has chosen has a font that the user has chosen.
+bool isThemeOfDesktop(const QString &theme)
+{
+    return theme.isEmpty() || theme == QLatin1String("gtk3") || theme == QLatin1String("gnome")
+        || theme == QLatin1String("xdgdesktopportal");
+}
+
+/// The others answer for these settings too, with values that nobody has set.
+bool hasGnomeSettings(const QStringList &desktops)
+{
+    return std::ranges::any_of(desktops, [](const QString &desktop) {
+        return desktop == QLatin1String("GNOME") || desktop == QLatin1String("Unity")
+            || desktop == QLatin1String("Pantheon");
+    });
+}
+} // namespace
+
+UnservedText unservedText(const QString &platformName, const QProcessEnvironment &environment)
+{
+    if (!isThemeOfDesktop(environment.value(QStringLiteral("QT_QPA_PLATFORMTHEME")))) {
+        return {};
+    }
+    // On X11 the text scale comes as the resolution of the screen, by which the toolkit scales all that is drawn. On
+    // Wayland it does so where these say so.
+    const bool hasResolution = environment.contains(QStringLiteral("QT_WAYLAND_FORCE_DPI"))
+        || environment.contains(QStringLiteral("QT_FONT_DPI"));
+    return {platformName.startsWith(QLatin1String("wayland")) && !hasResolution,
+        hasGnomeSettings(environment.value(QStringLiteral("XDG_CURRENT_DESKTOP")).split(u':'))};
+}
+
+QFont fontFromName(const QString &name, const QFont &otherwise)
+{
+    QStringList words = name.simplified().split(u' ');
+    bool isNumber = false;
+    const double points = words.takeLast().toDouble(&isNumber);
+    if (!isNumber || !(points > 0 && points <= largestPoints)) {
+        return otherwise;
+    }
+    QFont font = otherwise;
+    font.setPointSizeF(points);
+    while (words.size() > 1 && takeStyle(words.constLast(), font)) {
+        words.removeLast();
+    }
+    const QStringList families = familiesIn(words.join(u' '));
+    if (families.isEmpty()) {
+        return otherwise;
+    }
+    font.setFamilies(families);
+    return font;
+}
+
+DesktopFont::DesktopFont(const Appearance &appearance, QObject *parent)
+    : DesktopFont(
+        appearance, unservedText(QGuiApplication::platformName(), QProcessEnvironment::systemEnvironment()), parent)
+{
+}
+
+DesktopFont::DesktopFont(const Appearance &appearance, const UnservedText &unserved, QObject *parent)
+    : QObject(parent)
+    , m_appearance(appearance)
+    , m_unserved(unserved)
+    , m_toolkitFont(QApplication::font())
+{
+    connect(&m_appearance, &Appearance::textChanged, this, &DesktopFont::update);
+    update();
+}
+
+void DesktopFont::update()
+{
+    QFont font = m_unserved.fontName ? fontFromName(m_appearance.fontName(), m_toolkitFont) : m_toolkitFont;
+    if (m_unserved.scale) {
+        font = scaled(font, m_appearance.textScale());
+    }
+    if (font != QApplication::font()) {
+        QApplication::setFont(font);
+    }
+}
+
+} // namespace tunedeck

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#include "SessionDisplays.h"
+
+#include <QtGlobal>
+
+namespace tunedeck {
+
+SessionDisplays SessionDisplays::fromEnvironment()
+{
+    return {!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"), !qEnvironmentVariableIsEmpty("DISPLAY"),
+        !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")};
+}
+
+bool SessionDisplays::canChooseXWayland() const
+{
+    return hasWayland && hasX11 && !isChosen;
+}
+
+bool SessionDisplays::offersXWayland(const QString &platformName, bool isXWaylandWanted) const
+{
+    const bool isOnWayland = platformName.startsWith(QLatin1String("wayland"));
+    return canChooseXWayland() && (isOnWayland || isXWaylandWanted);
+}
+
+} // namespace tunedeck

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "SessionDisplays.h"
+
+#include <QTest>
+
+namespace tunedeck {
+
+namespace {
+const QString xcb = QStringLiteral("xcb");
+const QString wayland = QStringLiteral("wayland");
+} // namespace
+
+class SessionDisplaysTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        qputenv("WAYLAND_DISPLAY", "wayland-0");
+        qputenv("DISPLAY", ":0");
+        qunsetenv("QT_QPA_PLATFORM");
+    }
+
+    void xWaylandIsWhatBothDisplaysTogetherAre()
+    {
+        QVERIFY(SessionDisplays::fromEnvironment().canChooseXWayland());
+        qunsetenv("WAYLAND_DISPLAY");
+        QVERIFY(!SessionDisplays::fromEnvironment().canChooseXWayland());
+        qputenv("WAYLAND_DISPLAY", "wayland-0");
+        qunsetenv("DISPLAY");
+        QVERIFY(!SessionDisplays::fromEnvironment().canChooseXWayland());
+    }
+
+    void anEmptyVariableIsNoDisplay()
+    {
+        qputenv("DISPLAY", "");
+        QVERIFY(!SessionDisplays::fromEnvironment().canChooseXWayland());
+    }
+
+    void whatTheUserSaysForAllProgramsIsNotOverridden()
+    {
+        qputenv("QT_QPA_PLATFORM", "wayland");
+        const SessionDisplays displays = SessionDisplays::fromEnvironment();
+        QVERIFY(!displays.canChooseXWayland());
+        QVERIFY(!displays.offersXWayland(wayland, false));
+        QVERIFY(!displays.offersXWayland(wayland, true));
+    }
+
+    void onWaylandXWaylandIsOffered()
+    {
+        const SessionDisplays displays = SessionDisplays::fromEnvironment();
+        QVERIFY(displays.offersXWayland(wayland, false));
+        QVERIFY(displays.offersXWayland(QStringLiteral("wayland-egl"), false));
+    }
+
+    void throughXWaylandTheWayBackIsOffered() { QVERIFY(SessionDisplays::fromEnvironment().offersXWayland(xcb, true)); }
+
+    void whereXWaylandDidNotAnswerItIsOfferedStill()
+    {
+        QVERIFY(SessionDisplays::fromEnvironment().offersXWayland(wayland, true));
+    }
+
+    void whoIsOnX11WithoutHavingWantedItIsOfferedNothing()
+    {
+        QVERIFY(!SessionDisplays::fromEnvironment().offersXWayland(xcb, false));
+    }
+
+    void onX11AloneNothingIsOffered()
+    {
+        qunsetenv("WAYLAND_DISPLAY");
+        QVERIFY(!SessionDisplays::fromEnvironment().offersXWayland(xcb, true));
+    }
+};
+
+} // namespace tunedeck
+
+QTEST_GUILESS_MAIN(tunedeck::SessionDisplaysTest)
+#include "SessionDisplaysTest.moc"

@@ -1,0 +1,77 @@
+# SPDX-License-Identifier: MIT
+"""The window under a window manager that tiles windows, minimises none and knows no greatest size.
+
+Usage: tiling_test.py BUILD-FOLDER
+"""
+
+import contextlib
+import re
+import subprocess
+import sys
+import time
+import unittest
+from collections.abc import Callable
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
+from session import Build, demo_player, running, session, tiling_window_manager  # noqa: E402
+from window_test import CONTENT, TunedeckWindow, output  # noqa: E402
+
+MINIMISE = (15, 32)  # in the content
+
+
+class TilingTest(unittest.TestCase):
+    build: Build
+
+    def setUp(self) -> None:
+        stack = contextlib.ExitStack()
+        self.addCleanup(stack.close)
+        stack.enter_context(session())
+        stack.enter_context(tiling_window_manager())
+        stack.enter_context(demo_player(self.build, "--play", "--track", "0"))
+        self.window = TunedeckWindow(stack.enter_context(running(self.build.tunedeck)))
+        time.sleep(0.5)
+
+    def assert_becomes(self, expected: object, read: Callable[[], object]) -> None:
+        deadline = time.monotonic() + 5
+        while (seen := read()) != expected and time.monotonic() < deadline:
+            time.sleep(0.1)
+        self.assertEqual(seen, expected)
+
+    def picture(self) -> bytes:
+        x, y, width, height = self.window.geometry()
+        command = ("import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "-depth", "8", "rgb:-")
+        return subprocess.run(command, stdout=subprocess.PIPE, check=True).stdout
+
+    def shape(self) -> list[str]:
+        return re.findall(r"Window shape extents: +(\S+)", output("xwininfo", "-shape", "-id", self.window.id))
+
+    def test_it_floats_at_its_own_size_and_place(self) -> None:
+        self.assertEqual(self.window.geometry()[2:], CONTENT)
+        x, y, width, height = self.window.geometry()
+        self.window.drag((width - 2, 30), (300, 0))
+        self.assertEqual(self.window.geometry(), (x, y, 550, height))
+
+    def test_it_does_not_fill_the_screen(self) -> None:
+        before = self.window.geometry()
+        output("i3-msg", "fullscreen enable")
+        self.assert_becomes(before, self.window.geometry)
+        self.assertNotIn("_NET_WM_STATE_FULLSCREEN", self.window.states())
+
+    def test_the_metal_is_not_stretched_where_the_user_tiles_it_all_the_same(self) -> None:
+        output("i3-msg", "floating disable")
+        self.assert_becomes(["550x64+0+0"], self.shape)
+        self.assertGreater(self.window.geometry()[2], 550)
+
+    def test_it_goes_on_where_it_cannot_be_minimised(self) -> None:
+        x, y, *_ = self.window.geometry()
+        output("xdotool", "mousemove", str(x + MINIMISE[0]), str(y + MINIMISE[1]), "click", "1")
+        output("xdotool", "mousemove", "0", "0")
+        time.sleep(0.3)
+        before = self.picture()
+        self.assert_becomes(True, lambda: self.picture() != before)
+
+
+if __name__ == "__main__":
+    TilingTest.build = Build(Path(sys.argv.pop(1)))
+    unittest.main()

@@ -1,0 +1,240 @@
+# SPDX-License-Identifier: MIT
+"""The window on a Wayland desktop that it reaches through XWayland, because the user wants it so.
+
+Usage: xwayland_test.py BUILD-FOLDER (sway | weston | mutter)
+
+Ends with status 77 where the desktop is not installed.
+"""
+
+import contextlib
+import os
+import re
+import shutil
+import subprocess
+import sys
+import time
+import unittest
+from collections.abc import Callable
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
+from session import Build, demo_player, mutter, running, session, sway, weston  # noqa: E402
+from wayland_test import CORNER, METAL, MINIMISE, SEEN, SKIPPED, Frame, Picture, click, drag, point, press  # noqa: E402
+
+SHADOW = (14, 14, 9, 19)  # left, right, top, bottom
+XWAYLAND, KEEP_ABOVE = 1, 2  # counted from the end of the menu's last part but one
+NO_DISPLAY = ":77"
+DISPLAY, UNCOVERED_METAL = (200, 30), (446, 4)  # in the content
+
+
+class X11:
+    """What XWayland knows. The mouse and the keyboard are those of the display that the desktop is on."""
+
+    def __init__(self, display: str) -> None:
+        self.environment = os.environ | {"DISPLAY": display}
+
+    def output(self, *command: str) -> str:
+        return subprocess.run(command, stdout=subprocess.PIPE, text=True, env=self.environment).stdout
+
+    def windows(self) -> list[str]:
+        """Ours, menus too."""
+        return self.output("xdotool", "search", "--onlyvisible", "--class", "tunedeck").split()
+
+    def window(self, process: subprocess.Popen) -> str | None:
+        return next((window for window in self.windows()
+                     if self.output("xdotool", "getwindowpid", window).strip() == str(process.pid)), None)
+
+    def content(self, window: str) -> Frame:
+        told = dict(line.split("=") for line in self.output("xdotool", "getwindowgeometry", "--shell",
+                                                             window).splitlines())
+        x, y, width, height = (int(told[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+        left, right, top, bottom = SHADOW
+        return x + left, y + top, width - left - right, height - top - bottom
+
+    def states(self, window: str) -> list[str]:
+        return re.findall(r"_NET_WM_STATE_\w+", self.output("xprop", "-notype", "-id", window, "_NET_WM_STATE"))
+
+
+def becomes(is_it: Callable[[], bool]) -> bool:
+    deadline = time.monotonic() + 10
+    while not is_it() and time.monotonic() < deadline:
+        time.sleep(0.1)
+    return is_it()
+
+
+class XWaylandTest(unittest.TestCase):
+    build: Build
+
+    def setUp(self) -> None:
+        self.stack = contextlib.ExitStack()
+        self.addCleanup(self.stack.close)
+        self.home = self.stack.enter_context(session())
+        self.x11 = X11(self.stack.enter_context(self.desktop()))
+        self.stack.enter_context(demo_player(self.build, "--track", "0"))
+        self.settings = self.home / ".config/tunedeck/tunedeck.conf"
+        self.settings.parent.mkdir(parents=True)
+        point(0, 0)
+        point(*CORNER)
+
+    def desktop(self) -> contextlib.AbstractContextManager:
+        raise NotImplementedError
+
+    def start(self, **variables: str) -> subprocess.Popen:
+        environment = self.x11.environment | {"WAYLAND_DEBUG": "1"} | variables
+        environment.pop("QT_QPA_PLATFORM")
+        log = self.stack.enter_context((self.home / "protocol").open("w"))
+        process = self.stack.enter_context(subprocess.Popen([self.build.tunedeck], stderr=log, env=environment))
+        self.stack.callback(process.terminate)
+        return process
+
+    def want_xwayland(self) -> None:
+        self.settings.write_text("[General]\nStartThroughXWayland=true\n")
+
+    def open_through_xwayland(self) -> tuple[subprocess.Popen, str]:
+        self.want_xwayland()
+        process = self.start()
+        return process, self.await_x11_window(process)
+
+    def await_x11_window(self, process: subprocess.Popen) -> str:
+        self.assertTrue(becomes(lambda: self.x11.window(process) is not None))
+        time.sleep(0.5)  # the keyboard comes after the picture
+        return self.x11.window(process)
+
+    def assert_content_becomes(self, window: str, expected: Frame) -> None:
+        becomes(lambda: self.x11.content(window) == expected)
+        self.assertEqual(self.x11.content(window), expected)
+
+    def wayland_windows(self) -> int:
+        """How many main windows there have been."""
+        return (self.home / "protocol").read_text().count("set_max_size(550, 64)")
+
+    def popups(self) -> int:
+        """How many menus there have been on Wayland, and are through XWayland beside the main window."""
+        return len(re.findall(r"-> xdg_surface@\d+\.get_popup", (self.home / "protocol").read_text())) + len(
+            self.x11.windows())
+
+    def choose(self, command: int) -> None:
+        self.open_popup("shift+F10")
+        press("Up")
+        press("Up")
+        self.open_popup("Right")
+        for _ in range(command):
+            press("Up")
+        press("Return")
+
+    def open_popup(self, key: str) -> None:
+        before = self.popups()
+        press(key)
+        self.assertTrue(becomes(lambda: self.popups() > before))
+        time.sleep(0.2)  # the keyboard comes after the picture
+
+    def test_the_user_changes_to_xwayland_and_back_in_the_menu(self) -> None:
+        process = self.start()
+        self.assertTrue(becomes(lambda: self.wayland_windows() == 1))
+        time.sleep(0.5)
+        self.assertIsNone(self.x11.window(process))
+        self.choose(XWAYLAND)
+        self.await_x11_window(process)
+        self.assertIn("StartThroughXWayland=true\n", self.settings.read_text())
+        self.assertEqual(self.wayland_windows(), 1)
+        self.choose(XWAYLAND)
+        self.assertTrue(becomes(lambda: self.wayland_windows() == 2))
+        self.assertIsNone(self.x11.window(process))
+        self.assertIn("StartThroughXWayland=false\n", self.settings.read_text())
+
+    def test_a_second_start_reaches_the_one_that_has_started_anew(self) -> None:
+        process = self.start()
+        self.assertTrue(becomes(lambda: self.wayland_windows() == 1))
+        time.sleep(0.5)
+        self.choose(XWAYLAND)
+        self.await_x11_window(process)
+        self.assertEqual(subprocess.run([self.build.tunedeck], timeout=20).returncode, 0)
+
+    def test_where_xwayland_does_not_answer_it_is_on_wayland(self) -> None:
+        self.want_xwayland()
+        self.start(DISPLAY=NO_DISPLAY)
+        self.assertTrue(becomes(lambda: self.wayland_windows() == 1))
+
+
+class PlacedWindowTest(XWaylandTest):
+    """Where the desktop tells X11's programs where their windows are, and heeds the limits of their sizes."""
+
+    def test_the_metal_drags_the_window(self) -> None:
+        _, window = self.open_through_xwayland()
+        x, y, width, height = self.x11.content(window)
+        drag((x + METAL[0], y + METAL[1]), (60, 40))
+        moved_x, moved_y, *size = self.x11.content(window)
+        # Less the way until it was known to be a drag.
+        self.assertIn(moved_x, range(x + 40, x + 61))
+        self.assertIn(moved_y, range(y + 25, y + 41))
+        self.assertEqual(size, [width, height])
+
+    def test_its_side_resizes_it_within_its_limits(self) -> None:
+        _, window = self.open_through_xwayland()
+        x, y, width, height = self.x11.content(window)
+        drag((x + width - 2, y + 32), (170, 0))
+        self.assert_content_becomes(window, (x, y, 550, height))
+        drag((x + 548, y + 32), (-400, 0))
+        self.assert_content_becomes(window, (x, y, 350, height))
+
+
+class SwayTest(PlacedWindowTest):
+    def desktop(self) -> contextlib.AbstractContextManager:
+        return sway()
+
+
+class WestonTest(XWaylandTest):
+    def desktop(self) -> contextlib.AbstractContextManager:
+        return weston()
+
+
+class MutterTest(PlacedWindowTest):
+    def desktop(self) -> contextlib.AbstractContextManager:
+        return mutter()
+
+    def test_it_can_be_minimised_and_the_desktop_can_restore_it(self) -> None:
+        process, window = self.open_through_xwayland()
+        x, y, *_ = before = self.x11.content(window)
+        click(x + MINIMISE[0], y + MINIMISE[1])
+        self.assertTrue(becomes(lambda: "_NET_WM_STATE_HIDDEN" in self.x11.states(window)))
+        self.x11.output("xdotool", "windowactivate", window)
+        self.assertTrue(becomes(lambda: "_NET_WM_STATE_HIDDEN" not in self.x11.states(window)))
+        self.assertEqual(self.x11.content(window), before)
+
+    def open_other_window(self) -> tuple[int, int]:
+        """Of Wayland. Gives its upper left corner."""
+        before = Picture()
+        self.stack.enter_context(running(self.build.bare_window))
+        self.assertTrue(becomes(lambda: Picture().pixels != before.pixels))
+        time.sleep(0.5)
+        after = Picture()
+        y = next(y for y in range(SEEN[1]) if after.row(y) != before.row(y))
+        return next(x for x in range(SEEN[0]) if after.pixel(x, y + 40) != before.pixel(x, y + 40)), y
+
+    def test_it_is_above_windows_of_wayland_that_the_user_clicks_once_it_is_kept_above(self) -> None:
+        other_x, other_y = self.open_other_window()
+        _, window = self.open_through_xwayland()
+        self.x11.output("xdotool", "windowmove", window, str(other_x + 150), str(other_y + 10))
+        time.sleep(0.3)
+        x, y, *_ = self.x11.content(window)
+
+        def seen_after_a_click_on_the_other_window() -> tuple[int, ...]:
+            click(other_x + 50, other_y + 60)
+            time.sleep(0.3)
+            return Picture().pixel(x + DISPLAY[0], y + DISPLAY[1])
+
+        of_the_display = Picture().pixel(x + DISPLAY[0], y + DISPLAY[1])
+        self.assertNotEqual(seen_after_a_click_on_the_other_window(), of_the_display)
+        click(x + UNCOVERED_METAL[0], y + UNCOVERED_METAL[1])
+        self.choose(KEEP_ABOVE)
+        self.assertTrue(becomes(lambda: "_NET_WM_STATE_ABOVE" in self.x11.states(window)))
+        self.assertEqual(seen_after_a_click_on_the_other_window(), of_the_display)
+
+
+if __name__ == "__main__":
+    XWaylandTest.build = Build(Path(sys.argv[1]))
+    if not shutil.which(sys.argv[2]):
+        print(f"{sys.argv[2]} is not installed.")
+        sys.exit(SKIPPED)
+    desktops = {"sway": "SwayTest", "weston": "WestonTest", "mutter": "MutterTest"}
+    unittest.main(argv=sys.argv[:1] + sys.argv[3:], defaultTest=desktops[sys.argv[2]])
