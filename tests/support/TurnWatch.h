@@ -20,7 +20,7 @@ public:
     {
         m_timer.setTimerType(Qt::PreciseTimer);
         connect(&m_timer, &QTimer::timeout, this, &TurnWatch::endTurn);
-        m_turn.start();
+        m_clock.start();
         m_timer.start(std::chrono::milliseconds(1));
     }
 
@@ -28,26 +28,29 @@ public:
     [[nodiscard]] qint64 longest()
     {
         endTurn();
-        return m_longest;
+        return m_longest / 1'000'000;
     }
 
 private:
-    /// How long this thread has been ready to run while others ran, in milliseconds; 0 where the system does not tell.
+    /// How long this thread has been ready to run while others ran, in nanoseconds; 0 where the system does not tell.
     [[nodiscard]] static qint64 waitForProcessor()
     {
         QFile statistics(QStringLiteral("/proc/thread-self/schedstat"));
-        return statistics.open(QIODevice::ReadOnly) ? statistics.readAll().split(' ').value(1).toLongLong() / 1'000'000
-                                                    : 0;
+        return statistics.open(QIODevice::ReadOnly) ? statistics.readAll().split(' ').value(1).toLongLong() : 0;
     }
 
     void endTurn()
     {
         const qint64 wait = waitForProcessor();
-        m_longest = std::max(m_longest, m_turn.restart() - (wait - std::exchange(m_waitBefore, wait)));
+        const qint64 now = m_clock.nsecsElapsed();
+        const qint64 turn = now - std::exchange(m_turnBegan, now);
+        m_longest = std::max(m_longest, turn - (wait - std::exchange(m_waitBefore, wait)));
     }
 
     QTimer m_timer;
-    QElapsedTimer m_turn;
+    QElapsedTimer m_clock;
+    // In nanoseconds: what is rounded before it is subtracted is up to a millisecond off.
+    qint64 m_turnBegan = 0;
     qint64 m_waitBefore = waitForProcessor();
     qint64 m_longest = 0;
 };

@@ -440,9 +440,9 @@ void MprisMusicApplication::rememberPlayer()
         return;
     }
     const QString entry = m_player->desktopEntry();
-    remember(SettingsKey::lastFollowedPlayer, entry);
     const QString family = playerFamily(m_player->name());
-    if (family == m_defaults.stringForKey(SettingsKey::followedPlayer) && entry != family) {
+    remember(SettingsKey::lastFollowedPlayer, entry.isEmpty() ? family : entry);
+    if (family == m_defaults.stringForKey(SettingsKey::followedPlayer) && !entry.isEmpty()) {
         remember(SettingsKey::followedPlayerEntry, family + u'/' + entry);
     }
 }

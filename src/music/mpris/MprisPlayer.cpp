@@ -144,9 +144,9 @@ QString MprisPlayer::identity() const
     return m_identity.isEmpty() ? m_name : m_identity;
 }
 
-QString MprisPlayer::desktopEntry() const
+const QString &MprisPlayer::desktopEntry() const
 {
-    return m_desktopEntry.isEmpty() ? playerFamily(m_name) : m_desktopEntry;
+    return m_desktopEntry;
 }
 
 bool MprisPlayer::isAttached() const

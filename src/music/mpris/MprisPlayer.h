@@ -33,9 +33,9 @@ public:
     [[nodiscard]] std::optional<qint64> processId() const;
     /// What the player calls itself, else its bus name.
     [[nodiscard]] QString identity() const;
-    /// Identifier of the player's desktop entry, without a slash and not longer than a file's name; else its family,
-    /// see playerFamily().
-    [[nodiscard]] QString desktopEntry() const;
+    /// Identifier of the player's desktop entry, without a slash and not longer than a file's name; empty where the
+    /// player has named none.
+    [[nodiscard]] const QString &desktopEntry() const;
     /// Whether the player has once answered in full. Before that there is nothing to follow.
     [[nodiscard]] bool isAttached() const;
     /// Whether the first question has been answered, refused or not answered in time.

@@ -159,7 +159,7 @@ std::optional<QList<PlaylistDetails>> PlayerPlaylists::readPages(
         }
         // To some players it is a mistake to ask for what comes after the last.
         if (reply.type() == QDBusMessage::ErrorMessage) {
-            return pages.playlists().isEmpty() ? std::nullopt : std::optional(pages.playlists());
+            return pages.reachesCount() ? std::optional(pages.playlists()) : std::nullopt;
         }
         pages.add(reply.arguments().value(0));
     }

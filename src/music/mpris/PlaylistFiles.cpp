@@ -11,6 +11,7 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <future>
 #include <memory>
@@ -34,9 +35,11 @@ std::binary_semaphore &search()
 
 bool isPlaylist(const QFileInfo &file)
 {
-    static const QStringList suffixes{
-        QStringLiteral("m3u"), QStringLiteral("m3u8"), QStringLiteral("pls"), QStringLiteral("xspf")};
-    return suffixes.contains(file.suffix(), Qt::CaseInsensitive);
+    // Not a list, which would end with the program: a search may outlast it.
+    constexpr std::array suffixes{
+        QLatin1String("m3u"), QLatin1String("m3u8"), QLatin1String("pls"), QLatin1String("xspf")};
+    return std::ranges::any_of(suffixes,
+        [suffix = file.suffix()](QLatin1String known) { return suffix.compare(known, Qt::CaseInsensitive) == 0; });
 }
 
 /// None for a file that is no playlist, or cannot be read. Asks the disk for playlists alone: most files are songs, and

@@ -24,7 +24,7 @@ void PlaylistPages::add(const QVariant &page)
     // A player that cannot count sends the same page again and again.
     const bool broughtNothing = m_playlists.size() == before;
     // A count that is out of date must not cut a list whose pages are still full.
-    const bool isLastByCount = elements.size() < pageSize && m_count && m_nextIndex >= *m_count;
+    const bool isLastByCount = elements.size() < pageSize && m_count && reachesCount();
     m_isComplete = broughtNothing || isLastByCount || m_playlists.size() == maximumPlaylists;
 }
 
@@ -36,6 +36,11 @@ uint PlaylistPages::nextIndex() const
 bool PlaylistPages::isComplete() const
 {
     return m_isComplete;
+}
+
+bool PlaylistPages::reachesCount() const
+{
+    return m_count ? m_nextIndex >= *m_count : m_nextIndex > 0;
 }
 
 const QList<PlaylistDetails> &PlaylistPages::playlists() const

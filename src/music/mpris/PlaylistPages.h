@@ -27,6 +27,8 @@ public:
     [[nodiscard]] uint nextIndex() const;
     /// Whether there is nothing more to ask for.
     [[nodiscard]] bool isComplete() const;
+    /// Whether the player has told of as many as it counts; of any at all where it does not count them.
+    [[nodiscard]] bool reachesCount() const;
     [[nodiscard]] const QList<PlaylistDetails> &playlists() const;
 
 private:

@@ -83,6 +83,7 @@ private Q_SLOTS:
     void aPlayerFrozenAtTheStartIsNotThereYet();
     void openingLaunchesThePlayerFollowedLast();
     void openingLaunchesThePinnedPlayerByTheEntryThatItNamed();
+    void thePinnedPlayersNewEntryIsRememberedEvenIfItIsItsFamily();
     void thePinnedPlayersEntryIsOfNoUseForAnother();
     void anEntryThatIsNoFileNameIsNotRemembered_data();
     void anEntryThatIsNoFileNameIsNotRemembered();
@@ -687,6 +688,16 @@ void MprisMusicApplicationTest::openingLaunchesThePinnedPlayerByTheEntryThatItNa
     QTRY_VERIFY(!m_music->isRunning());
     QVERIFY(m_music->activate());
     QCOMPARE(m_launcher.entries, (QStringList{u"org.Favourite"_s, u"favourite"_s, u"tunedeck-demo-player"_s}));
+}
+
+void MprisMusicApplicationTest::thePinnedPlayersNewEntryIsRememberedEvenIfItIsItsFamily()
+{
+    m_defaults->setValue(u"FollowedPlayer"_s, u"favourite"_s);
+    m_defaults->setValue(u"FollowedPlayerEntry"_s, u"favourite/org.Former"_s);
+    startPlayer({u"--play"_s, u"--name"_s, u"favourite"_s, u"--do"_s, u"wrong DesktopEntry string favourite"_s});
+    startMusic();
+    QTRY_COMPARE(m_defaults->stringForKey(u"FollowedPlayerEntry"_s), u"favourite/favourite"_s);
+    QCOMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"favourite"_s);
 }
 
 void MprisMusicApplicationTest::thePinnedPlayersEntryIsOfNoUseForAnother()

@@ -54,6 +54,8 @@ private Q_SLOTS:
     void allPlaylistsAreLoadedPageByPage();
     void shortPagesDoNotCutTheList_data();
     void shortPagesDoNotCutTheList();
+    void anErrorBeforeTheLastPlaylistIsNotTheEndOfTheList();
+    void anErrorInPlaceOfAnEmptyPageIsAnEmptyList();
     void aPlayerIsAskedForAnOrderThatItKnows();
     void tenThousandPlaylistsAreLoadedAndNotFeltInTheWindow();
     void aRenamedPlaylistShowsItsNewNameAtTheNextLoad();
@@ -227,6 +229,22 @@ void PlayerPlaylistsTest::shortPagesDoNotCutTheList()
     startMusic();
     QCOMPARE(onAnotherThread([this] { return m_music->playlistIds().value_or(QVariantList()).size(); }), 120);
     QTEST(calls().filter(u"GetPlaylists"_s).size(), "questions");
+}
+
+void PlayerPlaylistsTest::anErrorBeforeTheLastPlaylistIsNotTheEndOfTheList()
+{
+    startPlayer({u"playlists 120"_s, u"pages 50 strict"_s, u"wrong PlaylistCount int 200"_s});
+    startMusic();
+    QCOMPARE(onAnotherThread([this] { return m_music->playlistIds(); }), std::nullopt);
+    QCOMPARE(calls().filter(u"GetPlaylists"_s).size(), 4);
+}
+
+void PlayerPlaylistsTest::anErrorInPlaceOfAnEmptyPageIsAnEmptyList()
+{
+    startPlayer({u"playlists 0"_s, u"pages 50 strict"_s});
+    startMusic();
+    QCOMPARE(onAnotherThread([this] { return m_music->playlistIds(); }), std::optional(QVariantList()));
+    QCOMPARE(calls().filter(u"GetPlaylists"_s).size(), 1);
 }
 
 void PlayerPlaylistsTest::aPlayerIsAskedForAnOrderThatItKnows()

@@ -95,6 +95,26 @@ private Q_SLOTS:
         QCOMPARE(pages.playlists().size(), 3);
     }
 
+    void theCountIsReachedOnceAsManyAreToldOf()
+    {
+        PlaylistPages pages(3);
+        QVERIFY(!pages.reachesCount());
+        pages.add(page(0, 2));
+        QVERIFY(!pages.reachesCount());
+        pages.add(page(2, 1));
+        QVERIFY(pages.reachesCount());
+        QVERIFY(PlaylistPages(0).reachesCount());
+    }
+
+    void withoutACountItIsReachedWithTheFirst()
+    {
+        PlaylistPages pages;
+        QVERIFY(!pages.reachesCount());
+        pages.add(page(0, 1));
+        QVERIFY(pages.reachesCount());
+        QVERIFY(!pages.isComplete());
+    }
+
     void whatIsNoPageEndsTheList_data()
     {
         QTest::addColumn<QVariant>("value");
