@@ -88,25 +88,21 @@ QPoint devicePosition(const MarqueeLabel &label, double scale)
 /// Screen readers speak a notification of their own accord, and of a label only when they are asked to.
 class AccessibleMarquee : public QAccessibleWidget {
 public:
-    explicit AccessibleMarquee(ScrollingMarqueeView &marquee)
-        : QAccessibleWidget(&marquee, QAccessible::Notification)
-        , m_marquee(marquee)
+    explicit AccessibleMarquee(QLabel *marquee)
+        : QAccessibleWidget(marquee, QAccessible::Notification)
     {
     }
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
-        return kind == QAccessible::Name ? m_marquee.text() : QAccessibleWidget::text(kind);
+        return kind == QAccessible::Name ? qobject_cast<QLabel *>(widget())->text() : QAccessibleWidget::text(kind);
     }
-
-private:
-    ScrollingMarqueeView &m_marquee;
 };
 
 QAccessibleInterface *accessibleMarquee(const QString &, QObject *object)
 {
     auto *marquee = qobject_cast<ScrollingMarqueeView *>(object);
-    return marquee ? new AccessibleMarquee(*marquee) : nullptr;
+    return marquee ? new AccessibleMarquee(marquee) : nullptr;
 }
 } // namespace
 

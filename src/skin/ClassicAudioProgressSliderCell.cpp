@@ -28,6 +28,9 @@ QPainterPath hairline(const QRectF &rect, const DevicePixels &pixels)
 /// One point on, one point off. A pen's dashes are counted in its own width.
 QPainterPath dottedBand(const QRectF &band, const DevicePixels &pixels)
 {
+    if (band.width() <= 0) {
+        return {};
+    }
     const QRectF crisp = pixels.snapped(band);
     const double dot = pixels.lineWidth(1);
     QPainterPath path;

@@ -60,7 +60,9 @@ void LCDBackgroundCell::draw(QPainter &painter, const QRectF &frame, const LCDBa
     }
     fillWithInnerShadow(painter, glass, {.offset = {0, -1.5}, .blurRadius = 1.25, .color = black(0.333F)});
     gloss(state.isDark)
-        .drawInPath(painter, state.isDark ? roundedRectangle(inset(glassBounds, 1, 1), glassRadius) : glass, downwards);
+        .drawInPath(painter,
+            state.isDark ? roundedRectangle(inset(glassBounds, bezelWidth, bezelWidth), glassRadius) : glass,
+            downwards);
     drawInnerEdge(painter, glassBounds, state.isDark);
     painter.restore();
 }

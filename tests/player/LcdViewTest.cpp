@@ -7,8 +7,10 @@
 #include "ScrollingMarqueeView.h"
 #include "SkinDesk.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QTest>
 
 using namespace tunedeck;
@@ -67,6 +69,22 @@ private Q_SLOTS:
             QCOMPARE(text->palette().color(QPalette::WindowText), lcdTextColor);
         }
         QCOMPARE(lcd.infoButton().palette().color(QPalette::ButtonText), lcdTextColor);
+    }
+
+    void aBoldItalicFontOfTheDesktopDoesNotMakeTheTimesBoldOrItalic()
+    {
+        const auto reset = qScopeGuard([before = QApplication::font()] { QApplication::setFont(before); });
+        QFont boldItalic = QApplication::font();
+        boldItalic.setBold(true);
+        boldItalic.setItalic(true);
+        QApplication::setFont(boldItalic);
+        const SkinDesk desk;
+        LcdView lcd(desk.environment);
+        lcd.show();
+        for (const QLabel *time : {&lcd.primaryTimeLabel(), &lcd.secondaryTimeLabel()}) {
+            QCOMPARE(time->font().weight(), QFont::Normal);
+            QCOMPARE(time->font().style(), QFont::StyleNormal);
+        }
     }
 
     void theLongestTimeKeepsItsRoom()

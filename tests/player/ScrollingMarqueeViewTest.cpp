@@ -206,6 +206,7 @@ private Q_SLOTS:
             marquee.goTo(time);
             QCoreApplication::processEvents();
             const QImage frameByFrame = window.screen()->grabWindow(window.winId()).toImage();
+            QVERIFY(!frameByFrame.isNull());
             window.repaint();
             QCOMPARE(frameByFrame, window.screen()->grabWindow(window.winId()).toImage());
         }

@@ -59,6 +59,15 @@ private Q_SLOTS:
         }
     }
 
+    void aKnobBeforeTheBandLeavesNoDot()
+    {
+        // Its middle is 1 point into the bar, where the band begins 3 points in.
+        const Picture picture = bar(atStart.translated(-7.5, 0), 1.25);
+        for (int column = 4; column < 240; ++column) {
+            QCOMPARE(picture.at((column + 0.5) / 1.25, 10).alpha(), 0);
+        }
+    }
+
     void aDisabledBarIsAThinFrame_data()
     {
         QTest::addColumn<double>("scale");

@@ -51,6 +51,15 @@ private Q_SLOTS:
         QVERIFY(isNear(outside, QColor(232, 235, 207)));
     }
 
+    void inTheDarkTheGlossBeginsOnAWholePixelAtAFractionalScale()
+    {
+        // Two pixels above the lower edge. In full, it takes as much there as three pixels further up.
+        for (const double scale : {1.25, 1.5}) {
+            const Picture picture = drawn(true, scale);
+            QCOMPARE(picture.at(middle, 2.5 / scale), picture.at(middle, 5.5 / scale));
+        }
+    }
+
     void inTheDarkEverySecondPointHasAScanLine()
     {
         for (const double scale : {1.0, 2.0}) {
