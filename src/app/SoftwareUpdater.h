@@ -23,6 +23,8 @@ public:
     explicit SoftwareUpdater(const QDBusConnection &bus, QObject *parent = nullptr);
     /// With the module's path.
     SoftwareUpdater(const QDBusConnection &bus, const QString &modulePath, QObject *parent = nullptr);
+    explicit SoftwareUpdater(QDBusConnection &&bus, QObject *parent = nullptr) = delete;
+    SoftwareUpdater(QDBusConnection &&bus, const QString &modulePath, QObject *parent = nullptr) = delete;
 
     void checkForUpdates() override;
 

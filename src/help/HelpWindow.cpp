@@ -4,6 +4,7 @@
 #include "BundleInfo.h"
 #include "HelpBrowser.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QListWidget>
@@ -19,7 +20,7 @@
 namespace tunedeck {
 
 namespace {
-/// In the characters and lines of a font that is larger than usual, the window is larger than these.
+/// In a small font; in a larger one as much as the characters and lines below need, if the screen has the room.
 constexpr QSize leastInitialSize(640, 480);
 constexpr int charactersPerLine = 100;
 constexpr int linesOfPage = 30;
@@ -70,17 +71,18 @@ HelpWindow::HelpWindow(const HelpBook &book, QWidget *parent)
     , m_searchField(new QLineEdit(this))
     , m_topicList(new QListWidget(this))
     , m_browser(new HelpBrowser(book, this))
+    , m_splitter(new QSplitter(this))
 {
     setWindowTitle(tr("Tunedeck Help", "Title of the help window"));
     // Who closes the player is done with its help.
     setAttribute(Qt::WA_QuitOnClose, false);
-    resize(initialSize(*this));
     m_browser->setAccessibleName(tr("Page", "For accessibility: the text of the help page"));
     setUpButtons();
     setUpSearch();
     setUpTopics();
     setUpKeys();
     layOut();
+    makeRoomForTexts();
     listTopics();
 }
 
@@ -124,6 +126,14 @@ QToolButton &HelpWindow::forwardButton()
     return *m_forwardButton;
 }
 
+void HelpWindow::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        makeRoomForTexts();
+    }
+}
+
 void HelpWindow::setUpButtons()
 {
     m_backButton->setArrowType(Qt::LeftArrow);
@@ -146,7 +156,6 @@ void HelpWindow::setUpSearch()
     m_searchField->setAccessibleName(tr("Search the help", "For accessibility: the help window's search field"));
     m_searchField->setPlaceholderText(tr("Search", "In the help window's empty search field"));
     m_searchField->setClearButtonEnabled(true);
-    m_searchField->setMaximumWidth(widthFor(charactersOfSearch, leastSearchWidth, *this));
     connect(m_searchField, &QLineEdit::textChanged, this, &HelpWindow::listTopics);
     connect(m_searchField, &QLineEdit::returnPressed, this, [this] { openTopic(m_topicList->item(0)); });
 }
@@ -187,21 +196,26 @@ void HelpWindow::layOut()
     bar->addStretch();
     bar->addWidget(m_searchField);
 
-    auto *splitter = new QSplitter(this);
-    splitter->setChildrenCollapsible(false);
-    splitter->addWidget(m_topicList);
-    splitter->addWidget(m_browser);
-    splitter->setStretchFactor(1, 1);
-    const int listWidth = widthFor(charactersOfTopic, leastListWidth, *this);
-    splitter->setSizes({listWidth, width() - listWidth});
+    m_splitter->setChildrenCollapsible(false);
+    m_splitter->addWidget(m_topicList);
+    m_splitter->addWidget(m_browser);
+    m_splitter->setStretchFactor(1, 1);
 
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(bar);
-    layout->addWidget(splitter, 1);
+    layout->addWidget(m_splitter, 1);
     const std::initializer_list<QWidget *> order{m_backButton, m_forwardButton, m_searchField, m_topicList, m_browser};
     for (auto control = order.begin(); control + 1 != order.end(); ++control) {
         setTabOrder(*control, *(control + 1));
     }
+}
+
+void HelpWindow::makeRoomForTexts()
+{
+    resize(size().expandedTo(initialSize(*this)));
+    m_searchField->setMaximumWidth(widthFor(charactersOfSearch, leastSearchWidth, *this));
+    const int listWidth = widthFor(charactersOfTopic, leastListWidth, *this);
+    m_splitter->setSizes({listWidth, width() - listWidth});
 }
 
 void HelpWindow::addKeys(const QList<QKeySequence> &keys, const std::function<void()> &command)

@@ -11,6 +11,7 @@ class QKeySequence;
 class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
+class QSplitter;
 class QToolButton;
 
 namespace tunedeck {
@@ -37,12 +38,17 @@ public:
     [[nodiscard]] QToolButton &backButton();
     [[nodiscard]] QToolButton &forwardButton();
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     void setUpButtons();
     void setUpSearch();
     void setUpTopics();
     void setUpKeys();
     void layOut();
+    /// As much as their font asks for. The window grows, and does not shrink.
+    void makeRoomForTexts();
     void addKeys(const QList<QKeySequence> &keys, const std::function<void()> &command);
     void listTopics();
     void openTopic(const QListWidgetItem *item);
@@ -58,6 +64,7 @@ private:
     QLineEdit *m_searchField;
     QListWidget *m_topicList;
     HelpBrowser *m_browser;
+    QSplitter *m_splitter;
     QList<HelpTopic> m_topics; ///< as listed
 };
 

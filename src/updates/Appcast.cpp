@@ -200,12 +200,14 @@ private:
     QList<AppcastItem> m_items;
 };
 
-bool fitsSystem(const AppcastItem &item, const QString &systemVersion)
+enum class System { Fits, IsTooOld };
+
+System systemFor(const AppcastItem &item, const QString &systemVersion)
 {
-    if (!isDottedNumber(item.minimumSystemVersion) || !isDottedNumber(systemVersion)) {
-        return true;
-    }
-    return Version::fromString(item.minimumSystemVersion) <= Version::fromString(systemVersion);
+    const bool isComparable = isDottedNumber(item.minimumSystemVersion) && isDottedNumber(systemVersion);
+    const bool isTooOld =
+        isComparable && Version::fromString(systemVersion) < Version::fromString(item.minimumSystemVersion);
+    return isTooOld ? System::IsTooOld : System::Fits;
 }
 
 bool isPrerelease(const QString &text)
@@ -214,8 +216,8 @@ bool isPrerelease(const QString &text)
     return version && version->isPrerelease();
 }
 
-/// Of those that fit the system of `program`, or of those that do not.
-std::optional<AppcastItem> newestWanted(const QList<AppcastItem> &items, const RunningProgram &program, bool fitting)
+/// Of those for which the system of `program` is so.
+std::optional<AppcastItem> newestWanted(const QList<AppcastItem> &items, const RunningProgram &program, System system)
 {
     const bool wantsPrereleases = isPrerelease(program.shortVersion);
     std::optional<Version> newest = Version::fromString(program.version);
@@ -223,7 +225,7 @@ std::optional<AppcastItem> newestWanted(const QList<AppcastItem> &items, const R
     for (const AppcastItem &item : items) {
         const std::optional<Version> version = Version::fromString(item.version);
         const bool isWanted = item.channel.isEmpty() && (wantsPrereleases || !isPrerelease(item.displayVersion()))
-            && fitsSystem(item, program.systemVersion) == fitting;
+            && systemFor(item, program.systemVersion) == system;
         if (version && isWanted && newest < version) {
             newest = version;
             update = item;
@@ -250,12 +252,12 @@ std::optional<QList<AppcastItem>> readAppcast(const QByteArray &xml)
 
 std::optional<AppcastItem> newestUpdate(const QList<AppcastItem> &items, const RunningProgram &program)
 {
-    return newestWanted(items, program, true);
+    return newestWanted(items, program, System::Fits);
 }
 
 std::optional<AppcastItem> newestForNewerSystem(const QList<AppcastItem> &items, const RunningProgram &program)
 {
-    return newestWanted(items, program, false);
+    return newestWanted(items, program, System::IsTooOld);
 }
 
 } // namespace tunedeck

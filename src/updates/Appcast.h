@@ -50,7 +50,7 @@ struct RunningProgram {
 /// numbers; such as "rolling" fits.
 [[nodiscard]] std::optional<AppcastItem> newestUpdate(const QList<AppcastItem> &items, const RunningProgram &program);
 
-/// The same of the versions for a newer system.
+/// Of `items`, the highest version above the one that runs that needs a newer system; otherwise as newestUpdate().
 [[nodiscard]] std::optional<AppcastItem> newestForNewerSystem(
     const QList<AppcastItem> &items, const RunningProgram &program);
 

@@ -41,6 +41,8 @@ class StandardUpdater : public QObject {
 public:
     /// `bus` always tells of the bus that is, and must outlive this object.
     StandardUpdater(const UpdaterConfiguration &configuration, const QDBusConnection &bus, QObject *parent = nullptr);
+    StandardUpdater(
+        const UpdaterConfiguration &configuration, QDBusConnection &&bus, QObject *parent = nullptr) = delete;
     /// Gives up what is under way, without a trace in the download folder.
     ~StandardUpdater() override;
 

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QTest>
 #include <QToolButton>
 
@@ -196,6 +197,24 @@ private Q_SLOTS:
             QVERIFY(!next->accessibleName().isEmpty());
         }
         QVERIFY(!m_window->backButton().accessibleName().isEmpty());
+    }
+
+    void aLargerTextMakesRoomForItself()
+    {
+        show();
+        const int width = m_window->width();
+        const int searchWidth = m_window->searchField().maximumWidth();
+        const int listWidth = m_window->topicList().width();
+        QFont large = m_window->font();
+        large.setPixelSize(10);
+        m_window->setFont(large);
+        QCOMPARE(m_window->width(), width);
+        large.setPixelSize(48);
+        m_window->setFont(large);
+        QVERIFY(m_window->width() > width);
+        QCOMPARE(m_window->size(), m_window->size().boundedTo(m_window->screen()->availableSize()));
+        QVERIFY(m_window->searchField().maximumWidth() > searchWidth);
+        QTRY_VERIFY(m_window->topicList().width() > listWidth);
     }
 
     void itDoesNotKeepTheProgramRunning() { QVERIFY(!m_window->testAttribute(Qt::WA_QuitOnClose)); }
