@@ -16,17 +16,17 @@
     <message>
         <source>there is no such action; --help tells which there are</source>
         <comment>On the command line</comment>
-        <translation>Diese Aktion gibt es nicht; --help nennt alle, die es gibt</translation>
+        <translation>diese Aktion gibt es nicht; --help nennt alle, die es gibt</translation>
     </message>
     <message>
         <source>it runs already, but does not answer</source>
         <comment>On the command line</comment>
-        <translation>Es läuft bereits, antwortet aber nicht</translation>
+        <translation>es läuft bereits, antwortet aber nicht</translation>
     </message>
     <message>
         <source>there is no session bus, so no music player can be reached</source>
         <comment>On the command line</comment>
-        <translation>Es gibt keinen Sitzungsbus, also ist kein Musikplayer erreichbar</translation>
+        <translation>es gibt keinen Sitzungsbus, also ist kein Musikplayer erreichbar</translation>
     </message>
 </context>
 <context>
@@ -350,9 +350,9 @@
         <translation>Die meisten Arbeitsumgebungen können es dann über anderen Fenstern halten. Es ist vielleicht weniger scharf.</translation>
     </message>
     <message>
-        <source>Only the desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
+        <source>The desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
         <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>Nur die Arbeitsumgebung kann es, im Fenstermenü: Alt+Leertaste in GNOME, Alt+F3 in KDE Plasma.</translation>
+        <translation>Die Arbeitsumgebung kann es, im Fenstermenü: Alt+Leertaste in GNOME, Alt+F3 in KDE Plasma.</translation>
     </message>
 </context>
 <context>

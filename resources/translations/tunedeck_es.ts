@@ -350,9 +350,9 @@
         <translation>La mayoría de los escritorios pueden así mantenerlo por encima de las demás ventanas. Puede verse menos nítido.</translation>
     </message>
     <message>
-        <source>Only the desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
+        <source>The desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
         <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>Solo el escritorio puede hacerlo, en el menú de la ventana: Alt+Espacio en GNOME, Alt+F3 en KDE Plasma.</translation>
+        <translation>El escritorio puede hacerlo, en el menú de la ventana: Alt+Espacio en GNOME, Alt+F3 en KDE Plasma.</translation>
     </message>
 </context>
 <context>

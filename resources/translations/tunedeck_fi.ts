@@ -350,9 +350,9 @@
         <translation>Useimmat työpöydät voivat silloin pitää sen muiden ikkunoiden päällä. Se voi näyttää vähemmän terävältä.</translation>
     </message>
     <message>
-        <source>Only the desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
+        <source>The desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
         <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>Vain työpöytä voi tehdä sen, ikkunavalikossaan: Gnomessa Alt+Välilyönti, KDE Plasmassa Alt+F3.</translation>
+        <translation>Työpöytä voi tehdä sen, ikkunavalikossaan: Gnomessa Alt+Välilyönti, KDE Plasmassa Alt+F3.</translation>
     </message>
 </context>
 <context>
@@ -826,7 +826,7 @@
     <message>
         <source>If it came with your system, new versions come with the updates of the system&apos;s software. If you built it yourself, build it anew from newer sources.</source>
         <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
-        <translation>Jos se tuli järjestelmäsi mukana, uudet versiot tulevat järjestelmän ohjelmistopäivitysten mukana. Jos koostit sen itse, koosta se uudelleen uudemmista lähteistä.</translation>
+        <translation>Jos se tuli järjestelmäsi mukana, uudet versiot tulevat järjestelmän ohjelmistopäivitysten mukana. Jos koostit sen itse, koosta se uudelleen uudemmasta lähdekoodista.</translation>
     </message>
 </context>
 <context>

@@ -350,9 +350,9 @@
         <translation>Większość środowisk może wtedy utrzymać go nad innymi oknami. Może wyglądać mniej ostro.</translation>
     </message>
     <message>
-        <source>Only the desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
+        <source>The desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
         <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>Może to zrobić tylko środowisko, w menu okna: Alt+spacja w GNOME, Alt+F3 w KDE Plasma.</translation>
+        <translation>Może to zrobić środowisko, w menu okna: Alt+spacja w GNOME, Alt+F3 w KDE Plasma.</translation>
     </message>
 </context>
 <context>

@@ -172,9 +172,8 @@ void MainMenu::addKeepAboveItem(QMenu &menu)
         QAction *item = addItem(menu,
             {tr("Keep Above All Other Windows (Not Possible on Wayland)", "Menu command that is disabled"),
                 MenuItemIdentifier::keepAboveAllWindows});
-        item->setToolTip(
-            tr("Only the desktop can do it, in the window's menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.",
-                "Tooltip of the menu command to keep the window above all others"));
+        item->setToolTip(tr("The desktop can do it, in the window's menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.",
+            "Tooltip of the menu command to keep the window above all others"));
         item->setEnabled(false);
         menu.setToolTipsVisible(true);
         return;

@@ -184,7 +184,9 @@ int main(int argc, char *argv[])
         u"text-scale"_s, u"What texts are larger by, such as 1.5; 1 without it."_s, u"factor"_s, u"1"_s);
     parser.addOptions({language, dark, textScale});
     parser.process(application);
-    if (parser.positionalArguments().size() != 1 || !QDir().mkpath(parser.positionalArguments().constFirst())) {
+    const double textFactor = parser.value(textScale).toDouble();
+    if (!(textFactor > 0) || parser.positionalArguments().size() != 1
+        || !QDir().mkpath(parser.positionalArguments().constFirst())) {
         parser.showHelp(EXIT_FAILURE);
     }
 
@@ -192,7 +194,7 @@ int main(int argc, char *argv[])
     installTranslators(application);
     QApplication::setStyle(new StillStyle);
     QFont font = QApplication::font();
-    font.setPointSizeF(font.pointSizeF() * parser.value(textScale).toDouble());
+    font.setPointSizeF(font.pointSizeF() * textFactor);
     QApplication::setFont(font);
     if (parser.isSet(dark)) {
         QApplication::setPalette(darkPalette());
