@@ -9,12 +9,15 @@ import subprocess
 import sys
 import tempfile
 import time
-from collections.abc import Iterator
+from collections.abc import Callable, Iterator
 from pathlib import Path
+from typing import TypeVar
 
 ROOT = Path(__file__).resolve().parents[1]
 DESKTOP = bytes((0x3a, 0x6e, 0xa5))  # the color of the Wayland desktops
 ACCESSIBILITY_BUS_LAUNCHER = Path("/usr/libexec/at-spi-bus-launcher")
+
+Seen = TypeVar("Seen")
 
 
 class Build:
@@ -31,6 +34,18 @@ class Build:
             if not program.exists():
                 sys.exit(f"{program} is not built. Build it with: "
                          "cmake --preset release && cmake --build --preset release")
+
+
+def seen_when(read: Callable[[], Seen], is_it: Callable[[Seen], bool], seconds: float = 10) -> Seen:
+    """What is read once it is what is waited for; after that time, whatever it is."""
+    deadline = time.monotonic() + seconds
+    while not is_it(seen := read()) and time.monotonic() < deadline:
+        time.sleep(0.1)
+    return seen
+
+
+def becomes(is_it: Callable[[], bool], seconds: float = 10) -> bool:
+    return seen_when(is_it, bool, seconds)
 
 
 @contextlib.contextmanager
@@ -140,8 +155,8 @@ def x11_of_sway(folder: Path) -> str:
     told = folder / "x11"
     command = f"xhost +si:localuser:$(id -nu {os.geteuid()}) && echo $DISPLAY > {told}.next && mv {told}.next {told}"
     subprocess.run(["swaymsg", "exec", command], stdout=subprocess.DEVNULL, check=True)
-    while not told.exists():
-        time.sleep(0.05)
+    if not becomes(told.exists, 20):
+        raise TimeoutError("sway does not tell the display of XWayland")
     return told.read_text().strip()
 
 

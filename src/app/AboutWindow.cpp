@@ -4,6 +4,7 @@
 #include "BundleInfo.h"
 #include "FatalError.h"
 #include "pageStyle.h"
+#include "scaledFont.h"
 
 #include <QDesktopServices>
 #include <QEvent>
@@ -96,12 +97,6 @@ int heightOf(const QTextDocument &credits, int width)
     copy->setTextWidth(width);
     return static_cast<int>(std::ceil(copy->size().height()));
 }
-
-QFont scaled(QFont font, double scale)
-{
-    font.setPointSizeF(font.pointSizeF() * scale);
-    return font;
-}
 } // namespace
 
 AboutWindow::AboutWindow(const QString &creditsFolder, QWidget *parent)
@@ -178,11 +173,11 @@ void AboutWindow::resizeEvent(QResizeEvent *event)
 
 void AboutWindow::setUpFonts()
 {
-    QFont nameFont = scaled(font(), nameScale);
+    QFont nameFont = scaledFont(font(), nameScale);
     nameFont.setBold(true);
     m_nameLabel->setFont(nameFont);
-    m_versionLabel->setFont(scaled(font(), smallScale));
-    m_creditsText->setFont(scaled(font(), smallScale));
+    m_versionLabel->setFont(scaledFont(font(), smallScale));
+    m_creditsText->setFont(scaledFont(font(), smallScale));
 }
 
 void AboutWindow::setUpTexts()

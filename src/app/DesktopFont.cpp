@@ -2,13 +2,15 @@
 #include "DesktopFont.h"
 
 #include "Appearance.h"
+#include "isWayland.h"
+#include "scaledFont.h"
 
 #include <QApplication>
 #include <QStringList>
 
 #include <algorithm>
 #include <array>
-#include <cmath>
+#include <utility>
 
 namespace tunedeck {
 
@@ -17,15 +19,19 @@ constexpr double largestPoints = 100;
 
 struct StyleWord {
     QLatin1String word;
-    QFont::Weight weight;
+    int weight; ///< 1 to 1000; some are between those that the toolkit has names for
 };
 
-constexpr std::array<StyleWord, 13> weights{{
+constexpr std::array<StyleWord, 21> weights{{
     {QLatin1String("thin"), QFont::Thin},
     {QLatin1String("ultra-light"), QFont::ExtraLight},
     {QLatin1String("extra-light"), QFont::ExtraLight},
     {QLatin1String("light"), QFont::Light},
+    {QLatin1String("semi-light"), 350},
+    {QLatin1String("demi-light"), 350},
+    {QLatin1String("book"), 380},
     {QLatin1String("regular"), QFont::Normal},
+    {QLatin1String("normal"), QFont::Normal},
     {QLatin1String("medium"), QFont::Medium},
     {QLatin1String("semi-bold"), QFont::DemiBold},
     {QLatin1String("demi-bold"), QFont::DemiBold},
@@ -34,6 +40,10 @@ constexpr std::array<StyleWord, 13> weights{{
     {QLatin1String("extra-bold"), QFont::ExtraBold},
     {QLatin1String("heavy"), QFont::Black},
     {QLatin1String("black"), QFont::Black},
+    {QLatin1String("ultra-heavy"), 1000},
+    {QLatin1String("extra-heavy"), 1000},
+    {QLatin1String("ultra-black"), 1000},
+    {QLatin1String("extra-black"), 1000},
 }};
 
 /// Whether `word` tells of the style.
@@ -48,7 +58,7 @@ bool takeStyle(const QString &word, QFont &font)
     if (weight == weights.end()) {
         return false;
     }
-    font.setWeight(weight->weight);
+    font.setWeight(static_cast<QFont::Weight>(weight->weight));
     return true;
 }
 
@@ -62,16 +72,6 @@ QStringList familiesIn(const QString &list)
         }
     }
     return families;
-}
-
-QFont scaled(QFont font, double scale)
-{
-    if (font.pointSizeF() > 0) {
-        font.setPointSizeF(font.pointSizeF() * scale);
-    } else {
-        font.setPixelSize(static_cast<int>(std::lround(font.pixelSize() * scale)));
-    }
-    return font;
 }
 
 /// Whether the toolkit's theme shows the font of GNOME's settings, or would if the desktop had it do so. A theme that
@@ -101,7 +101,7 @@ UnservedText unservedText(const QString &platformName, const QProcessEnvironment
     // Wayland it does so where these say so.
     const bool hasResolution = environment.contains(QStringLiteral("QT_WAYLAND_FORCE_DPI"))
         || environment.contains(QStringLiteral("QT_FONT_DPI"));
-    return {platformName.startsWith(QLatin1String("wayland")) && !hasResolution,
+    return {isWayland(platformName) && !hasResolution,
         hasGnomeSettings(environment.value(QStringLiteral("XDG_CURRENT_DESKTOP")).split(u':'))};
 }
 
@@ -115,6 +115,10 @@ QFont fontFromName(const QString &name, const QFont &otherwise)
     }
     QFont font = otherwise;
     font.setPointSizeF(points);
+    // A name says nothing of a style where it is the plain one.
+    font.setStyleName(QString());
+    font.setWeight(QFont::Normal);
+    font.setStyle(QFont::StyleNormal);
     while (words.size() > 1 && takeStyle(words.constLast(), font)) {
         words.removeLast();
     }
@@ -137,6 +141,7 @@ DesktopFont::DesktopFont(const Appearance &appearance, const UnservedText &unser
     , m_appearance(appearance)
     , m_unserved(unserved)
     , m_toolkitFont(QApplication::font())
+    , m_wanted(m_toolkitFont)
 {
     connect(&m_appearance, &Appearance::textChanged, this, &DesktopFont::update);
     update();
@@ -146,9 +151,10 @@ void DesktopFont::update()
 {
     QFont font = m_unserved.fontName ? fontFromName(m_appearance.fontName(), m_toolkitFont) : m_toolkitFont;
     if (m_unserved.scale) {
-        font = scaled(font, m_appearance.textScale());
+        font = scaledFont(font, m_appearance.textScale());
     }
-    if (font != QApplication::font()) {
+    // What else tells of texts does not take back a font that the toolkit has set since.
+    if (std::exchange(m_wanted, font) != font) {
         QApplication::setFont(font);
     }
 }

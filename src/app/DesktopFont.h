@@ -22,7 +22,7 @@ struct UnservedText {
 [[nodiscard]] UnservedText unservedText(const QString &platformName, const QProcessEnvironment &environment);
 
 /// The font that a desktop calls `name`, such as "Cantarell Bold 11", its size in points; `otherwise` where the name is
-/// none.
+/// none. What names do not tell, such as how letters are smoothed, is that of `otherwise`.
 [[nodiscard]] QFont fontFromName(const QString &name, const QFont &otherwise);
 
 /// Keeps the application's font as the desktop wants it to be, where the toolkit does not. The skin's own texts have
@@ -41,6 +41,7 @@ private:
     const Appearance &m_appearance;
     const UnservedText m_unserved;
     const QFont m_toolkitFont;
+    QFont m_wanted; ///< what was found last
 };
 
 } // namespace tunedeck

@@ -81,7 +81,7 @@ void Program::activate(const Startup &startup)
     if (m_application) {
         reopenByRight(*m_application, startup);
     } else {
-        m_startup = startup;
+        endStartupOnX11(std::exchange(m_startup, startup));
     }
 }
 

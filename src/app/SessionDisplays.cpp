@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "SessionDisplays.h"
 
+#include "isWayland.h"
+
 #include <QtGlobal>
 
 namespace tunedeck {
@@ -18,8 +20,7 @@ bool SessionDisplays::canChooseXWayland() const
 
 bool SessionDisplays::offersXWayland(const QString &platformName, bool isXWaylandWanted) const
 {
-    const bool isOnWayland = platformName.startsWith(QLatin1String("wayland"));
-    return canChooseXWayland() && (isOnWayland || isXWaylandWanted);
+    return canChooseXWayland() && (isWayland(platformName) || isXWaylandWanted);
 }
 
 } // namespace tunedeck

@@ -3,10 +3,10 @@
 
 #include "WindowController.h"
 #include "canBeSeen.h"
-#include "floatingType.h"
 #include "frameExtents.h"
 #include "isIconic.h"
 #include "isScreenComposited.h"
+#include "setFloatingType.h"
 
 #include <QAccessibleWidget>
 #include <QApplication>

@@ -82,9 +82,9 @@ protected:
 private:
     /// A drag that the window manager has not taken over: not every one does.
     struct OwnDrag {
-        Qt::Edges edges;
-        QPoint start;
-        QRect frame;
+        Qt::Edges edges; ///< what is dragged; the whole window where there are none
+        QPoint start; ///< where the button went down on the screen, in points
+        QRect frame; ///< the window then, on the screen, in points
     };
 
     [[nodiscard]] Qt::Edges edgesAt(QPoint position) const;

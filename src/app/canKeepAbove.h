@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QGuiApplication>
+#include "isWayland.h"
 
 namespace tunedeck {
 
@@ -9,7 +9,7 @@ namespace tunedeck {
 /// desktop, for instance in the window's menu.
 [[nodiscard]] inline bool canKeepAbove(const QString &platformName = QGuiApplication::platformName())
 {
-    return !platformName.startsWith(QLatin1String("wayland"));
+    return !isWayland(platformName);
 }
 
 } // namespace tunedeck

@@ -5,8 +5,8 @@
 #include "Startup.h"
 #include "WindowController.h"
 #include "activateOnX11.h"
+#include "isWayland.h"
 
-#include <QGuiApplication>
 #include <QWindow>
 
 namespace tunedeck {
@@ -17,27 +17,30 @@ namespace {
 class TokenInUse {
 public:
     explicit TokenInUse(const QString &token)
+        : m_isOne(!token.isEmpty())
     {
-        if (!token.isEmpty()) {
+        if (m_isOne) {
             qputenv(variable, token.toUtf8());
         }
     }
-    ~TokenInUse() { qunsetenv(variable); }
+    ~TokenInUse()
+    {
+        if (m_isOne) {
+            qunsetenv(variable);
+        }
+    }
     TokenInUse(const TokenInUse &) = delete;
     TokenInUse &operator=(const TokenInUse &) = delete;
 
 private:
     static constexpr const char *variable = "XDG_ACTIVATION_TOKEN";
+
+    const bool m_isOne;
 };
 
 QWindow &mainWindow(Application &application)
 {
     return *application.windowController().window().windowHandle();
-}
-
-bool isOnWayland()
-{
-    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 } // namespace
 
@@ -46,7 +49,7 @@ void showByRight(Application &application, const Startup &startup)
     QWindow &window = mainWindow(application);
     tellStartupOnX11(window, startup);
     const auto useUp = [&window, startup] {
-        if (isOnWayland() && !startup.token.isEmpty()) {
+        if (isWayland() && !startup.token.isEmpty()) {
             const TokenInUse token(startup.token);
             window.requestActivate();
         }

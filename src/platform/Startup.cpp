@@ -18,7 +18,7 @@ bool isControl(QChar character)
 }
 
 /// Empty where `text` can be none.
-QString right(const QString &text)
+QString validRight(const QString &text)
 {
     const bool isOne = text.size() <= longestRight && std::ranges::none_of(text, isControl);
     return isOne ? text : QString();
@@ -28,7 +28,7 @@ QString takeVariable(const char *name)
 {
     const QString text = qEnvironmentVariable(name);
     qunsetenv(name);
-    return right(text);
+    return validRight(text);
 }
 
 bool isDigit(QChar character)
@@ -44,7 +44,8 @@ Startup Startup::takeFromEnvironment()
 
 Startup Startup::fromPlatformData(const QVariantMap &platformData)
 {
-    Startup startup{right(platformData.value(idKey).toString()), right(platformData.value(tokenKey).toString())};
+    Startup startup{
+        validRight(platformData.value(idKey).toString()), validRight(platformData.value(tokenKey).toString())};
     // Desktops that know no tokens yet have them in the startup id.
     if (startup.token.isEmpty()) {
         startup.token = startup.id;
@@ -71,8 +72,8 @@ std::optional<quint32> Startup::userTime() const
     const QStringView digits = place < 0 ? QStringView() : QStringView(id).sliced(place + mark.size());
     bool isNumber = false;
     const quint32 time = digits.toUInt(&isNumber);
-    // A number could have a sign as well.
-    return isNumber && std::ranges::all_of(digits, isDigit) ? std::optional(time) : std::nullopt;
+    // A number could have a sign as well; and zero is X11's word for no time.
+    return isNumber && time != 0 && std::ranges::all_of(digits, isDigit) ? std::optional(time) : std::nullopt;
 }
 
 } // namespace tunedeck

@@ -93,16 +93,16 @@ void setAside(const QString &path)
     rename(path, broken);
 }
 
-QVariantHash readFile(const QString &path)
+/// None where the file cannot be understood; empty where there is no file.
+std::optional<QVariantHash> readFile(const QString &path)
 {
     const QFileInfo file(path);
     if (!file.exists()) {
-        return {};
+        return QVariantHash();
     }
     // Before anything opens it: to open a pipe is to wait for whoever writes to it.
     if (!file.isFile() || file.size() > largestFile) {
-        setAside(path);
-        return {};
+        return std::nullopt;
     }
     const QSettings settings(path, QSettings::IniFormat);
     QVariantHash values;
@@ -111,11 +111,16 @@ QVariantHash readFile(const QString &path)
         values.insert(key, settings.value(key));
     }
     // Only now: the lines are parsed when a value is asked for.
-    if (settings.status() == QSettings::FormatError) {
+    return settings.status() == QSettings::FormatError ? std::nullopt : std::optional(values);
+}
+
+QVariantHash readFileOrSetItAside(const QString &path)
+{
+    const std::optional<QVariantHash> values = readFile(path);
+    if (!values) {
         setAside(path);
-        return {};
     }
-    return values;
+    return values.value_or(QVariantHash());
 }
 } // namespace
 
@@ -148,7 +153,7 @@ UserDefaults::UserDefaults(const QString &path, QObject *parent)
         }
     });
     watch();
-    m_stored = readFile(m_path);
+    m_stored = readFileOrSetItAside(m_path);
 }
 
 UserDefaults::~UserDefaults()
@@ -159,7 +164,8 @@ UserDefaults::~UserDefaults()
 
 bool UserDefaults::storedBool(const QString &key)
 {
-    return asBool(readFile(fileInConfigurationFolder()).value(key)).value_or(false);
+    const QVariantHash values = readFile(fileInConfigurationFolder()).value_or(QVariantHash());
+    return asBool(values.value(key)).value_or(false);
 }
 
 void UserDefaults::registerDefaults(const QVariantHash &defaults)
@@ -272,7 +278,7 @@ bool UserDefaults::writeFile(const QVariantHash &values) const
 void UserDefaults::reload()
 {
     watch();
-    const QVariantHash before = std::exchange(m_stored, readFile(m_path));
+    const QVariantHash before = std::exchange(m_stored, readFileOrSetItAside(m_path));
 
     QVariantHash all = before;
     all.insert(m_stored);

@@ -52,7 +52,8 @@ public:
     explicit UserDefaults(const QString &path, QObject *parent = nullptr);
     ~UserDefaults() override;
 
-    /// What the user's store says while there is no program around it yet, without its defaults.
+    /// What the user's store says while there is no program around it yet, without its defaults. It only reads:
+    /// a file that cannot be understood stays where it is, and says false.
     [[nodiscard]] static bool storedBool(const QString &key);
 
     /// Adds fallback values, which are never written to disk.

@@ -18,9 +18,14 @@ constexpr std::uint8_t characters = 8;
 constexpr std::uint32_t program = 1;
 constexpr std::uint32_t user = 2;
 
+/// Of the screen that the program is on.
 xcb_window_t rootWindow()
 {
-    return xcb_setup_roots_iterator(xcb_get_setup(x11Connection())).data->root;
+    xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(x11Connection()));
+    for (int left = defaultScreenNumber(); left > 0 && screens.rem > 1; --left) {
+        xcb_screen_next(&screens);
+    }
+    return screens.data->root;
 }
 
 void setNumber(xcb_window_t window, const char *property, std::uint32_t number)

@@ -5,16 +5,34 @@
 
 #include <QWindow>
 
+#include <algorithm>
+
 namespace tunedeck {
+
+namespace {
+bool hasIconicState(xcb_window_t window)
+{
+    constexpr std::uint32_t iconicState = 3;
+    static const xcb_atom_t state = x11Atom("WM_STATE");
+    return x11Number(window, state) == iconicState;
+}
+
+/// All that tells of it where minimised windows stay mapped, for pictures of them.
+bool isHidden(xcb_window_t window)
+{
+    static const xcb_atom_t states = x11Atom("_NET_WM_STATE");
+    static const xcb_atom_t hidden = x11Atom("_NET_WM_STATE_HIDDEN");
+    return std::ranges::count(x11Atoms(window, states), hidden) > 0;
+}
+} // namespace
 
 bool isIconic(const QWindow &window)
 {
     if (!x11Connection()) {
         return true;
     }
-    constexpr std::uint32_t iconicState = 3;
-    static const xcb_atom_t state = x11Atom("WM_STATE");
-    return x11Number(static_cast<xcb_window_t>(window.winId()), state) == iconicState;
+    const auto own = static_cast<xcb_window_t>(window.winId());
+    return hasIconicState(own) || isHidden(own);
 }
 
 } // namespace tunedeck

@@ -8,16 +8,6 @@
 namespace tunedeck {
 
 namespace {
-int defaultScreenNumber()
-{
-    char *host = nullptr;
-    int display = 0;
-    int screen = 0;
-    xcb_parse_display(nullptr, &host, &display, &screen);
-    std::free(host);
-    return screen;
-}
-
 /// The selection that a compositor owns as long as it runs.
 xcb_atom_t compositorSelection()
 {

@@ -7,6 +7,10 @@
 
 namespace tunedeck {
 
+namespace {
+constexpr std::uint32_t mostAtoms = 100;
+} // namespace
+
 xcb_connection_t *x11Connection()
 {
     // The offscreen platform offers the interface without a connection behind it.
@@ -14,11 +18,20 @@ xcb_connection_t *x11Connection()
     return x11 ? x11->connection() : nullptr;
 }
 
+xcb_intern_atom_cookie_t askX11Atom(const char *name)
+{
+    return xcb_intern_atom(x11Connection(), false, static_cast<std::uint16_t>(std::strlen(name)), name);
+}
+
+xcb_atom_t x11AtomAnswered(xcb_intern_atom_cookie_t question)
+{
+    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(x11Connection(), question, nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
 xcb_atom_t x11Atom(const char *name)
 {
-    const auto cookie = xcb_intern_atom(x11Connection(), false, static_cast<std::uint16_t>(std::strlen(name)), name);
-    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(x11Connection(), cookie, nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+    return x11AtomAnswered(askX11Atom(name));
 }
 
 std::optional<std::uint32_t> x11Number(xcb_window_t window, xcb_atom_t property)
@@ -31,6 +44,27 @@ std::optional<std::uint32_t> x11Number(xcb_window_t window, xcb_atom_t property)
     }
     std::memcpy(&number, xcb_get_property_value(reply.get()), sizeof number);
     return number;
+}
+
+std::vector<xcb_atom_t> x11Atoms(xcb_window_t window, xcb_atom_t property)
+{
+    const auto cookie = xcb_get_property(x11Connection(), false, window, property, XCB_ATOM_ATOM, 0, mostAtoms);
+    const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(x11Connection(), cookie, nullptr));
+    if (!reply || reply->format != 32) {
+        return {};
+    }
+    const auto *const first = static_cast<const xcb_atom_t *>(xcb_get_property_value(reply.get()));
+    return {first, first + reply->value_len};
+}
+
+int defaultScreenNumber()
+{
+    char *host = nullptr;
+    int display = 0;
+    int screen = 0;
+    xcb_parse_display(nullptr, &host, &display, &screen);
+    std::free(host);
+    return screen;
 }
 
 } // namespace tunedeck

@@ -17,12 +17,14 @@
 #include "PlayerView.h"
 #include "PlaylistView.h"
 #include "ScrollingMarqueeView.h"
+#include "Startup.h"
 #include "TimedStyle.h"
 #include "TunedeckPlayerButton.h"
 #include "ViewController.h"
 #include "WindowControlButton.h"
 #include "WindowController.h"
 #include "dockTileIcon.h"
+#include "showByRight.h"
 
 #include <QApplication>
 #include <QTest>
@@ -35,7 +37,11 @@ class ApplicationTest : public QObject {
 private Q_SLOTS:
     void initTestCase() { QApplication::setStyle(new TimedStyle); }
     void init() { failOnWarning(); }
-    void cleanup() { QApplication::setPalette(QPalette()); }
+    void cleanup()
+    {
+        QApplication::setPalette(QPalette());
+        qunsetenv("XDG_ACTIVATION_TOKEN");
+    }
 
     void aFirstStartHasTheRegisteredSettings()
     {
@@ -61,6 +67,18 @@ private Q_SLOTS:
         const auto dockMenu = application.delegate().applicationDockMenu();
         QCOMPARE(dockMenu->actions().at(2)->text(), QStringLiteral("    Track: Salt && Pepper"));
         QCOMPARE(dockMenu->actions().at(6)->text(), QStringLiteral("Pause"));
+    }
+
+    void onlyAStartWithATokenTouchesTheOneOfTheEnvironment()
+    {
+        Desktop desktop;
+        Application application(desktop.environment());
+        application.showMainWindow();
+        qputenv("XDG_ACTIVATION_TOKEN", "another");
+        reopenByRight(application, Startup());
+        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArray("another"));
+        reopenByRight(application, {{}, QStringLiteral("token")});
+        QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
     }
 
     void theDrawerShowsThePlayersModes()

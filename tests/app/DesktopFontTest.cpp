@@ -90,6 +90,11 @@ private Q_SLOTS:
         QTest::newRow("plain") << u"Cantarell 11"_s << QStringList{u"Cantarell"_s} << 11.0 << 400 << false;
         QTest::newRow("words") << u"  Noto  Sans UI 10.5 "_s << QStringList{u"Noto Sans UI"_s} << 10.5 << 400 << false;
         QTest::newRow("style") << u"Ubuntu Semi-Bold Italic 12"_s << QStringList{u"Ubuntu"_s} << 12.0 << 600 << true;
+        QTest::newRow("lighter than plain")
+            << u"Segoe Semi-Light 9"_s << QStringList{u"Segoe"_s} << 9.0 << 350 << false;
+        QTest::newRow("for books") << u"Futura Book 9"_s << QStringList{u"Futura"_s} << 9.0 << 380 << false;
+        QTest::newRow("called normal") << u"Ubuntu Normal 9"_s << QStringList{u"Ubuntu"_s} << 9.0 << 400 << false;
+        QTest::newRow("heaviest") << u"Inter Ultra-Black 9"_s << QStringList{u"Inter"_s} << 9.0 << 1000 << false;
         QTest::newRow("list") << u"Inter, Noto Sans, 9"_s << QStringList{u"Inter"_s, u"Noto Sans"_s} << 9.0 << 400
                               << false;
         QTest::newRow("a family called as a style") << u"Black 9"_s << QStringList{u"Black"_s} << 9.0 << 400 << false;
@@ -118,6 +123,19 @@ private Q_SLOTS:
         QCOMPARE(font.italic(), italic);
     }
 
+    void aNameWithoutAStyleIsThePlainOne()
+    {
+        QFont font = plainFont();
+        font.setStyleName(u"Bold Oblique"_s);
+        font.setWeight(QFont::Bold);
+        font.setItalic(true);
+        const QFont plain = fontFromName(u"Cantarell 11"_s, font);
+        QCOMPARE(plain.styleName(), QString());
+        QCOMPARE(int(plain.weight()), 400);
+        QCOMPARE(plain.italic(), false);
+        QCOMPARE(fontFromName(QString(), font), font);
+    }
+
     void theFontFollowsTheDesktopLive()
     {
         Desktop desktop;
@@ -140,6 +158,17 @@ private Q_SLOTS:
         desktop.changeSetting(gnome, u"text-scaling-factor"_s, 1.5);
         desktop.changeSetting(gnome, u"font-name"_s, u"DejaVu Serif 12"_s);
         QCOMPARE(QApplication::font(), plainFont());
+    }
+
+    void aFontThatTheToolkitSetsLaterStays()
+    {
+        Desktop desktop;
+        const DesktopFont desktopFont(desktop.appearance, UnservedText{false, false});
+        const QFont other(u"DejaVu Serif"_s, 12);
+        QApplication::setFont(other);
+        desktop.changeSetting(gnome, u"text-scaling-factor"_s, 1.5);
+        desktop.changeSetting(gnome, u"font-name"_s, u"DejaVu Sans 14"_s);
+        QCOMPARE(QApplication::font(), other);
     }
 
     void aFontWhoseSizeIsInPixelsIsScaledToo()

@@ -294,7 +294,7 @@ private Q_SLOTS:
 
     void aWindowIsKeptAboveBeforeThePlayerHasAnswered()
     {
-        const Session session({u"--play"_s, u"--do"_s, u"late 900"_s});
+        const Session session({u"--play"_s, u"--do"_s, u"late 500"_s});
         QCOMPARE(session.call(u"ActivateAction"_s, action(u"next"_s)).type(), QDBusMessage::ReplyMessage);
         QCOMPARE(session.call(u"ActivateAction"_s, action(u"keep-above"_s)).type(), QDBusMessage::ReplyMessage);
         QFile settings(qEnvironmentVariable("XDG_CONFIG_HOME") + u"/tunedeck/tunedeck.conf"_s);
@@ -378,7 +378,7 @@ private Q_SLOTS:
         QVERIFY(process.waitForFinished(20'000));
         QCOMPARE(process.exitCode(), 1);
         QVERIFY(QString::fromUtf8(process.readAllStandardError())
-                    .endsWith(u"tunedeck: Diese Aktion gibt es nicht; --help nennt alle, die es gibt\n"_s));
+                    .endsWith(u"tunedeck: diese Aktion gibt es nicht; --help nennt alle, die es gibt\n"_s));
     }
 
     void aBusThatGoesAwayAndComesBackIsTakenUpAgain()

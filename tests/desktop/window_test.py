@@ -15,7 +15,8 @@ import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
-from session import Build, compositor, demo_player, running, session, window_manager  # noqa: E402
+from session import (  # noqa: E402
+    Build, becomes, compositor, demo_player, running, seen_when, session, window_manager)
 
 CONTENT = (450, 64)
 SHADOW = (14, 14, 9, 19)  # left, right, top, bottom
@@ -58,18 +59,20 @@ class StartupMessages:
         self.begin, self.next = (self.x11.XInternAtom(self.display, name, False)
                                  for name in (b"_NET_STARTUP_INFO_BEGIN", b"_NET_STARTUP_INFO"))
         self.x11.XSync(self.display, False)
+        self.begun: dict[int, bytes] = {}
 
     def take(self) -> list[str]:
-        pieces: dict[int, bytes] = {}
+        """Those that have come to their end."""
         while self.x11.XPending(self.display):
             memory = ctypes.create_string_buffer(192)  # of any event
             self.x11.XNextEvent(self.display, memory)
             event = XClientMessageEvent.from_buffer(memory)
             if event.type != self.CLIENT_MESSAGE or event.message_type not in (self.begin, self.next):
                 continue
-            begun = b"" if event.message_type == self.begin else pieces[event.window]
-            pieces[event.window] = begun + bytes(event.data)[:20]
-        return [text[:text.index(0)].decode() for text in pieces.values()]
+            begun = b"" if event.message_type == self.begin else self.begun[event.window]
+            self.begun[event.window] = begun + bytes(event.data)[:20]
+        ended = [sender for sender, text in self.begun.items() if 0 in text]
+        return [self.begun.pop(sender).partition(b"\0")[0].decode() for sender in ended]
 
     def close(self) -> None:
         self.x11.XCloseDisplay(self.display)
@@ -94,6 +97,11 @@ class TunedeckWindow:
         x, y, width, height = self.geometry()
         left, right, top, bottom = self.numbers("_GTK_FRAME_EXTENTS")
         return x + left, y + top, width - left - right, height - top - bottom
+
+    def await_window_manager(self) -> None:
+        """It moves a window after all that it was asked for before."""
+        for place in ("100", "200"):
+            output("xdotool", "windowmove", "--sync", self.id, place, place)
 
     def minimise_and_restore(self) -> None:
         output("xdotool", "windowminimize", self.id)
@@ -148,10 +156,7 @@ class DesktopTest(unittest.TestCase):
         return int(re.search(r"0x[0-9a-f]+", output("xprop", "-root", "_NET_ACTIVE_WINDOW"))[0], 16)
 
     def assert_active_window_becomes(self, window: str) -> None:
-        deadline = time.monotonic() + 5
-        while self.active_window() != int(window) and time.monotonic() < deadline:
-            time.sleep(0.05)
-        self.assertEqual(self.active_window(), int(window))
+        self.assertEqual(seen_when(self.active_window, lambda active: active == int(window)), int(window))
 
 
 class WindowTest(DesktopTest):
@@ -231,10 +236,7 @@ class WindowTest(DesktopTest):
         window = self.open_window()
         self.assertNotIn("_NET_WM_STATE_ABOVE", window.states())
         self.keep_above()
-        deadline = time.monotonic() + 5
-        while "_NET_WM_STATE_ABOVE" not in window.states() and time.monotonic() < deadline:
-            time.sleep(0.05)
-        self.assertIn("_NET_WM_STATE_ABOVE", window.states())
+        self.assertTrue(becomes(lambda: "_NET_WM_STATE_ABOVE" in window.states()))
 
     def test_a_second_start_brings_back_the_minimised_window_and_ends(self) -> None:
         window = self.open_window()
@@ -271,12 +273,16 @@ class WindowTest(DesktopTest):
         self.addCleanup(messages.close)
         os.environ["DESKTOP_STARTUP_ID"] = startup_id = f"dock-1_TIME{server_time()}"
         self.addCleanup(os.environ.pop, "DESKTOP_STARTUP_ID")
-        for _ in ("the program starts", "it runs already"):
-            running_already = self.stack.enter_context(running(self.build.tunedeck, "--action", "next"))
-            time.sleep(1)
-            self.assertEqual(self.active_window(), int(other))
-            self.assertEqual(messages.take(), [f'remove: ID="{startup_id}"'])
-        self.assertEqual(running_already.poll(), 0)
+        program = self.stack.enter_context(running(self.build.tunedeck, "--action", "next"))
+        self.assertEqual(seen_when(messages.take, bool), [f'remove: ID="{startup_id}"'])
+        window = TunedeckWindow(program)
+        window.await_window_manager()
+        self.assertEqual(self.active_window(), int(other))
+        second = subprocess.run([self.build.tunedeck, "--action", "next"], timeout=20)
+        self.assertEqual(second.returncode, 0)
+        self.assertEqual(seen_when(messages.take, bool), [f'remove: ID="{startup_id}"'])
+        window.await_window_manager()
+        self.assertEqual(self.active_window(), int(other))
 
 
 class KeyboardTest(DesktopTest):

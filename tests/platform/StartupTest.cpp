@@ -76,6 +76,7 @@ private Q_SLOTS:
         QTest::newRow("the greatest") << u"a_TIME4294967295"_s << std::optional<quint32>(4'294'967'295);
         QTest::newRow("one more") << u"a_TIME4294967296"_s << none;
         QTest::newRow("many digits") << u"a_TIME"_s + QString(900, u'9') << none;
+        QTest::newRow("no time") << u"a_TIME0"_s << none;
         QTest::newRow("a sign") << u"a_TIME+5"_s << none;
         QTest::newRow("a minus") << u"a_TIME-5"_s << none;
         QTest::newRow("a space") << u"a_TIME 5"_s << none;

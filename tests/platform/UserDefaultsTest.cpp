@@ -155,9 +155,14 @@ private Q_SLOTS:
         writeInPlace(m_path, "[General]\nRemainingTimeEnabled=true\nAppearanceClassic=maybe\n");
         const bool read = UserDefaults::storedBool(key);
         const bool unreadable = UserDefaults::storedBool(otherKey);
+        writeInPlace(m_path, "these are no settings\n");
+        const bool broken = UserDefaults::storedBool(key);
         qunsetenv("XDG_CONFIG_HOME");
         QVERIFY(read);
         QVERIFY(!unreadable);
+        QVERIFY(!broken);
+        QCOMPARE(contents(m_path), QByteArray("these are no settings\n"));
+        QVERIFY(!QFile::exists(m_brokenPath));
     }
 
     void readsBooleansInEveryUsualForm_data()
