@@ -5,6 +5,8 @@
 
 #include <QWindow>
 
+#include <array>
+
 namespace tunedeck {
 
 void setFloatingType(const QWindow &window)
@@ -14,10 +16,11 @@ void setFloatingType(const QWindow &window)
     }
     // A stacking window manager takes the first type that it knows and treats the window like any other; a tiling one
     // looks for a type that it lets float, wherever in the list that is.
-    static const auto atoms = x11AtomsNamed<4>({"_NET_WM_WINDOW_TYPE", "_KDE_NET_WM_WINDOW_TYPE_OVERRIDE",
-        "_NET_WM_WINDOW_TYPE_NORMAL", "_NET_WM_WINDOW_TYPE_DIALOG"});
-    xcb_change_property(x11Connection(), XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()), atoms[0],
-        XCB_ATOM_ATOM, 32, atoms.size() - 1, &atoms[1]);
+    static const std::array types{x11Atom("_KDE_NET_WM_WINDOW_TYPE_OVERRIDE"), x11Atom("_NET_WM_WINDOW_TYPE_NORMAL"),
+        x11Atom("_NET_WM_WINDOW_TYPE_DIALOG")};
+    static const xcb_atom_t property = x11Atom("_NET_WM_WINDOW_TYPE");
+    xcb_change_property(x11Connection(), XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()), property,
+        XCB_ATOM_ATOM, 32, types.size(), types.data());
 }
 
 } // namespace tunedeck

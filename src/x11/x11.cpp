@@ -18,20 +18,11 @@ xcb_connection_t *x11Connection()
     return x11 ? x11->connection() : nullptr;
 }
 
-xcb_intern_atom_cookie_t askX11Atom(const char *name)
-{
-    return xcb_intern_atom(x11Connection(), false, static_cast<std::uint16_t>(std::strlen(name)), name);
-}
-
-xcb_atom_t x11AtomAnswered(xcb_intern_atom_cookie_t question)
-{
-    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(x11Connection(), question, nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
-
 xcb_atom_t x11Atom(const char *name)
 {
-    return x11AtomAnswered(askX11Atom(name));
+    const auto cookie = xcb_intern_atom(x11Connection(), false, static_cast<std::uint16_t>(std::strlen(name)), name);
+    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(x11Connection(), cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
 std::optional<std::uint32_t> x11Number(xcb_window_t window, xcb_atom_t property)

@@ -3,9 +3,6 @@
 
 #include <xcb/xcb.h>
 
-#include <algorithm>
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -24,22 +21,8 @@ template <typename Reply> using X11Reply = std::unique_ptr<Reply, FreeX11Reply>;
 /// its answer.
 [[nodiscard]] xcb_connection_t *x11Connection();
 
-[[nodiscard]] xcb_intern_atom_cookie_t askX11Atom(const char *name);
-[[nodiscard]] xcb_atom_t x11AtomAnswered(xcb_intern_atom_cookie_t question);
-
 /// The number of the atom `name`; XCB_ATOM_NONE if the server does not answer.
 [[nodiscard]] xcb_atom_t x11Atom(const char *name);
-
-/// The atoms of several names, all in one question.
-template <std::size_t count>
-[[nodiscard]] std::array<xcb_atom_t, count> x11AtomsNamed(const std::array<const char *, count> &names)
-{
-    std::array<xcb_intern_atom_cookie_t, count> questions;
-    std::ranges::transform(names, questions.begin(), askX11Atom);
-    std::array<xcb_atom_t, count> atoms;
-    std::ranges::transform(questions, atoms.begin(), x11AtomAnswered);
-    return atoms;
-}
 
 /// The first number of the window's property, whatever its type; none where it is not there or holds no such numbers.
 [[nodiscard]] std::optional<std::uint32_t> x11Number(xcb_window_t window, xcb_atom_t property);
