@@ -33,11 +33,12 @@ if(TUNEDECK_COVERAGE)
 endif()
 
 # tunedeck_library(<folder's name> SOURCES ... LINKS ... PRIVATE_LINKS ...)
-# LINKS name what the library's headers show; a folder that is not linked cannot be included, which keeps the layers.
+# LINKS name what the library's headers show. Headers are included by their path below src/; tools/checks/rules.py
+# holds which folder may include which.
 function(tunedeck_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
     add_library(tunedeck_${name} STATIC ${ARG_SOURCES})
-    target_include_directories(tunedeck_${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    target_include_directories(tunedeck_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     target_link_libraries(tunedeck_${name} PUBLIC ${ARG_LINKS} PRIVATE tunedeck_options ${ARG_PRIVATE_LINKS})
 endfunction()
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "AboutWindow.h"
+#include "app/AboutWindow.h"
 
-#include "BundleInfo.h"
-#include "FatalError.h"
-#include "pageStyle.h"
-#include "scaledFont.h"
+#include "app/scaledFont.h"
+#include "help/pageStyle.h"
+#include "platform/BundleInfo.h"
+#include "platform/FatalError.h"
 
 #include <QDesktopServices>
 #include <QEvent>

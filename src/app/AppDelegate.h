@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MusicConnectorTrack.h"
+#include "music/MusicConnectorTrack.h"
 
 #include <QObject>
 #include <QPointer>

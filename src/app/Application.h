@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "AppDelegate.h"
-#include "MusicConnector.h"
-#include "SkinEnvironment.h"
+#include "app/AppDelegate.h"
+#include "music/MusicConnector.h"
+#include "skin/SkinEnvironment.h"
 
 #include <QObject>
 #include <QString>

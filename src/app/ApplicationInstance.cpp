@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "ApplicationInstance.h"
+#include "app/ApplicationInstance.h"
 
-#include "BundleInfo.h"
+#include "platform/BundleInfo.h"
 
 #include <QCoreApplication>
 #include <QDBusMessage>

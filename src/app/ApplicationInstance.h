@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DesktopAction.h"
-#include "Startup.h"
+#include "app/DesktopAction.h"
+#include "platform/Startup.h"
 
 #include <QDBusConnection>
 #include <QObject>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "DesktopAction.h"
+#include "app/DesktopAction.h"
 
-#include "AppDelegate.h"
+#include "app/AppDelegate.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "DesktopFont.h"
+#include "app/DesktopFont.h"
 
-#include "Appearance.h"
-#include "isWayland.h"
-#include "scaledFont.h"
+#include "app/scaledFont.h"
+#include "platform/Appearance.h"
+#include "platform/isWayland.h"
 
 #include <QApplication>
 #include <QStringList>

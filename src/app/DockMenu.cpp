@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "DockMenu.h"
+#include "app/DockMenu.h"
 
-#include "BundleInfo.h"
+#include "platform/BundleInfo.h"
 
 #include <QAction>
 #include <QDBusError>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "MainMenu.h"
+#include "app/MainMenu.h"
 
-#include "AppDelegate.h"
-#include "BundleInfo.h"
-#include "MenuItemIdentifier.h"
-#include "PlaylistViewController.h"
-#include "ViewController.h"
-#include "WindowController.h"
-#include "canKeepAbove.h"
+#include "app/AppDelegate.h"
+#include "app/WindowController.h"
+#include "app/canKeepAbove.h"
+#include "drawer/PlaylistViewController.h"
+#include "music/MenuItemIdentifier.h"
+#include "platform/BundleInfo.h"
+#include "player/ViewController.h"
 
 #include <QApplication>
 #include <QMenuBar>

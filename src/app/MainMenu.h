@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MenuValidation.h"
+#include "app/MenuValidation.h"
 
 #include <QKeySequence>
 #include <QList>

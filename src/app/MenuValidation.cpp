@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "MenuValidation.h"
+#include "app/MenuValidation.h"
 
 #include <QMenu>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "PlayersOnTheBus.h"
+#include "app/PlayersOnTheBus.h"
 
-#include "MprisMusicApplication.h"
+#include "music/mpris/MprisMusicApplication.h"
 
 namespace tunedeck {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "SeenPlayers.h"
+#include "preferences/SeenPlayers.h"
 
 namespace tunedeck {
 

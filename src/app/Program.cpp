@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "Program.h"
+#include "app/Program.h"
 
-#include "Application.h"
-#include "ApplicationInstance.h"
-#include "DesktopAction.h"
-#include "DockMenu.h"
-#include "SessionBus.h"
-#include "ViewController.h"
-#include "activateOnX11.h"
-#include "showByRight.h"
+#include "app/Application.h"
+#include "app/ApplicationInstance.h"
+#include "app/DesktopAction.h"
+#include "app/DockMenu.h"
+#include "app/showByRight.h"
+#include "platform/SessionBus.h"
+#include "player/ViewController.h"
+#include "x11/activateOnX11.h"
 
 #include <QApplication>
 #include <QTimer>

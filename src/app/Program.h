@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Appearance.h"
-#include "ApplicationLauncher.h"
-#include "DesktopFont.h"
-#include "MprisMusicApplication.h"
-#include "PlayersOnTheBus.h"
-#include "SoftwareUpdater.h"
-#include "Startup.h"
-#include "UserDefaults.h"
-#include "WindowActivation.h"
+#include "app/DesktopFont.h"
+#include "app/PlayersOnTheBus.h"
+#include "app/SoftwareUpdater.h"
+#include "music/mpris/MprisMusicApplication.h"
+#include "platform/Appearance.h"
+#include "platform/ApplicationLauncher.h"
+#include "platform/Startup.h"
+#include "platform/UserDefaults.h"
+#include "platform/WindowActivation.h"
 
 #include <QObject>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "SessionDisplays.h"
+#include "app/SessionDisplays.h"
 
-#include "isWayland.h"
+#include "platform/isWayland.h"
 
 #include <QtGlobal>
 

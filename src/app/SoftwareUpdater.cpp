@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "SoftwareUpdater.h"
+#include "app/SoftwareUpdater.h"
 
-#include "BundleInfo.h"
-#include "UpdatesModule.h"
+#include "platform/BundleInfo.h"
+#include "updates/UpdatesModule.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Updater.h"
+#include "preferences/Updater.h"
 
 #include <QMessageBox>
 #include <QString>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "Window.h"
+#include "app/Window.h"
 
-#include "WindowController.h"
-#include "canBeSeen.h"
-#include "frameExtents.h"
-#include "isIconic.h"
-#include "isScreenComposited.h"
-#include "setFloatingType.h"
+#include "app/WindowController.h"
+#include "platform/canBeSeen.h"
+#include "x11/frameExtents.h"
+#include "x11/isIconic.h"
+#include "x11/isScreenComposited.h"
+#include "x11/setFloatingType.h"
 
 #include <QAccessibleWidget>
 #include <QApplication>

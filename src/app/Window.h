@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "WindowShadow.h"
+#include "app/WindowShadow.h"
 
 #include <QMargins>
 #include <QPoint>

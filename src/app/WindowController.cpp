@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "WindowController.h"
+#include "app/WindowController.h"
 
-#include "MenuItemIdentifier.h"
-#include "UserDefaults.h"
-#include "canKeepAbove.h"
+#include "app/canKeepAbove.h"
+#include "music/MenuItemIdentifier.h"
+#include "platform/UserDefaults.h"
 
 #include <QAction>
 #include <QSignalBlocker>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DrawerHost.h"
-#include "Window.h"
+#include "app/Window.h"
+#include "player/DrawerHost.h"
 
 #include <QVariantAnimation>
 

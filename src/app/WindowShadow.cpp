@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "WindowShadow.h"
+#include "app/WindowShadow.h"
 
-#include "Shadow.h"
+#include "skin/Shadow.h"
 
 #include <QPainter>
 #include <QPainterPath>

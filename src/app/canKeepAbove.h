@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "isWayland.h"
+#include "platform/isWayland.h"
 
 namespace tunedeck {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "dockTileIcon.h"
+#include "app/dockTileIcon.h"
 
 #include <QPainter>
 #include <QPixmap>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "installTranslators.h"
+#include "app/installTranslators.h"
 
 #include <QCoreApplication>
 #include <QLibraryInfo>

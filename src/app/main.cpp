@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "ApplicationInstance.h"
-#include "BundleInfo.h"
-#include "DesktopAction.h"
-#include "Program.h"
-#include "SessionBus.h"
-#include "SessionDisplays.h"
-#include "Startup.h"
-#include "UserDefaults.h"
-#include "activateOnX11.h"
-#include "installTranslators.h"
-#include "startAnew.h"
+#include "app/ApplicationInstance.h"
+#include "app/DesktopAction.h"
+#include "app/Program.h"
+#include "app/SessionDisplays.h"
+#include "app/installTranslators.h"
+#include "app/startAnew.h"
+#include "platform/BundleInfo.h"
+#include "platform/SessionBus.h"
+#include "platform/Startup.h"
+#include "platform/UserDefaults.h"
+#include "x11/activateOnX11.h"
 
 #include <QApplication>
 #include <QCommandLineOption>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "showByRight.h"
+#include "app/showByRight.h"
 
-#include "Application.h"
-#include "Startup.h"
-#include "WindowController.h"
-#include "activateOnX11.h"
-#include "isWayland.h"
+#include "app/Application.h"
+#include "app/WindowController.h"
+#include "platform/Startup.h"
+#include "platform/isWayland.h"
+#include "x11/activateOnX11.h"
 
 #include <QWindow>
 

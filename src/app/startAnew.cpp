@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "startAnew.h"
+#include "app/startAnew.h"
 
 #include <QByteArray>
 #include <QFile>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "EngravedLabel.h"
+#include "drawer/EngravedLabel.h"
 
-#include "engraving.h"
+#include "skin/engraving.h"
 
 #include <QPainter>
 

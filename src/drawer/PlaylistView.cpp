@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "PlaylistView.h"
+#include "drawer/PlaylistView.h"
 
-#include "Appearance.h"
-#include "EngravedLabel.h"
-#include "MetalButton.h"
-#include "MetalPopupButton.h"
-#include "PixelFont.h"
+#include "drawer/EngravedLabel.h"
+#include "platform/Appearance.h"
+#include "skin/MetalButton.h"
+#include "skin/MetalPopupButton.h"
+#include "skin/PixelFont.h"
 
 #include <QFontMetricsF>
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "PlaylistViewController.h"
+#include "drawer/PlaylistViewController.h"
 
-#include "FatalError.h"
-#include "MenuItemIdentifier.h"
-#include "MetalButton.h"
-#include "MetalPopupButton.h"
-#include "MusicApplication.h"
-#include "MusicConnector.h"
-#include "PlaylistView.h"
+#include "drawer/PlaylistView.h"
+#include "music/MenuItemIdentifier.h"
+#include "music/MusicApplication.h"
+#include "music/MusicConnector.h"
+#include "platform/FatalError.h"
+#include "skin/MetalButton.h"
+#include "skin/MetalPopupButton.h"
 
 #include <QAction>
 #include <QSignalBlocker>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PlaylistWindow.h"
+#include "drawer/PlaylistWindow.h"
 
 #include <QApplication>
 #include <QMouseEvent>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PlaylistWindowController.h"
+#include "drawer/PlaylistWindowController.h"
 
 #include <QPalette>
 

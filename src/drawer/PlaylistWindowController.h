@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "PlaylistWindow.h"
+#include "drawer/PlaylistWindow.h"
 
 #include <QObject>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "HelpBook.h"
+#include "help/HelpBook.h"
 
-#include "HelpPage.h"
+#include "help/HelpPage.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "HelpBrowser.h"
+#include "help/HelpBrowser.h"
 
-#include "pageStyle.h"
+#include "help/pageStyle.h"
 
 #include <QDesktopServices>
 #include <QEvent>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "HelpWindow.h"
+#include "help/HelpWindow.h"
 
-#include "BundleInfo.h"
-#include "HelpBrowser.h"
+#include "help/HelpBrowser.h"
+#include "platform/BundleInfo.h"
 
 #include <QEvent>
 #include <QHBoxLayout>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "pageStyle.h"
+#include "help/pageStyle.h"
 
 #include <QColor>
 #include <QPalette>

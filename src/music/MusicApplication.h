@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MusicTypes.h"
+#include "music/MusicTypes.h"
 
 #include <QObject>
 #include <QString>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "MusicConnector.h"
+#include "music/MusicConnector.h"
 
-#include "FatalError.h"
-#include "MusicApplication.h"
-#include "WindowActivation.h"
-#include "formatTime.h"
-#include "stationLinks.h"
-#include "truncatedToInt64.h"
-#include "typedValue.h"
+#include "music/MusicApplication.h"
+#include "music/formatTime.h"
+#include "music/stationLinks.h"
+#include "music/truncatedToInt64.h"
+#include "music/typedValue.h"
+#include "platform/FatalError.h"
+#include "platform/WindowActivation.h"
 
 #include <QLocale>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MusicConnectorTrack.h"
-#include "MusicTypes.h"
-#include "PlaylistOption.h"
+#include "music/MusicConnectorTrack.h"
+#include "music/MusicTypes.h"
+#include "music/PlaylistOption.h"
 
 #include <QObject>
 #include <QString>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "MusicConnectorTrack.h"
+#include "music/MusicConnectorTrack.h"
 
 #include <utility>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "formatTime.h"
+#include "music/formatTime.h"
 
-#include "FatalError.h"
-#include "truncatedToInt64.h"
+#include "music/truncatedToInt64.h"
+#include "platform/FatalError.h"
 
 #include <cmath>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "typedValue.h"
+#include "music/typedValue.h"
 
 #include <limits>
 

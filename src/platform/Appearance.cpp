@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "Appearance.h"
+#include "platform/Appearance.h"
 
-#include "UserDefaults.h"
+#include "platform/UserDefaults.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>

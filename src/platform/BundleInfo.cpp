@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "BundleInfo.h"
+#include "platform/BundleInfo.h"
 
 namespace tunedeck {
 

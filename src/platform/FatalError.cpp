@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "FatalError.h"
+#include "platform/FatalError.h"
 
 #include <cstdlib>
 #include <iostream>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "SessionBus.h"
+#include "platform/SessionBus.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Startup.h"
+#include "platform/Startup.h"
 
 #include <algorithm>
 

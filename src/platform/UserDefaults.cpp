@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "UserDefaults.h"
+#include "platform/UserDefaults.h"
 
 #include <QDir>
 #include <QFile>

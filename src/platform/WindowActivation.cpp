@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "WindowActivation.h"
+#include "platform/WindowActivation.h"
 
 #include <QGuiApplication>
 #include <QWindow>

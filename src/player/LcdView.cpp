@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "LcdView.h"
+#include "player/LcdView.h"
 
-#include "ClassicAudioProgressSlider.h"
-#include "LCDTextColor.h"
-#include "PixelFont.h"
-#include "PlainButton.h"
-#include "ScrollingMarqueeView.h"
+#include "player/PlainButton.h"
+#include "player/ScrollingMarqueeView.h"
+#include "skin/ClassicAudioProgressSlider.h"
+#include "skin/LCDTextColor.h"
+#include "skin/PixelFont.h"
 
 #include <QEvent>
 #include <QLabel>

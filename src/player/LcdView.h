@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LCDBackgroundView.h"
+#include "skin/LCDBackgroundView.h"
 
 class QLabel;
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "PlainButton.h"
+#include "player/PlainButton.h"
 
-#include "FatalError.h"
-#include "FocusRing.h"
+#include "platform/FatalError.h"
+#include "skin/FocusRing.h"
 
 #include <QPainter>
 #include <QSvgRenderer>

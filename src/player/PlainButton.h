@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "FaceCache.h"
-#include "SkinEnvironment.h"
-#include "SkinnedButton.h"
+#include "skin/FaceCache.h"
+#include "skin/SkinEnvironment.h"
+#include "skin/SkinnedButton.h"
 
 #include <QSize>
 #include <QString>

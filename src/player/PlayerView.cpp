@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
-#include "PlayerView.h"
+#include "player/PlayerView.h"
 
-#include "DrawerBackground.h"
-#include "LcdView.h"
-#include "PinstripeView.h"
-#include "PlainButton.h"
-#include "PlayerButton.h"
-#include "ShadowView.h"
-#include "TunedeckPlayerButton.h"
-#include "VolumeSlider.h"
-#include "WindowBackground.h"
-#include "WindowButtonsView.h"
-#include "WindowControlButton.h"
+#include "player/LcdView.h"
+#include "player/PlainButton.h"
+#include "skin/DrawerBackground.h"
+#include "skin/PinstripeView.h"
+#include "skin/PlayerButton.h"
+#include "skin/ShadowView.h"
+#include "skin/TunedeckPlayerButton.h"
+#include "skin/VolumeSlider.h"
+#include "skin/WindowBackground.h"
+#include "skin/WindowButtonsView.h"
+#include "skin/WindowControlButton.h"
 
 namespace tunedeck {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "ScrollingMarqueeView.h"
+#include "player/ScrollingMarqueeView.h"
 
-#include "LCDTextColor.h"
-#include "PixelFont.h"
-#include "canBeSeen.h"
+#include "platform/canBeSeen.h"
+#include "skin/LCDTextColor.h"
+#include "skin/PixelFont.h"
 
 #include <QAccessibleWidget>
 #include <QApplication>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MarqueeTimeline.h"
+#include "player/MarqueeTimeline.h"
 
 #include <QColor>
 #include <QHash>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MusicConnector.h"
-#include "MusicConnectorTrack.h"
-#include "MusicTypes.h"
-#include "VolumeSlider.h"
+#include "music/MusicConnector.h"
+#include "music/MusicConnectorTrack.h"
+#include "music/MusicTypes.h"
+#include "skin/VolumeSlider.h"
 
 #include <QMenu>
 #include <QObject>

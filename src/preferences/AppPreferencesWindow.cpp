@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "AppPreferencesWindow.h"
+#include "preferences/AppPreferencesWindow.h"
 
-#include "UserDefaults.h"
+#include "platform/UserDefaults.h"
 
 #include <QApplication>
 #include <QCursor>

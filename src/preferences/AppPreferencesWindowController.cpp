@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "AppPreferencesWindowController.h"
+#include "preferences/AppPreferencesWindowController.h"
 
-#include "InterfacePreferencesViewController.h"
-#include "PreferencesViewController.h"
-#include "SymbolIcon.h"
-#include "UpdatePreferencesViewController.h"
+#include "preferences/InterfacePreferencesViewController.h"
+#include "preferences/PreferencesViewController.h"
+#include "preferences/SymbolIcon.h"
+#include "preferences/UpdatePreferencesViewController.h"
 
 #include <QAction>
 #include <QEvent>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "AppPreferences.h"
-#include "AppPreferencesWindow.h"
-#include "PreferencesToolbarItem.h"
+#include "preferences/AppPreferences.h"
+#include "preferences/AppPreferencesWindow.h"
+#include "preferences/PreferencesToolbarItem.h"
 
 #include <QActionGroup>
 #include <QList>

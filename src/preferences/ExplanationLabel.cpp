@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ExplanationLabel.h"
+#include "preferences/ExplanationLabel.h"
 
 #include <QPainter>
 #include <QStyle>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "InterfacePreferencesViewController.h"
+#include "preferences/InterfacePreferencesViewController.h"
 
-#include "ExplanationLabel.h"
-#include "PaneMetrics.h"
-#include "UserDefaults.h"
+#include "platform/UserDefaults.h"
+#include "preferences/ExplanationLabel.h"
+#include "preferences/PaneMetrics.h"
 
 #include <QCheckBox>
 #include <QStyle>

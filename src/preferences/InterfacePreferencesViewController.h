@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "PreferencesPaneController.h"
+#include "preferences/PreferencesPaneController.h"
 
 #include <QWidget>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "PreferencesViewController.h"
+#include "preferences/PreferencesViewController.h"
 
-#include "ExplanationLabel.h"
-#include "PaneMetrics.h"
-#include "SeenPlayers.h"
-#include "UserDefaults.h"
+#include "platform/UserDefaults.h"
+#include "preferences/ExplanationLabel.h"
+#include "preferences/PaneMetrics.h"
+#include "preferences/SeenPlayers.h"
 
 #include <QAction>
 #include <QComboBox>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "SymbolIcon.h"
+#include "preferences/SymbolIcon.h"
 
 #include <QGuiApplication>
 #include <QPainter>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "UpdatePreferencesViewController.h"
+#include "preferences/UpdatePreferencesViewController.h"
 
-#include "BundleInfo.h"
-#include "PaneMetrics.h"
-#include "Updater.h"
+#include "platform/BundleInfo.h"
+#include "preferences/PaneMetrics.h"
+#include "preferences/Updater.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "AboutPinstripeView.h"
+#include "skin/AboutPinstripeView.h"
 
-#include "skinLooks.h"
+#include "skin/skinLooks.h"
 
 #include <QPainter>
 

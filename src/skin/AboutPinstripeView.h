@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "PinstripeCell.h"
-#include "SkinEnvironment.h"
+#include "skin/PinstripeCell.h"
+#include "skin/SkinEnvironment.h"
 
 #include <QWidget>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "ActivationFlag.h"
+#include "skin/ActivationFlag.h"
 
-#include "WindowActivation.h"
+#include "platform/WindowActivation.h"
 
 #include <QWindow>
 

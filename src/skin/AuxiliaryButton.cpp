@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "AuxiliaryButton.h"
+#include "skin/AuxiliaryButton.h"
 
-#include "FocusRing.h"
+#include "skin/FocusRing.h"
 
 #include <QPainter>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "AuxiliaryButtonCell.h"
-#include "FaceCache.h"
-#include "SkinEnvironment.h"
-#include "SkinnedButton.h"
+#include "skin/AuxiliaryButtonCell.h"
+#include "skin/FaceCache.h"
+#include "skin/SkinEnvironment.h"
+#include "skin/SkinnedButton.h"
 
 namespace tunedeck {
 

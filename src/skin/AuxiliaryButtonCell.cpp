@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "AuxiliaryButtonCell.h"
+#include "skin/AuxiliaryButtonCell.h"
 
-#include "Gradient.h"
-#include "Shapes.h"
+#include "skin/Gradient.h"
+#include "skin/Shapes.h"
 
 #include <QPainter>
 #include <QPainterPath>

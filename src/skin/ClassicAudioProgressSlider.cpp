@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "ClassicAudioProgressSlider.h"
+#include "skin/ClassicAudioProgressSlider.h"
 
-#include "ClassicAudioProgressSliderCell.h"
-#include "FocusRing.h"
-#include "Shapes.h"
-#include "turnUpwards.h"
+#include "skin/ClassicAudioProgressSliderCell.h"
+#include "skin/FocusRing.h"
+#include "skin/Shapes.h"
+#include "skin/turnUpwards.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "PercentSlider.h"
+#include "skin/PercentSlider.h"
 
 namespace tunedeck {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "ClassicAudioProgressSliderCell.h"
+#include "skin/ClassicAudioProgressSliderCell.h"
 
-#include "DevicePixels.h"
-#include "Ink.h"
-#include "LCDTextColor.h"
-#include "Shapes.h"
+#include "skin/DevicePixels.h"
+#include "skin/Ink.h"
+#include "skin/LCDTextColor.h"
+#include "skin/Shapes.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DevicePixels.h"
+#include "skin/DevicePixels.h"
 
 #include <QPainter>
 

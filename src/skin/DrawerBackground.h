@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DrawerBackgroundCell.h"
-#include "MetalGround.h"
+#include "skin/DrawerBackgroundCell.h"
+#include "skin/MetalGround.h"
 
 namespace tunedeck {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "DrawerBackgroundCell.h"
+#include "skin/DrawerBackgroundCell.h"
 
-#include "DevicePixels.h"
-#include "Gradient.h"
-#include "Ink.h"
-#include "Shapes.h"
+#include "skin/DevicePixels.h"
+#include "skin/Gradient.h"
+#include "skin/Ink.h"
+#include "skin/Shapes.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MetalGroundState.h"
+#include "skin/MetalGroundState.h"
 
 class QPainter;
 class QRectF;

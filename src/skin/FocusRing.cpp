@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "FocusRing.h"
+#include "skin/FocusRing.h"
 
-#include "Ink.h"
-#include "Shapes.h"
-#include "skinLooks.h"
+#include "skin/Ink.h"
+#include "skin/Shapes.h"
+#include "skin/skinLooks.h"
 
 #include <QFocusEvent>
 #include <QPainter>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "HoldableButton.h"
+#include "skin/HoldableButton.h"
 
 #include <QMouseEvent>
 #include <QPointer>

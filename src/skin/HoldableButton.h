@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "SkinnedButton.h"
+#include "skin/SkinnedButton.h"
 
 #include <QTimer>
 

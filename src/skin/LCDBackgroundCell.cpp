@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "LCDBackgroundCell.h"
+#include "skin/LCDBackgroundCell.h"
 
-#include "DevicePixels.h"
-#include "Gradient.h"
-#include "Ink.h"
-#include "Shadow.h"
-#include "Shapes.h"
-#include "bezelGradient.h"
+#include "skin/DevicePixels.h"
+#include "skin/Gradient.h"
+#include "skin/Ink.h"
+#include "skin/Shadow.h"
+#include "skin/Shapes.h"
+#include "skin/bezelGradient.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "LCDBackgroundView.h"
+#include "skin/LCDBackgroundView.h"
 
-#include "skinLooks.h"
-#include "turnUpwards.h"
+#include "skin/skinLooks.h"
+#include "skin/turnUpwards.h"
 
 #include <QPainter>
 

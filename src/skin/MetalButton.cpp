@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "MetalButton.h"
+#include "skin/MetalButton.h"
 
-#include "metalBezel.h"
+#include "skin/metalBezel.h"
 
 #include <QPainter>
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ActivationFlag.h"
-#include "FaceCache.h"
-#include "FocusRing.h"
-#include "MetalButtonCell.h"
-#include "SkinEnvironment.h"
-#include "SkinnedButton.h"
+#include "skin/ActivationFlag.h"
+#include "skin/FaceCache.h"
+#include "skin/FocusRing.h"
+#include "skin/MetalButtonCell.h"
+#include "skin/SkinEnvironment.h"
+#include "skin/SkinnedButton.h"
 
 #include <QPointer>
 

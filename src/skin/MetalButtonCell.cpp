@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "MetalButtonCell.h"
+#include "skin/MetalButtonCell.h"
 
-#include "ResourceImage.h"
-#include "Shapes.h"
-#include "engraving.h"
-#include "metalBezel.h"
+#include "skin/ResourceImage.h"
+#include "skin/Shapes.h"
+#include "skin/engraving.h"
+#include "skin/metalBezel.h"
 
 #include <QPainter>
 

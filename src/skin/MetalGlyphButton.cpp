@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "MetalGlyphButton.h"
+#include "skin/MetalGlyphButton.h"
 
-#include "MetalGlyphButtonCell.h"
+#include "skin/MetalGlyphButtonCell.h"
 
 namespace tunedeck {
 

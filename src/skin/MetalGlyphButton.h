@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MetalButton.h"
+#include "skin/MetalButton.h"
 
 namespace tunedeck {
 

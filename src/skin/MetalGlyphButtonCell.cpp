@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "MetalGlyphButtonCell.h"
+#include "skin/MetalGlyphButtonCell.h"
 
-#include "FaceCache.h"
-#include "Ink.h"
-#include "ResourceImage.h"
-#include "Shapes.h"
+#include "skin/FaceCache.h"
+#include "skin/Ink.h"
+#include "skin/ResourceImage.h"
+#include "skin/Shapes.h"
 
 #include <QPainter>
 

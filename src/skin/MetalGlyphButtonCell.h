@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MetalButtonCell.h"
+#include "skin/MetalButtonCell.h"
 
 namespace tunedeck {
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ActivationFlag.h"
-#include "FaceCache.h"
-#include "MetalGroundState.h"
-#include "SkinEnvironment.h"
-#include "UserDefaults.h"
-#include "turnUpwards.h"
+#include "platform/UserDefaults.h"
+#include "skin/ActivationFlag.h"
+#include "skin/FaceCache.h"
+#include "skin/MetalGroundState.h"
+#include "skin/SkinEnvironment.h"
+#include "skin/turnUpwards.h"
 
 #include <QPainter>
 #include <QWidget>

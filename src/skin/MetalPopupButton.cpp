@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "MetalPopupButton.h"
+#include "skin/MetalPopupButton.h"
 
-#include "FocusRing.h"
-#include "metalBezel.h"
-#include "skinLooks.h"
+#include "skin/FocusRing.h"
+#include "skin/metalBezel.h"
+#include "skin/skinLooks.h"
 
 #include <QKeyEvent>
 #include <QListView>

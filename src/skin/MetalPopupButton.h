@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ActivationFlag.h"
-#include "Appearance.h"
-#include "FaceCache.h"
-#include "MetalPopupButtonCell.h"
-#include "SkinEnvironment.h"
+#include "platform/Appearance.h"
+#include "skin/ActivationFlag.h"
+#include "skin/FaceCache.h"
+#include "skin/MetalPopupButtonCell.h"
+#include "skin/SkinEnvironment.h"
 
 #include <QComboBox>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "MetalPopupButtonCell.h"
+#include "skin/MetalPopupButtonCell.h"
 
-#include "Shapes.h"
-#include "engraving.h"
-#include "metalBezel.h"
+#include "skin/Shapes.h"
+#include "skin/engraving.h"
+#include "skin/metalBezel.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "PinstripeCell.h"
+#include "skin/PinstripeCell.h"
 
-#include "DevicePixels.h"
-#include "Ink.h"
+#include "skin/DevicePixels.h"
+#include "skin/Ink.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "PinstripeView.h"
+#include "skin/PinstripeView.h"
 
-#include "skinLooks.h"
+#include "skin/skinLooks.h"
 
 #include <QPainter>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ActivationFlag.h"
-#include "PinstripeCell.h"
-#include "SkinEnvironment.h"
+#include "skin/ActivationFlag.h"
+#include "skin/PinstripeCell.h"
+#include "skin/SkinEnvironment.h"
 
 #include <QWidget>
 

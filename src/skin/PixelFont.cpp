@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PixelFont.h"
+#include "skin/PixelFont.h"
 
 #include <QPaintDevice>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "RoundButton.h"
-#include "SkinnedButton.h"
+#include "skin/RoundButton.h"
+#include "skin/SkinnedButton.h"
 
 namespace tunedeck {
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "PlayerButtonCell.h"
+#include "skin/PlayerButtonCell.h"
 
-#include "DevicePixels.h"
-#include "Gradient.h"
-#include "Ink.h"
-#include "Shapes.h"
-#include "bezelGradient.h"
+#include "skin/DevicePixels.h"
+#include "skin/Gradient.h"
+#include "skin/Ink.h"
+#include "skin/Shapes.h"
+#include "skin/bezelGradient.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "PlayerButtonTypes.h"
+#include "skin/PlayerButtonTypes.h"
 
 #include <QPointF>
 #include <QRectF>

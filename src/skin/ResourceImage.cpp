@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "ResourceImage.h"
+#include "skin/ResourceImage.h"
 
-#include "FatalError.h"
+#include "platform/FatalError.h"
 
 #include <QSvgRenderer>
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ActivationFlag.h"
-#include "FaceCache.h"
-#include "FocusRing.h"
-#include "PlayerButtonCell.h"
-#include "Shapes.h"
-#include "skinLooks.h"
-#include "turnUpwards.h"
+#include "skin/ActivationFlag.h"
+#include "skin/FaceCache.h"
+#include "skin/FocusRing.h"
+#include "skin/PlayerButtonCell.h"
+#include "skin/Shapes.h"
+#include "skin/skinLooks.h"
+#include "skin/turnUpwards.h"
 
 #include <QMouseEvent>
 #include <QPainter>

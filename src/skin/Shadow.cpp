@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "Shadow.h"
+#include "skin/Shadow.h"
 
-#include "DevicePixels.h"
+#include "skin/DevicePixels.h"
 
 #include <QBrush>
 #include <QImage>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "ShadowView.h"
+#include "skin/ShadowView.h"
 
-#include "turnUpwards.h"
+#include "skin/turnUpwards.h"
 
 #include <QPainter>
 

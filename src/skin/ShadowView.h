@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ActivationFlag.h"
-#include "FaceCache.h"
-#include "ShadowViewCell.h"
-#include "SkinEnvironment.h"
+#include "skin/ActivationFlag.h"
+#include "skin/FaceCache.h"
+#include "skin/ShadowViewCell.h"
+#include "skin/SkinEnvironment.h"
 
 #include <QWidget>
 

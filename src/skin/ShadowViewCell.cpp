@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "ShadowViewCell.h"
+#include "skin/ShadowViewCell.h"
 
-#include "Ink.h"
-#include "Shadow.h"
-#include "Shapes.h"
+#include "skin/Ink.h"
+#include "skin/Shadow.h"
+#include "skin/Shapes.h"
 
 #include <QPainter>
 #include <QPainterPath>

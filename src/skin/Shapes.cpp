@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Shapes.h"
+#include "skin/Shapes.h"
 
 namespace tunedeck {
 

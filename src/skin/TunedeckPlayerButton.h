@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "HoldableButton.h"
-#include "RoundButton.h"
+#include "skin/HoldableButton.h"
+#include "skin/RoundButton.h"
 
 namespace tunedeck {
 

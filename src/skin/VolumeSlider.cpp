@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "VolumeSlider.h"
+#include "skin/VolumeSlider.h"
 
-#include "FocusRing.h"
-#include "Shapes.h"
-#include "skinLooks.h"
-#include "turnUpwards.h"
+#include "skin/FocusRing.h"
+#include "skin/Shapes.h"
+#include "skin/skinLooks.h"
+#include "skin/turnUpwards.h"
 
 #include <QPainter>
 #include <QWheelEvent>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "FaceCache.h"
-#include "PercentSlider.h"
-#include "SkinEnvironment.h"
-#include "VolumeSliderCell.h"
+#include "skin/FaceCache.h"
+#include "skin/PercentSlider.h"
+#include "skin/SkinEnvironment.h"
+#include "skin/VolumeSliderCell.h"
 
 #include <QPoint>
 

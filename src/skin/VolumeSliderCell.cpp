@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "VolumeSliderCell.h"
+#include "skin/VolumeSliderCell.h"
 
-#include "DevicePixels.h"
-#include "FatalError.h"
-#include "Ink.h"
-#include "Shapes.h"
-#include "bezelGradient.h"
+#include "platform/FatalError.h"
+#include "skin/DevicePixels.h"
+#include "skin/Ink.h"
+#include "skin/Shapes.h"
+#include "skin/bezelGradient.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Shadow.h"
+#include "skin/Shadow.h"
 
 #include <QColor>
 #include <QRectF>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MetalGround.h"
-#include "WindowBackgroundCell.h"
+#include "skin/MetalGround.h"
+#include "skin/WindowBackgroundCell.h"
 
 namespace tunedeck {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "WindowButtonsView.h"
+#include "skin/WindowButtonsView.h"
 
 namespace tunedeck {
 

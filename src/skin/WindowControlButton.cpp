@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "WindowControlButton.h"
+#include "skin/WindowControlButton.h"
 
-#include "FocusRing.h"
-#include "skinLooks.h"
-#include "turnUpwards.h"
+#include "skin/FocusRing.h"
+#include "skin/skinLooks.h"
+#include "skin/turnUpwards.h"
 
 #include <QPainter>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ActivationFlag.h"
-#include "FaceCache.h"
-#include "SkinEnvironment.h"
-#include "SkinnedButton.h"
-#include "WindowControlButtonCell.h"
+#include "skin/ActivationFlag.h"
+#include "skin/FaceCache.h"
+#include "skin/SkinEnvironment.h"
+#include "skin/SkinnedButton.h"
+#include "skin/WindowControlButtonCell.h"
 
 namespace tunedeck {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "WindowControlButtonCell.h"
+#include "skin/WindowControlButtonCell.h"
 
-#include "FatalError.h"
-#include "Gradient.h"
-#include "Ink.h"
-#include "Shapes.h"
+#include "platform/FatalError.h"
+#include "skin/Gradient.h"
+#include "skin/Ink.h"
+#include "skin/Shapes.h"
 
 #include <QPainter>
 #include <QPainterPath>

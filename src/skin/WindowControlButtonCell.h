@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Shadow.h"
-#include "WindowControlButtonStyle.h"
+#include "skin/Shadow.h"
+#include "skin/WindowControlButtonStyle.h"
 
 #include <QRectF>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "bezelGradient.h"
+#include "skin/bezelGradient.h"
 
-#include "Ink.h"
+#include "skin/Ink.h"
 
 namespace tunedeck {
 

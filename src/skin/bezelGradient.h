@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Gradient.h"
+#include "skin/Gradient.h"
 
 namespace tunedeck {
 

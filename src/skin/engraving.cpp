@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "engraving.h"
+#include "skin/engraving.h"
 
-#include "Ink.h"
+#include "skin/Ink.h"
 
 #include <QFontMetricsF>
 #include <QPainter>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "metalBezel.h"
+#include "skin/metalBezel.h"
 
-#include "DevicePixels.h"
-#include "Gradient.h"
-#include "Ink.h"
-#include "Shapes.h"
+#include "skin/DevicePixels.h"
+#include "skin/Gradient.h"
+#include "skin/Ink.h"
+#include "skin/Shapes.h"
 
 #include <QPainter>
 

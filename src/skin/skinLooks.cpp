@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "skinLooks.h"
+#include "skin/skinLooks.h"
 
-#include "Appearance.h"
-#include "UserDefaults.h"
+#include "platform/Appearance.h"
+#include "platform/UserDefaults.h"
 
 #include <QWidget>
 

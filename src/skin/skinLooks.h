@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "SkinEnvironment.h"
+#include "skin/SkinEnvironment.h"
 
 class QWidget;
 

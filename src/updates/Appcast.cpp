@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "Appcast.h"
+#include "updates/Appcast.h"
 
-#include "Version.h"
-#include "markup.h"
+#include "updates/Version.h"
+#include "updates/markup.h"
 
 #include <QRegularExpression>
 #include <QStringDecoder>

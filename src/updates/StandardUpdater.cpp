@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "StandardUpdater.h"
+#include "updates/StandardUpdater.h"
 
-#include "PublicKey.h"
-#include "UpdateCheck.h"
-#include "UpdateDownload.h"
-#include "inBackground.h"
-#include "showInFolder.h"
+#include "updates/PublicKey.h"
+#include "updates/UpdateCheck.h"
+#include "updates/UpdateDownload.h"
+#include "updates/inBackground.h"
+#include "updates/showInFolder.h"
 
 #include <QStandardPaths>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Appcast.h"
-#include "ApplicationLauncher.h"
-#include "Transfer.h"
-#include "UpdateWindow.h"
+#include "platform/ApplicationLauncher.h"
+#include "updates/Appcast.h"
+#include "updates/Transfer.h"
+#include "updates/UpdateWindow.h"
 
 #include <QByteArray>
 #include <QFutureWatcher>

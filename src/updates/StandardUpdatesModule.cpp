@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "StandardUpdatesModule.h"
+#include "updates/StandardUpdatesModule.h"
 
-#include "BundleInfo.h"
-#include "StandardUpdater.h"
+#include "platform/BundleInfo.h"
+#include "updates/StandardUpdater.h"
 
 #include <QStandardPaths>
 #include <QSysInfo>

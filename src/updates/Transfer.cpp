@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "Transfer.h"
+#include "updates/Transfer.h"
 
-#include "inBackground.h"
+#include "updates/inBackground.h"
 
 #include <QNetworkReply>
 #include <QNetworkRequest>

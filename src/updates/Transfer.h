@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "UpdateFailure.h"
-#include "isSecureAddress.h"
+#include "updates/UpdateFailure.h"
+#include "updates/isSecureAddress.h"
 
 #include <QFutureWatcher>
 #include <QNetworkAccessManager>

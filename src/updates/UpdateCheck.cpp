@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "UpdateCheck.h"
+#include "updates/UpdateCheck.h"
 
-#include "inBackground.h"
+#include "updates/inBackground.h"
 
 namespace tunedeck {
 

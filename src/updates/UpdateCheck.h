@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Appcast.h"
-#include "Transfer.h"
+#include "updates/Appcast.h"
+#include "updates/Transfer.h"
 
 #include <QByteArray>
 #include <QFutureWatcher>

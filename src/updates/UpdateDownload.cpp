@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "UpdateDownload.h"
+#include "updates/UpdateDownload.h"
 
-#include "fileName.h"
-#include "inBackground.h"
+#include "updates/fileName.h"
+#include "updates/inBackground.h"
 
 #include <QDir>
 #include <QFile>

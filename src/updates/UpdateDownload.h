@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Appcast.h"
-#include "PublicKey.h"
-#include "Transfer.h"
+#include "updates/Appcast.h"
+#include "updates/PublicKey.h"
+#include "updates/Transfer.h"
 
 #include <QByteArray>
 #include <QFutureWatcher>

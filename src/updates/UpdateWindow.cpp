@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "UpdateWindow.h"
+#include "updates/UpdateWindow.h"
 
-#include "Appcast.h"
-#include "BundleInfo.h"
-#include "failureMessage.h"
-#include "isSecureAddress.h"
-#include "safeReleaseNotes.h"
+#include "platform/BundleInfo.h"
+#include "updates/Appcast.h"
+#include "updates/failureMessage.h"
+#include "updates/isSecureAddress.h"
+#include "updates/safeReleaseNotes.h"
 
 #include <QAccessible>
 #include <QApplication>

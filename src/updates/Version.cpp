@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Version.h"
+#include "updates/Version.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "failureMessage.h"
+#include "updates/failureMessage.h"
 
-#include "FatalError.h"
-#include "UpdateWindow.h"
+#include "platform/FatalError.h"
+#include "updates/UpdateWindow.h"
 
 namespace tunedeck {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "UpdateFailure.h"
+#include "updates/UpdateFailure.h"
 
 #include <QString>
 

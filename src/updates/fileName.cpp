@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "fileName.h"
+#include "updates/fileName.h"
 
 #include <QRegularExpression>
 

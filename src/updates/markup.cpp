@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "markup.h"
+#include "updates/markup.h"
 
 namespace tunedeck {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "safeReleaseNotes.h"
+#include "updates/safeReleaseNotes.h"
 
-#include "isSecureAddress.h"
-#include "markup.h"
+#include "updates/isSecureAddress.h"
+#include "updates/markup.h"
 
 #include <QRegularExpression>
 #include <QStringList>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "showInFolder.h"
+#include "updates/showInFolder.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>

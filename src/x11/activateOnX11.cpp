@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "activateOnX11.h"
+#include "x11/activateOnX11.h"
 
-#include "Startup.h"
-#include "x11.h"
+#include "platform/Startup.h"
+#include "x11/x11.h"
 
 #include <QByteArray>
 #include <QWindow>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "frameExtents.h"
+#include "x11/frameExtents.h"
 
-#include "x11.h"
+#include "x11/x11.h"
 
 #include <QMargins>
 #include <QRect>

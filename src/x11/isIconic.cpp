@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "isIconic.h"
+#include "x11/isIconic.h"
 
-#include "x11.h"
+#include "x11/x11.h"
 
 #include <QWindow>
 

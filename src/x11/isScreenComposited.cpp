@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "isScreenComposited.h"
+#include "x11/isScreenComposited.h"
 
-#include "x11.h"
+#include "x11/x11.h"
 
 #include <QByteArray>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "setFloatingType.h"
+#include "x11/setFloatingType.h"
 
-#include "x11.h"
+#include "x11/x11.h"
 
 #include <QWindow>
 

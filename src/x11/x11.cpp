@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "x11.h"
+#include "x11/x11.h"
 
 #include <QGuiApplication>
 

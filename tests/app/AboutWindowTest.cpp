@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "AboutWindow.h"
+#include "app/AboutWindow.h"
 
-#include "BundleInfo.h"
 #include "Desktop.h"
+#include "platform/BundleInfo.h"
 
 #include <QApplication>
 #include <QDesktopServices>

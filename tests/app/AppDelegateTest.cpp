@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "AppDelegate.h"
+#include "app/AppDelegate.h"
 
-#include "AboutPinstripeView.h"
-#include "AboutWindow.h"
 #include "Desktop.h"
-#include "MenuItemIdentifier.h"
-#include "MusicConnector.h"
-#include "PlaylistWindow.h"
 #include "TimedStyle.h"
-#include "WindowController.h"
+#include "app/AboutWindow.h"
+#include "app/WindowController.h"
+#include "drawer/PlaylistWindow.h"
+#include "music/MenuItemIdentifier.h"
+#include "music/MusicConnector.h"
+#include "skin/AboutPinstripeView.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "ApplicationInstance.h"
+#include "app/ApplicationInstance.h"
 
-#include "PrivateBus.h"
-#include "elapse.h"
+#include "support/PrivateBus.h"
+#include "support/elapse.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Appearance.h"
-#include "Application.h"
-#include "ScriptedMusicApplication.h"
-#include "SeenPlayers.h"
-#include "Updater.h"
-#include "UserDefaults.h"
-#include "WindowActivation.h"
+#include "app/Application.h"
+#include "platform/Appearance.h"
+#include "platform/UserDefaults.h"
+#include "platform/WindowActivation.h"
+#include "preferences/SeenPlayers.h"
+#include "preferences/Updater.h"
+#include "support/ScriptedMusicApplication.h"
 
 #include <QDBusConnection>
 #include <QDBusVariant>

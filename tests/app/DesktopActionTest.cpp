@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "DesktopAction.h"
+#include "app/DesktopAction.h"
 
-#include "AppDelegate.h"
 #include "Desktop.h"
-#include "MusicConnector.h"
-#include "WindowController.h"
+#include "app/AppDelegate.h"
+#include "app/WindowController.h"
+#include "music/MusicConnector.h"
 
 #include <QApplication>
 #include <QFile>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "DesktopFont.h"
+#include "app/DesktopFont.h"
 
 #include "Desktop.h"
-#include "MainMenu.h"
-#include "ViewController.h"
-#include "WindowController.h"
+#include "app/MainMenu.h"
+#include "app/WindowController.h"
+#include "player/ViewController.h"
 
 #include <QApplication>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "DockMenu.h"
+#include "app/DockMenu.h"
 
-#include "PrivateBus.h"
+#include "support/PrivateBus.h"
 
 #include <QAction>
 #include <QDBusArgument>

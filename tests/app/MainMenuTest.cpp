@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "MainMenu.h"
+#include "app/MainMenu.h"
 
-#include "Application.h"
 #include "Desktop.h"
-#include "MenuItemIdentifier.h"
 #include "TimedStyle.h"
-#include "ViewController.h"
-#include "WindowController.h"
-#include "canKeepAbove.h"
+#include "app/Application.h"
+#include "app/WindowController.h"
+#include "app/canKeepAbove.h"
+#include "music/MenuItemIdentifier.h"
+#include "player/ViewController.h"
 
 #include <QApplication>
 #include <QMenuBar>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "UpdatesModule.h"
+#include "updates/UpdatesModule.h"
 
 #include <QObject>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "SessionDisplays.h"
+#include "app/SessionDisplays.h"
 
 #include <QTest>
 

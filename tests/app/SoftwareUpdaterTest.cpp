@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "SoftwareUpdater.h"
+#include "app/SoftwareUpdater.h"
 
 #include "Desktop.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "DemoPlayerProcess.h"
-#include "PrivateBus.h"
-#include "endWithParent.h"
+#include "music/mpris/DemoPlayerProcess.h"
+#include "support/PrivateBus.h"
+#include "support/endWithParent.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "WindowController.h"
+#include "app/WindowController.h"
 
 #include "Desktop.h"
-#include "MenuItemIdentifier.h"
 #include "TimedStyle.h"
+#include "music/MenuItemIdentifier.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "WindowShadow.h"
+#include "app/WindowShadow.h"
 
 #include <QImage>
 #include <QPainter>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "Window.h"
+#include "app/Window.h"
 
 #include "Desktop.h"
 #include "TimedStyle.h"
-#include "WindowController.h"
+#include "app/WindowController.h"
 
 #include <QApplication>
 #include <QImage>

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "PlaylistViewController.h"
+#include "drawer/PlaylistViewController.h"
 
-#include "MenuItemIdentifier.h"
-#include "MetalButton.h"
-#include "MetalPopupButton.h"
-#include "MusicConnector.h"
-#include "PlaylistView.h"
-#include "ScriptedMusicApplication.h"
-#include "SkinDesk.h"
-#include "WindowActivation.h"
+#include "drawer/PlaylistView.h"
+#include "music/MenuItemIdentifier.h"
+#include "music/MusicConnector.h"
+#include "platform/WindowActivation.h"
+#include "skin/MetalButton.h"
+#include "skin/MetalPopupButton.h"
+#include "support/ScriptedMusicApplication.h"
+#include "support/SkinDesk.h"
 
 #include <QAction>
 #include <QRegularExpression>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "PlaylistView.h"
+#include "drawer/PlaylistView.h"
 
-#include "EngravedLabel.h"
-#include "MetalButton.h"
-#include "MetalPopupButton.h"
-#include "SkinDesk.h"
+#include "drawer/EngravedLabel.h"
+#include "skin/MetalButton.h"
+#include "skin/MetalPopupButton.h"
+#include "support/SkinDesk.h"
 
 #include <QRegularExpression>
 #include <QTest>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "HelpBook.h"
+#include "help/HelpBook.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "HelpBook.h"
+#include "help/HelpBook.h"
 
 #include "BookFolder.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "HelpBrowser.h"
+#include "help/HelpBrowser.h"
 
 #include "BookFolder.h"
 

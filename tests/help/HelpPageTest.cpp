@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "HelpPage.h"
+#include "help/HelpPage.h"
 
 #include <QRegularExpression>
 #include <QTest>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "HelpBook.h"
-#include "HelpPage.h"
+#include "help/HelpBook.h"
+#include "help/HelpPage.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "HelpWindow.h"
+#include "help/HelpWindow.h"
 
 #include "BookFolder.h"
-#include "BundleInfo.h"
-#include "HelpBrowser.h"
+#include "help/HelpBrowser.h"
+#include "platform/BundleInfo.h"
 
 #include <QLineEdit>
 #include <QListWidget>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ConnectorObserver.h"
-#include "ScriptedMusicApplication.h"
-#include "WindowActivation.h"
-#include "abortedRun.h"
+#include "platform/WindowActivation.h"
+#include "support/ScriptedMusicApplication.h"
+#include "support/abortedRun.h"
 
 #include <QGuiApplication>
 #include <QRegularExpression>

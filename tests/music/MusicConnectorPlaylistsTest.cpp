@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ConnectorObserver.h"
-#include "ScriptedMusicApplication.h"
-#include "WindowActivation.h"
+#include "platform/WindowActivation.h"
+#include "support/ScriptedMusicApplication.h"
 
 #include <QElapsedTimer>
 #include <QRegularExpression>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "MusicConnector.h"
+#include "music/MusicConnector.h"
 
 #include "ConnectorObserver.h"
-#include "ScriptedMusicApplication.h"
-#include "WindowActivation.h"
-#include "abortedRun.h"
+#include "platform/WindowActivation.h"
+#include "support/ScriptedMusicApplication.h"
+#include "support/abortedRun.h"
 
 #include <QGuiApplication>
 #include <QLocale>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "formatTime.h"
-#include "abortedRun.h"
+#include "music/formatTime.h"
+#include "support/abortedRun.h"
 
 #include <QRegularExpression>
 #include <QTest>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "stationLinks.h"
+#include "music/stationLinks.h"
 
 #include <QRegularExpression>
 #include <QTest>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "Appearance.h"
+#include "platform/Appearance.h"
 
-#include "PrivateBus.h"
-#include "UserDefaults.h"
+#include "platform/UserDefaults.h"
+#include "support/PrivateBus.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ApplicationLauncher.h"
+#include "platform/ApplicationLauncher.h"
 
 #include <QDir>
 #include <QElapsedTimer>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "FatalError.h"
+#include "platform/FatalError.h"
 
-#include "abortedRun.h"
+#include "support/abortedRun.h"
 
 #include <QRegularExpression>
 #include <QTest>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "SessionBus.h"
+#include "platform/SessionBus.h"
 
-#include "PrivateBus.h"
+#include "support/PrivateBus.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>

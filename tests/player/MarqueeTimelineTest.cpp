@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "MarqueeTimeline.h"
+#include "player/MarqueeTimeline.h"
 
 #include <QRegularExpression>
 #include <QTest>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "PlainButton.h"
+#include "player/PlainButton.h"
 
-#include "SkinDesk.h"
+#include "support/SkinDesk.h"
 
 #include <QImage>
 #include <QRegularExpression>

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
-#include "PlayerView.h"
+#include "player/PlayerView.h"
 
-#include "ClassicAudioProgressSlider.h"
-#include "DrawerBackground.h"
-#include "LcdView.h"
-#include "PlainButton.h"
-#include "PlayerButton.h"
-#include "ScrollingMarqueeView.h"
-#include "SkinDesk.h"
-#include "TunedeckPlayerButton.h"
-#include "VolumeSlider.h"
-#include "WindowButtonsView.h"
-#include "WindowControlButton.h"
+#include "player/LcdView.h"
+#include "player/PlainButton.h"
+#include "player/ScrollingMarqueeView.h"
+#include "skin/ClassicAudioProgressSlider.h"
+#include "skin/DrawerBackground.h"
+#include "skin/PlayerButton.h"
+#include "skin/TunedeckPlayerButton.h"
+#include "skin/VolumeSlider.h"
+#include "skin/WindowButtonsView.h"
+#include "skin/WindowControlButton.h"
+#include "support/SkinDesk.h"
 
 #include <QImage>
 #include <QLabel>

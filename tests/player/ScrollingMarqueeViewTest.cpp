@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ScrollingMarqueeView.h"
+#include "player/ScrollingMarqueeView.h"
 
 #include <QAccessible>
 #include <QApplication>

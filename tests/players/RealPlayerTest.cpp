@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "ApplicationLauncher.h"
-#include "MprisMusicApplication.h"
-#include "MusicConnector.h"
 #include "PlayerWitness.h"
 #include "ShownRecord.h"
-#include "UserDefaults.h"
-#include "WindowActivation.h"
+#include "music/MusicConnector.h"
+#include "music/mpris/MprisMusicApplication.h"
+#include "platform/ApplicationLauncher.h"
+#include "platform/UserDefaults.h"
+#include "platform/WindowActivation.h"
 
 #include <QElapsedTimer>
 #include <QRegularExpression>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MusicConnector.h"
+#include "music/MusicConnector.h"
 
 #include <QStringList>
 #include <QTimer>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "AppPreferencesWindowController.h"
+#include "preferences/AppPreferencesWindowController.h"
 
 #include "PreferencesDesk.h"
-#include "PreferencesPaneController.h"
-#include "TimedStyle.h"
+#include "app/TimedStyle.h"
+#include "preferences/PreferencesPaneController.h"
 
 #include <QAction>
 #include <QApplication>

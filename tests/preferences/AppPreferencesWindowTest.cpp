@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "AppPreferencesWindow.h"
+#include "preferences/AppPreferencesWindow.h"
 
 #include "PreferencesDesk.h"
 

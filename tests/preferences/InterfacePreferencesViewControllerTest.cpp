@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "InterfacePreferencesViewController.h"
+#include "preferences/InterfacePreferencesViewController.h"
 
-#include "ExplanationLabel.h"
 #include "PreferencesDesk.h"
+#include "preferences/ExplanationLabel.h"
 
 #include <QCheckBox>
 #include <QSignalSpy>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "SeenPlayers.h"
-#include "Updater.h"
-#include "UserDefaults.h"
+#include "platform/UserDefaults.h"
+#include "preferences/SeenPlayers.h"
+#include "preferences/Updater.h"
 
 #include <QAccessible>
 #include <QRegularExpression>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PreferencesViewController.h"
+#include "preferences/PreferencesViewController.h"
 
 #include "PreferencesDesk.h"
 

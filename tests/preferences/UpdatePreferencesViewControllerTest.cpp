@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "UpdatePreferencesViewController.h"
+#include "preferences/UpdatePreferencesViewController.h"
 
-#include "BundleInfo.h"
 #include "PreferencesDesk.h"
+#include "platform/BundleInfo.h"
 
 #include <QLabel>
 #include <QPushButton>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "ActivationFlag.h"
+#include "skin/ActivationFlag.h"
 
 #include "FocusedWindow.h"
-#include "WindowActivation.h"
+#include "platform/WindowActivation.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "AuxiliaryButton.h"
+#include "skin/AuxiliaryButton.h"
 
 #include "Picture.h"
-#include "SkinDesk.h"
-#include "turnUpwards.h"
+#include "skin/turnUpwards.h"
+#include "support/SkinDesk.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ClassicAudioProgressSliderCell.h"
+#include "skin/ClassicAudioProgressSliderCell.h"
 
 #include "Picture.h"
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "ClassicAudioProgressSlider.h"
+#include "skin/ClassicAudioProgressSlider.h"
 
 #include "PaintCounter.h"
 #include "Picture.h"
-#include "SkinDesk.h"
+#include "support/SkinDesk.h"
 
 #include <QRegularExpression>
 #include <QTest>

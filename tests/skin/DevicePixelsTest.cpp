@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "DevicePixels.h"
+#include "skin/DevicePixels.h"
 
-#include "turnUpwards.h"
+#include "skin/turnUpwards.h"
 
 #include <QImage>
 #include <QPainter>

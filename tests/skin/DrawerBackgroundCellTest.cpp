@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DrawerBackgroundCell.h"
+#include "skin/DrawerBackgroundCell.h"
 
 #include "Picture.h"
 

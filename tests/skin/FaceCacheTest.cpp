@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "FaceCache.h"
+#include "skin/FaceCache.h"
 
 #include <QImage>
 #include <QRegularExpression>

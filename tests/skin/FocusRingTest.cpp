@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "FocusRing.h"
+#include "skin/FocusRing.h"
 
-#include "MetalButton.h"
-#include "MetalButtonCell.h"
-#include "PlayerButton.h"
-#include "SkinDesk.h"
+#include "skin/MetalButton.h"
+#include "skin/MetalButtonCell.h"
+#include "skin/PlayerButton.h"
+#include "support/SkinDesk.h"
 
 #include <QFocusEvent>
 #include <QRegularExpression>

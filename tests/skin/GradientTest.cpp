@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Gradient.h"
+#include "skin/Gradient.h"
 
 #include <QImage>
 #include <QPainter>

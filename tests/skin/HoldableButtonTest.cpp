@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "HoldableButton.h"
+#include "skin/HoldableButton.h"
 
-#include "elapse.h"
+#include "support/elapse.h"
 
 #include <QElapsedTimer>
 #include <QPointer>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "LCDBackgroundCell.h"
+#include "skin/LCDBackgroundCell.h"
 
 #include "Picture.h"
 

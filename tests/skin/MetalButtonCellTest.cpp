@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "MetalButtonCell.h"
+#include "skin/MetalButtonCell.h"
 
 #include "Picture.h"
 #include "TitleStem.h"

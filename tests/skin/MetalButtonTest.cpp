@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "MetalButton.h"
+#include "skin/MetalButton.h"
 
 #include "FocusedWindow.h"
-#include "MetalGlyphButton.h"
-#include "MetalGlyphButtonCell.h"
 #include "PaintCounter.h"
 #include "Picture.h"
-#include "SkinDesk.h"
 #include "looksLike.h"
+#include "skin/MetalGlyphButton.h"
+#include "skin/MetalGlyphButtonCell.h"
+#include "support/SkinDesk.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>

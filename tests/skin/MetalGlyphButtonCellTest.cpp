@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "MetalGlyphButtonCell.h"
+#include "skin/MetalGlyphButtonCell.h"
 
 #include "Picture.h"
-#include "turnUpwards.h"
+#include "skin/turnUpwards.h"
 
 #include <QRegularExpression>
 #include <QTest>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "MetalPopupButtonCell.h"
+#include "skin/MetalPopupButtonCell.h"
 
 #include "Picture.h"
 #include "TitleStem.h"

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "MetalPopupButton.h"
+#include "skin/MetalPopupButton.h"
 
 #include "FocusedWindow.h"
 #include "PaintCounter.h"
 #include "Picture.h"
-#include "SkinDesk.h"
 #include "looksLike.h"
+#include "support/SkinDesk.h"
 
 #include <QAbstractItemView>
 #include <QAction>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PercentSlider.h"
+#include "skin/PercentSlider.h"
 
 #include "PaintCounter.h"
 

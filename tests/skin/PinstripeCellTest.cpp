@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "PinstripeCell.h"
+#include "skin/PinstripeCell.h"
 
 #include "Picture.h"
-#include "turnUpwards.h"
+#include "skin/turnUpwards.h"
 
 #include <QRegularExpression>
 #include <QTest>

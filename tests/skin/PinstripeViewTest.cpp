@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "PinstripeView.h"
+#include "skin/PinstripeView.h"
 
 #include "FocusedWindow.h"
 #include "PaintCounter.h"
 #include "Picture.h"
-#include "SkinDesk.h"
+#include "support/SkinDesk.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>

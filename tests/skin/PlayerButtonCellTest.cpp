@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PlayerButtonCell.h"
+#include "skin/PlayerButtonCell.h"
 
 #include "Picture.h"
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "PlayerButton.h"
+#include "skin/PlayerButton.h"
 
 #include "PaintCounter.h"
 #include "Picture.h"
-#include "SkinDesk.h"
-#include "TunedeckPlayerButton.h"
+#include "skin/TunedeckPlayerButton.h"
+#include "support/SkinDesk.h"
 
 #include <QGuiApplication>
 #include <QRegularExpression>

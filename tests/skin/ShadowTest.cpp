@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Shadow.h"
+#include "skin/Shadow.h"
 
 #include <QImage>
 #include <QPainter>

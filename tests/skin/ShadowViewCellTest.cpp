@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ShadowViewCell.h"
+#include "skin/ShadowViewCell.h"
 
 #include "Picture.h"
 

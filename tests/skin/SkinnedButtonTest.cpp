@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "SkinnedButton.h"
+#include "skin/SkinnedButton.h"
 
 #include <QAction>
 #include <QMouseEvent>

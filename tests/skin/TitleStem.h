@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Picture.h"
-#include "turnUpwards.h"
+#include "skin/turnUpwards.h"
 
 #include <QFont>
 #include <QRectF>

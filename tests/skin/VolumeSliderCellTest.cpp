@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "VolumeSliderCell.h"
+#include "skin/VolumeSliderCell.h"
 
 #include "Picture.h"
 

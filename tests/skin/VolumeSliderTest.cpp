@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "VolumeSlider.h"
+#include "skin/VolumeSlider.h"
 
 #include "PaintCounter.h"
 #include "Picture.h"
-#include "SkinDesk.h"
+#include "support/SkinDesk.h"
 
 #include <QRegularExpression>
 #include <QTest>

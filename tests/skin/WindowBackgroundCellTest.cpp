@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "WindowBackgroundCell.h"
+#include "skin/WindowBackgroundCell.h"
 
 #include "Picture.h"
 

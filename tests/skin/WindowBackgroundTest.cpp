@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "WindowBackground.h"
+#include "skin/WindowBackground.h"
 
 #include "FocusedWindow.h"
 #include "Picture.h"
-#include "SkinDesk.h"
+#include "support/SkinDesk.h"
 
 #include <QRegularExpression>
 #include <QTest>

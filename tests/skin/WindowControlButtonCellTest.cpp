@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "WindowControlButtonCell.h"
+#include "skin/WindowControlButtonCell.h"
 
 #include "Picture.h"
-#include "abortedRun.h"
+#include "support/abortedRun.h"
 
 #include <QGuiApplication>
 #include <QRegularExpression>

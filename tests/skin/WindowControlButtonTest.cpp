@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "WindowControlButton.h"
+#include "skin/WindowControlButton.h"
 
 #include "PaintCounter.h"
 #include "Picture.h"
-#include "SkinDesk.h"
+#include "support/SkinDesk.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>

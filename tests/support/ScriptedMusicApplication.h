@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MusicApplication.h"
+#include "music/MusicApplication.h"
 
 #include <QSet>
 #include <QStringList>

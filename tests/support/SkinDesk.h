@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Appearance.h"
-#include "SkinEnvironment.h"
-#include "UserDefaults.h"
-#include "WindowActivation.h"
+#include "platform/Appearance.h"
+#include "platform/UserDefaults.h"
+#include "platform/WindowActivation.h"
+#include "skin/SkinEnvironment.h"
 
 #include <QDBusConnection>
 #include <QTemporaryDir>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PrivateBus.h"
+#include "support/PrivateBus.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Appcast.h"
+#include "updates/Appcast.h"
 
 #include "FeedText.h"
 

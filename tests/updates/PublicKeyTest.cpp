@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PublicKey.h"
+#include "updates/PublicKey.h"
 
 #include "TestSigner.h"
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "StandardUpdater.h"
+#include "updates/StandardUpdater.h"
 
 #include "FeedText.h"
 #include "FileManager.h"
-#include "PrivateBus.h"
 #include "TestSigner.h"
-#include "TurnWatch.h"
 #include "UpdateServer.h"
+#include "support/PrivateBus.h"
+#include "support/TurnWatch.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>

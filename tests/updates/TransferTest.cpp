@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Transfer.h"
+#include "updates/Transfer.h"
 
 #include "UpdateServer.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "UpdateWindow.h"
+#include "updates/UpdateWindow.h"
 
-#include "Appcast.h"
-#include "failureMessage.h"
+#include "updates/Appcast.h"
+#include "updates/failureMessage.h"
 
 #include <QDesktopServices>
 #include <QDialogButtonBox>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "safeReleaseNotes.h"
+#include "updates/safeReleaseNotes.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "showInFolder.h"
+#include "updates/showInFolder.h"
 
 #include "FileManager.h"
-#include "PrivateBus.h"
+#include "support/PrivateBus.h"
 
 #include <QDesktopServices>
 #include <QRegularExpression>

@@ -3,19 +3,19 @@
 // chooses the last playlist. Says of each step how long the event loop was busy at a stretch at most, in milliseconds,
 // and then how much memory it has to itself, in kilobytes.
 
-#include "Appearance.h"
-#include "Application.h"
-#include "ApplicationLauncher.h"
-#include "MetalPopupButton.h"
-#include "MprisMusicApplication.h"
-#include "PlayersOnTheBus.h"
-#include "PlaylistView.h"
-#include "PlaylistViewController.h"
-#include "SoftwareUpdater.h"
-#include "UserDefaults.h"
-#include "ViewController.h"
-#include "WindowActivation.h"
-#include "WindowController.h"
+#include "app/Application.h"
+#include "app/PlayersOnTheBus.h"
+#include "app/SoftwareUpdater.h"
+#include "app/WindowController.h"
+#include "drawer/PlaylistView.h"
+#include "drawer/PlaylistViewController.h"
+#include "music/mpris/MprisMusicApplication.h"
+#include "platform/Appearance.h"
+#include "platform/ApplicationLauncher.h"
+#include "platform/UserDefaults.h"
+#include "platform/WindowActivation.h"
+#include "player/ViewController.h"
+#include "skin/MetalPopupButton.h"
 
 #include <QApplication>
 #include <QDBusConnection>

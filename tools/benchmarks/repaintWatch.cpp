@@ -2,13 +2,13 @@
 // Prints, in milliseconds, the medians of what it takes to paint the player: the whole of it for the first time, the
 // whole of it again, one frame of its marquee, and the first frame of the longest title it can have, in the dark. The
 // scale is the platform's (QT_SCALE_FACTOR).
-#include "Appearance.h"
-#include "LcdView.h"
-#include "PlayerView.h"
-#include "ScrollingMarqueeView.h"
-#include "SkinEnvironment.h"
-#include "UserDefaults.h"
-#include "WindowActivation.h"
+#include "platform/Appearance.h"
+#include "platform/UserDefaults.h"
+#include "platform/WindowActivation.h"
+#include "player/LcdView.h"
+#include "player/PlayerView.h"
+#include "player/ScrollingMarqueeView.h"
+#include "skin/SkinEnvironment.h"
 
 #include <QApplication>
 #include <QDBusConnection>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "SkinGallery.h"
 
-#include "ClassicAudioProgressSliderCell.h"
-#include "PlayerButtonCell.h"
-#include "VolumeSliderCell.h"
-#include "WindowControlButtonCell.h"
-#include "turnUpwards.h"
+#include "skin/ClassicAudioProgressSliderCell.h"
+#include "skin/PlayerButtonCell.h"
+#include "skin/VolumeSliderCell.h"
+#include "skin/WindowControlButtonCell.h"
+#include "skin/turnUpwards.h"
 
 #include <QRectF>
 

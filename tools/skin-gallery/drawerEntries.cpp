@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "SkinGallery.h"
 
-#include "AuxiliaryButtonCell.h"
-#include "DrawerBackgroundCell.h"
-#include "MetalButtonCell.h"
-#include "MetalGlyphButtonCell.h"
-#include "MetalPopupButtonCell.h"
-#include "ShadowViewCell.h"
-#include "turnUpwards.h"
+#include "skin/AuxiliaryButtonCell.h"
+#include "skin/DrawerBackgroundCell.h"
+#include "skin/MetalButtonCell.h"
+#include "skin/MetalGlyphButtonCell.h"
+#include "skin/MetalPopupButtonCell.h"
+#include "skin/ShadowViewCell.h"
+#include "skin/turnUpwards.h"
 
 #include <QRectF>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "SkinGallery.h"
 
-#include "LCDBackgroundCell.h"
-#include "PinstripeCell.h"
-#include "WindowBackgroundCell.h"
-#include "turnUpwards.h"
+#include "skin/LCDBackgroundCell.h"
+#include "skin/PinstripeCell.h"
+#include "skin/WindowBackgroundCell.h"
+#include "skin/turnUpwards.h"
 
 #include <QRectF>
 

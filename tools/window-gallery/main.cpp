@@ -2,21 +2,21 @@
 // Draws the windows beside the player's, as the toolkit paints them: the panes of the preferences, the about window,
 // the help, and every page of the updater.
 
-#include "AboutPinstripeView.h"
-#include "AboutWindow.h"
-#include "AppPreferencesWindowController.h"
-#include "Appcast.h"
-#include "Appearance.h"
-#include "BundleInfo.h"
-#include "HelpWindow.h"
-#include "SeenPlayers.h"
-#include "SkinEnvironment.h"
-#include "UpdateFailure.h"
-#include "UpdateWindow.h"
-#include "Updater.h"
-#include "UserDefaults.h"
-#include "WindowActivation.h"
-#include "installTranslators.h"
+#include "app/AboutWindow.h"
+#include "app/installTranslators.h"
+#include "help/HelpWindow.h"
+#include "platform/Appearance.h"
+#include "platform/BundleInfo.h"
+#include "platform/UserDefaults.h"
+#include "platform/WindowActivation.h"
+#include "preferences/AppPreferencesWindowController.h"
+#include "preferences/SeenPlayers.h"
+#include "preferences/Updater.h"
+#include "skin/AboutPinstripeView.h"
+#include "skin/SkinEnvironment.h"
+#include "updates/Appcast.h"
+#include "updates/UpdateFailure.h"
+#include "updates/UpdateWindow.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "BusValue.h"
+#include "music/mpris/BusValue.h"
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>

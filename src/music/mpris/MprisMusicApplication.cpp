@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "MprisMusicApplication.h"
+#include "music/mpris/MprisMusicApplication.h"
 
-#include "ApplicationLauncher.h"
-#include "PlayerChoice.h"
-#include "PlayerPlaylists.h"
-#include "UserDefaults.h"
+#include "music/mpris/PlayerChoice.h"
+#include "music/mpris/PlayerPlaylists.h"
+#include "platform/ApplicationLauncher.h"
+#include "platform/UserDefaults.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MusicApplication.h"
-#include "PlayerChoice.h"
-#include "PlayerRegistry.h"
-#include "SeekRamp.h"
+#include "music/MusicApplication.h"
+#include "music/mpris/PlayerChoice.h"
+#include "music/mpris/PlayerRegistry.h"
+#include "music/mpris/SeekRamp.h"
 
 #include <QDBusConnection>
 #include <QTimer>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "MprisPlayer.h"
+#include "music/mpris/MprisPlayer.h"
 
-#include "BusValue.h"
-#include "MprisNames.h"
-#include "PlayerChoice.h"
+#include "music/mpris/BusValue.h"
+#include "music/mpris/MprisNames.h"
+#include "music/mpris/PlayerChoice.h"
 
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>

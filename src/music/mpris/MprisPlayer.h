@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "PlayerMirror.h"
+#include "music/mpris/PlayerMirror.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

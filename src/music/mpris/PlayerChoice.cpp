@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PlayerChoice.h"
+#include "music/mpris/PlayerChoice.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "PlayerMirror.h"
+#include "music/mpris/PlayerMirror.h"
 
-#include "MusicTypes.h"
+#include "music/MusicTypes.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "PlayerPlaylists.h"
+#include "music/mpris/PlayerPlaylists.h"
 
-#include "MprisNames.h"
-#include "PlayerReport.h"
-#include "PlaylistFiles.h"
-#include "PlaylistPages.h"
+#include "music/mpris/MprisNames.h"
+#include "music/mpris/PlayerReport.h"
+#include "music/mpris/PlaylistFiles.h"
+#include "music/mpris/PlaylistPages.h"
 
 #include <QDBusError>
 #include <QDBusObjectPath>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Instant.h"
-#include "MusicTypes.h"
-#include "PlaylistDetails.h"
+#include "music/MusicTypes.h"
+#include "music/mpris/Instant.h"
+#include "music/mpris/PlaylistDetails.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

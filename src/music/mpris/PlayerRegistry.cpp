@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "PlayerRegistry.h"
+#include "music/mpris/PlayerRegistry.h"
 
-#include "MprisNames.h"
+#include "music/mpris/MprisNames.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusReply>

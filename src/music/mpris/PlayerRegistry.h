@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MprisPlayer.h"
+#include "music/mpris/MprisPlayer.h"
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "PlayerReport.h"
+#include "music/mpris/PlayerReport.h"
 
-#include "BusValue.h"
+#include "music/mpris/BusValue.h"
 
 #include <algorithm>
 #include <cmath>

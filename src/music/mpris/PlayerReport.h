@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "TrackDetails.h"
+#include "music/mpris/TrackDetails.h"
 
 #include <QVariantMap>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "PlaylistDetails.h"
+#include "music/mpris/PlaylistDetails.h"
 
-#include "BusValue.h"
+#include "music/mpris/BusValue.h"
 
 #include <QCryptographicHash>
 #include <QRegularExpression>

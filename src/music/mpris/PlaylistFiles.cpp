@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "PlaylistFiles.h"
+#include "music/mpris/PlaylistFiles.h"
 
-#include "BusValue.h"
+#include "music/mpris/BusValue.h"
 
 #include <QCollator>
 #include <QDir>

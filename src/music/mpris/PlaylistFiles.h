@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "PlaylistDetails.h"
+#include "music/mpris/PlaylistDetails.h"
 
 #include <QDeadlineTimer>
 #include <QList>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "BusValue.h"
-#include "PlaylistDetails.h"
+#include "music/mpris/BusValue.h"
+#include "music/mpris/PlaylistDetails.h"
 
 #include <QList>
 #include <QSet>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PositionClock.h"
+#include "music/mpris/PositionClock.h"
 
 #include <algorithm>
 #include <cmath>

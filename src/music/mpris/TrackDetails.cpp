@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "TrackDetails.h"
+#include "music/mpris/TrackDetails.h"
 
-#include "BusValue.h"
+#include "music/mpris/BusValue.h"
 
 #include <QCryptographicHash>
 #include <QRegularExpression>

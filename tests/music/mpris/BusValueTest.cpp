@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "BusValue.h"
-#include "PrivateBus.h"
+#include "music/mpris/BusValue.h"
+#include "support/PrivateBus.h"
 
 #include <QDBusArgument>
 #include <QDBusMessage>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DemoPlayerProcess.h"
 
-#include "PrivateBus.h"
-#include "endWithParent.h"
+#include "support/PrivateBus.h"
+#include "support/endWithParent.h"
 
 #include <QDBusMessage>
 

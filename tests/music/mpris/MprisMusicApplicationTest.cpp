@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "MprisMusicApplication.h"
-#include "ApplicationLauncher.h"
+#include "music/mpris/MprisMusicApplication.h"
 #include "DemoPlayerProcess.h"
-#include "MusicConnector.h"
-#include "PrivateBus.h"
-#include "UserDefaults.h"
-#include "WindowActivation.h"
+#include "music/MusicConnector.h"
+#include "platform/ApplicationLauncher.h"
+#include "platform/UserDefaults.h"
+#include "platform/WindowActivation.h"
+#include "support/PrivateBus.h"
 
 #include <QDBusConnectionInterface>
 #include <QSignalSpy>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PlayerMirror.h"
+#include "music/mpris/PlayerMirror.h"
 
 #include <QRegularExpression>
 #include <QTest>

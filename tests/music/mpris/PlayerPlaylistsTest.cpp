@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "PlayerPlaylists.h"
+#include "music/mpris/PlayerPlaylists.h"
 
-#include "ApplicationLauncher.h"
 #include "DemoPlayerProcess.h"
-#include "MprisMusicApplication.h"
-#include "MusicConnector.h"
-#include "PrivateBus.h"
-#include "TurnWatch.h"
-#include "UserDefaults.h"
-#include "WindowActivation.h"
+#include "music/MusicConnector.h"
+#include "music/mpris/MprisMusicApplication.h"
+#include "platform/ApplicationLauncher.h"
+#include "platform/UserDefaults.h"
+#include "platform/WindowActivation.h"
+#include "support/PrivateBus.h"
+#include "support/TurnWatch.h"
 
 #include <QDBusConnectionInterface>
 #include <QSignalSpy>

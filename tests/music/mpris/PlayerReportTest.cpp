@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PlayerReport.h"
+#include "music/mpris/PlayerReport.h"
 
 #include <QDBusObjectPath>
 #include <QDBusVariant>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PlaylistDetails.h"
+#include "music/mpris/PlaylistDetails.h"
 
 #include <QDBusObjectPath>
 #include <QDBusVariant>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PlaylistFiles.h"
+#include "music/mpris/PlaylistFiles.h"
 
 #include <QDir>
 #include <QElapsedTimer>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PlaylistPages.h"
+#include "music/mpris/PlaylistPages.h"
 
 #include <QTest>
 

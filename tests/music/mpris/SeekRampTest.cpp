@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "SeekRamp.h"
+#include "music/mpris/SeekRamp.h"
 
 #include <QRegularExpression>
 #include <QTest>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "TrackDetails.h"
+#include "music/mpris/TrackDetails.h"
 
 #include <QDBusObjectPath>
 #include <QDBusVariant>
