@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/AboutWindow.h"
 
-#include "app/scaledFont.h"
 #include "help/pageStyle.h"
 #include "platform/BundleInfo.h"
 #include "platform/FatalError.h"
+#include "widgets/scaledFont.h"
 
 #include <QDesktopServices>
 #include <QEvent>

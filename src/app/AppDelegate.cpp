@@ -2,9 +2,6 @@
 #include "app/AppDelegate.h"
 
 #include "app/AboutWindow.h"
-#include "app/Window.h"
-#include "app/WindowController.h"
-#include "app/canKeepAbove.h"
 #include "drawer/PlaylistWindow.h"
 #include "music/MenuItemIdentifier.h"
 #include "music/MusicApplication.h"
@@ -13,8 +10,11 @@
 #include "platform/BundleInfo.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
-#include "skin/AboutPinstripeView.h"
-#include "skin/SkinEnvironment.h"
+#include "platform/canKeepAbove.h"
+#include "skin/looks/SkinEnvironment.h"
+#include "skin/views/AboutPinstripeView.h"
+#include "window/Window.h"
+#include "window/WindowController.h"
 
 #include <QAction>
 #include <QApplication>

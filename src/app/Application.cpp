@@ -3,8 +3,7 @@
 
 #include "app/MainMenu.h"
 #include "app/SessionDisplays.h"
-#include "app/WindowController.h"
-#include "app/dockTileIcon.h"
+#include "dock/dockTileIcon.h"
 #include "drawer/PlaylistView.h"
 #include "drawer/PlaylistViewController.h"
 #include "help/HelpWindow.h"
@@ -12,16 +11,17 @@
 #include "platform/BundleInfo.h"
 #include "platform/UserDefaults.h"
 #include "player/LcdView.h"
-#include "player/PlainButton.h"
 #include "player/PlayerView.h"
 #include "player/ViewController.h"
 #include "preferences/AppPreferencesWindowController.h"
 #include "preferences/Updater.h"
-#include "skin/DrawerBackground.h"
-#include "skin/MetalButton.h"
-#include "skin/MetalPopupButton.h"
-#include "skin/SkinEnvironment.h"
-#include "skin/WindowControlButton.h"
+#include "skin/looks/SkinEnvironment.h"
+#include "skin/views/DrawerBackground.h"
+#include "skin/views/MetalButton.h"
+#include "skin/views/MetalPopupButton.h"
+#include "skin/views/PlainButton.h"
+#include "skin/views/WindowControlButton.h"
+#include "window/WindowController.h"
 
 #include <QApplication>
 #include <QVBoxLayout>

@@ -3,7 +3,7 @@
 
 #include "app/AppDelegate.h"
 #include "music/MusicConnector.h"
-#include "skin/SkinEnvironment.h"
+#include "skin/looks/SkinEnvironment.h"
 
 #include <QObject>
 #include <QString>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/DesktopFont.h"
 
-#include "app/scaledFont.h"
 #include "platform/Appearance.h"
 #include "platform/isWayland.h"
+#include "widgets/scaledFont.h"
 
 #include <QApplication>
 #include <QStringList>

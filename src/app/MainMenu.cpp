@@ -2,12 +2,12 @@
 #include "app/MainMenu.h"
 
 #include "app/AppDelegate.h"
-#include "app/WindowController.h"
-#include "app/canKeepAbove.h"
 #include "drawer/PlaylistViewController.h"
 #include "music/MenuItemIdentifier.h"
 #include "platform/BundleInfo.h"
+#include "platform/canKeepAbove.h"
 #include "player/ViewController.h"
+#include "window/WindowController.h"
 
 #include <QApplication>
 #include <QMenuBar>

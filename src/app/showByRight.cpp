@@ -2,9 +2,9 @@
 #include "app/showByRight.h"
 
 #include "app/Application.h"
-#include "app/WindowController.h"
 #include "platform/Startup.h"
 #include "platform/isWayland.h"
+#include "window/WindowController.h"
 #include "x11/activateOnX11.h"
 
 #include <QWindow>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "drawer/PlaylistView.h"
 
-#include "drawer/EngravedLabel.h"
 #include "platform/Appearance.h"
-#include "skin/MetalButton.h"
-#include "skin/MetalPopupButton.h"
-#include "skin/PixelFont.h"
+#include "skin/drawing/PixelFont.h"
+#include "skin/views/EngravedLabel.h"
+#include "skin/views/MetalButton.h"
+#include "skin/views/MetalPopupButton.h"
 
 #include <QFontMetricsF>
 

@@ -6,8 +6,8 @@
 #include "music/MusicApplication.h"
 #include "music/MusicConnector.h"
 #include "platform/FatalError.h"
-#include "skin/MetalButton.h"
-#include "skin/MetalPopupButton.h"
+#include "skin/views/MetalButton.h"
+#include "skin/views/MetalPopupButton.h"
 
 #include <QAction>
 #include <QSignalBlocker>

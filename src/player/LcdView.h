@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "skin/LCDBackgroundView.h"
+#include "skin/views/LCDBackgroundView.h"
 
 class QLabel;
 

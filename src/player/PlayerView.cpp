@@ -2,16 +2,16 @@
 #include "player/PlayerView.h"
 
 #include "player/LcdView.h"
-#include "player/PlainButton.h"
-#include "skin/DrawerBackground.h"
-#include "skin/PinstripeView.h"
-#include "skin/PlayerButton.h"
-#include "skin/ShadowView.h"
-#include "skin/TunedeckPlayerButton.h"
-#include "skin/VolumeSlider.h"
-#include "skin/WindowBackground.h"
-#include "skin/WindowButtonsView.h"
-#include "skin/WindowControlButton.h"
+#include "skin/views/DrawerBackground.h"
+#include "skin/views/PinstripeView.h"
+#include "skin/views/PlainButton.h"
+#include "skin/views/PlayerButton.h"
+#include "skin/views/ShadowView.h"
+#include "skin/views/TunedeckPlayerButton.h"
+#include "skin/views/VolumeSlider.h"
+#include "skin/views/WindowBackground.h"
+#include "skin/views/WindowButtonsView.h"
+#include "skin/views/WindowControlButton.h"
 
 namespace tunedeck {
 

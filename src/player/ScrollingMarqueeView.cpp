@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "player/ScrollingMarqueeView.h"
 
-#include "platform/canBeSeen.h"
-#include "skin/LCDTextColor.h"
-#include "skin/PixelFont.h"
+#include "skin/drawing/LCDTextColor.h"
+#include "skin/drawing/PixelFont.h"
+#include "widgets/canBeSeen.h"
 
 #include <QAccessibleWidget>
 #include <QApplication>

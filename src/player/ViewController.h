@@ -4,7 +4,7 @@
 #include "music/MusicConnector.h"
 #include "music/MusicConnectorTrack.h"
 #include "music/MusicTypes.h"
-#include "skin/VolumeSlider.h"
+#include "skin/views/VolumeSlider.h"
 
 #include <QMenu>
 #include <QObject>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/AboutWindow.h"
 
-#include "Desktop.h"
 #include "platform/BundleInfo.h"
+#include "support/Desktop.h"
 
 #include <QApplication>
 #include <QDesktopServices>

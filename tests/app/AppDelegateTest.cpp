@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "app/AppDelegate.h"
 
-#include "Desktop.h"
-#include "TimedStyle.h"
 #include "app/AboutWindow.h"
-#include "app/WindowController.h"
 #include "drawer/PlaylistWindow.h"
 #include "music/MenuItemIdentifier.h"
 #include "music/MusicConnector.h"
-#include "skin/AboutPinstripeView.h"
+#include "skin/views/AboutPinstripeView.h"
+#include "support/Desktop.h"
+#include "support/TimedStyle.h"
+#include "window/WindowController.h"
 
 #include <QAction>
 #include <QApplication>

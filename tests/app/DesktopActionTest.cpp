@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/DesktopAction.h"
 
-#include "Desktop.h"
 #include "app/AppDelegate.h"
-#include "app/WindowController.h"
 #include "music/MusicConnector.h"
+#include "support/Desktop.h"
+#include "window/WindowController.h"
 
 #include <QApplication>
 #include <QFile>

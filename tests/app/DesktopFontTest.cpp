@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/DesktopFont.h"
 
-#include "Desktop.h"
 #include "app/MainMenu.h"
-#include "app/WindowController.h"
 #include "player/ViewController.h"
+#include "support/Desktop.h"
+#include "window/WindowController.h"
 
 #include <QApplication>
 

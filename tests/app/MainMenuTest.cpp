@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "app/MainMenu.h"
 
-#include "Desktop.h"
-#include "TimedStyle.h"
 #include "app/Application.h"
-#include "app/WindowController.h"
-#include "app/canKeepAbove.h"
 #include "music/MenuItemIdentifier.h"
+#include "platform/canKeepAbove.h"
 #include "player/ViewController.h"
+#include "support/Desktop.h"
+#include "support/TimedStyle.h"
+#include "window/WindowController.h"
 
 #include <QApplication>
 #include <QMenuBar>

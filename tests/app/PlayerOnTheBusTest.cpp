@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Desktop.h"
 #include "app/Application.h"
-#include "app/WindowController.h"
 #include "music/mpris/DemoPlayerProcess.h"
 #include "music/mpris/MprisMusicApplication.h"
 #include "platform/Appearance.h"
@@ -11,10 +9,12 @@
 #include "player/LcdView.h"
 #include "player/PlayerView.h"
 #include "player/ScrollingMarqueeView.h"
-#include "skin/ClassicAudioProgressSlider.h"
-#include "skin/VolumeSlider.h"
+#include "skin/views/ClassicAudioProgressSlider.h"
+#include "skin/views/VolumeSlider.h"
+#include "support/Desktop.h"
 #include "support/PrivateBus.h"
 #include "support/endWithParent.h"
+#include "window/WindowController.h"
 
 #include <QElapsedTimer>
 #include <QMouseEvent>

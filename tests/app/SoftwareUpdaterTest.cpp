@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/SoftwareUpdater.h"
 
-#include "Desktop.h"
+#include "support/Desktop.h"
 
 #include <QApplication>
 #include <QDBusConnection>

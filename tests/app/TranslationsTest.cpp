@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "Desktop.h"
-#include "TimedStyle.h"
 #include "app/AboutWindow.h"
 #include "app/MainMenu.h"
-#include "app/WindowController.h"
 #include "app/installTranslators.h"
-#include "drawer/EngravedLabel.h"
 #include "drawer/PlaylistView.h"
 #include "help/HelpWindow.h"
 #include "player/LcdView.h"
@@ -13,10 +9,14 @@
 #include "player/ScrollingMarqueeView.h"
 #include "player/ViewController.h"
 #include "preferences/AppPreferencesWindowController.h"
-#include "skin/MetalPopupButton.h"
+#include "skin/views/EngravedLabel.h"
+#include "skin/views/MetalPopupButton.h"
+#include "support/Desktop.h"
+#include "support/TimedStyle.h"
 #include "updates/Appcast.h"
 #include "updates/UpdateFailure.h"
 #include "updates/UpdateWindow.h"
+#include "window/WindowController.h"
 
 #include <QAbstractButton>
 #include <QAction>

@@ -5,8 +5,8 @@
 #include "music/MenuItemIdentifier.h"
 #include "music/MusicConnector.h"
 #include "platform/WindowActivation.h"
-#include "skin/MetalButton.h"
-#include "skin/MetalPopupButton.h"
+#include "skin/views/MetalButton.h"
+#include "skin/views/MetalPopupButton.h"
 #include "support/ScriptedMusicApplication.h"
 #include "support/SkinDesk.h"
 

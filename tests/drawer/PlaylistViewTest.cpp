@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "drawer/PlaylistView.h"
 
-#include "drawer/EngravedLabel.h"
-#include "skin/MetalButton.h"
-#include "skin/MetalPopupButton.h"
+#include "skin/views/EngravedLabel.h"
+#include "skin/views/MetalButton.h"
+#include "skin/views/MetalPopupButton.h"
 #include "support/SkinDesk.h"
 
 #include <QRegularExpression>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "player/LcdView.h"
 
-#include "player/PlainButton.h"
 #include "player/ScrollingMarqueeView.h"
-#include "skin/ClassicAudioProgressSlider.h"
-#include "skin/LCDTextColor.h"
+#include "skin/drawing/LCDTextColor.h"
+#include "skin/views/ClassicAudioProgressSlider.h"
+#include "skin/views/PlainButton.h"
 #include "support/SkinDesk.h"
 
 #include <QApplication>

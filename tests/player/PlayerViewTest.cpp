@@ -2,15 +2,15 @@
 #include "player/PlayerView.h"
 
 #include "player/LcdView.h"
-#include "player/PlainButton.h"
 #include "player/ScrollingMarqueeView.h"
-#include "skin/ClassicAudioProgressSlider.h"
-#include "skin/DrawerBackground.h"
-#include "skin/PlayerButton.h"
-#include "skin/TunedeckPlayerButton.h"
-#include "skin/VolumeSlider.h"
-#include "skin/WindowButtonsView.h"
-#include "skin/WindowControlButton.h"
+#include "skin/views/ClassicAudioProgressSlider.h"
+#include "skin/views/DrawerBackground.h"
+#include "skin/views/PlainButton.h"
+#include "skin/views/PlayerButton.h"
+#include "skin/views/TunedeckPlayerButton.h"
+#include "skin/views/VolumeSlider.h"
+#include "skin/views/WindowButtonsView.h"
+#include "skin/views/WindowControlButton.h"
 #include "support/SkinDesk.h"
 
 #include <QImage>

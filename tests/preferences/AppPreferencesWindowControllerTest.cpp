@@ -2,8 +2,8 @@
 #include "preferences/AppPreferencesWindowController.h"
 
 #include "PreferencesDesk.h"
-#include "app/TimedStyle.h"
 #include "preferences/PreferencesPaneController.h"
+#include "support/TimedStyle.h"
 
 #include <QAction>
 #include <QApplication>

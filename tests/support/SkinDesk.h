@@ -4,7 +4,7 @@
 #include "platform/Appearance.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
-#include "skin/SkinEnvironment.h"
+#include "skin/looks/SkinEnvironment.h"
 
 #include <QDBusConnection>
 #include <QTemporaryDir>

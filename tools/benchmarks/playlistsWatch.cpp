@@ -6,7 +6,6 @@
 #include "app/Application.h"
 #include "app/PlayersOnTheBus.h"
 #include "app/SoftwareUpdater.h"
-#include "app/WindowController.h"
 #include "drawer/PlaylistView.h"
 #include "drawer/PlaylistViewController.h"
 #include "music/mpris/MprisMusicApplication.h"
@@ -15,7 +14,8 @@
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
 #include "player/ViewController.h"
-#include "skin/MetalPopupButton.h"
+#include "skin/views/MetalPopupButton.h"
+#include "window/WindowController.h"
 
 #include <QApplication>
 #include <QDBusConnection>

@@ -8,7 +8,7 @@
 #include "player/LcdView.h"
 #include "player/PlayerView.h"
 #include "player/ScrollingMarqueeView.h"
-#include "skin/SkinEnvironment.h"
+#include "skin/looks/SkinEnvironment.h"
 
 #include <QApplication>
 #include <QDBusConnection>

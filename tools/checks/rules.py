@@ -12,19 +12,29 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 
+SKIN = {"skin/drawing", "skin/cells", "skin/looks", "skin/views"}
+
 # What each folder of src/ may include beside itself.
 MAY_INCLUDE = {
     "platform": set(),
+    "widgets": set(),
     "x11": {"platform"},
     "music": {"platform"},
-    "skin": {"platform"},
     "music/mpris": {"platform", "music"},
-    "player": {"platform", "music", "skin"},
-    "drawer": {"platform", "music", "skin"},
-    "help": {"platform"},
-    "preferences": {"platform"},
-    "updates": {"platform"},
-    "app": {"platform", "x11", "music", "skin", "music/mpris", "player", "drawer", "help", "preferences", "updates"},
+    # What draws keeps no state and knows neither the user's settings nor the window's.
+    "skin/drawing": {"platform"},
+    "skin/cells": {"platform", "skin/drawing"},
+    "skin/looks": {"platform"},
+    "skin/views": {"platform", "widgets", "skin/drawing", "skin/cells", "skin/looks"},
+    "player": {"platform", "widgets", "music", *SKIN},
+    "drawer": {"platform", "widgets", "music", *SKIN},
+    "help": {"platform", "widgets"},
+    "preferences": {"platform", "widgets"},
+    "updates": {"platform", "widgets"},
+    "window": {"platform", "widgets", "x11", "music", "player", *SKIN},
+    "dock": {"platform"},
+    "app": {"platform", "widgets", "x11", "music", "music/mpris", *SKIN, "player", "drawer", "help", "preferences",
+        "updates", "window", "dock"},
 }
 
 # A player that hangs must not be felt in the window: nothing in src/ may wait for another process. Lines of what may

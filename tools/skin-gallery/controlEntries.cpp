@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "SkinGallery.h"
 
-#include "skin/ClassicAudioProgressSliderCell.h"
-#include "skin/PlayerButtonCell.h"
-#include "skin/VolumeSliderCell.h"
-#include "skin/WindowControlButtonCell.h"
-#include "skin/turnUpwards.h"
+#include "skin/cells/ClassicAudioProgressSliderCell.h"
+#include "skin/cells/PlayerButtonCell.h"
+#include "skin/cells/VolumeSliderCell.h"
+#include "skin/cells/WindowControlButtonCell.h"
+#include "skin/drawing/turnUpwards.h"
 
 #include <QRectF>
 

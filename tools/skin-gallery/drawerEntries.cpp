@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "SkinGallery.h"
 
-#include "skin/AuxiliaryButtonCell.h"
-#include "skin/DrawerBackgroundCell.h"
-#include "skin/MetalButtonCell.h"
-#include "skin/MetalGlyphButtonCell.h"
-#include "skin/MetalPopupButtonCell.h"
-#include "skin/ShadowViewCell.h"
-#include "skin/turnUpwards.h"
+#include "skin/cells/AuxiliaryButtonCell.h"
+#include "skin/cells/DrawerBackgroundCell.h"
+#include "skin/cells/MetalButtonCell.h"
+#include "skin/cells/MetalGlyphButtonCell.h"
+#include "skin/cells/MetalPopupButtonCell.h"
+#include "skin/cells/ShadowViewCell.h"
+#include "skin/drawing/turnUpwards.h"
 
 #include <QRectF>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "SkinGallery.h"
 
-#include "skin/LCDBackgroundCell.h"
-#include "skin/PinstripeCell.h"
-#include "skin/WindowBackgroundCell.h"
-#include "skin/turnUpwards.h"
+#include "skin/cells/LCDBackgroundCell.h"
+#include "skin/cells/PinstripeCell.h"
+#include "skin/cells/WindowBackgroundCell.h"
+#include "skin/drawing/turnUpwards.h"
 
 #include <QRectF>
 

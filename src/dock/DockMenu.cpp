@@ -1,0 +1,345 @@
+// SPDX-License-Identifier: MIT
+#include "dock/DockMenu.h"
+
+#include "platform/BundleInfo.h"
+
+#include <QAction>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace tunedeck {
+
+namespace {
+constexpr int rootId = 0;
+constexpr uint protocolVersion = 3;
+constexpr int longestLabel = 100;
+constexpr QLatin1String menuPath("/org/tunedeck/Tunedeck/DockMenu");
+constexpr QLatin1String unityService("com.canonical.Unity");
+constexpr QLatin1String clicked("clicked");
+
+/// A menu's mark of the mnemonic is "&", that of docks is "_". What players call their tracks may be long, and may be
+/// more than one line.
+QString dockLabel(const QString &text)
+{
+    QString label;
+    bool isMarked = false;
+    for (const QChar character : text) {
+        if (label.size() >= longestLabel && !character.isLowSurrogate()) {
+            return label + u'…';
+        }
+        if (character == u'&' && !isMarked) {
+            isMarked = true;
+            continue;
+        }
+        if (character == u'_') {
+            label += QLatin1String("__");
+        } else {
+            if (isMarked && character != u'&') {
+                label += u'_';
+            }
+            label += character.category() == QChar::Other_Control ? u' ' : character;
+        }
+        isMarked = false;
+    }
+    return label;
+}
+
+/// Also those that have their default: docks keep what they were told of an item before.
+QVariantMap propertiesOf(const QAction &action)
+{
+    QVariantMap properties{
+        {QStringLiteral("type"), action.isSeparator() ? QStringLiteral("separator") : QStringLiteral("standard")},
+        {QStringLiteral("label"), dockLabel(action.text())},
+        {QStringLiteral("enabled"), action.isEnabled()},
+        {QStringLiteral("visible"), action.isVisible()},
+    };
+    if (action.isCheckable()) {
+        properties.insert(QStringLiteral("toggle-type"), QStringLiteral("checkmark"));
+        properties.insert(QStringLiteral("toggle-state"), action.isChecked() ? 1 : 0);
+    }
+    return properties;
+}
+
+/// No names are all names.
+DockMenuItem reduced(const DockMenuItem &item, const QStringList &propertyNames)
+{
+    if (propertyNames.isEmpty()) {
+        return item;
+    }
+    DockMenuItem result{item.id, {}};
+    for (auto property = item.properties.begin(); property != item.properties.end(); ++property) {
+        if (propertyNames.contains(property.key())) {
+            result.properties.insert(property.key(), property.value());
+        }
+    }
+    return result;
+}
+
+void registerTypes()
+{
+    qDBusRegisterMetaType<DockMenuItem>();
+    qDBusRegisterMetaType<QList<DockMenuItem>>();
+    qDBusRegisterMetaType<DockMenuLayout>();
+    qDBusRegisterMetaType<DockMenuEvent>();
+    qDBusRegisterMetaType<QList<DockMenuEvent>>();
+}
+} // namespace
+
+QDBusArgument &operator<<(QDBusArgument &argument, const DockMenuItem &item)
+{
+    argument.beginStructure();
+    argument << item.id << item.properties;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, DockMenuItem &item)
+{
+    argument.beginStructure();
+    argument >> item.id >> item.properties;
+    argument.endStructure();
+    return argument;
+}
+
+QDBusArgument &operator<<(QDBusArgument &argument, const DockMenuLayout &layout)
+{
+    argument.beginStructure();
+    argument << layout.item.id << layout.item.properties << layout.children;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, DockMenuLayout &layout)
+{
+    argument.beginStructure();
+    argument >> layout.item.id >> layout.item.properties >> layout.children;
+    argument.endStructure();
+    return argument;
+}
+
+QDBusArgument &operator<<(QDBusArgument &argument, const DockMenuEvent &event)
+{
+    argument.beginStructure();
+    argument << event.id << event.type << event.data << event.timestamp;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, DockMenuEvent &event)
+{
+    argument.beginStructure();
+    argument >> event.id >> event.type >> event.data >> event.timestamp;
+    argument.endStructure();
+    return argument;
+}
+
+DockMenu::DockMenu(const QDBusConnection &bus, Builder build, QObject *parent)
+    : QObject(parent)
+    , m_bus(bus)
+    , m_build(std::move(build))
+    , m_unityWatcher(unityService, bus, QDBusServiceWatcher::WatchForRegistration)
+{
+    registerTypes();
+    m_updateTimer.setSingleShot(true);
+    m_updateTimer.setInterval(0);
+    connect(&m_updateTimer, &QTimer::timeout, this, &DockMenu::rebuild);
+    connect(&m_unityWatcher, &QDBusServiceWatcher::serviceRegistered, this, &DockMenu::announce);
+    m_bus.registerObject(menuPath, this,
+        QDBusConnection::ExportScriptableSlots | QDBusConnection::ExportScriptableSignals
+            | QDBusConnection::ExportScriptableProperties);
+    announce();
+}
+
+uint DockMenu::version() const
+{
+    return protocolVersion;
+}
+
+QString DockMenu::textDirection() const
+{
+    return QGuiApplication::isRightToLeft() ? QStringLiteral("rtl") : QStringLiteral("ltr");
+}
+
+QString DockMenu::status() const
+{
+    return QStringLiteral("normal");
+}
+
+QStringList DockMenu::iconThemePath() const
+{
+    return {};
+}
+
+void DockMenu::update()
+{
+    // One change of the track is several signals.
+    if (m_isRead && !m_updateTimer.isActive()) {
+        m_updateTimer.start();
+    }
+}
+
+uint DockMenu::GetLayout(
+    int parentId, int recursionDepth, const QStringList &propertyNames, tunedeck::DockMenuLayout &layout)
+{
+    rebuild();
+    const DockMenuItem *parent = item(parentId);
+    if (!parent) {
+        refuse();
+        return m_revision;
+    }
+    m_isRead = true;
+    layout.item = reduced(*parent, propertyNames);
+    if (parentId == rootId && recursionDepth != 0) {
+        std::for_each(m_items.begin() + 1, m_items.end(), [&](const DockMenuItem &child) {
+            layout.children.append(QVariant::fromValue(DockMenuLayout{reduced(child, propertyNames), {}}));
+        });
+    }
+    return m_revision;
+}
+
+QList<tunedeck::DockMenuItem> DockMenu::GetGroupProperties(const QList<int> &ids, const QStringList &propertyNames)
+{
+    QList<DockMenuItem> group;
+    for (const DockMenuItem &item : items()) {
+        if (ids.isEmpty() || ids.contains(item.id)) {
+            group.append(reduced(item, propertyNames));
+        }
+    }
+    return group;
+}
+
+QDBusVariant DockMenu::GetProperty(int id, const QString &name)
+{
+    const DockMenuItem *found = item(id);
+    if (!found || !found->properties.contains(name)) {
+        refuse();
+        return {};
+    }
+    return QDBusVariant(found->properties.value(name));
+}
+
+void DockMenu::Event(int id, const QString &eventId, const QDBusVariant &, uint)
+{
+    if (!item(id)) {
+        refuse();
+    } else if (eventId == clicked) {
+        click(id);
+    }
+}
+
+QList<int> DockMenu::EventGroup(const QList<tunedeck::DockMenuEvent> &events)
+{
+    QList<int> unknown;
+    QList<int> clickedItems;
+    for (const DockMenuEvent &event : events) {
+        if (!item(event.id)) {
+            unknown.append(event.id);
+        } else if (event.type == clicked && !clickedItems.contains(event.id)) {
+            clickedItems.append(event.id);
+        }
+    }
+    if (!events.isEmpty() && unknown.size() == events.size()) {
+        refuse();
+        return {};
+    }
+    for (const int id : clickedItems) {
+        click(id);
+    }
+    return unknown;
+}
+
+bool DockMenu::AboutToShow(int id)
+{
+    const bool hasChanged = rebuild();
+    if (!item(id)) {
+        refuse();
+    }
+    return hasChanged && id == rootId;
+}
+
+QList<int> DockMenu::AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors)
+{
+    const bool hasChanged = rebuild();
+    std::copy_if(ids.begin(), ids.end(), std::back_inserter(idErrors), [this](int id) { return !item(id); });
+    if (!ids.isEmpty() && idErrors.size() == ids.size()) {
+        refuse();
+    }
+    return hasChanged && ids.contains(rootId) ? QList{rootId} : QList<int>();
+}
+
+void DockMenu::announce()
+{
+    QDBusMessage message = QDBusMessage::createSignal(
+        menuPath, QStringLiteral("com.canonical.Unity.LauncherEntry"), QStringLiteral("Update"));
+    message << QStringLiteral("application://%1.desktop").arg(applicationId)
+            << QVariantMap{{QStringLiteral("quicklist"), QString(menuPath)}};
+    m_bus.send(message);
+}
+
+bool DockMenu::rebuild()
+{
+    m_actions.clear();
+    m_menu = m_build();
+    QList<DockMenuItem> items{{rootId, {{QStringLiteral("children-display"), QStringLiteral("submenu")}}}};
+    const QList<QAction *> actions = m_menu->actions();
+    for (qsizetype position = 0; position < actions.size(); ++position) {
+        QAction *action = actions.at(position);
+        const int id = idOf(*action, position);
+        items.append({id, propertiesOf(*action)});
+        m_actions.insert(id, action);
+    }
+    if (items == std::exchange(m_items, items)) {
+        return false;
+    }
+    ++m_revision;
+    if (std::exchange(m_isRead, false)) {
+        Q_EMIT LayoutUpdated(m_revision, rootId);
+    }
+    return true;
+}
+
+const QList<DockMenuItem> &DockMenu::items()
+{
+    if (!m_menu) {
+        rebuild();
+    }
+    return m_items;
+}
+
+int DockMenu::idOf(const QAction &action, qsizetype position)
+{
+    // Docks may not let a line become a separator.
+    const QString place = (action.isSeparator() ? u'-' : u'+') + QString::number(position);
+    const QString key = action.objectName().isEmpty() ? place : action.objectName();
+    if (!m_keys.contains(key)) {
+        m_keys.append(key);
+    }
+    return static_cast<int>(m_keys.indexOf(key)) + 1;
+}
+
+const DockMenuItem *DockMenu::item(int id)
+{
+    const QList<DockMenuItem> &all = items();
+    const auto found = std::ranges::find(all, id, &DockMenuItem::id);
+    return found == all.end() ? nullptr : &*found;
+}
+
+void DockMenu::click(int id)
+{
+    if (QAction *action = m_actions.value(id)) {
+        action->trigger();
+    }
+}
+
+void DockMenu::refuse() const
+{
+    sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("There is no such item, or it has no such property"));
+}
+
+} // namespace tunedeck

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "skin/cells/MetalGroundState.h"
+
+class QPainter;
+class QRectF;
+
+namespace tunedeck {
+
+/// Draws the brushed metal of the main window.
+class WindowBackgroundCell {
+public:
+    /// How high the metal is, in points, whatever it is drawn into.
+    static constexpr int height = 64;
+
+    /// Draws along the lower edge of `frame`, in points and with y upwards.
+    void draw(QPainter &painter, const QRectF &frame, const MetalGroundState &state) const;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "skin/cells/PinstripeCell.h"
+#include "skin/looks/SkinEnvironment.h"
+
+#include <QWidget>
+
+namespace tunedeck {
+
+/// What lies behind the contents of the about panel. It has the stripes of a PinstripeView, but follows no window:
+/// until it is told that its window is key it is plain.
+class AboutPinstripeView : public QWidget {
+    Q_OBJECT
+    Q_PROPERTY(bool isKeyWindow READ isKeyWindow WRITE setKeyWindow NOTIFY isKeyWindowChanged)
+
+public:
+    explicit AboutPinstripeView(const SkinEnvironment &environment, QWidget *parent = nullptr);
+
+    /// False at first.
+    [[nodiscard]] bool isKeyWindow() const;
+    void setKeyWindow(bool isKeyWindow);
+
+Q_SIGNALS:
+    /// Only on a real change.
+    void isKeyWindowChanged(bool isKeyWindow);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    SkinEnvironment m_environment;
+    PinstripeCell m_cell;
+    bool m_isKeyWindow = false;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "skin/cells/AuxiliaryButtonCell.h"
+#include "skin/drawing/FaceCache.h"
+#include "skin/looks/SkinEnvironment.h"
+#include "skin/views/SkinnedButton.h"
+
+namespace tunedeck {
+
+/// A small olive button that plays, 12 points wide and 11 high.
+class AuxiliaryButton : public SkinnedButton {
+    Q_OBJECT
+
+public:
+    explicit AuxiliaryButton(const SkinEnvironment &environment, QWidget *parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    AuxiliaryButtonCell m_cell;
+    FaceCache<AuxiliaryButtonState> m_faces;
+};
+
+} // namespace tunedeck

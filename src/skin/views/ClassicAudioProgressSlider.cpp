@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "skin/views/ClassicAudioProgressSlider.h"
+
+#include "skin/cells/ClassicAudioProgressSliderCell.h"
+#include "skin/drawing/Shapes.h"
+#include "skin/drawing/turnUpwards.h"
+#include "skin/views/FocusRing.h"
+
+#include <QPainter>
+
+namespace tunedeck {
+
+namespace {
+QRectF drawnBounds(const QRectF &control)
+{
+    constexpr double frameHeight = 10;
+    return inset(control, 0, (control.height() - frameHeight) / 2);
+}
+} // namespace
+
+ClassicAudioProgressSlider::ClassicAudioProgressSlider(const SkinEnvironment &environment, QWidget *parent)
+    : PercentSlider(ClassicAudioProgressSliderCell::knobSize, parent)
+{
+    new FocusRing(*this, environment, {&drawnBounds});
+}
+
+void ClassicAudioProgressSlider::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    turnUpwards(painter, height());
+    ClassicAudioProgressSliderCell::drawBarInside(painter, barRect(), knobRect(), isEnabled());
+    ClassicAudioProgressSliderCell::drawKnob(painter, knobRect(), isEnabled());
+}
+
+} // namespace tunedeck

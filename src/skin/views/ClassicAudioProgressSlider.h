@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "skin/views/PercentSlider.h"
+
+namespace tunedeck {
+
+struct SkinEnvironment;
+
+/// The slider on the LCD that shows and sets the place in the track.
+class ClassicAudioProgressSlider : public PercentSlider {
+    Q_OBJECT
+
+public:
+    explicit ClassicAudioProgressSlider(const SkinEnvironment &environment, QWidget *parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
+
+} // namespace tunedeck

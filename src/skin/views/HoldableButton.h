@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "skin/views/SkinnedButton.h"
+
+#include <QTimer>
+
+#include <chrono>
+
+namespace tunedeck {
+
+/// A push button that tells a click from a hold. As a hold button it is clicked when the mouse is released before
+/// `holdThreshold` has passed; after that it is held until the release, and is not clicked.
+///
+/// Until setHoldButton(true) it is a button like any other that also tells while it is pressed.
+class HoldableButton : public SkinnedButton {
+    Q_OBJECT
+    Q_PROPERTY(bool isHoldButton READ isHoldButton WRITE setHoldButton NOTIFY isHoldButtonChanged)
+    Q_PROPERTY(bool isIntentionallyHeld READ isIntentionallyHeld NOTIFY isIntentionallyHeldChanged)
+    Q_PROPERTY(bool isHeld READ isHeld NOTIFY isHeldChanged)
+
+public:
+    static constexpr std::chrono::milliseconds holdThreshold{600};
+
+    explicit HoldableButton(QWidget *parent = nullptr);
+
+    [[nodiscard]] bool isHoldButton() const;
+    void setHoldButton(bool isHoldButton);
+    [[nodiscard]] bool isIntentionallyHeld() const;
+    /// Whether the mouse button is down on it.
+    [[nodiscard]] bool isHeld() const;
+
+    /// The hold threshold has passed.
+    void fireTimer();
+
+Q_SIGNALS:
+    void isHoldButtonChanged(bool isHoldButton);
+    /// After every assignment, also of an equal value: so a plain click tells that the button is not held.
+    void isIntentionallyHeldChanged(bool isIntentionallyHeld);
+    void isHeldChanged(bool isHeld);
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    void setIntentionallyHeld(bool isIntentionallyHeld);
+    void setHeld(bool isHeld);
+    void beginPress();
+    void endPress();
+    void cancelPress();
+
+    bool m_isHoldButton = false;
+    bool m_isIntentionallyHeld = false;
+    bool m_isHeld = false;
+    QTimer m_timer{this};
+};
+
+} // namespace tunedeck

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "skin/views/LCDBackgroundView.h"
+
+#include "skin/drawing/turnUpwards.h"
+#include "skin/looks/skinLooks.h"
+
+#include <QPainter>
+
+namespace tunedeck {
+
+LCDBackgroundView::LCDBackgroundView(const SkinEnvironment &environment, QWidget *parent)
+    : QWidget(parent)
+    , m_environment(environment)
+    , m_isMainWindow(environment.windowActivation, ActivationFlag::Status::Main)
+{
+    connect(&m_isMainWindow, &ActivationFlag::changed, this, qOverload<>(&QWidget::update));
+    repaintOnNewLooks(*this, environment);
+}
+
+bool LCDBackgroundView::isMainWindow() const
+{
+    return m_isMainWindow.isSet();
+}
+
+void LCDBackgroundView::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const LCDBackgroundState state{.isDark = isDark(m_environment)};
+    m_faces.draw(painter, rect(), state, [this, state](QPainter &face) {
+        turnUpwards(face, height());
+        m_cell.draw(face, rect(), state);
+    });
+}
+
+} // namespace tunedeck

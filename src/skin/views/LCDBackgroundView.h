@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "skin/cells/LCDBackgroundCell.h"
+#include "skin/drawing/FaceCache.h"
+#include "skin/looks/ActivationFlag.h"
+#include "skin/looks/SkinEnvironment.h"
+
+#include <QWidget>
+
+namespace tunedeck {
+
+/// The panel that the display's texts and its progress slider lie on.
+class LCDBackgroundView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit LCDBackgroundView(const SkinEnvironment &environment, QWidget *parent = nullptr);
+
+    [[nodiscard]] bool isMainWindow() const;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    SkinEnvironment m_environment;
+    ActivationFlag m_isMainWindow;
+    LCDBackgroundCell m_cell;
+    FaceCache<LCDBackgroundState> m_faces;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#include "skin/views/MetalButton.h"
+
+#include "skin/drawing/metalBezel.h"
+
+#include <QPainter>
+
+namespace tunedeck {
+
+MetalButton::MetalButton(const SkinEnvironment &environment, QWidget *parent)
+    : SkinnedButton(parent)
+    , m_isMainWindow(environment.windowActivation, ActivationFlag::Status::Main)
+    , m_focusRing(new FocusRing(*this, environment, {&MetalButtonCell::rim, metalRimRadius}))
+{
+    connect(&m_isMainWindow, &ActivationFlag::changed, this, qOverload<>(&QWidget::update));
+}
+
+bool MetalButton::isMainWindow() const
+{
+    return m_isMainWindow.isSet();
+}
+
+QString MetalButton::image() const
+{
+    return m_image;
+}
+
+void MetalButton::setImage(const QString &name)
+{
+    if (m_image == name) {
+        return;
+    }
+    m_image = name;
+    update();
+}
+
+void MetalButton::removeFocusRing()
+{
+    delete m_focusRing;
+}
+
+void MetalButton::drawFace(QPainter &painter, const MetalButtonState &state) const
+{
+    MetalButtonCell().draw(painter, rect(), state);
+}
+
+void MetalButton::paintEvent(QPaintEvent *)
+{
+    const MetalButtonState state = this->state();
+    QPainter painter(this);
+    m_faces.draw(painter, rect(), state, [this, &state](QPainter &face) { drawFace(face, state); });
+}
+
+MetalButtonState MetalButton::state() const
+{
+    return {.title = text(),
+        .font = font(),
+        .image = m_image,
+        .isPressed = isDown(),
+        .isEnabled = isEnabled(),
+        .isMainWindow = isMainWindow()};
+}
+
+} // namespace tunedeck

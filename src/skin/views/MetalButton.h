@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "skin/cells/MetalButtonCell.h"
+#include "skin/drawing/FaceCache.h"
+#include "skin/looks/ActivationFlag.h"
+#include "skin/looks/SkinEnvironment.h"
+#include "skin/views/FocusRing.h"
+#include "skin/views/SkinnedButton.h"
+
+#include <QPointer>
+
+namespace tunedeck {
+
+/// A small push button of metal with an engraved title, or with an image. The title is plain text.
+class MetalButton : public SkinnedButton {
+    Q_OBJECT
+
+public:
+    explicit MetalButton(const SkinEnvironment &environment, QWidget *parent = nullptr);
+
+    [[nodiscard]] bool isMainWindow() const;
+    /// The name of a picture of the program's own resources; empty, as at first, for none. One that is missing is
+    /// fatal when it is painted.
+    [[nodiscard]] QString image() const;
+    void setImage(const QString &name);
+    /// From now on nothing shows that the button has the keyboard.
+    void removeFocusRing();
+
+protected:
+    /// Draws the button into the origin's rectangle of its size, in points and with y downwards.
+    virtual void drawFace(QPainter &painter, const MetalButtonState &state) const;
+
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    [[nodiscard]] MetalButtonState state() const;
+
+    ActivationFlag m_isMainWindow;
+    QPointer<FocusRing> m_focusRing;
+    QString m_image;
+    FaceCache<MetalButtonState> m_faces;
+};
+
+} // namespace tunedeck

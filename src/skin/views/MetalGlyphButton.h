@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "skin/views/MetalButton.h"
+
+namespace tunedeck {
+
+/// A metal button with an engraved image, and never with a title.
+class MetalGlyphButton : public MetalButton {
+    Q_OBJECT
+
+public:
+    using MetalButton::MetalButton;
+
+protected:
+    void drawFace(QPainter &painter, const MetalButtonState &state) const override;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "skin/cells/PlayerButtonCell.h"
+#include "skin/drawing/FaceCache.h"
+#include "skin/drawing/Shapes.h"
+#include "skin/drawing/turnUpwards.h"
+#include "skin/looks/ActivationFlag.h"
+#include "skin/looks/skinLooks.h"
+#include "skin/views/FocusRing.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWidget>
+
+namespace tunedeck {
+
+/// What the round buttons of the transport have in common, whatever `Button` makes of a press. `Cell` draws them.
+template <typename Button, typename Cell> class RoundButton : public Button {
+public:
+    explicit RoundButton(const SkinEnvironment &environment, QWidget *parent = nullptr)
+        : Button(parent)
+        , m_environment(environment)
+        , m_isMainWindow(environment.windowActivation, ActivationFlag::Status::Main)
+    {
+        QObject::connect(&m_isMainWindow, &ActivationFlag::changed, this, qOverload<>(&QWidget::update));
+        repaintOnNewLooks(*this, environment);
+        new FocusRing(*this, environment);
+    }
+
+    [[nodiscard]] bool isMainWindow() const { return m_isMainWindow.isSet(); }
+    /// Forward at first.
+    [[nodiscard]] PlayerButtonTypes controlGlyph() const { return m_controlGlyph; }
+    void setControlGlyph(PlayerButtonTypes glyph)
+    {
+        if (m_controlGlyph == glyph) {
+            return;
+        }
+        m_controlGlyph = glyph;
+        this->update();
+    }
+
+protected:
+    bool hitButton(const QPoint &position) const override { return oval(inset(this->rect(), 1, 1)).contains(position); }
+
+    void mousePressEvent(QMouseEvent *event) override
+    {
+        // The corners belong to no one: the window is not dragged by them either.
+        if (hitButton(event->position().toPoint())) {
+            Button::mousePressEvent(event);
+        }
+    }
+
+    void paintEvent(QPaintEvent *) override
+    {
+        const PlayerButtonState state = this->state();
+        QPainter painter(this);
+        m_faces.draw(painter, this->rect(), state, [this, &state](QPainter &face) {
+            turnUpwards(face, this->height());
+            m_cell.draw(face, this->rect(), state);
+        });
+    }
+
+private:
+    [[nodiscard]] PlayerButtonState state() const
+    {
+        return {.controlGlyph = m_controlGlyph,
+            .isPressed = this->isDown(),
+            .isEnabled = this->isEnabled(),
+            .isDark = isDark(m_environment),
+            .isGraphite = isGraphite(m_environment)};
+    }
+
+    SkinEnvironment m_environment;
+    ActivationFlag m_isMainWindow;
+    Cell m_cell;
+    FaceCache<PlayerButtonState> m_faces;
+    PlayerButtonTypes m_controlGlyph = PlayerButtonTypes::forward;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "skin/views/ShadowView.h"
+
+#include "skin/drawing/turnUpwards.h"
+
+#include <QPainter>
+
+namespace tunedeck {
+
+ShadowView::ShadowView(const SkinEnvironment &environment, QWidget *parent)
+    : QWidget(parent)
+    , m_isMainWindow(environment.windowActivation, ActivationFlag::Status::Main)
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    connect(&m_isMainWindow, &ActivationFlag::changed, this, qOverload<>(&QWidget::update));
+}
+
+bool ShadowView::isMainWindow() const
+{
+    return m_isMainWindow.isSet();
+}
+
+void ShadowView::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    m_faces.draw(painter, rect(), {}, [this](QPainter &face) {
+        turnUpwards(face, height());
+        m_cell.drawShadow(face, rect());
+    });
+}
+
+} // namespace tunedeck

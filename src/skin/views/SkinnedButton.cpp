@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "skin/views/SkinnedButton.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+namespace tunedeck {
+
+namespace {
+bool isMouseButtonEvent(const QEvent &event)
+{
+    return event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonRelease
+        || event.type() == QEvent::MouseButtonDblClick;
+}
+
+bool isSpaceAskedFor(const QEvent &event)
+{
+    return event.type() == QEvent::ShortcutOverride && static_cast<const QKeyEvent &>(event).key() == Qt::Key_Space;
+}
+} // namespace
+
+SkinnedButton::SkinnedButton(QWidget *parent)
+    : QAbstractButton(parent)
+{
+    setFocusPolicy(Qt::TabFocus);
+}
+
+bool SkinnedButton::event(QEvent *event)
+{
+    // Space is also the shortcut of Play. On a button that has the keyboard it must press the button.
+    if (isSpaceAskedFor(*event) || (!isEnabled() && isMouseButtonEvent(*event))) {
+        event->accept();
+        return true;
+    }
+    return QAbstractButton::event(event);
+}
+
+void SkinnedButton::mouseMoveEvent(QMouseEvent *event)
+{
+    QAbstractButton::mouseMoveEvent(event);
+    // What it ignores would reach the window.
+    event->accept();
+}
+
+} // namespace tunedeck

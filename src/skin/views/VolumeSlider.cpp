@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+#include "skin/views/VolumeSlider.h"
+
+#include "skin/drawing/Shapes.h"
+#include "skin/drawing/turnUpwards.h"
+#include "skin/looks/skinLooks.h"
+#include "skin/views/FocusRing.h"
+
+#include <QPainter>
+#include <QWheelEvent>
+
+#include <cstdlib>
+
+namespace tunedeck {
+
+namespace {
+constexpr int notch = QWheelEvent::DefaultDeltasPerStep;
+constexpr double touchpadDivisor = 2.5;
+/// A part of a notch that was turned before such a pause has nothing to do with what is turned now.
+constexpr quint64 longestPauseInNotch = 1000;
+
+bool isTouchpad(const QWheelEvent &event)
+{
+    // Wheels have no beginning and no end. On X11 touchpads tell of none either: they turn a wheel, finely.
+    return event.phase() != Qt::NoScrollPhase;
+}
+
+/// The way a touchpad has moved the content, in points.
+QPoint scrolled(const QWheelEvent &event)
+{
+    // In points where the window system has them, else in eighths of a degree, of which a wheel's notch has 120 and
+    // moves a text by three lines of five points each.
+    constexpr int eighthsPerPoint = 8;
+    return event.pixelDelta().isNull() ? event.angleDelta() / eighthsPerPoint : event.pixelDelta();
+}
+
+double touchpadStep(const QWheelEvent &event)
+{
+    // With natural scrolling the deltas come with their signs turned round: louder stays where it was.
+    const QPoint delta = scrolled(event);
+    return event.inverted() ? (delta.y() - delta.x()) / -touchpadDivisor : (delta.y() + delta.x()) / touchpadDivisor;
+}
+
+/// Whole notches out of `turned`, which keeps the rest.
+int takeNotches(int &turned)
+{
+    const int notches = turned / notch;
+    turned %= notch;
+    return notches;
+}
+
+void turn(int &turned, int delta)
+{
+    const bool turnsBack = (turned < 0) != (delta < 0);
+    turned = turnsBack ? delta : turned + delta;
+}
+
+QRectF drawnBounds(const QRectF &control)
+{
+    return inset(control, 0, (control.height() - VolumeSliderCell::knobSize.height()) / 2);
+}
+} // namespace
+
+VolumeSlider::VolumeSlider(const SkinEnvironment &environment, QWidget *parent)
+    : PercentSlider(VolumeSliderCell::knobSize, parent)
+    , m_environment(environment)
+{
+    setStep(step);
+    repaintOnNewLooks(*this, environment);
+    new FocusRing(*this, environment, {&drawnBounds});
+}
+
+void VolumeSlider::setScrollEventsDelegate(VolumeSliderScrollEventDelegate *delegate)
+{
+    m_scrollEventsDelegate = delegate;
+}
+
+QRectF VolumeSlider::customHitTestArea() const
+{
+    return QRectF(rect()).adjusted(3, 4, -3, -4).translated(1, 2);
+}
+
+quint64 VolumeSlider::lastTimestamp() const
+{
+    return m_lastTimestamp;
+}
+
+void VolumeSlider::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    paintBar(painter);
+    paintKnob(painter);
+}
+
+void VolumeSlider::wheelEvent(QWheelEvent *event)
+{
+    event->accept();
+    if (!customHitTestArea().contains(event->position())) {
+        return;
+    }
+    const double volumeStep = isTouchpad(*event) ? touchpadStep(*event) : wheelStep(*event);
+    m_lastTimestamp = event->timestamp();
+    if (volumeStep == 0 || !m_scrollEventsDelegate) {
+        return;
+    }
+    m_scrollEventsDelegate->adjustVolume(volumeStep);
+    m_scrollEventsDelegate->volumeSliderDidScroll();
+}
+
+void VolumeSlider::paintBar(QPainter &painter)
+{
+    const bool dark = isDark(m_environment);
+    m_bars.draw(painter, rect(), dark, [this, dark](QPainter &face) {
+        turnUpwards(face, height());
+        m_cell.drawBarInside(face, barRect(), dark);
+    });
+}
+
+void VolumeSlider::paintKnob(QPainter &painter)
+{
+    constexpr double shadowReach = 4;
+    const QRectF knob(QPointF(shadowReach, shadowReach), VolumeSliderCell::knobSize);
+    const QRect frame = inset(knob, -shadowReach, -shadowReach).toRect();
+    painter.translate(knobRect().topLeft() - knob.topLeft());
+    m_knobs.draw(painter, frame, {}, [this, frame, knob](QPainter &face) {
+        turnUpwards(face, frame.height());
+        m_cell.drawKnob(face, knob);
+    });
+}
+
+double VolumeSlider::wheelStep(const QWheelEvent &event)
+{
+    if (event.timestamp() - m_lastTimestamp > longestPauseInNotch) {
+        m_turned = {};
+    }
+    const QPoint delta = event.angleDelta();
+    int notches = 0;
+    if (delta.y() != 0) {
+        turn(m_turned.ry(), delta.y());
+        notches = takeNotches(m_turned.ry());
+    } else {
+        // A wheel that is tilted makes it louder, to whichever side.
+        turn(m_turned.rx(), std::abs(delta.x()));
+        notches = takeNotches(m_turned.rx());
+    }
+    return step * (event.inverted() ? -notches : notches);
+}
+
+} // namespace tunedeck

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "skin/views/WindowControlButton.h"
+
+#include "skin/drawing/turnUpwards.h"
+#include "skin/looks/skinLooks.h"
+#include "skin/views/FocusRing.h"
+
+#include <QPainter>
+
+namespace tunedeck {
+
+WindowControlButton::WindowControlButton(const SkinEnvironment &environment, QWidget *parent)
+    : SkinnedButton(parent)
+    , m_environment(environment)
+    , m_isMainWindow(environment.windowActivation, ActivationFlag::Status::Main)
+{
+    connect(&m_isMainWindow, &ActivationFlag::changed, this, qOverload<>(&QWidget::update));
+    repaintOnNewLooks(*this, environment);
+    new FocusRing(*this, environment);
+}
+
+bool WindowControlButton::isMainWindow() const
+{
+    return m_isMainWindow.isSet();
+}
+
+WindowControlButtonStyle WindowControlButton::controlStyle() const
+{
+    return m_controlStyle;
+}
+
+void WindowControlButton::setControlStyle(WindowControlButtonStyle style)
+{
+    if (m_controlStyle == style) {
+        return;
+    }
+    m_controlStyle = style;
+    update();
+}
+
+bool WindowControlButton::mouseHovering() const
+{
+    return m_mouseHovering;
+}
+
+void WindowControlButton::setMouseHovering(bool isHovering)
+{
+    if (m_mouseHovering == isHovering) {
+        return;
+    }
+    m_mouseHovering = isHovering;
+    update();
+}
+
+void WindowControlButton::paintEvent(QPaintEvent *)
+{
+    const WindowControlButtonState state = this->state();
+    QPainter painter(this);
+    m_faces.draw(painter, rect(), state, [this, &state](QPainter &face) {
+        turnUpwards(face, height());
+        m_cell.draw(face, rect(), state);
+    });
+}
+
+WindowControlButtonState WindowControlButton::state() const
+{
+    return {.controlStyle = m_controlStyle,
+        .isPressed = isDown(),
+        .isHovered = m_mouseHovering,
+        .isDark = isDark(m_environment),
+        .isGraphite = isGraphite(m_environment)};
+}
+
+} // namespace tunedeck

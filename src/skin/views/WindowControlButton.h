@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "skin/cells/WindowControlButtonCell.h"
+#include "skin/drawing/FaceCache.h"
+#include "skin/looks/ActivationFlag.h"
+#include "skin/looks/SkinEnvironment.h"
+#include "skin/views/SkinnedButton.h"
+
+namespace tunedeck {
+
+/// A gem that closes, minimises or maximises the window. It shows its symbol only while the pointer is over the group
+/// of the window's buttons.
+class WindowControlButton : public SkinnedButton {
+    Q_OBJECT
+
+public:
+    explicit WindowControlButton(const SkinEnvironment &environment, QWidget *parent = nullptr);
+
+    [[nodiscard]] bool isMainWindow() const;
+    /// Close at first.
+    [[nodiscard]] WindowControlButtonStyle controlStyle() const;
+    void setControlStyle(WindowControlButtonStyle style);
+    [[nodiscard]] bool mouseHovering() const;
+    void setMouseHovering(bool isHovering);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    [[nodiscard]] WindowControlButtonState state() const;
+
+    SkinEnvironment m_environment;
+    ActivationFlag m_isMainWindow;
+    WindowControlButtonCell m_cell;
+    FaceCache<WindowControlButtonState> m_faces;
+    WindowControlButtonStyle m_controlStyle = WindowControlButtonStyle::close;
+    bool m_mouseHovering = false;
+};
+
+} // namespace tunedeck

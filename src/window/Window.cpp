@@ -1,0 +1,447 @@
+// SPDX-License-Identifier: MIT
+#include "window/Window.h"
+
+#include "widgets/canBeSeen.h"
+#include "window/WindowController.h"
+#include "x11/frameExtents.h"
+#include "x11/isIconic.h"
+#include "x11/isScreenComposited.h"
+#include "x11/setFloatingType.h"
+
+#include <QAccessibleWidget>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QWindow>
+#include <QWindowStateChangeEvent>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <utility>
+
+namespace tunedeck {
+
+namespace {
+constexpr int cornerRadius = 4;
+constexpr int edgeWidth = 5;
+/// Between the metal and its edge.
+constexpr QColor cutOutlineColor(0x8c, 0x8c, 0x8c);
+constexpr int initialWidth = 450;
+/// Within which a window manager that can minimise a window has done it.
+constexpr std::chrono::milliseconds minimisationTime{1000};
+
+bool isCancel(const QKeyEvent &event)
+{
+    return event.matches(QKeySequence::Cancel)
+        || (event.key() == Qt::Key_Period && event.modifiers() == Qt::ControlModifier);
+}
+
+/// Row by row: the region of a polygon would be cut less at the right and at the bottom.
+QRegion roundedRegion(const QRect &frame)
+{
+    QRegion region(frame);
+    for (int row = 0; row < cornerRadius; ++row) {
+        const double rise = cornerRadius - row - 0.5;
+        const int inset = qRound(cornerRadius - std::sqrt(cornerRadius * cornerRadius - rise * rise));
+        for (const int y : {frame.top() + row, frame.bottom() - row}) {
+            region -= QRect(frame.left(), y, inset, 1);
+            region -= QRect(frame.right() - inset + 1, y, inset, 1);
+        }
+    }
+    return region;
+}
+
+/// To the toolkit, only a main window of its own kind is a window that a screen reader looks into.
+QAccessibleInterface *accessibleWindow(const QString &, QObject *object)
+{
+    auto *window = qobject_cast<Window *>(object);
+    return window ? new QAccessibleWidget(window, QAccessible::Window) : nullptr;
+}
+} // namespace
+
+Window::Window(WindowController &controller)
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint)
+    , m_controller(controller)
+    , m_shadow(cornerRadius)
+    , m_widthBeforeZoom(initialWidth)
+{
+    QAccessible::installFactory(accessibleWindow);
+    setAttribute(Qt::WA_TranslucentBackground);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    setFocusPolicy(Qt::ClickFocus);
+    resize(initialWidth, WindowController::collapsedHeight);
+    create();
+    windowHandle()->installEventFilter(this);
+    connect(windowHandle(), &QWindow::screenChanged, this, &Window::invalidateShadow);
+    connect(windowHandle(), &QWindow::screenChanged, this, &Window::watchScreen);
+    watchScreen();
+    m_minimisation.setSingleShot(true);
+    m_minimisation.setInterval(minimisationTime);
+    connect(&m_minimisation, &QTimer::timeout, this, &Window::confirmMinimisation);
+    connect(windowHandle(), &QWindow::windowStateChanged, this, &Window::updateCanBeSeen);
+    // Else the first control would have the keyboard, and Space would press it.
+    setFocus();
+}
+
+WindowController &Window::windowController() const
+{
+    return m_controller;
+}
+
+bool Window::shiftButtonHeld() const
+{
+    return m_shiftButtonHeld;
+}
+
+bool Window::optionButtonHeld() const
+{
+    return m_optionButtonHeld;
+}
+
+WindowLevel Window::level() const
+{
+    return m_level;
+}
+
+void Window::setLevel(WindowLevel level)
+{
+    m_level = level;
+    applyLevel();
+}
+
+QRect Window::contentRect() const
+{
+    // A window manager that tiles or fills the screen can make the window larger than it may be.
+    const QRect inside = rect().marginsRemoved(m_shadowMargins);
+    return {inside.topLeft(), inside.size().boundedTo(m_maximumContentSize)};
+}
+
+void Window::resizeContent(QSize size)
+{
+    resize(size.grownBy(m_shadowMargins));
+}
+
+void Window::setContentSizeLimits(QSize minimum, QSize maximum)
+{
+    m_minimumContentSize = minimum;
+    m_maximumContentSize = maximum;
+    applySizeLimits();
+}
+
+void Window::setContentView(QWidget *view)
+{
+    m_contentView = view;
+    m_contentView->setParent(this);
+    m_contentView->setGeometry(contentRect());
+    m_contentView->show();
+}
+
+void Window::flagsChanged(Qt::KeyboardModifiers modifiers)
+{
+    m_optionButtonHeld = modifiers.testFlag(Qt::AltModifier);
+    Q_EMIT optionButtonHeldChanged(m_optionButtonHeld);
+    m_shiftButtonHeld = modifiers.testFlag(Qt::ShiftModifier);
+    Q_EMIT shiftButtonHeldChanged(m_shiftButtonHeld);
+}
+
+void Window::cancelOperation()
+{
+    if (m_controller.isExpanded()) {
+        m_controller.setExpanded(false);
+    } else {
+        QApplication::beep();
+    }
+}
+
+void Window::makeKeyAndOrderFront()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void Window::invalidateShadow()
+{
+    m_isComposited = isScreenComposited();
+    const QMargins margins = m_isComposited ? WindowShadow::reach : QMargins();
+    setShadowMargins(setFrameExtents(*windowHandle(), margins) ? margins : QMargins());
+    updateInputRegion();
+    cutToOutline();
+    update();
+}
+
+void Window::setShadowMargins(const QMargins &margins)
+{
+    if (margins == m_shadowMargins) {
+        return;
+    }
+    // This stays where it is.
+    const QRect content = geometry().marginsRemoved(m_shadowMargins);
+    m_shadowMargins = margins;
+    applySizeLimits();
+    if (m_hasBeenSeen) {
+        setGeometry(content.marginsAdded(margins));
+    } else {
+        // Where it goes is still for the window manager to say.
+        resizeContent(content.size());
+    }
+}
+
+void Window::applySizeLimits()
+{
+    setMinimumSize(m_minimumContentSize.grownBy(m_shadowMargins));
+    setMaximumSize(m_maximumContentSize.grownBy(m_shadowMargins).boundedTo({QWIDGETSIZE_MAX, QWIDGETSIZE_MAX}));
+}
+
+void Window::cutToOutline()
+{
+    const QRegion outline = m_isComposited ? QRegion() : roundedRegion(contentRect());
+    if (outline == mask()) {
+        return;
+    }
+    if (outline.isEmpty()) {
+        clearMask();
+    } else {
+        setMask(outline);
+    }
+}
+
+void Window::zoom()
+{
+    const QSize size = contentRect().size();
+    if (size.width() == maximumContentWidth) {
+        resizeContent({m_widthBeforeZoom, size.height()});
+        return;
+    }
+    m_widthBeforeZoom = size.width();
+    resizeContent({maximumContentWidth, size.height()});
+}
+
+bool Window::event(QEvent *event)
+{
+    // The keys that are released while another window has the keyboard are never heard of.
+    if (event->type() == QEvent::WindowDeactivate) {
+        flagsChanged(Qt::NoModifier);
+    }
+    if (event->type() == QEvent::WindowStateChange) {
+        if (static_cast<QWindowStateChangeEvent *>(event)->oldState().testFlag(Qt::WindowMinimized)) {
+            invalidateShadow();
+        }
+        leaveStatesThatFillTheScreen();
+        if (isMinimized()) {
+            m_minimisation.start();
+        }
+    }
+    return QWidget::event(event);
+}
+
+bool Window::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress: {
+        const auto &key = *static_cast<QKeyEvent *>(event);
+        flagsChanged(key.modifiers());
+        // A menu that is open is what Escape closes; and holding the key asks once.
+        if (isCancel(key) && !QApplication::activePopupWidget()) {
+            if (!key.isAutoRepeat()) {
+                cancelOperation();
+            }
+            return true;
+        }
+        break;
+    }
+    case QEvent::KeyRelease:
+        flagsChanged(static_cast<QKeyEvent *>(event)->modifiers());
+        break;
+    case QEvent::Expose:
+        updateCanBeSeen();
+        break;
+    case QEvent::MouseMove: {
+        const auto &move = *static_cast<QMouseEvent *>(event);
+        if (move.buttons() == Qt::NoButton) {
+            showCursorFor(edgesAt(move.position().toPoint()));
+        }
+        break;
+    }
+    default:
+        break;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void Window::mousePressEvent(QMouseEvent *event)
+{
+    m_pressPosition.reset();
+    m_ownDrag.reset();
+    if (event->button() == Qt::LeftButton) {
+        m_pressPosition = event->position().toPoint();
+    }
+}
+
+void Window::mouseMoveEvent(QMouseEvent *event)
+{
+    if (m_ownDrag) {
+        followPointer(event->globalPosition().toPoint());
+        return;
+    }
+    // Handed to the window manager only once it is a drag: one that hears of a mere click too late would go on moving
+    // the window with no button down.
+    const QPoint position = event->position().toPoint();
+    if (!m_pressPosition || (position - *m_pressPosition).manhattanLength() < QApplication::startDragDistance()) {
+        return;
+    }
+    const QPoint pressPosition = *std::exchange(m_pressPosition, std::nullopt);
+    const Qt::Edges edges = edgesAt(pressPosition);
+    const bool isHandedOver = edges ? windowHandle()->startSystemResize(edges) : windowHandle()->startSystemMove();
+    if (!isHandedOver) {
+        m_ownDrag = {edges, mapToGlobal(pressPosition), geometry()};
+        followPointer(event->globalPosition().toPoint());
+    }
+}
+
+void Window::mouseReleaseEvent(QMouseEvent *)
+{
+    m_pressPosition.reset();
+    m_ownDrag.reset();
+}
+
+void Window::followPointer(QPoint pointer)
+{
+    const QPoint way = pointer - m_ownDrag->start;
+    QRect frame = m_ownDrag->frame;
+    if (!m_ownDrag->edges) {
+        frame.translate(way);
+    } else if (m_ownDrag->edges.testFlag(Qt::LeftEdge)) {
+        frame.setLeft(frame.right() + 1 - std::clamp(frame.width() - way.x(), minimumWidth(), maximumWidth()));
+    } else {
+        frame.setWidth(std::clamp(frame.width() + way.x(), minimumWidth(), maximumWidth()));
+    }
+    setGeometry(frame);
+}
+
+void Window::moveEvent(QMoveEvent *)
+{
+    // There are many of these in one drag: nothing is asked and nothing painted for each.
+    cutToOutline();
+}
+
+void Window::paintEvent(QPaintEvent *event)
+{
+    QPainter painter(this);
+    if (!mask().isEmpty()) {
+        // The mask has hard edges: black would shine through the soft corners of what the window holds.
+        painter.fillRect(rect(), cutOutlineColor);
+    }
+    if (!m_shadowMargins.isNull() && !contentRect().contains(event->rect())) {
+        m_shadow.draw(painter, contentRect());
+    }
+}
+
+void Window::resizeEvent(QResizeEvent *)
+{
+    if (m_contentView) {
+        m_contentView->setGeometry(contentRect());
+    }
+    updateInputRegion();
+    cutToOutline();
+}
+
+void Window::showEvent(QShowEvent *)
+{
+    applyLevel();
+    setFloatingType(*windowHandle());
+    invalidateShadow();
+}
+
+Qt::Edges Window::edgesAt(QPoint position) const
+{
+    const QRect inside = contentRect().adjusted(edgeWidth, 0, -edgeWidth, 0);
+    if (position.x() < inside.left()) {
+        return Qt::LeftEdge;
+    }
+    if (position.x() > inside.right()) {
+        return Qt::RightEdge;
+    }
+    return {};
+}
+
+void Window::showCursorFor(Qt::Edges edges)
+{
+    const Qt::CursorShape shape = edges ? Qt::SizeHorCursor : Qt::ArrowCursor;
+    if (cursor().shape() != shape) {
+        setCursor(shape);
+    }
+}
+
+void Window::watchScreen()
+{
+    connect(screen(), &QScreen::geometryChanged, this, &Window::takeScaleOfScreen, Qt::UniqueConnection);
+}
+
+/// On Wayland, a window that is shown keeps the scale that its screen had when the window came there.
+void Window::takeScaleOfScreen()
+{
+    if (m_canBeSeen && windowHandle()->devicePixelRatio() != screen()->devicePixelRatio()) {
+        hide();
+        windowHandle()->destroy();
+        show();
+    }
+}
+
+void Window::updateCanBeSeen()
+{
+    const bool canBeSeen = tunedeck::canBeSeen(*windowHandle());
+    if (canBeSeen == m_canBeSeen) {
+        return;
+    }
+    m_canBeSeen = canBeSeen;
+    m_hasBeenSeen |= canBeSeen;
+    Q_EMIT canBeSeenChanged(canBeSeen);
+}
+
+/// No window manager asks whether it may bring the window there: such a window would be metal all over.
+void Window::leaveStatesThatFillTheScreen()
+{
+    const Qt::WindowStates state = windowState() & ~(Qt::WindowMaximized | Qt::WindowFullScreen);
+    if (state != windowState()) {
+        setWindowState(state);
+    }
+}
+
+/// Some window managers minimise nothing; but the toolkit takes a window for minimised as soon as it asks for it.
+void Window::confirmMinimisation()
+{
+    if (isMinimized() && !isIconic(*windowHandle())) {
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+    }
+}
+
+/// The shadow is no part of the window to whoever clicks; but its sides can be caught from just outside of them.
+void Window::updateInputRegion()
+{
+    const int grip = std::min(edgeWidth, m_shadowMargins.left());
+    setInputRegion(*windowHandle(), contentRect().adjusted(-grip, 0, grip, 0));
+}
+
+void Window::applyLevel()
+{
+    const Qt::WindowFlags flags = windowFlags().setFlag(Qt::WindowStaysOnTopHint, m_level == WindowLevel::Floating);
+    if (flags == windowHandle()->flags()) {
+        return;
+    }
+    // The widget would go back to its own ones when it is shown.
+    overrideWindowFlags(flags);
+    windowHandle()->setFlags(flags);
+    setFloatingType(*windowHandle());
+    if (!isVisible()) {
+        // On X11 it is exchanged when it is shown with another level: too late to tell its frame extents before.
+        windowHandle()->destroy();
+        windowHandle()->create();
+    }
+}
+
+} // namespace tunedeck

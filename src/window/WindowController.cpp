@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+#include "window/WindowController.h"
+
+#include "music/MenuItemIdentifier.h"
+#include "platform/UserDefaults.h"
+#include "platform/canKeepAbove.h"
+
+#include <QAction>
+#include <QSignalBlocker>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace tunedeck {
+
+WindowController::WindowController(UserDefaults &defaults, QObject *parent)
+    : DrawerHost(parent)
+    , m_defaults(defaults)
+    , m_window(*this)
+{
+    m_heightAnimation.setEasingCurve(QEasingCurve::OutCubic);
+    connect(&m_heightAnimation, &QVariantAnimation::valueChanged, this, [this](const QVariant &height) {
+        m_window.resizeContent({m_window.contentRect().width(), height.toInt()});
+    });
+    connect(&m_heightAnimation, &QVariantAnimation::finished, this, &WindowController::finishResize);
+    limitHeight(collapsedHeight, collapsedHeight);
+    m_defaults.bind(SettingsKey::keepMainWindowAboveAllOtherWindows, this,
+        [this](bool keepAbove) { setKeepAboveAllWindows(keepAbove); });
+}
+
+Window &WindowController::window()
+{
+    return m_window;
+}
+
+bool WindowController::keepAboveAllWindows() const
+{
+    return m_keepAboveAllWindows;
+}
+
+void WindowController::setKeepAboveAllWindows(bool keepAbove)
+{
+    m_keepAboveAllWindows = keepAbove;
+    m_window.setLevel(keepAbove ? WindowLevel::Floating : WindowLevel::Normal);
+    Q_EMIT keepAboveAllWindowsChanged(keepAbove);
+}
+
+void WindowController::setMotionReduced(bool isReduced)
+{
+    m_isMotionReduced = isReduced;
+}
+
+bool WindowController::isExpanded() const
+{
+    return m_isExpanded;
+}
+
+void WindowController::setExpanded(bool expanded)
+{
+    m_isExpanded = expanded;
+    resizeToTargetHeight();
+}
+
+bool WindowController::validateMenuItem(QAction &item) const
+{
+    if (item.objectName() != MenuItemIdentifier::keepAboveAllWindows) {
+        return false;
+    }
+    item.setChecked(m_defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows));
+    return true;
+}
+
+void WindowController::toggleKeepMainWindowAboveAllOtherWindows()
+{
+    if (!canKeepAbove()) {
+        return;
+    }
+    const QString &key = SettingsKey::keepMainWindowAboveAllOtherWindows;
+    m_defaults.setValue(key, !m_defaults.boolForKey(key));
+}
+
+int WindowController::targetHeight() const
+{
+    return m_isExpanded ? expandedHeight : collapsedHeight;
+}
+
+int WindowController::resizeDuration() const
+{
+    return m_isMotionReduced ? 0
+                             : m_window.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &m_window);
+}
+
+void WindowController::limitHeight(int minimum, int maximum)
+{
+    m_window.setContentSizeLimits({Window::minimumContentWidth, minimum}, {Window::maximumContentWidth, maximum});
+}
+
+void WindowController::resizeToTargetHeight()
+{
+    m_heightAnimation.stop();
+    const int height = m_window.contentRect().height();
+    const int target = targetHeight();
+    if (height == target) {
+        finishResize();
+        return;
+    }
+    // The limits are wide open on the way: a window manager would refuse a step that lies outside them.
+    limitHeight(std::min(height, target), std::max(height, target));
+    {
+        // Between the setters the animation stands somewhere on a way that nobody goes.
+        const QSignalBlocker blocker(m_heightAnimation);
+        m_heightAnimation.setDuration(resizeDuration());
+        m_heightAnimation.setStartValue(height);
+        m_heightAnimation.setEndValue(target);
+    }
+    m_heightAnimation.start();
+}
+
+void WindowController::finishResize()
+{
+    limitHeight(targetHeight(), targetHeight());
+    Q_EMIT isExpandedChanged(m_isExpanded);
+}
+
+} // namespace tunedeck

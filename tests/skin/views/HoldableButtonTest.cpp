@@ -1,0 +1,252 @@
+// SPDX-License-Identifier: MIT
+#include "skin/views/HoldableButton.h"
+
+#include "support/elapse.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <chrono>
+
+using namespace tunedeck;
+
+namespace {
+constexpr QPoint inside(10, 10);
+constexpr QPoint outside(60, 10);
+
+class PlainButton : public HoldableButton {
+public:
+    PlainButton() { resize(25, 25); }
+
+    [[nodiscard]] QTimer &timer() const { return *findChild<QTimer *>(); }
+    void press() { QTest::mousePress(this, Qt::LeftButton, {}, inside); }
+    void release(QPoint position = inside) { QTest::mouseRelease(this, Qt::LeftButton, {}, position); }
+    bool hold()
+    {
+        press();
+        return elapse(timer());
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override { }
+};
+
+class HoldButton : public PlainButton {
+public:
+    HoldButton() { setHoldButton(true); }
+};
+} // namespace
+
+class HoldableButtonTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void aNewButtonIsNeitherHeldNorAHoldButton()
+    {
+        const PlainButton button;
+        QVERIFY(!button.isHoldButton());
+        QVERIFY(!button.isHeld());
+        QVERIFY(!button.isIntentionallyHeld());
+        QVERIFY(!button.timer().isActive());
+    }
+
+    void aPlainButtonClicksAndTellsThatItIsHeld()
+    {
+        PlainButton button;
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        QSignalSpy held(&button, &PlainButton::isHeldChanged);
+        button.press();
+        QVERIFY(button.isHeld());
+        QVERIFY(button.isDown());
+        QVERIFY(!button.timer().isActive());
+        button.release();
+        QVERIFY(!button.isHeld());
+        QCOMPARE(clicked.count(), 1);
+        QCOMPARE(held.count(), 2);
+    }
+
+    void aShortPressIsOneClickAndTellsThatNothingIsHeld()
+    {
+        HoldButton button;
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        QSignalSpy intentionallyHeld(&button, &PlainButton::isIntentionallyHeldChanged);
+        button.press();
+        QVERIFY(button.isHeld());
+        QVERIFY(button.isDown());
+        QCOMPARE(clicked.count(), 0);
+        button.release();
+        QCOMPARE(clicked.count(), 1);
+        QCOMPARE(intentionallyHeld.count(), 1);
+        QCOMPARE(intentionallyHeld.first().first().toBool(), false);
+        QVERIFY(!button.isHeld());
+        QVERIFY(!button.isDown());
+        QVERIFY(!button.timer().isActive());
+    }
+
+    void theClickIsToldBeforeTheEndOfThePress()
+    {
+        HoldButton button;
+        m_told.clear();
+        connect(&button, &PlainButton::clicked, this, [this] { m_told.append(QStringLiteral("click")); });
+        connect(
+            &button, &PlainButton::isIntentionallyHeldChanged, this, [this] { m_told.append(QStringLiteral("end")); });
+        button.press();
+        button.release();
+        QCOMPARE(m_told, (QStringList{QStringLiteral("click"), QStringLiteral("end")}));
+    }
+
+    void aHoldBeginsAtTheThresholdEndsWithTheReleaseAndIsNoClick()
+    {
+        HoldButton button;
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        QSignalSpy intentionallyHeld(&button, &PlainButton::isIntentionallyHeldChanged);
+        QVERIFY(button.hold());
+        QVERIFY(button.isIntentionallyHeld());
+        QVERIFY(button.isDown());
+        button.release();
+        QVERIFY(!button.isIntentionallyHeld());
+        QVERIFY(!button.isDown());
+        QCOMPARE(clicked.count(), 0);
+        QCOMPARE(intentionallyHeld.count(), 2);
+        QCOMPARE(intentionallyHeld.at(0).first().toBool(), true);
+        QCOMPARE(intentionallyHeld.at(1).first().toBool(), false);
+    }
+
+    void theThresholdIsSixTenthsOfASecond()
+    {
+        HoldButton button;
+        QSignalSpy intentionallyHeld(&button, &PlainButton::isIntentionallyHeldChanged);
+        QElapsedTimer sincePress;
+        button.press();
+        sincePress.start();
+        QVERIFY(intentionallyHeld.wait(900));
+        QVERIFY2(sincePress.elapsed() >= 595, qPrintable(QString::number(sincePress.elapsed())));
+        button.release();
+    }
+
+    void aReleaseOutsideEndsTheHold()
+    {
+        HoldButton button;
+        QVERIFY(button.hold());
+        button.release(outside);
+        QVERIFY(!button.isIntentionallyHeld());
+        QVERIFY(!button.isHeld());
+        QVERIFY(!button.isDown());
+    }
+
+    void aShortPressThatIsReleasedOutsideIsNoClick()
+    {
+        HoldButton button;
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        button.press();
+        button.release(outside);
+        QCOMPARE(clicked.count(), 0);
+        QVERIFY(!button.isDown());
+        QVERIFY(!button.timer().isActive());
+    }
+
+    void anotherPressBeginsTheThresholdAnew()
+    {
+        HoldButton button;
+        button.press();
+        button.release();
+        button.press();
+        QVERIFY(button.timer().isActive());
+        QVERIFY(!button.isIntentionallyHeld());
+        button.release();
+    }
+
+    void theSecondPressOfADoubleClickIsAPressToo()
+    {
+        HoldButton button;
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        QTest::mouseClick(&button, Qt::LeftButton, {}, inside);
+        QTest::mouseDClick(&button, Qt::LeftButton, {}, inside);
+        QVERIFY(button.isHeld());
+        button.release();
+        QCOMPARE(clicked.count(), 2);
+        QVERIFY(!button.isHeld());
+    }
+
+    void otherMouseButtonsDoNothing()
+    {
+        HoldButton button;
+        QSignalSpy held(&button, &PlainButton::isHeldChanged);
+        QTest::mouseClick(&button, Qt::RightButton, {}, inside);
+        QTest::mouseClick(&button, Qt::MiddleButton, {}, inside);
+        QCOMPARE(held.count(), 0);
+        button.press();
+        QTest::mouseClick(&button, Qt::RightButton, {}, inside);
+        QVERIFY(button.isHeld());
+        QVERIFY(button.timer().isActive());
+        button.release();
+    }
+
+    void aDisabledButtonIgnoresTheMouse()
+    {
+        HoldButton button;
+        button.setEnabled(false);
+        QSignalSpy held(&button, &PlainButton::isHeldChanged);
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        QSignalSpy intentionallyHeld(&button, &PlainButton::isIntentionallyHeldChanged);
+        button.press();
+        QVERIFY(!button.isHeld());
+        QVERIFY(!button.timer().isActive());
+        button.release();
+        QCOMPARE(held.count(), 0);
+        QCOMPARE(clicked.count(), 0);
+        QCOMPARE(intentionallyHeld.count(), 0);
+    }
+
+    void aButtonThatIsDisabledWhileHeldLetsGo()
+    {
+        HoldButton button;
+        QVERIFY(button.hold());
+        button.setEnabled(false);
+        QVERIFY(!button.isIntentionallyHeld());
+        QVERIFY(!button.isHeld());
+        QVERIFY(!button.isDown());
+        QSignalSpy intentionallyHeld(&button, &PlainButton::isIntentionallyHeldChanged);
+        button.release();
+        QCOMPARE(intentionallyHeld.count(), 0);
+    }
+
+    void aButtonThatIsHiddenBeforeTheThresholdIsNeverHeld()
+    {
+        HoldButton button;
+        button.show();
+        button.press();
+        button.hide();
+        QVERIFY(!button.timer().isActive());
+        QVERIFY(!button.isHeld());
+    }
+
+    void theKeyboardClicksAHoldButton()
+    {
+        HoldButton button;
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        QTest::keyClick(&button, Qt::Key_Space);
+        QCOMPARE(clicked.count(), 1);
+    }
+
+    void aClickMayDeleteTheButton()
+    {
+        auto *button = new HoldButton;
+        connect(button, &PlainButton::clicked, button, [button] { delete button; });
+        const QPointer<HoldButton> watched(button);
+        button->press();
+        button->release();
+        QVERIFY(!watched);
+    }
+
+private:
+    QStringList m_told;
+};
+
+QTEST_MAIN(HoldableButtonTest)
+#include "HoldableButtonTest.moc"

@@ -1,0 +1,359 @@
+// SPDX-License-Identifier: MIT
+#include "window/Window.h"
+
+#include "support/Desktop.h"
+#include "support/TimedStyle.h"
+#include "window/WindowController.h"
+
+#include <QApplication>
+#include <QImage>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWindow>
+
+using namespace tunedeck;
+
+namespace {
+/// As a key comes from the keyboard, with the modifiers that were down right before.
+void sendKey(const Window &window, QEvent::Type type, Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QKeyEvent event(type, key, modifiers);
+    QCoreApplication::sendEvent(window.windowHandle(), &event);
+}
+
+class PaintCounter : public QObject {
+public:
+    /// Shows `window` and counts from its first picture on; false if it does not come.
+    bool startWith(Window &window)
+    {
+        window.show();
+        const bool isExposed = QTest::qWaitForWindowExposed(&window);
+        QCoreApplication::processEvents();
+        window.installEventFilter(this);
+        return isExposed;
+    }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+    int count = 0;
+};
+
+void sendMouse(Window &window, QEvent::Type type, QPoint pointer, Qt::MouseButton button, Qt::MouseButtons buttons)
+{
+    QMouseEvent event(type, window.mapFromGlobal(pointer), pointer, button, buttons, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &event);
+}
+
+/// With the left button, from `start` in the window.
+void drag(Window &window, QPoint start, QPoint way)
+{
+    const QPoint from = window.mapToGlobal(start);
+    sendMouse(window, QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+    sendMouse(window, QEvent::MouseMove, from + way / 2, Qt::NoButton, Qt::LeftButton);
+    sendMouse(window, QEvent::MouseMove, from + way, Qt::NoButton, Qt::LeftButton);
+    sendMouse(window, QEvent::MouseButtonRelease, from + way, Qt::LeftButton, Qt::NoButton);
+}
+} // namespace
+
+class WindowTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QApplication::setStyle(new TimedStyle); }
+    void init() { failOnWarning(); }
+
+    void itHasNoFrameAndCanBeKeyAndMain()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        QVERIFY(window.windowFlags().testFlag(Qt::FramelessWindowHint));
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QCOMPARE(desktop.windowActivation.mainWindow(), window.windowHandle());
+    }
+
+    void noControlHasTheKeyboardAtFirst()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        window.setContentView(new QPushButton);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QVERIFY(window.hasFocus());
+    }
+
+    void anotherScreenAndComingBackRefreshTheShadow()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        PaintCounter paints;
+        QVERIFY(paints.startWith(window));
+        Q_EMIT window.windowHandle()->screenChanged(QGuiApplication::primaryScreen());
+        QTRY_COMPARE(paints.count, 1);
+        window.showMinimized();
+        QCoreApplication::processEvents();
+        paints.count = 0;
+        window.showNormal();
+        QTRY_VERIFY(paints.count >= 1);
+    }
+
+    void itTellsWhetherItCanBeSeen()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        QSignalSpy seen(&window, &Window::canBeSeenChanged);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QCOMPARE(seen.count(), 1);
+        QCOMPARE(seen.last().first().toBool(), true);
+        window.hide();
+        QTRY_COMPARE(seen.count(), 2);
+        QCOMPARE(seen.last().first().toBool(), false);
+        window.show();
+        QTRY_COMPARE(seen.count(), 3);
+        QCOMPARE(seen.last().first().toBool(), true);
+        window.showMinimized();
+        QTRY_COMPARE(seen.count(), 4);
+        QCOMPARE(seen.last().first().toBool(), false);
+    }
+
+    void movingPaintsNothing()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        PaintCounter paints;
+        QVERIFY(paints.startWith(window));
+        for (int x = 0; x < 20; ++x) {
+            window.move(x, 10);
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(paints.count, 0);
+    }
+
+    void escapeIsForTheMenuThatIsOpenAndAsksOnceWhileHeld()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        controller.setExpanded(true);
+        QMenu menu;
+        menu.addAction(QStringLiteral("An item"));
+        menu.popup(window.mapToGlobal(QPoint(10, 10)));
+        QTRY_VERIFY(menu.isVisible());
+        sendKey(window, QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QVERIFY(controller.isExpanded());
+        menu.close();
+        QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, QString(), true);
+        QCoreApplication::sendEvent(window.windowHandle(), &repeated);
+        QVERIFY(controller.isExpanded());
+        sendKey(window, QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QVERIFY(!controller.isExpanded());
+    }
+
+    void shiftAndOptionAreHeldWhileTheyAreDown()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        window.show();
+        QSignalSpy shift(&window, &Window::shiftButtonHeldChanged);
+        sendKey(window, QEvent::KeyPress, Qt::Key_Shift, Qt::NoModifier);
+        QVERIFY(window.shiftButtonHeld());
+        QVERIFY(!window.optionButtonHeld());
+        sendKey(window, QEvent::KeyPress, Qt::Key_Alt, Qt::ShiftModifier);
+        QVERIFY(window.optionButtonHeld());
+        sendKey(window, QEvent::KeyRelease, Qt::Key_Shift, Qt::ShiftModifier | Qt::AltModifier);
+        QVERIFY(!window.shiftButtonHeld());
+        QVERIFY(window.optionButtonHeld());
+        sendKey(window, QEvent::KeyRelease, Qt::Key_Alt, Qt::AltModifier);
+        QVERIFY(!window.optionButtonHeld());
+        QCOMPARE(shift.count(), 4);
+    }
+
+    void theFlagsAreHeardWhateverChildHasTheKeyboard()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        auto *field = new QLineEdit;
+        window.setContentView(field);
+        window.show();
+        field->setFocus();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        sendKey(window, QEvent::KeyPress, Qt::Key_Shift, Qt::NoModifier);
+        QVERIFY(window.shiftButtonHeld());
+    }
+
+    void theFlagsAreClearedWhenAnotherWindowGetsTheKeyboard()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        window.flagsChanged(Qt::ShiftModifier | Qt::AltModifier);
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        QVERIFY(!window.shiftButtonHeld());
+        QVERIFY(!window.optionButtonHeld());
+    }
+
+    void escapeAndControlPeriodPutTheDrawerAway()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        auto *field = new QLineEdit;
+        window.setContentView(field);
+        window.show();
+        field->setFocus();
+        controller.setExpanded(true);
+        QTest::keyClick(window.windowHandle(), Qt::Key_Escape);
+        QVERIFY(!controller.isExpanded());
+        QCOMPARE(window.height(), 64);
+        controller.setExpanded(true);
+        QTest::keyClick(window.windowHandle(), Qt::Key_Period, Qt::ControlModifier);
+        QVERIFY(!controller.isExpanded());
+    }
+
+    void escapeChangesNothingInACollapsedWindow()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        controller.window().show();
+        const QRect frame = controller.window().geometry();
+        QTest::keyClick(controller.window().windowHandle(), Qt::Key_Escape);
+        QVERIFY(!controller.isExpanded());
+        QVERIFY(controller.window().isVisible());
+        QCOMPARE(controller.window().geometry(), frame);
+    }
+
+    void theLevelIsTheNativeWindowsAndDoesNotHideIt()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        const auto isOnTop = [&window] { return window.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint); };
+        window.show();
+        QSignalSpy visible(window.windowHandle(), &QWindow::visibleChanged);
+        window.setLevel(WindowLevel::Floating);
+        QVERIFY(isOnTop());
+        QVERIFY(window.isVisible());
+        window.hide();
+        window.show();
+        QVERIFY(isOnTop());
+        window.setLevel(WindowLevel::Normal);
+        QVERIFY(!isOnTop());
+        QCOMPARE(visible.count(), 2);
+    }
+
+    void zoomGoesToTheGreatestWidthAndBack()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        window.resize(401, 64);
+        window.zoom();
+        QCOMPARE(window.size(), QSize(550, 64));
+        window.zoom();
+        QCOMPARE(window.size(), QSize(401, 64));
+    }
+
+    void onlyItsSidesShowTheResizeCursor()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        window.show();
+        const auto cursorAt = [&window](QPoint position) {
+            QTest::mouseMove(window.windowHandle(), position);
+            return window.cursor().shape();
+        };
+        QCOMPARE(cursorAt({4, 32}), Qt::SizeHorCursor);
+        QCOMPARE(cursorAt({5, 32}), Qt::ArrowCursor);
+        QCOMPARE(cursorAt({445, 32}), Qt::SizeHorCursor);
+        QCOMPARE(cursorAt({444, 32}), Qt::ArrowCursor);
+        QCOMPARE(cursorAt({225, 1}), Qt::ArrowCursor);
+    }
+
+    /// As on the offscreen platform.
+    void whereNoWindowManagerTakesADragOverItFollowsThePointer()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        window.show();
+        window.setGeometry(100, 200, 450, 64);
+        drag(window, {225, 1}, {60, 40});
+        QCOMPARE(window.geometry(), QRect(160, 240, 450, 64));
+        QTest::mouseMove(window.windowHandle(), QPoint(10, 1));
+        QCOMPARE(window.geometry(), QRect(160, 240, 450, 64));
+        drag(window, {447, 32}, {20, 5});
+        QCOMPARE(window.geometry(), QRect(160, 240, 470, 64));
+        drag(window, {467, 32}, {200, 0});
+        QCOMPARE(window.geometry(), QRect(160, 240, 550, 64));
+        drag(window, {2, 32}, {90, 0});
+        QCOMPARE(window.geometry(), QRect(250, 240, 460, 64));
+        drag(window, {2, 32}, {300, 0});
+        QCOMPARE(window.geometry(), QRect(360, 240, 350, 64));
+    }
+
+    void aPressThatIsNoDragMovesNothing()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        window.show();
+        const QRect frame = window.geometry();
+        drag(window, {225, 1}, {4, 3});
+        QCOMPARE(window.geometry(), frame);
+    }
+
+    void itDoesNotFillTheScreen()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        window.show();
+        window.setGeometry(100, 200, 450, 64);
+        for (const Qt::WindowState state : {Qt::WindowMaximized, Qt::WindowFullScreen}) {
+            window.setWindowState(state);
+            QCOMPARE(window.windowState(), Qt::WindowNoState);
+            QCOMPARE(window.geometry(), QRect(100, 200, 450, 64));
+        }
+    }
+
+    void aDoubleClickOnTheBackgroundDoesNothing()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        window.show();
+        const QRect frame = window.geometry();
+        QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, QPoint(225, 32));
+        QCOMPARE(window.geometry(), frame);
+        QVERIFY(!window.isMaximized());
+    }
+};
+
+QTEST_MAIN(WindowTest)
+#include "WindowTest.moc"
