@@ -3,6 +3,7 @@
 
 #include "platform/BundleInfo.h"
 #include "support/Desktop.h"
+#include "support/registerTest.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -280,5 +281,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::AboutWindowTest)
+TUNEDECK_TEST(tunedeck::AboutWindowTest, QApplication)
 #include "AboutWindowTest.moc"

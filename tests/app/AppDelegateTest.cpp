@@ -8,6 +8,7 @@
 #include "skin/views/AboutPinstripeView.h"
 #include "support/Desktop.h"
 #include "support/TimedStyle.h"
+#include "support/registerTest.h"
 #include "window/WindowController.h"
 
 #include <QAction>
@@ -492,5 +493,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(AppDelegateTest)
+TUNEDECK_TEST(AppDelegateTest, QApplication)
 #include "AppDelegateTest.moc"

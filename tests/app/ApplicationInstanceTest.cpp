@@ -3,6 +3,7 @@
 
 #include "support/PrivateBus.h"
 #include "support/elapse.h"
+#include "support/registerTest.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -275,5 +276,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(ApplicationInstanceTest)
+TUNEDECK_TEST(ApplicationInstanceTest, QCoreApplication)
 #include "ApplicationInstanceTest.moc"

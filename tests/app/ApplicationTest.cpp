@@ -24,6 +24,7 @@
 #include "skin/views/WindowControlButton.h"
 #include "support/Desktop.h"
 #include "support/TimedStyle.h"
+#include "support/registerTest.h"
 #include "window/WindowController.h"
 
 #include <QApplication>
@@ -298,5 +299,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(ApplicationTest)
+TUNEDECK_TEST(ApplicationTest, QApplication)
 #include "ApplicationTest.moc"

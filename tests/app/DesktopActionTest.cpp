@@ -4,6 +4,7 @@
 #include "app/AppDelegate.h"
 #include "music/MusicConnector.h"
 #include "support/Desktop.h"
+#include "support/registerTest.h"
 #include "window/WindowController.h"
 
 #include <QApplication>
@@ -65,5 +66,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(DesktopActionTest)
+TUNEDECK_TEST(DesktopActionTest, QApplication)
 #include "DesktopActionTest.moc"

@@ -4,6 +4,7 @@
 #include "app/MainMenu.h"
 #include "player/ViewController.h"
 #include "support/Desktop.h"
+#include "support/registerTest.h"
 #include "window/WindowController.h"
 
 #include <QApplication>
@@ -207,5 +208,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::DesktopFontTest)
+TUNEDECK_TEST(tunedeck::DesktopFontTest, QApplication)
 #include "DesktopFontTest.moc"

@@ -7,6 +7,7 @@
 #include "player/ViewController.h"
 #include "support/Desktop.h"
 #include "support/TimedStyle.h"
+#include "support/registerTest.h"
 #include "window/WindowController.h"
 
 #include <QApplication>
@@ -240,5 +241,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(MainMenuTest)
+TUNEDECK_TEST(MainMenuTest, QApplication)
 #include "MainMenuTest.moc"

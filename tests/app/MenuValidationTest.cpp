@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/MenuValidation.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QMenu>
 #include <QRegularExpression>
 #include <QTest>
@@ -64,5 +66,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(MenuValidationTest)
+TUNEDECK_TEST(MenuValidationTest, QApplication)
 #include "MenuValidationTest.moc"

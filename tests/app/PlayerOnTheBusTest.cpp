@@ -14,8 +14,10 @@
 #include "support/Desktop.h"
 #include "support/PrivateBus.h"
 #include "support/endWithParent.h"
+#include "support/registerTest.h"
 #include "window/WindowController.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QMouseEvent>
 #include <QProcess>
@@ -279,5 +281,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::PlayerOnTheBusTest)
+TUNEDECK_TEST(tunedeck::PlayerOnTheBusTest, QApplication)
 #include "PlayerOnTheBusTest.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/SessionDisplays.h"
+#include "support/registerTest.h"
 
 #include <QTest>
 
@@ -74,5 +75,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::SessionDisplaysTest)
+TUNEDECK_TEST(tunedeck::SessionDisplaysTest, QCoreApplication)
 #include "SessionDisplaysTest.moc"

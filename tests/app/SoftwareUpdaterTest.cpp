@@ -2,6 +2,7 @@
 #include "app/SoftwareUpdater.h"
 
 #include "support/Desktop.h"
+#include "support/registerTest.h"
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -121,5 +122,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::SoftwareUpdaterTest)
+TUNEDECK_TEST(tunedeck::SoftwareUpdaterTest, QApplication)
 #include "SoftwareUpdaterTest.moc"

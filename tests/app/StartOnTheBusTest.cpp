@@ -2,6 +2,7 @@
 #include "music/mpris/DemoPlayerProcess.h"
 #include "support/PrivateBus.h"
 #include "support/endWithParent.h"
+#include "support/registerTest.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -412,5 +413,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::StartOnTheBusTest)
+TUNEDECK_TEST(tunedeck::StartOnTheBusTest, QCoreApplication)
 #include "StartOnTheBusTest.moc"

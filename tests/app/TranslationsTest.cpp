@@ -13,6 +13,7 @@
 #include "skin/views/MetalPopupButton.h"
 #include "support/Desktop.h"
 #include "support/TimedStyle.h"
+#include "support/registerTest.h"
 #include "updates/Appcast.h"
 #include "updates/UpdateFailure.h"
 #include "updates/UpdateWindow.h"
@@ -330,5 +331,5 @@ private:
     QFont m_font;
 };
 
-QTEST_MAIN(TranslationsTest)
+TUNEDECK_TEST(TranslationsTest, QApplication)
 #include "TranslationsTest.moc"

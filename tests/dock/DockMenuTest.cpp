@@ -2,8 +2,10 @@
 #include "dock/DockMenu.h"
 
 #include "support/PrivateBus.h"
+#include "support/registerTest.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -458,5 +460,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::DockMenuTest)
+TUNEDECK_TEST(tunedeck::DockMenuTest, QApplication)
 #include "DockMenuTest.moc"

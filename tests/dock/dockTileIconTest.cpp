@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "dock/dockTileIcon.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QImage>
 #include <QRegularExpression>
 #include <QTest>
 
 using namespace tunedeck;
 
-class DockTileIconTest : public QObject {
+class dockTileIconTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -36,5 +38,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(DockTileIconTest)
+TUNEDECK_TEST(dockTileIconTest, QApplication)
 #include "dockTileIconTest.moc"

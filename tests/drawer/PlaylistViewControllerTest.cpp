@@ -9,8 +9,10 @@
 #include "skin/views/MetalPopupButton.h"
 #include "support/ScriptedMusicApplication.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -246,5 +248,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PlaylistViewControllerTest)
+TUNEDECK_TEST(PlaylistViewControllerTest, QApplication)
 #include "PlaylistViewControllerTest.moc"

@@ -5,7 +5,9 @@
 #include "skin/views/MetalButton.h"
 #include "skin/views/MetalPopupButton.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -52,5 +54,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PlaylistViewTest)
+TUNEDECK_TEST(PlaylistViewTest, QApplication)
 #include "PlaylistViewTest.moc"

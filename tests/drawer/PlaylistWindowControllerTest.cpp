@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "drawer/PlaylistWindowController.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -44,5 +46,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PlaylistWindowControllerTest)
+TUNEDECK_TEST(PlaylistWindowControllerTest, QApplication)
 #include "PlaylistWindowControllerTest.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "drawer/PlaylistWindow.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QGuiApplication>
 #include <QPaintEvent>
 #include <QRegularExpression>
@@ -50,5 +52,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PlaylistWindowTest)
+TUNEDECK_TEST(PlaylistWindowTest, QApplication)
 #include "PlaylistWindowTest.moc"

@@ -2,6 +2,7 @@
 #include "help/HelpBook.h"
 
 #include "BookFolder.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -166,5 +167,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::HelpBookTest)
+TUNEDECK_TEST(tunedeck::HelpBookTest, QCoreApplication)
 #include "HelpBookTest.moc"

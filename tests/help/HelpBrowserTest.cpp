@@ -2,6 +2,7 @@
 #include "help/HelpBrowser.h"
 
 #include "BookFolder.h"
+#include "support/registerTest.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -218,5 +219,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::HelpBrowserTest)
+TUNEDECK_TEST(tunedeck::HelpBrowserTest, QApplication)
 #include "HelpBrowserTest.moc"

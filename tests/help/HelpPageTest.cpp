@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "help/HelpPage.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -60,5 +61,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::HelpPageTest)
+TUNEDECK_TEST(tunedeck::HelpPageTest, QCoreApplication)
 #include "HelpPageTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "help/HelpBook.h"
 #include "help/HelpPage.h"
+#include "support/registerTest.h"
 
 #include <QDir>
 #include <QFile>
@@ -197,5 +198,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::HelpPagesTest)
+TUNEDECK_TEST(tunedeck::HelpPagesTest, QCoreApplication)
 #include "HelpPagesTest.moc"

@@ -4,7 +4,9 @@
 #include "BookFolder.h"
 #include "help/HelpBrowser.h"
 #include "platform/BundleInfo.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRegularExpression>
@@ -250,5 +252,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::HelpWindowTest)
+TUNEDECK_TEST(tunedeck::HelpWindowTest, QApplication)
 #include "HelpWindowTest.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "help/pageStyle.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QColor>
 #include <QPalette>
 #include <QRegularExpression>
@@ -65,5 +67,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::pageStyleTest)
+TUNEDECK_TEST(tunedeck::pageStyleTest, QApplication)
 #include "pageStyleTest.moc"

@@ -3,6 +3,7 @@
 #include "platform/WindowActivation.h"
 #include "support/ScriptedMusicApplication.h"
 #include "support/abortedRun.h"
+#include "support/registerTest.h"
 
 #include <QGuiApplication>
 #include <QRegularExpression>
@@ -275,15 +276,6 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char **argv)
-{
-    const QGuiApplication app(argc, argv);
-    if (const QString name = fatalCase(); !name.isEmpty()) {
-        goThroughFatalCase(name);
-        return 0;
-    }
-    MusicConnectorCommandsTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+TUNEDECK_TEST(MusicConnectorCommandsTest, QGuiApplication, goThroughFatalCase)
 
 #include "MusicConnectorCommandsTest.moc"

@@ -2,6 +2,7 @@
 #include "ConnectorObserver.h"
 #include "platform/WindowActivation.h"
 #include "support/ScriptedMusicApplication.h"
+#include "support/registerTest.h"
 
 #include <QElapsedTimer>
 #include <QRegularExpression>
@@ -324,5 +325,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(MusicConnectorPlaylistsTest)
+TUNEDECK_TEST(MusicConnectorPlaylistsTest, QCoreApplication)
 #include "MusicConnectorPlaylistsTest.moc"

@@ -5,6 +5,7 @@
 #include "platform/WindowActivation.h"
 #include "support/ScriptedMusicApplication.h"
 #include "support/abortedRun.h"
+#include "support/registerTest.h"
 
 #include <QGuiApplication>
 #include <QLocale>
@@ -1043,15 +1044,6 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char **argv)
-{
-    const QGuiApplication app(argc, argv);
-    if (const QString name = fatalCase(); !name.isEmpty()) {
-        goThroughFatalCase(name);
-        return 0;
-    }
-    MusicConnectorTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+TUNEDECK_TEST(MusicConnectorTest, QGuiApplication, goThroughFatalCase)
 
 #include "MusicConnectorTest.moc"

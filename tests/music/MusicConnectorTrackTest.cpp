@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/MusicConnectorTrack.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -51,5 +52,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(MusicConnectorTrackTest)
+TUNEDECK_TEST(MusicConnectorTrackTest, QCoreApplication)
 #include "MusicConnectorTrackTest.moc"

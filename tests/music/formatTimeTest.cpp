@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "music/formatTime.h"
 #include "support/abortedRun.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -89,14 +90,6 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char **argv)
-{
-    const QCoreApplication app(argc, argv);
-    if (const QString seconds = fatalCase(); !seconds.isEmpty()) {
-        return formatTime(seconds.toDouble()).isEmpty() ? 1 : 0;
-    }
-    formatTimeTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+TUNEDECK_TEST(formatTimeTest, QCoreApplication, [](const QString &seconds) { Q_UNUSED(formatTime(seconds.toDouble())) })
 
 #include "formatTimeTest.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/stationLinks.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -57,5 +58,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(stationLinksTest)
+TUNEDECK_TEST(stationLinksTest, QCoreApplication)
 #include "stationLinksTest.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/typedValue.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -66,5 +67,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(typedValueTest)
+TUNEDECK_TEST(typedValueTest, QCoreApplication)
 #include "typedValueTest.moc"

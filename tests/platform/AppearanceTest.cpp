@@ -3,6 +3,7 @@
 
 #include "platform/UserDefaults.h"
 #include "support/PrivateBus.h"
+#include "support/registerTest.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -527,5 +528,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::AppearanceTest)
+TUNEDECK_TEST(tunedeck::AppearanceTest, QGuiApplication)
 #include "AppearanceTest.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/ApplicationLauncher.h"
+#include "support/registerTest.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -207,5 +208,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::ApplicationLauncherTest)
+TUNEDECK_TEST(tunedeck::ApplicationLauncherTest, QCoreApplication)
 #include "ApplicationLauncherTest.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/BundleInfo.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -35,5 +36,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::BundleInfoTest)
+TUNEDECK_TEST(tunedeck::BundleInfoTest, QCoreApplication)
 #include "BundleInfoTest.moc"

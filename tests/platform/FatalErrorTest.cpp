@@ -2,6 +2,7 @@
 #include "platform/FatalError.h"
 
 #include "support/abortedRun.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -25,14 +26,7 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-int main(int argc, char *argv[])
-{
-    const QCoreApplication application(argc, argv);
-    if (!tunedeck::fatalCase().isEmpty()) {
-        tunedeck::fatalError("the picture \"knob\" is missing");
-    }
-    tunedeck::FatalErrorTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+TUNEDECK_TEST(tunedeck::FatalErrorTest, QCoreApplication,
+    [](const QString &) { tunedeck::fatalError("the picture \"knob\" is missing"); })
 
 #include "FatalErrorTest.moc"

@@ -2,6 +2,7 @@
 #include "platform/SessionBus.h"
 
 #include "support/PrivateBus.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -78,5 +79,5 @@ private:
     QTemporaryDir m_folder;
 };
 
-QTEST_GUILESS_MAIN(SessionBusTest)
+TUNEDECK_TEST(SessionBusTest, QCoreApplication)
 #include "SessionBusTest.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Startup.h"
+#include "support/registerTest.h"
 
 #include <QTest>
 
@@ -97,5 +98,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::StartupTest)
+TUNEDECK_TEST(tunedeck::StartupTest, QCoreApplication)
 #include "StartupTest.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/UserDefaults.h"
+#include "support/registerTest.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -579,5 +580,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::UserDefaultsTest)
+TUNEDECK_TEST(tunedeck::UserDefaultsTest, QCoreApplication)
 #include "UserDefaultsTest.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/WindowActivation.h"
+#include "support/registerTest.h"
 
 #include <QGuiApplication>
 #include <QRegularExpression>
@@ -204,5 +205,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::WindowActivationTest)
+TUNEDECK_TEST(tunedeck::WindowActivationTest, QGuiApplication)
 #include "WindowActivationTest.moc"

@@ -6,6 +6,7 @@
 #include "skin/views/ClassicAudioProgressSlider.h"
 #include "skin/views/PlainButton.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -101,5 +102,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(LcdViewTest)
+TUNEDECK_TEST(LcdViewTest, QApplication)
 #include "LcdViewTest.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "player/MarqueeTimeline.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -380,5 +382,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(MarqueeTimelineTest)
+TUNEDECK_TEST(MarqueeTimelineTest, QApplication)
 #include "MarqueeTimelineTest.moc"

@@ -12,7 +12,9 @@
 #include "skin/views/WindowButtonsView.h"
 #include "skin/views/WindowControlButton.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QImage>
 #include <QLabel>
 #include <QRegularExpression>
@@ -102,5 +104,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PlayerViewTest)
+TUNEDECK_TEST(PlayerViewTest, QApplication)
 #include "PlayerViewTest.moc"

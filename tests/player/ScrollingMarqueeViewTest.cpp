@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "player/ScrollingMarqueeView.h"
+#include "support/registerTest.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -432,5 +433,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(ScrollingMarqueeViewTest)
+TUNEDECK_TEST(ScrollingMarqueeViewTest, QApplication)
 #include "ScrollingMarqueeViewTest.moc"

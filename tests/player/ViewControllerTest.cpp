@@ -20,9 +20,11 @@
 #include "skin/views/WindowControlButton.h"
 #include "support/ScriptedMusicApplication.h"
 #include "support/elapse.h"
+#include "support/registerTest.h"
 
 #include <QAccessible>
 #include <QAction>
+#include <QApplication>
 #include <QDBusConnection>
 #include <QLabel>
 #include <QRegularExpression>
@@ -935,5 +937,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(ViewControllerTest)
+TUNEDECK_TEST(ViewControllerTest, QApplication)
 #include "ViewControllerTest.moc"

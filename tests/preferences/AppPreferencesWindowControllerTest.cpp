@@ -4,6 +4,7 @@
 #include "PreferencesDesk.h"
 #include "preferences/PreferencesPaneController.h"
 #include "support/TimedStyle.h"
+#include "support/registerTest.h"
 
 #include <QAction>
 #include <QApplication>
@@ -499,5 +500,5 @@ private:
     TimedStyle *m_style = nullptr;
 };
 
-QTEST_MAIN(AppPreferencesWindowControllerTest)
+TUNEDECK_TEST(AppPreferencesWindowControllerTest, QApplication)
 #include "AppPreferencesWindowControllerTest.moc"

@@ -2,6 +2,7 @@
 #include "preferences/AppPreferencesWindow.h"
 
 #include "PreferencesDesk.h"
+#include "support/registerTest.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -180,5 +181,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(AppPreferencesWindowTest)
+TUNEDECK_TEST(AppPreferencesWindowTest, QApplication)
 #include "AppPreferencesWindowTest.moc"

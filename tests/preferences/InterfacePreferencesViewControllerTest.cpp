@@ -3,7 +3,9 @@
 
 #include "PreferencesDesk.h"
 #include "preferences/ExplanationLabel.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QSignalSpy>
 
@@ -139,5 +141,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(InterfacePreferencesViewControllerTest)
+TUNEDECK_TEST(InterfacePreferencesViewControllerTest, QApplication)
 #include "InterfacePreferencesViewControllerTest.moc"

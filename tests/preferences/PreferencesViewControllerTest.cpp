@@ -2,9 +2,11 @@
 #include "preferences/PreferencesViewController.h"
 
 #include "PreferencesDesk.h"
+#include "support/registerTest.h"
 
 #include <QAbstractItemView>
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QRadioButton>
@@ -309,5 +311,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PreferencesViewControllerTest)
+TUNEDECK_TEST(PreferencesViewControllerTest, QApplication)
 #include "PreferencesViewControllerTest.moc"

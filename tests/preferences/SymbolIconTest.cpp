@@ -2,6 +2,7 @@
 #include "preferences/SymbolIcon.h"
 
 #include "PreferencesDesk.h"
+#include "support/registerTest.h"
 
 #include <QApplication>
 #include <QImage>
@@ -103,5 +104,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(SymbolIconTest)
+TUNEDECK_TEST(SymbolIconTest, QApplication)
 #include "SymbolIconTest.moc"

@@ -3,7 +3,9 @@
 
 #include "PreferencesDesk.h"
 #include "platform/BundleInfo.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -60,5 +62,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(UpdatePreferencesViewControllerTest)
+TUNEDECK_TEST(UpdatePreferencesViewControllerTest, QApplication)
 #include "UpdatePreferencesViewControllerTest.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/registerTest.h"
+
 #include <QCoreApplication>
 #include <QProcess>
 #include <QProcessEnvironment>
@@ -10,23 +12,17 @@
 
 namespace tunedeck {
 
-inline const QString fatalCaseVariable = QStringLiteral("TUNEDECK_FATAL_CASE");
+inline constexpr const char *fatalCaseVariable = "TUNEDECK_FATAL_CASE";
 
-/// In a run that lastWordsOfAbortedRun() started: the case to go through instead of the tests. Else empty.
-[[nodiscard]] inline QString fatalCase()
-{
-    return QProcessEnvironment::systemEnvironment().value(fatalCaseVariable);
-}
-
-/// Runs this test program again for `name`, which must not survive it. What that run said on standard error; none if
-/// it did not abort.
+/// Runs this test class again for the case `name`, which must not survive it. What that run said on standard error;
+/// nothing if it did not abort.
 [[nodiscard]] inline std::optional<QString> lastWordsOfAbortedRun(const QString &name)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(fatalCaseVariable, name);
+    environment.insert(QLatin1String(fatalCaseVariable), name);
     QProcess run;
     run.setProcessEnvironment(environment);
-    run.start(QCoreApplication::applicationFilePath(), QStringList());
+    run.start(QCoreApplication::applicationFilePath(), {runningTest()});
     if (!run.waitForFinished() || run.exitStatus() != QProcess::CrashExit) {
         return std::nullopt;
     }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "support/PrivateBus.h"
+#include "support/registerTest.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -809,5 +810,5 @@ void DemoPlayerTest::itEndsWithItsBus()
     QVERIFY(player.process().waitForFinished(patience));
 }
 
-QTEST_GUILESS_MAIN(DemoPlayerTest)
+TUNEDECK_TEST(DemoPlayerTest, QCoreApplication)
 #include "DemoPlayerTest.moc"

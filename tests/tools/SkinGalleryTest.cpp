@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "support/registerTest.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -296,5 +298,5 @@ private:
     Run m_run;
 };
 
-QTEST_GUILESS_MAIN(SkinGalleryTest)
+TUNEDECK_TEST(SkinGalleryTest, QCoreApplication)
 #include "SkinGalleryTest.moc"

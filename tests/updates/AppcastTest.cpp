@@ -2,6 +2,7 @@
 #include "updates/Appcast.h"
 
 #include "FeedText.h"
+#include "support/registerTest.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>
@@ -321,5 +322,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::AppcastTest)
+TUNEDECK_TEST(tunedeck::AppcastTest, QCoreApplication)
 #include "AppcastTest.moc"

@@ -2,6 +2,7 @@
 #include "updates/PublicKey.h"
 
 #include "TestSigner.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -68,5 +69,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::PublicKeyTest)
+TUNEDECK_TEST(tunedeck::PublicKeyTest, QCoreApplication)
 #include "PublicKeyTest.moc"

@@ -7,6 +7,7 @@
 #include "UpdateServer.h"
 #include "support/PrivateBus.h"
 #include "support/TurnWatch.h"
+#include "support/registerTest.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -632,5 +633,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::StandardUpdaterTest)
+TUNEDECK_TEST(tunedeck::StandardUpdaterTest, QApplication)
 #include "StandardUpdaterTest.moc"

@@ -2,6 +2,7 @@
 #include "updates/Transfer.h"
 
 #include "UpdateServer.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -197,5 +198,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::TransferTest)
+TUNEDECK_TEST(tunedeck::TransferTest, QCoreApplication)
 #include "TransferTest.moc"

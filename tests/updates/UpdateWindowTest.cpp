@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "updates/UpdateWindow.h"
 
+#include "support/registerTest.h"
 #include "updates/Appcast.h"
 #include "updates/failureMessage.h"
 
+#include <QApplication>
 #include <QDesktopServices>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -258,5 +260,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::UpdateWindowTest)
+TUNEDECK_TEST(tunedeck::UpdateWindowTest, QApplication)
 #include "UpdateWindowTest.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "updates/Version.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -90,5 +91,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::VersionTest)
+TUNEDECK_TEST(tunedeck::VersionTest, QCoreApplication)
 #include "VersionTest.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "updates/fileName.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -52,5 +53,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::fileNameTest)
+TUNEDECK_TEST(tunedeck::fileNameTest, QCoreApplication)
 #include "fileNameTest.moc"

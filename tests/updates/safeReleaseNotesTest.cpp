@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "updates/safeReleaseNotes.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QRegularExpression>
@@ -175,5 +177,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::safeReleaseNotesTest)
+TUNEDECK_TEST(tunedeck::safeReleaseNotesTest, QApplication)
 #include "safeReleaseNotesTest.moc"

@@ -3,7 +3,9 @@
 
 #include "FileManager.h"
 #include "support/PrivateBus.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QDesktopServices>
 #include <QRegularExpression>
 #include <QTest>
@@ -59,5 +61,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::showInFolderTest)
+TUNEDECK_TEST(tunedeck::showInFolderTest, QApplication)
 #include "showInFolderTest.moc"

@@ -4,6 +4,7 @@
 #include "music/MenuItemIdentifier.h"
 #include "support/Desktop.h"
 #include "support/TimedStyle.h"
+#include "support/registerTest.h"
 
 #include <QAction>
 #include <QApplication>
@@ -221,5 +222,5 @@ private:
     TimedStyle *m_style = nullptr; ///< the application's
 };
 
-QTEST_MAIN(WindowControllerTest)
+TUNEDECK_TEST(WindowControllerTest, QApplication)
 #include "WindowControllerTest.moc"

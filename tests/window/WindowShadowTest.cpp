@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "window/WindowShadow.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QImage>
 #include <QPainter>
 #include <QRegularExpression>
@@ -87,5 +89,5 @@ private Q_SLOTS:
     void aWindowSmallerThanItsCornersIsNoTrouble() { QVERIFY(!shadowOf({8, 8}).isNull()); }
 };
 
-QTEST_MAIN(WindowShadowTest)
+TUNEDECK_TEST(WindowShadowTest, QApplication)
 #include "WindowShadowTest.moc"

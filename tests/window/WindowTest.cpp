@@ -3,6 +3,7 @@
 
 #include "support/Desktop.h"
 #include "support/TimedStyle.h"
+#include "support/registerTest.h"
 #include "window/WindowController.h"
 
 #include <QApplication>
@@ -355,5 +356,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(WindowTest)
+TUNEDECK_TEST(WindowTest, QApplication)
 #include "WindowTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/BusValue.h"
 #include "support/PrivateBus.h"
+#include "support/registerTest.h"
 
 #include <QDBusArgument>
 #include <QDBusMessage>
@@ -395,5 +396,5 @@ public Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::BusValueTest)
+TUNEDECK_TEST(tunedeck::BusValueTest, QCoreApplication)
 #include "BusValueTest.moc"

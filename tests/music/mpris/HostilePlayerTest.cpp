@@ -7,7 +7,9 @@
 #include "platform/WindowActivation.h"
 #include "support/PrivateBus.h"
 #include "support/TurnWatch.h"
+#include "support/registerTest.h"
 
+#include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -220,5 +222,5 @@ void HostilePlayerTest::aFloodOfSignalsLeavesTheEventLoopResponsive()
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::HostilePlayerTest)
+TUNEDECK_TEST(tunedeck::HostilePlayerTest, QGuiApplication)
 #include "HostilePlayerTest.moc"

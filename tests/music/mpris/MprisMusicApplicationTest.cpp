@@ -6,8 +6,10 @@
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
 #include "support/PrivateBus.h"
+#include "support/registerTest.h"
 
 #include <QDBusConnectionInterface>
+#include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -810,5 +812,5 @@ void MprisMusicApplicationTest::aPlayerInfoComesWithinAFrameOfThePlayersSignal()
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::MprisMusicApplicationTest)
+TUNEDECK_TEST(tunedeck::MprisMusicApplicationTest, QGuiApplication)
 #include "MprisMusicApplicationTest.moc"

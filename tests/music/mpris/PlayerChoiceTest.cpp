@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlayerChoice.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -213,5 +214,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::PlayerChoiceTest)
+TUNEDECK_TEST(tunedeck::PlayerChoiceTest, QCoreApplication)
 #include "PlayerChoiceTest.moc"

@@ -8,7 +8,9 @@
 #include "support/PrivateBus.h"
 #include "support/TurnWatch.h"
 #include "support/endWithParent.h"
+#include "support/registerTest.h"
 
+#include <QGuiApplication>
 #include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
@@ -226,5 +228,5 @@ void PlayerEnduranceTest::frozenPlayersAreNotFeltAndAreBackWithinTwoSeconds()
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::PlayerEnduranceTest)
+TUNEDECK_TEST(tunedeck::PlayerEnduranceTest, QGuiApplication)
 #include "PlayerEnduranceTest.moc"

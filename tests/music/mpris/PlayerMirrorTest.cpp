@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlayerMirror.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -1093,5 +1094,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::PlayerMirrorTest)
+TUNEDECK_TEST(tunedeck::PlayerMirrorTest, QCoreApplication)
 #include "PlayerMirrorTest.moc"

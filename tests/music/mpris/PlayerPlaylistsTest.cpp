@@ -9,8 +9,10 @@
 #include "platform/WindowActivation.h"
 #include "support/PrivateBus.h"
 #include "support/TurnWatch.h"
+#include "support/registerTest.h"
 
 #include <QDBusConnectionInterface>
+#include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -527,5 +529,5 @@ void PlayerPlaylistsTest::aMusicThatDoesNotRunIsLaunchedInstead()
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::PlayerPlaylistsTest)
+TUNEDECK_TEST(tunedeck::PlayerPlaylistsTest, QGuiApplication)
 #include "PlayerPlaylistsTest.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlayerReport.h"
+#include "support/registerTest.h"
 
 #include <QDBusObjectPath>
 #include <QDBusVariant>
@@ -227,5 +228,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::PlayerReportTest)
+TUNEDECK_TEST(tunedeck::PlayerReportTest, QCoreApplication)
 #include "PlayerReportTest.moc"

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlaylistDetails.h"
+#include "support/registerTest.h"
 
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QGuiApplication>
 #include <QTest>
 
 using namespace tunedeck;
@@ -108,5 +110,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PlaylistDetailsTest)
+TUNEDECK_TEST(PlaylistDetailsTest, QGuiApplication)
 #include "PlaylistDetailsTest.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlaylistFiles.h"
+#include "support/registerTest.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -255,5 +256,5 @@ private:
     QDir m_folder;
 };
 
-QTEST_GUILESS_MAIN(PlaylistFilesTest)
+TUNEDECK_TEST(PlaylistFilesTest, QCoreApplication)
 #include "PlaylistFilesTest.moc"

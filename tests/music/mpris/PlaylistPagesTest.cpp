@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlaylistPages.h"
+#include "support/registerTest.h"
 
+#include <QGuiApplication>
 #include <QTest>
 
 using namespace tunedeck;
@@ -180,5 +182,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PlaylistPagesTest)
+TUNEDECK_TEST(PlaylistPagesTest, QGuiApplication)
 #include "PlaylistPagesTest.moc"

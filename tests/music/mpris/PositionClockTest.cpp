@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PositionClock.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -180,5 +181,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::PositionClockTest)
+TUNEDECK_TEST(tunedeck::PositionClockTest, QCoreApplication)
 #include "PositionClockTest.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/SeekRamp.h"
+#include "support/registerTest.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -78,5 +79,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::SeekRampTest)
+TUNEDECK_TEST(tunedeck::SeekRampTest, QCoreApplication)
 #include "SeekRampTest.moc"

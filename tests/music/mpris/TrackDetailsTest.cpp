@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/TrackDetails.h"
+#include "support/registerTest.h"
 
 #include <QDBusObjectPath>
 #include <QDBusVariant>
@@ -459,5 +460,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_GUILESS_MAIN(tunedeck::TrackDetailsTest)
+TUNEDECK_TEST(tunedeck::TrackDetailsTest, QCoreApplication)
 #include "TrackDetailsTest.moc"

@@ -2,7 +2,9 @@
 #include "skin/cells/ClassicAudioProgressSliderCell.h"
 
 #include "skin/Picture.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -146,5 +148,5 @@ private Q_SLOTS:
     void aDisabledSliderHasNoKnob() { QCOMPARE(diamond(false).at(100, 10).alpha(), 0); }
 };
 
-QTEST_MAIN(ClassicAudioProgressSliderCellTest)
+TUNEDECK_TEST(ClassicAudioProgressSliderCellTest, QApplication)
 #include "ClassicAudioProgressSliderCellTest.moc"

@@ -2,7 +2,9 @@
 #include "skin/cells/DrawerBackgroundCell.h"
 
 #include "skin/Picture.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -151,5 +153,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::DrawerBackgroundCellTest)
+TUNEDECK_TEST(tunedeck::DrawerBackgroundCellTest, QApplication)
 #include "DrawerBackgroundCellTest.moc"

@@ -2,7 +2,9 @@
 #include "skin/cells/LCDBackgroundCell.h"
 
 #include "skin/Picture.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -137,5 +139,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::LCDBackgroundCellTest)
+TUNEDECK_TEST(tunedeck::LCDBackgroundCellTest, QApplication)
 #include "LCDBackgroundCellTest.moc"

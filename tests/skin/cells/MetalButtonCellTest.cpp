@@ -3,7 +3,9 @@
 
 #include "skin/Picture.h"
 #include "skin/TitleStem.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -215,5 +217,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::MetalButtonCellTest)
+TUNEDECK_TEST(tunedeck::MetalButtonCellTest, QApplication)
 #include "MetalButtonCellTest.moc"

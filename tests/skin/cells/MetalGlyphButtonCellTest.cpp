@@ -3,7 +3,9 @@
 
 #include "skin/Picture.h"
 #include "skin/drawing/turnUpwards.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -101,5 +103,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::MetalGlyphButtonCellTest)
+TUNEDECK_TEST(tunedeck::MetalGlyphButtonCellTest, QApplication)
 #include "MetalGlyphButtonCellTest.moc"

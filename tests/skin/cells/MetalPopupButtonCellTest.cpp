@@ -3,7 +3,9 @@
 
 #include "skin/Picture.h"
 #include "skin/TitleStem.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -167,5 +169,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::MetalPopupButtonCellTest)
+TUNEDECK_TEST(tunedeck::MetalPopupButtonCellTest, QApplication)
 #include "MetalPopupButtonCellTest.moc"

@@ -3,7 +3,9 @@
 
 #include "skin/Picture.h"
 #include "skin/drawing/turnUpwards.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -100,5 +102,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::PinstripeCellTest)
+TUNEDECK_TEST(tunedeck::PinstripeCellTest, QApplication)
 #include "PinstripeCellTest.moc"

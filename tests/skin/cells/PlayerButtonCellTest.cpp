@@ -2,7 +2,9 @@
 #include "skin/cells/PlayerButtonCell.h"
 
 #include "skin/Picture.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -190,5 +192,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PlayerButtonCellTest)
+TUNEDECK_TEST(PlayerButtonCellTest, QApplication)
 #include "PlayerButtonCellTest.moc"

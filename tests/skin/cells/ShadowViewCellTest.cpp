@@ -2,7 +2,9 @@
 #include "skin/cells/ShadowViewCell.h"
 
 #include "skin/Picture.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -81,5 +83,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::ShadowViewCellTest)
+TUNEDECK_TEST(tunedeck::ShadowViewCellTest, QApplication)
 #include "ShadowViewCellTest.moc"

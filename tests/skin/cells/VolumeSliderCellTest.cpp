@@ -2,7 +2,9 @@
 #include "skin/cells/VolumeSliderCell.h"
 
 #include "skin/Picture.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -69,5 +71,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(VolumeSliderCellTest)
+TUNEDECK_TEST(VolumeSliderCellTest, QApplication)
 #include "VolumeSliderCellTest.moc"

@@ -2,7 +2,9 @@
 #include "skin/cells/WindowBackgroundCell.h"
 
 #include "skin/Picture.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -99,5 +101,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::WindowBackgroundCellTest)
+TUNEDECK_TEST(tunedeck::WindowBackgroundCellTest, QApplication)
 #include "WindowBackgroundCellTest.moc"

@@ -3,6 +3,7 @@
 
 #include "skin/Picture.h"
 #include "support/abortedRun.h"
+#include "support/registerTest.h"
 
 #include <QGuiApplication>
 #include <QRegularExpression>
@@ -170,14 +171,7 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    const QGuiApplication application(argc, argv);
-    if (!fatalCase().isEmpty()) {
-        gem({.controlStyle = static_cast<WindowControlButtonStyle>(3)});
-    }
-    WindowControlButtonCellTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+TUNEDECK_TEST(WindowControlButtonCellTest, QGuiApplication,
+    [](const QString &) { gem({.controlStyle = static_cast<WindowControlButtonStyle>(3)}); })
 
 #include "WindowControlButtonCellTest.moc"

@@ -2,7 +2,9 @@
 #include "skin/drawing/DevicePixels.h"
 
 #include "skin/drawing/turnUpwards.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QImage>
 #include <QPainter>
 #include <QRegularExpression>
@@ -77,5 +79,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(DevicePixelsTest)
+TUNEDECK_TEST(DevicePixelsTest, QApplication)
 #include "DevicePixelsTest.moc"

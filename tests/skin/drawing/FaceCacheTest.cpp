@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "skin/drawing/FaceCache.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QImage>
 #include <QRegularExpression>
 #include <QTest>
@@ -185,5 +187,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::FaceCacheTest)
+TUNEDECK_TEST(tunedeck::FaceCacheTest, QApplication)
 #include "FaceCacheTest.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "skin/drawing/Gradient.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QImage>
 #include <QPainter>
 #include <QPainterPath>
@@ -199,5 +201,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::GradientTest)
+TUNEDECK_TEST(tunedeck::GradientTest, QApplication)
 #include "GradientTest.moc"

@@ -3,6 +3,7 @@
 
 #include "skin/Picture.h"
 #include "support/abortedRun.h"
+#include "support/registerTest.h"
 
 #include <QGuiApplication>
 #include <QRegularExpression>
@@ -44,15 +45,6 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    const QGuiApplication application(argc, argv);
-    if (!fatalCase().isEmpty()) {
-        const ResourceImage image(fatalCase());
-        return 0;
-    }
-    ResourceImageTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+TUNEDECK_TEST(ResourceImageTest, QGuiApplication, [](const QString &name) { const ResourceImage image(name); })
 
 #include "ResourceImageTest.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "skin/drawing/Shadow.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QImage>
 #include <QPainter>
 #include <QPainterPath>
@@ -349,5 +351,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::ShadowTest)
+TUNEDECK_TEST(tunedeck::ShadowTest, QApplication)
 #include "ShadowTest.moc"

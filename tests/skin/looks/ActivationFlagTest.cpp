@@ -3,7 +3,9 @@
 
 #include "platform/WindowActivation.h"
 #include "skin/FocusedWindow.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -110,5 +112,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::ActivationFlagTest)
+TUNEDECK_TEST(tunedeck::ActivationFlagTest, QApplication)
 #include "ActivationFlagTest.moc"

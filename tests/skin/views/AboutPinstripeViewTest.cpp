@@ -5,7 +5,9 @@
 #include "skin/PaintCounter.h"
 #include "skin/Picture.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -71,5 +73,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::AboutPinstripeViewTest)
+TUNEDECK_TEST(tunedeck::AboutPinstripeViewTest, QApplication)
 #include "AboutPinstripeViewTest.moc"

@@ -4,7 +4,9 @@
 #include "skin/Picture.h"
 #include "skin/drawing/turnUpwards.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -100,5 +102,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::AuxiliaryButtonTest)
+TUNEDECK_TEST(tunedeck::AuxiliaryButtonTest, QApplication)
 #include "AuxiliaryButtonTest.moc"

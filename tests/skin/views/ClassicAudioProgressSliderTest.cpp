@@ -4,7 +4,9 @@
 #include "skin/PaintCounter.h"
 #include "skin/Picture.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -80,5 +82,5 @@ private:
     std::unique_ptr<ClassicAudioProgressSlider> m_slider;
 };
 
-QTEST_MAIN(ClassicAudioProgressSliderTest)
+TUNEDECK_TEST(ClassicAudioProgressSliderTest, QApplication)
 #include "ClassicAudioProgressSliderTest.moc"

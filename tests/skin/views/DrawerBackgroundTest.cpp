@@ -5,7 +5,9 @@
 #include "skin/PaintCounter.h"
 #include "skin/Picture.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -106,5 +108,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::DrawerBackgroundTest)
+TUNEDECK_TEST(tunedeck::DrawerBackgroundTest, QApplication)
 #include "DrawerBackgroundTest.moc"

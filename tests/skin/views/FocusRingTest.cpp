@@ -5,7 +5,9 @@
 #include "skin/views/MetalButton.h"
 #include "skin/views/PlayerButton.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QFocusEvent>
 #include <QRegularExpression>
 #include <QTest>
@@ -157,5 +159,5 @@ private:
     QImage m_plain;
 };
 
-QTEST_MAIN(FocusRingTest)
+TUNEDECK_TEST(FocusRingTest, QApplication)
 #include "FocusRingTest.moc"

@@ -2,7 +2,9 @@
 #include "skin/views/HoldableButton.h"
 
 #include "support/elapse.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QRegularExpression>
@@ -248,5 +250,5 @@ private:
     QStringList m_told;
 };
 
-QTEST_MAIN(HoldableButtonTest)
+TUNEDECK_TEST(HoldableButtonTest, QApplication)
 #include "HoldableButtonTest.moc"

@@ -5,7 +5,9 @@
 #include "skin/PaintCounter.h"
 #include "skin/Picture.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -81,5 +83,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::LCDBackgroundViewTest)
+TUNEDECK_TEST(tunedeck::LCDBackgroundViewTest, QApplication)
 #include "LCDBackgroundViewTest.moc"

@@ -8,7 +8,9 @@
 #include "skin/looksLike.h"
 #include "skin/views/MetalGlyphButton.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -149,5 +151,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::MetalButtonTest)
+TUNEDECK_TEST(tunedeck::MetalButtonTest, QApplication)
 #include "MetalButtonTest.moc"

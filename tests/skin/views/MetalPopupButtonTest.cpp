@@ -6,9 +6,11 @@
 #include "skin/Picture.h"
 #include "skin/looksLike.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
 #include <QAbstractItemView>
 #include <QAction>
+#include <QApplication>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QStyledItemDelegate>
@@ -293,5 +295,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::MetalPopupButtonTest)
+TUNEDECK_TEST(tunedeck::MetalPopupButtonTest, QApplication)
 #include "MetalPopupButtonTest.moc"

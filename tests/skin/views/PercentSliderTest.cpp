@@ -2,7 +2,9 @@
 #include "skin/views/PercentSlider.h"
 
 #include "skin/PaintCounter.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -211,5 +213,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PercentSliderTest)
+TUNEDECK_TEST(PercentSliderTest, QApplication)
 #include "PercentSliderTest.moc"

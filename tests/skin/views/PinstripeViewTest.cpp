@@ -5,7 +5,9 @@
 #include "skin/PaintCounter.h"
 #include "skin/Picture.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -118,5 +120,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::PinstripeViewTest)
+TUNEDECK_TEST(tunedeck::PinstripeViewTest, QApplication)
 #include "PinstripeViewTest.moc"

@@ -2,7 +2,9 @@
 #include "skin/views/PlainButton.h"
 
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QImage>
 #include <QRegularExpression>
 #include <QTest>
@@ -62,5 +64,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PlainButtonTest)
+TUNEDECK_TEST(PlainButtonTest, QApplication)
 #include "PlainButtonTest.moc"

@@ -5,7 +5,9 @@
 #include "skin/Picture.h"
 #include "skin/views/TunedeckPlayerButton.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QGuiApplication>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -169,5 +171,5 @@ private:
     TunedeckPlayerButton *m_seekButton = nullptr;
 };
 
-QTEST_MAIN(PlayerButtonTest)
+TUNEDECK_TEST(PlayerButtonTest, QApplication)
 #include "PlayerButtonTest.moc"

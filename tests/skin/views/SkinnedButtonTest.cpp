@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "skin/views/SkinnedButton.h"
+#include "support/registerTest.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QMouseEvent>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -107,5 +109,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(SkinnedButtonTest)
+TUNEDECK_TEST(SkinnedButtonTest, QApplication)
 #include "SkinnedButtonTest.moc"

@@ -4,7 +4,9 @@
 #include "skin/PaintCounter.h"
 #include "skin/Picture.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 #include <QWheelEvent>
@@ -258,5 +260,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(VolumeSliderTest)
+TUNEDECK_TEST(VolumeSliderTest, QApplication)
 #include "VolumeSliderTest.moc"

@@ -4,7 +4,9 @@
 #include "skin/FocusedWindow.h"
 #include "skin/Picture.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -99,5 +101,5 @@ private:
 
 } // namespace tunedeck
 
-QTEST_MAIN(tunedeck::WindowBackgroundTest)
+TUNEDECK_TEST(tunedeck::WindowBackgroundTest, QApplication)
 #include "WindowBackgroundTest.moc"

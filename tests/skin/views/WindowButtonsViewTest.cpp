@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "skin/views/WindowButtonsView.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QEnterEvent>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -31,5 +33,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(WindowButtonsViewTest)
+TUNEDECK_TEST(WindowButtonsViewTest, QApplication)
 #include "WindowButtonsViewTest.moc"

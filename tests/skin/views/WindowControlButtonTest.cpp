@@ -4,7 +4,9 @@
 #include "skin/PaintCounter.h"
 #include "skin/Picture.h"
 #include "support/SkinDesk.h"
+#include "support/registerTest.h"
 
+#include <QApplication>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -103,5 +105,5 @@ private:
     std::unique_ptr<WindowControlButton> m_button;
 };
 
-QTEST_MAIN(WindowControlButtonTest)
+TUNEDECK_TEST(WindowControlButtonTest, QApplication)
 #include "WindowControlButtonTest.moc"
