@@ -1,7 +1,13 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # To be sourced. Gives install_missing <section...>, which installs what packaging/debian-packages.txt lists in these
-# sections and this machine lacks.
+# sections and this machine lacks, and has ccache keep what is compiled with precompiled headers, too, and find it again
+# from other checkouts beside this one.
+
+export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+export CCACHE_NOHASHDIR=1
+CCACHE_BASEDIR="$(realpath "$(dirname "${BASH_SOURCE[0]}")/../..")"
+export CCACHE_BASEDIR
 
 packages_of() {
     local list
