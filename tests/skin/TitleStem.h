@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Picture.h"
-#include "skin/drawing/turnUpwards.h"
+#include "skin/drawing/flipY.h"
 
 #include <QFont>
 #include <QRectF>

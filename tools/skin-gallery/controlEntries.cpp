@@ -5,7 +5,7 @@
 #include "skin/cells/PlayerButtonCell.h"
 #include "skin/cells/VolumeSliderCell.h"
 #include "skin/cells/WindowControlButtonCell.h"
-#include "skin/drawing/turnUpwards.h"
+#include "skin/drawing/flipY.h"
 
 #include <QRectF>
 

@@ -7,7 +7,7 @@
 #include "skin/cells/MetalGlyphButtonCell.h"
 #include "skin/cells/MetalPopupButtonCell.h"
 #include "skin/cells/ShadowViewCell.h"
-#include "skin/drawing/turnUpwards.h"
+#include "skin/drawing/flipY.h"
 
 #include <QRectF>
 

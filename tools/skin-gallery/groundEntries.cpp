@@ -4,7 +4,7 @@
 #include "skin/cells/LCDBackgroundCell.h"
 #include "skin/cells/PinstripeCell.h"
 #include "skin/cells/WindowBackgroundCell.h"
-#include "skin/drawing/turnUpwards.h"
+#include "skin/drawing/flipY.h"
 
 #include <QRectF>
 

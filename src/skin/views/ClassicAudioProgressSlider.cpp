@@ -3,7 +3,7 @@
 
 #include "skin/cells/ClassicAudioProgressSliderCell.h"
 #include "skin/drawing/Shapes.h"
-#include "skin/drawing/turnUpwards.h"
+#include "skin/drawing/flipY.h"
 #include "skin/views/FocusRing.h"
 
 #include <QPainter>

@@ -4,7 +4,7 @@
 #include "platform/UserDefaults.h"
 #include "skin/cells/MetalGroundState.h"
 #include "skin/drawing/FaceCache.h"
-#include "skin/drawing/turnUpwards.h"
+#include "skin/drawing/flipY.h"
 #include "skin/looks/ActivationFlag.h"
 #include "skin/looks/SkinEnvironment.h"
 

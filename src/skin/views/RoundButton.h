@@ -4,7 +4,7 @@
 #include "skin/cells/PlayerButtonCell.h"
 #include "skin/drawing/FaceCache.h"
 #include "skin/drawing/Shapes.h"
-#include "skin/drawing/turnUpwards.h"
+#include "skin/drawing/flipY.h"
 #include "skin/looks/ActivationFlag.h"
 #include "skin/looks/skinLooks.h"
 #include "skin/views/FocusRing.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "skin/views/ShadowView.h"
 
-#include "skin/drawing/turnUpwards.h"
+#include "skin/drawing/flipY.h"
 
 #include <QPainter>
 

@@ -2,7 +2,7 @@
 #include "skin/views/VolumeSlider.h"
 
 #include "skin/drawing/Shapes.h"
-#include "skin/drawing/turnUpwards.h"
+#include "skin/drawing/flipY.h"
 #include "skin/looks/skinLooks.h"
 #include "skin/views/FocusRing.h"
 

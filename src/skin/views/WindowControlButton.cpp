@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "skin/views/WindowControlButton.h"
 
-#include "skin/drawing/turnUpwards.h"
+#include "skin/drawing/flipY.h"
 #include "skin/looks/skinLooks.h"
 #include "skin/views/FocusRing.h"
 

@@ -2,7 +2,7 @@
 #include "skin/cells/MetalGlyphButtonCell.h"
 
 #include "skin/Picture.h"
-#include "skin/drawing/turnUpwards.h"
+#include "skin/drawing/flipY.h"
 #include "support/registerTest.h"
 
 #include <QApplication>

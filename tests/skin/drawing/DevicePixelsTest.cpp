@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "skin/drawing/DevicePixels.h"
 
-#include "skin/drawing/turnUpwards.h"
+#include "skin/drawing/flipY.h"
 #include "support/registerTest.h"
 
 #include <QApplication>

@@ -2,7 +2,7 @@
 #include "skin/views/AuxiliaryButton.h"
 
 #include "skin/Picture.h"
-#include "skin/drawing/turnUpwards.h"
+#include "skin/drawing/flipY.h"
 #include "support/SkinDesk.h"
 #include "support/registerTest.h"
 
