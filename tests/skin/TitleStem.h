@@ -33,7 +33,7 @@ inline std::vector<QColor> stemColumn(
 {
     constexpr QSize size(60, 44);
     const Picture picture(size, scale, [&](QPainter &painter) {
-        turnUpwards(painter, size.height());
+        flipY(painter, size.height());
         drawTitle(painter, QRectF({}, size));
     });
     std::vector<QColor> column;

@@ -19,7 +19,7 @@ SkinGalleryEntry transportEntry(
     return {className, variant, size, [state](QPainter &painter, const QRectF &bounds, bool dark) {
                 PlayerButtonState inAppearance = state;
                 inAppearance.isDark = dark;
-                turnUpwards(painter, bounds.height());
+                flipY(painter, bounds.height());
                 Cell().draw(painter, bounds, inAppearance);
             }};
 }
@@ -67,7 +67,7 @@ SkinGalleryEntry windowControlButtonEntry(const QString &variant, const WindowCo
         [state](QPainter &painter, const QRectF &bounds, bool dark) {
             WindowControlButtonState inAppearance = state;
             inAppearance.isDark = dark;
-            turnUpwards(painter, bounds.height());
+            flipY(painter, bounds.height());
             WindowControlButtonCell().draw(painter, bounds, inAppearance);
         }};
 }
@@ -88,7 +88,7 @@ SkinGalleryEntry volumeSliderEntry()
 {
     return {QStringLiteral("VolumeSliderCell"), QStringLiteral("bar"), QSize(100, 20),
         [](QPainter &painter, const QRectF &bounds, bool dark) {
-            turnUpwards(painter, bounds.height());
+            flipY(painter, bounds.height());
             VolumeSliderCell().drawBarInside(painter, QRectF(0, 8, 100, 4), dark);
         }};
 }
@@ -99,7 +99,7 @@ SkinGalleryEntry progressSliderEntry(const QString &variant, double value, bool 
     return {QStringLiteral("ClassicAudioProgressSliderCell"), variant, QSize(200, 20),
         [value, enabled](QPainter &painter, const QRectF &bounds, bool) {
             const QRectF knob(value / 100 * 183, 1.5, 17, 17);
-            turnUpwards(painter, bounds.height());
+            flipY(painter, bounds.height());
             ClassicAudioProgressSliderCell::drawBarInside(painter, QRectF(0, 8, 200, 4), knob, enabled);
             ClassicAudioProgressSliderCell::drawKnob(painter, knob, enabled);
         }};

@@ -18,7 +18,7 @@ SkinGalleryEntry drawerBackgroundEntry(const QString &variant, bool isMainWindow
 {
     return {QStringLiteral("DrawerBackground"), variant, QSize(450, 64),
         [isMainWindow](QPainter &painter, const QRectF &bounds, bool) {
-            turnUpwards(painter, bounds.height());
+            flipY(painter, bounds.height());
             DrawerBackgroundCell().draw(painter, bounds, {.isMainWindow = isMainWindow});
         }};
 }
@@ -27,7 +27,7 @@ SkinGalleryEntry shadowViewEntry()
 {
     return {QStringLiteral("ShadowView"), QStringLiteral("shadow"), QSize(450, 40),
         [](QPainter &painter, const QRectF &bounds, bool) {
-            turnUpwards(painter, bounds.height());
+            flipY(painter, bounds.height());
             ShadowViewCell().draw(painter, bounds);
         }};
 }

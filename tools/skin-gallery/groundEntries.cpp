@@ -15,7 +15,7 @@ SkinGalleryEntry windowBackgroundEntry(const QString &variant, bool isMainWindow
 {
     return {QStringLiteral("WindowBackground"), variant, QSize(450, 64),
         [isMainWindow](QPainter &painter, const QRectF &bounds, bool) {
-            turnUpwards(painter, bounds.height());
+            flipY(painter, bounds.height());
             WindowBackgroundCell().draw(painter, bounds, {.isMainWindow = isMainWindow});
         }};
 }
@@ -32,7 +32,7 @@ SkinGalleryEntry lcdBackgroundEntry()
 {
     return {QStringLiteral("LCDBackgroundView"), QStringLiteral("lcd"), QSize(220, 52),
         [](QPainter &painter, const QRectF &bounds, bool dark) {
-            turnUpwards(painter, bounds.height());
+            flipY(painter, bounds.height());
             LCDBackgroundCell().draw(painter, bounds, {.isDark = dark});
         }};
 }

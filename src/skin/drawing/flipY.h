@@ -5,8 +5,9 @@
 
 namespace tunedeck {
 
-/// From now on y counts upwards from the lower edge of a view that is `height` points high.
-inline void turnUpwards(QPainter &painter, double height)
+/// Lets y count upwards from the lower edge of a view that is `height` points high, instead of downwards from the upper
+/// edge. Calling it twice with the same height has no effect.
+inline void flipY(QPainter &painter, double height)
 {
     painter.translate(0, height);
     painter.scale(1, -1);

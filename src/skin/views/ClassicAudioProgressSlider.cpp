@@ -27,7 +27,7 @@ ClassicAudioProgressSlider::ClassicAudioProgressSlider(const SkinEnvironment &en
 void ClassicAudioProgressSlider::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    turnUpwards(painter, height());
+    flipY(painter, height());
     ClassicAudioProgressSliderCell::drawBarInside(painter, barRect(), knobRect(), isEnabled());
     ClassicAudioProgressSliderCell::drawKnob(painter, knobRect(), isEnabled());
 }

@@ -27,7 +27,7 @@ void LCDBackgroundView::paintEvent(QPaintEvent *)
     QPainter painter(this);
     const LCDBackgroundState state{.isDark = isDark(m_environment)};
     m_faces.draw(painter, rect(), state, [this, state](QPainter &face) {
-        turnUpwards(face, height());
+        flipY(face, height());
         m_cell.draw(face, rect(), state);
     });
 }

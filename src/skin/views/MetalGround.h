@@ -33,7 +33,7 @@ protected:
         const QRect metal(0, height() - Cell::height, width(), Cell::height);
         QPainter painter(this);
         m_faces.draw(painter, metal, m_state, [this](QPainter &face) {
-            turnUpwards(face, Cell::height);
+            flipY(face, Cell::height);
             m_cell.draw(face, QRectF(0, 0, width(), Cell::height), m_state);
         });
     }

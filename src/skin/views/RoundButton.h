@@ -56,7 +56,7 @@ protected:
         const PlayerButtonState state = this->state();
         QPainter painter(this);
         m_faces.draw(painter, this->rect(), state, [this, &state](QPainter &face) {
-            turnUpwards(face, this->height());
+            flipY(face, this->height());
             m_cell.draw(face, this->rect(), state);
         });
     }

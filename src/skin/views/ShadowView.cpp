@@ -24,7 +24,7 @@ void ShadowView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     m_faces.draw(painter, rect(), {}, [this](QPainter &face) {
-        turnUpwards(face, height());
+        flipY(face, height());
         m_cell.drawShadow(face, rect());
     });
 }

@@ -111,7 +111,7 @@ void VolumeSlider::paintBar(QPainter &painter)
 {
     const bool dark = isDark(m_environment);
     m_bars.draw(painter, rect(), dark, [this, dark](QPainter &face) {
-        turnUpwards(face, height());
+        flipY(face, height());
         m_cell.drawBarInside(face, barRect(), dark);
     });
 }
@@ -123,7 +123,7 @@ void VolumeSlider::paintKnob(QPainter &painter)
     const QRect frame = inset(knob, -shadowReach, -shadowReach).toRect();
     painter.translate(knobRect().topLeft() - knob.topLeft());
     m_knobs.draw(painter, frame, {}, [this, frame, knob](QPainter &face) {
-        turnUpwards(face, frame.height());
+        flipY(face, frame.height());
         m_cell.drawKnob(face, knob);
     });
 }

@@ -57,7 +57,7 @@ void WindowControlButton::paintEvent(QPaintEvent *)
     const WindowControlButtonState state = this->state();
     QPainter painter(this);
     m_faces.draw(painter, rect(), state, [this, &state](QPainter &face) {
-        turnUpwards(face, height());
+        flipY(face, height());
         m_cell.draw(face, rect(), state);
     });
 }

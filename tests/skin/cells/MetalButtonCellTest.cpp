@@ -19,7 +19,7 @@ const QString knob = QStringLiteral("knob");
 Picture drawn(const MetalButtonState &state, double scale = 1)
 {
     return {size, scale, [&state](QPainter &painter) {
-                turnUpwards(painter, size.height());
+                flipY(painter, size.height());
                 MetalButtonCell().draw(painter, QRectF({}, size), state);
             }};
 }

@@ -18,7 +18,7 @@ const QString knob = QStringLiteral("knob");
 template <typename Cell> Picture drawn(const MetalButtonState &state, double scale)
 {
     return {size, scale, [&state](QPainter &painter) {
-                turnUpwards(painter, size.height());
+                flipY(painter, size.height());
                 Cell().draw(painter, QRectF({}, size), state);
             }};
 }

@@ -18,7 +18,7 @@ const QColor slate(72, 72, 90);
 Picture drawn(const MetalPopupButtonState &state, double scale = 1, const QRectF &frame = QRectF({}, size))
 {
     return {size, scale, [&](QPainter &painter) {
-                turnUpwards(painter, size.height());
+                flipY(painter, size.height());
                 MetalPopupButtonCell().draw(painter, frame, state);
             }};
 }

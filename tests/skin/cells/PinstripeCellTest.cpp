@@ -21,7 +21,7 @@ Picture drawn(double height, const PinstripeState &state, double scale = 1, cons
 {
     return {QSize(width, pictureHeight), scale, [&](QPainter &painter) {
                 // Stripes count downwards.
-                turnUpwards(painter, pictureHeight);
+                flipY(painter, pictureHeight);
                 PinstripeCell().draw(painter, dirty, height, state);
             }};
 }

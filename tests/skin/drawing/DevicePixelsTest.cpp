@@ -56,7 +56,7 @@ private Q_SLOTS:
     {
         Canvas canvas(1.25);
         canvas.painter.translate(3, 0);
-        turnUpwards(canvas.painter, 25);
+        flipY(canvas.painter, 25);
         // Down from 31.25, which is nearest to 31, to 30; across from 5 to 7.5.
         QCOMPARE(DevicePixels(canvas.painter).snapped({1, 0, 2, 1}), QRectF(1, 0.2, 2.4, 0.8));
     }

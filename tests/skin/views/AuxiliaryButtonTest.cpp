@@ -21,7 +21,7 @@ const QColor darkOlive(102, 103, 91);
 Picture drawn(const AuxiliaryButtonState &state, double scale = 1)
 {
     return {size, scale, [state](QPainter &painter) {
-                turnUpwards(painter, size.height());
+                flipY(painter, size.height());
                 AuxiliaryButtonCell().draw(painter, QRectF({}, size), state);
             }};
 }
