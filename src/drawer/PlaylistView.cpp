@@ -6,6 +6,7 @@
 #include "skin/views/EngravedLabel.h"
 #include "skin/views/MetalButton.h"
 #include "skin/views/MetalPopupButton.h"
+#include "widgets/names.h"
 
 #include <QFontMetricsF>
 
@@ -40,12 +41,6 @@ constexpr int titleMargin = 28;
 int textWidth(const QWidget &widget, const QString &text)
 {
     return static_cast<int>(std::ceil(QFontMetricsF(widget.font()).horizontalAdvance(text)));
-}
-
-void setName(QWidget &control, const QString &name)
-{
-    control.setAccessibleName(name);
-    control.setToolTip(name);
 }
 } // namespace
 

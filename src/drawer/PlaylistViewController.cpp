@@ -8,6 +8,7 @@
 #include "platform/FatalError.h"
 #include "skin/views/MetalButton.h"
 #include "skin/views/MetalPopupButton.h"
+#include "widgets/names.h"
 
 #include <QAction>
 #include <QSignalBlocker>
@@ -62,10 +63,7 @@ void setState(MetalButton &button, const QString &image, const QString &name)
 {
     button.setImage(image);
     button.setToolTip(name);
-    // The toolkit tells screen readers of every assignment, also of an equal name.
-    if (button.accessibleName() != name) {
-        button.setAccessibleName(name);
-    }
+    updateAccessibleName(button, name);
 }
 } // namespace
 

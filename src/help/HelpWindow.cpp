@@ -3,6 +3,7 @@
 
 #include "help/HelpBrowser.h"
 #include "platform/BundleInfo.h"
+#include "widgets/names.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -40,12 +41,6 @@ QSize initialSize(const QWidget &window)
     const QSize wanted(widthFor(charactersPerLine, leastInitialSize.width(), window),
         std::max(leastInitialSize.height(), linesOfPage * window.fontMetrics().lineSpacing()));
     return wanted.boundedTo(window.screen()->availableSize());
-}
-
-void setName(QWidget &control, const QString &name)
-{
-    control.setAccessibleName(name);
-    control.setToolTip(name);
 }
 
 QString lineFor(const HelpTopic &topic)

@@ -12,6 +12,7 @@
 #include "skin/views/WindowBackground.h"
 #include "skin/views/WindowButtonsView.h"
 #include "skin/views/WindowControlButton.h"
+#include "widgets/names.h"
 
 namespace tunedeck {
 
@@ -37,12 +38,6 @@ constexpr int drawerHeight = 64;
 /// The strip that casts the shadow ends where the player's lower corners begin to round.
 constexpr int shadowTop = 35;
 constexpr int shadowHeight = 40;
-
-void setName(QWidget &control, const QString &name)
-{
-    control.setAccessibleName(name);
-    control.setToolTip(name);
-}
 } // namespace
 
 PlayerView::PlayerView(const SkinEnvironment &environment, QWidget *parent)

@@ -18,6 +18,7 @@
 #include "skin/views/VolumeSlider.h"
 #include "skin/views/WindowButtonsView.h"
 #include "skin/views/WindowControlButton.h"
+#include "widgets/names.h"
 
 #include <QAction>
 #include <QEvent>
@@ -486,10 +487,7 @@ void ViewController::updatePlayPauseGlyph(FourCharCode state)
     } else {
         button.setControlGlyph(PlayerButtonTypes::pause);
     }
-    // The toolkit tells screen readers of every assignment, also of an equal name.
-    if (const QString title = playPauseTitle(state); button.accessibleName() != title) {
-        button.setAccessibleName(title);
-    }
+    updateAccessibleName(button, playPauseTitle(state));
 }
 
 void ViewController::updateDockTile(FourCharCode state)

@@ -4,6 +4,7 @@
 #include "skin/drawing/metalBezel.h"
 #include "skin/looks/skinLooks.h"
 #include "skin/views/FocusRing.h"
+#include "widgets/isMouseButtonEvent.h"
 
 #include <QKeyEvent>
 #include <QListView>
@@ -41,12 +42,6 @@ public:
                                                : QProxyStyle::subControlRect(control, option, part, widget);
     }
 };
-
-bool isMouseButtonEvent(const QEvent &event)
-{
-    return event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonRelease
-        || event.type() == QEvent::MouseButtonDblClick;
-}
 
 bool isTypingAskedFor(const QEvent &event)
 {

@@ -1,18 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "skin/views/SkinnedButton.h"
 
+#include "widgets/isMouseButtonEvent.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
 
 namespace tunedeck {
 
 namespace {
-bool isMouseButtonEvent(const QEvent &event)
-{
-    return event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonRelease
-        || event.type() == QEvent::MouseButtonDblClick;
-}
-
 bool isSpaceAskedFor(const QEvent &event)
 {
     return event.type() == QEvent::ShortcutOverride && static_cast<const QKeyEvent &>(event).key() == Qt::Key_Space;
