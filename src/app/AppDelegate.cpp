@@ -13,6 +13,7 @@
 #include "platform/canKeepAbove.h"
 #include "skin/looks/SkinEnvironment.h"
 #include "skin/views/AboutPinstripeView.h"
+#include "skin/views/VolumeSlider.h"
 #include "window/Window.h"
 #include "window/WindowController.h"
 
@@ -25,8 +26,6 @@
 namespace tunedeck {
 
 namespace {
-constexpr double volumeStep = 4;
-
 /// The last of the application's windows that is a `WindowType`.
 template <typename WindowType> WindowType *lastWindow(const QWidgetList &windows)
 {
@@ -218,9 +217,9 @@ bool AppDelegate::validateMenuItem(const QAction &item) const
 void AppDelegate::volumeButtonPressed(const QAction &sender)
 {
     if (sender.objectName() == MenuItemIdentifier::volumeUp) {
-        m_musicConnector.adjustVolume(volumeStep);
+        m_musicConnector.adjustVolume(VolumeSlider::step);
     } else if (sender.objectName() == MenuItemIdentifier::volumeDown) {
-        m_musicConnector.adjustVolume(-volumeStep);
+        m_musicConnector.adjustVolume(-VolumeSlider::step);
     }
 }
 

@@ -35,7 +35,6 @@ constexpr QLatin1String readOneMethod("ReadOne");
 
 /// The portal and what it stands on may have to be started first; nobody waits for it.
 constexpr int portalDeadline = 10'000;
-constexpr int graphite = -1;
 /// Beyond this a text could not be read, or would fill the screen.
 constexpr double leastTextScale = 0.5;
 constexpr double mostTextScale = 3;
@@ -235,7 +234,7 @@ void Appearance::takeText(const Text &text)
 void Appearance::update()
 {
     const bool isGraphite = m_portal.graphite ? *m_portal.graphite : m_palette.graphite.value_or(false);
-    m_defaults.setSystemValue(SettingsKey::appleAccentColor, isGraphite ? QVariant(graphite) : QVariant());
+    m_defaults.setSystemValue(SettingsKey::appleAccentColor, isGraphite ? QVariant(graphiteAccent) : QVariant());
 
     const bool isSystemDark = m_portal.dark ? *m_portal.dark : m_palette.dark.value_or(false);
     const auto effective = m_application.value_or(isSystemDark ? AppearanceName::DarkAqua : AppearanceName::Aqua);

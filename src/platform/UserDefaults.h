@@ -21,7 +21,7 @@ inline const QString remainingTimeEnabled = QStringLiteral("RemainingTimeEnabled
 inline const QString appearanceClassic = QStringLiteral("AppearanceClassic");
 inline const QString appearanceUpdatesDockIcon = QStringLiteral("AppearanceUpdatesDockIcon");
 inline const QString volumeButtonsHidden = QStringLiteral("VolumeButtonsHidden");
-/// The system's accent colour (integer; -1 is graphite). Read only; the program never writes it.
+/// The system's accent colour (integer; graphiteAccent or any other). Read only; the program never writes it.
 inline const QString appleAccentColor = QStringLiteral("AppleAccentColor");
 /// Whether to run through XWayland where there is one.
 inline const QString startThroughXWayland = QStringLiteral("StartThroughXWayland");
@@ -32,6 +32,9 @@ inline const QString followedPlayerEntry = QStringLiteral("FollowedPlayerEntry")
 /// The desktop entry of the player followed last (text).
 inline const QString lastFollowedPlayer = QStringLiteral("LastFollowedPlayer");
 } // namespace SettingsKey
+
+/// The value of SettingsKey::appleAccentColor for the grey accent colour. Every other value is a colourful one.
+inline constexpr int graphiteAccent = -1;
 
 /// The settings store. Three layers answer a key, the first that has a value wins: what the user (or the program for
 /// the user) set, what the system says (the accent colour), what was registered as default. Only the first is written

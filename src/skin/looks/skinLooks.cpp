@@ -15,7 +15,7 @@ bool isDark(const SkinEnvironment &environment)
 
 bool isGraphite(const SkinEnvironment &environment)
 {
-    return environment.defaults.integerForKey(SettingsKey::appleAccentColor) == -1;
+    return environment.defaults.integerForKey(SettingsKey::appleAccentColor) == graphiteAccent;
 }
 
 void repaintOnNewLooks(QWidget &view, const SkinEnvironment &environment)
