@@ -11,7 +11,6 @@
 namespace tunedeck {
 
 namespace {
-constexpr double downwards = 90;
 constexpr QColor lightOlive(127, 129, 119);
 constexpr QColor darkOlive(102, 103, 91);
 constexpr QColor ivory(233, 234, 209);

@@ -12,8 +12,6 @@
 namespace tunedeck {
 
 namespace {
-constexpr double downwards = -90;
-constexpr double upwards = 90;
 constexpr QColor deepField(108, 116, 129);
 constexpr QColor mutedField(143, 151, 165);
 
@@ -31,8 +29,7 @@ QPainterPath innerBorder(const QRectF &bounds, double radius, double width)
 void drawBody(QPainter &painter, const QRectF &bounds, const MetalGroundState &state)
 {
     constexpr double cornerRadius = 5;
-    const float grey = looksActive(state) ? 0.64F : 0.85F;
-    painter.fillPath(roundedRectangle(bounds, cornerRadius), QColor::fromRgbF(grey, grey, grey));
+    painter.fillPath(roundedRectangle(bounds, cornerRadius), grey(looksActive(state) ? 0.64F : 0.85F));
     painter.fillPath(innerBorder(bounds, cornerRadius, DevicePixels(painter).lineWidth(0.5)), black(0.15F));
 }
 
@@ -40,13 +37,14 @@ void drawRim(QPainter &painter, const QRectF &bounds)
 {
     const double thickness = DevicePixels(painter).lineWidth(1);
     const QPainterPath rim = between(roundedRectangle(bounds, 3), roundedRectangle(inset(bounds, 0, thickness), 3.5));
-    Gradient({{white(0.62F), 0}, {white(0), 1}}).drawInPath(painter, rim, downwards);
+    Gradient({{white(0.62F), 0}, {white(0), 1}}).drawInPath(painter, rim, flippedDownwards);
 }
 
 /// A lit lip below, and above it the shade that the field lies in.
 void drawWell(QPainter &painter, const QRectF &panel)
 {
-    Gradient({{white(0.55F), 0}, {black(0.225F), 0.15}}).drawInPath(painter, roundedRectangle(panel, 3), upwards);
+    Gradient({{white(0.55F), 0}, {black(0.225F), 0.15}})
+        .drawInPath(painter, roundedRectangle(panel, 3), flippedUpwards);
 }
 
 void drawField(QPainter &painter, const QRectF &bounds, const MetalGroundState &state)
@@ -54,7 +52,7 @@ void drawField(QPainter &painter, const QRectF &bounds, const MetalGroundState &
     constexpr double cornerRadius = 2.5;
     const double borderWidth = DevicePixels(painter).lineWidth(painter.device()->devicePixelRatioF() > 1 ? 0.5 : 1);
     const Gradient field{{looksActive(state) ? deepField : mutedField, 0}, {mutedField, 1}};
-    field.drawInPath(painter, roundedRectangle(bounds, cornerRadius), downwards);
+    field.drawInPath(painter, roundedRectangle(bounds, cornerRadius), flippedDownwards);
     painter.fillPath(innerBorder(bounds, cornerRadius, borderWidth), black(0.42F));
 }
 } // namespace

@@ -14,7 +14,6 @@
 namespace tunedeck {
 
 namespace {
-constexpr double downwards = -90;
 constexpr double glassRadius = 3;
 constexpr float bezelAlpha = 0.42F;
 
@@ -53,7 +52,7 @@ void LCDBackgroundCell::draw(QPainter &painter, const QRectF &frame, const LCDBa
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     bezelGradient(bezelAlpha, state.isDark, painter.device()->devicePixelRatioF())
-        .drawInPath(painter, roundedRectangle(bounds, 4), downwards);
+        .drawInPath(painter, roundedRectangle(bounds, 4), flippedDownwards);
     drawGlass(painter, glassBounds);
     if (state.isDark) {
         fillWithScanLines(painter, glass, frame.width(), true);
@@ -62,7 +61,7 @@ void LCDBackgroundCell::draw(QPainter &painter, const QRectF &frame, const LCDBa
     gloss(state.isDark)
         .drawInPath(painter,
             state.isDark ? roundedRectangle(inset(glassBounds, bezelWidth, bezelWidth), glassRadius) : glass,
-            downwards);
+            flippedDownwards);
     drawInnerEdge(painter, glassBounds, state.isDark);
     painter.restore();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "skin/cells/MetalPopupButtonCell.h"
 
+#include "skin/drawing/Ink.h"
 #include "skin/drawing/Shapes.h"
 #include "skin/drawing/engraving.h"
 #include "skin/drawing/metalBezel.h"
@@ -42,7 +43,7 @@ QPainterPath arrows(const QRectF &box)
 void drawArrows(QPainter &painter, const QRectF &frame, const MetalPopupButtonState &state)
 {
     const QPainterPath path = arrows(arrowBox(frame));
-    const QColor ink = QColor::fromRgbF(0.25F, 0.25F, 0.25F, alpha(state));
+    const QColor ink = grey(0.25F, alpha(state));
     const double scale = painter.device()->devicePixelRatioF();
     if (scale > 1) {
         drawShadow(painter, path, castBy(ink, metalTitleShadow(state.isPressed, scale)));

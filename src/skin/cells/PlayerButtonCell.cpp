@@ -18,7 +18,6 @@ namespace tunedeck {
 namespace {
 /// 28 degrees, counter-clockwise.
 constexpr double glareTilt = 0.4886921905584123;
-constexpr double downwards = -90;
 constexpr double glareAngle = -118;
 
 Gradient pressedFace(bool graphite)
@@ -30,15 +29,13 @@ Gradient pressedFace(bool graphite)
 
 Gradient pressedGlare(bool graphite)
 {
-    return graphite ? Gradient{{QColor::fromRgbF(0.38F, 0.45F, 0.54F), 0}, {QColor::fromRgbF(0.92F, 0.96F, 0.99F), 1}}
-                    : Gradient{{QColor::fromRgbF(0.21F, 0.53F, 0.85F), 0}, {QColor::fromRgbF(0.71F, 0.92F, 0.98F), 1}};
+    const QColor lit = graphite ? QColor::fromRgbF(0.92F, 0.96F, 0.99F) : QColor::fromRgbF(0.71F, 0.92F, 0.98F);
+    return {{accentColor(graphite), 0}, {lit, 1}};
 }
 
 Gradient face(const PlayerButtonState &state)
 {
-    return state.isPressed
-        ? pressedFace(state.isGraphite)
-        : Gradient{{QColor::fromRgbF(0.94F, 0.94F, 0.94F), 0}, {QColor::fromRgbF(0.99F, 0.99F, 0.99F), 1}};
+    return state.isPressed ? pressedFace(state.isGraphite) : Gradient{{grey(0.94F), 0}, {grey(0.99F), 1}};
 }
 
 Gradient glare(const PlayerButtonState &state)
@@ -96,10 +93,10 @@ void RoundButtonCell::draw(QPainter &painter, const QRectF &frame, const PlayerB
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     const Gradient bezel = bezelGradient(m_measures.bezelAlpha, state.isDark, painter.device()->devicePixelRatioF());
-    bezel.drawInPath(painter, oval(frame), downwards);
+    bezel.drawInPath(painter, oval(frame), flippedDownwards);
     const Gradient ring{{black(0.42F), 0}, {black(0.25F), 1}};
     ring.drawInPath(painter, oval(inset(frame, 1, 1)), QPointF(0, 0));
-    face(state).drawInPath(painter, oval(inset(frame, 2, 2)), downwards);
+    face(state).drawInPath(painter, oval(inset(frame, 2, 2)), flippedDownwards);
     // On a pressed face the glare lies under the glyph, else it shades the glyph too.
     if (state.isPressed) {
         drawGlare(painter, glare(state));
@@ -125,10 +122,9 @@ void RoundButtonCell::drawGlyph(QPainter &painter, const PlayerButtonState &stat
     if (state.controlGlyph < m_measures.firstGlyph || state.controlGlyph > m_measures.lastGlyph) {
         return;
     }
-    const float grey = state.isPressed ? 0.27F : 0.33F;
     const bool isFaint = m_measures.isGlyphFaintWhenDisabled && !state.isEnabled && !state.isPressed;
     const QPainterPath glyph = glyphPath(state.controlGlyph, DevicePixels(painter));
-    painter.fillPath(glyph, QColor::fromRgbF(grey, grey, grey, isFaint ? 0.333F : 1));
+    painter.fillPath(glyph, grey(state.isPressed ? 0.27F : 0.33F, isFaint ? 0.333F : 1));
 }
 
 QPainterPath RoundButtonCell::glarePath() const

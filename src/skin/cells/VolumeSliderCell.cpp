@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "skin/cells/VolumeSliderCell.h"
 
-#include "platform/FatalError.h"
 #include "skin/drawing/DevicePixels.h"
 #include "skin/drawing/Ink.h"
+#include "skin/drawing/ResourceImage.h"
 #include "skin/drawing/Shapes.h"
 #include "skin/drawing/bezelGradient.h"
+#include "skin/drawing/flipY.h"
 
 #include <QPainter>
 #include <QPainterPath>
-#include <QSvgRenderer>
 
 namespace tunedeck {
 
@@ -25,7 +25,7 @@ void VolumeSliderCell::drawBarInside(QPainter &painter, const QRectF &bar, bool 
     const DevicePixels pixels(painter);
     const QRectF bounds = pixels.snapped(inset(bar, 2, -2));
     const double line = pixels.lineWidth(1);
-    bezel.drawInPath(painter, capsule(bounds), -90);
+    bezel.drawInPath(painter, capsule(bounds), flippedDownwards);
     painter.fillPath(capsule(inset(bounds, 2 * line, line)), black(0.05F));
     const QPainterPath groove = capsule(inset(bounds, line, line));
     painter.fillPath(groove, black(0.15F));
@@ -35,17 +35,13 @@ void VolumeSliderCell::drawBarInside(QPainter &painter, const QRectF &bar, bool 
 
 void VolumeSliderCell::drawKnob(QPainter &painter, const QRectF &knob) const
 {
-    QSvgRenderer picture(QStringLiteral(":/images/knob.svg"));
-    if (!picture.isValid()) {
-        fatalError("the picture \"knob\" is missing");
-    }
+    const ResourceImage picture(QStringLiteral("knob"));
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     drawShadow(painter, oval(knob), m_knobShadow);
-    // Pictures count downwards.
-    painter.translate(0, 2 * knob.center().y());
-    painter.scale(1, -1);
-    picture.render(&painter, knob);
+    // The y of a picture counts downwards.
+    flipY(painter, 2 * knob.center().y());
+    picture.draw(painter, knob);
     painter.restore();
 }
 

@@ -12,13 +12,6 @@
 namespace tunedeck {
 
 namespace {
-constexpr double downwards = -90;
-
-QColor grey(float level)
-{
-    return QColor::fromRgbF(level, level, level);
-}
-
 Gradient metal(const MetalGroundState &state)
 {
     // A window that stays above all others looks active even while it is not.
@@ -31,7 +24,7 @@ void drawMetal(QPainter &painter, const QRectF &bounds, const MetalGroundState &
     constexpr double cornerRadius = 4;
     const double borderWidth = DevicePixels(painter).lineWidth(0.5);
     const QPainterPath outline = roundedRectangle(bounds, cornerRadius);
-    metal(state).drawInPath(painter, outline, downwards);
+    metal(state).drawInPath(painter, outline, flippedDownwards);
     const QRectF inside = inset(bounds, borderWidth, borderWidth);
     painter.fillPath(between(outline, roundedRectangle(inside, cornerRadius - borderWidth)), black(0.15F));
 }
@@ -43,7 +36,7 @@ void drawRim(QPainter &painter, const QRectF &bounds)
     const double margin = pixels.lineWidth(1);
     const QPainterPath rim =
         between(roundedRectangle(inset(bounds, margin, 0), 3), roundedRectangle(inset(bounds, margin, thickness), 1.5));
-    Gradient({{white(0.62F), 0}, {white(0), 1}}).drawInPath(painter, rim, downwards);
+    Gradient({{white(0.62F), 0}, {white(0), 1}}).drawInPath(painter, rim, flippedDownwards);
 }
 } // namespace
 

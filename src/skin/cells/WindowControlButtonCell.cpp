@@ -61,7 +61,7 @@ void drawRim(QPainter &painter, const QRectF &frame, bool dark)
 {
     const Gradient rim =
         dark ? Gradient{{black(0.42F), 0}, {white(0.15F), 1}} : Gradient{{white(0), 0.667}, {white(0.55F), 1}};
-    rim.drawInPath(painter, oval(frame), -90);
+    rim.drawInPath(painter, oval(frame), flippedDownwards);
 }
 
 void drawHighlight(QPainter &painter, const QRectF &frame, const Highlight &highlight)

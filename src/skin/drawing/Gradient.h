@@ -14,6 +14,12 @@ class QPainterPath;
 
 namespace tunedeck {
 
+/// The angle of a gradient from the upper edge to the lower one, in degrees.
+inline constexpr double downwards = 90;
+/// The same angle, and the opposite one, where y counts upwards.
+inline constexpr double flippedDownwards = -90;
+inline constexpr double flippedUpwards = 90;
+
 /// Colours at locations from 0 to 1, interpolated with straight (not premultiplied) components. Two stops at the same
 /// location make a hard edge; before the first and after the last stop the end colours go on.
 class Gradient {

@@ -21,8 +21,7 @@ QPointF snapped(QPointF position, double scale)
 
 QColor metalTitleColor(bool isPressed, float alpha)
 {
-    const float level = isPressed ? 0.88F : 0.18F;
-    return QColor::fromRgbF(level, level, level, alpha);
+    return grey(isPressed ? 0.88F : 0.18F, alpha);
 }
 
 Shadow metalTitleShadow(bool isPressed, double scale)

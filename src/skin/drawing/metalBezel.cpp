@@ -11,13 +11,7 @@
 namespace tunedeck {
 
 namespace {
-constexpr double downwards = 90;
 constexpr QColor rimSlate(72, 72, 90);
-
-QColor grey(float level)
-{
-    return QColor::fromRgbF(level, level, level);
-}
 
 Gradient highlight(double scale)
 {

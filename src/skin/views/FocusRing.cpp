@@ -31,8 +31,7 @@ public:
 protected:
     void paintEvent(QPaintEvent *) override
     {
-        const QColor accent =
-            isGraphite(m_environment) ? QColor::fromRgbF(0.38F, 0.45F, 0.54F) : QColor::fromRgbF(0.21F, 0.53F, 0.85F);
+        const QColor accent = accentColor(isGraphite(m_environment));
         const QRectF control = inset(rect(), glowEnd, glowEnd);
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "skin/views/PlainButton.h"
 
-#include "platform/FatalError.h"
+#include "skin/drawing/ResourceImage.h"
 #include "skin/views/FocusRing.h"
 
 #include <QPainter>
-#include <QSvgRenderer>
 
 namespace tunedeck {
 
@@ -47,11 +46,7 @@ void PlainButton::paintEvent(QPaintEvent *)
 
 void PlainButton::drawImage(QPainter &painter) const
 {
-    QSvgRenderer image(QStringLiteral(":/images/%1.svg").arg(m_imageName));
-    if (!image.isValid()) {
-        fatalError("the picture \"" + m_imageName.toStdString() + "\" is missing");
-    }
-    image.render(&painter, QRectF({0, 0}, m_imageSize));
+    ResourceImage(m_imageName).draw(painter, QRectF({0, 0}, m_imageSize));
 }
 
 } // namespace tunedeck
