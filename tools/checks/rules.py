@@ -24,7 +24,7 @@ MAY_INCLUDE = {
     # What draws keeps no state and knows neither the user's settings nor the window's.
     "skin/drawing": {"platform"},
     "skin/cells": {"platform", "skin/drawing"},
-    "skin/looks": {"platform"},
+    "skin/looks": {"platform", "skin/drawing"},
     "skin/views": {"platform", "widgets", "skin/drawing", "skin/cells", "skin/looks"},
     "player": {"platform", "widgets", "music", *SKIN},
     "drawer": {"platform", "widgets", "music", *SKIN},
@@ -36,6 +36,9 @@ MAY_INCLUDE = {
     "app": {"platform", "widgets", "x11", "music", "music/mpris", *SKIN, "player", "drawer", "help", "preferences",
         "updates", "window", "dock"},
 }
+
+# In a folder with more files than a screen has lines, nobody finds one by looking.
+MOST_FILES = 40
 
 # A player that hangs must not be felt in the window: nothing in src/ may wait for another process. Lines of what may
 # wait, since it runs on a thread of its own, end in this comment.
@@ -147,6 +150,14 @@ def breaches_of_layers(root: Path) -> Iterator[str]:
                 yield f"{where}:{number}: {line.strip()} -- {folder}/ may not include {other}/"
 
 
+def breaches_of_size(root: Path) -> Iterator[str]:
+    src = root / "src"
+    for folder in sorted(path for path in src.rglob("*") if path.is_dir()):
+        files = sum(path.is_file() for path in folder.iterdir())
+        if files > MOST_FILES:
+            yield f"{folder.relative_to(root)}:1: {files} files are more than {MOST_FILES}: divide the folder"
+
+
 def breaches_of_order() -> Iterator[str]:
     """A folder may include only what stands above it in MAY_INCLUDE, so the folders form no circle."""
     above: set[str] = set()
@@ -157,7 +168,8 @@ def breaches_of_order() -> Iterator[str]:
 
 
 def breaches(root: Path) -> list[str]:
-    return [*breaches_of_licence(root), *breaches_of_words(root), *breaches_of_layers(root), *breaches_of_order()]
+    return [*breaches_of_licence(root), *breaches_of_words(root), *breaches_of_layers(root), *breaches_of_size(root),
+        *breaches_of_order()]
 
 
 def main() -> int:

@@ -110,6 +110,13 @@ class RulesTest(unittest.TestCase):
             with self.subTest(pattern):
                 self.assertTrue(any(rules.re.search(pattern, text) for _, text, _ in BAD))
 
+    def test_a_folder_with_too_many_files_is_a_breach(self) -> None:
+        for number in range(rules.MOST_FILES):
+            self.tree.write(f"src/app/many/{number}.txt", "")
+        self.assertEqual(rules.breaches(self.tree.root), [])
+        self.tree.write("src/app/many/last.txt", "")
+        self.assertEqual(rules.breaches(self.tree.root), ["src/app/many:1: 41 files are more than 40: divide the folder"])
+
     def test_a_circle_of_folders_is_a_breach(self) -> None:
         folders = {"below": {"above"}, "above": {"below"}}
         with unittest.mock.patch.object(rules, "MAY_INCLUDE", folders):

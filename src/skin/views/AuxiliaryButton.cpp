@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "skin/views/AuxiliaryButton.h"
 
-#include "skin/views/FocusRing.h"
+#include "skin/looks/FocusRing.h"
 
 #include <QPainter>
 

@@ -4,7 +4,7 @@
 #include "skin/cells/ClassicAudioProgressSliderCell.h"
 #include "skin/drawing/Shapes.h"
 #include "skin/drawing/flipY.h"
-#include "skin/views/FocusRing.h"
+#include "skin/looks/FocusRing.h"
 
 #include <QPainter>
 

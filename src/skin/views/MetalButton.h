@@ -4,8 +4,8 @@
 #include "skin/cells/MetalButtonCell.h"
 #include "skin/drawing/FaceCache.h"
 #include "skin/looks/ActivationFlag.h"
+#include "skin/looks/FocusRing.h"
 #include "skin/looks/SkinEnvironment.h"
-#include "skin/views/FocusRing.h"
 #include "skin/views/SkinnedButton.h"
 
 #include <QPointer>

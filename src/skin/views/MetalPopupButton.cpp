@@ -2,8 +2,8 @@
 #include "skin/views/MetalPopupButton.h"
 
 #include "skin/drawing/metalBezel.h"
+#include "skin/looks/FocusRing.h"
 #include "skin/looks/skinLooks.h"
-#include "skin/views/FocusRing.h"
 #include "widgets/isMouseButtonEvent.h"
 
 #include <QKeyEvent>

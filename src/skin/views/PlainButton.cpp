@@ -2,7 +2,7 @@
 #include "skin/views/PlainButton.h"
 
 #include "skin/drawing/ResourceImage.h"
-#include "skin/views/FocusRing.h"
+#include "skin/looks/FocusRing.h"
 
 #include <QPainter>
 

@@ -6,8 +6,8 @@
 #include "skin/drawing/Shapes.h"
 #include "skin/drawing/flipY.h"
 #include "skin/looks/ActivationFlag.h"
+#include "skin/looks/FocusRing.h"
 #include "skin/looks/skinLooks.h"
-#include "skin/views/FocusRing.h"
 
 #include <QMouseEvent>
 #include <QPainter>

@@ -3,8 +3,8 @@
 
 #include "skin/drawing/Shapes.h"
 #include "skin/drawing/flipY.h"
+#include "skin/looks/FocusRing.h"
 #include "skin/looks/skinLooks.h"
-#include "skin/views/FocusRing.h"
 
 #include <QPainter>
 #include <QWheelEvent>

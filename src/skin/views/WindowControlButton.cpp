@@ -2,8 +2,8 @@
 #include "skin/views/WindowControlButton.h"
 
 #include "skin/drawing/flipY.h"
+#include "skin/looks/FocusRing.h"
 #include "skin/looks/skinLooks.h"
-#include "skin/views/FocusRing.h"
 
 #include <QPainter>
 

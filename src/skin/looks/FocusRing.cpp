@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "skin/views/FocusRing.h"
+#include "skin/looks/FocusRing.h"
 
 #include "skin/drawing/Ink.h"
 #include "skin/drawing/Shapes.h"
