@@ -124,6 +124,7 @@ MprisObject::MprisObject(Player &player, const Oddities &oddities, Script &scrip
         send(message << QVariant::fromValue(entryOf(number, m_player.playlists().at(number))));
     });
     connect(&script, &Script::lineDone, this, qOverload<>(&MprisObject::announce));
+    connect(&script, &Script::lineDone, this, &MprisObject::answerHeldCalls);
     connect(&script, &Script::floodWanted, this, [this](int count) {
         const bool isFlooding = m_floodLeft > 0;
         m_floodLeft += count;
@@ -154,18 +155,33 @@ bool MprisObject::handleMessage(const QDBusMessage &message, const QDBusConnecti
     if (m_oddities.isSilent) {
         return true;
     }
-    const auto answer = [this, message] {
-        const QDBusMessage reply = carryOut(message);
-        if (message.isReplyRequired()) {
-            send(reply);
-        }
-    };
-    if (m_oddities.late == 0ms) {
-        answer();
+    if (m_oddities.holdsCalls) {
+        m_heldCalls.append(message);
+    } else if (m_oddities.late == 0ms) {
+        answer(message);
     } else {
-        QTimer::singleShot(m_oddities.late, Qt::PreciseTimer, this, answer);
+        QTimer::singleShot(m_oddities.late, Qt::PreciseTimer, this, [this, message] { answer(message); });
     }
     return true;
+}
+
+void MprisObject::answer(const QDBusMessage &call)
+{
+    const QDBusMessage reply = carryOut(call);
+    if (call.isReplyRequired()) {
+        send(reply);
+    }
+}
+
+void MprisObject::answerHeldCalls()
+{
+    if (m_oddities.holdsCalls) {
+        return;
+    }
+    const QList<QDBusMessage> calls = std::exchange(m_heldCalls, {});
+    for (const QDBusMessage &call : calls) {
+        answer(call);
+    }
 }
 
 void MprisObject::noteCall(const QDBusMessage &call)

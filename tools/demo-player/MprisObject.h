@@ -62,6 +62,9 @@ private:
     [[nodiscard]] QList<Method> otherMethods();
 
     void noteCall(const QDBusMessage &call);
+    void answer(const QDBusMessage &call);
+    /// Those that waited for the end of holding.
+    void answerHeldCalls();
     void send(const QDBusMessage &message);
     [[nodiscard]] QDBusMessage control(const QDBusMessage &call);
     [[nodiscard]] QDBusMessage carryOut(const QDBusMessage &call);
@@ -105,6 +108,7 @@ private:
     QList<Method> m_methods;
     QHash<QString, QVariantMap> m_announced; ///< what clients know, by interface
     QStringList m_calls;
+    QList<QDBusMessage> m_heldCalls;
     Stage m_stage = Stage::Everything;
     QTimer m_stageTimer;
     int m_floodLeft = 0;

@@ -16,6 +16,7 @@ enum class TrackIdKind { Path, String, Constant, None };
 
 /// In which ways the player is at present not the player that MPRIS describes. As it is made, in none.
 struct Oddities {
+    bool holdsCalls = false; ///< calls wait until this ends
     std::chrono::milliseconds late{0}; ///< before a call is carried out and answered
     bool isSilent = false;
     bool diesOnCall = false;

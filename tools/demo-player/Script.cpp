@@ -48,6 +48,7 @@ const QList<Script::Line> &Script::lines()
         {"playlist N NAME", "renames playlist N and says so with PlaylistChanged", &Script::readPlaylist},
 
         {"late MS", "calls are carried out and answered MS later; 0 ends it", &Script::readLate},
+        {"hold on|off", "calls wait, and are carried out and answered in their order when it ends", &Script::readHold},
         {"silent on|off", "calls are swallowed, neither carried out nor answered", &Script::readSilent},
         {"refuse KEY|none", "setting the property KEY succeeds and changes nothing; none ends all",
             &Script::readRefuse},
@@ -219,6 +220,11 @@ Script::Action Script::readPlaylist(Words &words)
 Script::Action Script::readLate(Words &words)
 {
     return [this, time = words.milliseconds()] { m_oddities.late = time; };
+}
+
+Script::Action Script::readHold(Words &words)
+{
+    return [this, isOn = words.onOff()] { m_oddities.holdsCalls = isOn; };
 }
 
 Script::Action Script::readSilent(Words &words)

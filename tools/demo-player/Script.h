@@ -64,6 +64,7 @@ private:
     Action readPlaylist(Words &words);
     // Answers
     Action readLate(Words &words);
+    Action readHold(Words &words);
     Action readSilent(Words &words);
     Action readRefuse(Words &words);
     Action readCannot(Words &words);
