@@ -199,7 +199,7 @@ private:
     QVariantMap m_lastUserInfo;
     std::optional<qint64> m_currentPersistentId;
 
-    QThreadPool m_background;
+    QThreadPool m_background{this};
     /// Counts the times Music quit: what was read of a Music that has quit since is out of date.
     quint64 m_musicSession = 0;
     bool m_isLoadingPlaylists = false;

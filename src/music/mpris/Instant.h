@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 
 namespace tunedeck {
 
@@ -9,6 +10,8 @@ namespace tunedeck {
 /// play minutes in no time.
 using Instant = std::chrono::steady_clock::time_point;
 using Milliseconds = std::chrono::milliseconds;
+/// Gives the present moment: the monotonic clock, or a test's own clock that can skip time.
+using Clock = std::function<Instant()>;
 
 [[nodiscard]] inline double secondsBetween(Instant from, Instant to)
 {

@@ -16,11 +16,6 @@ namespace {
 /// Back leads to the start of the track from here on, before that to the track before.
 constexpr double startOfTrack = 3.0; // seconds
 
-Instant now()
-{
-    return std::chrono::steady_clock::now();
-}
-
 std::optional<QString> nonEmpty(const QString &text)
 {
     return text.isEmpty() ? std::nullopt : std::optional(text);
@@ -56,13 +51,15 @@ FourCharCode songRepeatCode(LoopStatus status)
 } // namespace
 
 MprisMusicApplication::MprisMusicApplication(
-    const QDBusConnection &bus, UserDefaults &defaults, ApplicationLauncher &launcher, QObject *parent)
+    const QDBusConnection &bus, UserDefaults &defaults, ApplicationLauncher &launcher, Clock clock, QObject *parent)
     : MusicApplication(parent)
     , m_bus(bus)
     , m_defaults(defaults)
     , m_launcher(launcher)
-    , m_registry(std::make_unique<PlayerRegistry>(bus))
+    , m_clock(std::move(clock))
+    , m_registry(std::make_unique<PlayerRegistry>(bus, m_clock, this))
 {
+    m_seekTimer.setObjectName(QStringLiteral("seekTimer"));
     m_seekTimer.setInterval(SeekRamp::interval);
     connect(&m_seekTimer, &QTimer::timeout, this, &MprisMusicApplication::seekOn);
     followRegistry();
@@ -81,7 +78,7 @@ void MprisMusicApplication::setBus(const QDBusConnection &bus)
     follow(nullptr);
     m_lastPlayed.clear();
     m_bus = bus;
-    m_registry = std::make_unique<PlayerRegistry>(bus);
+    m_registry = std::make_unique<PlayerRegistry>(bus, m_clock, this);
     followRegistry();
     Q_EMIT followablePlayersChanged();
 }
@@ -193,7 +190,7 @@ std::optional<MusicTrack> MprisMusicApplication::currentTrack() const
 
 std::optional<double> MprisMusicApplication::playerPosition() const
 {
-    return m_player ? m_player->mirror().position(now()) : std::nullopt;
+    return m_player ? m_player->mirror().position(m_clock()) : std::nullopt;
 }
 
 bool MprisMusicApplication::setPlayerPosition(double seconds)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "music/MusicApplication.h"
+#include "music/mpris/Instant.h"
 #include "music/mpris/PlayerChoice.h"
 #include "music/mpris/PlayerRegistry.h"
 #include "music/mpris/SeekRamp.h"
@@ -37,8 +38,8 @@ class MprisMusicApplication : public MusicApplication {
 
 public:
     /// `defaults` and `launcher` must outlive this object.
-    MprisMusicApplication(
-        const QDBusConnection &bus, UserDefaults &defaults, ApplicationLauncher &launcher, QObject *parent = nullptr);
+    MprisMusicApplication(const QDBusConnection &bus, UserDefaults &defaults, ApplicationLauncher &launcher,
+        Clock clock = std::chrono::steady_clock::now, QObject *parent = nullptr);
     ~MprisMusicApplication() override;
 
     /// Looks for players on another bus from now on, or on none where `bus` is not connected; the player that was
@@ -120,6 +121,7 @@ private:
     QDBusConnection m_bus;
     UserDefaults &m_defaults;
     ApplicationLauncher &m_launcher;
+    Clock m_clock;
     std::unique_ptr<PlayerRegistry> m_registry;
     MprisPlayer *m_player = nullptr;
     bool m_isWatched = true;
@@ -130,7 +132,7 @@ private:
     std::shared_ptr<PlayerPlaylists> m_playlists;
 
     std::optional<SeekRamp> m_seek;
-    QTimer m_seekTimer;
+    QTimer m_seekTimer{this};
 
     bool m_finishesTurn = false;
     int m_playPauses = 0;

@@ -39,11 +39,6 @@ constexpr int maximumRefusals = 5;
 constexpr qsizetype maximumInbox = 32;
 constexpr double microsecondsPerSecond = 1e6;
 
-Instant now()
-{
-    return std::chrono::steady_clock::now();
-}
-
 bool isError(const QDBusMessage &reply)
 {
     return reply.type() == QDBusMessage::ErrorMessage;
@@ -90,12 +85,13 @@ QString loopText(LoopStatus status)
 
 } // namespace
 
-MprisPlayer::MprisPlayer(
-    const QDBusConnection &bus, const QString &owner, const QString &name, Arrival arrival, QObject *parent)
+MprisPlayer::MprisPlayer(const QDBusConnection &bus, const QString &owner, const QString &name, Arrival arrival,
+    Clock clock, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
     , m_owner(owner)
     , m_name(name)
+    , m_clock(std::move(clock))
     , m_readDeadline(deadline)
 {
     if (arrival == Arrival::JustCame) {
@@ -104,6 +100,7 @@ MprisPlayer::MprisPlayer(
     m_readSoon.setSingleShot(true);
     m_readSoon.setInterval(burst);
     connect(&m_readSoon, &QTimer::timeout, this, [this] { read(ReadPurpose::AllButModes); });
+    m_settle.setObjectName(QStringLiteral("settleTimer"));
     m_settle.setSingleShot(true);
     m_settle.setTimerType(Qt::PreciseTimer);
     connect(&m_settle, &QTimer::timeout, this, [this] {
@@ -113,7 +110,9 @@ MprisPlayer::MprisPlayer(
         }
         apply(changes);
     });
+    m_sample.setObjectName(QStringLiteral("sampleTimer"));
     connect(&m_sample, &QTimer::timeout, this, &MprisPlayer::samplePosition);
+    m_sampleUnderWay.setObjectName(QStringLiteral("underWayTimer"));
     m_sampleUnderWay.setSingleShot(true);
     m_sampleUnderWay.setInterval(underWay);
     connect(&m_sampleUnderWay, &QTimer::timeout, this, &MprisPlayer::samplePosition);
@@ -332,7 +331,13 @@ void MprisPlayer::read(ReadPurpose purpose)
 
 void MprisPlayer::readAfter(Milliseconds delay, ReadPurpose purpose)
 {
-    QTimer::singleShot(delay, this, [this, purpose] { read(purpose); });
+    auto *later = new QTimer(this);
+    later->setSingleShot(true);
+    connect(later, &QTimer::timeout, this, [this, later, purpose] {
+        later->deleteLater();
+        read(purpose);
+    });
+    later->start(delay);
 }
 
 void MprisPlayer::takeRead(const QDBusMessage &reply)

@@ -25,7 +25,7 @@ public:
 
     /// `owner` is the player's unique name on the bus, so that no call can start a program; `name` is what stands
     /// behind "org.mpris.MediaPlayer2.". The player is asked at once for all it says of itself.
-    MprisPlayer(const QDBusConnection &bus, const QString &owner, const QString &name, Arrival arrival,
+    MprisPlayer(const QDBusConnection &bus, const QString &owner, const QString &name, Arrival arrival, Clock clock,
         QObject *parent = nullptr);
 
     [[nodiscard]] const QString &owner() const;
@@ -109,6 +109,7 @@ private:
     void sendWantedPosition();
     void sendWantedVolume();
 
+    [[nodiscard]] Instant now() const { return m_clock(); }
     [[nodiscard]] bool takesCommands() const;
     void heardFromPlayer();
     void stopResponding();
@@ -119,6 +120,7 @@ private:
     QDBusConnection m_bus;
     QString m_owner;
     QString m_name;
+    Clock m_clock;
     std::optional<qint64> m_processId;
     QString m_identity;
     QString m_desktopEntry;
@@ -144,10 +146,10 @@ private:
     Wanted m_position;
     Wanted m_volume;
 
-    QTimer m_readSoon;
-    QTimer m_settle;
-    QTimer m_sample;
-    QTimer m_sampleUnderWay;
+    QTimer m_readSoon{this};
+    QTimer m_settle{this};
+    QTimer m_sample{this};
+    QTimer m_sampleUnderWay{this};
 };
 
 } // namespace tunedeck

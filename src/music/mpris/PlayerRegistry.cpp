@@ -18,10 +18,12 @@ constexpr Milliseconds graceForNames{10};
 
 } // namespace
 
-PlayerRegistry::PlayerRegistry(const QDBusConnection &bus, QObject *parent)
+PlayerRegistry::PlayerRegistry(const QDBusConnection &bus, Clock clock, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
+    , m_clock(std::move(clock))
 {
+    m_removal.setObjectName(QStringLiteral("removalTimer"));
     m_removal.setSingleShot(true);
     m_removal.setInterval(graceForNames);
     connect(&m_removal, &QTimer::timeout, this, &PlayerRegistry::removeOwnerless);
@@ -113,7 +115,8 @@ void PlayerRegistry::add(const QString &name, const QString &owner, MprisPlayer:
         return;
     }
     const QString shortName = name.mid(mpris::namePrefix.size());
-    auto *player = m_players.emplace_back(std::make_unique<MprisPlayer>(m_bus, owner, shortName, arrival)).get();
+    auto *player =
+        m_players.emplace_back(std::make_unique<MprisPlayer>(m_bus, owner, shortName, arrival, m_clock, this)).get();
     connect(player, &MprisPlayer::attached, this, [this, player] { Q_EMIT playerAttached(player); });
     connect(player, &MprisPlayer::asked, this, &PlayerRegistry::updateReady);
     connect(player, &MprisPlayer::changed, this,

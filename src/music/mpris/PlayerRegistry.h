@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "music/mpris/Instant.h"
 #include "music/mpris/MprisPlayer.h"
 
 #include <QDBusConnection>
@@ -20,7 +21,7 @@ class PlayerRegistry : public QObject {
     Q_OBJECT
 
 public:
-    explicit PlayerRegistry(const QDBusConnection &bus, QObject *parent = nullptr);
+    PlayerRegistry(const QDBusConnection &bus, Clock clock, QObject *parent = nullptr);
 
     /// In the order in which they came to the bus.
     [[nodiscard]] std::vector<MprisPlayer *> players() const;
@@ -45,10 +46,11 @@ private:
     void updateReady();
 
     QDBusConnection m_bus;
+    Clock m_clock;
     QDBusServiceWatcher m_watcher;
     QMap<QString, QString> m_owners; ///< by name on the bus
     std::vector<std::unique_ptr<MprisPlayer>> m_players;
-    QTimer m_removal;
+    QTimer m_removal{this};
     int m_ownersToFind = 0;
     bool m_isListed = false;
     bool m_isReady = false;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DemoPlayerProcess.h"
+#include "MusicAtRest.h"
 #include "music/MusicConnector.h"
 #include "music/mpris/MprisMusicApplication.h"
 #include "platform/ApplicationLauncher.h"
@@ -7,6 +8,7 @@
 #include "platform/WindowActivation.h"
 #include "support/PrivateBus.h"
 #include "support/TurnWatch.h"
+#include "support/elapse.h"
 #include "support/registerTest.h"
 
 #include <QGuiApplication>
@@ -62,6 +64,7 @@ private Q_SLOTS:
 private:
     void startFollowing(const QStringList &arguments);
     void checkAll() const;
+    [[nodiscard]] bool comesToRest() const { return m_rest.isReached(*m_music, m_musicConnection); }
 
     std::unique_ptr<PrivateBus> m_bus;
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -69,6 +72,8 @@ private:
     ApplicationLauncher m_launcher;
     WindowActivation m_windowActivation;
     std::unique_ptr<DemoPlayerProcess> m_player;
+    MusicAtRest m_rest;
+    QDBusConnection m_musicConnection{u"none"_s};
     std::unique_ptr<MprisMusicApplication> m_music;
     std::unique_ptr<MusicConnector> m_connector;
 };
@@ -89,6 +94,7 @@ void HostilePlayerTest::cleanup()
     m_player.reset();
     m_defaults.reset();
     m_bus.reset();
+    m_musicConnection = QDBusConnection(u"none"_s);
     QDBusConnection::disconnectFromBus(u"player"_s);
     QDBusConnection::disconnectFromBus(u"music"_s);
 }
@@ -97,7 +103,8 @@ void HostilePlayerTest::startFollowing(const QStringList &arguments)
 {
     m_player = std::make_unique<DemoPlayerProcess>(*m_bus, m_bus->connect(u"player"_s), arguments);
     QVERIFY(m_player->isReady());
-    m_music = std::make_unique<MprisMusicApplication>(m_bus->connect(u"music"_s), *m_defaults, m_launcher);
+    m_musicConnection = m_bus->connect(u"music"_s);
+    m_music = std::make_unique<MprisMusicApplication>(m_musicConnection, *m_defaults, m_launcher, m_rest.clock());
     QTRY_VERIFY(m_music->isReady());
     m_connector = std::make_unique<MusicConnector>(*m_music, m_windowActivation);
 }
@@ -135,8 +142,7 @@ void HostilePlayerTest::anyValueOfAnyPropertyGivesCleanText()
     for (const QString &kind : kinds) {
         const QString line = u"wrong %1 %2"_s.arg(key, kind);
         QVERIFY2(m_player->tell(line), qPrintable(line));
-        // Long enough for the full read that follows an announcement.
-        QTest::qWait(kind == u"huge" ? 120 : 60);
+        QVERIFY2(comesToRest(), qPrintable(line));
         if (m_music->isRunning()) {
             m_connector->refreshPlayerState();
         }
@@ -166,7 +172,7 @@ void HostilePlayerTest::aPlayerThatIsWrongAllOverIsSurvivedFromTheStart()
         arguments << u"--do"_s << u"wrong %1 %2"_s.arg(key, kind);
     }
     startFollowing(arguments);
-    QTest::qWait(250);
+    QVERIFY(comesToRest());
     checkAll();
     // Every command may now be refused, but none may do harm.
     m_music->playpause();
@@ -177,7 +183,7 @@ void HostilePlayerTest::aPlayerThatIsWrongAllOverIsSurvivedFromTheStart()
     m_music->setShuffleEnabled(true);
     m_music->setSongRepeat(SongRepeat::one);
     m_music->fastForward();
-    QTest::qWait(50);
+    QTRY_VERIFY(!MusicAtRest::hasUnansweredCall(*m_music));
     m_music->resume();
     checkAll();
     QVERIFY(m_player->tell(u"right all"_s));
@@ -200,7 +206,8 @@ void HostilePlayerTest::aPlayerThatListsNoPropertyIsNeverAskedForOne()
     QCOMPARE(m_music->songRepeat(), std::nullopt);
     m_music->sampleAnew();
     QVERIFY(m_player->tell(u"next"_s));
-    QTest::qWait(300);
+    QVERIFY(elapse(*m_music->findChild<QTimer *>(u"sampleTimer"_s)));
+    QVERIFY(comesToRest());
     QVERIFY(m_music->isRunning());
     QVERIFY(m_player->takeCalls().filter(u"Get Position"_s).isEmpty());
 }

@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/MprisMusicApplication.h"
 #include "DemoPlayerProcess.h"
+#include "MusicAtRest.h"
 #include "music/MusicConnector.h"
 #include "platform/ApplicationLauncher.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
 #include "support/PrivateBus.h"
+#include "support/elapse.h"
 #include "support/registerTest.h"
 
 #include <QDBusConnectionInterface>
+#include <QDBusServiceWatcher>
 #include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -100,12 +103,20 @@ private:
     void forgetCalls();
     /// What the player was sent since forgetCalls().
     const QStringList &commands();
+    /// Until nothing more follows by itself from what has happened. `left` is a timer that goes on.
+    [[nodiscard]] bool comesToRest(const QTimer *left = nullptr) const
+    {
+        return m_rest.isReached(*m_music, m_musicConnection, left);
+    }
+    [[nodiscard]] QTimer &timer(const QString &name) const { return *m_music->findChild<QTimer *>(name); }
     void tell(const QString &line) const { QVERIFY2(m_player->tell(line), qPrintable(line)); }
 
     std::unique_ptr<PrivateBus> m_bus;
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<UserDefaults> m_defaults;
     RecordingLauncher m_launcher;
+    MusicAtRest m_rest;
+    QDBusConnection m_musicConnection{u"none"_s};
     std::unique_ptr<DemoPlayerProcess> m_player;
     std::unique_ptr<MprisMusicApplication> m_music;
     QStringList m_commands;
@@ -127,6 +138,7 @@ void MprisMusicApplicationTest::cleanup()
     m_player.reset();
     m_defaults.reset();
     m_bus.reset();
+    m_musicConnection = QDBusConnection(u"none"_s);
     for (; m_connections > 0; --m_connections) {
         QDBusConnection::disconnectFromBus(QString::number(m_connections));
     }
@@ -141,8 +153,8 @@ void MprisMusicApplicationTest::startPlayer(const QStringList &arguments)
 
 void MprisMusicApplicationTest::startMusic()
 {
-    const QDBusConnection connection = m_bus->connect(QString::number(++m_connections));
-    m_music = std::make_unique<MprisMusicApplication>(connection, *m_defaults, m_launcher);
+    m_musicConnection = m_bus->connect(QString::number(++m_connections));
+    m_music = std::make_unique<MprisMusicApplication>(m_musicConnection, *m_defaults, m_launcher, m_rest.clock());
     QTRY_VERIFY(m_music->isReady());
     if (m_player) {
         forgetCalls();
@@ -229,7 +241,8 @@ void MprisMusicApplicationTest::aPlayerKilledInMidCallIsGoneWithin100Millisecond
     QSignalSpy terminated(m_music.get(), &MusicApplication::didTerminate);
     m_player->freeze();
     QVERIFY(m_music->playpause());
-    QTest::qWait(5);
+    QCoreApplication::processEvents();
+    QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
     m_player->kill();
     QElapsedTimer sinceKill;
     sinceKill.start();
@@ -243,14 +256,14 @@ void MprisMusicApplicationTest::twoPlayPausesInOneTurnNeverReachThePlayer()
 {
     startPlayer({u"--play"_s});
     startMusic();
-    QTest::qWait(50);
+    QVERIFY(comesToRest());
     forgetCalls();
     const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
     QVERIFY(m_music->playpause());
     QVERIFY(m_music->playpause());
     QTRY_COMPARE(info.count(), 1);
     QCOMPARE(playerInfoValue(info, UserInfoKey::playerState), u"Playing"_s);
-    QTest::qWait(100);
+    QVERIFY(comesToRest());
     QCOMPARE(commands(), QStringList());
 }
 
@@ -263,7 +276,7 @@ void MprisMusicApplicationTest::onePlayPauseIsSentAndShownAtOnce()
     const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
     QTRY_COMPARE(commands(), QStringList{u"PlayPause"_s});
     QCOMPARE(playerInfoValue(info, UserInfoKey::playerState), u"Paused"_s);
-    QTest::qWait(500);
+    QVERIFY(comesToRest());
     QCOMPARE(m_music->playerState(), PlayerState::paused);
 }
 
@@ -280,11 +293,12 @@ void MprisMusicApplicationTest::aPlayPauseWhileOneIsUnansweredIsDropped()
 {
     startPlayer({u"--play"_s});
     startMusic();
-    tell(u"late 200"_s);
+    tell(u"hold on"_s);
     QVERIFY(m_music->playpause());
-    QTest::qWait(20);
+    QTRY_COMPARE(commands(), QStringList{u"PlayPause"_s});
     QVERIFY(!m_music->playpause());
-    QTest::qWait(250);
+    tell(u"hold off"_s);
+    QVERIFY(comesToRest());
     QCOMPARE(commands(), QStringList{u"PlayPause"_s});
     QCOMPARE(m_music->playerState(), PlayerState::paused);
 }
@@ -323,7 +337,7 @@ void MprisMusicApplicationTest::theBlinkAtATrackChangeIsNeverPosted()
     const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
     QVERIFY(m_music->nextTrack());
     QTRY_VERIFY(m_music->currentTrack() && m_music->currentTrack()->name != first);
-    QTest::qWait(300);
+    QVERIFY(comesToRest());
     for (const QList<QVariant> &post : info) {
         QCOMPARE(post.at(0).toMap().value(UserInfoKey::playerState), u"Playing"_s);
     }
@@ -339,7 +353,7 @@ void MprisMusicApplicationTest::aHalfFilledTrackIsNeverPosted()
     const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
     QVERIFY(m_music->nextTrack());
     QTRY_VERIFY(m_music->currentTrack()->name != first);
-    QTest::qWait(300);
+    QVERIFY(comesToRest());
     for (const QList<QVariant> &post : info) {
         QVERIFY(!post.at(0).toMap().value(UserInfoKey::artist).toString().isEmpty());
     }
@@ -352,10 +366,12 @@ void MprisMusicApplicationTest::aTrackThatThePlayerRestartsIsNotPostedAgain()
     tell(u"blink 80"_s);
     tell(u"seek 100"_s);
     QTRY_VERIFY(m_music->playerPosition() > 99.0);
-    QTest::qWait(20);
+    // For a while after a seek no other place is believed.
+    QVERIFY(comesToRest());
     const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
     tell(u"restart"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(m_music->playerPosition() < 5.0, 2'500);
+    QTRY_VERIFY(m_music->playerPosition() < 5.0);
+    QVERIFY(comesToRest());
     QCOMPARE(info.count(), 0);
 }
 
@@ -384,12 +400,13 @@ void MprisMusicApplicationTest::ofManyPositionsOneIsUnderWayAndTheLastIsTheLastW
 {
     startPlayer({u"--play"_s, u"--track"_s, u"4"_s});
     startMusic();
-    tell(u"late 100"_s);
+    tell(u"hold on"_s);
     for (int second = 100; second <= 400; ++second) {
         QVERIFY(m_music->setPlayerPosition(second));
         QVERIFY(m_music->playerPosition() >= second);
     }
-    QTest::qWait(350);
+    tell(u"hold off"_s);
+    QVERIFY(comesToRest());
     QCOMPARE(commands(),
         (QStringList{u"SetPosition /org/tunedeck/demo/track/4 100000000"_s,
             u"SetPosition /org/tunedeck/demo/track/4 400000000"_s}));
@@ -400,12 +417,13 @@ void MprisMusicApplicationTest::ofManyVolumesOneIsUnderWayAndTheLastIsTheLastWan
 {
     startPlayer({u"--play"_s});
     startMusic();
-    tell(u"late 100"_s);
+    tell(u"hold on"_s);
     for (int volume = 10; volume <= 60; ++volume) {
         QVERIFY(m_music->setSoundVolume(volume));
         QCOMPARE(m_music->soundVolume(), volume);
     }
-    QTest::qWait(350);
+    tell(u"hold off"_s);
+    QVERIFY(comesToRest());
     QCOMPARE(commands(), (QStringList{u"Set Volume 0.104"_s, u"Set Volume 0.604"_s}));
     QCOMPARE(m_music->soundVolume(), 60);
 }
@@ -416,10 +434,10 @@ void MprisMusicApplicationTest::everyVolumeIsReadBackAsItWasSet()
     startMusic();
     for (const int volume : {0, 1, 29, 50, 57, 58, 99, 100}) {
         QVERIFY(m_music->setSoundVolume(volume));
-        QTest::qWait(20);
+        QTRY_VERIFY(!MusicAtRest::hasUnansweredCall(*m_music));
         QCOMPARE(m_music->soundVolume(), volume);
     }
-    QTest::qWait(700);
+    QVERIFY(comesToRest());
     QCOMPARE(m_music->soundVolume(), 100);
     QVERIFY(m_music->setSoundVolume(1'000));
     QCOMPARE(m_music->soundVolume(), 100);
@@ -431,13 +449,16 @@ void MprisMusicApplicationTest::anEchoOfOurVolumeDoesNotMoveIt()
 {
     startPlayer({u"--play"_s, u"--do"_s, u"echo 3"_s});
     startMusic();
+    QList<int> volumes;
+    connect(m_music.get(), &MusicApplication::playbackSettingsDidChange, this,
+        [&] { volumes.append(m_music->soundVolume().value_or(-1)); });
     QVERIFY(m_music->setSoundVolume(20));
-    QElapsedTimer timer;
-    timer.start();
-    while (timer.elapsed() < 700) {
-        QTest::qWait(10);
-        QCOMPARE(m_music->soundVolume(), 20);
-    }
+    QTRY_VERIFY(!MusicAtRest::hasUnansweredCall(*m_music));
+    QCOMPARE(m_music->soundVolume(), 20);
+    QVERIFY(comesToRest());
+    QCOMPARE(m_music->soundVolume(), 20);
+    volumes.removeAll(20);
+    QCOMPARE(volumes, QList<int>());
 }
 
 void MprisMusicApplicationTest::shuffleAndRepeatAreWhatThePlayerSaysAfterwards()
@@ -460,7 +481,7 @@ void MprisMusicApplicationTest::aRefusedRepeatStaysWhatItWas()
     startPlayer({u"--play"_s, u"--do"_s, u"refuse LoopStatus"_s});
     startMusic();
     QVERIFY(m_music->setSongRepeat(SongRepeat::one));
-    QTest::qWait(300);
+    QVERIFY(comesToRest());
     QCOMPARE(m_music->songRepeat(), SongRepeat::off);
 }
 
@@ -469,11 +490,17 @@ void MprisMusicApplicationTest::holdingForwardSeeksInGrowingStepsUntilResume()
     startPlayer({u"--play"_s, u"--track"_s, u"4"_s});
     startMusic();
     QVERIFY(m_music->setPlayerPosition(100));
-    QTest::qWait(20);
+    QVERIFY(comesToRest());
     forgetCalls();
     QVERIFY(m_music->fastForward());
     QCOMPARE(m_music->playerState(), PlayerState::fastForwarding);
-    QTest::qWait(600);
+    QTimer &seekTimer = timer(u"seekTimer"_s);
+    // It is fired by hand from here on.
+    seekTimer.start(std::chrono::hours(1));
+    for (int step = 0; step < 2; ++step) {
+        QTRY_VERIFY(!MusicAtRest::hasUnansweredCall(*m_music));
+        QVERIFY(elapse(seekTimer));
+    }
     QVERIFY(m_music->resume());
     QCOMPARE(m_music->playerState(), PlayerState::playing);
     // Steps of 2, 3 and 4 seconds from where the track was.
@@ -491,7 +518,9 @@ void MprisMusicApplicationTest::aSeekInThePlayersWindowShowsWithinTwoAndAHalfSec
     startMusic();
     const QSignalSpy settings(m_music.get(), &MusicApplication::playbackSettingsDidChange);
     tell(u"seek 1000"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(m_music->playerPosition() > 999.0, 2'500);
+    QVERIFY(timer(u"sampleTimer"_s).interval() <= 2'500);
+    QVERIFY(elapse(timer(u"sampleTimer"_s)));
+    QTRY_VERIFY(m_music->playerPosition() > 999.0);
     QTRY_VERIFY(settings.count() >= 1);
 }
 
@@ -503,15 +532,19 @@ void MprisMusicApplicationTest::aTrackThatIsLateInStartingShowsWithinTwoAndAHalf
     // From here on the player is known to announce seeks, and is seldom asked where it is.
     tell(u"seek 10"_s);
     QTRY_VERIFY(m_music->playerPosition() > 9.0);
-    bool wasAsked = false;
-    QTRY_VERIFY_WITH_TIMEOUT(
-        (wasAsked = wasAsked || !m_player->takeCalls().filter(u"Get Position"_s).isEmpty()), 2'500);
+    QTimer &underWay = timer(u"underWayTimer"_s);
+    QVERIFY(underWay.interval() <= 2'500);
+    QVERIFY(elapse(underWay));
+    QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
+    QCOMPARE(m_player->takeCalls().filter(u"Get Position"_s).size(), 1);
     tell(u"signals seeked off"_s);
     tell(u"next"_s);
     QTRY_VERIFY(info.count() >= 1);
-    QTest::qWait(300); // all that is read because of the change has been read
+    // All that is read because of the change is read before the player is where it will be.
+    QVERIFY(comesToRest(&underWay));
     tell(u"seek 30"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(m_music->playerPosition() > 29.0, 2'500);
+    QVERIFY(elapse(underWay));
+    QTRY_VERIFY(m_music->playerPosition() > 29.0);
 }
 
 void MprisMusicApplicationTest::aPausedPlayerIsLeftAlone()
@@ -520,11 +553,15 @@ void MprisMusicApplicationTest::aPausedPlayerIsLeftAlone()
     startMusic();
     tell(u"pause"_s);
     QTRY_COMPARE(m_music->playerState(), PlayerState::paused);
-    QTest::qWait(300);
+    QVERIFY(comesToRest());
     forgetCalls();
-    QTest::qWait(900);
+    // Without a timer that runs and a call to come back, nothing but the player itself brings Music back to it.
+    QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
     QCOMPARE(m_player->takeCalls(), QStringList());
-    for (const QTimer *timer : m_music->findChildren<QTimer *>()) {
+    QVERIFY(!MusicAtRest::hasUnansweredCall(*m_music));
+    const QList<QTimer *> timers = m_music->findChildren<QTimer *>();
+    QVERIFY(timers.size() > 1);
+    for (const QTimer *timer : timers) {
         QVERIFY(!timer->isActive());
     }
 }
@@ -538,7 +575,7 @@ void MprisMusicApplicationTest::aPlayerPausedInItsOwnWindowIsPostedAsPaused()
     QTRY_COMPARE(playerInfoValue(info, UserInfoKey::playerState), u"Paused"_s);
     QCOMPARE(info.count(), 1);
     const double position = *m_music->playerPosition();
-    QTest::qWait(50);
+    QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
     QCOMPARE(*m_music->playerPosition(), position);
 }
 
@@ -581,16 +618,18 @@ void MprisMusicApplicationTest::aPlayerThatIsNotFollowedChangesNothing()
     const QSignalSpy launched(m_music.get(), &MusicApplication::didLaunch);
     const QSignalSpy terminated(m_music.get(), &MusicApplication::didTerminate);
     const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
-    QTest::qWait(20);
+    QVERIFY(comesToRest());
     const qsizetype before = info.count();
     {
         const QDBusConnection control = m_bus->connect(QString::number(++m_connections));
         const DemoPlayerProcess other(*m_bus, control, {u"--name"_s, u"other"_s, u"--play"_s});
         QVERIFY(other.isReady());
         QVERIFY(other.tell(u"next"_s));
-        QTest::qWait(200);
+        QTRY_COMPARE(m_music->followablePlayers().size(), 2);
+        QVERIFY(comesToRest());
     }
-    QTest::qWait(100);
+    QTRY_COMPARE(m_music->followablePlayers().size(), 1);
+    QVERIFY(comesToRest());
     QCOMPARE(launched.count(), 0);
     QCOMPARE(terminated.count(), 0);
     QCOMPARE(info.count(), before);
@@ -601,8 +640,20 @@ void MprisMusicApplicationTest::aNameGivenUpForAMomentIsNotQuitting()
     startPlayer({u"--play"_s});
     startMusic();
     const QSignalSpy terminated(m_music.get(), &MusicApplication::didTerminate);
+    const QDBusConnection onlooker = m_bus->connect(QString::number(++m_connections));
+    const QDBusServiceWatcher watcher(u"org.mpris.MediaPlayer2.tunedeckdemo"_s, onlooker);
+    const QSignalSpy lost(&watcher, &QDBusServiceWatcher::serviceUnregistered);
+    const QSignalSpy taken(&watcher, &QDBusServiceWatcher::serviceRegistered);
+    // However slow the machine is, the player is back in time.
+    QTimer &removal = timer(u"removalTimer"_s);
+    QVERIFY(removal.interval() >= 10);
+    removal.setInterval(std::chrono::hours(1));
     tell(u"retake 2"_s);
-    QTest::qWait(200);
+    QTRY_COMPARE(taken.count(), 1);
+    QCOMPARE(lost.count(), 1);
+    QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
+    QVERIFY(!removal.isActive());
+    QVERIFY(comesToRest());
     QCOMPARE(terminated.count(), 0);
     QVERIFY(m_music->isRunning());
 }
@@ -622,12 +673,13 @@ void MprisMusicApplicationTest::aFrozenPlayerStopsTheClockAndIsSentNothing()
     QVERIFY(!m_music->nextTrack());
     QVERIFY(!m_music->setSoundVolume(10));
     QVERIFY(!m_music->setPlayerPosition(10));
-    QTest::qWait(50);
+    QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
     QCOMPARE(*m_music->playerPosition(), position);
     m_player->thaw();
     QTRY_COMPARE_WITH_TIMEOUT(responding.count(), 2, 2'000);
     // What was sent before the silence was noticed is carried out, once.
     QTRY_COMPARE(m_music->playerState(), PlayerState::paused);
+    QVERIFY(comesToRest());
     QCOMPARE(commands(), QStringList{u"PlayPause"_s});
 }
 
@@ -782,7 +834,7 @@ void MprisMusicApplicationTest::theStartUpShowsTheTrack()
     QTRY_VERIFY(connector.currentTrack().has_value());
     QVERIFY(!connector.currentTrack()->trackName->isEmpty());
     QCOMPARE(connector.feedType(), FeedType::localTrack);
-    QTest::qWait(100);
+    QVERIFY(comesToRest());
     QCOMPARE(commands(), QStringList());
     tell(u"pause"_s);
     QTRY_VERIFY(!connector.isProgressPollingTimerActive());
@@ -805,7 +857,7 @@ void MprisMusicApplicationTest::aPlayerInfoComesWithinAFrameOfThePlayersSignal()
         timer.start();
         QTRY_COMPARE_WITH_TIMEOUT(changed.count(), before + 1, 500);
         slowest = std::max(slowest, timer.elapsed());
-        QTest::qWait(100);
+        QVERIFY(comesToRest());
     }
     qInfo("slowest of 5 track changes: %lld ms after the player's answer", slowest);
 }

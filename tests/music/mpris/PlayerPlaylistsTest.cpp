@@ -2,6 +2,7 @@
 #include "music/mpris/PlayerPlaylists.h"
 
 #include "DemoPlayerProcess.h"
+#include "MusicAtRest.h"
 #include "music/MusicConnector.h"
 #include "music/mpris/MprisMusicApplication.h"
 #include "platform/ApplicationLauncher.h"
@@ -9,6 +10,7 @@
 #include "platform/WindowActivation.h"
 #include "support/PrivateBus.h"
 #include "support/TurnWatch.h"
+#include "support/finishBackgroundJobs.h"
 #include "support/registerTest.h"
 
 #include <QDBusConnectionInterface>
@@ -89,6 +91,7 @@ private:
     const QStringList &calls();
     /// Those of them that are commands.
     [[nodiscard]] QStringList commands();
+    [[nodiscard]] bool comesToRest() const { return m_rest.isReached(*m_music, m_musicConnection); }
     void tell(const QString &line) const { QVERIFY2(m_player->tell(line), qPrintable(line)); }
     [[nodiscard]] PlaylistOption option(qsizetype number) const { return m_connector->playlistOptions().at(number); }
 
@@ -98,6 +101,8 @@ private:
     LaunchCounter m_launcher;
     WindowActivation m_windowActivation;
     std::unique_ptr<DemoPlayerProcess> m_player;
+    MusicAtRest m_rest;
+    QDBusConnection m_musicConnection{u"none"_s};
     std::unique_ptr<MprisMusicApplication> m_music;
     std::unique_ptr<MusicConnector> m_connector;
     QStringList m_calls;
@@ -122,6 +127,7 @@ void PlayerPlaylistsTest::cleanup()
     m_player.reset();
     m_defaults.reset();
     m_bus.reset();
+    m_musicConnection = QDBusConnection(u"none"_s);
     QDBusConnection::disconnectFromBus(u"player"_s);
     QDBusConnection::disconnectFromBus(u"music"_s);
 }
@@ -151,7 +157,8 @@ void PlayerPlaylistsTest::startPlayer(const QStringList &lines)
 
 void PlayerPlaylistsTest::startMusic()
 {
-    m_music = std::make_unique<MprisMusicApplication>(m_bus->connect(u"music"_s), *m_defaults, m_launcher);
+    m_musicConnection = m_bus->connect(u"music"_s);
+    m_music = std::make_unique<MprisMusicApplication>(m_musicConnection, *m_defaults, m_launcher, m_rest.clock());
     QTRY_VERIFY(m_music->isReady());
 }
 
@@ -277,7 +284,7 @@ void PlayerPlaylistsTest::aRenamedPlaylistShowsItsNewNameAtTheNextLoad()
     const PlaylistOption before = option(1);
     QCOMPARE(before.name, u"Short Ones"_s);
     tell(u"playlist 1 Very Short Ones"_s);
-    QTest::qWait(100);
+    QVERIFY(comesToRest());
     QCOMPARE(option(1), before);
     QCOMPARE(calls().filter(u"GetPlaylists"_s), QStringList());
 
@@ -499,7 +506,8 @@ void PlayerPlaylistsTest::thePlaylistThatPlaysIsNotPlayedAgain()
     QCOMPARE(m_connector->selectedPlaylist(), std::optional(option(0)));
     m_connector->playSelectedPlaylist();
     QTRY_VERIFY(calls().contains(u"GetAll org.mpris.MediaPlayer2.Playlists"_s));
-    QTest::qWait(100);
+    QVERIFY(finishBackgroundJobs(*m_connector));
+    QVERIFY(comesToRest());
     QCOMPARE(commands(), QStringList());
 }
 
