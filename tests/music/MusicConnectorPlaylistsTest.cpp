@@ -2,6 +2,7 @@
 #include "ConnectorObserver.h"
 #include "platform/WindowActivation.h"
 #include "support/ScriptedMusicApplication.h"
+#include "support/finishBackgroundJobs.h"
 #include "support/registerTest.h"
 
 #include <QElapsedTimer>
@@ -146,7 +147,7 @@ private Q_SLOTS:
         connector.loadPlaylists();
         music.releaseBackground();
         QTRY_COMPARE(observer.lines(), announced);
-        QTest::qWait(20);
+        QVERIFY(finishBackgroundJobs(connector));
         QCOMPARE(music.backgroundReads(), aWholeLoad);
         QCOMPARE(observer.take(), announced);
 
@@ -160,7 +161,7 @@ private Q_SLOTS:
         music.setRunning(false);
         MusicConnector connector(music, m_windowActivation);
         connector.loadPlaylists();
-        QTest::qWait(20);
+        QVERIFY(finishBackgroundJobs(connector));
         QCOMPARE(music.backgroundReads(), QStringList());
     }
 
@@ -176,7 +177,7 @@ private Q_SLOTS:
         music.setRunning(true);
         music.releaseBackground();
         QTRY_COMPARE(music.backgroundReads(), aWholeLoad);
-        QTest::qWait(20);
+        QVERIFY(finishBackgroundJobs(connector));
         QCOMPARE(connector.playlistOptions(), QList<PlaylistOption>());
     }
 
@@ -195,7 +196,7 @@ private Q_SLOTS:
         music.releaseBackground();
         QTRY_COMPARE(connector.playlistOptions().size(), 2);
         QTRY_COMPARE(music.backgroundReads().size(), 6);
-        QTest::qWait(20);
+        QVERIFY(finishBackgroundJobs(connector));
         QCOMPARE(observer.take(), QStringList({u"playlistOptions [A, B]"_s, u"selectedPlaylist none"_s}));
     }
 
@@ -248,7 +249,7 @@ private Q_SLOTS:
         connector.setSelectedPlaylist(PlaylistOption{2, u"B"_s});
         connector.playSelectedPlaylist();
         QTRY_COMPARE(music.backgroundReads(), calls);
-        QTest::qWait(20);
+        QVERIFY(finishBackgroundJobs(connector));
         QCOMPARE(music.backgroundReads(), calls);
         QCOMPARE(music.commands(), QStringList());
     }
@@ -259,7 +260,7 @@ private Q_SLOTS:
         music.setRunning(false);
         MusicConnector connector(music, m_windowActivation);
         connector.playSelectedPlaylist();
-        QTest::qWait(20);
+        QVERIFY(finishBackgroundJobs(connector));
         QCOMPARE(music.backgroundReads(), QStringList());
     }
 
@@ -288,7 +289,7 @@ private Q_SLOTS:
         music.releaseBackground();
         const QStringList first = {u"currentPlaylist"_s, u"playPlaylist 1"_s};
         QTRY_COMPARE(music.backgroundReads(), first);
-        QTest::qWait(20);
+        QVERIFY(finishBackgroundJobs(connector));
         QCOMPARE(music.backgroundReads(), first);
 
         connector.playSelectedPlaylist();

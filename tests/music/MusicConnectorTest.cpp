@@ -4,7 +4,9 @@
 #include "ConnectorObserver.h"
 #include "platform/WindowActivation.h"
 #include "support/ScriptedMusicApplication.h"
+#include "support/StartWatch.h"
 #include "support/abortedRun.h"
+#include "support/finishBackgroundJobs.h"
 #include "support/registerTest.h"
 
 #include <QGuiApplication>
@@ -326,13 +328,11 @@ private Q_SLOTS:
     {
         ScriptedMusicApplication music;
         MusicConnector connector(music, m_windowActivation);
-        const auto *timer = connector.findChild<QTimer *>(u"refreshTrackTimer"_s);
         connector.setFeedType(FeedType::liveStream);
-        // More than the 5 % that the timer may be off to either side.
-        QTest::qWait(200);
-        const int remaining = timer->remainingTime();
+        const StartWatch watch(*connector.findChild<QTimer *>(u"refreshTrackTimer"_s));
+        QVERIFY(!watch.wasStarted());
         connector.setFeedType(FeedType::liveStream);
-        QVERIFY(timer->remainingTime() > remaining);
+        QVERIFY(watch.wasStarted());
     }
 
     void theTrackTimerRefreshesTheTrackEvery1500Ms()
@@ -870,7 +870,7 @@ private Q_SLOTS:
         music.clearRecords();
         Q_EMIT music.didLaunch();
         QCOMPARE(connector.playlistOptions().size(), 1);
-        QTest::qWait(20);
+        QVERIFY(finishBackgroundJobs(connector));
         QCOMPARE(music.backgroundReads(), QStringList());
     }
 
@@ -981,12 +981,12 @@ private Q_SLOTS:
         connector.refreshTrackInfo();
         connector.refreshTrackInfo();
         connector.refreshTrackInfo();
-        QTest::qWait(20);
+        QCoreApplication::processEvents();
         QCOMPARE(music.backgroundReads().size(), 1);
 
         music.releaseBackground();
         QTRY_COMPARE(music.backgroundReads().size(), 2);
-        QTest::qWait(20);
+        QVERIFY(finishBackgroundJobs(connector));
         QCOMPARE(music.backgroundReads().size(), 2);
     }
 
@@ -1003,7 +1003,7 @@ private Q_SLOTS:
         music.quit();
         music.setRunning(true);
         music.releaseBackground();
-        QTest::qWait(20);
+        QVERIFY(finishBackgroundJobs(connector));
         QCOMPARE(connector.audioOutputNames(), std::nullopt);
 
         connector.setFeedType(FeedType::localTrack);
