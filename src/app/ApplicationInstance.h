@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/DesktopAction.h"
-#include "platform/Startup.h"
+#include "platform/ActivationToken.h"
 
 #include <QDBusConnection>
 #include <QObject>

@@ -2,7 +2,7 @@
 #include "app/DesktopFont.h"
 
 #include "platform/Appearance.h"
-#include "platform/isWayland.h"
+#include "platform/windowSystem.h"
 #include "widgets/scaledFont.h"
 
 #include <QApplication>

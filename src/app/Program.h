@@ -2,12 +2,12 @@
 #pragma once
 
 #include "app/DesktopFont.h"
-#include "app/PlayersOnTheBus.h"
+#include "app/MprisSeenPlayers.h"
 #include "app/SoftwareUpdater.h"
 #include "music/mpris/MprisMusicApplication.h"
+#include "platform/ActivationToken.h"
 #include "platform/Appearance.h"
 #include "platform/ApplicationLauncher.h"
-#include "platform/Startup.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/SessionDisplays.h"
 
-#include "platform/isWayland.h"
+#include "platform/windowSystem.h"
 
 #include <QtGlobal>
 

@@ -4,10 +4,10 @@
 #include "app/Program.h"
 #include "app/SessionDisplays.h"
 #include "app/installTranslators.h"
-#include "app/startAnew.h"
+#include "app/restartInPlace.h"
+#include "platform/ActivationToken.h"
 #include "platform/BundleInfo.h"
 #include "platform/SessionBus.h"
-#include "platform/Startup.h"
 #include "platform/UserDefaults.h"
 #include "x11/activateOnX11.h"
 

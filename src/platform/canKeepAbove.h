@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/isWayland.h"
+#include "platform/windowSystem.h"
 
 namespace tunedeck {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "x11/activateOnX11.h"
 
-#include "platform/Startup.h"
+#include "platform/ActivationToken.h"
 #include "x11/x11.h"
 
 #include <QByteArray>

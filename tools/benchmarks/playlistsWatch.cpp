@@ -4,7 +4,7 @@
 // and then how much memory it has to itself, in kilobytes.
 
 #include "app/Application.h"
-#include "app/PlayersOnTheBus.h"
+#include "app/MprisSeenPlayers.h"
 #include "app/SoftwareUpdater.h"
 #include "drawer/PlaylistView.h"
 #include "drawer/PlaylistViewController.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "dock/DockMenu.h"
+#include "dock/DockMenuServer.h"
 
 #include "support/PrivateBus.h"
 #include "support/registerTest.h"
@@ -161,7 +161,7 @@ DockMenuEvent clickOn(int id)
 }
 } // namespace
 
-class DockMenuTest : public QObject {
+class DockMenuServerTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -460,5 +460,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-TUNEDECK_TEST(tunedeck::DockMenuTest, QApplication)
-#include "DockMenuTest.moc"
+TUNEDECK_TEST(tunedeck::DockMenuServerTest, QApplication)
+#include "DockMenuServerTest.moc"

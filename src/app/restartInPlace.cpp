@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/startAnew.h"
+#include "app/restartInPlace.h"
 
 #include <QByteArray>
 #include <QFile>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/PlayersOnTheBus.h"
+#include "app/MprisSeenPlayers.h"
 
 #include "music/mpris/MprisMusicApplication.h"
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "app/showByRight.h"
+#include "app/activateWithToken.h"
 
 #include "app/Application.h"
-#include "platform/Startup.h"
-#include "platform/isWayland.h"
+#include "platform/ActivationToken.h"
+#include "platform/windowSystem.h"
 #include "window/WindowController.h"
 #include "x11/activateOnX11.h"
 

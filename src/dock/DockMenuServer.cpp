@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "dock/DockMenu.h"
+#include "dock/DockMenuServer.h"
 
 #include "platform/BundleInfo.h"
 

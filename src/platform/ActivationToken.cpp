@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/Startup.h"
+#include "platform/ActivationToken.h"
 
 #include <algorithm>
 

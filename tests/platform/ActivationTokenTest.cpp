@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/Startup.h"
+#include "platform/ActivationToken.h"
 #include "support/registerTest.h"
 
 #include <QTest>
@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace tunedeck {
 
-class StartupTest : public QObject {
+class ActivationTokenTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -98,5 +98,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-TUNEDECK_TEST(tunedeck::StartupTest, QCoreApplication)
-#include "StartupTest.moc"
+TUNEDECK_TEST(tunedeck::ActivationTokenTest, QCoreApplication)
+#include "ActivationTokenTest.moc"
