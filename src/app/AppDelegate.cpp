@@ -10,7 +10,7 @@
 #include "platform/BundleInfo.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
-#include "platform/canKeepAbove.h"
+#include "platform/windowSystem.h"
 #include "skin/looks/SkinEnvironment.h"
 #include "skin/views/AboutPinstripeView.h"
 #include "skin/views/VolumeSlider.h"

@@ -222,7 +222,7 @@ void Application::connectXWayland()
         m_mainMenu->offerXWayland(platformName == QLatin1String("xcb"));
         connect(m_mainMenu.get(), &MainMenu::xWaylandRequested, this, [this](bool use) {
             m_defaults.setBool(SettingsKey::startThroughXWayland, use);
-            Q_EMIT startAnewRequested();
+            Q_EMIT restartRequested();
         });
     }
 }

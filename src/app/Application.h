@@ -64,8 +64,8 @@ public Q_SLOTS:
     void reopen();
 
 Q_SIGNALS:
-    /// What the user asked for takes effect when the program starts again, and is to do so at once.
-    void startAnewRequested();
+    /// The user changed a setting that takes effect with a restart, and wants it now.
+    void restartRequested();
 
 private:
     void connectPlayer();

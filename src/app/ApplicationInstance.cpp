@@ -31,9 +31,9 @@ ApplicationInstance::ApplicationInstance(const QDBusConnection &bus, QObject *pa
 
     registerObject();
     m_isFirst = !m_bus.isConnected() || m_bus.registerService(applicationId.toString());
-    // A program that is on its way out must not be taken for the one that runs.
+    // A second start must not reach a program that is about to end.
     connect(qApp, &QCoreApplication::aboutToQuit, this,
-        [this] { tellBus(QStringLiteral("ReleaseName"), {applicationId.toString()}); });
+        [this] { callBus(QStringLiteral("ReleaseName"), {applicationId.toString()}); });
 }
 
 bool ApplicationInstance::isFirst() const
@@ -46,17 +46,17 @@ void ApplicationInstance::setBus(const QDBusConnection &bus)
     constexpr uint doNotQueue = 4;
     m_bus = bus;
     registerObject();
-    tellBus(QStringLiteral("RequestName"), {applicationId.toString(), doNotQueue});
+    callBus(QStringLiteral("RequestName"), {applicationId.toString(), doNotQueue});
 }
 
-/// Before the name is taken: whoever sees that may call at once.
+/// The object is there before the name is: a process that sees the name may call at once.
 void ApplicationInstance::registerObject()
 {
     m_bus.registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
 }
 
-/// Without waiting for an answer: neither the window nor the program's end is to wait for a bus that hangs.
-void ApplicationInstance::tellBus(const QString &method, const QVariantList &arguments)
+/// Waits for no answer: a bus that hangs must delay neither the window nor the program's end.
+void ApplicationInstance::callBus(const QString &method, const QVariantList &arguments)
 {
     const QString bus = QStringLiteral("org.freedesktop.DBus");
     QDBusMessage message = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus, method);
@@ -65,7 +65,7 @@ void ApplicationInstance::tellBus(const QString &method, const QVariantList &arg
 }
 
 void ApplicationInstance::askFirst(
-    std::optional<DesktopAction> action, const Startup &startup, std::function<void(bool answered)> done)
+    std::optional<DesktopAction> action, const ActivationToken &token, std::function<void(bool answered)> done)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(applicationId.toString(), objectPath,
         QStringLiteral("org.freedesktop.Application"),
@@ -74,7 +74,7 @@ void ApplicationInstance::askFirst(
     if (action) {
         message << desktopActionName(*action) << QVariantList();
     }
-    message << startup.platformData();
+    message << token.platformData();
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, deadline), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, done = std::move(done)] {
         watcher->deleteLater();
@@ -90,7 +90,7 @@ bool ApplicationInstance::isAskedForActionsAlone() const
 void ApplicationInstance::requestAction(DesktopAction action)
 {
     m_isActionRequested = true;
-    if (canTell(action)) {
+    if (canDeliver(action)) {
         Q_EMIT actionRequested(action);
         return;
     }
@@ -102,28 +102,28 @@ void ApplicationInstance::requestAction(DesktopAction action)
     }
 }
 
-void ApplicationInstance::tellActions()
+void ApplicationInstance::deliverActions()
 {
-    m_tellsActions = true;
-    tellWaitingActions();
+    m_deliversActions = true;
+    deliverWaitingActions();
 }
 
-void ApplicationInstance::tellMusicActions()
+void ApplicationInstance::deliverMusicActions()
 {
-    m_tellsMusicActions = true;
-    tellWaitingActions();
+    m_deliversMusicActions = true;
+    deliverWaitingActions();
 }
 
-bool ApplicationInstance::canTell(DesktopAction action) const
+bool ApplicationInstance::canDeliver(DesktopAction action) const
 {
-    return m_tellsActions && (m_tellsMusicActions || !needsMusic(action));
+    return m_deliversActions && (m_deliversMusicActions || !needsMusic(action));
 }
 
-void ApplicationInstance::tellWaitingActions()
+void ApplicationInstance::deliverWaitingActions()
 {
     const QList<DesktopAction> actions = std::exchange(m_waitingActions, {});
     for (const DesktopAction action : actions) {
-        if (canTell(action)) {
+        if (canDeliver(action)) {
             Q_EMIT actionRequested(action);
         } else {
             m_waitingActions.append(action);
@@ -137,22 +137,22 @@ void ApplicationInstance::tellWaitingActions()
 void ApplicationInstance::Activate(const QVariantMap &platformData)
 {
     m_isActivated = true;
-    Q_EMIT activated(Startup::fromPlatformData(platformData));
+    Q_EMIT activated(ActivationToken::fromPlatformData(platformData));
 }
 
 void ApplicationInstance::Open(const QStringList &, const QVariantMap &platformData)
 {
-    // The program opens no files; who asks it to, wants to see it.
+    // The program opens no files. A user who tries it wants to see the window.
     Activate(platformData);
 }
 
 void ApplicationInstance::ActivateAction(
     const QString &actionName, const QVariantList &parameter, const QVariantMap &platformData)
 {
-    Q_EMIT startupLeft(Startup::fromPlatformData(platformData));
+    Q_EMIT tokenUnused(ActivationToken::fromPlatformData(platformData));
     const std::optional<DesktopAction> action = desktopActionNamed(actionName);
     if (!action || !parameter.isEmpty()) {
-        qDebug("An action that there is not, or one with a parameter, was asked for over D-Bus.");
+        qDebug("D-Bus: an unknown action, or an action with a parameter, was requested.");
         return;
     }
     requestAction(*action);

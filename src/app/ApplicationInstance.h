@@ -16,8 +16,8 @@
 
 namespace tunedeck {
 
-/// Makes the program run once per session: the first process owns the program's name on the session bus, any other
-/// only asks the first one to show itself or to carry out an action. Without a bus every process is the first.
+/// Makes the program run once per session: the first process owns the program's name on the session bus. Any other
+/// process only asks the first to show itself or to carry out an action. Without a bus every process is the first.
 class ApplicationInstance : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -26,47 +26,48 @@ public:
     explicit ApplicationInstance(const QDBusConnection &bus, QObject *parent = nullptr);
 
     [[nodiscard]] bool isFirst() const;
-    /// Is asked on another bus from now on, unless another process of the program came first there.
+    /// Answers on `bus` from now on, unless another process of the program owns the name there.
     void setBus(const QDBusConnection &bus);
-    /// Asks the first process to carry out `action`, or without one to show itself, hands it `startup`, and calls
-    /// `done` with whether it answered, within a second.
-    void askFirst(std::optional<DesktopAction> action, const Startup &startup, std::function<void(bool answered)> done);
+    /// Asks the first process to carry out `action`, or to show itself if there is none, and hands it `token`. Calls
+    /// `done` within a second with whether the first process answered.
+    void askFirst(
+        std::optional<DesktopAction> action, const ActivationToken &token, std::function<void(bool answered)> done);
 
-    /// Whether nobody has asked for more than actions so far: a window that comes up leaves the keyboard where it is.
+    /// True while only actions have been requested: the window then opens without taking the keyboard focus.
     [[nodiscard]] bool isAskedForActionsAlone() const;
-    /// The action is told as soon as it can be carried out, or never if that takes longer than a second.
+    /// Emits actionRequested() as soon as the action can be carried out, or never if that takes longer than a second.
     void requestAction(DesktopAction action);
-    /// From now on, there is someone who carries out the actions that do not need Music.
-    void tellActions();
+    /// Call this when actions can be carried out, except those that need Music.
+    void deliverActions();
 
 public Q_SLOTS:
-    /// From now on, the actions that need Music can be carried out as well.
-    void tellMusicActions();
+    /// Call this when the actions that need Music can be carried out too.
+    void deliverMusicActions();
 
-    // What the desktop, or another process of the program, calls.
+    // The desktop, or another process of the program, calls these over D-Bus.
     Q_SCRIPTABLE void Activate(const QVariantMap &platformData);
     Q_SCRIPTABLE void Open(const QStringList &uris, const QVariantMap &platformData);
     Q_SCRIPTABLE void ActivateAction(
         const QString &actionName, const QVariantList &parameter, const QVariantMap &platformData);
 
 Q_SIGNALS:
-    void activated(const tunedeck::Startup &startup);
-    /// What was started was an action, which takes no keyboard.
-    void startupLeft(const tunedeck::Startup &startup);
+    void activated(const tunedeck::ActivationToken &token);
+    /// The token came with an action, which does not take the keyboard focus.
+    void tokenUnused(const tunedeck::ActivationToken &token);
     void actionRequested(tunedeck::DesktopAction action);
 
 private:
     void registerObject();
-    void tellBus(const QString &method, const QVariantList &arguments);
-    [[nodiscard]] bool canTell(DesktopAction action) const;
-    void tellWaitingActions();
+    void callBus(const QString &method, const QVariantList &arguments);
+    [[nodiscard]] bool canDeliver(DesktopAction action) const;
+    void deliverWaitingActions();
 
     QDBusConnection m_bus;
     bool m_isFirst;
     bool m_isActivated = false;
     bool m_isActionRequested = false;
-    bool m_tellsActions = false;
-    bool m_tellsMusicActions = false;
+    bool m_deliversActions = false;
+    bool m_deliversMusicActions = false;
     QList<DesktopAction> m_waitingActions;
     QTimer m_patience{this};
 };

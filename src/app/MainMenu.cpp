@@ -5,7 +5,7 @@
 #include "drawer/PlaylistViewController.h"
 #include "music/MenuItemIdentifier.h"
 #include "platform/BundleInfo.h"
-#include "platform/canKeepAbove.h"
+#include "platform/windowSystem.h"
 #include "player/ViewController.h"
 #include "window/WindowController.h"
 

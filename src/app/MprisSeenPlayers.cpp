@@ -5,14 +5,14 @@
 
 namespace tunedeck {
 
-PlayersOnTheBus::PlayersOnTheBus(const MprisMusicApplication &music, QObject *parent)
+MprisSeenPlayers::MprisSeenPlayers(const MprisMusicApplication &music, QObject *parent)
     : SeenPlayers(parent)
     , m_music(music)
 {
-    connect(&music, &MprisMusicApplication::followablePlayersChanged, this, &PlayersOnTheBus::seenPlayersChanged);
+    connect(&music, &MprisMusicApplication::followablePlayersChanged, this, &MprisSeenPlayers::seenPlayersChanged);
 }
 
-QList<SeenPlayer> PlayersOnTheBus::seenPlayers() const
+QList<SeenPlayer> MprisSeenPlayers::seenPlayers() const
 {
     QList<SeenPlayer> players;
     const QList<FollowablePlayer> followable = m_music.followablePlayers();

@@ -7,13 +7,13 @@ namespace tunedeck {
 
 class MprisMusicApplication;
 
-/// The players that the preferences offer to follow: those on the session bus.
-class PlayersOnTheBus : public SeenPlayers {
+/// The players that the preferences offer to follow: all MPRIS players on the session bus.
+class MprisSeenPlayers : public SeenPlayers {
     Q_OBJECT
 
 public:
     /// `music` must outlive this object.
-    explicit PlayersOnTheBus(const MprisMusicApplication &music, QObject *parent = nullptr);
+    explicit MprisSeenPlayers(const MprisMusicApplication &music, QObject *parent = nullptr);
 
     [[nodiscard]] QList<SeenPlayer> seenPlayers() const override;
 

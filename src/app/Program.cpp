@@ -22,14 +22,14 @@ namespace tunedeck {
 namespace {
 using namespace std::chrono_literals;
 
-/// The window opens with the track on it, unless the players take longer than anyone should wait for a window.
+/// The window opens with the track on it, unless the players take longer than this.
 constexpr auto longestWaitForMusic = 100ms;
 } // namespace
 
-Program::Program(const SessionBus &sessionBus, ApplicationInstance &instance, Startup startup)
+Program::Program(const SessionBus &sessionBus, ApplicationInstance &instance, ActivationToken token)
     : m_sessionBus(sessionBus)
     , m_instance(instance)
-    , m_startup(std::move(startup))
+    , m_token(std::move(token))
     , m_appearance(m_defaults, sessionBus.connection())
     , m_music(sessionBus.connection(), m_defaults, m_launcher)
     , m_updater(sessionBus.connection())
@@ -37,10 +37,10 @@ Program::Program(const SessionBus &sessionBus, ApplicationInstance &instance, St
     connect(&m_launcher, &ApplicationLauncher::failed, &QApplication::beep);
     connect(&m_windowActivation, &WindowActivation::windowDidBecomeKey, &m_music, &MprisMusicApplication::sampleAnew);
     connect(&m_instance, &ApplicationInstance::activated, this, &Program::activate);
-    connect(&m_instance, &ApplicationInstance::startupLeft, this, &endStartupOnX11);
-    connect(&m_sessionBus, &SessionBus::changed, this, &Program::takeBus);
+    connect(&m_instance, &ApplicationInstance::tokenUnused, this, &endStartupNotificationOnX11);
+    connect(&m_sessionBus, &SessionBus::changed, this, &Program::applyBus);
     connect(&m_music, &MprisMusicApplication::ready, this, &Program::start);
-    connect(&m_music, &MprisMusicApplication::ready, &m_instance, &ApplicationInstance::tellMusicActions);
+    connect(&m_music, &MprisMusicApplication::ready, &m_instance, &ApplicationInstance::deliverMusicActions);
     QTimer::singleShot(m_music.isReady() ? 0ms : longestWaitForMusic, this, &Program::start);
 }
 
@@ -53,16 +53,16 @@ void Program::start()
     }
     m_application = std::make_unique<Application>(
         Application::Environment{m_music, m_defaults, m_appearance, m_windowActivation, m_players, m_updater});
-    connect(m_application.get(), &Application::startAnewRequested, this, &Program::startAnewRequested);
+    connect(m_application.get(), &Application::restartRequested, this, &Program::restartRequested);
     AppDelegate &delegate = m_application->delegate();
     connect(&m_instance, &ApplicationInstance::actionRequested, &delegate,
         [&delegate](DesktopAction action) { perform(action, delegate); });
     show();
-    m_instance.tellActions();
+    m_instance.deliverActions();
     if (m_music.isReady()) {
-        m_instance.tellMusicActions();
+        m_instance.deliverMusicActions();
     }
-    // Nobody waits for it to see the window.
+    // The window comes up first.
     QMetaObject::invokeMethod(this, &Program::serveDockMenu, Qt::QueuedConnection);
 }
 
@@ -70,22 +70,22 @@ void Program::show()
 {
     if (m_instance.isAskedForActionsAlone()) {
         showWithoutActivating(*m_application);
-        endStartupOnX11(m_startup);
+        endStartupNotificationOnX11(m_token);
     } else {
-        showByRight(*m_application, m_startup);
+        activateWithToken(*m_application, m_token);
     }
 }
 
-void Program::activate(const Startup &startup)
+void Program::activate(const ActivationToken &token)
 {
     if (m_application) {
-        reopenByRight(*m_application, startup);
+        reopenWithToken(*m_application, token);
     } else {
-        endStartupOnX11(std::exchange(m_startup, startup));
+        endStartupNotificationOnX11(std::exchange(m_token, token));
     }
 }
 
-void Program::takeBus()
+void Program::applyBus()
 {
     m_instance.setBus(m_sessionBus.connection());
     m_appearance.setBus(m_sessionBus.connection());
@@ -97,17 +97,17 @@ void Program::takeBus()
 
 void Program::serveDockMenu()
 {
-    // The one before gives up its place on the bus first.
+    // The old server must leave its place on the bus before the new one takes it.
     m_dockMenu.reset();
-    m_dockMenu = std::make_unique<DockMenu>(
+    m_dockMenu = std::make_unique<DockMenuServer>(
         m_sessionBus.connection(), [this] { return m_application->delegate().applicationDockMenu(); });
     const ViewController &viewController = m_application->viewController();
     const MusicConnector &musicConnector = m_application->musicConnector();
-    connect(&viewController, &ViewController::currentTrackInfoChanged, m_dockMenu.get(), &DockMenu::update);
-    connect(&viewController, &ViewController::playPauseTitleChanged, m_dockMenu.get(), &DockMenu::update);
-    connect(&musicConnector, &MusicConnector::isMusicAppRunningChanged, m_dockMenu.get(), &DockMenu::update);
-    connect(&musicConnector, &MusicConnector::feedTypeChanged, m_dockMenu.get(), &DockMenu::update);
-    connect(&m_defaults, &UserDefaults::valueChanged, m_dockMenu.get(), &DockMenu::update);
+    connect(&viewController, &ViewController::currentTrackInfoChanged, m_dockMenu.get(), &DockMenuServer::update);
+    connect(&viewController, &ViewController::playPauseTitleChanged, m_dockMenu.get(), &DockMenuServer::update);
+    connect(&musicConnector, &MusicConnector::isMusicAppRunningChanged, m_dockMenu.get(), &DockMenuServer::update);
+    connect(&musicConnector, &MusicConnector::feedTypeChanged, m_dockMenu.get(), &DockMenuServer::update);
+    connect(&m_defaults, &UserDefaults::valueChanged, m_dockMenu.get(), &DockMenuServer::update);
 }
 
 } // namespace tunedeck

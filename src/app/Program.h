@@ -19,43 +19,43 @@ namespace tunedeck {
 
 class Application;
 class ApplicationInstance;
-class DockMenu;
+class DockMenuServer;
 class SessionBus;
 
-/// The one process of the program that runs in a session: what joins the application to the desktop that it runs on.
-/// The window opens once the players have been read, or a moment later.
+/// Connects the application to the desktop: the session bus, the settings, the players and the dock. One process per
+/// session has a Program. The window opens as soon as the players have been read, at the latest after 100 ms.
 class Program : public QObject {
     Q_OBJECT
 
 public:
-    /// The references must outlive this object. `startup` is the right that this process was started with.
-    Program(const SessionBus &sessionBus, ApplicationInstance &instance, Startup startup);
+    /// The references must outlive this object. `token` is the one that this process was started with.
+    Program(const SessionBus &sessionBus, ApplicationInstance &instance, ActivationToken token);
     ~Program() override;
 
 Q_SIGNALS:
-    /// The user wants the program to end and to begin again.
-    void startAnewRequested();
+    /// The user wants the program to restart.
+    void restartRequested();
 
 private:
     void start();
     void show();
-    void activate(const Startup &startup);
-    void takeBus();
+    void activate(const ActivationToken &token);
+    void applyBus();
     void serveDockMenu();
 
     const SessionBus &m_sessionBus;
     ApplicationInstance &m_instance;
-    Startup m_startup;
+    ActivationToken m_token;
     UserDefaults m_defaults;
     Appearance m_appearance;
     const DesktopFont m_desktopFont{m_appearance};
     const WindowActivation m_windowActivation;
     ApplicationLauncher m_launcher;
     MprisMusicApplication m_music;
-    PlayersOnTheBus m_players{m_music};
+    MprisSeenPlayers m_players{m_music};
     SoftwareUpdater m_updater;
     std::unique_ptr<Application> m_application;
-    std::unique_ptr<DockMenu> m_dockMenu;
+    std::unique_ptr<DockMenuServer> m_dockMenu;
 };
 
 } // namespace tunedeck

@@ -12,20 +12,20 @@
 namespace tunedeck {
 
 namespace {
-/// While it exists, the toolkit activates windows on Wayland by right of the token. Programs that are started later
-/// have no part in it.
+/// While this object exists, Qt activates windows on Wayland with the token, which it reads from the environment.
+/// Programs that are started later do not inherit it.
 class TokenInUse {
 public:
     explicit TokenInUse(const QString &token)
-        : m_isOne(!token.isEmpty())
+        : m_isSet(!token.isEmpty())
     {
-        if (m_isOne) {
+        if (m_isSet) {
             qputenv(variable, token.toUtf8());
         }
     }
     ~TokenInUse()
     {
-        if (m_isOne) {
+        if (m_isSet) {
             qunsetenv(variable);
         }
     }
@@ -35,7 +35,7 @@ public:
 private:
     static constexpr const char *variable = "XDG_ACTIVATION_TOKEN";
 
-    const bool m_isOne;
+    const bool m_isSet;
 };
 
 QWindow &mainWindow(Application &application)
@@ -44,26 +44,27 @@ QWindow &mainWindow(Application &application)
 }
 } // namespace
 
-void showByRight(Application &application, const Startup &startup)
+void activateWithToken(Application &application, const ActivationToken &token)
 {
     QWindow &window = mainWindow(application);
-    tellStartupOnX11(window, startup);
-    const auto useUp = [&window, startup] {
-        if (isWayland() && !startup.token.isEmpty()) {
-            const TokenInUse token(startup.token);
+    setStartupIdOnX11(window, token);
+    const auto useToken = [&window, token] {
+        if (isWayland() && !token.waylandToken.isEmpty()) {
+            const TokenInUse tokenInUse(token.waylandToken);
             window.requestActivate();
         }
-        endStartupOnX11(startup);
+        endStartupNotificationOnX11(token);
     };
-    // A Wayland desktop gives the keyboard to no window that is not on the screen.
-    QObject::connect(&application.windowController().window(), &Window::canBeSeenChanged, &application, useUp,
+    // A Wayland desktop gives the keyboard focus only to a window that is on the screen.
+    QObject::connect(&application.windowController().window(), &Window::canBeSeenChanged, &application, useToken,
         Qt::SingleShotConnection);
     application.showMainWindow();
 }
 
 void showWithoutActivating(Application &application)
 {
-    // A widget's attribute counts when its native window is made, and this one has been made.
+    // Qt::WA_ShowWithoutActivating has no effect here: Qt reads it when it makes the native window, which exists
+    // already.
     constexpr const char *property = "_q_showWithoutActivating";
     QWindow &window = mainWindow(application);
     window.setProperty(property, true);
@@ -71,13 +72,13 @@ void showWithoutActivating(Application &application)
     window.setProperty(property, QVariant());
 }
 
-void reopenByRight(Application &application, const Startup &startup)
+void reopenWithToken(Application &application, const ActivationToken &token)
 {
-    const TokenInUse token(startup.token);
+    const TokenInUse tokenInUse(token.waylandToken);
     application.reopen();
-    // After the toolkit has asked: what comes last counts.
-    activateOnX11(mainWindow(application), startup);
-    endStartupOnX11(startup);
+    // Qt has sent its own request by now. The last request counts.
+    activateOnX11(mainWindow(application), token);
+    endStartupNotificationOnX11(token);
 }
 
 } // namespace tunedeck

@@ -4,15 +4,16 @@
 namespace tunedeck {
 
 class Application;
-struct Startup;
+struct ActivationToken;
 
-/// Shows the main window for the first time, and by right of `startup` takes the keyboard.
-void showByRight(Application &application, const Startup &startup);
+/// Shows the main window for the first time, and takes the keyboard focus with `token`.
+void activateWithToken(Application &application, const ActivationToken &token);
 
-/// Shows the main window for the first time, and leaves the keyboard where it is.
+/// Shows the main window for the first time, and leaves the keyboard focus where it is.
 void showWithoutActivating(Application &application);
 
-/// Brings the window of a program that is started again to the front, and by right of `startup` takes the keyboard.
-void reopenByRight(Application &application, const Startup &startup);
+/// Brings the main window to the front after the user started the program again, and takes the keyboard focus with
+/// `token`.
+void reopenWithToken(Application &application, const ActivationToken &token);
 
 } // namespace tunedeck

@@ -28,7 +28,7 @@ namespace {
 using namespace tunedeck;
 
 /// Of the event loop; never that of the program.
-constexpr int startAnewStatus = 2;
+constexpr int restartStatus = 2;
 
 void setUpNames()
 {
@@ -71,11 +71,11 @@ std::optional<DesktopAction> parseCommandLine(const QCoreApplication &applicatio
     return action;
 }
 
-int askFirst(ApplicationInstance &instance, std::optional<DesktopAction> action, const Startup &startup)
+int askFirst(ApplicationInstance &instance, std::optional<DesktopAction> action, const ActivationToken &token)
 {
-    instance.askFirst(action, startup, [&startup](bool answered) {
+    instance.askFirst(action, token, [&token](bool answered) {
         if (!answered) {
-            endStartupOnX11(startup);
+            endStartupNotificationOnX11(token);
             say(QCoreApplication::translate("main", "it runs already, but does not answer", "On the command line"));
         }
         QCoreApplication::exit(answered ? 0 : 1);
@@ -101,7 +101,7 @@ std::vector<char *> argumentsWithPlatform(int argc, char *argv[])
 
 int run(int argc, char *argv[])
 {
-    const Startup startup = Startup::takeFromEnvironment();
+    const ActivationToken token = ActivationToken::takeFromEnvironment();
     QApplication qtApplication(argc, argv);
     setUpNames();
     installTranslators(qtApplication);
@@ -117,14 +117,14 @@ int run(int argc, char *argv[])
     }
     ApplicationInstance instance(bus);
     if (!instance.isFirst()) {
-        return askFirst(instance, action, startup);
+        return askFirst(instance, action, token);
     }
     if (action) {
         instance.requestAction(*action);
     }
 
-    const Program program(sessionBus, instance, startup);
-    QObject::connect(&program, &Program::startAnewRequested, qApp, [] { QCoreApplication::exit(startAnewStatus); });
+    const Program program(sessionBus, instance, token);
+    QObject::connect(&program, &Program::restartRequested, qApp, [] { QCoreApplication::exit(restartStatus); });
     return QApplication::exec();
 }
 } // namespace
@@ -133,9 +133,9 @@ int main(int argc, char *argv[])
 {
     std::vector<char *> arguments = argumentsWithPlatform(argc, argv);
     const int status = run(static_cast<int>(arguments.size()) - 1, arguments.data());
-    if (status != startAnewStatus) {
+    if (status != restartStatus) {
         return status;
     }
-    startAnew();
+    restartInPlace();
     return EXIT_FAILURE;
 }

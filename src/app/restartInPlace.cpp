@@ -9,7 +9,8 @@
 namespace tunedeck {
 
 namespace {
-/// Where the program was replaced, as an upgrade does, the new one is at the path that the old one had.
+/// Linux marks the path of a program whose file was replaced, as an upgrade does. The new file has the path without
+/// the mark.
 QString withoutMark(const QString &target)
 {
     const QString mark = QStringLiteral(" (deleted)");
@@ -17,11 +18,11 @@ QString withoutMark(const QString &target)
 }
 } // namespace
 
-void startAnew()
+void restartInPlace()
 {
     const QString self = QStringLiteral("/proc/self/exe");
     const QString target = QFile::symLinkTarget(self);
-    // The link is the last resort, for a program whose file is gone: a process is named after what it was begun with.
+    // The link works even if the file is gone. It comes last because Linux names the process after it.
     for (const QString &path : {target, withoutMark(target), self}) {
         QByteArray program = QFile::encodeName(path);
         char *const arguments[] = {program.data(), nullptr};

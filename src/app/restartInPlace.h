@@ -3,8 +3,8 @@
 
 namespace tunedeck {
 
-/// Begins the program again in this very process, without arguments: a desktop may take the end of a process for the
-/// end of all that it started. Nothing that is left in this process is destroyed. Returns only where that fails.
-void startAnew();
+/// Replaces this process by a new run of the program, without arguments. The process stays the same because a desktop
+/// may end everything that a process started when it ends. No destructors run. Returns only on failure.
+void restartInPlace();
 
 } // namespace tunedeck

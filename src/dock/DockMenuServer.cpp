@@ -139,7 +139,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, DockMenuEvent &ev
     return argument;
 }
 
-DockMenu::DockMenu(const QDBusConnection &bus, Builder build, QObject *parent)
+DockMenuServer::DockMenuServer(const QDBusConnection &bus, Builder build, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
     , m_build(std::move(build))
@@ -148,35 +148,35 @@ DockMenu::DockMenu(const QDBusConnection &bus, Builder build, QObject *parent)
     registerTypes();
     m_updateTimer.setSingleShot(true);
     m_updateTimer.setInterval(0);
-    connect(&m_updateTimer, &QTimer::timeout, this, &DockMenu::rebuild);
-    connect(&m_unityWatcher, &QDBusServiceWatcher::serviceRegistered, this, &DockMenu::announce);
+    connect(&m_updateTimer, &QTimer::timeout, this, &DockMenuServer::rebuild);
+    connect(&m_unityWatcher, &QDBusServiceWatcher::serviceRegistered, this, &DockMenuServer::announce);
     m_bus.registerObject(menuPath, this,
         QDBusConnection::ExportScriptableSlots | QDBusConnection::ExportScriptableSignals
             | QDBusConnection::ExportScriptableProperties);
     announce();
 }
 
-uint DockMenu::version() const
+uint DockMenuServer::version() const
 {
     return protocolVersion;
 }
 
-QString DockMenu::textDirection() const
+QString DockMenuServer::textDirection() const
 {
     return QGuiApplication::isRightToLeft() ? QStringLiteral("rtl") : QStringLiteral("ltr");
 }
 
-QString DockMenu::status() const
+QString DockMenuServer::status() const
 {
     return QStringLiteral("normal");
 }
 
-QStringList DockMenu::iconThemePath() const
+QStringList DockMenuServer::iconThemePath() const
 {
     return {};
 }
 
-void DockMenu::update()
+void DockMenuServer::update()
 {
     // One change of the track is several signals.
     if (m_isRead && !m_updateTimer.isActive()) {
@@ -184,7 +184,7 @@ void DockMenu::update()
     }
 }
 
-uint DockMenu::GetLayout(
+uint DockMenuServer::GetLayout(
     int parentId, int recursionDepth, const QStringList &propertyNames, tunedeck::DockMenuLayout &layout)
 {
     rebuild();
@@ -203,7 +203,8 @@ uint DockMenu::GetLayout(
     return m_revision;
 }
 
-QList<tunedeck::DockMenuItem> DockMenu::GetGroupProperties(const QList<int> &ids, const QStringList &propertyNames)
+QList<tunedeck::DockMenuItem> DockMenuServer::GetGroupProperties(
+    const QList<int> &ids, const QStringList &propertyNames)
 {
     QList<DockMenuItem> group;
     for (const DockMenuItem &item : items()) {
@@ -214,7 +215,7 @@ QList<tunedeck::DockMenuItem> DockMenu::GetGroupProperties(const QList<int> &ids
     return group;
 }
 
-QDBusVariant DockMenu::GetProperty(int id, const QString &name)
+QDBusVariant DockMenuServer::GetProperty(int id, const QString &name)
 {
     const DockMenuItem *found = item(id);
     if (!found || !found->properties.contains(name)) {
@@ -224,7 +225,7 @@ QDBusVariant DockMenu::GetProperty(int id, const QString &name)
     return QDBusVariant(found->properties.value(name));
 }
 
-void DockMenu::Event(int id, const QString &eventId, const QDBusVariant &, uint)
+void DockMenuServer::Event(int id, const QString &eventId, const QDBusVariant &, uint)
 {
     if (!item(id)) {
         refuse();
@@ -233,7 +234,7 @@ void DockMenu::Event(int id, const QString &eventId, const QDBusVariant &, uint)
     }
 }
 
-QList<int> DockMenu::EventGroup(const QList<tunedeck::DockMenuEvent> &events)
+QList<int> DockMenuServer::EventGroup(const QList<tunedeck::DockMenuEvent> &events)
 {
     QList<int> unknown;
     QList<int> clickedItems;
@@ -254,7 +255,7 @@ QList<int> DockMenu::EventGroup(const QList<tunedeck::DockMenuEvent> &events)
     return unknown;
 }
 
-bool DockMenu::AboutToShow(int id)
+bool DockMenuServer::AboutToShow(int id)
 {
     const bool hasChanged = rebuild();
     if (!item(id)) {
@@ -263,7 +264,7 @@ bool DockMenu::AboutToShow(int id)
     return hasChanged && id == rootId;
 }
 
-QList<int> DockMenu::AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors)
+QList<int> DockMenuServer::AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors)
 {
     const bool hasChanged = rebuild();
     std::copy_if(ids.begin(), ids.end(), std::back_inserter(idErrors), [this](int id) { return !item(id); });
@@ -273,7 +274,7 @@ QList<int> DockMenu::AboutToShowGroup(const QList<int> &ids, QList<int> &idError
     return hasChanged && ids.contains(rootId) ? QList{rootId} : QList<int>();
 }
 
-void DockMenu::announce()
+void DockMenuServer::announce()
 {
     QDBusMessage message = QDBusMessage::createSignal(
         menuPath, QStringLiteral("com.canonical.Unity.LauncherEntry"), QStringLiteral("Update"));
@@ -282,7 +283,7 @@ void DockMenu::announce()
     m_bus.send(message);
 }
 
-bool DockMenu::rebuild()
+bool DockMenuServer::rebuild()
 {
     m_actions.clear();
     m_menu = m_build();
@@ -304,7 +305,7 @@ bool DockMenu::rebuild()
     return true;
 }
 
-const QList<DockMenuItem> &DockMenu::items()
+const QList<DockMenuItem> &DockMenuServer::items()
 {
     if (!m_menu) {
         rebuild();
@@ -312,7 +313,7 @@ const QList<DockMenuItem> &DockMenu::items()
     return m_items;
 }
 
-int DockMenu::idOf(const QAction &action, qsizetype position)
+int DockMenuServer::idOf(const QAction &action, qsizetype position)
 {
     // Docks may not let a line become a separator.
     const QString place = (action.isSeparator() ? u'-' : u'+') + QString::number(position);
@@ -323,21 +324,21 @@ int DockMenu::idOf(const QAction &action, qsizetype position)
     return static_cast<int>(m_keys.indexOf(key)) + 1;
 }
 
-const DockMenuItem *DockMenu::item(int id)
+const DockMenuItem *DockMenuServer::item(int id)
 {
     const QList<DockMenuItem> &all = items();
     const auto found = std::ranges::find(all, id, &DockMenuItem::id);
     return found == all.end() ? nullptr : &*found;
 }
 
-void DockMenu::click(int id)
+void DockMenuServer::click(int id)
 {
     if (QAction *action = m_actions.value(id)) {
         action->trigger();
     }
 }
 
-void DockMenu::refuse() const
+void DockMenuServer::refuse() const
 {
     sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("There is no such item, or it has no such property"));
 }

@@ -57,7 +57,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, DockMenuEvent &ev
 ///
 /// An item is the same item to docks, however often the menu is built, as long as its action has the same object name,
 /// or has none, is of the same kind and stands in the same place. Submenus are not served.
-class DockMenu : public QObject, protected QDBusContext {
+class DockMenuServer : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
     Q_PROPERTY(uint Version READ version CONSTANT)
@@ -69,7 +69,7 @@ public:
     using Builder = std::function<std::unique_ptr<QMenu>()>;
 
     /// `build` is called whenever the menu is needed anew. Docks are told as soon as this exists.
-    DockMenu(const QDBusConnection &bus, Builder build, QObject *parent = nullptr);
+    DockMenuServer(const QDBusConnection &bus, Builder build, QObject *parent = nullptr);
 
     [[nodiscard]] uint version() const;
     [[nodiscard]] QString textDirection() const;

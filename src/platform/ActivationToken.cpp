@@ -6,7 +6,7 @@
 namespace tunedeck {
 
 namespace {
-constexpr int longestRight = 1'000;
+constexpr int longestText = 1'000;
 constexpr QLatin1String idKey("desktop-startup-id");
 constexpr QLatin1String tokenKey("activation-token");
 constexpr char idVariable[] = "DESKTOP_STARTUP_ID";
@@ -17,18 +17,18 @@ bool isControl(QChar character)
     return character.category() == QChar::Other_Control;
 }
 
-/// Empty where `text` can be none.
-QString validRight(const QString &text)
+/// Empty if `text` is not valid.
+QString validText(const QString &text)
 {
-    const bool isOne = text.size() <= longestRight && std::ranges::none_of(text, isControl);
-    return isOne ? text : QString();
+    const bool isValid = text.size() <= longestText && std::ranges::none_of(text, isControl);
+    return isValid ? text : QString();
 }
 
 QString takeVariable(const char *name)
 {
     const QString text = qEnvironmentVariable(name);
     qunsetenv(name);
-    return validRight(text);
+    return validText(text);
 }
 
 bool isDigit(QChar character)
@@ -37,42 +37,42 @@ bool isDigit(QChar character)
 }
 } // namespace
 
-Startup Startup::takeFromEnvironment()
+ActivationToken ActivationToken::takeFromEnvironment()
 {
     return {takeVariable(idVariable), takeVariable(tokenVariable)};
 }
 
-Startup Startup::fromPlatformData(const QVariantMap &platformData)
+ActivationToken ActivationToken::fromPlatformData(const QVariantMap &platformData)
 {
-    Startup startup{
-        validRight(platformData.value(idKey).toString()), validRight(platformData.value(tokenKey).toString())};
-    // Desktops that know no tokens yet have them in the startup id.
-    if (startup.token.isEmpty()) {
-        startup.token = startup.id;
+    ActivationToken token{
+        validText(platformData.value(idKey).toString()), validText(platformData.value(tokenKey).toString())};
+    // Older desktops send the Wayland token as the startup id.
+    if (token.waylandToken.isEmpty()) {
+        token.waylandToken = token.x11StartupId;
     }
-    return startup;
+    return token;
 }
 
-QVariantMap Startup::platformData() const
+QVariantMap ActivationToken::platformData() const
 {
     QVariantMap data;
-    if (!id.isEmpty()) {
-        data.insert(idKey, id);
+    if (!x11StartupId.isEmpty()) {
+        data.insert(idKey, x11StartupId);
     }
-    if (!token.isEmpty()) {
-        data.insert(tokenKey, token);
+    if (!waylandToken.isEmpty()) {
+        data.insert(tokenKey, waylandToken);
     }
     return data;
 }
 
-std::optional<quint32> Startup::userTime() const
+std::optional<quint32> ActivationToken::userTime() const
 {
     const QString mark = QStringLiteral("_TIME");
-    const qsizetype place = id.lastIndexOf(mark);
-    const QStringView digits = place < 0 ? QStringView() : QStringView(id).sliced(place + mark.size());
+    const qsizetype place = x11StartupId.lastIndexOf(mark);
+    const QStringView digits = place < 0 ? QStringView() : QStringView(x11StartupId).sliced(place + mark.size());
     bool isNumber = false;
     const quint32 time = digits.toUInt(&isNumber);
-    // A number could have a sign as well; and zero is X11's word for no time.
+    // toUInt() accepts a sign; and zero means no time on X11.
     return isNumber && time != 0 && std::ranges::all_of(digits, isDigit) ? std::optional(time) : std::nullopt;
 }
 

@@ -8,23 +8,27 @@
 
 namespace tunedeck {
 
-/// The right to take the keyboard, which the desktop gives to a start of the program. A program that runs already gets
-/// it handed on, over a bus on which anyone can say anything: what is longer than any desktop makes it, or has control
-/// characters, is none.
-struct Startup {
-    QString id; ///< X11's
-    QString token; ///< Wayland's
+/// The token with which the desktop lets a program that it starts take the keyboard focus. X11 and Wayland have
+/// different ones; either may be empty.
+///
+/// A second process hands its token to the running one over the session bus, where anyone can send anything: a text
+/// that is longer than any desktop makes it, or that has control characters, is dropped.
+struct ActivationToken {
+    QString x11StartupId; ///< $DESKTOP_STARTUP_ID
+    QString waylandToken; ///< $XDG_ACTIVATION_TOKEN
 
-    /// It is not there any more afterwards, neither for the toolkit nor for the programs that this one starts. Before
-    /// there is a QApplication, which would use it up.
-    [[nodiscard]] static Startup takeFromEnvironment();
-    [[nodiscard]] static Startup fromPlatformData(const QVariantMap &platformData);
+    /// Removes both variables, so that neither Qt nor a program that this one starts uses them too. Call it before the
+    /// QApplication is made, which would use them up.
+    [[nodiscard]] static ActivationToken takeFromEnvironment();
+    [[nodiscard]] static ActivationToken fromPlatformData(const QVariantMap &platformData);
+    /// The arguments that org.freedesktop.Application hands on, without the texts that are empty.
     [[nodiscard]] QVariantMap platformData() const;
 
-    /// When the user asked for the start, in milliseconds of the X server's clock. None where the id does not tell.
+    /// When the user asked for the start, in milliseconds of the X server's clock. No value if the startup id does not
+    /// say.
     [[nodiscard]] std::optional<quint32> userTime() const;
 
-    bool operator==(const Startup &) const = default;
+    bool operator==(const ActivationToken &) const = default;
 };
 
 } // namespace tunedeck

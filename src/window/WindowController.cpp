@@ -3,7 +3,7 @@
 
 #include "music/MenuItemIdentifier.h"
 #include "platform/UserDefaults.h"
-#include "platform/canKeepAbove.h"
+#include "platform/windowSystem.h"
 
 #include <QAction>
 #include <QSignalBlocker>

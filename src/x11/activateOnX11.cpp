@@ -14,11 +14,12 @@ namespace tunedeck {
 namespace {
 constexpr std::uint8_t wholeNumbers = 32;
 constexpr std::uint8_t characters = 8;
-/// Who asks for the keyboard: a program, which must tell what gives it the right, or the user.
+/// Source indications of _NET_ACTIVE_WINDOW: window managers check the time of a program's request, and always grant
+/// the user's.
 constexpr std::uint32_t program = 1;
 constexpr std::uint32_t user = 2;
 
-/// Of the screen that the program is on.
+/// The root window of the screen that the program is on.
 xcb_window_t rootWindow()
 {
     xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(x11Connection()));
@@ -40,7 +41,7 @@ void setText(xcb_window_t window, const char *property, const QByteArray &text)
         characters, static_cast<std::uint32_t>(text.size()), text.constData());
 }
 
-/// Window managers that look for the user's times at a window of their own do not look at any other.
+/// Qt may keep the user's times on a separate window. Window managers then ignore those on `window`.
 xcb_window_t windowOfUserTime(xcb_window_t window)
 {
     return x11Number(window, x11Atom("_NET_WM_USER_TIME_WINDOW")).value_or(window);
@@ -74,7 +75,7 @@ QByteArray quoted(QByteArray text)
     return '"' + text.replace('\\', "\\\\").replace('"', "\\\"") + '"';
 }
 
-/// In pieces, which the receiver knows to belong together by the window that they come from; the end is a zero byte.
+/// Sends `text` in pieces. Receivers join the pieces that come from the same `sender`; a zero byte ends the text.
 void sendStartupMessage(xcb_window_t sender, const QByteArray &text)
 {
     xcb_client_message_event_t event = message(sender, x11Atom("_NET_STARTUP_INFO_BEGIN"), characters);
@@ -90,26 +91,26 @@ void sendStartupMessage(xcb_window_t sender, const QByteArray &text)
 }
 } // namespace
 
-void tellStartupOnX11(const QWindow &window, const Startup &startup)
+void setStartupIdOnX11(const QWindow &window, const ActivationToken &token)
 {
-    if (!x11Connection() || startup.id.isEmpty()) {
+    if (!x11Connection() || token.x11StartupId.isEmpty()) {
         return;
     }
     const auto own = static_cast<xcb_window_t>(window.winId());
-    setText(own, "_NET_STARTUP_ID", startup.id.toUtf8());
-    if (const std::optional<quint32> time = startup.userTime()) {
+    setText(own, "_NET_STARTUP_ID", token.x11StartupId.toUtf8());
+    if (const std::optional<quint32> time = token.userTime()) {
         setNumber(windowOfUserTime(own), "_NET_WM_USER_TIME", *time);
     }
 }
 
-void activateOnX11(const QWindow &window, const Startup &startup)
+void activateOnX11(const QWindow &window, const ActivationToken &token)
 {
     if (!x11Connection()) {
         return;
     }
-    tellStartupOnX11(window, startup);
+    setStartupIdOnX11(window, token);
     const auto own = static_cast<xcb_window_t>(window.winId());
-    if (const std::optional<quint32> time = startup.userTime()) {
+    if (const std::optional<quint32> time = token.userTime()) {
         requestActivation(own, program, *time);
     } else {
         requestActivation(own, user, XCB_CURRENT_TIME);
@@ -117,15 +118,15 @@ void activateOnX11(const QWindow &window, const Startup &startup)
     xcb_flush(x11Connection());
 }
 
-void endStartupOnX11(const Startup &startup)
+void endStartupNotificationOnX11(const ActivationToken &token)
 {
-    if (!x11Connection() || startup.id.isEmpty()) {
+    if (!x11Connection() || token.x11StartupId.isEmpty()) {
         return;
     }
     const xcb_window_t sender = xcb_generate_id(x11Connection());
     xcb_create_window(x11Connection(), XCB_COPY_FROM_PARENT, sender, rootWindow(), -1, -1, 1, 1, 0,
         XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-    sendStartupMessage(sender, "remove: ID=" + quoted(startup.id.toUtf8()));
+    sendStartupMessage(sender, "remove: ID=" + quoted(token.x11StartupId.toUtf8()));
     xcb_destroy_window(x11Connection(), sender);
     xcb_flush(x11Connection());
 }

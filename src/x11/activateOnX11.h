@@ -5,20 +5,21 @@ class QWindow;
 
 namespace tunedeck {
 
-struct Startup;
+struct ActivationToken;
 
-// These do nothing on any other window system.
+// These functions do nothing on any other window system.
 
-/// Tells the window manager that `window` is what `startup` brings up. Before the window is shown: with it goes whether
-/// the window is given the keyboard, as the user may have turned to another one since.
-void tellStartupOnX11(const QWindow &window, const Startup &startup);
+/// Marks `window` as the one that the start with `token` opens. Call it before the window is shown: the window manager
+/// then decides by the token's time whether the window gets the keyboard focus, because the user may have turned to
+/// another window since.
+void setStartupIdOnX11(const QWindow &window, const ActivationToken &token);
 
-/// Asks the window manager to give `window`, which is shown, the keyboard by right of `startup`. One that does not say
-/// when the user asked for it is taken to be what the user asks for now. The toolkit asks by right of what the user
-/// last did in this program, which may be long ago.
-void activateOnX11(const QWindow &window, const Startup &startup);
+/// Asks the window manager to give `window`, which is shown, the keyboard focus with `token`. A token without a time
+/// counts as a request that the user makes now. Qt's own request names the time when the user last did something in
+/// this program, which may be long ago.
+void activateOnX11(const QWindow &window, const ActivationToken &token);
 
-/// Tells docks, which announce a start with a pointer that is busy for many seconds, that it is over.
-void endStartupOnX11(const Startup &startup);
+/// Ends the startup notification, so that docks stop showing a busy pointer.
+void endStartupNotificationOnX11(const ActivationToken &token);
 
 } // namespace tunedeck

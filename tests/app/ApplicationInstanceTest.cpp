@@ -20,9 +20,9 @@ using namespace tunedeck;
 
 namespace {
 /// What `instance` tells from now on.
-class ToldActions {
+class DeliveredActions {
 public:
-    explicit ToldActions(ApplicationInstance &instance)
+    explicit DeliveredActions(ApplicationInstance &instance)
     {
         QObject::connect(&instance, &ApplicationInstance::actionRequested, &m_context,
             [this](DesktopAction action) { m_names.append(desktopActionName(action)); });
@@ -35,12 +35,12 @@ private:
     QStringList m_names;
 };
 
-const Startup ofADock{QStringLiteral("dock-1_TIME7"), QStringLiteral("token")};
+const ActivationToken tokenOfDock{QStringLiteral("dock-1_TIME7"), QStringLiteral("token")};
 
 void carryOutAll(ApplicationInstance &instance)
 {
-    instance.tellActions();
-    instance.tellMusicActions();
+    instance.deliverActions();
+    instance.deliverMusicActions();
 }
 
 QDBusMessage callTo(const QString &interface, const QString &method, const QVariantList &arguments)
@@ -97,10 +97,10 @@ private Q_SLOTS:
 
         QSignalSpy activated(&first, &ApplicationInstance::activated);
         std::optional<bool> answered;
-        second.askFirst(std::nullopt, ofADock, [&answered](bool isAnswered) { answered = isAnswered; });
+        second.askFirst(std::nullopt, tokenOfDock, [&answered](bool isAnswered) { answered = isAnswered; });
         QTRY_COMPARE(answered, true);
         QCOMPARE(activated.count(), 1);
-        QCOMPARE(activated.constFirst().constFirst().value<Startup>(), ofADock);
+        QCOMPARE(activated.constFirst().constFirst().value<ActivationToken>(), tokenOfDock);
     }
 
     void aSecondProcessAsksTheFirstForAnAction()
@@ -110,16 +110,16 @@ private Q_SLOTS:
         ApplicationInstance first(bus.connect(QStringLiteral("asked")));
         ApplicationInstance second(bus.connect(QStringLiteral("asking")));
         carryOutAll(first);
-        const ToldActions told(first);
+        const DeliveredActions told(first);
         QSignalSpy activated(&first, &ApplicationInstance::activated);
-        QSignalSpy left(&first, &ApplicationInstance::startupLeft);
+        QSignalSpy left(&first, &ApplicationInstance::tokenUnused);
         std::optional<bool> answered;
-        second.askFirst(DesktopAction::Next, ofADock, [&answered](bool isAnswered) { answered = isAnswered; });
+        second.askFirst(DesktopAction::Next, tokenOfDock, [&answered](bool isAnswered) { answered = isAnswered; });
         QTRY_COMPARE(answered, true);
         QCOMPARE(told.names(), {QStringLiteral("next")});
         QCOMPARE(activated.count(), 0);
         QCOMPARE(left.count(), 1);
-        QCOMPARE(left.constFirst().constFirst().value<Startup>(), ofADock);
+        QCOMPARE(left.constFirst().constFirst().value<ActivationToken>(), tokenOfDock);
     }
 
     void aFirstProcessThatDoesNotAnswerIsReported()
@@ -145,7 +145,7 @@ private Q_SLOTS:
         instance.Activate({});
         QCOMPARE(activated.count(), 3);
         for (const QVariantList &arguments : activated) {
-            QCOMPARE(arguments.constFirst().value<Startup>(), Startup());
+            QCOMPARE(arguments.constFirst().value<ActivationToken>(), ActivationToken());
         }
     }
 
@@ -155,7 +155,7 @@ private Q_SLOTS:
         QSignalSpy activated(&instance, &ApplicationInstance::activated);
         instance.Open({QStringLiteral("file:///song")}, {{QStringLiteral("activation-token"), QStringLiteral("open")}});
         QCOMPARE(activated.count(), 1);
-        QCOMPARE(activated.constFirst().constFirst().value<Startup>().token, QStringLiteral("open"));
+        QCOMPARE(activated.constFirst().constFirst().value<ActivationToken>().waylandToken, QStringLiteral("open"));
     }
 
     void anActionLeavesTheKeyboardToWhoHasIt()
@@ -174,14 +174,14 @@ private Q_SLOTS:
     void actionsWaitForWhoCarriesThemOut()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        const ToldActions told(instance);
+        const DeliveredActions told(instance);
         instance.requestAction(DesktopAction::KeepAbove);
         instance.requestAction(DesktopAction::Previous);
-        instance.tellMusicActions();
+        instance.deliverMusicActions();
         QCOMPARE(told.names(), QStringList());
-        instance.tellActions();
+        instance.deliverActions();
         QCOMPARE(told.names(), (QStringList{QStringLiteral("keep-above"), QStringLiteral("previous")}));
-        instance.tellActions();
+        instance.deliverActions();
         QCOMPARE(told.names().size(), 2);
         instance.requestAction(DesktopAction::PlayPause);
         QCOMPARE(told.names().constLast(), QStringLiteral("play-pause"));
@@ -190,14 +190,14 @@ private Q_SLOTS:
     void onlyActionsThatNeedMusicWaitForIt()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        const ToldActions told(instance);
+        const DeliveredActions told(instance);
         instance.requestAction(DesktopAction::Next);
         instance.requestAction(DesktopAction::KeepAbove);
-        instance.tellActions();
+        instance.deliverActions();
         QCOMPARE(told.names(), {QStringLiteral("keep-above")});
         instance.requestAction(DesktopAction::KeepAbove);
         QCOMPARE(told.names(), (QStringList{QStringLiteral("keep-above"), QStringLiteral("keep-above")}));
-        instance.tellMusicActions();
+        instance.deliverMusicActions();
         QCOMPARE(told.names().constLast(), QStringLiteral("next"));
         QVERIFY(!instance.findChild<QTimer *>()->isActive());
     }
@@ -205,7 +205,7 @@ private Q_SLOTS:
     void actionsDoNotWaitLongerThanASecond()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        const ToldActions told(instance);
+        const DeliveredActions told(instance);
         instance.requestAction(DesktopAction::Next);
         auto *patience = instance.findChild<QTimer *>();
         QCOMPARE(patience->interval(), 1'000);
@@ -217,7 +217,7 @@ private Q_SLOTS:
     void fewActionsWait()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        const ToldActions told(instance);
+        const DeliveredActions told(instance);
         for (int count = 0; count < 10'000; ++count) {
             instance.requestAction(DesktopAction::Next);
         }
@@ -229,7 +229,7 @@ private Q_SLOTS:
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
         carryOutAll(instance);
-        const ToldActions told(instance);
+        const DeliveredActions told(instance);
         instance.ActivateAction({}, {}, {});
         instance.ActivateAction(QString(100'000, u'n'), {}, {});
         instance.ActivateAction(QStringLiteral("Next"), {}, {});
@@ -244,7 +244,7 @@ private Q_SLOTS:
         QVERIFY(bus.isRunning());
         ApplicationInstance instance(bus.connect(QStringLiteral("called")));
         carryOutAll(instance);
-        const ToldActions told(instance);
+        const DeliveredActions told(instance);
         QSignalSpy activated(&instance, &ApplicationInstance::activated);
         const QDBusConnection caller = bus.connect(QStringLiteral("caller"));
         const QString interface = QStringLiteral("org.freedesktop.Application");
@@ -252,7 +252,7 @@ private Q_SLOTS:
                  callTo(interface, QStringLiteral("Open"), {QStringLiteral("file:///song"), QVariantMap()}),
                  callTo(interface, QStringLiteral("ActivateAction"), {QStringLiteral("next")}),
                  callTo(interface, QStringLiteral("ActivateAction"), {1, QVariantList(), QVariantMap()}),
-                 callTo(interface, QStringLiteral("tellActions"), {})}) {
+                 callTo(interface, QStringLiteral("deliverActions"), {})}) {
             const QDBusPendingCall answer = caller.asyncCall(call);
             QTRY_VERIFY(answer.isFinished());
             QCOMPARE(answer.error().type(), QDBusError::UnknownMethod);

@@ -76,9 +76,9 @@ private Q_SLOTS:
         Application application(desktop.environment());
         application.showMainWindow();
         qputenv("XDG_ACTIVATION_TOKEN", "another");
-        reopenByRight(application, Startup());
+        reopenWithToken(application, ActivationToken());
         QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArray("another"));
-        reopenByRight(application, {{}, QStringLiteral("token")});
+        reopenWithToken(application, {{}, QStringLiteral("token")});
         QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
     }
 

@@ -3,7 +3,7 @@
 
 #include "app/Application.h"
 #include "music/MenuItemIdentifier.h"
-#include "platform/canKeepAbove.h"
+#include "platform/windowSystem.h"
 #include "player/ViewController.h"
 #include "support/Desktop.h"
 #include "support/TimedStyle.h"
@@ -114,17 +114,17 @@ private Q_SLOTS:
         Desktop desktop;
         desktop.defaults.setBool(SettingsKey::startThroughXWayland, true);
         Application application(desktop.environment());
-        const QSignalSpy startsAnew(&application, &Application::startAnewRequested);
+        const QSignalSpy restarts(&application, &Application::restartRequested);
         QAction *item = application.mainMenu().item(QStringLiteral("Window_RunThroughXWayland"));
         QVERIFY(item);
         // It is wanted, but did not answer.
         QVERIFY(!item->isChecked());
         item->trigger();
         QVERIFY(desktop.defaults.boolForKey(SettingsKey::startThroughXWayland));
-        QCOMPARE(startsAnew.count(), 1);
+        QCOMPARE(restarts.count(), 1);
         item->trigger();
         QVERIFY(!desktop.defaults.boolForKey(SettingsKey::startThroughXWayland));
-        QCOMPARE(startsAnew.count(), 2);
+        QCOMPARE(restarts.count(), 2);
     }
 
     void theShortcutsWorkInTheMainWindow()

@@ -139,7 +139,7 @@ struct Session {
     PrivateBus bus;
     Dock dock{bus};
     Contents contents;
-    DockMenu menu{bus.connect(u"the program"_s), [this] { return contents.build(); }};
+    DockMenuServer menu{bus.connect(u"the program"_s), [this] { return contents.build(); }};
 
     bool isKnown = QTest::qWaitFor([this] { return dock.entries > 0; });
 
@@ -452,7 +452,7 @@ private Q_SLOTS:
     void withoutABusThereIsNothingToServe()
     {
         Contents contents;
-        DockMenu menu(QDBusConnection(u"none"_s), [&contents] { return contents.build(); });
+        DockMenuServer menu(QDBusConnection(u"none"_s), [&contents] { return contents.build(); });
         menu.update();
         QCOMPARE(contents.builds, 0);
     }

@@ -22,26 +22,28 @@ private Q_SLOTS:
     {
         qputenv("DESKTOP_STARTUP_ID", "dock-1_TIME7");
         qputenv("XDG_ACTIVATION_TOKEN", "token");
-        QCOMPARE(Startup::takeFromEnvironment(), (Startup{u"dock-1_TIME7"_s, u"token"_s}));
+        QCOMPARE(ActivationToken::takeFromEnvironment(), (ActivationToken{u"dock-1_TIME7"_s, u"token"_s}));
         QVERIFY(!qEnvironmentVariableIsSet("DESKTOP_STARTUP_ID"));
         QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
-        QCOMPARE(Startup::takeFromEnvironment(), Startup());
+        QCOMPARE(ActivationToken::takeFromEnvironment(), ActivationToken());
     }
 
     void itIsHandedOnAsPlatformData()
     {
-        const Startup startup{u"dock-1_TIME7"_s, u"token"_s};
-        QCOMPARE(startup.platformData(),
+        const ActivationToken token{u"dock-1_TIME7"_s, u"token"_s};
+        QCOMPARE(token.platformData(),
             (QVariantMap{{u"desktop-startup-id"_s, u"dock-1_TIME7"_s}, {u"activation-token"_s, u"token"_s}}));
-        QCOMPARE(Startup::fromPlatformData(startup.platformData()), startup);
-        QCOMPARE(Startup().platformData(), QVariantMap());
-        QCOMPARE(Startup::fromPlatformData({}), Startup());
+        QCOMPARE(ActivationToken::fromPlatformData(token.platformData()), token);
+        QCOMPARE(ActivationToken().platformData(), QVariantMap());
+        QCOMPARE(ActivationToken::fromPlatformData({}), ActivationToken());
     }
 
     void anIdIsTheTokenWhereThereIsNoOther()
     {
-        QCOMPARE(Startup::fromPlatformData({{u"desktop-startup-id"_s, u"id"_s}}), (Startup{u"id"_s, u"id"_s}));
-        QCOMPARE(Startup::fromPlatformData({{u"activation-token"_s, u"token"_s}}), (Startup{{}, u"token"_s}));
+        QCOMPARE(ActivationToken::fromPlatformData({{u"desktop-startup-id"_s, u"id"_s}}),
+            (ActivationToken{u"id"_s, u"id"_s}));
+        QCOMPARE(ActivationToken::fromPlatformData({{u"activation-token"_s, u"token"_s}}),
+            (ActivationToken{{}, u"token"_s}));
     }
 
     void whatCanBeNoneIsNone_data()
@@ -57,14 +59,14 @@ private Q_SLOTS:
     void whatCanBeNoneIsNone()
     {
         QFETCH(const QVariant, value);
-        QCOMPARE(
-            Startup::fromPlatformData({{u"desktop-startup-id"_s, value}, {u"activation-token"_s, value}}), Startup());
+        QCOMPARE(ActivationToken::fromPlatformData({{u"desktop-startup-id"_s, value}, {u"activation-token"_s, value}}),
+            ActivationToken());
     }
 
     void theLongestIsStillOne()
     {
         const QString longest(1'000, u'x');
-        QCOMPARE(Startup::fromPlatformData({{u"desktop-startup-id"_s, longest}}).id, longest);
+        QCOMPARE(ActivationToken::fromPlatformData({{u"desktop-startup-id"_s, longest}}).x11StartupId, longest);
     }
 
     void theEndOfAnIdTellsWhenTheUserAskedForIt_data()
@@ -92,7 +94,7 @@ private Q_SLOTS:
     {
         QFETCH(const QString, id);
         QFETCH(const std::optional<quint32>, time);
-        QCOMPARE((Startup{id, {}}.userTime()), time);
+        QCOMPARE((ActivationToken{id, {}}.userTime()), time);
     }
 };
 

@@ -78,7 +78,7 @@ int main(int argc, char *argv[])
     const WindowActivation windowActivation;
     ApplicationLauncher launcher;
     MprisMusicApplication music(bus, defaults, launcher);
-    PlayersOnTheBus players(music);
+    MprisSeenPlayers players(music);
     SoftwareUpdater updater(bus);
     if (!QTest::qWaitFor([&] { return music.isReady(); })) {
         return 1;
