@@ -48,7 +48,35 @@
     </message>
 </context>
 <context>
-    <name>tunedeck::AppDelegate</name>
+    <name>tunedeck::AppPreferencesWindowController</name>
+    <message>
+        <source>General</source>
+        <comment>Title for General tab</comment>
+        <translation>General</translation>
+    </message>
+    <message>
+        <source>Interface</source>
+        <comment>Title for Interface tab</comment>
+        <translation>Interfaz</translation>
+    </message>
+    <message>
+        <source>Updates</source>
+        <comment>Title for Updates tab</comment>
+        <translation>Actualizaciones</translation>
+    </message>
+    <message>
+        <source>Panes</source>
+        <comment>For accessibility: the toolbar of the preferences window</comment>
+        <translation>Paneles</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <comment>Window Title for Preferences</comment>
+        <translation>Preferencias</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::DockMenuItems</name>
     <message>
         <source>Now Playing</source>
         <comment>For UI labels: Now Playing</comment>
@@ -88,34 +116,6 @@
         <source>Keep Above All Other Windows</source>
         <comment>For Menu Command labels: Keep Above All Other Windows</comment>
         <translation>Mantener por encima de las demás ventanas</translation>
-    </message>
-</context>
-<context>
-    <name>tunedeck::AppPreferencesWindowController</name>
-    <message>
-        <source>General</source>
-        <comment>Title for General tab</comment>
-        <translation>General</translation>
-    </message>
-    <message>
-        <source>Interface</source>
-        <comment>Title for Interface tab</comment>
-        <translation>Interfaz</translation>
-    </message>
-    <message>
-        <source>Updates</source>
-        <comment>Title for Updates tab</comment>
-        <translation>Actualizaciones</translation>
-    </message>
-    <message>
-        <source>Panes</source>
-        <comment>For accessibility: the toolbar of the preferences window</comment>
-        <translation>Paneles</translation>
-    </message>
-    <message>
-        <source>Preferences</source>
-        <comment>Window Title for Preferences</comment>
-        <translation>Preferencias</translation>
     </message>
 </context>
 <context>

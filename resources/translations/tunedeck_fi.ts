@@ -48,7 +48,35 @@
     </message>
 </context>
 <context>
-    <name>tunedeck::AppDelegate</name>
+    <name>tunedeck::AppPreferencesWindowController</name>
+    <message>
+        <source>General</source>
+        <comment>Title for General tab</comment>
+        <translation>Yleiset</translation>
+    </message>
+    <message>
+        <source>Interface</source>
+        <comment>Title for Interface tab</comment>
+        <translation>Käyttöliittymä</translation>
+    </message>
+    <message>
+        <source>Updates</source>
+        <comment>Title for Updates tab</comment>
+        <translation>Päivitykset</translation>
+    </message>
+    <message>
+        <source>Panes</source>
+        <comment>For accessibility: the toolbar of the preferences window</comment>
+        <translation>Osiot</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <comment>Window Title for Preferences</comment>
+        <translation>Asetukset</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::DockMenuItems</name>
     <message>
         <source>Now Playing</source>
         <comment>For UI labels: Now Playing</comment>
@@ -88,34 +116,6 @@
         <source>Keep Above All Other Windows</source>
         <comment>For Menu Command labels: Keep Above All Other Windows</comment>
         <translation>Pidä kaikkien muiden ikkunoiden päällä</translation>
-    </message>
-</context>
-<context>
-    <name>tunedeck::AppPreferencesWindowController</name>
-    <message>
-        <source>General</source>
-        <comment>Title for General tab</comment>
-        <translation>Yleiset</translation>
-    </message>
-    <message>
-        <source>Interface</source>
-        <comment>Title for Interface tab</comment>
-        <translation>Käyttöliittymä</translation>
-    </message>
-    <message>
-        <source>Updates</source>
-        <comment>Title for Updates tab</comment>
-        <translation>Päivitykset</translation>
-    </message>
-    <message>
-        <source>Panes</source>
-        <comment>For accessibility: the toolbar of the preferences window</comment>
-        <translation>Osiot</translation>
-    </message>
-    <message>
-        <source>Preferences</source>
-        <comment>Window Title for Preferences</comment>
-        <translation>Asetukset</translation>
     </message>
 </context>
 <context>

@@ -48,7 +48,35 @@
     </message>
 </context>
 <context>
-    <name>tunedeck::AppDelegate</name>
+    <name>tunedeck::AppPreferencesWindowController</name>
+    <message>
+        <source>General</source>
+        <comment>Title for General tab</comment>
+        <translation>Ogólne</translation>
+    </message>
+    <message>
+        <source>Interface</source>
+        <comment>Title for Interface tab</comment>
+        <translation>Interfejs</translation>
+    </message>
+    <message>
+        <source>Updates</source>
+        <comment>Title for Updates tab</comment>
+        <translation>Aktualizacje</translation>
+    </message>
+    <message>
+        <source>Panes</source>
+        <comment>For accessibility: the toolbar of the preferences window</comment>
+        <translation>Panele</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <comment>Window Title for Preferences</comment>
+        <translation>Preferencje</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::DockMenuItems</name>
     <message>
         <source>Now Playing</source>
         <comment>For UI labels: Now Playing</comment>
@@ -88,34 +116,6 @@
         <source>Keep Above All Other Windows</source>
         <comment>For Menu Command labels: Keep Above All Other Windows</comment>
         <translation>Zawsze na wierzchu</translation>
-    </message>
-</context>
-<context>
-    <name>tunedeck::AppPreferencesWindowController</name>
-    <message>
-        <source>General</source>
-        <comment>Title for General tab</comment>
-        <translation>Ogólne</translation>
-    </message>
-    <message>
-        <source>Interface</source>
-        <comment>Title for Interface tab</comment>
-        <translation>Interfejs</translation>
-    </message>
-    <message>
-        <source>Updates</source>
-        <comment>Title for Updates tab</comment>
-        <translation>Aktualizacje</translation>
-    </message>
-    <message>
-        <source>Panes</source>
-        <comment>For accessibility: the toolbar of the preferences window</comment>
-        <translation>Panele</translation>
-    </message>
-    <message>
-        <source>Preferences</source>
-        <comment>Window Title for Preferences</comment>
-        <translation>Preferencje</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/AboutWindow.h"
+#include "dock/DockMenuItems.h"
 #include "drawer/PlaylistWindow.h"
 #include "music/MenuItemIdentifier.h"
 #include "music/MusicApplication.h"
@@ -10,7 +11,6 @@
 #include "platform/BundleInfo.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
-#include "platform/windowSystem.h"
 #include "skin/looks/SkinEnvironment.h"
 #include "skin/views/AboutPinstripeView.h"
 #include "skin/views/VolumeSlider.h"
@@ -57,34 +57,6 @@ void bringToFront(PlaylistWindow &window)
     window.raise();
     window.activateWindow();
     window.invalidateShadow();
-}
-
-/// Menus take "&" for the mark of a mnemonic; a track's title has none.
-QString literalTitle(QString text)
-{
-    return text.replace(u'&', QStringLiteral("&&"));
-}
-
-/// Menus have no indentation of their own.
-QString indented(const QString &title)
-{
-    constexpr int indentationLevel = 2;
-    constexpr int spacesPerLevel = 2;
-    return QString(indentationLevel * spacesPerLevel, u' ') + title;
-}
-
-QAction *addLabel(QMenu &menu, const QString &title)
-{
-    QAction *label = menu.addAction(literalTitle(title));
-    label->setEnabled(false);
-    return label;
-}
-
-void addTrackLine(QMenu &menu, const QString &label, const std::optional<QString> &text)
-{
-    if (text && !text->isEmpty()) {
-        addLabel(menu, indented(label + QStringLiteral(": ") + *text));
-    }
 }
 
 QPalette classicPalette()
@@ -196,12 +168,22 @@ bool AppDelegate::applicationShouldHandleReopen(bool)
 
 std::unique_ptr<QMenu> AppDelegate::applicationDockMenu()
 {
-    auto menu = std::make_unique<QMenu>(QStringLiteral("Dock Menu Items"));
-    addTrackBlock(*menu);
-    addTransportBlock(*menu);
-    menu->addSeparator();
-    addKeepAboveItem(*menu);
-    return menu;
+    const DockMenuItems items{
+        .track = m_currentTrackInfo,
+        .isMusicAppRunning = m_musicConnector.isMusicAppRunning(),
+        .isLiveStream = m_musicConnector.feedType() == FeedType::liveStream,
+        .playPauseTitle = m_playPauseMenuItem ? m_playPauseMenuItem->text() : QString(),
+        .isKeptAbove = m_defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows),
+    };
+    return items.menu({
+        .receiver = this,
+        .openMusicApp = [this] { openMusicApp(); },
+        .playPause = [this] { playPausePressed(); },
+        .next = [this] { nextPressed(); },
+        .previous = [this] { prevPressed(); },
+        .toggleKeepAbove = [this] { toggleKeepMainWindowAboveOtherWindows(); },
+        .validate = [this](const QAction &item) { return validateMenuItem(item); },
+    });
 }
 
 bool AppDelegate::validateMenuItem(const QAction &item) const
@@ -317,55 +299,6 @@ void AppDelegate::windowDidResignKey(const QWindow *window)
 bool AppDelegate::isAboutWindow(const QWindow *window) const
 {
     return window == (m_aboutWindow ? m_aboutWindow->windowHandle() : nullptr);
-}
-
-void AppDelegate::addTrackBlock(QMenu &menu) const
-{
-    if (!m_currentTrackInfo || m_currentTrackInfo->trackName.value_or(QString()).isEmpty()) {
-        return;
-    }
-    addLabel(menu, tr("Now Playing", "For UI labels: Now Playing"));
-    menu.addSeparator();
-    addTrackLine(menu, tr("Track", "For UI labels: Track"), m_currentTrackInfo->trackName);
-    addTrackLine(menu, tr("Artist", "For UI labels: Artist"), m_currentTrackInfo->artistName);
-    addTrackLine(menu, tr("Album", "For UI labels: Album"), m_currentTrackInfo->albumName);
-    menu.addSeparator();
-}
-
-void AppDelegate::addTransportBlock(QMenu &menu)
-{
-    if (!m_musicConnector.isMusicAppRunning()) {
-        addItem(menu, tr("Open \"Music\"", "Command to open main Music app"), MenuItemIdentifier::openMusicApp,
-            &AppDelegate::openMusicApp);
-        return;
-    }
-    addItem(menu, m_playPauseMenuItem ? m_playPauseMenuItem->text() : QString(), MenuItemIdentifier::playPause,
-        &AppDelegate::playPausePressed);
-    if (m_musicConnector.feedType() != FeedType::liveStream) {
-        addItem(menu, tr("Next", "For UI labels: Next"), MenuItemIdentifier::next, &AppDelegate::nextPressed);
-        addItem(
-            menu, tr("Previous", "For UI labels: Previous"), MenuItemIdentifier::previous, &AppDelegate::prevPressed);
-    }
-}
-
-void AppDelegate::addKeepAboveItem(QMenu &menu)
-{
-    QAction *item =
-        addItem(menu, tr("Keep Above All Other Windows", "For Menu Command labels: Keep Above All Other Windows"),
-            MenuItemIdentifier::keepAboveAllWindows, &AppDelegate::toggleKeepMainWindowAboveOtherWindows);
-    item->setCheckable(true);
-    item->setChecked(m_defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows));
-    item->setEnabled(canKeepAbove());
-}
-
-QAction *AppDelegate::addItem(
-    QMenu &menu, const QString &title, const QString &identifier, void (AppDelegate::*command)())
-{
-    QAction *item = menu.addAction(title);
-    item->setObjectName(identifier);
-    item->setEnabled(validateMenuItem(*item));
-    connect(item, &QAction::triggered, this, command);
-    return item;
 }
 
 } // namespace tunedeck

@@ -89,10 +89,6 @@ private:
     /// Of two that are absent, too.
     [[nodiscard]] bool isAboutWindow(const QWindow *window) const;
     void openHelpAnchor(const QString &anchor);
-    void addTrackBlock(QMenu &menu) const;
-    void addTransportBlock(QMenu &menu);
-    void addKeepAboveItem(QMenu &menu);
-    QAction *addItem(QMenu &menu, const QString &title, const QString &identifier, void (AppDelegate::*command)());
 
     MusicConnector &m_musicConnector;
     UserDefaults &m_defaults;

@@ -372,20 +372,6 @@ private Q_SLOTS:
         }
     }
 
-    void theDockMenuLeavesOutWhatTheTrackLacks()
-    {
-        Program program(false);
-        program.delegate->setCurrentTrackInfo(MusicConnectorTrack(QStringLiteral("Alone"), QString(), {}, {}, {}));
-        QCOMPARE(contents(*program.delegate->applicationDockMenu()).first(4),
-            (QStringList{QStringLiteral("(Now Playing)"), QStringLiteral("-"), QStringLiteral("(    Track: Alone)"),
-                QStringLiteral("-")}));
-        for (const std::optional<QString> &name : {std::optional<QString>(), std::optional<QString>(QString())}) {
-            program.delegate->setCurrentTrackInfo(MusicConnectorTrack(name, QStringLiteral("Band"), {}, {}, {}));
-            QCOMPARE(contents(*program.delegate->applicationDockMenu()).first(),
-                QStringLiteral("Open \"Music\"|File_OpenMusicApp"));
-        }
-    }
-
     void theDockMenuOfALiveStreamCannotSkip()
     {
         Program program;

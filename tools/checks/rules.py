@@ -32,7 +32,7 @@ MAY_INCLUDE = {
     "preferences": {"platform", "widgets"},
     "updates": {"platform", "widgets"},
     "window": {"platform", "widgets", "x11", "music", "player", *SKIN},
-    "dock": {"platform"},
+    "dock": {"platform", "music"},
     "app": {"platform", "widgets", "x11", "music", "music/mpris", *SKIN, "player", "drawer", "help", "preferences",
         "updates", "window", "dock"},
 }

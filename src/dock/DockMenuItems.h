@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "music/MusicConnectorTrack.h"
+
+#include <QCoreApplication>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+class QAction;
+class QMenu;
+class QObject;
+
+namespace tunedeck {
+
+/// The contents of the dock menu: what its items show, and what they do.
+struct DockMenuItems {
+    Q_DECLARE_TR_FUNCTIONS(tunedeck::DockMenuItems)
+
+public:
+    /// What the items do. Nothing happens once `receiver` is gone.
+    struct Commands {
+        const QObject *receiver;
+        std::function<void()> openMusicApp;
+        std::function<void()> playPause;
+        std::function<void()> next;
+        std::function<void()> previous;
+        std::function<void()> toggleKeepAbove;
+        /// Whether an item that does something is enabled.
+        std::function<bool(const QAction &item)> validate;
+    };
+
+    std::optional<MusicConnectorTrack> track;
+    bool isMusicAppRunning = false;
+    bool isLiveStream = false; ///< such a stream has no next and no previous track
+    QString playPauseTitle;
+    bool isKeptAbove = false;
+
+    [[nodiscard]] std::unique_ptr<QMenu> menu(const Commands &commands) const;
+
+private:
+    void addTrackBlock(QMenu &menu) const;
+    void addTransportBlock(QMenu &menu, const Commands &commands) const;
+    void addKeepAboveItem(QMenu &menu, const Commands &commands) const;
+};
+
+} // namespace tunedeck

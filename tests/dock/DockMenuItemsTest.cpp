@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#include "dock/DockMenuItems.h"
+#include "music/MenuItemIdentifier.h"
+#include "support/registerTest.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QTest>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+namespace {
+const MusicConnectorTrack wholeTrack(u"Song"_s, u"Band"_s, u"Record"_s, 60, {});
+
+/// Commands that are recorded.
+struct Recorder {
+    DockMenuItems::Commands commands()
+    {
+        const auto recorded = [this](const QString &name) { return [this, name] { names.append(name); }; };
+        return {
+            .receiver = receiver.get(),
+            .openMusicApp = recorded(u"openMusicApp"_s),
+            .playPause = recorded(u"playPause"_s),
+            .next = recorded(u"next"_s),
+            .previous = recorded(u"previous"_s),
+            .toggleKeepAbove = recorded(u"toggleKeepAbove"_s),
+            .validate = [this](const QAction &item) { return item.objectName() != disabled; },
+        };
+    }
+
+    QStringList names;
+    QString disabled; ///< the identifier of the item that is not enabled
+    std::unique_ptr<QObject> receiver = std::make_unique<QObject>();
+};
+
+QStringList titles(const QMenu &menu)
+{
+    QStringList titles;
+    for (const QAction *item : menu.actions()) {
+        titles.append(item->isSeparator() ? u"-"_s : item->text());
+    }
+    return titles;
+}
+
+QAction *itemOf(const QMenu &menu, const QString &identifier)
+{
+    const QList<QAction *> items = menu.actions();
+    const auto found =
+        std::ranges::find_if(items, [&identifier](const QAction *item) { return item->objectName() == identifier; });
+    return found == items.end() ? nullptr : *found;
+}
+} // namespace
+
+class DockMenuItemsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theDockMenuLeavesOutWhatTheTrackLacks()
+    {
+        Recorder recorder;
+        DockMenuItems items;
+        items.track = MusicConnectorTrack(u"Alone"_s, QString(), {}, {}, {});
+        QCOMPARE(titles(*items.menu(recorder.commands())).first(4),
+            (QStringList{u"Now Playing"_s, u"-"_s, u"    Track: Alone"_s, u"-"_s}));
+        for (const std::optional<QString> &name : {std::optional<QString>(), std::optional<QString>(QString())}) {
+            items.track = MusicConnectorTrack(name, u"Band"_s, {}, {}, {});
+            QCOMPARE(titles(*items.menu(recorder.commands())).first(), u"Open \"Music\""_s);
+        }
+    }
+
+    void whatIsShownOfTheTrackCannotBeChosen()
+    {
+        Recorder recorder;
+        DockMenuItems items;
+        items.track = wholeTrack;
+        const auto menu = items.menu(recorder.commands());
+        const QList<QAction *> shown = menu->actions().first(6);
+        QCOMPARE(shown.at(2)->text(), u"    Track: Song"_s);
+        QCOMPARE(shown.at(3)->text(), u"    Artist: Band"_s);
+        QCOMPARE(shown.at(4)->text(), u"    Album: Record"_s);
+        for (const QAction *item : shown) {
+            QVERIFY(item->isSeparator() || !item->isEnabled());
+        }
+    }
+
+    void eachItemCarriesOutItsOwnCommand()
+    {
+        Recorder recorder;
+        DockMenuItems items;
+        items.isMusicAppRunning = true;
+        items.playPauseTitle = u"Pause"_s;
+        const auto menu = items.menu(recorder.commands());
+        QCOMPARE(itemOf(*menu, MenuItemIdentifier::playPause)->text(), u"Pause"_s);
+        for (const QString &identifier : {MenuItemIdentifier::playPause, MenuItemIdentifier::next,
+                 MenuItemIdentifier::previous, MenuItemIdentifier::keepAboveAllWindows}) {
+            itemOf(*menu, identifier)->trigger();
+        }
+        items.isMusicAppRunning = false;
+        itemOf(*items.menu(recorder.commands()), MenuItemIdentifier::openMusicApp)->trigger();
+        QCOMPARE(recorder.names,
+            (QStringList{u"playPause"_s, u"next"_s, u"previous"_s, u"toggleKeepAbove"_s, u"openMusicApp"_s}));
+    }
+
+    void anItemIsEnabledAsItsValidationSays()
+    {
+        Recorder recorder;
+        recorder.disabled = MenuItemIdentifier::next;
+        DockMenuItems items;
+        items.isMusicAppRunning = true;
+        const auto menu = items.menu(recorder.commands());
+        QVERIFY(!itemOf(*menu, MenuItemIdentifier::next)->isEnabled());
+        QVERIFY(itemOf(*menu, MenuItemIdentifier::previous)->isEnabled());
+    }
+
+    void nothingIsDoneOnceTheReceiverIsGone()
+    {
+        Recorder recorder;
+        const auto menu = DockMenuItems().menu(recorder.commands());
+        QAction *open = itemOf(*menu, MenuItemIdentifier::openMusicApp);
+        open->trigger();
+        recorder.receiver.reset();
+        open->trigger();
+        QCOMPARE(recorder.names, {u"openMusicApp"_s});
+    }
+};
+
+} // namespace tunedeck
+
+TUNEDECK_TEST(tunedeck::DockMenuItemsTest, QApplication)
+#include "DockMenuItemsTest.moc"
