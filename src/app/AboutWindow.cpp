@@ -4,6 +4,7 @@
 #include "help/pageStyle.h"
 #include "platform/BundleInfo.h"
 #include "platform/FatalError.h"
+#include "widgets/bringToFront.h"
 #include "widgets/scaledFont.h"
 
 #include <QDesktopServices>
@@ -121,10 +122,7 @@ AboutWindow::AboutWindow(const QString &creditsFolder, QWidget *parent)
 void AboutWindow::orderFront()
 {
     showCredits();
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
+    bringToFront(*this);
 }
 
 void AboutWindow::setBackground(QWidget &background)

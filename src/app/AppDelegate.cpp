@@ -14,6 +14,7 @@
 #include "skin/looks/SkinEnvironment.h"
 #include "skin/views/AboutPinstripeView.h"
 #include "skin/views/VolumeSlider.h"
+#include "widgets/bringToFront.h"
 #include "window/Window.h"
 #include "window/WindowController.h"
 
@@ -44,18 +45,15 @@ bool isOnScreen(const QWidget &window)
     return window.isVisible() && !window.isMinimized();
 }
 
-void bringToFront(Window &window)
+void bringForward(Window &window)
 {
     window.makeKeyAndOrderFront();
     window.invalidateShadow();
 }
 
-void bringToFront(PlaylistWindow &window)
+void bringForward(PlaylistWindow &window)
 {
-    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
-    window.show();
-    window.raise();
-    window.activateWindow();
+    bringToFront(window);
     window.invalidateShadow();
 }
 
@@ -151,7 +149,7 @@ bool AppDelegate::applicationShouldHandleReopen(bool)
     auto *drawerWindow = lastWindow<PlaylistWindow>(windows);
     if (!drawerWindow) {
         if (mainWindow) {
-            bringToFront(*mainWindow);
+            bringForward(*mainWindow);
         }
         return true;
     }
@@ -159,9 +157,9 @@ bool AppDelegate::applicationShouldHandleReopen(bool)
         return false;
     }
     if (isOnScreen(*drawerWindow)) {
-        bringToFront(*drawerWindow);
+        bringForward(*drawerWindow);
     } else {
-        bringToFront(*mainWindow);
+        bringForward(*mainWindow);
     }
     return true;
 }

@@ -3,6 +3,7 @@
 
 #include "platform/BundleInfo.h"
 #include "updates/UpdatesModule.h"
+#include "widgets/bringToFront.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -65,9 +66,7 @@ void SoftwareUpdater::reportMissingModule()
         m_message->setModal(false);
         m_message->setAttribute(Qt::WA_QuitOnClose, false);
     }
-    m_message->show();
-    m_message->raise();
-    m_message->activateWindow();
+    bringToFront(*m_message);
 }
 
 } // namespace tunedeck

@@ -3,6 +3,7 @@
 
 #include "help/HelpBrowser.h"
 #include "platform/BundleInfo.h"
+#include "widgets/bringToFront.h"
 #include "widgets/names.h"
 
 #include <QEvent>
@@ -273,10 +274,7 @@ void HelpWindow::cancel()
 
 void HelpWindow::bringToFront()
 {
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
+    tunedeck::bringToFront(*this);
 }
 
 } // namespace tunedeck

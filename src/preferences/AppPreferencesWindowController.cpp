@@ -5,13 +5,12 @@
 #include "preferences/PreferencesViewController.h"
 #include "preferences/SymbolIcon.h"
 #include "preferences/UpdatePreferencesViewController.h"
+#include "widgets/bringToFront.h"
 
 #include <QAction>
 #include <QEvent>
 #include <QGraphicsOpacityEffect>
 #include <QLayout>
-#include <QSignalBlocker>
-#include <QStyle>
 #include <QToolBar>
 
 #include <algorithm>
@@ -142,15 +141,12 @@ void AppPreferencesWindowController::toolbarItemClicked(const QObject &sender)
 
 void AppPreferencesWindowController::showWindow()
 {
-    m_window.setWindowState(m_window.windowState() & ~Qt::WindowMinimized);
-    m_window.show();
-    m_window.raise();
-    m_window.activateWindow();
+    bringToFront(m_window);
 }
 
 void AppPreferencesWindowController::setMotionReduced(bool isReduced)
 {
-    m_isMotionReduced = isReduced;
+    m_sizeAnimation.setMotionReduced(isReduced);
 }
 
 bool AppPreferencesWindowController::eventFilter(QObject *watched, QEvent *event)
@@ -197,21 +193,13 @@ void AppPreferencesWindowController::setUpAnimation()
     m_contentHiding->setOpacity(0);
     m_contentHiding->setEnabled(false);
     m_contentView->setGraphicsEffect(m_contentHiding);
-    m_sizeAnimation.setEasingCurve(QEasingCurve::OutCubic);
     connect(&m_sizeAnimation, &QVariantAnimation::valueChanged, this,
         [this](const QVariant &size) { resizeContent(size.toSize()); });
     connect(&m_sizeAnimation, &QVariantAnimation::finished, this, [this] {
-        // An animation without a duration stands at its end before it starts, and tells of no step.
+        // An animation without a duration is at its end before it starts, and emits no value.
         resizeContent(m_sizeAnimation.endValue().toSize());
         m_contentHiding->setEnabled(false);
     });
-}
-
-/// In milliseconds.
-int AppPreferencesWindowController::resizeDuration() const
-{
-    return m_isMotionReduced ? 0
-                             : m_window.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &m_window);
 }
 
 const PreferencesToolbarItem *AppPreferencesWindowController::itemWith(const QString &identifier) const
@@ -278,15 +266,8 @@ void AppPreferencesWindowController::fitWindow()
         resizeContent(size);
         return;
     }
-    {
-        // Between the setters the animation stands somewhere on a way that nobody goes.
-        const QSignalBlocker blocker(m_sizeAnimation);
-        m_sizeAnimation.setDuration(resizeDuration());
-        m_sizeAnimation.setStartValue(m_contentView->size());
-        m_sizeAnimation.setEndValue(size);
-    }
     m_contentHiding->setEnabled(true);
-    m_sizeAnimation.start();
+    m_sizeAnimation.run(m_contentView->size(), size);
 }
 
 /// The window's upper edge stays where it is.

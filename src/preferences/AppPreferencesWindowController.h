@@ -4,6 +4,7 @@
 #include "preferences/AppPreferences.h"
 #include "preferences/AppPreferencesWindow.h"
 #include "preferences/PreferencesToolbarItem.h"
+#include "widgets/ResizeAnimation.h"
 
 #include <QActionGroup>
 #include <QList>
@@ -11,7 +12,6 @@
 #include <QSize>
 #include <QString>
 #include <QStringList>
-#include <QVariantAnimation>
 #include <QWidget>
 
 #include <map>
@@ -82,7 +82,6 @@ private:
     [[nodiscard]] bool collectToolbarItems();
     void installToolbar();
     void setUpAnimation();
-    [[nodiscard]] int resizeDuration() const;
     [[nodiscard]] const PreferencesToolbarItem *itemWith(const QString &identifier) const;
     [[nodiscard]] PreferencesPaneController *viewController(const QString &identifier);
     void switchToPane(const QString &identifier);
@@ -102,8 +101,7 @@ private:
     QString m_selectedIdentifier;
     QWidget *m_shownView = nullptr;
     QSize m_fittingSize;
-    QVariantAnimation m_sizeAnimation;
-    bool m_isMotionReduced = false;
+    ResizeAnimation m_sizeAnimation{m_window};
 };
 
 } // namespace tunedeck

@@ -6,6 +6,7 @@
 #include "updates/failureMessage.h"
 #include "updates/isSecureAddress.h"
 #include "updates/safeReleaseNotes.h"
+#include "widgets/bringToFront.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -185,10 +186,7 @@ void UpdateWindow::offerSystemUpdater()
 
 void UpdateWindow::bringForward()
 {
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
+    bringToFront(*this);
 }
 
 void UpdateWindow::changeEvent(QEvent *event)

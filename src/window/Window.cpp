@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "window/Window.h"
 
+#include "widgets/bringToFront.h"
 #include "widgets/canBeSeen.h"
 #include "window/WindowController.h"
 #include "x11/frameExtents.h"
@@ -20,13 +21,11 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <utility>
 
 namespace tunedeck {
 
 namespace {
 constexpr int cornerRadius = 4;
-constexpr int edgeWidth = 5;
 /// Between the metal and its edge.
 constexpr QColor cutOutlineColor(0x8c, 0x8c, 0x8c);
 constexpr int initialWidth = 450;
@@ -158,10 +157,7 @@ void Window::cancelOperation()
 
 void Window::makeKeyAndOrderFront()
 {
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
+    bringToFront(*this);
 }
 
 void Window::invalidateShadow()
@@ -263,7 +259,7 @@ bool Window::eventFilter(QObject *watched, QEvent *event)
     case QEvent::MouseMove: {
         const auto &move = *static_cast<QMouseEvent *>(event);
         if (move.buttons() == Qt::NoButton) {
-            showCursorFor(edgesAt(move.position().toPoint()));
+            m_drag.showCursor(move.position().toPoint(), contentRect());
         }
         break;
     }
@@ -275,52 +271,20 @@ bool Window::eventFilter(QObject *watched, QEvent *event)
 
 void Window::mousePressEvent(QMouseEvent *event)
 {
-    m_pressPosition.reset();
-    m_ownDrag.reset();
+    m_drag.end();
     if (event->button() == Qt::LeftButton) {
-        m_pressPosition = event->position().toPoint();
+        m_drag.press(event->position().toPoint(), contentRect());
     }
 }
 
 void Window::mouseMoveEvent(QMouseEvent *event)
 {
-    if (m_ownDrag) {
-        followPointer(event->globalPosition().toPoint());
-        return;
-    }
-    // Handed to the window manager only once it is a drag: one that hears of a mere click too late would go on moving
-    // the window with no button down.
-    const QPoint position = event->position().toPoint();
-    if (!m_pressPosition || (position - *m_pressPosition).manhattanLength() < QApplication::startDragDistance()) {
-        return;
-    }
-    const QPoint pressPosition = *std::exchange(m_pressPosition, std::nullopt);
-    const Qt::Edges edges = edgesAt(pressPosition);
-    const bool isHandedOver = edges ? windowHandle()->startSystemResize(edges) : windowHandle()->startSystemMove();
-    if (!isHandedOver) {
-        m_ownDrag = {edges, mapToGlobal(pressPosition), geometry()};
-        followPointer(event->globalPosition().toPoint());
-    }
+    m_drag.move(event->position().toPoint(), event->globalPosition().toPoint());
 }
 
 void Window::mouseReleaseEvent(QMouseEvent *)
 {
-    m_pressPosition.reset();
-    m_ownDrag.reset();
-}
-
-void Window::followPointer(QPoint pointer)
-{
-    const QPoint way = pointer - m_ownDrag->start;
-    QRect frame = m_ownDrag->frame;
-    if (!m_ownDrag->edges) {
-        frame.translate(way);
-    } else if (m_ownDrag->edges.testFlag(Qt::LeftEdge)) {
-        frame.setLeft(frame.right() + 1 - std::clamp(frame.width() - way.x(), minimumWidth(), maximumWidth()));
-    } else {
-        frame.setWidth(std::clamp(frame.width() + way.x(), minimumWidth(), maximumWidth()));
-    }
-    setGeometry(frame);
+    m_drag.end();
 }
 
 void Window::moveEvent(QMoveEvent *)
@@ -357,33 +321,13 @@ void Window::showEvent(QShowEvent *)
     invalidateShadow();
 }
 
-Qt::Edges Window::edgesAt(QPoint position) const
-{
-    const QRect inside = contentRect().adjusted(edgeWidth, 0, -edgeWidth, 0);
-    if (position.x() < inside.left()) {
-        return Qt::LeftEdge;
-    }
-    if (position.x() > inside.right()) {
-        return Qt::RightEdge;
-    }
-    return {};
-}
-
-void Window::showCursorFor(Qt::Edges edges)
-{
-    const Qt::CursorShape shape = edges ? Qt::SizeHorCursor : Qt::ArrowCursor;
-    if (cursor().shape() != shape) {
-        setCursor(shape);
-    }
-}
-
 void Window::watchScreen()
 {
-    connect(screen(), &QScreen::geometryChanged, this, &Window::takeScaleOfScreen, Qt::UniqueConnection);
+    connect(screen(), &QScreen::geometryChanged, this, &Window::applyScaleOfScreen, Qt::UniqueConnection);
 }
 
 /// On Wayland, a window that is shown keeps the scale that its screen had when the window came there.
-void Window::takeScaleOfScreen()
+void Window::applyScaleOfScreen()
 {
     if (m_canBeSeen && windowHandle()->devicePixelRatio() != screen()->devicePixelRatio()) {
         hide();
@@ -423,7 +367,7 @@ void Window::confirmMinimisation()
 /// The shadow is no part of the window to whoever clicks; but its sides can be caught from just outside of them.
 void Window::updateInputRegion()
 {
-    const int grip = std::min(edgeWidth, m_shadowMargins.left());
+    const int grip = std::min(WindowDrag::edgeWidth, m_shadowMargins.left());
     setInputRegion(*windowHandle(), contentRect().adjusted(-grip, 0, grip, 0));
 }
 

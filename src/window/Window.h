@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "window/WindowDrag.h"
 #include "window/WindowShadow.h"
 
 #include <QMargins>
-#include <QPoint>
 #include <QRect>
 #include <QSize>
 #include <QTimer>
 #include <QWidget>
-
-#include <optional>
 
 namespace tunedeck {
 
@@ -80,18 +78,8 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    /// A drag that the window manager has not taken over: not every one does.
-    struct OwnDrag {
-        Qt::Edges edges; ///< what is dragged; the whole window where there are none
-        QPoint start; ///< where the button went down on the screen, in points
-        QRect frame; ///< the window then, on the screen, in points
-    };
-
-    [[nodiscard]] Qt::Edges edgesAt(QPoint position) const;
-    void followPointer(QPoint pointer);
-    void showCursorFor(Qt::Edges edges);
     void watchScreen();
-    void takeScaleOfScreen();
+    void applyScaleOfScreen();
     void setShadowMargins(const QMargins &margins);
     void applySizeLimits();
     void cutToOutline();
@@ -114,8 +102,7 @@ private:
     bool m_canBeSeen = false;
     bool m_hasBeenSeen = false;
     int m_widthBeforeZoom;
-    std::optional<QPoint> m_pressPosition;
-    std::optional<OwnDrag> m_ownDrag;
+    WindowDrag m_drag{*this};
     QTimer m_minimisation;
 };
 

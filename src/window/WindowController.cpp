@@ -6,8 +6,6 @@
 #include "platform/windowSystem.h"
 
 #include <QAction>
-#include <QSignalBlocker>
-#include <QStyle>
 
 #include <algorithm>
 
@@ -18,7 +16,6 @@ WindowController::WindowController(UserDefaults &defaults, QObject *parent)
     , m_defaults(defaults)
     , m_window(*this)
 {
-    m_heightAnimation.setEasingCurve(QEasingCurve::OutCubic);
     connect(&m_heightAnimation, &QVariantAnimation::valueChanged, this, [this](const QVariant &height) {
         m_window.resizeContent({m_window.contentRect().width(), height.toInt()});
     });
@@ -47,7 +44,7 @@ void WindowController::setKeepAboveAllWindows(bool keepAbove)
 
 void WindowController::setMotionReduced(bool isReduced)
 {
-    m_isMotionReduced = isReduced;
+    m_heightAnimation.setMotionReduced(isReduced);
 }
 
 bool WindowController::isExpanded() const
@@ -84,12 +81,6 @@ int WindowController::targetHeight() const
     return m_isExpanded ? expandedHeight : collapsedHeight;
 }
 
-int WindowController::resizeDuration() const
-{
-    return m_isMotionReduced ? 0
-                             : m_window.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &m_window);
-}
-
 void WindowController::limitHeight(int minimum, int maximum)
 {
     m_window.setContentSizeLimits({Window::minimumContentWidth, minimum}, {Window::maximumContentWidth, maximum});
@@ -106,14 +97,7 @@ void WindowController::resizeToTargetHeight()
     }
     // The limits are wide open on the way: a window manager would refuse a step that lies outside them.
     limitHeight(std::min(height, target), std::max(height, target));
-    {
-        // Between the setters the animation stands somewhere on a way that nobody goes.
-        const QSignalBlocker blocker(m_heightAnimation);
-        m_heightAnimation.setDuration(resizeDuration());
-        m_heightAnimation.setStartValue(height);
-        m_heightAnimation.setEndValue(target);
-    }
-    m_heightAnimation.start();
+    m_heightAnimation.run(height, target);
 }
 
 void WindowController::finishResize()

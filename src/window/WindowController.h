@@ -2,9 +2,8 @@
 #pragma once
 
 #include "player/DrawerHost.h"
+#include "widgets/ResizeAnimation.h"
 #include "window/Window.h"
-
-#include <QVariantAnimation>
 
 class QAction;
 
@@ -48,8 +47,6 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] int targetHeight() const;
-    /// Milliseconds.
-    [[nodiscard]] int resizeDuration() const;
     void limitHeight(int minimum, int maximum);
     void resizeToTargetHeight();
     void finishResize();
@@ -57,9 +54,8 @@ private:
     UserDefaults &m_defaults;
     bool m_keepAboveAllWindows = false;
     bool m_isExpanded = false;
-    bool m_isMotionReduced = false;
     Window m_window;
-    QVariantAnimation m_heightAnimation;
+    ResizeAnimation m_heightAnimation{m_window};
 };
 
 } // namespace tunedeck
