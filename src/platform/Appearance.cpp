@@ -33,9 +33,9 @@ constexpr QLatin1String kdeGroup("org.kde.kdeglobals.KDE");
 constexpr QLatin1String animationDurationKey("AnimationDurationFactor");
 constexpr QLatin1String readOneMethod("ReadOne");
 
-/// The portal and what it stands on may have to be started first; nobody waits for it.
+/// In milliseconds. The bus may have to start the portal and its backends first.
 constexpr int portalDeadline = 10'000;
-/// Beyond this a text could not be read, or would fill the screen.
+/// A smaller text could not be read, a larger one would fill the screen.
 constexpr double leastTextScale = 0.5;
 constexpr double mostTextScale = 3;
 constexpr qsizetype longestFontName = 200;
@@ -79,7 +79,7 @@ std::optional<bool> decodeAccentColor(const QVariant &value)
     argument.beginStructure();
     argument >> color[0] >> color[1] >> color[2];
     argument.endStructure();
-    // Out of range is how the portal says that no accent is set.
+    // The portal sends values out of range if no accent colour is set.
     const bool isSet = std::all_of(color.begin(), color.end(), [](double c) { return c >= 0 && c <= 1; });
     return isSet && isGrey(color);
 }
@@ -105,7 +105,7 @@ Appearance::Appearance(UserDefaults &defaults, const QDBusConnection &bus, QObje
     qGuiApp->installEventFilter(this);
     update();
 
-    // A connection looks up a slot's types by their names, which this one does not have before it is first used.
+    // A D-Bus connection looks up the types of slots by name, and QDBusVariant has no name before its first use.
     qRegisterMetaType<QDBusVariant>();
     setBus(bus);
 }
@@ -123,35 +123,10 @@ void Appearance::setApplicationAppearance(std::optional<AppearanceName> name)
     update();
 }
 
-std::optional<AppearanceName> Appearance::applicationAppearance() const
-{
-    return m_application;
-}
-
-AppearanceName Appearance::effectiveAppearance() const
-{
-    return m_effective;
-}
-
-bool Appearance::isMotionReduced() const
-{
-    return m_isMotionReduced;
-}
-
-double Appearance::textScale() const
-{
-    return m_text.scale;
-}
-
-QString Appearance::fontName() const
-{
-    return m_text.fontName;
-}
-
 bool Appearance::eventFilter(QObject *watched, QEvent *event)
 {
-    // While an appearance is forced, the palette may be the one that goes with it. The one that comes back when the
-    // force ends is a change again.
+    // A forced appearance comes with its own palette. When the force ends, the system's palette comes back as another
+    // change.
     if (event->type() == QEvent::ApplicationPaletteChange && !m_application) {
         m_palette = readPalette();
         update();
@@ -174,7 +149,7 @@ Appearance::System Appearance::readPalette()
 void Appearance::followPortal(QDBusConnection bus, const QString &group, const QStringList &keys)
 {
     // clang-format off
-    // With a service's name the connection would ask the bus, and wait, for the name's owner.
+    // Given a service name, the connection would ask the bus for its owner and wait for the answer.
     bus.connect(QString(), portalPath, portalInterface, QStringLiteral("SettingChanged"),
         {group}, QString(), this, SLOT(portalSettingChanged(QString,QString,QDBusVariant)));
     // clang-format on
@@ -185,7 +160,7 @@ void Appearance::followPortal(QDBusConnection bus, const QString &group, const Q
 
 void Appearance::askPortal(const QDBusConnection &bus, const QString &method, const PortalKey &asked)
 {
-    // The one read that may start its service: on a desktop that has a portal it runs only once it is needed.
+    // This call may start the service: a portal runs only once it is needed.
     QDBusMessage message = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.portal.Desktop"), portalPath, portalInterface, method);
     message << asked.group << asked.key;
@@ -194,17 +169,18 @@ void Appearance::askPortal(const QDBusConnection &bus, const QString &method, co
         watcher->deleteLater();
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
         if (reply.isValid()) {
-            takePortalValue(asked, reply.value().variant());
+            applyPortalValue(asked, reply.value().variant());
         } else if (reply.error().type() == QDBusError::UnknownMethod && method == readOneMethod) {
             askPortal(bus, QStringLiteral("Read"), asked);
         }
     });
 }
 
-void Appearance::takePortalValue(const PortalKey &told, const QVariant &value)
+void Appearance::applyPortalValue(const PortalKey &changed, const QVariant &value)
 {
-    const auto isKey = [&told](
-                           QLatin1String group, QLatin1String key) { return told.group == group && told.key == key; };
+    const auto isKey = [&changed](QLatin1String group, QLatin1String key) {
+        return changed.group == group && changed.key == key;
+    };
     const QVariant plain = unwrapped(value);
     if (isKey(appearanceGroup, colorSchemeKey)) {
         m_portal.dark = decodeColorScheme(plain);
@@ -213,9 +189,9 @@ void Appearance::takePortalValue(const PortalKey &told, const QVariant &value)
     } else if (isKey(gnomeGroup, animationsKey) && plain.typeId() == QMetaType::Bool) {
         m_portal.gnomeReducesMotion = !plain.toBool();
     } else if (isKey(gnomeGroup, textScaleKey)) {
-        takeText({decodeTextScale(plain), m_text.fontName});
+        setText({decodeTextScale(plain), m_text.fontName});
     } else if (isKey(gnomeGroup, fontNameKey)) {
-        takeText({m_text.scale, decodeFontName(plain)});
+        setText({m_text.scale, decodeFontName(plain)});
     } else if (isKey(kdeGroup, animationDurationKey) && plain.typeId() == QMetaType::QString) {
         bool isNumber = false;
         const double factor = plain.toString().toDouble(&isNumber);
@@ -224,7 +200,7 @@ void Appearance::takePortalValue(const PortalKey &told, const QVariant &value)
     update();
 }
 
-void Appearance::takeText(const Text &text)
+void Appearance::setText(const Text &text)
 {
     if (text != std::exchange(m_text, text)) {
         Q_EMIT textChanged();
@@ -252,7 +228,7 @@ void Appearance::update()
 
 void Appearance::portalSettingChanged(const QString &group, const QString &key, const QDBusVariant &value)
 {
-    takePortalValue({group, key}, value.variant());
+    applyPortalValue({group, key}, value.variant());
 }
 
 } // namespace tunedeck

@@ -13,42 +13,45 @@ namespace tunedeck {
 
 class UserDefaults;
 
+/// Aqua is the light appearance, the others are dark. The program itself uses no VibrantDark.
 enum class AppearanceName { Aqua, DarkAqua, VibrantDark };
 
-/// Whether controls drawn for `name` are light on dark.
+/// Whether controls are drawn light on dark.
 [[nodiscard]] constexpr bool isDark(AppearanceName name)
 {
     return name != AppearanceName::Aqua;
 }
 
-/// The application's light or dark appearance: the one forced on it, else the system's, which comes from the desktop
-/// portal (org.freedesktop.appearance color-scheme, asked without waiting) or, until and unless a portal answers, from
-/// the palette. Also passes the system's accent colour to the settings store, as "AppleAccentColor", tells whether the
-/// user wants nothing on the screen to move (org.gnome.desktop.interface enable-animations, or
-/// org.kde.kdeglobals.KDE AnimationDurationFactor, of the same portal), and how the user wants texts
-/// (org.gnome.desktop.interface text-scaling-factor and font-name).
+/// The application's light or dark appearance: the one forced on it, else the system's. The system's appearance comes
+/// from the desktop portal (org.freedesktop.appearance color-scheme), or from the palette while no portal has answered.
+///
+/// Reads three more things from the portal, and never waits for it:
+/// - the system's accent colour, which goes to the settings store as "AppleAccentColor",
+/// - whether the user wants reduced motion (org.gnome.desktop.interface enable-animations, or
+///   org.kde.kdeglobals.KDE AnimationDurationFactor),
+/// - the scale and the font of texts (org.gnome.desktop.interface text-scaling-factor and font-name).
 class Appearance : public QObject {
     Q_OBJECT
     Q_MOC_INCLUDE(<QDBusVariant>)
 
 public:
-    /// `defaults` must outlive this object. `bus` is where the portal is looked for.
+    /// `defaults` must outlive this object. `bus` is the one of the portal.
     Appearance(UserDefaults &defaults, const QDBusConnection &bus, QObject *parent = nullptr);
 
-    /// Looks for the portal on another bus from now on.
+    /// Asks the portal on another bus from now on.
     void setBus(const QDBusConnection &bus);
 
-    /// Forces an appearance on the application, or with no value lets it follow the system. Sets no palette; a palette
-    /// that goes with the forced appearance is set after this call, so that it is not taken for the system's.
+    /// Forces an appearance on the application; no value lets it follow the system. Sets no palette. Call it before
+    /// setting the palette of a forced appearance, otherwise that palette counts as the system's.
     void setApplicationAppearance(std::optional<AppearanceName> name);
-    [[nodiscard]] std::optional<AppearanceName> applicationAppearance() const;
-    /// What is drawn: never without a value.
-    [[nodiscard]] AppearanceName effectiveAppearance() const;
-    [[nodiscard]] bool isMotionReduced() const;
-    /// What the size of every text is to be multiplied with, from 0.5 to 3; 1 where the portal does not say.
-    [[nodiscard]] double textScale() const;
-    /// The font that texts of that scale are in, such as "Cantarell 11"; empty where the portal does not say.
-    [[nodiscard]] QString fontName() const;
+    [[nodiscard]] std::optional<AppearanceName> applicationAppearance() const { return m_application; }
+    /// The appearance to draw.
+    [[nodiscard]] AppearanceName effectiveAppearance() const { return m_effective; }
+    [[nodiscard]] bool isMotionReduced() const { return m_isMotionReduced; }
+    /// The factor for the size of every text, from 0.5 to 3. It is 1 if the portal does not say.
+    [[nodiscard]] double textScale() const { return m_text.scale; }
+    /// The font that the scale belongs to, such as "Cantarell 11". Empty if the portal does not say.
+    [[nodiscard]] QString fontName() const { return m_text.fontName; }
 
 Q_SIGNALS:
     /// Only on a real change.
@@ -62,11 +65,11 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    /// What one source says of the system; no value where it says nothing.
+    /// The settings from one source; no value for what it does not say.
     struct System {
         std::optional<bool> dark;
         std::optional<bool> graphite;
-        /// Each desktop says it in its own way; where both are heard, either is enough.
+        /// GNOME and Plasma have different settings for it. Either one is enough.
         bool gnomeReducesMotion = false;
         bool kdeReducesMotion = false;
     };
@@ -87,8 +90,8 @@ private:
 
     void followPortal(QDBusConnection bus, const QString &group, const QStringList &keys);
     void askPortal(const QDBusConnection &bus, const QString &method, const PortalKey &asked);
-    void takePortalValue(const PortalKey &told, const QVariant &value);
-    void takeText(const Text &text);
+    void applyPortalValue(const PortalKey &changed, const QVariant &value);
+    void setText(const Text &text);
     void update();
 
     UserDefaults &m_defaults;

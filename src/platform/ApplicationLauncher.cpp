@@ -31,7 +31,7 @@ QString withoutSuffix(const QString &desktopEntry)
 
 Application findEntry(const QString &desktopEntry)
 {
-    // Players name their entries themselves, and GIO takes a name with a slash for a path to any file.
+    // The identifier comes from a player, and GIO reads one with a slash as the path of any file.
     if (desktopEntry.isEmpty() || desktopEntry.contains(u'/')) {
         return nullptr;
     }
@@ -48,7 +48,7 @@ Application findDefault(const QString &contentType)
     return Application(g_app_info_get_default_for_type(contentType.toUtf8().constData(), FALSE));
 }
 
-/// The identifier of the application if it was there and started, else nothing.
+/// The identifier of the application if it started, else empty.
 QString launchApplication(const Application &application)
 {
     if (!application || !g_app_info_launch(application.get(), nullptr, nullptr, nullptr)) {
@@ -75,7 +75,7 @@ ApplicationLauncher::ApplicationLauncher(QObject *parent)
 
 ApplicationLauncher::~ApplicationLauncher()
 {
-    // The desktop's bus may be frozen, and no thread can be ended from outside.
+    // The bus may hang, and a thread cannot be ended from outside.
     if (m_thread) {
         m_thread->wait(QDeadlineTimer(farewellPatience));
     }

@@ -11,9 +11,9 @@ namespace tunedeck {
 /// The reverse-DNS name of this application on the desktop: desktop entry, D-Bus name, window class.
 inline constexpr QStringView applicationId = u"org.tunedeck.Tunedeck";
 
-/// A fact about the application as built, by its information-dictionary key: "CFBundleName",
-/// "CFBundleShortVersionString" (such as 1.2.3), "CFBundleVersion" (the build number) or "CFBundleHelpBookName".
-/// No value for any other key.
+/// A fact about the built application: "CFBundleName" (its name), "CFBundleShortVersionString" (its version, such as
+/// 1.2.3), "CFBundleVersion" (the build number, by which versions are compared) or "CFBundleHelpBookName" (the name of
+/// its help). No value for any other key.
 [[nodiscard]] std::optional<QString> bundleInfo(QStringView key);
 
 } // namespace tunedeck

@@ -6,9 +6,9 @@
 
 namespace tunedeck {
 
-/// Ends the program for a programming error: a missing resource of our own, an impossible enumeration value.
-/// Says `what` and the place on standard error, then aborts. Nothing that comes from outside the program (a player,
-/// a file, the network, a setting) may lead here.
+/// Ends the program after a programming error: a missing resource of its own, an impossible enumeration value. Prints
+/// `what` and the place in the source on standard error, then aborts. Input from outside the program (a player, a
+/// file, the network, a setting) must never lead here.
 [[noreturn]] void fatalError(
     std::string_view what, const std::source_location &where = std::source_location::current());
 

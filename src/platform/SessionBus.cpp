@@ -11,7 +11,7 @@
 namespace tunedeck {
 
 namespace {
-/// A connection under a name that no other has in this process.
+/// Makes a connection with a name of its own in this process.
 QDBusConnection connectTo(const QString &address)
 {
     static std::atomic<int> connections = 0;
@@ -19,7 +19,7 @@ QDBusConnection connectTo(const QString &address)
     if (!address.isEmpty()) {
         return QDBusConnection::connectToBus(address, name);
     }
-    // The library looks for its address once in a process, and then keeps to what it found or did not find.
+    // libdbus looks up the default address once per process, and keeps the result even if it found nothing.
     const QString usual = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus");
     return qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") && QFile::exists(usual)
         ? QDBusConnection::connectToBus(QStringLiteral("unix:path=") + usual, name)
@@ -28,47 +28,42 @@ QDBusConnection connectTo(const QString &address)
 } // namespace
 
 SessionBus::SessionBus(QObject *parent)
-    : SessionBus(QString(), patience, parent)
+    : SessionBus(QString(), retryInterval, parent)
 {
 }
 
 SessionBus::SessionBus(const QString &address, std::chrono::milliseconds interval, QObject *parent)
     : QObject(parent)
     , m_address(address)
-    // Everybody's connection is there already, or will be wanted by the toolkit anyway.
+    // Qt shares this connection and needs it anyway.
     , m_connection(address.isEmpty() ? QDBusConnection::sessionBus() : connectTo(address))
 {
-    m_nextLook.setSingleShot(true);
-    m_nextLook.setInterval(interval);
-    connect(&m_nextLook, &QTimer::timeout, this, &SessionBus::look);
+    m_nextAttempt.setSingleShot(true);
+    m_nextAttempt.setInterval(interval);
+    connect(&m_nextAttempt, &QTimer::timeout, this, &SessionBus::tryToConnect);
     watch();
-}
-
-const QDBusConnection &SessionBus::connection() const
-{
-    return m_connection;
 }
 
 void SessionBus::lose()
 {
-    if (m_nextLook.isActive()) {
+    if (m_nextAttempt.isActive()) {
         return;
     }
-    m_nextLook.start();
+    m_nextAttempt.start();
     Q_EMIT changed();
 }
 
 void SessionBus::watch()
 {
     if (!m_connection.isConnected()) {
-        m_nextLook.start();
+        m_nextAttempt.start();
         return;
     }
     m_connection.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
         QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this, SLOT(lose()));
 }
 
-void SessionBus::look()
+void SessionBus::tryToConnect()
 {
     QThread *thread = QThread::create([bus = QPointer(this), address = m_address] {
         const QDBusConnection connection = connectTo(address);
@@ -76,7 +71,7 @@ void SessionBus::look()
             qApp,
             [bus, connection] {
                 if (bus) {
-                    bus->take(connection);
+                    bus->setConnection(connection);
                 }
             },
             Qt::QueuedConnection);
@@ -85,11 +80,11 @@ void SessionBus::look()
     thread->start();
 }
 
-void SessionBus::take(const QDBusConnection &connection)
+void SessionBus::setConnection(const QDBusConnection &connection)
 {
     if (!connection.isConnected()) {
         QDBusConnection::disconnectFromBus(connection.name());
-        m_nextLook.start();
+        m_nextAttempt.start();
         return;
     }
     m_connection = connection;

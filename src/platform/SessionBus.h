@@ -10,23 +10,25 @@
 
 namespace tunedeck {
 
-/// The session bus, which may not be there at first, go away and come back while the program runs. While there is none,
-/// it is looked for from time to time, on a thread of its own: to connect may mean to wait.
+/// The connection to the session bus, which may be missing at first, or end and come back while the program runs.
+/// While there is no bus, a thread tries to connect from time to time: connecting may block.
 class SessionBus : public QObject {
     Q_OBJECT
 
 public:
-    static constexpr std::chrono::milliseconds patience{5'000};
+    /// The time between two attempts to connect.
+    static constexpr std::chrono::milliseconds retryInterval{5'000};
 
     explicit SessionBus(QObject *parent = nullptr);
-    /// The bus at `address`, looked for every `interval` while it is not there.
+    /// The bus at `address`. While it is missing, tries to connect every `interval`.
     SessionBus(const QString &address, std::chrono::milliseconds interval, QObject *parent = nullptr);
 
-    /// One that is not connected while there is no bus. The reference stays good, and always tells of the bus that is.
-    [[nodiscard]] const QDBusConnection &connection() const;
+    /// The connection is not connected while there is no bus. The reference stays valid, and always refers to the
+    /// current connection.
+    [[nodiscard]] const QDBusConnection &connection() const { return m_connection; }
 
 Q_SIGNALS:
-    /// The bus has gone, or another connection has taken the place of the one that was.
+    /// The bus has gone, or there is a new connection.
     void changed();
 
 private Q_SLOTS:
@@ -34,12 +36,12 @@ private Q_SLOTS:
 
 private:
     void watch();
-    void look();
-    void take(const QDBusConnection &connection);
+    void tryToConnect();
+    void setConnection(const QDBusConnection &connection);
 
     const QString m_address;
     QDBusConnection m_connection;
-    QTimer m_nextLook;
+    QTimer m_nextAttempt;
 };
 
 } // namespace tunedeck

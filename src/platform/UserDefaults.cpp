@@ -23,7 +23,7 @@ Q_LOGGING_CATEGORY(log, "tunedeck.settings")
 
 constexpr qint64 largestFile = 1024 * 1024;
 constexpr qsizetype longestString = 1000;
-/// Whoever writes the file in place truncates it first; a moment later it is whole.
+/// A program that writes the file in place truncates it first. After this time it is complete.
 constexpr auto settleTime = 50ms;
 constexpr auto retryInterval = 500ms;
 constexpr auto farewellPatience = 500ms;
@@ -34,8 +34,8 @@ QString fileInConfigurationFolder()
         + QStringLiteral("/tunedeck/tunedeck.conf");
 }
 
-/// The file gives numbers and Booleans back as text. Kept as text from the start, a value equals itself after its
-/// way through the file.
+/// The file returns numbers and Booleans as text. Converting them at once keeps a value equal to itself after it was
+/// written and read.
 QVariant asStored(const QVariant &value)
 {
     switch (value.typeId()) {
@@ -80,7 +80,7 @@ std::optional<QString> asString(const QVariant &value)
     return value.toString().left(longestString);
 }
 
-/// Replaces what is at `to`. QFile::rename() would not, and copies where it cannot rename, which may block.
+/// Replaces a file at `to`. QFile::rename() does not replace, and copies if it cannot rename, which may block.
 bool rename(const QString &from, const QString &to)
 {
     return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
@@ -93,14 +93,14 @@ void setAside(const QString &path)
     rename(path, broken);
 }
 
-/// None where the file cannot be understood; empty where there is no file.
+/// No value if the file is unreadable. Empty if there is no file.
 std::optional<QVariantHash> readFile(const QString &path)
 {
     const QFileInfo file(path);
     if (!file.exists()) {
         return QVariantHash();
     }
-    // Before anything opens it: to open a pipe is to wait for whoever writes to it.
+    // This check comes before the file is opened: opening a pipe waits for a writer.
     if (!file.isFile() || file.size() > largestFile) {
         return std::nullopt;
     }
@@ -110,7 +110,7 @@ std::optional<QVariantHash> readFile(const QString &path)
     for (const QString &key : keys) {
         values.insert(key, settings.value(key));
     }
-    // Only now: the lines are parsed when a value is asked for.
+    // QSettings parses lines, and finds errors in them, only when a value is read.
     return settings.status() == QSettings::FormatError ? std::nullopt : std::optional(values);
 }
 
@@ -139,7 +139,7 @@ UserDefaults::UserDefaults(const QString &path, QObject *parent)
     connect(&m_reloadTimer, &QTimer::timeout, this, &UserDefaults::reload);
     connect(&m_saveTimer, &QTimer::timeout, this, [this] { save(0ms); });
 
-    // Not restarted by further changes: a file that never rests is still followed.
+    // Further changes do not restart the timer, so that a file that changes all the time is followed too.
     const auto reloadSoon = [this] {
         if (!m_reloadTimer.isActive()) {
             m_reloadTimer.start();
@@ -158,7 +158,7 @@ UserDefaults::UserDefaults(const QString &path, QObject *parent)
 
 UserDefaults::~UserDefaults()
 {
-    const QSignalBlocker nobodyIsToldAnyMore(this);
+    const QSignalBlocker blocker(this);
     save(farewellPatience);
 }
 
@@ -253,15 +253,15 @@ QVariant UserDefaults::fallback(const QString &key) const
     return m_system.value(key, m_registered.value(key));
 }
 
-/// QSettings waits without end for the lock of the file that it writes, and once it failed to write it tries again
-/// whenever it reads. So it only ever reads our file, and writes one beside it that nobody else locks.
+/// QSettings waits forever for the lock of the file that it writes, and after a failure it writes again on every read.
+/// Therefore it only reads the settings file, and writes another file beside it that no other process locks.
 bool UserDefaults::writeFile(const QVariantHash &values) const
 {
     const QFileInfo file(m_path);
     if (file.exists() && (!file.isFile() || !file.isWritable())) {
         return false;
     }
-    // A link into the folder where somebody keeps their settings stays a link.
+    // Some users keep their settings elsewhere and link to them. A link stays a link.
     const QString target = file.exists() ? file.canonicalFilePath() : m_path;
     const QString next = target + QStringLiteral(".new");
     QFile::remove(next);
@@ -309,7 +309,7 @@ void UserDefaults::save(std::chrono::milliseconds patience)
         }
         return;
     }
-    // What others wrote since is kept.
+    // Other processes may have written since. Their values are kept.
     reload();
     QVariantHash values = m_stored;
     values.insert(m_unsaved);
@@ -321,8 +321,9 @@ void UserDefaults::save(std::chrono::milliseconds patience)
     m_unsaved.clear();
 }
 
-/// Editors and QSettings replace the file, which ends its watch; the folder tells of the new one. The folder does not
-/// tell of a write in place, so both are watched, and the folder is made where it is missing.
+/// Watches the file and its folder. Editors and QSettings replace the file, which ends the watch of the file; the
+/// folder's watch reports the new one. Only the file's watch reports a write in place. Creates the folder if it is
+/// missing.
 void UserDefaults::watch()
 {
     const QString folder = QFileInfo(m_path).path();
@@ -337,7 +338,7 @@ void UserDefaults::watch()
 void UserDefaults::reportUnwritable()
 {
     if (!std::exchange(m_unwritableReported, true)) {
-        qCDebug(log) << "Settings hold for this run only, cannot write" << m_path;
+        qCDebug(log) << "cannot write" << m_path << "so settings last for this run only";
     }
 }
 

@@ -14,35 +14,35 @@
 
 namespace tunedeck {
 
-/// The keys of the settings; Boolean where nothing else is said.
+/// The keys of the settings. The values are Booleans unless a comment says otherwise.
 namespace SettingsKey {
 inline const QString keepMainWindowAboveAllOtherWindows = QStringLiteral("KeepMainWindowAboveAllOtherWindows");
 inline const QString remainingTimeEnabled = QStringLiteral("RemainingTimeEnabled");
 inline const QString appearanceClassic = QStringLiteral("AppearanceClassic");
 inline const QString appearanceUpdatesDockIcon = QStringLiteral("AppearanceUpdatesDockIcon");
 inline const QString volumeButtonsHidden = QStringLiteral("VolumeButtonsHidden");
-/// The system's accent colour (integer; graphiteAccent or any other). Read only; the program never writes it.
+/// The system's accent colour (integer; graphiteAccent, or no value for any other colour). The program never
+/// writes it to disk.
 inline const QString appleAccentColor = QStringLiteral("AppleAccentColor");
-/// Whether to run through XWayland where there is one.
+/// Whether to run through XWayland if the session has it.
 inline const QString startThroughXWayland = QStringLiteral("StartThroughXWayland");
-/// The identifier of the player to follow whatever else plays (text); empty where that is left to the program.
+/// The identifier of the player to follow whatever else plays (text). Empty if the program chooses.
 inline const QString followedPlayer = QStringLiteral("FollowedPlayer");
-/// What to open when that player does not run (text): its identifier, a slash, and its desktop entry.
+/// The application to open if that player does not run (text): its identifier, a slash, and its desktop entry.
 inline const QString followedPlayerEntry = QStringLiteral("FollowedPlayerEntry");
 /// The desktop entry of the player followed last (text).
 inline const QString lastFollowedPlayer = QStringLiteral("LastFollowedPlayer");
 } // namespace SettingsKey
 
-/// The value of SettingsKey::appleAccentColor for the grey accent colour. Every other value is a colourful one.
+/// The grey accent colour, a value of SettingsKey::appleAccentColor. Every other value means a colourful one.
 inline constexpr int graphiteAccent = -1;
 
-/// The settings store. Three layers answer a key, the first that has a value wins: what the user (or the program for
-/// the user) set, what the system says (the accent colour), what was registered as default. Only the first is written
-/// to disk.
+/// The settings store. It looks a key up in three layers and takes the first value: the user's settings, the system's
+/// values (the accent colour), the registered defaults. Only the user's settings are written to disk.
 ///
-/// The store follows changes that other processes make to its file. A file that cannot be understood is kept beside
-/// the new one, under its name with ".broken" appended; where nothing can be written, what is set holds for this run.
-/// No content of the file, however wrong, is an error: a value that does not fit reads as the registered default.
+/// The store follows changes that other processes make to its file. It keeps an unreadable file beside the new one,
+/// with ".broken" appended to its name. If the file cannot be written, settings last for this run. No content of the
+/// file is an error: a value of the wrong type reads as the registered default.
 class UserDefaults : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool AppearanceUpdatesDockIcon READ appearanceUpdatesDockIcon WRITE setAppearanceUpdatesDockIcon NOTIFY
@@ -51,37 +51,37 @@ class UserDefaults : public QObject {
 public:
     /// The store of the user who runs the program, in the user's configuration folder.
     explicit UserDefaults(QObject *parent = nullptr);
-    /// A store in the file `path`, which need not exist.
+    /// The store in the file `path`, which may be missing.
     explicit UserDefaults(const QString &path, QObject *parent = nullptr);
     ~UserDefaults() override;
 
-    /// What the user's store says while there is no program around it yet, without its defaults. It only reads:
-    /// a file that cannot be understood stays where it is, and says false.
+    /// Reads a value from the user's store before there is a QApplication, without registered defaults. Changes
+    /// nothing on disk. False if the file is unreadable.
     [[nodiscard]] static bool storedBool(const QString &key);
 
-    /// Adds fallback values, which are never written to disk.
+    /// Adds default values, which are never written to disk.
     void registerDefaults(const QVariantHash &defaults);
 
     /// False for a key that has no value in any layer.
     [[nodiscard]] bool boolForKey(const QString &key) const;
     /// 0 for a key that has no value in any layer.
     [[nodiscard]] qlonglong integerForKey(const QString &key) const;
-    /// Empty for a key that has no value in any layer; at most 1,000 characters.
+    /// Empty for a key that has no value in any layer. At most 1,000 characters.
     [[nodiscard]] QString stringForKey(const QString &key) const;
 
     void setBool(const QString &key, bool value);
     void setValue(const QString &key, const QVariant &value);
-    /// Puts a value into the system's layer; an invalid one takes it out again.
+    /// Sets a value of the system's layer. An invalid QVariant removes it.
     void setSystemValue(const QString &key, const QVariant &value);
 
-    /// Calls `setter` with the key's Boolean value at once and again on every change, for as long as `context` lives.
+    /// Calls `setter` with the key's Boolean value now, and again on every change while `context` exists.
     void bind(const QString &key, QObject *context, std::function<void(bool)> setter);
 
     [[nodiscard]] bool appearanceUpdatesDockIcon() const;
     void setAppearanceUpdatesDockIcon(bool value);
 
 Q_SIGNALS:
-    /// Once for every write of the key through this object (also of an equal value), and for every change of its
+    /// Emitted for every write of the key through this object, even of an equal value, and for every change of its
     /// value that comes from the system or from another process.
     void valueChanged(const QString &key);
     void appearanceUpdatesDockIconChanged();
@@ -89,7 +89,7 @@ Q_SIGNALS:
 private:
     template <typename T>
     [[nodiscard]] T firstFitting(const QString &key, std::optional<T> (*fit)(const QVariant &)) const;
-    /// What a key has while the user has set nothing.
+    /// The value of a key that the user has not set.
     [[nodiscard]] QVariant fallback(const QString &key) const;
     [[nodiscard]] bool writeFile(const QVariantHash &values) const;
     void reload();
@@ -100,9 +100,9 @@ private:
     const QString m_path;
     QVariantHash m_registered;
     QVariantHash m_system;
-    /// The file as last read or written; what has changed in it is found by comparing with this.
+    /// The file as last read or written. Comparing with it shows what another process has changed.
     QVariantHash m_stored;
-    /// Set through this object and not on disk yet; stands before m_stored.
+    /// Values that were set through this object and are not on disk yet. They override m_stored.
     QVariantHash m_unsaved;
     QFileSystemWatcher m_watcher;
     QTimer m_reloadTimer;

@@ -47,7 +47,7 @@ void WindowActivation::follow(QWindow *focusWindow)
     if (!focusWindow) {
         m_mainWindow.clear();
     } else if (isPanel(*focusWindow)) {
-        // The user may come back from another program by way of a panel: the program's main window is main again.
+        // A user who returns from another program by clicking a panel works with the former main window again.
         m_mainWindow = m_lastMainWindow;
     } else {
         m_mainWindow = m_lastMainWindow = focusWindow;

@@ -8,25 +8,26 @@ class QWindow;
 
 namespace tunedeck {
 
-/// The one source of which window of the program is key (gets the keyboard) and which is main (the one the user works
-/// with). A panel, that is a window of type Qt::Tool or Qt::Dialog, can be key but not main: while it is key, the main
-/// window stays main. Popups and tooltips are neither: the window they belong to stays what it is.
+/// Knows which window of the program is key and which is main. The key window is Qt's focus window. The main window is
+/// the one that the user works with: a panel (a window of type Qt::Tool or Qt::Dialog) can be key but not main, so the
+/// main window stays main while a panel is key. Popups and tooltips are neither, and change nothing.
 ///
-/// One change of the keyboard's focus is told in this order: resign key, resign main, become key, become main. By then
-/// keyWindow() and mainWindow() answer the new state. A window that is destroyed while key or main resigns silently.
+/// A change of the focus emits the signals in this order: resign key, resign main, become key, become main. By then
+/// keyWindow() and mainWindow() return the new windows. A window that is destroyed while key or main emits no signal.
 class WindowActivation : public QObject {
     Q_OBJECT
 
 public:
     explicit WindowActivation(QObject *parent = nullptr);
 
-    /// Null while another program has the keyboard.
+    /// Null while another program has the keyboard focus.
     [[nodiscard]] QWindow *keyWindow() const;
+    /// Null while another program has the keyboard focus.
     [[nodiscard]] QWindow *mainWindow() const;
 
 Q_SIGNALS:
     void windowDidBecomeKey(QWindow *window);
-    /// The same, for those who do not care which one and know no windows.
+    /// Comes with windowDidBecomeKey(), for receivers that know no windows.
     void anyWindowDidBecomeKey();
     void windowDidResignKey(QWindow *window);
     void windowDidBecomeMain(QWindow *window);

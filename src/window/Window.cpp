@@ -26,10 +26,10 @@ namespace tunedeck {
 
 namespace {
 constexpr int cornerRadius = 4;
-/// Between the metal and its edge.
+/// A colour between the metal and its edge.
 constexpr QColor cutOutlineColor(0x8c, 0x8c, 0x8c);
 constexpr int initialWidth = 450;
-/// Within which a window manager that can minimise a window has done it.
+/// Time that a window manager gets to minimise the window.
 constexpr std::chrono::milliseconds minimisationTime{1000};
 
 bool isCancel(const QKeyEvent &event)
@@ -38,7 +38,7 @@ bool isCancel(const QKeyEvent &event)
         || (event.key() == Qt::Key_Period && event.modifiers() == Qt::ControlModifier);
 }
 
-/// Row by row: the region of a polygon would be cut less at the right and at the bottom.
+/// Cuts row by row, because the region of a polygon is larger at its right and its bottom.
 QRegion roundedRegion(const QRect &frame)
 {
     QRegion region(frame);
@@ -53,7 +53,7 @@ QRegion roundedRegion(const QRect &frame)
     return region;
 }
 
-/// To the toolkit, only a main window of its own kind is a window that a screen reader looks into.
+/// Qt reports only QMainWindow and the like as windows to screen readers.
 QAccessibleInterface *accessibleWindow(const QString &, QObject *object)
 {
     auto *window = qobject_cast<Window *>(object);
@@ -81,28 +81,8 @@ Window::Window(WindowController &controller)
     m_minimisation.setInterval(minimisationTime);
     connect(&m_minimisation, &QTimer::timeout, this, &Window::confirmMinimisation);
     connect(windowHandle(), &QWindow::windowStateChanged, this, &Window::updateCanBeSeen);
-    // Else the first control would have the keyboard, and Space would press it.
+    // Otherwise the first control has the keyboard focus, and Space presses it.
     setFocus();
-}
-
-WindowController &Window::windowController() const
-{
-    return m_controller;
-}
-
-bool Window::shiftButtonHeld() const
-{
-    return m_shiftButtonHeld;
-}
-
-bool Window::optionButtonHeld() const
-{
-    return m_optionButtonHeld;
-}
-
-WindowLevel Window::level() const
-{
-    return m_level;
 }
 
 void Window::setLevel(WindowLevel level)
@@ -113,7 +93,7 @@ void Window::setLevel(WindowLevel level)
 
 QRect Window::contentRect() const
 {
-    // A window manager that tiles or fills the screen can make the window larger than it may be.
+    // Tiling window managers may make the window larger than its maximum size.
     const QRect inside = rect().marginsRemoved(m_shadowMargins);
     return {inside.topLeft(), inside.size().boundedTo(m_maximumContentSize)};
 }
@@ -175,14 +155,14 @@ void Window::setShadowMargins(const QMargins &margins)
     if (margins == m_shadowMargins) {
         return;
     }
-    // This stays where it is.
+    // The content keeps its place on the screen.
     const QRect content = geometry().marginsRemoved(m_shadowMargins);
     m_shadowMargins = margins;
     applySizeLimits();
     if (m_hasBeenSeen) {
         setGeometry(content.marginsAdded(margins));
     } else {
-        // Where it goes is still for the window manager to say.
+        // The window manager has not placed the window yet.
         resizeContent(content.size());
     }
 }
@@ -219,7 +199,7 @@ void Window::zoom()
 
 bool Window::event(QEvent *event)
 {
-    // The keys that are released while another window has the keyboard are never heard of.
+    // No event reports a key that is released while another window has the keyboard focus.
     if (event->type() == QEvent::WindowDeactivate) {
         flagsChanged(Qt::NoModifier);
     }
@@ -241,7 +221,7 @@ bool Window::eventFilter(QObject *watched, QEvent *event)
     case QEvent::KeyPress: {
         const auto &key = *static_cast<QKeyEvent *>(event);
         flagsChanged(key.modifiers());
-        // A menu that is open is what Escape closes; and holding the key asks once.
+        // Escape closes an open menu first. A key that is held down counts once.
         if (isCancel(key) && !QApplication::activePopupWidget()) {
             if (!key.isAutoRepeat()) {
                 cancelOperation();
@@ -289,7 +269,7 @@ void Window::mouseReleaseEvent(QMouseEvent *)
 
 void Window::moveEvent(QMoveEvent *)
 {
-    // There are many of these in one drag: nothing is asked and nothing painted for each.
+    // A drag sends many of these, so this asks nothing of the X server and paints nothing.
     cutToOutline();
 }
 
@@ -297,7 +277,7 @@ void Window::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
     if (!mask().isEmpty()) {
-        // The mask has hard edges: black would shine through the soft corners of what the window holds.
+        // The mask has hard edges: without this, black would shine through the content's soft corners.
         painter.fillRect(rect(), cutOutlineColor);
     }
     if (!m_shadowMargins.isNull() && !contentRect().contains(event->rect())) {
@@ -326,7 +306,7 @@ void Window::watchScreen()
     connect(screen(), &QScreen::geometryChanged, this, &Window::applyScaleOfScreen, Qt::UniqueConnection);
 }
 
-/// On Wayland, a window that is shown keeps the scale that its screen had when the window came there.
+/// On Wayland, a shown window keeps the scale that its screen had when the window appeared there.
 void Window::applyScaleOfScreen()
 {
     if (m_canBeSeen && windowHandle()->devicePixelRatio() != screen()->devicePixelRatio()) {
@@ -347,7 +327,7 @@ void Window::updateCanBeSeen()
     Q_EMIT canBeSeenChanged(canBeSeen);
 }
 
-/// No window manager asks whether it may bring the window there: such a window would be metal all over.
+/// Window managers maximise windows unasked. The skin cannot fill a screen.
 void Window::leaveStatesThatFillTheScreen()
 {
     const Qt::WindowStates state = windowState() & ~(Qt::WindowMaximized | Qt::WindowFullScreen);
@@ -356,7 +336,7 @@ void Window::leaveStatesThatFillTheScreen()
     }
 }
 
-/// Some window managers minimise nothing; but the toolkit takes a window for minimised as soon as it asks for it.
+/// Tiling window managers minimise nothing, but Qt reports a window as minimised as soon as it asks for that.
 void Window::confirmMinimisation()
 {
     if (isMinimized() && !isIconic(*windowHandle())) {
@@ -364,7 +344,7 @@ void Window::confirmMinimisation()
     }
 }
 
-/// The shadow is no part of the window to whoever clicks; but its sides can be caught from just outside of them.
+/// Clicks on the shadow go to what is behind the window, except close to the edges that resize it.
 void Window::updateInputRegion()
 {
     const int grip = std::min(WindowDrag::edgeWidth, m_shadowMargins.left());
@@ -377,12 +357,13 @@ void Window::applyLevel()
     if (flags == windowHandle()->flags()) {
         return;
     }
-    // The widget would go back to its own ones when it is shown.
+    // Otherwise the widget restores its own flags when it is shown.
     overrideWindowFlags(flags);
     windowHandle()->setFlags(flags);
     setFloatingType(*windowHandle());
     if (!isVisible()) {
-        // On X11 it is exchanged when it is shown with another level: too late to tell its frame extents before.
+        // On X11, Qt replaces the native window when it is shown with another level. That is too late for its frame
+        // extents.
         windowHandle()->destroy();
         windowHandle()->create();
     }

@@ -14,13 +14,15 @@ namespace tunedeck {
 
 class WindowController;
 
+/// Floating is Qt's "stays on top".
 enum class WindowLevel { Normal = 0, Floating = 3 };
 
 /// The player's one window: frameless, rounded, moved by its background and resized in width by its left and right
-/// edges. It can be key and main like a window with a frame.
+/// edges. Like a window with a frame, it can be key (it has the keyboard focus) and main (see WindowActivation).
 ///
-/// Where there is a compositor it casts a shadow around its content, in margins of its own that the window manager
-/// knows of. The content is what the user takes for the window: its sizes are what the program speaks of.
+/// With a compositor, it draws its shadow in margins around its content, and tells the window manager how wide they
+/// are. Users see the content as the window. All sizes here are in points, and those of the content unless a name says
+/// otherwise.
 class Window : public QWidget {
     Q_OBJECT
     Q_PROPERTY(bool shiftButtonHeld READ shiftButtonHeld NOTIFY shiftButtonHeldChanged)
@@ -33,41 +35,45 @@ public:
     /// `controller` must outlive the window.
     explicit Window(WindowController &controller);
 
-    [[nodiscard]] WindowController &windowController() const;
-    [[nodiscard]] bool shiftButtonHeld() const;
-    [[nodiscard]] bool optionButtonHeld() const;
-    [[nodiscard]] WindowLevel level() const;
+    [[nodiscard]] WindowController &windowController() const { return m_controller; }
+    [[nodiscard]] bool shiftButtonHeld() const { return m_shiftButtonHeld; }
+    /// Option is the Alt key.
+    [[nodiscard]] bool optionButtonHeld() const { return m_optionButtonHeld; }
+    [[nodiscard]] WindowLevel level() const { return m_level; }
     void setLevel(WindowLevel level);
 
-    /// Where the content is in the window, in points.
+    /// The content's place in the window.
     [[nodiscard]] QRect contentRect() const;
     void resizeContent(QSize size);
-    /// Within which the user may resize the content.
+    /// Limits the sizes that the user can give to the content.
     void setContentSizeLimits(QSize minimum, QSize maximum);
-    /// Takes `view`, which from now on fills the content.
+    /// Takes ownership of `view`, which fills the content from now on.
     void setContentView(QWidget *view);
 
+    /// The modifier keys that are held down have changed.
     void flagsChanged(Qt::KeyboardModifiers modifiers);
-    /// Escape and Ctrl+Period: puts the drawer away, or beeps where there is none to put away.
+    /// Escape and Ctrl+Period: closes the drawer, or beeps if it is closed.
     void cancelOperation();
+    /// Brings the window to the front and gives it the keyboard focus.
     void makeKeyAndOrderFront();
-    /// Lets the shadow follow the window's outline. Where there is no compositor, the window is cut to its outline, so
-    /// that its corners are not black.
+    /// Fits the shadow to the window's outline. Without a compositor, cuts the window to its outline instead, so that
+    /// its corners are not black.
     void invalidateShadow();
 
 public Q_SLOTS:
-    /// To the greatest width, or from there back to the width before.
+    /// Gives the window its greatest width, or if it has that, the width before.
     void zoom();
 
 Q_SIGNALS:
     void shiftButtonHeldChanged(bool held);
     void optionButtonHeldChanged(bool held);
-    /// Whether any of it is on a screen: not while it is hidden, minimised or, where the desktop tells, covered.
+    /// Whether any part of the window is on a screen. It is not while the window is hidden, minimised or, on desktops
+    /// that report it, covered.
     void canBeSeenChanged(bool canBeSeen);
 
 protected:
     bool event(QEvent *event) override;
-    /// Watches the native window, where every key and every move of the pointer arrives whatever child it is for.
+    /// Watches the native window, which receives the keys and the pointer's moves for all child widgets.
     bool eventFilter(QObject *watched, QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;

@@ -25,31 +25,11 @@ WindowController::WindowController(UserDefaults &defaults, QObject *parent)
         [this](bool keepAbove) { setKeepAboveAllWindows(keepAbove); });
 }
 
-Window &WindowController::window()
-{
-    return m_window;
-}
-
-bool WindowController::keepAboveAllWindows() const
-{
-    return m_keepAboveAllWindows;
-}
-
 void WindowController::setKeepAboveAllWindows(bool keepAbove)
 {
     m_keepAboveAllWindows = keepAbove;
     m_window.setLevel(keepAbove ? WindowLevel::Floating : WindowLevel::Normal);
     Q_EMIT keepAboveAllWindowsChanged(keepAbove);
-}
-
-void WindowController::setMotionReduced(bool isReduced)
-{
-    m_heightAnimation.setMotionReduced(isReduced);
-}
-
-bool WindowController::isExpanded() const
-{
-    return m_isExpanded;
 }
 
 void WindowController::setExpanded(bool expanded)
@@ -95,7 +75,7 @@ void WindowController::resizeToTargetHeight()
         finishResize();
         return;
     }
-    // The limits are wide open on the way: a window manager would refuse a step that lies outside them.
+    // Window managers refuse a size outside the limits, so these include every step of the animation.
     limitHeight(std::min(height, target), std::max(height, target));
     m_heightAnimation.run(height, target);
 }

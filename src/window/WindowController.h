@@ -11,32 +11,32 @@ namespace tunedeck {
 
 class UserDefaults;
 
-/// Owns the player's window: keeps it above all others as the user's settings say, and gives it one of its two
-/// heights, the player alone or the player with the drawer.
+/// Owns the player's window. Keeps it above all others if the user's settings say so, and gives it one of its two
+/// heights: that of the player alone or that of the player with the open drawer. Opening and closing are animated.
 class WindowController : public DrawerHost {
     Q_OBJECT
     Q_PROPERTY(bool keepAboveAllWindows READ keepAboveAllWindows WRITE setKeepAboveAllWindows NOTIFY
             keepAboveAllWindowsChanged)
 
 public:
-    static constexpr int collapsedHeight = 64;
-    static constexpr int expandedHeight = 124;
+    static constexpr int collapsedHeight = 64; ///< in points
+    static constexpr int expandedHeight = 124; ///< in points
 
-    /// `defaults` must outlive the controller. The window is not shown yet.
+    /// `defaults` must outlive the controller. Does not show the window.
     explicit WindowController(UserDefaults &defaults, QObject *parent = nullptr);
 
-    [[nodiscard]] Window &window();
+    [[nodiscard]] Window &window() { return m_window; }
 
-    [[nodiscard]] bool keepAboveAllWindows() const;
+    [[nodiscard]] bool keepAboveAllWindows() const { return m_keepAboveAllWindows; }
     void setKeepAboveAllWindows(bool keepAbove);
 
-    /// Whether the drawer is to open and close at once.
-    void setMotionReduced(bool isReduced);
-    [[nodiscard]] bool isExpanded() const override;
-    /// The window's top edge stays where it is.
+    /// With reduced motion, the drawer opens and closes without an animation.
+    void setMotionReduced(bool isReduced) { m_heightAnimation.setMotionReduced(isReduced); }
+    [[nodiscard]] bool isExpanded() const override { return m_isExpanded; }
+    /// The window's top edge keeps its place.
     void setExpanded(bool expanded) override;
 
-    /// Whether this controller enables `item`; also sets the check state of the keep-above item.
+    /// Returns whether this controller enables `item`. Also sets the check mark of the keep-above item.
     bool validateMenuItem(QAction &item) const;
 
 public Q_SLOTS:

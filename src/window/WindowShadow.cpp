@@ -11,10 +11,10 @@
 namespace tunedeck {
 
 namespace {
-/// A wide one, and a narrow one that keeps a light window apart from a light desktop.
+/// A wide shadow, and a narrow one that sets a light window off from a light desktop.
 const std::array shadows{Shadow{{0, -5}, 13, QColor(0, 0, 0, 105)}, Shadow{{0, -1}, 3, QColor(0, 0, 0, 70)}};
 
-/// From a side's outer end: the outer corner, what can be stretched, the inner corner.
+/// Where a side of the shadow is cut: into a corner, a middle that can be stretched, and another corner.
 struct Cut {
     std::array<int, 4> at;
 };
@@ -57,7 +57,7 @@ void WindowShadow::draw(QPainter &painter, const QRect &window)
 
 QPixmap WindowShadow::smallest(double scale) const
 {
-    // The middle, one point long, is beyond the reach of both corners: from there on the shadow is the same.
+    // The middle is one point long. Neither corner changes the shadow there, so it can be stretched.
     const int straight = 2 * (m_cornerRadius + reach.bottom()) + 1;
     const QRect window(reach.left(), reach.top(), straight, straight);
     const QSize size = window.marginsAdded(reach).size();

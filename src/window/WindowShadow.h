@@ -9,23 +9,23 @@ class QRect;
 
 namespace tunedeck {
 
-/// The soft shadow that a rounded window casts around itself, as if lit from above.
+/// The soft shadow around a rounded window that is lit from above.
 class WindowShadow {
 public:
-    /// How far it reaches, in points.
+    /// The shadow's width on each side of the window, in points.
     static constexpr QMargins reach{14, 9, 14, 19};
 
-    /// `cornerRadius` is the window's, in points.
+    /// `cornerRadius` is that of the window, in points.
     explicit WindowShadow(int cornerRadius);
 
-    /// Paints it around `window`, which it leaves as it is.
+    /// Paints the shadow around `window`, a rectangle in points, and nothing inside it.
     void draw(QPainter &painter, const QRect &window);
 
 private:
     [[nodiscard]] QPixmap smallest(double scale) const;
 
     int m_cornerRadius;
-    /// Of a window that is nothing but its corners: all others differ from it in how long their sides are.
+    /// The shadow of a window that has corners only. Larger windows have the same corners and longer sides.
     QPixmap m_smallest;
 };
 
