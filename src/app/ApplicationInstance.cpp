@@ -2,6 +2,7 @@
 #include "app/ApplicationInstance.h"
 
 #include "platform/BundleInfo.h"
+#include "platform/logging.h"
 
 #include <QCoreApplication>
 #include <QDBusMessage>
@@ -136,6 +137,7 @@ void ApplicationInstance::deliverWaitingActions()
 
 void ApplicationInstance::Activate(const QVariantMap &platformData)
 {
+    qCDebug(windowLog) << "a second start asks for the window";
     m_isActivated = true;
     Q_EMIT activated(ActivationToken::fromPlatformData(platformData));
 }
@@ -152,9 +154,10 @@ void ApplicationInstance::ActivateAction(
     Q_EMIT tokenUnused(ActivationToken::fromPlatformData(platformData));
     const std::optional<DesktopAction> action = desktopActionNamed(actionName);
     if (!action || !parameter.isEmpty()) {
-        qDebug("D-Bus: an unknown action, or an action with a parameter, was requested.");
+        qCDebug(windowLog) << "refused: unknown action, or an action with a parameter:" << shortened(actionName);
         return;
     }
+    qCDebug(windowLog) << "asked for the action" << actionName;
     requestAction(*action);
 }
 

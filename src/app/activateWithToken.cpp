@@ -3,6 +3,7 @@
 
 #include "app/Application.h"
 #include "platform/ActivationToken.h"
+#include "platform/logging.h"
 #include "platform/windowSystem.h"
 #include "window/WindowController.h"
 #include "x11/activateOnX11.h"
@@ -38,6 +39,12 @@ private:
     const bool m_isSet;
 };
 
+void logActivation(const ActivationToken &token)
+{
+    qCDebug(windowLog) << "activate with startup id" << shortened(token.x11StartupId) << "and token"
+                       << shortened(token.waylandToken);
+}
+
 QWindow &mainWindow(Application &application)
 {
     return *application.windowController().window().windowHandle();
@@ -46,6 +53,7 @@ QWindow &mainWindow(Application &application)
 
 void activateWithToken(Application &application, const ActivationToken &token)
 {
+    logActivation(token);
     QWindow &window = mainWindow(application);
     setStartupIdOnX11(window, token);
     const auto useToken = [&window, token] {
@@ -74,6 +82,7 @@ void showWithoutActivating(Application &application)
 
 void reopenWithToken(Application &application, const ActivationToken &token)
 {
+    logActivation(token);
     const TokenInUse tokenInUse(token.waylandToken);
     application.reopen();
     // Qt has sent its own request by now. The last request counts.

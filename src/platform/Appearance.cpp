@@ -2,6 +2,7 @@
 #include "platform/Appearance.h"
 
 #include "platform/UserDefaults.h"
+#include "platform/logging.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -172,6 +173,8 @@ void Appearance::askPortal(const QDBusConnection &bus, const QString &method, co
             applyPortalValue(asked, reply.value().variant());
         } else if (reply.error().type() == QDBusError::UnknownMethod && method == readOneMethod) {
             askPortal(bus, QStringLiteral("Read"), asked);
+        } else {
+            qCDebug(windowLog) << "portal:" << asked.group << asked.key << shortened(reply.error().message());
         }
     });
 }
@@ -216,6 +219,10 @@ void Appearance::update()
     const auto effective = m_application.value_or(isSystemDark ? AppearanceName::DarkAqua : AppearanceName::Aqua);
     if (effective != m_effective) {
         m_effective = effective;
+        qCDebug(windowLog) << "appearance" << (isDark(effective) ? "dark" : "light")
+                           << (m_application          ? "forced"
+                                      : m_portal.dark ? "from the portal"
+                                                      : "from the palette");
         Q_EMIT effectiveAppearanceChanged(effective);
     }
 

@@ -4,8 +4,10 @@
 #include "updates/PublicKey.h"
 #include "updates/UpdateCheck.h"
 #include "updates/UpdateDownload.h"
+#include "updates/failureMessage.h"
 #include "updates/inBackground.h"
 #include "updates/showInFolder.h"
+#include "updates/updatesLog.h"
 
 #include <QStandardPaths>
 
@@ -128,6 +130,7 @@ void StandardUpdater::showNoFeed()
 
 void StandardUpdater::showFailure(UpdateFailure failure)
 {
+    qCDebug(updatesLog) << "failed:" << failureMessage(failure).headline;
     end();
     m_window.showFailure(failure);
 }

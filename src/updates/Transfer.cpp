@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "updates/Transfer.h"
 
+#include "platform/logging.h"
 #include "updates/inBackground.h"
+#include "updates/updatesLog.h"
 
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -80,6 +82,7 @@ void Transfer::start(const QUrl &url)
 void Transfer::approach(const QUrl &url)
 {
     if (!m_rules.isTrusted(url)) {
+        qCDebug(updatesLog) << "refused: not a secure address:" << shortened(url.toDisplayString());
         fail(UpdateFailure::insecure);
         return;
     }
@@ -104,6 +107,7 @@ void Transfer::judge()
     if (!location.isEmpty()) {
         follow(m_url.resolved(location));
     } else if (statusOf(*m_reply) != successStatus) {
+        qCDebug(updatesLog) << "the server answers with status" << statusOf(*m_reply);
         fail(UpdateFailure::refused);
     }
 }
@@ -137,6 +141,7 @@ void Transfer::read()
 void Transfer::conclude()
 {
     if (m_reply->error() != QNetworkReply::NoError) {
+        qCDebug(updatesLog) << "the connection failed:" << shortened(m_reply->errorString());
         fail(failureOf(m_reply->error()));
         return;
     }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "updates/UpdateCheck.h"
 
+#include "platform/logging.h"
 #include "updates/inBackground.h"
+#include "updates/updatesLog.h"
 
 namespace tunedeck {
 
@@ -24,6 +26,7 @@ UpdateCheck::UpdateCheck(const TransferRules &rules, const RunningProgram &progr
 
 void UpdateCheck::start(const QUrl &feed)
 {
+    qCDebug(updatesLog) << "check" << shortened(feed.toDisplayString());
     m_transfer.start(feed);
 }
 
@@ -35,6 +38,9 @@ void UpdateCheck::readFeed()
 void UpdateCheck::answer()
 {
     const std::optional<QList<AppcastItem>> items = m_items.result();
+    if (items) {
+        qCDebug(updatesLog) << "feed read:" << m_feed.size() << "bytes," << items->size() << "versions";
+    }
     if (!items) {
         Q_EMIT failed(UpdateFailure::feedNotUnderstood);
     } else if (const auto update = newestUpdate(*items, m_program)) {

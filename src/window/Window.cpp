@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "window/Window.h"
 
+#include "platform/logging.h"
 #include "widgets/bringToFront.h"
 #include "widgets/canBeSeen.h"
 #include "window/WindowController.h"
@@ -205,10 +206,12 @@ bool Window::event(QEvent *event)
     }
     if (event->type() == QEvent::WindowStateChange) {
         if (static_cast<QWindowStateChangeEvent *>(event)->oldState().testFlag(Qt::WindowMinimized)) {
+            qCDebug(windowLog) << "restored";
             invalidateShadow();
         }
         leaveStatesThatFillTheScreen();
         if (isMinimized()) {
+            qCDebug(windowLog) << "minimised";
             m_minimisation.start();
         }
     }
@@ -340,6 +343,7 @@ void Window::leaveStatesThatFillTheScreen()
 void Window::confirmMinimisation()
 {
     if (isMinimized() && !isIconic(*windowHandle())) {
+        qCDebug(windowLog) << "the window manager has not minimised it";
         setWindowState(windowState() & ~Qt::WindowMinimized);
     }
 }
@@ -357,6 +361,7 @@ void Window::applyLevel()
     if (flags == windowHandle()->flags()) {
         return;
     }
+    qCDebug(windowLog) << "level" << (m_level == WindowLevel::Floating ? "floating" : "normal");
     // Otherwise the widget restores its own flags when it is shown.
     overrideWindowFlags(flags);
     windowHandle()->setFlags(flags);

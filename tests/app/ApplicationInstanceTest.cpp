@@ -8,7 +8,9 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
+#include <QLoggingCategory>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -236,6 +238,21 @@ private Q_SLOTS:
         instance.ActivateAction(QStringLiteral("next"), {QStringLiteral("twice")}, {});
         QCOMPARE(told.names(), QStringList());
         QVERIFY(!instance.isAskedForActionsAlone());
+    }
+
+    void theLogSaysWhatASecondStartAsksFor()
+    {
+        QLoggingCategory::setFilterRules(QStringLiteral("tunedeck.window=true"));
+        const auto off = qScopeGuard([] { QLoggingCategory::setFilterRules(QString()); });
+        ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
+        QTest::ignoreMessage(QtDebugMsg, "a second start asks for the window");
+        instance.Activate({});
+        QTest::ignoreMessage(QtDebugMsg, "asked for the action \"next\"");
+        instance.ActivateAction(QStringLiteral("next"), {}, {});
+        QTest::ignoreMessage(QtDebugMsg,
+            QRegularExpression(
+                QStringLiteral("^refused: unknown action, or an action with a parameter: \"n{199}…\"$")));
+        instance.ActivateAction(QString(100'000, u'n'), {}, {});
     }
 
     void callsWithOtherArgumentsAreRefused()

@@ -13,9 +13,11 @@
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
+#include <QLoggingCategory>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
@@ -245,6 +247,41 @@ private Q_SLOTS:
         m_configuration.transferRules.patience = path == u"/silent" ? shortPatience : patience;
         check();
         QTRY_COMPARE(headline(), told);
+    }
+
+    void theLogSaysWhyACheckFailed()
+    {
+        QLoggingCategory::setFilterRules(u"tunedeck.updates=true"_s);
+        const auto off = qScopeGuard([] { QLoggingCategory::setFilterRules(QString()); });
+        m_server->setAnswer(feedPath, {"x", "500 Internal Server Error"});
+        QTest::ignoreMessage(QtDebugMsg, QRegularExpression(u"^check \"http://127\\.0\\.0\\.1:\\d+/feed\\.xml\"$"_s));
+        QTest::ignoreMessage(QtDebugMsg, "the server answers with status 500");
+        QTest::ignoreMessage(QtDebugMsg, "failed: \"The update server does not have what was asked for.\"");
+        check();
+        QTRY_COMPARE(headline(), u"The update server does not have what was asked for."_s);
+    }
+
+    void theLogCountsTheVersionsOfAFeed()
+    {
+        QLoggingCategory::setFilterRules(u"tunedeck.updates=true"_s);
+        const auto off = qScopeGuard([] { QLoggingCategory::setFilterRules(QString()); });
+        QTest::ignoreMessage(QtDebugMsg, QRegularExpression(u"^check "_s));
+        QTest::ignoreMessage(QtDebugMsg, QRegularExpression(u"^feed read: \\d+ bytes, 1 versions$"_s));
+        offerUpdate();
+        QCOMPARE(page(), isOffered);
+    }
+
+    void theLogShortensWhatAServerSends()
+    {
+        QLoggingCategory::setFilterRules(u"tunedeck.updates=true"_s);
+        const auto off = qScopeGuard([] { QLoggingCategory::setFilterRules(QString()); });
+        m_server->redirect(feedPath, QUrl(u"http://tunedeck.example/"_s + QString(1'000, u'x')));
+        QTest::ignoreMessage(QtDebugMsg, QRegularExpression(u"^check "_s));
+        QTest::ignoreMessage(QtDebugMsg,
+            QRegularExpression(u"^refused: not a secure address: \"http://tunedeck\\.example/x{175}…\"$"_s));
+        QTest::ignoreMessage(QtDebugMsg, QRegularExpression(u"^failed: "_s));
+        check();
+        QTRY_COMPARE(headline(), u"The connection to the update server is not secure."_s);
     }
 
     void aServerThatIsNotThereIsTold()

@@ -10,8 +10,10 @@
 #include <QImage>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QLoggingCategory>
 #include <QMenu>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWindow>
@@ -249,6 +251,18 @@ private Q_SLOTS:
         window.setLevel(WindowLevel::Normal);
         QVERIFY(!isOnTop());
         QCOMPARE(visible.count(), 2);
+    }
+
+    void theLogNamesTheLevelThatTheWindowGets()
+    {
+        QLoggingCategory::setFilterRules(QStringLiteral("tunedeck.window=true"));
+        const auto off = qScopeGuard([] { QLoggingCategory::setFilterRules(QString()); });
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        QTest::ignoreMessage(QtDebugMsg, "level floating");
+        controller.window().setLevel(WindowLevel::Floating);
+        QTest::ignoreMessage(QtDebugMsg, "level normal");
+        controller.window().setLevel(WindowLevel::Normal);
     }
 
     void zoomGoesToTheGreatestWidthAndBack()

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: MIT
+#include "updates/updatesLog.h"
+
+namespace tunedeck {
+
+Q_LOGGING_CATEGORY(updatesLog, "tunedeck.updates", QtInfoMsg)
+
+} // namespace tunedeck
