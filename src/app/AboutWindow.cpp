@@ -93,7 +93,7 @@ int widthOfCredits(const QFont &font)
 
 int heightOf(const QTextDocument &credits, int width)
 {
-    // The view may be laid out at the width that it had before.
+    // The view's own document may still have the layout of another width.
     const std::unique_ptr<QTextDocument> copy(credits.clone());
     copy->setTextWidth(width);
     return static_cast<int>(std::ceil(copy->size().height()));
@@ -109,7 +109,7 @@ AboutWindow::AboutWindow(const QString &creditsFolder, QWidget *parent)
     , m_creditsText(new QTextBrowser(this))
 {
     setWindowTitle(tr("About", "About window title"));
-    // Who closes the player has read enough.
+    // Closing the player quits the program, even if this window is open.
     setAttribute(Qt::WA_QuitOnClose, false);
     setUpTexts();
     setUpFonts();
@@ -134,28 +134,13 @@ void AboutWindow::setBackground(QWidget &background)
     background.show();
 }
 
-QLabel &AboutWindow::nameLabel()
-{
-    return *m_nameLabel;
-}
-
-QLabel &AboutWindow::versionLabel()
-{
-    return *m_versionLabel;
-}
-
-QTextBrowser &AboutWindow::creditsText()
-{
-    return *m_creditsText;
-}
-
 void AboutWindow::changeEvent(QEvent *event)
 {
     QDialog::changeEvent(event);
     if (event->type() == QEvent::FontChange) {
         setUpFonts();
     }
-    // The text keeps the colours that it was made with, and has the height that it needed.
+    // The text's colours and height come from the former palette and font.
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) {
         showCredits();
     }

@@ -10,25 +10,25 @@ class QTextBrowser;
 
 namespace tunedeck {
 
-/// The about window: the program's icon, name, version and credits. It can be key but not main, and is closed, not
-/// destroyed, by Escape.
+/// The about window: the program's icon, name, version and credits. It can have the keyboard focus, but is a panel (see
+/// WindowActivation). Escape closes it and does not destroy it.
 class AboutWindow : public QDialog {
     Q_OBJECT
 
 public:
-    /// The credits are looked for in `creditsFolder`, in files named "Credits_de.html" and alike for the languages they
-    /// are written in and "Credits.html" for all others.
+    /// `creditsFolder` has a file "Credits.html", and others such as "Credits_de.html" for the languages that the
+    /// credits are translated into.
     explicit AboutWindow(const QString &creditsFolder = QStringLiteral(":/credits"), QWidget *parent = nullptr);
 
-    /// Takes the credits in the language of the moment, if they can be read, and brings the window to the front.
+    /// Reads the credits in the current language and brings the window to the front.
     void orderFront();
-    /// Puts `background` below everything else, as large as the window. It stays in the window.
+    /// Puts `background` behind the contents and keeps it as large as the window, which becomes its parent.
     void setBackground(QWidget &background);
 
-    [[nodiscard]] QLabel &nameLabel();
-    [[nodiscard]] QLabel &versionLabel();
-    /// Hidden where there are no credits.
-    [[nodiscard]] QTextBrowser &creditsText();
+    [[nodiscard]] QLabel &nameLabel() { return *m_nameLabel; }
+    [[nodiscard]] QLabel &versionLabel() { return *m_versionLabel; }
+    /// Hidden if the credits cannot be read.
+    [[nodiscard]] QTextBrowser &creditsText() { return *m_creditsText; }
 
 protected:
     void changeEvent(QEvent *event) override;

@@ -39,7 +39,7 @@ template <typename WindowType> WindowType *lastWindow(const QWidgetList &windows
     return last;
 }
 
-/// A minimised window is not on the screen, whatever the toolkit calls visible.
+/// Qt calls a minimised window visible.
 bool isOnScreen(const QWidget &window)
 {
     return window.isVisible() && !window.isMinimized();
@@ -85,25 +85,10 @@ void AppDelegate::setPlayPauseMenuItem(QAction *item)
     m_playPauseMenuItem = item;
 }
 
-const std::optional<MusicConnectorTrack> &AppDelegate::currentTrackInfo() const
-{
-    return m_currentTrackInfo;
-}
-
-void AppDelegate::setCurrentTrackInfo(const std::optional<MusicConnectorTrack> &track)
-{
-    m_currentTrackInfo = track;
-}
-
-bool AppDelegate::isAppearanceClassic() const
-{
-    return m_isAppearanceClassic;
-}
-
 void AppDelegate::setAppearanceClassic(bool classic)
 {
     m_isAppearanceClassic = classic;
-    // First the appearance: while it is forced, the palette is not taken for the system's.
+    // The appearance comes first: while it is forced, the palette does not count as the system's.
     if (classic) {
         m_appearance.setApplicationAppearance(AppearanceName::Aqua);
         QApplication::setPalette(classicPalette());
@@ -112,16 +97,6 @@ void AppDelegate::setAppearanceClassic(bool classic)
         QApplication::setPalette(QPalette());
     }
     Q_EMIT isAppearanceClassicChanged(classic);
-}
-
-AboutWindow *AppDelegate::aboutWindow() const
-{
-    return m_aboutWindow.get();
-}
-
-AboutPinstripeView &AppDelegate::pinstripesView()
-{
-    return *m_pinstripesView;
 }
 
 void AppDelegate::applicationDidFinishLaunching()
@@ -259,7 +234,7 @@ void AppDelegate::displayAboutWindow()
         m_aboutWindow->setBackground(*m_pinstripesView);
     }
     m_aboutWindow->orderFront();
-    // It comes up key; until the window system says so the stripes would be missing.
+    // The window gets the keyboard focus, but the window system reports that only later.
     m_pinstripesView->setKeyWindow(true);
 }
 

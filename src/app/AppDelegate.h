@@ -23,8 +23,9 @@ class MusicConnector;
 class UserDefaults;
 class WindowActivation;
 
-/// The application's delegate and the target of the commands that belong to no window. It registers the settings,
-/// forces the light appearance or lets it go, answers the dock, and hands playback commands on to the connector.
+/// Listens to the application's events, and carries out the commands that belong to no window. Registers the settings'
+/// defaults, forces the light appearance if the user wants it, answers the dock, and passes playback commands to the
+/// connector.
 class AppDelegate : public QObject {
     Q_OBJECT
     Q_PROPERTY(
@@ -38,45 +39,45 @@ public:
 
     /// The main menu's play/pause item, whose title the dock menu shows.
     void setPlayPauseMenuItem(QAction *item);
-    [[nodiscard]] const std::optional<MusicConnectorTrack> &currentTrackInfo() const;
-    void setCurrentTrackInfo(const std::optional<MusicConnectorTrack> &track);
-    [[nodiscard]] bool isAppearanceClassic() const;
-    /// True forces the light appearance on the whole application, its menus included.
+    [[nodiscard]] const std::optional<MusicConnectorTrack> &currentTrackInfo() const { return m_currentTrackInfo; }
+    void setCurrentTrackInfo(const std::optional<MusicConnectorTrack> &track) { m_currentTrackInfo = track; }
+    [[nodiscard]] bool isAppearanceClassic() const { return m_isAppearanceClassic; }
+    /// True forces the light appearance on the whole application, including its menus.
     void setAppearanceClassic(bool classic);
     /// Null until it is first displayed.
-    [[nodiscard]] AboutWindow *aboutWindow() const;
-    /// What lies behind the contents of the about window. One for the whole run.
-    [[nodiscard]] AboutPinstripeView &pinstripesView();
+    [[nodiscard]] AboutWindow *aboutWindow() const { return m_aboutWindow.get(); }
+    /// The background of the about window. The same one for the whole run.
+    [[nodiscard]] AboutPinstripeView &pinstripesView() { return *m_pinstripesView; }
 
-    /// Registers the settings' defaults, and so comes before anything reads a setting.
+    /// Registers the settings' defaults. Call it before anything reads a setting.
     void applicationDidFinishLaunching();
     void applicationWillTerminate();
-    /// The program was started again, or its icon in the dock clicked. Whether the platform should go on with its own
-    /// handling.
+    /// The program was started again, or its icon in the dock was clicked. Returns whether the platform should do its
+    /// own handling too.
     bool applicationShouldHandleReopen(bool hasVisibleWindows);
-    /// Built anew on every call.
+    /// Builds a new menu on every call.
     [[nodiscard]] std::unique_ptr<QMenu> applicationDockMenu();
 
-    /// Whether `item` is enabled.
+    /// Returns whether `item` is enabled.
     [[nodiscard]] bool validateMenuItem(const QAction &item) const;
-    /// Turns Music's volume up or down as the identifier of `sender` says.
+    /// Turns Music's volume up or down, depending on the identifier of `sender`.
     void volumeButtonPressed(const QAction &sender);
-    /// They tell the stripes whether the about window is key.
+    /// These two tell the stripes whether the about window is key.
     void windowDidBecomeKey(const QWindow *window);
     void windowDidResignKey(const QWindow *window);
 
 public Q_SLOTS:
     void playPausePressed();
-    /// Does nothing where nothing plays.
+    /// Does nothing while nothing plays.
     void pausePressed();
     void nextPressed();
     void prevPressed();
     void openMusicApp();
     void toggleKeepMainWindowAboveOtherWindows();
     void preferencesButtonAction();
-    /// Makes the about window on the first call, and brings it to the front on every call.
+    /// Creates the about window on the first call, and brings it to the front on every call.
     void displayAboutWindow();
-    /// At its first page.
+    /// Opens the help's first page.
     void openHelp();
     void openTermsAndConditions();
 
@@ -86,7 +87,7 @@ Q_SIGNALS:
     void helpRequested(const QString &anchor, const QString &book);
 
 private:
-    /// Of two that are absent, too.
+    /// Also true if both are null.
     [[nodiscard]] bool isAboutWindow(const QWindow *window) const;
     void openHelpAnchor(const QString &anchor);
 
@@ -94,7 +95,7 @@ private:
     UserDefaults &m_defaults;
     Appearance &m_appearance;
     std::unique_ptr<AboutWindow> m_aboutWindow;
-    std::unique_ptr<AboutPinstripeView> m_pinstripesView; ///< in the window, so it goes before it
+    std::unique_ptr<AboutPinstripeView> m_pinstripesView; ///< a child of the window, so it is destroyed first
     QPointer<QAction> m_playPauseMenuItem;
     std::optional<MusicConnectorTrack> m_currentTrackInfo;
     bool m_isAppearanceClassic = true;

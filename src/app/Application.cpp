@@ -36,7 +36,7 @@ using namespace std::chrono_literals;
 
 constexpr auto dockTileDelay = 100ms;
 
-/// Tab comes to the drawer's controls from the button that opens it.
+/// Tab reaches the drawer's controls after the button that opens the drawer.
 void putAfter(QWidget &control, PlaylistView &drawer)
 {
     QWidget *last = &control;
@@ -57,7 +57,7 @@ Application::Application(const Environment &environment, QObject *parent)
     , m_musicConnector(environment.musicApp, environment.windowActivation)
     , m_delegate(m_musicConnector, environment.defaults, environment.appearance, environment.windowActivation)
 {
-    // Registers the settings' defaults, so it comes before all that reads a setting.
+    // This registers the settings' defaults, so it comes before anything reads a setting.
     m_delegate.applicationDidFinishLaunching();
 
     m_windowController = std::make_unique<WindowController>(m_defaults);
@@ -85,26 +85,6 @@ Application::Application(const Environment &environment, QObject *parent)
 }
 
 Application::~Application() = default;
-
-AppDelegate &Application::delegate()
-{
-    return m_delegate;
-}
-
-MusicConnector &Application::musicConnector()
-{
-    return m_musicConnector;
-}
-
-WindowController &Application::windowController()
-{
-    return *m_windowController;
-}
-
-ViewController &Application::viewController()
-{
-    return *m_viewController;
-}
 
 PlaylistViewController &Application::playlistViewController()
 {
@@ -158,8 +138,7 @@ HelpWindow &Application::helpWindow()
 void Application::showMainWindow()
 {
     m_windowController->window().show();
-    // The menus, shortcuts included, and the drawer's controls are there before anyone can ask for them; nobody waits
-    // for them to see the window.
+    // The window comes up first. The menus with their shortcuts and the drawer's controls follow at once.
     QMetaObject::invokeMethod(
         this, [this] { mainMenu(); }, Qt::QueuedConnection);
 }
@@ -169,7 +148,7 @@ void Application::reopen()
     const Window &window = m_windowController->window();
     const bool hasVisibleWindows = window.isVisible() && !window.isMinimized();
     if (hasVisibleWindows) {
-        // Being activated brings a program's windows to the front. What comes after that is the delegate's rule.
+        // An activated program shows its windows in front. Then the delegate's rule applies.
         m_windowController->window().makeKeyAndOrderFront();
     }
     m_delegate.applicationShouldHandleReopen(hasVisibleWindows);
@@ -229,7 +208,7 @@ void Application::connectXWayland()
 
 void Application::showDockTile(const QString &imageName)
 {
-    // It is told more often than it changes, and nobody waits for it to see the window.
+    // This is called more often than the image changes, and drawing it must not delay the window.
     if (imageName != std::exchange(m_dockTile, imageName)) {
         m_dockTileTimer.start();
     }

@@ -27,13 +27,13 @@ class ViewController;
 class WindowActivation;
 class WindowController;
 
-/// The program put together on top of what the desktop and Music give it: the one connector, the application's
-/// delegate, the main window with the player in it, the menus, and the windows that these open.
+/// Puts the program together from what the desktop and Music provide: the one connector, the application's delegate,
+/// the main window with the player in it, the menus, and the windows that these open.
 class Application : public QObject {
     Q_OBJECT
 
 public:
-    /// All of it must outlive the application.
+    /// All objects must outlive the application.
     struct Environment {
         MusicApplication &musicApp;
         UserDefaults &defaults;
@@ -43,18 +43,18 @@ public:
         Updater &updater;
     };
 
-    /// Shows nothing yet.
+    /// Does not show the main window.
     explicit Application(const Environment &environment, QObject *parent = nullptr);
     ~Application() override;
 
-    [[nodiscard]] AppDelegate &delegate();
-    [[nodiscard]] MusicConnector &musicConnector();
-    [[nodiscard]] WindowController &windowController();
-    [[nodiscard]] ViewController &viewController();
-    /// This and the menus are made when they are first asked for, at the latest after the window is shown.
+    [[nodiscard]] AppDelegate &delegate() { return m_delegate; }
+    [[nodiscard]] MusicConnector &musicConnector() { return m_musicConnector; }
+    [[nodiscard]] WindowController &windowController() { return *m_windowController; }
+    [[nodiscard]] ViewController &viewController() { return *m_viewController; }
+    /// The first call creates it. So does showing the window, for this and the menus.
     PlaylistViewController &playlistViewController();
     MainMenu &mainMenu();
-    /// These two windows are made when the user first asks for them.
+    /// The first call creates the window.
     AppPreferencesWindowController &preferencesWindowController();
     HelpWindow &helpWindow();
 

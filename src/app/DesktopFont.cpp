@@ -19,7 +19,7 @@ constexpr double largestPoints = 100;
 
 struct StyleWord {
     QLatin1String word;
-    int weight; ///< 1 to 1000; some are between those that the toolkit has names for
+    int weight; ///< 1 to 1000; Qt has names for some of them only
 };
 
 constexpr std::array<StyleWord, 21> weights{{
@@ -46,8 +46,8 @@ constexpr std::array<StyleWord, 21> weights{{
     {QLatin1String("extra-black"), 1000},
 }};
 
-/// Whether `word` tells of the style.
-bool takeStyle(const QString &word, QFont &font)
+/// False if `word` is not a style.
+bool applyStyle(const QString &word, QFont &font)
 {
     const QString lower = word.toLower();
     if (lower == QLatin1String("italic") || lower == QLatin1String("oblique")) {
@@ -74,15 +74,15 @@ QStringList familiesIn(const QString &list)
     return families;
 }
 
-/// Whether the toolkit's theme shows the font of GNOME's settings, or would if the desktop had it do so. A theme that
-/// the user has chosen has a font that the user has chosen.
+/// Whether Qt's platform theme uses the font of GNOME's settings. A theme that the user has chosen uses a font that the
+/// user has chosen too.
 bool isThemeOfDesktop(const QString &theme)
 {
     return theme.isEmpty() || theme == QLatin1String("gtk3") || theme == QLatin1String("gnome")
         || theme == QLatin1String("xdgdesktopportal");
 }
 
-/// The others answer for these settings too, with values that nobody has set.
+/// Other desktops answer for these settings too, with default values.
 bool hasGnomeSettings(const QStringList &desktops)
 {
     return std::ranges::any_of(desktops, [](const QString &desktop) {
@@ -97,8 +97,8 @@ UnservedText unservedText(const QString &platformName, const QProcessEnvironment
     if (!isThemeOfDesktop(environment.value(QStringLiteral("QT_QPA_PLATFORMTHEME")))) {
         return {};
     }
-    // On X11 the text scale comes as the resolution of the screen, by which the toolkit scales all that is drawn. On
-    // Wayland it does so where these say so.
+    // On X11 the text scale reaches Qt as the screen's resolution, by which Qt scales everything. On Wayland these
+    // variables do the same.
     const bool hasResolution = environment.contains(QStringLiteral("QT_WAYLAND_FORCE_DPI"))
         || environment.contains(QStringLiteral("QT_FONT_DPI"));
     return {isWayland(platformName) && !hasResolution,
@@ -115,11 +115,11 @@ QFont fontFromName(const QString &name, const QFont &otherwise)
     }
     QFont font = otherwise;
     font.setPointSizeF(points);
-    // A name says nothing of a style where it is the plain one.
+    // A name without a style means the plain one.
     font.setStyleName(QString());
     font.setWeight(QFont::Normal);
     font.setStyle(QFont::StyleNormal);
-    while (words.size() > 1 && takeStyle(words.constLast(), font)) {
+    while (words.size() > 1 && applyStyle(words.constLast(), font)) {
         words.removeLast();
     }
     const QStringList families = familiesIn(words.join(u' '));
@@ -140,8 +140,8 @@ DesktopFont::DesktopFont(const Appearance &appearance, const UnservedText &unser
     : QObject(parent)
     , m_appearance(appearance)
     , m_unserved(unserved)
-    , m_toolkitFont(QApplication::font())
-    , m_wanted(m_toolkitFont)
+    , m_qtFont(QApplication::font())
+    , m_wanted(m_qtFont)
 {
     connect(&m_appearance, &Appearance::textChanged, this, &DesktopFont::update);
     update();
@@ -149,11 +149,11 @@ DesktopFont::DesktopFont(const Appearance &appearance, const UnservedText &unser
 
 void DesktopFont::update()
 {
-    QFont font = m_unserved.fontName ? fontFromName(m_appearance.fontName(), m_toolkitFont) : m_toolkitFont;
+    QFont font = m_unserved.fontName ? fontFromName(m_appearance.fontName(), m_qtFont) : m_qtFont;
     if (m_unserved.scale) {
         font = scaledFont(font, m_appearance.textScale());
     }
-    // What else tells of texts does not take back a font that the toolkit has set since.
+    // An unrelated change of the settings must not undo a font that Qt has set since.
     if (std::exchange(m_wanted, font) != font) {
         QApplication::setFont(font);
     }

@@ -10,7 +10,7 @@ namespace tunedeck {
 
 class Appearance;
 
-/// What the desktop says of texts and the toolkit does not carry out by itself.
+/// The desktop's settings for texts that Qt does not apply by itself.
 struct UnservedText {
     bool scale = false;
     bool fontName = false;
@@ -18,20 +18,19 @@ struct UnservedText {
     bool operator==(const UnservedText &) const = default;
 };
 
-/// By the toolkit's platform, such as "xcb", and the environment that the program was started in.
+/// `platformName` is the name of Qt's platform plugin, such as "xcb"; `environment` is that of the program's start.
 [[nodiscard]] UnservedText unservedText(const QString &platformName, const QProcessEnvironment &environment);
 
-/// The font that a desktop calls `name`, such as "Cantarell Bold 11", its size in points; `otherwise` where the name is
-/// none. What names do not tell, such as how letters are smoothed, is that of `otherwise`.
+/// The font that a desktop calls `name`, such as "Cantarell Bold 11" with a size in points. Returns `otherwise` if the
+/// name is not valid. Properties that names do not contain, such as smoothing, are those of `otherwise`.
 [[nodiscard]] QFont fontFromName(const QString &name, const QFont &otherwise);
 
-/// Keeps the application's font as the desktop wants it to be, where the toolkit does not. The skin's own texts have
-/// fonts of their own.
+/// Keeps the application's font as the desktop's settings say, where Qt does not. The skin's texts have other fonts.
 class DesktopFont : public QObject {
     Q_OBJECT
 
 public:
-    /// `appearance` must outlive this object, which takes the application's font of now for the toolkit's.
+    /// `appearance` must outlive this object. The application's current font counts as Qt's choice.
     explicit DesktopFont(const Appearance &appearance, QObject *parent = nullptr);
     DesktopFont(const Appearance &appearance, const UnservedText &unserved, QObject *parent = nullptr);
 
@@ -40,8 +39,8 @@ private:
 
     const Appearance &m_appearance;
     const UnservedText m_unserved;
-    const QFont m_toolkitFont;
-    QFont m_wanted; ///< what was found last
+    const QFont m_qtFont;
+    QFont m_wanted; ///< the last result
 };
 
 } // namespace tunedeck

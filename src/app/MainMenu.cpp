@@ -39,7 +39,7 @@ MainMenu::MainMenu(AppDelegate &delegate, WindowController &windowController, Vi
     Window &window = m_windowController.window();
     auto *menuBar = new QMenuBar(&window);
     menuBar->addActions(m_contextMenu.actions());
-    // Nothing of it may cover the player where the desktop does not take it over.
+    // A menu bar that the desktop does not show must not cover the player.
     menuBar->setVisible(menuBar->isNativeMenuBar());
     menuBar->resize(0, 0);
 
@@ -67,16 +67,6 @@ QAction *MainMenu::item(const QString &identifier) const
         }
     }
     return nullptr;
-}
-
-QMenu &MainMenu::contextMenu()
-{
-    return m_contextMenu;
-}
-
-MenuValidation &MainMenu::validation()
-{
-    return m_validation;
 }
 
 void MainMenu::offerXWayland(bool isUsed)
@@ -153,13 +143,13 @@ void MainMenu::buildWindowMenu(QMenu &menu)
     connect(zoom, &QAction::triggered, &window, &Window::zoom);
     menu.addSeparator();
 
-    const MenuValidation::Validator namesWhatItDoes = [this](QAction &item) {
+    const MenuValidation::Validator setTitle = [this](QAction &item) {
         item.setText(m_windowController.isExpanded() ? tr("Hide Playlists", "Menu command: close the drawer")
                                                      : tr("Show Playlists", "Menu command: open the drawer"));
         return true;
     };
     QAction *toggleDrawer =
-        addItem(menu, {QString(), QStringLiteral("Window_ToggleDrawer"), {Qt::CTRL | Qt::Key_L}, {namesWhatItDoes}});
+        addItem(menu, {QString(), QStringLiteral("Window_ToggleDrawer"), {Qt::CTRL | Qt::Key_L}, {setTitle}});
     connect(toggleDrawer, &QAction::triggered, &m_viewController, &ViewController::toggleDrawer);
     menu.addSeparator();
 
@@ -221,12 +211,12 @@ void MainMenu::addTransportItem(QMenu &menu, const Command &command, void (AppDe
     QAction *item = addItem(menu, command);
     // A key that is held down must not skip through the whole list.
     item->setAutoRepeat(false);
-    // The delegate is the target; a live stream, of which only the player knows, disables Next and Previous too.
+    // The delegate is the target. The view controllers also disable Next and Previous for a live stream.
     m_validation.add(item, {m_delegateValidates, m_viewControllerValidates, m_playlistViewControllerValidates});
     connect(item, &QAction::triggered, &m_delegate, action);
 }
 
-/// Keys that only pause must not play what stands still, so they are not Play's. They need no item of their own.
+/// The Pause and Stop keys must not start a paused track, so they are no shortcuts of Play. They need no menu item.
 void MainMenu::addPauseKeys()
 {
     auto *pause = new QAction(this);

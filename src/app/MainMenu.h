@@ -15,8 +15,8 @@ class ViewController;
 class PlaylistViewController;
 class WindowController;
 
-/// The program's menus: in the desktop's own menu bar where there is one, as the context menu of the main window
-/// everywhere. Their shortcuts belong to the main window.
+/// The program's menus: the context menu of the main window, and on desktops that have one, the global menu bar. The
+/// shortcuts belong to the main window.
 class MainMenu : public QObject {
     Q_OBJECT
 
@@ -28,10 +28,11 @@ public:
     [[nodiscard]] QAction &playPauseMenuItem() const;
     /// The item with this identifier; null if there is none.
     [[nodiscard]] QAction *item(const QString &identifier) const;
-    [[nodiscard]] QMenu &contextMenu();
-    [[nodiscard]] MenuValidation &validation();
+    [[nodiscard]] QMenu &contextMenu() { return m_contextMenu; }
+    [[nodiscard]] MenuValidation &validation() { return m_validation; }
 
-    /// Adds a command to change between Wayland and XWayland. `isUsed`: whether the program runs through XWayland now.
+    /// Adds a command to change between Wayland and XWayland. `isUsed` is whether the program runs through XWayland
+    /// now.
     void offerXWayland(bool isUsed);
 
 Q_SIGNALS:
@@ -46,7 +47,7 @@ private:
         QList<MenuValidation::Validator> validators = {};
     };
 
-    /// In the main window's coordinates.
+    /// `position` is in the main window, in points.
     void popUpAt(QPoint position);
     void buildApplicationMenu(QMenu &menu);
     void buildFileMenu(QMenu &menu);

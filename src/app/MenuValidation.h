@@ -12,22 +12,22 @@ class QMenu;
 
 namespace tunedeck {
 
-/// Keeps menu items as those who answer for them say: an item is enabled while all its validators enable it.
+/// Enables and disables menu items: an item is enabled while all its validators return true.
 class MenuValidation : public QObject {
     Q_OBJECT
 
 public:
-    /// Whether the item is enabled; may also set its check state or its title.
+    /// Returns whether the item is enabled. May also set its check mark or its title.
     using Validator = std::function<bool(QAction &item)>;
 
     using QObject::QObject;
 
     void add(QAction *item, const QList<Validator> &validators);
-    /// Validates all items right before `menu` is shown.
+    /// Validates all items whenever `menu` is about to be shown.
     void validateBeforeShowing(QMenu &menu);
 
 public Q_SLOTS:
-    /// Also keeps shortcuts right, which work without a menu being opened.
+    /// Validates all items. Shortcuts work without opening a menu, so call this when a validator's answer may change.
     void validate();
 
 private:

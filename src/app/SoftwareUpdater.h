@@ -13,15 +13,15 @@ class QDBusConnection;
 
 namespace tunedeck {
 
-/// The updater, which is in a module of its own: it is loaded when it is first asked for. One that is missing, or of
-/// another version than the program, is told in a message box.
+/// Loads the updater's module on the first check for updates. Shows a message box if the module is missing or belongs
+/// to another version of the program.
 class SoftwareUpdater : public Updater {
     Q_OBJECT
 
 public:
-    /// `bus` always tells of the bus that is, and must outlive this object.
+    /// `bus` always refers to the current bus, and must outlive this object.
     explicit SoftwareUpdater(const QDBusConnection &bus, QObject *parent = nullptr);
-    /// With the module's path.
+    /// Loads the module at `modulePath`.
     SoftwareUpdater(const QDBusConnection &bus, const QString &modulePath, QObject *parent = nullptr);
     explicit SoftwareUpdater(QDBusConnection &&bus, QObject *parent = nullptr) = delete;
     SoftwareUpdater(QDBusConnection &&bus, const QString &modulePath, QObject *parent = nullptr) = delete;

@@ -13,11 +13,11 @@ namespace tunedeck {
 
 namespace {
 constexpr QLatin1String english("en");
-/// English has translations too, which know its plurals.
+/// English has a translation too, for its plurals.
 constexpr std::array<QLatin1String, 5> translations{
     QLatin1String("de"), english, QLatin1String("es"), QLatin1String("fi"), QLatin1String("pl")};
 
-/// The locale without a language is in English.
+/// The C locale has no language, and counts as English.
 QString languageOf(const QLocale &locale)
 {
     return locale.language() == QLocale::C ? QString(english) : QLocale::languageToCode(locale.language());

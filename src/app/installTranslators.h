@@ -9,13 +9,13 @@ class QCoreApplication;
 
 namespace tunedeck {
 
-/// The code of the language that the program speaks to somebody who reads `languages`, the preferred first and each
-/// named such as "de" or "de-AT": the first that there is a translation for, else "en".
+/// The code of the first language in `languages` that the program is translated into, or "en" if there is none. The
+/// names are like "de" or "de-AT", the preferred one first.
 [[nodiscard]] QString spokenLanguage(const QStringList &languages);
 
-/// Lets `application` speak one language to its reader: its own texts, where the system has them the toolkit's, and by
-/// the default locale whatever else comes in several languages. Numbers are written as the reader does, unless theirs
-/// is another language.
+/// Makes `application` show one language to its reader: its own texts, and Qt's texts if the system has their
+/// translation. Sets the default locale to that language if the reader's is another one; otherwise numbers keep the
+/// reader's format.
 void installTranslators(QCoreApplication &application, const QLocale &reader = QLocale());
 
 } // namespace tunedeck

@@ -27,7 +27,7 @@
 namespace {
 using namespace tunedeck;
 
-/// Of the event loop; never that of the program.
+/// An exit status of the event loop that never becomes the program's.
 constexpr int restartStatus = 2;
 
 void setUpNames()
@@ -37,13 +37,13 @@ void setUpNames()
     QApplication::setDesktopFileName(applicationId.toString());
 }
 
-/// For who started the program from a command line.
+/// Prints a message for a user who started the program from a command line.
 void say(const QString &message)
 {
     std::fputs(qPrintable(QStringLiteral("tunedeck: %1\n").arg(message)), stderr);
 }
 
-/// The action that the program is started for, if it is for one.
+/// The action that the program was started for, if any.
 std::optional<DesktopAction> parseCommandLine(const QCoreApplication &application)
 {
     const QCommandLineOption actionOption(QStringLiteral("action"),
@@ -83,9 +83,9 @@ int askFirst(ApplicationInstance &instance, std::optional<DesktopAction> action,
     return QApplication::exec();
 }
 
-/// What the user asked for, that it may run through XWayland, is told to the toolkit in an argument: a variable would
-/// be inherited by the programs that are started here. Where XWayland does not answer, Wayland is taken; and what the
-/// command line says comes later, and counts.
+/// Passes the user's wish to run through XWayland to Qt as an argument, because the programs that this one starts would
+/// inherit a variable. Qt falls back to Wayland if XWayland does not answer. A platform on the command line comes
+/// later in the list and wins.
 std::vector<char *> argumentsWithPlatform(int argc, char *argv[])
 {
     static char option[] = "-platform";
@@ -106,7 +106,7 @@ int run(int argc, char *argv[])
     setUpNames();
     installTranslators(qtApplication);
     const std::optional<DesktopAction> action = parseCommandLine(qtApplication);
-    // Which fonts there are takes long to find out; meanwhile the bus and the player are asked.
+    // Finding the installed fonts takes long. Meanwhile this thread talks to the bus and the players.
     const std::jthread fonts([] { QFontInfo(QFont()).family(); });
 
     SessionBus sessionBus;
