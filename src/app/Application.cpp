@@ -116,7 +116,7 @@ AppPreferencesWindowController &Application::preferencesWindowController()
 {
     if (!m_preferencesWindowController) {
         m_preferencesWindowController = std::make_unique<AppPreferencesWindowController>(
-            AppPreferencesWindowController::Surroundings{m_defaults, m_players, m_updater});
+            AppPreferencesWindowController::Environment{m_defaults, m_players, m_updater});
         connect(m_preferencesWindowController.get(), &AppPreferencesWindowController::helpRequested, &m_delegate,
             &AppDelegate::helpRequested);
         const Appearance &appearance = m_skinEnvironment.appearance;

@@ -23,8 +23,8 @@ constexpr QLatin1String menuPath("/org/tunedeck/Tunedeck/DockMenu");
 constexpr QLatin1String unityService("com.canonical.Unity");
 constexpr QLatin1String clicked("clicked");
 
-/// A menu's mark of the mnemonic is "&", that of docks is "_". What players call their tracks may be long, and may be
-/// more than one line.
+/// Converts Qt's mark of a mnemonic, "&", to that of docks, "_". Cuts long texts and joins lines, since a player may
+/// send any text as a title.
 QString dockLabel(const QString &text)
 {
     QString label;
@@ -50,7 +50,7 @@ QString dockLabel(const QString &text)
     return label;
 }
 
-/// Also those that have their default: docks keep what they were told of an item before.
+/// All properties, even those with their default value: docks keep the former value of a missing one.
 QVariantMap propertiesOf(const QAction &action)
 {
     QVariantMap properties{
@@ -66,7 +66,7 @@ QVariantMap propertiesOf(const QAction &action)
     return properties;
 }
 
-/// No names are all names.
+/// Keeps only the named properties, or all if there are no names.
 DockMenuItem reduced(const DockMenuItem &item, const QStringList &propertyNames)
 {
     if (propertyNames.isEmpty()) {
@@ -178,7 +178,7 @@ QStringList DockMenuServer::iconThemePath() const
 
 void DockMenuServer::update()
 {
-    // One change of the track is several signals.
+    // One change of the track emits several signals.
     if (m_isRead && !m_updateTimer.isActive()) {
         m_updateTimer.start();
     }
@@ -315,7 +315,7 @@ const QList<DockMenuItem> &DockMenuServer::items()
 
 int DockMenuServer::idOf(const QAction &action, qsizetype position)
 {
-    // Docks may not let a line become a separator.
+    // Docks may not support an item that turns into a separator.
     const QString place = (action.isSeparator() ? u'-' : u'+') + QString::number(position);
     const QString key = action.objectName().isEmpty() ? place : action.objectName();
     if (!m_keys.contains(key)) {

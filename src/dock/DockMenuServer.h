@@ -22,7 +22,7 @@ class QAction;
 
 namespace tunedeck {
 
-/// On the bus: (ia{sv}).
+/// D-Bus signature (ia{sv}).
 struct DockMenuItem {
     int id = 0; ///< 0 is the menu itself
     QVariantMap properties;
@@ -30,13 +30,13 @@ struct DockMenuItem {
     bool operator==(const DockMenuItem &) const = default;
 };
 
-/// On the bus: (ia{sv}av).
+/// D-Bus signature (ia{sv}av).
 struct DockMenuLayout {
     DockMenuItem item;
     QVariantList children; ///< layouts
 };
 
-/// On the bus: (isvu).
+/// D-Bus signature (isvu).
 struct DockMenuEvent {
     int id = 0;
     QString type;
@@ -51,12 +51,12 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, DockMenuLayout &l
 QDBusArgument &operator<<(QDBusArgument &argument, const DockMenuEvent &event);
 const QDBusArgument &operator>>(const QDBusArgument &argument, DockMenuEvent &event);
 
-/// Tells docks of the menu of the program's icon and serves it to them over com.canonical.dbusmenu. What a dock has
-/// read is kept up to date; before a dock reads, and after it was told of a change until it reads again, nothing is
-/// built and nothing sent.
+/// Serves the menu of the program's icon to docks over com.canonical.dbusmenu, and announces it to them. After a dock
+/// has read the menu, the server reports the next change to it. It builds and sends nothing before a dock reads, nor
+/// between such a report and the next reading.
 ///
-/// An item is the same item to docks, however often the menu is built, as long as its action has the same object name,
-/// or has none, is of the same kind and stands in the same place. Submenus are not served.
+/// An action keeps its item id when the menu is rebuilt if it has the same object name. An action without an object
+/// name keeps it if it is of the same kind and in the same position. Submenus are not served.
 class DockMenuServer : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
@@ -68,7 +68,7 @@ class DockMenuServer : public QObject, protected QDBusContext {
 public:
     using Builder = std::function<std::unique_ptr<QMenu>()>;
 
-    /// `build` is called whenever the menu is needed anew. Docks are told as soon as this exists.
+    /// `build` makes a new menu whenever one is needed. The constructor announces the menu to docks.
     DockMenuServer(const QDBusConnection &bus, Builder build, QObject *parent = nullptr);
 
     [[nodiscard]] uint version() const;
@@ -77,10 +77,10 @@ public:
     [[nodiscard]] QStringList iconThemePath() const;
 
 public Q_SLOTS:
-    /// What the menu shows may have changed.
+    /// Call this when the menu's contents may have changed.
     void update();
 
-    // For docks alone: these answer the call that comes over the bus.
+    // Docks call these over D-Bus. Do not call them from the program.
     Q_SCRIPTABLE uint GetLayout(
         int parentId, int recursionDepth, const QStringList &propertyNames, tunedeck::DockMenuLayout &layout);
     Q_SCRIPTABLE QList<tunedeck::DockMenuItem> GetGroupProperties(
@@ -96,7 +96,7 @@ Q_SIGNALS:
 
 private:
     void announce();
-    /// Whether the menu is another than before.
+    /// Returns whether the menu has changed.
     bool rebuild();
     [[nodiscard]] const QList<DockMenuItem> &items();
     [[nodiscard]] int idOf(const QAction &action, qsizetype position);
@@ -110,8 +110,8 @@ private:
     QTimer m_updateTimer{this};
     std::unique_ptr<QMenu> m_menu;
     QList<DockMenuItem> m_items; ///< the menu itself, then its actions in their order
-    QHash<int, QAction *> m_actions; ///< the menu's, by their items
-    QStringList m_keys; ///< what an item is known by; its place is the item's id less one
+    QHash<int, QAction *> m_actions; ///< the menu's actions by item id
+    QStringList m_keys; ///< the key of an item is at its id minus one
     uint m_revision = 0;
     bool m_isRead = false;
 };

@@ -7,7 +7,7 @@
 
 namespace tunedeck {
 
-// An icon made from the file itself would load the toolkit's plugins for every kind of image there is.
+// A QIcon made from the file would load all of Qt's image plugins.
 QIcon dockTileIcon(const QString &imageName)
 {
     QSvgRenderer image;

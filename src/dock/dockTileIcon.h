@@ -6,8 +6,8 @@
 
 namespace tunedeck {
 
-/// The program's own image of this name, in every size that a dock, a task bar or a switcher may show. Null where there
-/// is no such image.
+/// The image `imageName` from the program's resources, in the sizes that docks, task bars and switchers show. Null if
+/// there is no such image.
 [[nodiscard]] QIcon dockTileIcon(const QString &imageName);
 
 } // namespace tunedeck

@@ -22,7 +22,7 @@ std::optional<HelpPage> readFile(const QString &path)
     return file.open(QIODevice::ReadOnly) ? readHelpPage(file.readAll()) : std::nullopt;
 }
 
-/// The text as it is compared: without case and accents.
+/// `text` without case and accents, to compare it.
 QString folded(const QString &text)
 {
     const QString parts = text.normalized(QString::NormalizationForm_KD);
@@ -32,7 +32,7 @@ QString folded(const QString &text)
             result.append(character);
         }
     }
-    // These do not come apart by themselves.
+    // Unicode does not decompose these.
     return result.toCaseFolded().replace(u'ł', u'l').replace(u'ß', QStringLiteral("ss"));
 }
 } // namespace
@@ -53,11 +53,6 @@ HelpBook::HelpBook(const QString &folder, const QLocale &reader)
             add(name, *page);
         }
     }
-}
-
-const QList<HelpTopic> &HelpBook::contents() const
-{
-    return m_contents;
 }
 
 std::optional<QString> HelpBook::html(const QString &page) const
@@ -102,12 +97,12 @@ void HelpBook::add(const QString &name, const HelpPage &page)
     m_entries.append({whole, {pageTitle, folded(page.keywords), folded(page.sections.first().text)}});
     for (const HelpSection &section : page.sections.sliced(1)) {
         const HelpTopic topic{name, page.title, section.anchor, section.title};
-        // The keywords lead to the page as a whole.
+        // The keywords belong to the whole page.
         m_entries.append({topic, {folded(section.title), QString(), folded(section.text), pageTitle}});
     }
 }
 
-/// The smaller, the better; no value if a word is missing.
+/// A smaller rank is better. No value if a word is missing.
 std::optional<qsizetype> HelpBook::rank(const Entry &entry, const QStringList &words)
 {
     qsizetype sum = 0;

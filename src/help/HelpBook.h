@@ -13,38 +13,38 @@ namespace tunedeck {
 
 struct HelpPage;
 
-/// What one can look up in a book: one of its pages, or a section of one.
+/// An entry of a help book: a page, or a section of a page.
 struct HelpTopic {
-    QString page; ///< the name of its file, the same in every language
+    QString page; ///< the page's file name, the same in every language
     QString pageTitle;
     QString anchor;
-    QString section; ///< its title; empty for the page as a whole
+    QString section; ///< the section's title; empty for a whole page
 
     bool operator==(const HelpTopic &) const = default;
 };
 
-/// The pages of a help book, each in the reader's language where it is translated and in English where it is not.
-/// A translation that cannot be read counts as none; a page that can be read in neither is left out.
+/// The pages of a help book. A page is in the reader's language if it has a readable translation, else in English. The
+/// book leaves out pages that are readable in neither.
 class HelpBook {
 public:
-    /// `folder` holds a folder of pages for each language, named by its code such as "en". A page is a well-formed HTML
-    /// file; their names give the order.
+    /// `folder` has a folder of pages for each language, named by its code such as "en". A page is a well-formed HTML
+    /// file. The file names give the order.
     HelpBook(const QString &folder, const QLocale &reader);
 
     /// The pages in their order.
-    [[nodiscard]] const QList<HelpTopic> &contents() const;
-    /// The text of a page; no value if there is no such page.
+    [[nodiscard]] const QList<HelpTopic> &contents() const { return m_contents; }
+    /// The text of a page. No value if there is no such page.
     [[nodiscard]] std::optional<QString> html(const QString &page) const;
-    /// What `anchor` begins; of several the first.
+    /// The first topic that begins with `anchor`. No value if there is none.
     [[nodiscard]] std::optional<HelpTopic> topicAt(const QString &anchor) const;
-    /// The topics in which every word of `text` is found, as part of a word or whole, whatever its case and accents.
-    /// Those found by their titles come first, those found by their text after them; else in the book's order.
+    /// The topics that contain every word of `text`, whole or as part of a word, whatever the case and the accents.
+    /// Topics found by their titles come before those found by their text. Otherwise the book's order holds.
     [[nodiscard]] QList<HelpTopic> search(const QString &text) const;
 
 private:
     struct Entry {
         HelpTopic topic;
-        QStringList places; ///< where words are looked for: title, keywords, text and the page's title
+        QStringList places; ///< the texts to search: title, keywords, text, the page's title
     };
 
     void add(const QString &name, const HelpPage &page);

@@ -16,7 +16,7 @@ namespace {
 constexpr QLatin1String bookScheme("help");
 constexpr int pageMargin = 12;
 constexpr int listIndent = 24;
-/// Steps of a point each.
+/// In points.
 constexpr int leastZoom = -3;
 constexpr int mostZoom = 15;
 
@@ -25,7 +25,7 @@ QUrl addressOf(const HelpTopic &topic)
     QUrl address;
     address.setScheme(bookScheme);
     address.setPath(u'/' + topic.page);
-    // The page as a whole is shown from its upper margin on.
+    // A whole page is shown with its top margin, which is above the anchor.
     if (!topic.section.isEmpty()) {
         address.setFragment(topic.anchor);
     }
@@ -90,7 +90,7 @@ void HelpBrowser::changeEvent(QEvent *event)
 {
     QTextBrowser::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {
-        makePageAnew();
+        reloadPage();
     }
 }
 
@@ -103,7 +103,7 @@ void HelpBrowser::follow(const QUrl &link)
     }
 }
 
-void HelpBrowser::makePageAnew()
+void HelpBrowser::reloadPage()
 {
     document()->setDefaultStyleSheet(pageStyle(palette()));
     if (source().isEmpty()) {

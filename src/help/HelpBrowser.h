@@ -7,8 +7,8 @@
 
 namespace tunedeck {
 
-/// Shows the pages of a book, and nothing else: no file and no address is ever loaded. Links inside the book move in
-/// it, those to an https address go to the desktop's web browser, all others are dead.
+/// Shows the pages of a book. It never loads other files or addresses. Links inside the book open its pages, links to
+/// https addresses open in the desktop's web browser, and all others do nothing.
 class HelpBrowser : public QTextBrowser {
     Q_OBJECT
 
@@ -16,27 +16,27 @@ public:
     explicit HelpBrowser(const HelpBook &book, QWidget *parent = nullptr);
 
     void open(const HelpTopic &topic);
-    /// The file name of the page that is shown; empty before the first one.
+    /// The file name of the shown page. Empty before the first page.
     [[nodiscard]] QString page() const;
-    /// By one step, within limits at which it can still be read.
+    /// Changes the size of the text by `steps` points, from 3 points smaller to 15 points larger than the font.
     void zoomBy(int steps);
     void resetZoom();
 
     [[nodiscard]] QVariant loadResource(int type, const QUrl &name) override;
 
 protected:
-    /// With Ctrl it zooms, as far as zoomBy() does.
+    /// Ctrl and the wheel zoom.
     void wheelEvent(QWheelEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
     void follow(const QUrl &link);
-    /// The page keeps the colours that it was made with.
-    void makePageAnew();
+    /// Shows the page in the colours of the current palette.
+    void reloadPage();
 
     HelpBook m_book;
-    int m_zoom = 0;
-    int m_turned = 0; ///< of a notch of the wheel
+    int m_zoom = 0; ///< in points
+    int m_turned = 0; ///< how far the wheel has turned since the last notch, in eighths of a degree
 };
 
 } // namespace tunedeck

@@ -38,7 +38,7 @@ std::optional<HelpPage> readHelpPage(const QByteArray &html)
         } else if (xml.isCharacters()) {
             readText(xml.text(), page);
         } else if (xml.isEndElement()) {
-            // Two cells of a table are two words.
+            // This keeps the words of two table cells apart.
             readText(u" ", page);
         }
     }

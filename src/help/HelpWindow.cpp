@@ -22,7 +22,7 @@
 namespace tunedeck {
 
 namespace {
-/// In a small font; in a larger one as much as the characters and lines below need, if the screen has the room.
+/// In points, for a small font. A larger font needs room for the characters and lines below, if the screen has it.
 constexpr QSize leastInitialSize(640, 480);
 constexpr int charactersPerLine = 100;
 constexpr int linesOfPage = 30;
@@ -70,7 +70,7 @@ HelpWindow::HelpWindow(const HelpBook &book, QWidget *parent)
     , m_splitter(new QSplitter(this))
 {
     setWindowTitle(tr("Tunedeck Help", "Title of the help window"));
-    // Who closes the player is done with its help.
+    // Closing the player quits the program, even if this window is open.
     setAttribute(Qt::WA_QuitOnClose, false);
     m_browser->setAccessibleName(tr("Page", "For accessibility: the text of the help page"));
     setUpButtons();
@@ -94,32 +94,7 @@ void HelpWindow::openHelpAnchor(const QString &anchor, const QString &inBook)
         m_browser->open(m_book.contents().first());
     }
     m_browser->setFocus();
-    bringToFront();
-}
-
-HelpBrowser &HelpWindow::browser()
-{
-    return *m_browser;
-}
-
-QListWidget &HelpWindow::topicList()
-{
-    return *m_topicList;
-}
-
-QLineEdit &HelpWindow::searchField()
-{
-    return *m_searchField;
-}
-
-QToolButton &HelpWindow::backButton()
-{
-    return *m_backButton;
-}
-
-QToolButton &HelpWindow::forwardButton()
-{
-    return *m_forwardButton;
+    bringToFront(*this);
 }
 
 void HelpWindow::changeEvent(QEvent *event)
@@ -250,7 +225,7 @@ void HelpWindow::openTopic(const QListWidgetItem *item)
 void HelpWindow::selectPage(const QString &page)
 {
     const auto isShown = [&page](const HelpTopic &topic) { return topic.page == page; };
-    // Of several things found on one page the reader knows best which it was.
+    // If a search found several topics on this page, the list keeps the one that the reader chose.
     if (std::ranges::count_if(m_topics, isShown) == 1) {
         const auto found = std::find_if(m_topics.cbegin(), m_topics.cend(), isShown);
         m_topicList->setCurrentRow(static_cast<int>(found - m_topics.cbegin()));
@@ -270,11 +245,6 @@ void HelpWindow::cancel()
     } else {
         m_searchField->clear();
     }
-}
-
-void HelpWindow::bringToFront()
-{
-    tunedeck::bringToFront(*this);
 }
 
 } // namespace tunedeck

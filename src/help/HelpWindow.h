@@ -18,25 +18,25 @@ namespace tunedeck {
 
 class HelpBrowser;
 
-/// The window in which the program's help book is read: its contents, or what a search found, beside the page.
+/// The help window: a page of the help book, beside the book's contents or the results of a search.
 class HelpWindow : public QWidget {
     Q_OBJECT
 
 public:
-    /// With the program's own book in the user's language.
+    /// Shows the program's own book in the user's language.
     explicit HelpWindow(QWidget *parent = nullptr);
     explicit HelpWindow(const HelpBook &book, QWidget *parent = nullptr);
 
-    /// Shows what `anchor` begins, or the first page where there is no such anchor, and brings the window to the front.
-    /// Does nothing if `inBook` is not the name of the program's book.
+    /// Shows the topic that begins with `anchor`, or the first page if there is none, and brings the window to the
+    /// front. Does nothing if `inBook` is not the name of the program's book.
     void openHelpAnchor(const QString &anchor, const QString &inBook);
 
-    [[nodiscard]] HelpBrowser &browser();
-    /// The contents or, while something is searched for, what was found.
-    [[nodiscard]] QListWidget &topicList();
-    [[nodiscard]] QLineEdit &searchField();
-    [[nodiscard]] QToolButton &backButton();
-    [[nodiscard]] QToolButton &forwardButton();
+    [[nodiscard]] HelpBrowser &browser() { return *m_browser; }
+    /// The contents, or the results while the user searches.
+    [[nodiscard]] QListWidget &topicList() { return *m_topicList; }
+    [[nodiscard]] QLineEdit &searchField() { return *m_searchField; }
+    [[nodiscard]] QToolButton &backButton() { return *m_backButton; }
+    [[nodiscard]] QToolButton &forwardButton() { return *m_forwardButton; }
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -47,16 +47,15 @@ private:
     void setUpTopics();
     void setUpKeys();
     void layOut();
-    /// As much as their font asks for. The window grows, and does not shrink.
+    /// Makes the parts as wide as their font needs. The window grows, and does not shrink.
     void makeRoomForTexts();
     void addKeys(const QList<QKeySequence> &keys, const std::function<void()> &command);
     void listTopics();
     void openTopic(const QListWidgetItem *item);
     void selectPage(const QString &page);
     void focusSearch();
-    /// Ends the search, or else closes the window.
+    /// Ends the search, or closes the window if there is none.
     void cancel();
-    void bringToFront();
 
     HelpBook m_book;
     QToolButton *m_backButton;
@@ -65,7 +64,7 @@ private:
     QListWidget *m_topicList;
     HelpBrowser *m_browser;
     QSplitter *m_splitter;
-    QList<HelpTopic> m_topics; ///< as listed
+    QList<HelpTopic> m_topics; ///< in the list's order
 };
 
 } // namespace tunedeck

@@ -9,7 +9,7 @@
 namespace tunedeck {
 
 namespace {
-/// Dark desktops often leave the links to the toolkit, whose blue can only be read on white.
+/// Dark desktops often do not set a link colour, and Qt's blue is legible on white only.
 QColor linkColor(const QPalette &palette)
 {
     constexpr float lightnessOnDark = 0.8F;
@@ -22,7 +22,7 @@ QColor linkColor(const QPalette &palette)
         std::max(link.hslHueF(), 0.0F), link.hslSaturationF(), isDark ? lightnessOnDark : lightnessOnLight);
 }
 
-/// A hair line: visible, but no part of the text.
+/// The colour of thin lines, weaker than the text.
 QColor lineColor(const QPalette &palette)
 {
     const QColor base = palette.color(QPalette::Active, QPalette::Base);

@@ -7,7 +7,7 @@ class QPalette;
 
 namespace tunedeck {
 
-/// The default style sheet of a page of text that lies on `palette`'s base, whether that is light or dark.
+/// The default style sheet of a page of text on the base colour of `palette`, which may be light or dark.
 [[nodiscard]] QString pageStyle(const QPalette &palette);
 
 } // namespace tunedeck

@@ -12,20 +12,18 @@ namespace tunedeck {
 
 class PreferencesPaneController;
 
-/// What the preferences window is made of.
+/// The description of the preferences window.
 struct AppPreferences {
     struct Pane {
         QString identifier;
-        /// As the user reads it.
-        QString name;
+        QString name; ///< translated
         QString symbol;
     };
 
-    /// In the toolbar's order.
-    QList<Pane> panes;
-    /// The image of a pane's symbol; a null icon where there is none.
+    QList<Pane> panes; ///< in the toolbar's order
+    /// Returns the image of a pane's symbol, or a null icon if there is none.
     std::function<QIcon(const QString &symbol)> symbolImage;
-    /// The controller of the pane with this identifier; null where there is none.
+    /// Returns the controller of the pane with this identifier, or null if there is none.
     std::function<std::unique_ptr<PreferencesPaneController>(const QString &identifier)> instantiateController;
 };
 

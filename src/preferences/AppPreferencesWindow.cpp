@@ -20,7 +20,7 @@
 namespace tunedeck {
 
 namespace {
-/// No desktop reaches so far.
+/// No desktop is as large.
 constexpr int farthest = 100'000;
 
 std::optional<QRect> frameFromText(const QString &text)
@@ -53,7 +53,7 @@ int visibleArea(const QScreen &screen, const QRect &frame)
     return visible.width() * visible.height();
 }
 
-/// The one that most of `frame` lies on; null where none of it lies on any.
+/// The screen that shows most of `frame`. Null if no screen shows any of it.
 QScreen *screenWithMostOf(const QRect &frame)
 {
     const QList<QScreen *> screens = QGuiApplication::screens();
@@ -71,7 +71,7 @@ QScreen *screenOfUser()
     return underPointer ? underPointer : QGuiApplication::primaryScreen();
 }
 
-/// What does not fit begins where `area` begins.
+/// The position at which `frame` is inside `area`. A frame that is too large begins where `area` begins.
 QPoint movedInto(const QRect &area, const QRect &frame)
 {
     const int farthestX = area.right() - frame.width() + 1;
@@ -84,9 +84,9 @@ QPoint movedInto(const QRect &area, const QRect &frame)
 AppPreferencesWindow::AppPreferencesWindow(UserDefaults &defaults)
     : m_defaults(defaults)
 {
-    // It does not keep the program running without the player's window.
+    // Closing the player quits the program, even if this window is open.
     setAttribute(Qt::WA_QuitOnClose, false);
-    // That of a main window would let the user hide the toolbar.
+    // The context menu of a QMainWindow would let the user hide the toolbar.
     setContextMenuPolicy(Qt::NoContextMenu);
     auto *closeShortcut = new QShortcut(Qt::CTRL | Qt::Key_W, this);
     connect(closeShortcut, &QShortcut::activated, this, &QWidget::close);
@@ -144,7 +144,7 @@ void AppPreferencesWindow::saveFrame()
     m_defaults.setValue(windowFrameAutosaveNameIdentifier, textFromFrame(frameGeometry()));
 }
 
-/// What the window manager puts around a window is not known before it is first shown.
+/// The frame that the window manager adds is unknown until the window is shown.
 QSize AppPreferencesWindow::expectedFrameSize() const
 {
     const QSize known = frameGeometry().size();

@@ -8,8 +8,8 @@ namespace tunedeck {
 
 class UserDefaults;
 
-/// The preferences' window, as big as its contents want it. It opens where it was closed last, also in another run, and
-/// closes on Escape and Ctrl+W.
+/// The preferences window, as large as its contents need. It opens where it was last closed, even in an earlier run.
+/// Escape and Ctrl+W close it.
 class AppPreferencesWindow : public QMainWindow {
     Q_OBJECT
 
@@ -29,8 +29,8 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    /// To where the saved frame begins; without one that lies on a screen, to the middle of the screen that the user
-    /// works on. Wholly onto that screen, as far as it fits.
+    /// Moves the window to the top left corner of the saved frame, or if that is on no screen, to the middle of the
+    /// screen that the user works on. Keeps the window on that screen as far as it fits.
     void restoreFrame();
     void saveFrame();
     [[nodiscard]] QSize expectedFrameSize() const;

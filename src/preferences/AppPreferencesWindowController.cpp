@@ -25,21 +25,21 @@ constexpr QLatin1String updatesPane{"Updates"};
 constexpr int imageSize = 24;
 
 std::unique_ptr<PreferencesPaneController> instantiateController(
-    const AppPreferencesWindowController::Surroundings &surroundings, const QString &identifier)
+    const AppPreferencesWindowController::Environment &environment, const QString &identifier)
 {
     if (identifier == generalPane) {
-        return std::make_unique<PreferencesViewController>(surroundings.defaults, surroundings.players);
+        return std::make_unique<PreferencesViewController>(environment.defaults, environment.players);
     }
     if (identifier == interfacePane) {
-        return std::make_unique<InterfacePreferencesViewController>(surroundings.defaults);
+        return std::make_unique<InterfacePreferencesViewController>(environment.defaults);
     }
     if (identifier == updatesPane) {
-        return std::make_unique<UpdatePreferencesViewController>(surroundings.updater);
+        return std::make_unique<UpdatePreferencesViewController>(environment.updater);
     }
     return nullptr;
 }
 
-AppPreferences appPreferences(const AppPreferencesWindowController::Surroundings &surroundings)
+AppPreferences appPreferences(const AppPreferencesWindowController::Environment &environment)
 {
     return {
         {
@@ -51,7 +51,7 @@ AppPreferences appPreferences(const AppPreferencesWindowController::Surroundings
                 QStringLiteral("arrow.triangle.2.circlepath")},
         },
         symbolIcon,
-        [surroundings](const QString &identifier) { return instantiateController(surroundings, identifier); },
+        [environment](const QString &identifier) { return instantiateController(environment, identifier); },
     };
 }
 
@@ -62,8 +62,8 @@ QSize fittingSize(const QWidget &view)
 }
 } // namespace
 
-AppPreferencesWindowController::AppPreferencesWindowController(const Surroundings &surroundings, QObject *parent)
-    : AppPreferencesWindowController(appPreferences(surroundings), surroundings.defaults, parent)
+AppPreferencesWindowController::AppPreferencesWindowController(const Environment &environment, QObject *parent)
+    : AppPreferencesWindowController(appPreferences(environment), environment.defaults, parent)
 {
 }
 
@@ -87,16 +87,6 @@ AppPreferencesWindowController::AppPreferencesWindowController(
 }
 
 AppPreferencesWindowController::~AppPreferencesWindowController() = default;
-
-AppPreferencesWindow &AppPreferencesWindowController::window()
-{
-    return m_window;
-}
-
-const QList<PreferencesToolbarItem> &AppPreferencesWindowController::toolbarItems() const
-{
-    return m_toolbarItems;
-}
 
 QStringList AppPreferencesWindowController::toolbarDefaultItemIdentifiers() const
 {
@@ -144,11 +134,6 @@ void AppPreferencesWindowController::showWindow()
     bringToFront(m_window);
 }
 
-void AppPreferencesWindowController::setMotionReduced(bool isReduced)
-{
-    m_sizeAnimation.setMotionReduced(isReduced);
-}
-
 bool AppPreferencesWindowController::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_shownView && event->type() == QEvent::LayoutRequest) {
@@ -157,7 +142,7 @@ bool AppPreferencesWindowController::eventFilter(QObject *watched, QEvent *event
     return QObject::eventFilter(watched, event);
 }
 
-/// Whether all symbols have an image.
+/// Returns whether all symbols have an image.
 bool AppPreferencesWindowController::collectToolbarItems()
 {
     for (const AppPreferences::Pane &pane : m_description.panes) {
@@ -245,7 +230,7 @@ void AppPreferencesWindowController::switchToPane(const QString &identifier)
     m_shownView->setFocus();
 }
 
-/// Also where the toolkit has marked another, which could not be shown.
+/// Qt has marked the clicked item, even if its pane could not be shown.
 void AppPreferencesWindowController::markSelectedItem()
 {
     const QList<QAction *> items = m_installedItems.actions();
@@ -270,7 +255,7 @@ void AppPreferencesWindowController::fitWindow()
     m_sizeAnimation.run(m_contentView->size(), size);
 }
 
-/// The window's upper edge stays where it is.
+/// The window's top edge keeps its place.
 void AppPreferencesWindowController::resizeContent(QSize size)
 {
     m_contentView->setFixedSize(size);

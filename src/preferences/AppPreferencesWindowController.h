@@ -27,55 +27,54 @@ class SeenPlayers;
 class Updater;
 class UserDefaults;
 
-/// Owns the preferences window and shows in it the pane that is selected in its toolbar. The controller of a pane is
-/// made when the pane is first selected, and kept. The window gets as high as each pane, at its lower edge.
+/// Owns the preferences window and shows the pane that is selected in its toolbar. Creates the controller of a pane
+/// when the pane is first selected, and keeps it. The window takes the height of each pane; its top edge stays.
 class AppPreferencesWindowController : public QObject {
     Q_OBJECT
 
 public:
-    /// The width of every pane, in points; more only where a large font needs it.
+    /// The width of every pane, in points. A large font may need more.
     static constexpr int windowWidth = 450;
 
-    /// What the panes show and change; all must outlive the controller.
-    struct Surroundings {
+    /// The objects that the panes show and change. All must outlive the controller.
+    struct Environment {
         UserDefaults &defaults;
         SeenPlayers &players;
         Updater &updater;
     };
 
-    /// The window has the panes General, Interface and Updates, and is not shown yet.
-    explicit AppPreferencesWindowController(const Surroundings &surroundings, QObject *parent = nullptr);
-    /// Where a pane's symbol has no image, this pane and those after it are left out, and no pane is shown.
+    /// The window has the panes General, Interface and Updates. Does not show it.
+    explicit AppPreferencesWindowController(const Environment &environment, QObject *parent = nullptr);
+    /// If a pane's symbol has no image, leaves out this pane and those after it, and shows no pane.
     AppPreferencesWindowController(
         const AppPreferences &description, UserDefaults &defaults, QObject *parent = nullptr);
     ~AppPreferencesWindowController() override;
 
-    [[nodiscard]] AppPreferencesWindow &window();
-    [[nodiscard]] const QList<PreferencesToolbarItem> &toolbarItems() const;
+    [[nodiscard]] AppPreferencesWindow &window() { return m_window; }
+    [[nodiscard]] const QList<PreferencesToolbarItem> &toolbarItems() const { return m_toolbarItems; }
 
-    /// All three give the identifiers of the items, in the toolbar's order.
+    /// All three return the identifiers of all items, in the toolbar's order.
     [[nodiscard]] QStringList toolbarDefaultItemIdentifiers() const;
     [[nodiscard]] QStringList toolbarAllowedItemIdentifiers() const;
     [[nodiscard]] QStringList toolbarSelectableItemIdentifiers() const;
-    /// Made anew on every call; null for an identifier that no item has.
+    /// Creates a new action on every call. Null for an unknown identifier.
     [[nodiscard]] std::unique_ptr<QAction> toolbarItem(const QString &identifier);
 
-    /// Selects the pane that `sender` names, where it is a toolbar item. A pane that there is not leaves the window as
-    /// it is.
+    /// Selects the pane that `sender`, a toolbar item, names. Does nothing if there is no such pane.
     void toolbarItemClicked(const QObject &sender);
 
 public Q_SLOTS:
-    /// Brings it to the front, with the pane that was shown last.
+    /// Brings the window to the front with the pane that was shown last.
     void showWindow();
-    /// With `isReduced` the window has the height of the next pane at once.
-    void setMotionReduced(bool isReduced);
+    /// With reduced motion, the window takes the height of a pane without an animation.
+    void setMotionReduced(bool isReduced) { m_sizeAnimation.setMotionReduced(isReduced); }
 
 Q_SIGNALS:
     /// The user wants to read the page at `anchor` in the help book `book`.
     void helpRequested(const QString &anchor, const QString &book);
 
 protected:
-    /// Watches the shown pane for a change of the size that it needs.
+    /// Watches whether the shown pane needs another size.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -96,7 +95,7 @@ private:
     QWidget *m_contentView; ///< the window's
     QGraphicsOpacityEffect *m_contentHiding; ///< the content view's
     QActionGroup m_installedItems{this};
-    /// After the window: their views leave it before it goes.
+    /// Declared after the window: the views must leave it before it is destroyed.
     std::map<QString, std::unique_ptr<PreferencesPaneController>> m_viewControllers;
     QString m_selectedIdentifier;
     QWidget *m_shownView = nullptr;

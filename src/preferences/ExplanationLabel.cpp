@@ -18,7 +18,7 @@ ExplanationLabel::ExplanationLabel(const QString &text, QWidget &control)
     control.setAccessibleDescription(text);
 }
 
-// No role of the palette is weak and legible in every theme, and a colour of our own would not follow the theme.
+// The opacity weakens the text's colour: no role of the palette is both weak and legible in every theme.
 void ExplanationLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);

@@ -5,12 +5,12 @@
 
 namespace tunedeck {
 
-/// A line or more of plain text that explains the control above it, in a weaker colour than the control's own text.
+/// Plain text that explains the control above it, in a weaker colour than the control's text.
 class ExplanationLabel : public QLabel {
     Q_OBJECT
 
 public:
-    /// Also tells `control` the text, for those who hear it.
+    /// Also makes `text` the description of `control` for screen readers.
     ExplanationLabel(const QString &text, QWidget &control);
 
 protected:

@@ -13,7 +13,7 @@
 namespace tunedeck {
 
 namespace {
-/// Where a check box's text begins.
+/// The distance from a check box's left edge to its text, in points.
 int textInset(const QCheckBox &box)
 {
     QStyleOptionButton option;
@@ -43,26 +43,6 @@ InterfacePreferencesViewController::InterfacePreferencesViewController(UserDefau
         tr("These are the two speakers beside the volume slider.", "Below the check box \"Hide the volume buttons\""));
     m_defaults.bind(SettingsKey::appearanceClassic, this,
         [this](bool isClassic) { m_appearanceUpdatesDockIconBox->parentWidget()->setDisabled(isClassic); });
-}
-
-QWidget &InterfacePreferencesViewController::view()
-{
-    return m_view;
-}
-
-QCheckBox &InterfacePreferencesViewController::appearanceClassicBox()
-{
-    return *m_appearanceClassicBox;
-}
-
-QCheckBox &InterfacePreferencesViewController::appearanceUpdatesDockIconBox()
-{
-    return *m_appearanceUpdatesDockIconBox;
-}
-
-QCheckBox &InterfacePreferencesViewController::volumeButtonsHiddenBox()
-{
-    return *m_volumeButtonsHiddenBox;
 }
 
 QCheckBox *InterfacePreferencesViewController::addCheckBox(

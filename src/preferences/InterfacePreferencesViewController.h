@@ -11,7 +11,7 @@ namespace tunedeck {
 
 class UserDefaults;
 
-/// The Interface pane: how the player looks. Its check boxes follow the settings, and the settings them.
+/// The Interface pane: how the player looks. Its check boxes show and change settings.
 class InterfacePreferencesViewController : public PreferencesPaneController {
     Q_OBJECT
 
@@ -19,14 +19,14 @@ public:
     /// `defaults` must outlive the controller.
     explicit InterfacePreferencesViewController(UserDefaults &defaults, QObject *parent = nullptr);
 
-    [[nodiscard]] QWidget &view() override;
-    [[nodiscard]] QCheckBox &appearanceClassicBox();
-    /// Disabled while the appearance is classic, where it has no effect.
-    [[nodiscard]] QCheckBox &appearanceUpdatesDockIconBox();
-    [[nodiscard]] QCheckBox &volumeButtonsHiddenBox();
+    [[nodiscard]] QWidget &view() override { return m_view; }
+    [[nodiscard]] QCheckBox &appearanceClassicBox() { return *m_appearanceClassicBox; }
+    /// Disabled while the appearance is classic, because it has no effect then.
+    [[nodiscard]] QCheckBox &appearanceUpdatesDockIconBox() { return *m_appearanceUpdatesDockIconBox; }
+    [[nodiscard]] QCheckBox &volumeButtonsHiddenBox() { return *m_volumeButtonsHiddenBox; }
 
 private:
-    /// Adds it to the view's end.
+    /// Adds a check box at the end of the view.
     QCheckBox *addCheckBox(const QString &key, const QString &text, const QString &explanation);
 
     UserDefaults &m_defaults;

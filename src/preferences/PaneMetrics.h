@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// What all panes of the preferences window keep to, in points.
+/// The distances in all panes of the preferences window, in points.
 namespace tunedeck::PaneMetrics {
 
 inline constexpr int margin = 20;
-/// Between what belongs together.
+/// Between parts of one choice.
 inline constexpr int gap = 4;
-/// Between one choice and the next.
+/// Between two choices.
 inline constexpr int choiceGap = 14;
 
 } // namespace tunedeck::PaneMetrics

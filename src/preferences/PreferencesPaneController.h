@@ -8,14 +8,14 @@ class QWidget;
 
 namespace tunedeck {
 
-/// What stands behind one pane of the preferences window.
+/// The controller of one pane of the preferences window.
 class PreferencesPaneController : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// The pane's contents, which are the controller's own.
+    /// The pane's contents, which the controller owns.
     [[nodiscard]] virtual QWidget &view() = 0;
 
 Q_SIGNALS:

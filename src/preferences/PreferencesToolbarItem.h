@@ -8,9 +8,8 @@ namespace tunedeck {
 
 /// One pane in the toolbar of the preferences window.
 struct PreferencesToolbarItem {
-    /// Also that of the pane's controller.
-    QString identifier;
-    /// As the user reads it: below the image, and as the window's title while the pane is shown.
+    QString identifier; ///< that of the pane
+    /// Translated. Shown below the image, and as the window's title while the pane is shown.
     QString name;
     QIcon image;
 };

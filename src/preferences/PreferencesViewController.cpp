@@ -23,7 +23,7 @@ constexpr qsizetype longestName = 60;
 constexpr qsizetype mostPlayers = 50;
 constexpr int narrowestPicker = 20; // characters
 
-/// One line of a list, whatever the player calls itself.
+/// A short name of one line: a player may send any text as its name.
 QString shownName(const SeenPlayer &player)
 {
     const QString line = player.name.left(longestName).simplified();
@@ -55,31 +55,6 @@ PreferencesViewController::PreferencesViewController(UserDefaults &defaults, See
         }
     });
     refreshPlayers();
-}
-
-QWidget &PreferencesViewController::view()
-{
-    return m_view;
-}
-
-QRadioButton &PreferencesViewController::radioButtonRemainingTime()
-{
-    return *m_radioButtonRemainingTime;
-}
-
-QRadioButton &PreferencesViewController::radioButtonTotalTime()
-{
-    return *m_radioButtonTotalTime;
-}
-
-QComboBox &PreferencesViewController::followedPlayerPicker()
-{
-    return *m_followedPlayerPicker;
-}
-
-bool PreferencesViewController::elapsedTimeEnabled() const
-{
-    return m_elapsedTimeEnabled;
 }
 
 void PreferencesViewController::setElapsedTimeEnabled(bool enabled)
@@ -138,7 +113,7 @@ void PreferencesViewController::layOut()
 void PreferencesViewController::refreshRadioButtons()
 {
     const bool showsRemainingTime = m_defaults.boolForKey(SettingsKey::remainingTimeEnabled);
-    // They exclude each other: what is set on sets the other off.
+    // The buttons exclude each other: checking one unchecks the other.
     (showsRemainingTime ? m_radioButtonRemainingTime : m_radioButtonTotalTime)->setChecked(true);
 }
 
@@ -152,22 +127,22 @@ QList<SeenPlayer> PreferencesViewController::offeredPlayers() const
     const QString followed = m_defaults.stringForKey(SettingsKey::followedPlayer);
     const auto isFollowed = [&followed](const SeenPlayer &player) { return player.id == followed; };
     if (std::none_of(players.begin(), players.end(), isFollowed)) {
-        // While it ran it stood in the list.
+        // The list has its name from when it ran.
         const int row = m_followedPlayerPicker->findData(followed);
         players.append({followed, shownName({followed, m_followedPlayerPicker->itemText(row)})});
     }
     return players;
 }
 
-/// Entry by entry, so that a list that is open stays where it is.
+/// Changes the entries one by one, so that an open list keeps its position.
 void PreferencesViewController::refreshPlayers()
 {
     const QList<SeenPlayer> players = offeredPlayers();
     QComboBox &picker = *m_followedPlayerPicker;
     for (int row = picker.count() - 1; row >= 0; --row) {
-        const auto stands = [id = picker.itemData(row).toString()](
-                                const SeenPlayer &player) { return player.id == id; };
-        if (std::none_of(players.begin(), players.end(), stands)) {
+        const auto isInRow = [id = picker.itemData(row).toString()](
+                                 const SeenPlayer &player) { return player.id == id; };
+        if (std::none_of(players.begin(), players.end(), isInRow)) {
             picker.removeItem(row);
         }
     }
@@ -178,7 +153,7 @@ void PreferencesViewController::refreshPlayers()
         }
         picker.setItemText(row, name);
     }
-    // Those that stood in another order.
+    // Entries whose order has changed are in the list twice now; the old ones are at its end.
     while (picker.count() > players.size()) {
         picker.removeItem(picker.count() - 1);
     }

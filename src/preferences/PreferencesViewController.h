@@ -30,17 +30,17 @@ public:
     /// Both references must outlive the controller.
     PreferencesViewController(UserDefaults &defaults, SeenPlayers &players, QObject *parent = nullptr);
 
-    [[nodiscard]] QWidget &view() override;
-    [[nodiscard]] QRadioButton &radioButtonRemainingTime();
-    [[nodiscard]] QRadioButton &radioButtonTotalTime();
-    [[nodiscard]] QComboBox &followedPlayerPicker();
+    [[nodiscard]] QWidget &view() override { return m_view; }
+    [[nodiscard]] QRadioButton &radioButtonRemainingTime() { return *m_radioButtonRemainingTime; }
+    [[nodiscard]] QRadioButton &radioButtonTotalTime() { return *m_radioButtonTotalTime; }
+    [[nodiscard]] QComboBox &followedPlayerPicker() { return *m_followedPlayerPicker; }
 
-    /// Whether the remaining time is shown, which its name does not tell.
-    [[nodiscard]] bool elapsedTimeEnabled() const;
-    /// Does not write the setting, which it follows.
+    /// Despite its name: whether the remaining time is shown.
+    [[nodiscard]] bool elapsedTimeEnabled() const { return m_elapsedTimeEnabled; }
+    /// The setting sets this; this does not write the setting.
     void setElapsedTimeEnabled(bool enabled);
 
-    /// Whether `item` is enabled.
+    /// Returns whether `item` is enabled.
     [[nodiscard]] bool validateMenuItem(const QAction &item) const;
 
 public Q_SLOTS:
@@ -53,7 +53,7 @@ Q_SIGNALS:
 private:
     void layOut();
     void refreshRadioButtons();
-    /// Of those that run, and of the followed one whether it runs or not, with names that can be shown.
+    /// The running players and the followed one, which need not run, with names that can be shown.
     [[nodiscard]] QList<SeenPlayer> offeredPlayers() const;
     void refreshPlayers();
     void followPlayer(int row);

@@ -8,20 +8,20 @@
 namespace tunedeck {
 
 struct SeenPlayer {
-    /// What the setting of the player to follow calls it.
+    /// The identifier in the setting of the player to follow.
     QString id;
-    /// What the player calls itself: plain text of any length, not to be trusted.
+    /// The name that the player sends: plain text of any length, not to be trusted.
     QString name;
 };
 
-/// The players that run, as far as the preferences know them.
+/// The running players. The preferences know no more about them than this.
 class SeenPlayers : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// In the order in which they are to be offered.
+    /// The players in the order in which they are offered.
     [[nodiscard]] virtual QList<SeenPlayer> seenPlayers() const = 0;
 
 Q_SIGNALS:

@@ -11,7 +11,7 @@
 namespace tunedeck {
 
 namespace {
-/// How much of the text's colour is in that of a selected symbol: many a highlight is too weak a colour for thin lines.
+/// The share of the text's colour in that of a selected symbol. Many highlight colours are too weak for thin lines.
 constexpr float shareOfText = 0.35F;
 
 QColor mixed(const QColor &a, const QColor &b, float shareOfB)

@@ -12,8 +12,8 @@ class QSvgRenderer;
 
 namespace tunedeck {
 
-/// Draws a symbol in the application's colours as they are at that moment: in that of a button's text, or of what is
-/// selected while the icon is on.
+/// Draws a symbol in the application's current colours: the colour of button texts, or the highlight colour while the
+/// icon is on.
 class SymbolIconEngine : public QIconEngine {
 public:
     explicit SymbolIconEngine(std::shared_ptr<QSvgRenderer> symbol);
@@ -26,7 +26,7 @@ private:
     std::shared_ptr<QSvgRenderer> m_symbol;
 };
 
-/// A symbol of the program's own resources, crisp in every size; a null icon where there is none of this name.
+/// A symbol from the program's resources, crisp in every size. A null icon if there is none of this name.
 [[nodiscard]] QIcon symbolIcon(const QString &name);
 
 } // namespace tunedeck

@@ -23,26 +23,6 @@ UpdatePreferencesViewController::UpdatePreferencesViewController(Updater &update
     connect(m_helpButton, &QPushButton::clicked, this, &UpdatePreferencesViewController::helpButtonAction);
 }
 
-QWidget &UpdatePreferencesViewController::view()
-{
-    return m_view;
-}
-
-QPushButton &UpdatePreferencesViewController::updateButton()
-{
-    return *m_updateButton;
-}
-
-QPushButton &UpdatePreferencesViewController::helpButton()
-{
-    return *m_helpButton;
-}
-
-Updater &UpdatePreferencesViewController::updater()
-{
-    return m_updater;
-}
-
 void UpdatePreferencesViewController::helpButtonAction()
 {
     if (const auto book = bundleInfo(u"CFBundleHelpBookName")) {

@@ -11,7 +11,7 @@ namespace tunedeck {
 
 class Updater;
 
-/// The Updates pane: which version runs, and a button that looks for a newer one.
+/// The Updates pane: the version of the program, and a button that looks for a newer one.
 class UpdatePreferencesViewController : public PreferencesPaneController {
     Q_OBJECT
 
@@ -19,10 +19,10 @@ public:
     /// `updater` must outlive the controller.
     explicit UpdatePreferencesViewController(Updater &updater, QObject *parent = nullptr);
 
-    [[nodiscard]] QWidget &view() override;
-    [[nodiscard]] QPushButton &updateButton();
-    [[nodiscard]] QPushButton &helpButton();
-    [[nodiscard]] Updater &updater();
+    [[nodiscard]] QWidget &view() override { return m_view; }
+    [[nodiscard]] QPushButton &updateButton() { return *m_updateButton; }
+    [[nodiscard]] QPushButton &helpButton() { return *m_helpButton; }
+    [[nodiscard]] Updater &updater() { return m_updater; }
 
 public Q_SLOTS:
     void helpButtonAction();

@@ -5,7 +5,7 @@
 
 namespace tunedeck {
 
-/// What looks for a newer version of the program, as far as the preferences know it.
+/// Looks for a newer version of the program. The preferences know no more about the updater than this.
 class Updater : public QObject {
     Q_OBJECT
 
@@ -13,8 +13,8 @@ public:
     using QObject::QObject;
 
 public Q_SLOTS:
-    /// The user asks whether there is a newer version. Answers in windows of its own; while it is at work, brings
-    /// those forward.
+    /// The user asks for a newer version. Answers in windows of its own, and brings them to the front while a check is
+    /// under way.
     virtual void checkForUpdates() = 0;
 };
 
