@@ -16,12 +16,12 @@ class QObject;
 
 namespace tunedeck {
 
-/// The contents of the dock menu: what its items show, and what they do.
+/// The contents of the dock menu: the titles and the commands of its items.
 struct DockMenuItems {
     Q_DECLARE_TR_FUNCTIONS(tunedeck::DockMenuItems)
 
 public:
-    /// What the items do. Nothing happens once `receiver` is gone.
+    /// The commands of the items. They do nothing once `receiver` is destroyed.
     struct Commands {
         const QObject *receiver;
         std::function<void()> openMusicApp;

@@ -134,14 +134,14 @@ void HelpWindow::setUpSearch()
 void HelpWindow::setUpTopics()
 {
     m_topicList->setWordWrap(true);
-    // Of a text of two lines it would elide the first.
+    // It would elide the first of two lines.
     m_topicList->setTextElideMode(Qt::ElideNone);
     m_topicList->setSpacing(topicSpacing);
     m_topicList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     // The keyboard walks through the list before it opens a page, so that Back does not walk through it again.
     connect(m_topicList, &QListWidget::itemClicked, this, &HelpWindow::openTopic);
     connect(m_topicList, &QListWidget::itemActivated, this, &HelpWindow::openTopic);
-    // The browser itself still tells the page before.
+    // The browser still returns the former page.
     connect(
         m_browser, &HelpBrowser::sourceChanged, this, [this](const QUrl &source) { selectPage(source.fileName()); });
 }
@@ -153,7 +153,7 @@ void HelpWindow::setUpKeys()
     addKeys(QKeySequence::keyBindings(QKeySequence::Close), [this] { close(); });
     addKeys(QKeySequence::keyBindings(QKeySequence::Back), [this] { m_browser->backward(); });
     addKeys(QKeySequence::keyBindings(QKeySequence::Forward), [this] { m_browser->forward(); });
-    // On many keyboards plus is typed with Shift, which nobody who wants larger text thinks of.
+    // Many keyboards have plus on the key of equals, with Shift. Ctrl and that key must work without Shift.
     addKeys({QKeySequence::ZoomIn, Qt::CTRL | Qt::Key_Equal}, [this] { m_browser->zoomBy(1); });
     addKeys({QKeySequence::ZoomOut}, [this] { m_browser->zoomBy(-1); });
     addKeys({Qt::CTRL | Qt::Key_0}, [this] { m_browser->resetZoom(); });

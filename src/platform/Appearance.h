@@ -54,11 +54,11 @@ public:
     [[nodiscard]] QString fontName() const { return m_text.fontName; }
 
 Q_SIGNALS:
-    /// Only on a real change.
+    /// Emitted only if the appearance changes.
     void effectiveAppearanceChanged(tunedeck::AppearanceName name);
-    /// Only on a real change.
+    /// Emitted only if the setting changes.
     void motionReducedChanged(bool isReduced);
-    /// The text scale or the name of the font. Only on a real change.
+    /// Emitted only if the text scale or the name of the font changes.
     void textChanged();
 
 protected:

@@ -5,7 +5,8 @@
 
 namespace tunedeck {
 
-// What the window system can do. `platformName` is the name of Qt's platform plugin, such as "xcb" or "wayland-egl".
+// The abilities of the window system. `platformName` is the name of Qt's platform plugin, such as "xcb" or
+// "wayland-egl".
 
 [[nodiscard]] inline bool isWayland(const QString &platformName = QGuiApplication::platformName())
 {

@@ -20,7 +20,7 @@ constexpr qint64 maximumLength = 1'073'741'824;
 constexpr qsizetype signatureSize = 64;
 constexpr QLatin1String feedNamespace("http://www.andymatuschak.org/xml-namespaces/sparkle");
 
-/// The time that a parser takes for a tag may grow with the square of its length.
+/// The time to parse a tag may grow with the square of its length.
 bool hasEndlessTag(QStringView xml)
 {
     for (qsizetype at = xml.indexOf(u'<'); at >= 0; at = xml.indexOf(u'<', at)) {
@@ -82,7 +82,7 @@ public:
                 m_xml.skipCurrentElement();
             }
         }
-        // What follows the root must be well-formed, too.
+        // The rest after the root must be well-formed too.
         while (!m_xml.atEnd()) {
             m_xml.readNext();
         }
@@ -142,7 +142,7 @@ private:
         }
     }
 
-    /// Where the element's text belongs.
+    /// The field for the element's text. Null if there is none.
     QString *fieldOf(AppcastItem &item) const
     {
         if (isAdded(u"version")) {
@@ -170,7 +170,7 @@ private:
         item.url = QUrl(attributes.value(QLatin1String("url")).left(maximumUrl).trimmed().toString());
         item.length = lengthFrom(attributes.value(QLatin1String("length")));
         item.signature = signatureFrom(added(QLatin1String("edSignature")));
-        // Where older feeds say what has an element of its own in newer ones.
+        // Older feeds have attributes for the versions instead of elements.
         if (item.version.isEmpty()) {
             item.version = added(QLatin1String("version"));
         }
@@ -179,7 +179,7 @@ private:
         }
     }
 
-    /// Of the element and those in it.
+    /// The text of the current element and the elements in it.
     QString text(qsizetype maximum)
     {
         QString text;
@@ -216,7 +216,7 @@ bool isPrerelease(const QString &text)
     return version && version->isPrerelease();
 }
 
-/// Of those for which the system of `program` is so.
+/// Considers only the items for which the system of `program` is as `system` says.
 std::optional<AppcastItem> newestWanted(const QList<AppcastItem> &items, const RunningProgram &program, System system)
 {
     const bool wantsPrereleases = isPrerelease(program.shortVersion);

@@ -10,29 +10,29 @@
 
 namespace tunedeck {
 
-/// A version that a feed offers. What the feed does not say, or says in a way that is not understood, is empty.
+/// A version that a feed offers. A field is empty if the feed does not contain it or its value is not valid.
 struct AppcastItem {
-    /// The build number: by it versions are compared.
+    /// The build number, by which versions are compared.
     QString version;
-    /// What a user knows the version by.
+    /// The version that users see.
     QString shortVersion;
     QString minimumSystemVersion;
-    /// Of those who want prereleases; empty for everybody's.
+    /// The channel of a version that is not for everybody.
     QString channel;
-    /// HTML as it came, of 65,536 characters at most. Not safe to show.
+    /// HTML from the network, at most 65,536 characters. Not safe to show.
     QString releaseNotes;
-    /// Of the file to download.
+    /// The address of the file to download.
     QUrl url;
-    /// Of the file, in bytes; 0 if it is not known.
+    /// The size of the file in bytes. 0 if it is unknown.
     qint64 length = 0;
-    /// Ed25519, of the file's bytes: 64 bytes.
+    /// The Ed25519 signature of the file, 64 bytes.
     QByteArray signature;
 
-    /// The version as a user knows it.
+    /// The version that users see, or the build number if there is none.
     [[nodiscard]] QString displayVersion() const;
 };
 
-/// A program in use, and the system it runs on.
+/// The running program and its system.
 struct RunningProgram {
     /// The build number.
     QString version;
@@ -40,17 +40,16 @@ struct RunningProgram {
     QString systemVersion;
 };
 
-/// The items of a feed for Linux, in the feed's order; 1,000 of them are read at most. None where `xml` is no such
-/// feed: where it is malformed or not in UTF-8, declares a document type (and so might declare entities), or has a tag
-/// of more than 16,384 characters.
+/// The first 1,000 items of a feed that are for Linux, in the feed's order. No value if `xml` is malformed, is not in
+/// UTF-8, declares a document type (it could declare entities), or has a tag of more than 16,384 characters.
 [[nodiscard]] std::optional<QList<AppcastItem>> readAppcast(const QByteArray &xml);
 
-/// Of `items`, the highest version above the one that runs. Passed over are the versions of a channel, prereleases if
-/// what runs is none itself, and versions for a newer system. A system's version is compared if both are dotted
-/// numbers; such as "rolling" fits.
+/// The highest version in `items` above the running one. Ignores versions of a channel, versions for a newer system,
+/// and prereleases unless the running version is one. Compares versions of the system only if both are dotted numbers;
+/// any other version, such as "rolling", is new enough.
 [[nodiscard]] std::optional<AppcastItem> newestUpdate(const QList<AppcastItem> &items, const RunningProgram &program);
 
-/// Of `items`, the highest version above the one that runs that needs a newer system; otherwise as newestUpdate().
+/// Like newestUpdate(), but only among the versions that need a newer system.
 [[nodiscard]] std::optional<AppcastItem> newestForNewerSystem(
     const QList<AppcastItem> &items, const RunningProgram &program);
 

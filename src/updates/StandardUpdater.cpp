@@ -8,6 +8,7 @@
 #include "updates/inBackground.h"
 #include "updates/showInFolder.h"
 #include "updates/updatesLog.h"
+#include "widgets/bringToFront.h"
 
 #include <QStandardPaths>
 
@@ -62,7 +63,7 @@ void StandardUpdater::checkForUpdates()
     if (!m_check && !m_update) {
         startCheck();
     }
-    m_window.bringForward();
+    bringToFront(m_window);
 }
 
 void StandardUpdater::startCheck()
@@ -137,7 +138,7 @@ void StandardUpdater::showFailure(UpdateFailure failure)
 
 void StandardUpdater::end()
 {
-    // Later, since it may be they who tell that they are at their end.
+    // They may be emitting the signal that led here, so they are deleted later.
     if (m_check) {
         m_check->disconnect(this);
         m_check->deleteLater();

@@ -22,32 +22,32 @@ namespace tunedeck {
 class UpdateCheck;
 class UpdateDownload;
 
-/// What an updater needs to know.
 struct UpdaterConfiguration {
-    /// Empty for a copy of the program that leaves updates to whoever it comes from: the system, or who built it.
+    /// Empty for a copy that gets its updates from elsewhere: from the system, or from the user who built it.
     QUrl feed;
-    /// In Base64, the Ed25519 key of those who make the program.
+    /// The Ed25519 key that updates are signed for, in Base64.
     QByteArray publicKey;
     RunningProgram program;
     QString downloadFolder;
     TransferRules transferRules = {};
 };
 
-/// Looks for a newer version when the user asks, and downloads it if the user wants it: nothing is asked of the network
-/// otherwise, and nothing is ever installed. Shows all of it in one window.
+/// Looks for a newer version when the user asks, and downloads it if the user wants it. Shows everything in one window.
+/// Never uses the network unasked, and never installs anything.
 class StandardUpdater : public QObject {
     Q_OBJECT
 
 public:
-    /// `bus` always tells of the bus that is, and must outlive this object.
+    /// `bus` always refers to the current bus, and must outlive this object.
     StandardUpdater(const UpdaterConfiguration &configuration, const QDBusConnection &bus, QObject *parent = nullptr);
     StandardUpdater(
         const UpdaterConfiguration &configuration, QDBusConnection &&bus, QObject *parent = nullptr) = delete;
-    /// Gives up what is under way, without a trace in the download folder.
+    /// Stops a check or a download, and leaves nothing of it in the download folder.
     ~StandardUpdater() override;
 
 public Q_SLOTS:
-    /// Brings the window forward if a check, the offer of an update or its download is under way.
+    /// Starts a check, unless a check, the offer of an update or its download is under way. Brings the window to the
+    /// front.
     void checkForUpdates();
 
 private:
@@ -56,14 +56,13 @@ private:
     void startDownload();
     void showNoFeed();
     void showFailure(UpdateFailure failure);
-    /// Forgets what is under way.
+    /// Stops the check and the download, and forgets the update.
     void end();
 
     const UpdaterConfiguration m_configuration;
     const QDBusConnection &m_bus;
     QPointer<UpdateCheck> m_check;
-    /// From when it is offered to when it is downloaded.
-    std::optional<AppcastItem> m_update;
+    std::optional<AppcastItem> m_update; ///< the offered update, until it is downloaded
     QPointer<UpdateDownload> m_download;
     QString m_savedPath;
     QFutureWatcher<bool> m_systemUpdaterSearch;

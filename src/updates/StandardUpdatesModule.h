@@ -7,7 +7,7 @@
 
 namespace tunedeck {
 
-/// The module as built: with the feed's address and the public key that the build was given.
+/// The module with the feed's address and the public key that the build was configured with.
 class StandardUpdatesModule : public QObject, public UpdatesModule {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID TUNEDECK_UPDATES_MODULE TUNEDECK_VERSION)

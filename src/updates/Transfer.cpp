@@ -18,7 +18,7 @@ constexpr int successStatus = 200;
 
 QList<QNetworkProxy> proxiesFor(const QUrl &url)
 {
-    // Both take their time when they are first asked for.
+    // The first call of each takes long.
     static_cast<void>(QSslSocket::supportsSsl());
     return QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(url));
 }
@@ -26,9 +26,9 @@ QList<QNetworkProxy> proxiesFor(const QUrl &url)
 QNetworkRequest requestFor(const QUrl &url)
 {
     QNetworkRequest request(url);
-    // The bytes as they are: a size is checked by what comes, and nothing small can become endless.
+    // Compressed data could grow without end when it is unpacked.
     request.setRawHeader("Accept-Encoding", "identity");
-    // Left to the toolkit, the user's language and country would be sent along.
+    // By default, Qt sends the user's language and country.
     request.setRawHeader("Accept-Language", "*");
     request.setRawHeader("User-Agent", "Tunedeck");
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
@@ -74,12 +74,12 @@ Transfer::Transfer(const TransferRules &rules, qint64 maximumSize, QObject *pare
 
 void Transfer::start(const QUrl &url)
 {
-    // Not before whoever starts it is done.
+    // A failure must not be emitted before start() returns.
     QMetaObject::invokeMethod(
-        this, [this, url] { approach(url); }, Qt::QueuedConnection);
+        this, [this, url] { load(url); }, Qt::QueuedConnection);
 }
 
-void Transfer::approach(const QUrl &url)
+void Transfer::load(const QUrl &url)
 {
     if (!m_rules.isTrusted(url)) {
         qCDebug(updatesLog) << "refused: not a secure address:" << shortened(url.toDisplayString());
@@ -120,7 +120,7 @@ void Transfer::follow(const QUrl &url)
         return;
     }
     ++m_redirects;
-    approach(url);
+    load(url);
 }
 
 void Transfer::read()
@@ -146,7 +146,7 @@ void Transfer::conclude()
         return;
     }
     read();
-    // It may have been too long.
+    // read() has dropped the reply if it was too long.
     if (m_reply) {
         dropReply();
         Q_EMIT finished();
@@ -157,7 +157,7 @@ void Transfer::dropReply()
 {
     m_patience.stop();
     m_reply->disconnect(this);
-    // Not abort(), which it does not stand while it tells of itself.
+    // This may run while the reply emits a signal, and abort() must not be called then.
     m_reply->deleteLater();
     m_reply = nullptr;
 }

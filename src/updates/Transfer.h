@@ -18,24 +18,23 @@ class QNetworkReply;
 
 namespace tunedeck {
 
-/// What a transfer keeps to.
 struct TransferRules {
-    /// Whether an address may be asked; also of those to which a server sends on.
+    /// Whether an address, even one that a server redirects to, may be loaded.
     std::function<bool(const QUrl &)> isTrusted = isSecureAddress;
-    /// How long nothing may come before the server is given up.
+    /// The longest time without data.
     std::chrono::milliseconds patience = std::chrono::seconds(15);
 };
 
-/// Gets what is at an address, through the system's proxy; without cookies, a cache or credentials, and follows five
-/// redirects at most. Ends with exactly one of finished() and failed(); deleted before, silently.
+/// Loads the data at an address through the system's proxy, without cookies, a cache or credentials. Follows at most
+/// five redirects. Emits exactly one of finished() and failed(), or none if it is deleted before.
 class Transfer : public QObject {
     Q_OBJECT
 
 public:
-    /// Fails as soon as more than `maximumSize` bytes come.
+    /// Fails as soon as it has received more than `maximumSize` bytes.
     Transfer(const TransferRules &rules, qint64 maximumSize, QObject *parent = nullptr);
 
-    /// May be called once.
+    /// Call it once.
     void start(const QUrl &url);
 
 Q_SIGNALS:
@@ -45,9 +44,9 @@ Q_SIGNALS:
     void failed(tunedeck::UpdateFailure failure);
 
 private:
-    void approach(const QUrl &url);
+    void load(const QUrl &url);
     void request();
-    /// Knows by the answer's head whether its body is worth to be waited for.
+    /// Decides by the answer's headers whether to wait for its body.
     void judge();
     void follow(const QUrl &url);
     void read();
@@ -61,7 +60,7 @@ private:
     QNetworkAccessManager m_network;
     QFutureWatcher<QList<QNetworkProxy>> m_proxies;
     QTimer m_patience;
-    QNetworkReply *m_reply = nullptr; ///< m_network's
+    QNetworkReply *m_reply = nullptr; ///< a child of m_network
     int m_redirects = 0;
     qint64 m_size = 0;
 };

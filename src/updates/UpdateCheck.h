@@ -13,21 +13,21 @@
 
 namespace tunedeck {
 
-/// Asks a feed, of a megabyte at most, for a version above the one that runs. Ends with exactly one of its signals;
-/// deleted before, silently.
+/// Looks in a feed, of at most a megabyte, for a version above the running one. Emits exactly one of its signals, or
+/// none if it is deleted before.
 class UpdateCheck : public QObject {
     Q_OBJECT
 
 public:
     UpdateCheck(const TransferRules &rules, const RunningProgram &program, QObject *parent = nullptr);
 
-    /// May be called once.
+    /// Call it once.
     void start(const QUrl &feed);
 
 Q_SIGNALS:
     void upToDate();
     void found(const tunedeck::AppcastItem &update);
-    /// There are newer versions, but all of them need a newer system. `newest` is the highest.
+    /// All newer versions need a newer system. `newest` is the highest of them.
     void foundForNewerSystem(const tunedeck::AppcastItem &newest);
     void failed(tunedeck::UpdateFailure failure);
 

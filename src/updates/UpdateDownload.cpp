@@ -15,7 +15,7 @@ namespace tunedeck {
 namespace {
 constexpr int maximumNames = 100;
 
-/// No value where the file cannot be read. Closes `descriptor`.
+/// No value if the file cannot be read. Closes `descriptor`.
 std::optional<bool> isGenuine(int descriptor, const AppcastItem &update, const PublicKey &key)
 {
     QFile file;
@@ -26,7 +26,7 @@ std::optional<bool> isGenuine(int descriptor, const AppcastItem &update, const P
     return data ? std::optional(key.hasSigned(data, update.length, update.signature)) : std::nullopt;
 }
 
-/// Also by a link that leads nowhere.
+/// A dangling link takes a path too.
 bool isTaken(const QString &path)
 {
     const QFileInfo file(path);
@@ -78,7 +78,7 @@ void UpdateDownload::verify()
         return;
     }
     Q_EMIT verifying();
-    // With a descriptor of its own, as the download may be given up meanwhile.
+    // The thread has a descriptor of its own, because the download may be stopped meanwhile.
     m_verification.setFuture(inBackground([descriptor = ::dup(m_file.handle()), update = m_update,
                                               key = m_terms.publicKey] { return isGenuine(descriptor, update, key); }));
 }
@@ -86,7 +86,7 @@ void UpdateDownload::verify()
 void UpdateDownload::giveName()
 {
     const std::optional<bool> isVerified = m_verification.result();
-    // As readable as any other download; it came into being for its owner alone.
+    // A temporary file is readable for its owner only, downloads usually are for others too.
     constexpr QFileDevice::Permissions forAllToRead =
         QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup | QFileDevice::ReadOther;
     if (!isVerified || !m_file.setPermissions(forAllToRead)) {

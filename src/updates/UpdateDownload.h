@@ -13,31 +13,29 @@
 
 namespace tunedeck {
 
-/// Downloads the file of an update into a folder, and lets it be seen there only if it has the length and the
-/// signature that the feed says. Ends with exactly one of saved() and failed(); deleted before, silently.
+/// Downloads the file of an update into a folder. The file appears there only if it has the length and the signature
+/// that the feed says. Emits exactly one of saved() and failed(), or none if it is deleted before.
 ///
-/// Where the file system can hold a file without a name, as those of Linux can, nothing unverified is left behind
-/// however the program ends; elsewhere, unless it is killed.
+/// On file systems that support files without a name, as those of Linux do, no unverified file is left behind however
+/// the program ends. On others, none is unless the program is killed.
 class UpdateDownload : public QObject {
     Q_OBJECT
 
 public:
-    /// Whom to believe, and where to save.
     struct Terms {
         TransferRules transferRules;
         PublicKey publicKey;
-        /// Is made if there is none.
-        QString folder;
+        QString folder; ///< created if it does not exist
     };
 
     UpdateDownload(const Terms &terms, const AppcastItem &update, QObject *parent = nullptr);
 
-    /// May be called once.
+    /// Call it once.
     void start();
 
 Q_SIGNALS:
     void progressed(qint64 bytes);
-    /// All has come, and is checked now.
+    /// All data has been received; the signature is being verified.
     void verifying();
     void saved(const QString &path);
     void failed(tunedeck::UpdateFailure failure);

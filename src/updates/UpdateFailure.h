@@ -3,22 +3,22 @@
 
 namespace tunedeck {
 
-/// Why there is no answer to whether there is an update, or no file that could be trusted.
+/// Why a check for updates or a download has failed.
 enum class UpdateFailure {
-    /// The program was built with an address or a key that cannot be used.
+    /// The program was built with an invalid address or key.
     misconfigured,
     /// The system's own software updater did not open.
     noSystemUpdater,
 
-    /// No connection came about.
+    /// No connection could be made.
     unreachable,
-    /// The connection, or the address that it was sent on to, is not secure.
+    /// The connection, or the address of a redirect, is not secure.
     insecure,
-    /// Sent on from address to address.
+    /// There were too many redirects.
     sentAround,
-    /// Nothing came for too long.
+    /// No data came for too long.
     stalled,
-    /// The server has an error for an answer.
+    /// The server answered with an error.
     refused,
     /// The connection broke.
     interrupted,
@@ -26,7 +26,7 @@ enum class UpdateFailure {
     feedTooLong,
     feedNotUnderstood,
 
-    /// The feed offers a file without what is needed to check it.
+    /// The feed has no length or no signature of the file, or no secure address.
     notVerifiable,
     incomplete,
     /// The file is longer than the feed says.

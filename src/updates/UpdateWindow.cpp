@@ -6,7 +6,6 @@
 #include "updates/failureMessage.h"
 #include "updates/isSecureAddress.h"
 #include "updates/safeReleaseNotes.h"
-#include "widgets/bringToFront.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -32,7 +31,7 @@ constexpr int charactersPerLine = 72;
 constexpr int linesOfNotes = 14;
 constexpr QSize iconSize(48, 48);
 
-/// Shows what it is given and gets nothing else.
+/// Shows its text, and loads nothing.
 class NotesBrowser : public QTextBrowser {
 public:
     using QTextBrowser::QTextBrowser;
@@ -184,11 +183,6 @@ void UpdateWindow::offerSystemUpdater()
         &UpdateWindow::systemUpdaterRequested));
 }
 
-void UpdateWindow::bringForward()
-{
-    bringToFront(*this);
-}
-
 void UpdateWindow::changeEvent(QEvent *event)
 {
     QDialog::changeEvent(event);
@@ -236,7 +230,7 @@ void UpdateWindow::beginPage(const QString &headline, const QString &text)
 QPushButton *UpdateWindow::addButton(const QString &text, void (UpdateWindow::*request)())
 {
     QPushButton *button = m_buttons->addButton(text, QDialogButtonBox::ActionRole);
-    // Queued, since what is asked for may replace the button that asks.
+    // The connection is queued because the receiver may replace the button.
     connect(button, &QPushButton::clicked, this, request, Qt::QueuedConnection);
     return button;
 }

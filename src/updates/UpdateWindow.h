@@ -17,8 +17,8 @@ namespace tunedeck {
 
 struct AppcastItem;
 
-/// The window that tells how the search for an update goes: one page at a time, each of which replaces the one before.
-/// Closing it, by whatever button or key, is told by QDialog::rejected().
+/// The window that shows the state of a check or a download. Each page replaces the one before. QDialog::rejected() is
+/// emitted whenever the user closes the window.
 class UpdateWindow : public QDialog {
     Q_OBJECT
 
@@ -31,19 +31,16 @@ public:
     void showForNewerSystem(const AppcastItem &newest, const QString &runningVersion);
     void showUpdate(const AppcastItem &update, const QString &runningVersion);
     void showDownload(const AppcastItem &update);
-    /// Of the download, which must be shown.
+    /// Call this only while the page of showDownload() is shown.
     void setReceived(qint64 bytes);
     void showVerifying();
-    /// With the path of the file.
+    /// `path` is that of the saved file.
     void showSaved(const QString &path);
     void showFailure(UpdateFailure failure);
-    /// This copy of the program came with the system, whose software updater brings the next one, or was built by hand.
+    /// Explains that this copy of the program gets its updates from the system, or was built by the user.
     void showNoFeed();
     /// Adds a button to the page of showNoFeed().
     void offerSystemUpdater();
-
-    /// Shows the window, if need be on top of others.
-    void bringForward();
 
 Q_SIGNALS:
     void downloadRequested();
@@ -59,7 +56,7 @@ private:
     void beginPage(const QString &headline, const QString &text);
     QPushButton *addButton(const QString &text, void (UpdateWindow::*request)());
     void endPage(QPushButton *defaultButton);
-    /// 0 for a task of unknown size.
+    /// In bytes. 0 for a task of unknown size.
     void showProgress(qint64 size);
 
     QLabel *m_icon;

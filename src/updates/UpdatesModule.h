@@ -9,20 +9,20 @@ class QDBusConnection;
 
 namespace tunedeck {
 
-/// What the program loads when the user first asks for an update: a module with the updater, the network and its
-/// cryptography, which cost the program nothing before.
+/// A module with the updater. The program loads it when the user first asks for an update, so that the libraries for
+/// the network and for cryptography do not slow its start.
 class UpdatesModule {
 public:
     virtual ~UpdatesModule() = default;
 
-    /// Checks for updates on each call. What it has under way ends with it.
+    /// Checks for updates on each call. Destroying it stops a check that is under way.
     using Check = std::function<void()>;
-    /// `bus` always tells of the bus that is, and must outlive the check.
+    /// `bus` always refers to the current bus, and must outlive the check.
     [[nodiscard]] virtual Check makeCheck(const QDBusConnection &bus) const = 0;
 };
 
-/// A program loads no module of another version: this begins the module's interface identifier, the program's version
-/// ends it.
+/// The beginning of the module's interface identifier. The program's version is its end, so that the program loads no
+/// module of another version.
 #define TUNEDECK_UPDATES_MODULE "org.tunedeck.UpdatesModule/"
 
 } // namespace tunedeck

@@ -52,11 +52,6 @@ std::optional<Version> Version::fromString(QStringView text)
     return version;
 }
 
-bool Version::isPrerelease() const
-{
-    return !m_prerelease.empty();
-}
-
 std::weak_ordering Version::operator<=>(const Version &other) const
 {
     if (const auto order = m_numbers <=> other.m_numbers; std::is_neq(order)) {

@@ -35,7 +35,7 @@ FailureMessage messageOfConnection(UpdateFailure failure)
             UpdateWindow::tr("Check your connection to the internet, then check for updates again.",
                 "Updates: what to do about an error")};
     default:
-        fatalError("This failure is none of a connection");
+        fatalError("not a failure of a connection");
     }
 }
 } // namespace
@@ -90,7 +90,7 @@ FailureMessage failureMessage(UpdateFailure failure)
                              "try again.",
                 "Updates: what to do about an error")};
     }
-    fatalError("Impossible failure of an update");
+    fatalError("unknown failure of an update");
 }
 
 } // namespace tunedeck

@@ -7,11 +7,10 @@
 
 namespace tunedeck {
 
-/// What a user is told of a failure.
+/// The message about a failure, for the user.
 struct FailureMessage {
     QString headline;
-    /// What can be done.
-    QString advice;
+    QString advice; ///< what the user can do
 };
 
 [[nodiscard]] FailureMessage failureMessage(UpdateFailure failure);

@@ -11,8 +11,7 @@ constexpr qsizetype longestSuffix = 16;
 
 struct NameParts {
     QString base;
-    /// With its dot.
-    QString suffix;
+    QString suffix; ///< begins with a dot
 };
 
 NameParts partsOf(const QString &name)

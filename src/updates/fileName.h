@@ -6,11 +6,12 @@
 
 namespace tunedeck {
 
-/// What to call the file that `url` leads to: its last part, of which ASCII letters, digits and ".", "_", "+", "~", "-"
-/// are kept, which begins with a letter or a digit and has at most 120 characters. "update" where nothing is left.
+/// A safe name for the file at `url`: the last part of the path, with only ASCII letters, digits and ".", "_", "+",
+/// "~",
+/// "-". It begins with a letter or a digit and has at most 120 characters. It is "update" if nothing is left.
 [[nodiscard]] QString fileNameFrom(const QUrl &url);
 
-/// `name` for `attempt` 0, for others with the number before its suffix: "tunedeck (1).deb".
+/// Inserts the number of an attempt before the suffix: "tunedeck (1).deb". Attempt 0 returns `name`.
 [[nodiscard]] QString numberedFileName(const QString &name, int attempt);
 
 } // namespace tunedeck

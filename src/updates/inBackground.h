@@ -10,8 +10,8 @@
 
 namespace tunedeck {
 
-/// What `work` answers, which is done on a thread of its own. Nobody waits for it, not even the end of the program:
-/// what it needs it must own.
+/// Runs `work` on a thread of its own and returns its result. The program may end before the thread does, so `work`
+/// must own everything that it uses.
 template <typename Work> [[nodiscard]] QFuture<std::invoke_result_t<Work>> inBackground(Work work)
 {
     QPromise<std::invoke_result_t<Work>> promise;

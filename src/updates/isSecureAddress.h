@@ -5,7 +5,7 @@
 
 namespace tunedeck {
 
-/// An https address with a host and without a user's name or password.
+/// Whether `url` is an https address with a host, and without a user name or a password.
 [[nodiscard]] inline bool isSecureAddress(const QUrl &url)
 {
     return url.isValid() && url.scheme() == u"https" && !url.host().isEmpty() && url.userInfo().isEmpty();

@@ -5,11 +5,11 @@
 
 namespace tunedeck {
 
-/// The length of the tag that `text` begins with, from its "<" to its ">". A ">" within quotes does not end it. All of
-/// `text` where nothing does.
+/// The length of the tag at the beginning of `text`, from "<" to ">". A ">" within quotes does not end it. The length
+/// of `text` if the tag has no end.
 [[nodiscard]] qsizetype lengthOfTag(QStringView text);
 
-/// The length of what `text` begins with, up to the end of the first `end` in it. All of `text` where there is none.
+/// The length of `text` up to and including the first `end`, whatever its case. The whole length if there is none.
 [[nodiscard]] qsizetype lengthUpTo(QStringView text, QStringView end);
 
 } // namespace tunedeck

@@ -21,7 +21,7 @@ constexpr qsizetype maximumDepth = 16;
 constexpr std::array<QStringView, 21> allowedElements{u"b", u"blockquote", u"code", u"dd", u"dl", u"dt", u"em", u"h1",
     u"h2", u"h3", u"h4", u"h5", u"h6", u"i", u"li", u"ol", u"p", u"pre", u"strong", u"tt", u"ul"};
 constexpr std::array<QStringView, 2> emptyElements{u"br", u"hr"};
-/// Their content is nothing to read.
+/// Elements whose content is dropped too.
 constexpr std::array<QStringView, 17> elementsWithoutText{u"applet", u"audio", u"canvas", u"head", u"iframe", u"math",
     u"noembed", u"noframes", u"noscript", u"object", u"script", u"select", u"style", u"svg", u"template", u"title",
     u"video"};
@@ -45,7 +45,7 @@ bool isReadable(char32_t character)
     }
 }
 
-/// Without the characters that have a meaning of their own to those who lay out text.
+/// `text` without control characters and others with a special meaning in text layout.
 QString readable(QStringView text)
 {
     QString kept;
@@ -57,7 +57,7 @@ QString readable(QStringView text)
     return kept;
 }
 
-/// Of "&#64;" or "&#x40;"; empty if it may not be shown.
+/// Decodes a reference such as "&#64;" or "&#x40;". Empty if the character must not be shown.
 QString characterFrom(QStringView reference)
 {
     const bool isHexadecimal = reference.mid(2, 1).compare(u"x", Qt::CaseInsensitive) == 0;
@@ -66,7 +66,7 @@ QString characterFrom(QStringView reference)
     return isReadable(character) ? QString::fromUcs4(&character, 1) : QString();
 }
 
-/// The text of `html`, which has no tags, as HTML again.
+/// Cleans `html`, which has no tags. The result is HTML again.
 QString safeText(QStringView html)
 {
     static const QRegularExpression reference(
@@ -120,7 +120,7 @@ public:
     }
 
 private:
-    /// Else the "<" is one that was not written as HTML has it.
+    /// Otherwise the "<" is part of the text.
     [[nodiscard]] bool isTag() const
     {
         static const QRegularExpression tag(QStringLiteral("^<[/!?]?[a-zA-Z]"));

@@ -6,9 +6,9 @@
 
 namespace tunedeck {
 
-/// What of `html`, which comes from the network, may be shown: text, headings, lists, emphasis, quotations, and links
-/// whose address is https. Nothing of it runs, is loaded or has a style; every element is closed, they are at most 16
-/// deep and 2,000 in number.
+/// The parts of `html`, which comes from the network, that are safe to show: text, headings, lists, emphasis,
+/// quotations, and links to https addresses. The result runs nothing, loads nothing and has no styles. It has at most
+/// 2,000 elements, at most 16 deep, and all are closed.
 [[nodiscard]] QString safeReleaseNotes(QStringView html);
 
 } // namespace tunedeck

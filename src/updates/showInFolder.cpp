@@ -20,7 +20,7 @@ void openFolderOf(const QString &path)
 
 void showInFolder(const QDBusConnection &bus, const QString &path)
 {
-    // A call without a bus is over before it is watched, and is not told.
+    // Without a bus, the call ends before the watcher exists, which then emits nothing.
     if (!bus.isConnected()) {
         openFolderOf(path);
         return;

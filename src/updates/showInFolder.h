@@ -6,8 +6,8 @@
 
 namespace tunedeck {
 
-/// Has the file manager on `bus` show the folder of the file `path` with the file selected, or, where none answers
-/// within five seconds, opens the folder. Returns at once.
+/// Asks the file manager on `bus` to show the file `path` selected in its folder. Opens the folder if no file manager
+/// answers within five seconds. Returns at once.
 void showInFolder(const QDBusConnection &bus, const QString &path);
 
 } // namespace tunedeck

@@ -5,7 +5,7 @@
 
 namespace tunedeck {
 
-/// Whether any of `window` is on a screen. It may change with an Expose event and with the window's state.
+/// Whether any part of `window` is on a screen. Expose events and changes of the window's state may change it.
 [[nodiscard]] inline bool canBeSeen(const QWindow &window)
 {
     return window.isExposed() && !window.windowStates().testFlag(Qt::WindowMinimized);

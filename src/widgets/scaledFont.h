@@ -7,7 +7,7 @@
 
 namespace tunedeck {
 
-/// `font` at `scale` times its size, which stays one in points or in pixels.
+/// `font` at `scale` times its size. A size in points stays in points, a size in pixels in pixels.
 [[nodiscard]] inline QFont scaledFont(QFont font, double scale)
 {
     if (font.pointSizeF() > 0) {

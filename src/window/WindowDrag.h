@@ -35,7 +35,7 @@ public:
 private:
     struct Press {
         QPoint position;
-        Qt::Edges edges; ///< no edge stands for the whole window
+        Qt::Edges edges; ///< no edge means the whole window
     };
 
     /// A drag that the window manager has not taken over.

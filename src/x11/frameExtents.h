@@ -7,12 +7,13 @@ class QWindow;
 
 namespace tunedeck {
 
-/// Tells the window manager that the outermost `extents` of `window`, in points, are no part of what the user takes for
-/// the window: it snaps and photographs what is inside. False where there is no one to tell, as on any window system
-/// but X11: on Wayland, Qt can tell the margins, but tells size limits that include them.
+/// Tells the window manager that the outermost `extents` of `window`, in points, are its shadow. Snapping and screen
+/// shots then ignore them. Returns false on any window system but X11. (Qt can set such margins on Wayland, but its
+/// size limits include them there.)
 bool setFrameExtents(const QWindow &window, const QMargins &extents);
 
-/// Lets the pointer reach what is behind `window` everywhere but in `region`, in points from the window's corner.
+/// Sends clicks outside `region` to the windows behind `window`. `region` is in points from the window's top left
+/// corner. Does nothing on any window system but X11.
 void setInputRegion(const QWindow &window, const QRect &region);
 
 } // namespace tunedeck

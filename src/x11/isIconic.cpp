@@ -17,7 +17,7 @@ bool hasIconicState(xcb_window_t window)
     return x11Number(window, state) == iconicState;
 }
 
-/// All that tells of it where minimised windows stay mapped, for pictures of them.
+/// Window managers that keep minimised windows mapped, to show previews of them, set only this state.
 bool isHidden(xcb_window_t window)
 {
     static const xcb_atom_t states = x11Atom("_NET_WM_STATE");

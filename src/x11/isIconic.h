@@ -5,8 +5,7 @@ class QWindow;
 
 namespace tunedeck {
 
-/// Whether the window manager has minimised `window`, which the X server is asked. True on any window system but X11,
-/// where there is no one to ask.
+/// Whether the window manager has minimised `window`. Asks the X server. Always true on any other window system.
 [[nodiscard]] bool isIconic(const QWindow &window);
 
 } // namespace tunedeck

@@ -3,7 +3,8 @@
 
 namespace tunedeck {
 
-/// Whether what is see-through in a window lets the desktop show. On an X11 screen without a compositor it is black.
+/// Whether the desktop shows through the transparent parts of a window. On an X11 screen without a compositor they are
+/// black. Always true on other window systems.
 [[nodiscard]] bool isScreenComposited();
 
 } // namespace tunedeck

@@ -14,8 +14,8 @@ void setFloatingType(const QWindow &window)
     if (!x11Connection()) {
         return;
     }
-    // A stacking window manager takes the first type that it knows and treats the window like any other; a tiling one
-    // looks for a type that it lets float, wherever in the list that is.
+    // Stacking window managers use the first type that they know, and treat the window like any other. Tiling ones look
+    // in the whole list for a type that floats.
     static const std::array types{x11Atom("_KDE_NET_WM_WINDOW_TYPE_OVERRIDE"), x11Atom("_NET_WM_WINDOW_TYPE_NORMAL"),
         x11Atom("_NET_WM_WINDOW_TYPE_DIALOG")};
     static const xcb_atom_t property = x11Atom("_NET_WM_WINDOW_TYPE");

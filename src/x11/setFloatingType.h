@@ -5,8 +5,8 @@ class QWindow;
 
 namespace tunedeck {
 
-/// Tells the window manager that `window` is one to let float where others are tiled. The toolkit takes this back
-/// whenever it makes the native window anew or changes its flags. Does nothing on any window system but X11.
+/// Asks tiling window managers to let `window` float. Qt undoes this whenever it recreates the native window or changes
+/// its flags. Does nothing on any window system but X11.
 void setFloatingType(const QWindow &window);
 
 } // namespace tunedeck

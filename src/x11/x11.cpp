@@ -13,7 +13,7 @@ constexpr std::uint32_t mostAtoms = 100;
 
 xcb_connection_t *x11Connection()
 {
-    // The offscreen platform offers the interface without a connection behind it.
+    // Qt's offscreen platform has this interface too, but no connection.
     const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     return x11 ? x11->connection() : nullptr;
 }

@@ -22,7 +22,7 @@
 namespace tunedeck {
 
 namespace {
-/// Where credits are looked for.
+/// A folder with credits.
 class CreditsFolder {
 public:
     void write(const QString &name, const QByteArray &text)
@@ -38,7 +38,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// The desktop's web browser, and what opens everything else.
+/// Stands in for the desktop's web browser, and for every other program that opens links.
 class Links : public QObject {
     Q_OBJECT
 

@@ -23,7 +23,7 @@
 using namespace tunedeck;
 
 namespace {
-/// The delegate with what it stands on; launched only where a test says so.
+/// The delegate with everything that it needs. A test launches it if it has to.
 struct Program : Desktop {
     explicit Program(bool isMusicRunning = true)
     {
@@ -37,7 +37,7 @@ struct Program : Desktop {
     std::optional<AppDelegate> delegate;
 };
 
-/// What a menu shows: each item's title with its identifier, "-" for a separator, "(...)" around a disabled item.
+/// The lines of a menu: each item's title with its identifier, "-" for a separator, "(...)" around a disabled item.
 QStringList contents(const QMenu &menu)
 {
     QStringList lines;

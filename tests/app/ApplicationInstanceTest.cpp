@@ -21,7 +21,7 @@
 using namespace tunedeck;
 
 namespace {
-/// What `instance` tells from now on.
+/// The actions that `instance` delivers from now on.
 class DeliveredActions {
 public:
     explicit DeliveredActions(ApplicationInstance &instance)
@@ -53,7 +53,7 @@ QDBusMessage callTo(const QString &interface, const QString &method, const QVari
     return call;
 }
 
-/// What the program's own interface has: each member's kind, name and the types of its arguments.
+/// The members of the program's own interface: kind, name and the types of the arguments.
 QStringList membersOf(const QString &introspection)
 {
     QStringList members;
@@ -128,7 +128,7 @@ private Q_SLOTS:
     {
         const PrivateBus bus;
         QVERIFY(bus.isRunning());
-        // Owns the name and has nothing behind it.
+        // This process owns the name but has no object.
         QDBusConnection mute = bus.connect(QStringLiteral("mute"));
         QVERIFY(mute.registerService(QStringLiteral("org.tunedeck.Tunedeck")));
         ApplicationInstance second(bus.connect(QStringLiteral("later")));

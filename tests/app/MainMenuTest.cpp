@@ -117,7 +117,7 @@ private Q_SLOTS:
         const QSignalSpy restarts(&application, &Application::restartRequested);
         QAction *item = application.mainMenu().item(QStringLiteral("Window_RunThroughXWayland"));
         QVERIFY(item);
-        // It is wanted, but did not answer.
+        // The user wants XWayland, but it did not answer.
         QVERIFY(!item->isChecked());
         item->trigger();
         QVERIFY(desktop.defaults.boolForKey(SettingsKey::startThroughXWayland));

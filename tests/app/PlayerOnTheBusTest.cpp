@@ -78,7 +78,7 @@ struct Program {
     Application application;
 };
 
-/// A hand that has taken a slider's knob.
+/// A mouse that holds a slider's knob.
 class Hand {
 public:
     explicit Hand(PercentSlider &slider)
@@ -90,7 +90,7 @@ public:
     Hand(const Hand &) = delete;
     Hand &operator=(const Hand &) = delete;
 
-    /// Where the knob went.
+    /// Returns the position of the knob after the move.
     double moveTo(double percent)
     {
         m_position = positionAt(percent);
@@ -129,7 +129,8 @@ public:
     Announcements(const Announcements &) = delete;
     Announcements &operator=(const Announcements &) = delete;
 
-    /// Seconds since the epoch of the first that was not taken yet; not a number where there is none.
+    /// The time of the first announcement that was not taken yet, in seconds since the epoch. Not a number if there is
+    /// none.
     [[nodiscard]] double takeFirst()
     {
         double first = std::nan("");
@@ -146,7 +147,7 @@ private:
     QProcess m_monitor;
 };
 
-/// Writes down when a marquee was first painted with other strings than it has now.
+/// Records when a marquee is first painted with other strings than it has now.
 class FirstPaint : public QObject {
 public:
     explicit FirstPaint(ScrollingMarqueeView &label)
@@ -173,7 +174,7 @@ private:
 
 } // namespace
 
-/// The road from a player to the window and back, with a player that is a process of its own.
+/// Tests the way from a player, which is a process of its own, to the window and back.
 class PlayerOnTheBusTest : public QObject {
     Q_OBJECT
 
@@ -202,7 +203,7 @@ private Q_SLOTS:
             }
         }
         const qint64 dragged = sinceStart.elapsed();
-        // Beyond the let-go, the last answer, and what the player says of its position.
+        // This is after the release, the last answer, and the position that the player reports.
         for (int i = 0; i < 60; ++i) {
             QTest::qWait(mouseStep);
             QVERIFY2(slider.doubleValue() >= wanted - 0.01 && slider.doubleValue() < wanted + 1,
@@ -261,7 +262,7 @@ private Q_SLOTS:
         (void)announcements.takeFirst();
 
         std::vector<double> delays;
-        // One of which less is known could be the first half of another, and is believed a moment later.
+        // A track with fewer properties could be the first half of an announcement, and is believed a moment later.
         for (const int wholeTrack : {1, 4, 0, 8, 5}) {
             const FirstPaint paint(label);
             QVERIFY(program.player.tell(u"track %1"_s.arg(wholeTrack)));

@@ -37,7 +37,7 @@ public:
             qputenv(variable, m_folder.path().toUtf8());
         }
         QDir(m_folder.path()).mkpath(u"dbus-1/services"_s);
-        // Even if the test is killed, what the bus has started ends.
+        // The bus ends the programs that it has started, even if the test is killed.
         write(u"org.tunedeck.Tunedeck"_s, QStringLiteral("/usr/bin/timeout 60 " TUNEDECK_PROGRAM));
         write(u"org.freedesktop.portal.Desktop"_s, u"/bin/false"_s);
     }
@@ -71,7 +71,7 @@ struct Session {
     Session(const Session &) = delete;
     Session &operator=(const Session &) = delete;
 
-    /// Calls the program, which the bus starts where it does not run.
+    /// Calls the program. The bus starts it if it is not running.
     [[nodiscard]] QDBusMessage call(const QString &method, const QVariantList &arguments) const
     {
         QDBusMessage message = QDBusMessage::createMethodCall(
@@ -84,7 +84,7 @@ struct Session {
     {
         return connection.interface()->isServiceRegistered(u"org.tunedeck.Tunedeck"_s);
     }
-    /// The commands that came while `count` of them were waited for.
+    /// Waits for `count` commands and returns those that came.
     [[nodiscard]] QStringList commands(qsizetype count) const
     {
         QStringList commands;
@@ -132,13 +132,13 @@ private:
     QProcess m_process;
 };
 
-/// What the help of the command line has to say.
+/// The text of the command line's help.
 struct Texts {
     QString program;
     QString toolkit;
 };
 
-/// No language but those in `variables`, such as "LANG=de_DE.UTF-8".
+/// An environment without languages except those in `variables`, such as "LANG=de_DE.UTF-8".
 QProcessEnvironment environmentWith(const QStringList &variables)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -159,7 +159,7 @@ QString helpIn(const QStringList &variables)
     return process.waitForFinished(20'000) ? QString::fromUtf8(process.readAllStandardOutput()) : QString();
 }
 
-/// A dock with the menu of the program's icon. It reads the menu once, and again whenever it is told of a change.
+/// A dock with the menu of the program's icon. It reads the menu once, and again whenever a change is reported.
 class Dock : public QObject {
     Q_OBJECT
 

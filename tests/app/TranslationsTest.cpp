@@ -17,6 +17,7 @@
 #include "updates/Appcast.h"
 #include "updates/UpdateFailure.h"
 #include "updates/UpdateWindow.h"
+#include "widgets/bringToFront.h"
 #include "window/WindowController.h"
 
 #include <QAbstractButton>
@@ -40,7 +41,7 @@ using namespace tunedeck;
 namespace {
 constexpr int narrowest = 350;
 
-/// A control whose text is cut off, with that text; empty if there is none.
+/// The first control whose text is cut off, with that text. Empty if there is none.
 QString cutOffIn(const QWidget &window)
 {
     const QList<QWidget *> widgets = window.findChildren<QWidget *>();
@@ -180,7 +181,7 @@ private Q_SLOTS:
         window.resizeContent({narrowest, WindowController::expandedHeight});
         QTRY_COMPARE(view->width(), narrowest);
 
-        // With nothing playing, with a track, with a live stream, and without a player.
+        // Nothing plays, then a track, then a live stream, then there is no player.
         QCOMPARE(cutOff(*view), QString());
         desktop.playTrack();
         QCOMPARE(cutOff(*view), QString());
@@ -255,7 +256,7 @@ private Q_SLOTS:
         AppcastItem update;
         update.shortVersion = QStringLiteral("10.11.12");
         update.minimumSystemVersion = QStringLiteral("24.04");
-        window.bringForward();
+        bringToFront(window);
         const QList<std::function<void()>> pages{
             [&] { window.showChecking(); },
             [&] { window.showUpToDate(QStringLiteral("10.11.12")); },
@@ -316,7 +317,7 @@ private:
         QApplication::setFont(font);
     }
 
-    /// In the player, also a text on the display that would have to scroll.
+    /// A text on the display that has to scroll counts as cut off too.
     static QString cutOff(PlayerView &view)
     {
         ScrollingMarqueeView &marquee = view.lcd().trackInfoLabel();

@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 namespace tunedeck {
 
 namespace {
-/// The menu that is served: as the test says, with a count of how often it was built.
+/// The contents of the served menu, and how often it was built.
 struct Contents {
     QStringList labels{u"Song"_s};
     QString playPause = u"Pa&use"_s;
@@ -55,7 +55,7 @@ private:
     }
 };
 
-/// A dock: all it knows of the program comes over the bus.
+/// A dock, which knows the program over the bus only.
 class Dock : public QObject {
     Q_OBJECT
 
@@ -69,7 +69,7 @@ public:
         m_bus.connect(QString(), QString(), u"com.canonical.dbusmenu"_s, u"LayoutUpdated"_s,
             this, SLOT(takeUpdate(uint,int)));
         // clang-format on
-        // The bus is told in the order of these, so it has the matches once it answers.
+        // The bus handles messages in order, so it has the matches once it answers.
         answerTo(QDBusMessage::createMethodCall(
             u"org.freedesktop.DBus"_s, u"/"_s, u"org.freedesktop.DBus.Peer"_s, u"Ping"_s));
     }
@@ -86,7 +86,7 @@ public:
         message.setArguments(arguments);
         return answerTo(message);
     }
-    /// Each item of the menu in a line: its number and what is told of it.
+    /// A line for each item of the menu: its id and its properties.
     QStringList read(const QStringList &propertyNames = {})
     {
         const QDBusMessage answer = ask(u"GetLayout"_s, {0, -1, propertyNames});
@@ -134,7 +134,7 @@ private:
     QDBusConnection m_bus;
 };
 
-/// A program with a menu, and a dock that has heard of it.
+/// A program with a menu, and a dock that knows it.
 struct Session {
     PrivateBus bus;
     Dock dock{bus};

@@ -10,10 +10,10 @@
 
 namespace tunedeck {
 
-/// A book to be written page by page.
+/// The folder of a book that a test writes page by page.
 class BookFolder {
 public:
-    /// `name` such as "en/1.html".
+    /// `name` is like "en/1.html".
     void write(const QString &name, const QByteArray &text)
     {
         QDir().mkpath(QFileInfo(m_folder.filePath(name)).path());
@@ -22,7 +22,7 @@ public:
         file.write(text);
     }
 
-    /// A page with one section of its own, below the page's.
+    /// A page with one section below its beginning.
     void writePage(const QString &name, const QString &title, const QString &text)
     {
         write(name,

@@ -14,7 +14,7 @@
 namespace tunedeck {
 
 namespace {
-/// What is read of a page besides what the book needs.
+/// The parts of a page that only this test reads.
 struct Markup {
     QStringList tags;
     QStringList links;
@@ -63,7 +63,7 @@ QByteArray pageOf(const QString &language, const QString &name)
 }
 } // namespace
 
-/// The pages that come with the program, in every language that they are written in.
+/// Tests the program's own pages in all their languages.
 class HelpPagesTest : public QObject {
     Q_OBJECT
 

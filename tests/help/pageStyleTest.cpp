@@ -21,7 +21,7 @@ double luminance(const QColor &color)
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
-/// From 1, the same, to 21, black on white.
+/// The contrast of two colours, from 1 (the same) to 21 (black on white).
 double contrast(const QColor &one, const QColor &other)
 {
     const double a = luminance(one) + 0.05;

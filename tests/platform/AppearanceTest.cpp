@@ -48,7 +48,7 @@ QVariant wrapped(const QVariant &value)
     return QVariant::fromValue(QDBusVariant(value));
 }
 
-/// The desktop portal as far as the settings go.
+/// The settings part of the desktop portal.
 class Portal : public QDBusVirtualObject {
 public:
     explicit Portal(const QDBusConnection &bus)
@@ -97,7 +97,7 @@ public:
     QHash<QString, QVariantHash> groups;
     QVariantHash &values = groups[group];
     QStringList asked;
-    /// What it answers where it has no value.
+    /// The answer for a setting without a value.
     QString error = QStringLiteral("org.freedesktop.portal.Error.NotFound");
     bool isOld = false;
     bool isSilent = false;
@@ -153,7 +153,7 @@ private Q_SLOTS:
         m_defaults.reset();
     }
 
-    // The first of all, since it needs a process that has not handled a variant of the bus.
+    // This test must be the first: it needs a process that has not handled a D-Bus variant.
     void followsThePortalWhereNobodyHasSpokenToTheBusYet()
     {
         QVERIFY(!QMetaType::fromName("QDBusVariant").isValid());
@@ -515,7 +515,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// The name stays taken, or the bus would start the portal of the machine.
+    /// The name stays owned, otherwise the bus would start this machine's portal.
     void removePortal() { m_portal->error = QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown"); }
 
     QTemporaryDir m_home;

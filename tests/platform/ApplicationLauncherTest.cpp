@@ -29,7 +29,7 @@ private Q_SLOTS:
         }
         qputenv("XDG_DATA_DIRS", m_home.filePath(QStringLiteral("empty")).toUtf8());
         qputenv("XDG_CONFIG_DIRS", m_home.filePath(QStringLiteral("empty")).toUtf8());
-        // Nothing is there: an answer that it is not comes at once.
+        // Nothing is at this address, so the connection fails at once.
         qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + m_home.filePath(QStringLiteral("bus")).toUtf8());
 
         install(QStringLiteral("applications/tapedeck.desktop"), QStringLiteral("Tape"), QStringLiteral("touch"));
@@ -153,7 +153,7 @@ private Q_SLOTS:
 
     void aFrozenBusHoldsNobodyUp()
     {
-        // It takes the connection and never says a word.
+        // This server accepts connections and never answers.
         QLocalServer frozenBus;
         QVERIFY(frozenBus.listen(m_home.filePath(QStringLiteral("bus"))));
         QElapsedTimer timer;
@@ -178,7 +178,7 @@ private:
         QVERIFY(file.write(text.toUtf8()) > 0);
     }
 
-    /// A desktop entry whose program leaves a file under the entry's name.
+    /// Writes a desktop entry whose program creates a file with the entry's name.
     void install(
         const QString &path, const QString &name, const QString &program, const QString &more = QString()) const
     {
@@ -189,7 +189,7 @@ private:
 
     [[nodiscard]] bool hasRun(const QString &name) const { return QFile::exists(m_home.filePath(name)); }
 
-    /// What was launched, if anything.
+    /// The desktop entry that was launched, if any.
     static std::optional<QString> launchedBy(const QStringList &entries, const QString &contentType)
     {
         ApplicationLauncher launcher;

@@ -62,7 +62,7 @@ private Q_SLOTS:
 
     void whoeverStillLooksForItWhenItIsGoneDoesNoHarm()
     {
-        // That would be seen by the address sanitizer.
+        // The address sanitizer would report a use after the end.
         {
             const SessionBus bus(address(), 0ms);
             QTest::qWait(20);

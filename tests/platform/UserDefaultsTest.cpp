@@ -44,7 +44,7 @@ void writeInPlace(const QString &path, const QByteArray &text)
     QCOMPARE(file.write(text), text.size());
 }
 
-/// As editors save.
+/// Replaces a file, as editors do.
 void replace(const QString &path, const QByteArray &text)
 {
     writeInPlace(path + QStringLiteral("~"), text);
@@ -246,7 +246,7 @@ private Q_SLOTS:
         QCOMPARE(spy.count(), 2);
         QCOMPARE(defaults.boolForKey(key), written);
 
-        // By the time that the change from outside is told, the watch has told of our own writes too.
+        // When the change from outside is reported, the watch has reported the writes of this process too.
         QTRY_COMPARE(contents(m_path).contains(written ? "true" : "false"), true);
         writeInPlace(m_path, contents(m_path) + "AppearanceClassic=true\n");
         QTRY_VERIFY(defaults.boolForKey(otherKey));
@@ -364,7 +364,7 @@ private Q_SLOTS:
         QCOMPARE(spy.at(0).at(0).toString(), key);
         QCOMPARE(defaults.boolForKey(key), false);
 
-        // The watch must hold on to a file that was replaced.
+        // The watch must follow a file that was replaced.
         write(m_path, "[General]\nRemainingTimeEnabled=yes\nOther=1\n");
         QTRY_COMPARE(spy.count(), 2);
         QCOMPARE(bound, QList<bool>({exists, false, true}));

@@ -22,7 +22,7 @@ std::unique_ptr<QWindow> makeWindow(const QString &name, Qt::WindowFlags type = 
     return window;
 }
 
-/// Moves the keyboard's focus as the window system does; null is another program.
+/// Moves the keyboard focus as the window system does. Null stands for another program.
 void focus(QWindow *window)
 {
     Q_EMIT qGuiApp->focusWindowChanged(window);

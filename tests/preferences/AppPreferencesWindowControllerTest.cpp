@@ -246,7 +246,7 @@ private Q_SLOTS:
         QVERIFY(showsContents(controller));
 
         const QPoint topLeft = controller.window().frameGeometry().topLeft();
-        // So long that the test sees a step on the way.
+        // This is long enough for the test to see a step.
         m_style->animationDuration = 20'000;
         item(controller, pane)->trigger();
         QCOMPARE(contentHeight(controller), 200);

@@ -15,7 +15,8 @@
 
 namespace tunedeck {
 
-/// Lets every warning fail the test but those of the offscreen platform, which can neither limit nor raise a window.
+/// Makes every warning fail the test, except those of the offscreen platform, which can neither limit nor raise a
+/// window.
 inline void failOnWarning()
 {
     QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
@@ -42,7 +43,7 @@ public:
     void checkForUpdates() override { ++checks; }
 };
 
-/// What the preferences stand on, with settings of the test's own.
+/// Everything that the preferences need, with settings of the test's own.
 struct PreferencesDesk {
     QTemporaryDir folder;
     UserDefaults defaults{folder.filePath(QStringLiteral("settings"))};
@@ -58,20 +59,20 @@ struct PreferencesDesk {
         });
     }
 
-    /// The same settings, as another process has them.
+    /// The same settings in another store, as another process has them.
     [[nodiscard]] std::unique_ptr<UserDefaults> otherDefaults() const
     {
         return std::make_unique<UserDefaults>(folder.filePath(QStringLiteral("settings")));
     }
 };
 
-/// What a screen reader calls `widget`.
+/// The name of `widget` for screen readers.
 inline QString spokenName(QWidget &widget)
 {
     return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name);
 }
 
-/// All that Tab reaches in `view`, in its order.
+/// The widgets that Tab reaches in `view`, in this order.
 inline QList<QWidget *> tabOrder(QWidget &view)
 {
     QList<QWidget *> controls;
@@ -83,7 +84,7 @@ inline QList<QWidget *> tabOrder(QWidget &view)
     return controls;
 }
 
-/// Checks what holds for the controls of every pane.
+/// Checks the rules for the controls of every pane.
 inline void verifyControlsAreAccessible(QWidget &view)
 {
     view.show();

@@ -303,7 +303,7 @@ private Q_SLOTS:
         QCOMPARE(tabOrder(controller.view()),
             QList<QWidget *>({&controller.radioButtonRemainingTime(), &controller.radioButtonTotalTime(),
                 &controller.followedPlayerPicker()}));
-        // What a picker is called is what it shows; its caption is a relation.
+        // The name of a picker is its current entry; its caption is a relation.
         const auto labels =
             QAccessible::queryAccessibleInterface(&controller.followedPlayerPicker())->relations(QAccessible::Label);
         QCOMPARE(labels.size(), 1);

@@ -22,7 +22,7 @@ QByteArray enclosure(const QByteArray &attributes = {})
         + "/>";
 }
 
-/// The build that is offered to the one that runs, if any.
+/// The build that is offered to the running one, if any.
 QString offered(const QByteArray &items, const RunningProgram &program = running)
 {
     const auto read = readAppcast(feedText(items));

@@ -7,7 +7,7 @@
 
 namespace tunedeck {
 
-/// A desktop's file manager, which is on a bus once it is registered there.
+/// Stands in for a desktop's file manager, once it is registered on a bus.
 class FileManager : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
@@ -20,7 +20,7 @@ public:
             && bus.registerService(QStringLiteral("org.freedesktop.FileManager1"));
     }
 
-    /// The addresses of the files that it was asked to show.
+    /// The addresses of the files that it had to show.
     QStringList shown;
 
 public Q_SLOTS:

@@ -8,6 +8,7 @@
 #include "support/PrivateBus.h"
 #include "support/TurnWatch.h"
 #include "support/registerTest.h"
+#include "updates/failureMessage.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -35,9 +36,9 @@ using namespace std::chrono_literals;
 namespace tunedeck {
 
 namespace {
-/// Enough for a machine that has much to do.
+/// Long enough for a busy machine.
 constexpr auto patience = 10s;
-/// A turn that waits for a silent server takes all of this.
+/// A turn of the event loop that waits for a silent server takes this long.
 constexpr auto shortPatience = 700ms;
 #ifdef __SANITIZE_THREAD__
 constexpr qint64 longestTurn = 500;
@@ -62,7 +63,7 @@ UpdateWindow *window()
     return nullptr;
 }
 
-/// As a screen reader has it; empty while no window is open.
+/// The text of the page for screen readers. Empty while no window is open.
 QString page()
 {
     return window() && window()->isVisible() ? window()->accessibleDescription() : QString();
@@ -97,7 +98,7 @@ class StandardUpdaterTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// GIO reads the environment once. What the toolkit does when a window is shown for the first time is not measured.
+    /// GIO reads the environment once. The first window is shown here because Qt's work for it must not be measured.
     void initTestCase()
     {
         qputenv("no_proxy", "127.0.0.1");
@@ -256,9 +257,10 @@ private Q_SLOTS:
         m_server->setAnswer(feedPath, {"x", "500 Internal Server Error"});
         QTest::ignoreMessage(QtDebugMsg, QRegularExpression(u"^check \"http://127\\.0\\.0\\.1:\\d+/feed\\.xml\"$"_s));
         QTest::ignoreMessage(QtDebugMsg, "the server answers with status 500");
-        QTest::ignoreMessage(QtDebugMsg, "failed: \"The update server does not have what was asked for.\"");
+        QTest::ignoreMessage(
+            QtDebugMsg, qPrintable(u"failed: \"%1\""_s.arg(failureMessage(UpdateFailure::refused).headline)));
         check();
-        QTRY_COMPARE(headline(), u"The update server does not have what was asked for."_s);
+        QTRY_COMPARE(headline(), failureMessage(UpdateFailure::refused).headline);
     }
 
     void theLogCountsTheVersionsOfAFeed()
@@ -281,7 +283,7 @@ private Q_SLOTS:
             QRegularExpression(u"^refused: not a secure address: \"http://tunedeck\\.example/x{175}…\"$"_s));
         QTest::ignoreMessage(QtDebugMsg, QRegularExpression(u"^failed: "_s));
         check();
-        QTRY_COMPARE(headline(), u"The connection to the update server is not secure."_s);
+        QTRY_COMPARE(headline(), failureMessage(UpdateFailure::insecure).headline);
     }
 
     void aServerThatIsNotThereIsTold()
@@ -377,7 +379,7 @@ private Q_SLOTS:
         pressDefaultButton();
         QTRY_COMPARE(manager.shown,
             QStringList(QUrl::fromLocalFile(downloaded(u"tunedeck_2.0_amd64.deb"_s)).toString(QUrl::FullyEncoded)));
-        m_turns.reset(); // To end a bus takes its time.
+        m_turns.reset(); // Ending a bus takes long.
         m_bus = QDBusConnection(u"none"_s);
         QDBusConnection::disconnectFromBus(u"program"_s);
         QDBusConnection::disconnectFromBus(u"desktop"_s);
@@ -445,7 +447,7 @@ private Q_SLOTS:
         QCOMPARE(m_server->requests().size(), 1);
     }
 
-    // What the user does meanwhile
+    // The user does something meanwhile
 
     void aCheckIsGivenUpWithItsWindow_data() { waysToClose(); }
     void aCheckIsGivenUpWithItsWindow()
@@ -487,7 +489,7 @@ private Q_SLOTS:
         QCOMPARE(visibleAndHiddenFiles(), QStringList());
     }
 
-    /// So not even a program that is killed leaves anything.
+    /// Therefore not even a program that is killed leaves a file.
     void aFileHasNoNameBeforeItIsVerified()
     {
         const int nameless = ::open(QFile::encodeName(m_folder->path()).constData(), O_TMPFILE | O_RDWR, S_IRUSR);

@@ -7,12 +7,12 @@
 
 namespace tunedeck {
 
-/// Signs as the makers of an update do, with a new key.
+/// Signs files as the makers of updates do, with a new key.
 class TestSigner {
 public:
     TestSigner() { crypto_sign_keypair(bytesOf(m_publicKey), bytesOf(m_secretKey)); }
 
-    /// In Base64, as are the signatures.
+    /// Keys and signatures are in Base64.
     [[nodiscard]] QByteArray publicKey() const { return m_publicKey.toBase64(); }
     [[nodiscard]] QByteArray sign(const QByteArray &text) const
     {

@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 namespace tunedeck {
 
 namespace {
-/// What came of one transfer.
+/// The result of a transfer.
 struct Outcome {
     QByteArray bytes;
     std::optional<UpdateFailure> failure;
@@ -43,7 +43,7 @@ Outcome transferred(const QUrl &url, const TransferRules &rules = {isOnThisMachi
     if (!QTest::qWaitFor([&] { return finished.count() + failed.count() > 0; }, 20'000)) {
         qWarning("The transfer has no end.");
     }
-    // Nothing may follow the end.
+    // No signal may follow the end.
     QTest::qWait(1);
     if (finished.count() + failed.count() != 1) {
         qWarning("The transfer has more than one end.");

@@ -14,7 +14,7 @@ class QTcpSocket;
 
 namespace tunedeck {
 
-/// A web server of the test's own, which has for each path the answer that it is told.
+/// A web server for tests, with an answer for each path.
 class UpdateServer : public QObject {
     Q_OBJECT
 
@@ -22,17 +22,17 @@ public:
     struct Answer {
         QByteArray body = {};
         QByteArray status = "200 OK";
-        /// Whole lines with their ends.
+        /// Complete lines with their line ends.
         QByteArray headers = {};
-        /// How often the body is sent.
+        /// How many times the body is sent.
         int repetitions = 1;
-        /// What is announced of the body's length; else its length.
+        /// The announced length of the body. The real length if this is negative.
         qint64 announcedLength = -1;
-        /// What is sent is all, but the connection stays.
+        /// Keeps the connection open after the body.
         bool staysOpen = false;
     };
 
-    /// With `isSecure`, under a certificate that nobody vouches for.
+    /// A secure server has a certificate that no authority has signed.
     explicit UpdateServer(bool isSecure = false);
 
     [[nodiscard]] QUrl url(const QString &path) const;
@@ -41,7 +41,7 @@ public:
 
     [[nodiscard]] const QByteArrayList &requests() const { return m_requests; }
     [[nodiscard]] int openConnections() const { return m_openConnections; }
-    /// That have been taken by the other side or its system.
+    /// The bytes that the other side, or its system, has accepted.
     [[nodiscard]] qint64 sentBytes() const { return m_sentBytes; }
 
 private:
@@ -57,7 +57,7 @@ private:
     qint64 m_sentBytes = 0;
 };
 
-/// The certificate of a secure one.
+/// The certificate of a secure server.
 [[nodiscard]] QByteArray updateServerCertificate();
 
 } // namespace tunedeck

@@ -4,6 +4,7 @@
 #include "support/registerTest.h"
 #include "updates/Appcast.h"
 #include "updates/failureMessage.h"
+#include "widgets/bringToFront.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -73,7 +74,7 @@ private Q_SLOTS:
     {
         UpdateWindow window;
         window.showChecking();
-        window.bringForward();
+        bringToFront(window);
         auto *progress = window.findChild<QProgressBar *>();
         auto *notes = window.findChild<QTextBrowser *>();
         QVERIFY(isShown(window, u"Checking for updates…"_s));
@@ -136,7 +137,7 @@ private Q_SLOTS:
     {
         UpdateWindow window;
         window.showUpToDate(u"1.0"_s);
-        window.bringForward();
+        bringToFront(window);
         const QSize size = window.size();
         QFont font = window.font();
         font.setPointSizeF(2 * font.pointSizeF());
@@ -168,7 +169,7 @@ private Q_SLOTS:
         QSignalSpy download(&window, &UpdateWindow::downloadRequested);
         QSignalSpy folder(&window, &UpdateWindow::showInFolderRequested);
         QSignalSpy updater(&window, &UpdateWindow::systemUpdaterRequested);
-        window.bringForward();
+        bringToFront(window);
         const auto press = [&window] { QTest::keyClick(&window, Qt::Key_Return); };
         window.showUpdate(updateWithNotes({}), u"1.0"_s);
         press();
@@ -188,14 +189,14 @@ private Q_SLOTS:
         UpdateWindow window;
         const QSignalSpy rejected(&window, &UpdateWindow::rejected);
         window.showChecking();
-        window.bringForward();
+        bringToFront(window);
         QTest::keyClick(&window, Qt::Key_Escape);
         QCOMPARE(rejected.count(), 1);
         QVERIFY(!window.isVisible());
-        window.bringForward();
+        bringToFront(window);
         window.close();
         QCOMPARE(rejected.count(), 2);
-        window.bringForward();
+        bringToFront(window);
         window.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Cancel)->click();
         QCOMPARE(rejected.count(), 3);
     }
@@ -204,7 +205,7 @@ private Q_SLOTS:
     {
         UpdateWindow window;
         window.showUpdate(updateWithNotes(u"<img src='https://tunedeck.example/a.png'><p>a</p>"_s), u"1.0"_s);
-        window.bringForward();
+        bringToFront(window);
         auto *notes = window.findChild<QTextBrowser *>();
         QVERIFY(!notes->toHtml().contains(u"<img"_s));
         QCOMPARE(notes->loadResource(QTextDocument::ImageResource, QUrl(u"file:///etc/passwd"_s)), QVariant());
@@ -215,7 +216,7 @@ private Q_SLOTS:
     {
         UpdateWindow window;
         window.showUpdate(updateWithNotes(u"<a href='https://tunedeck.example/'>a</a>"_s), u"1.0"_s);
-        window.bringForward();
+        bringToFront(window);
         auto *notes = window.findChild<QTextBrowser *>();
         QVERIFY(notes->toHtml().contains(u"https://tunedeck.example/"_s));
         Q_EMIT notes->anchorClicked(QUrl(u"file:///etc/passwd"_s));
@@ -228,7 +229,7 @@ private Q_SLOTS:
     void aScreenReaderIsToldThePage()
     {
         UpdateWindow window;
-        window.bringForward();
+        bringToFront(window);
         window.showUpToDate(u"1.0"_s);
         QCOMPARE(
             window.accessibleDescription(), u"Tunedeck is up to date.\nYou have version 1.0, which is the newest."_s);
@@ -240,7 +241,7 @@ private Q_SLOTS:
     {
         UpdateWindow window;
         window.showUpdate(updateWithNotes(u"<p>a</p>"_s), u"1.0"_s);
-        window.bringForward();
+        bringToFront(window);
         QVERIFY(QTest::qWaitForWindowActive(&window));
         QSet<QWidget *> reached;
         for (int presses = 0; presses < 3; ++presses) {

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace tunedeck {
 
 namespace {
-/// The tags of `html` that are none of those which may be.
+/// The tags of `html` that are not allowed.
 QStringList foreignTags(const QString &html)
 {
     static const QRegularExpression tag(u"<[^>]*>?"_s);

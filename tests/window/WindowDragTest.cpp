@@ -20,7 +20,7 @@ void sendMouse(Window &window, QEvent::Type type, QPoint pointer, Qt::MouseButto
     QCoreApplication::sendEvent(&window, &event);
 }
 
-/// With the left button, from `start` in the window.
+/// Drags with the left button from `start` in the window.
 void drag(Window &window, QPoint start, QPoint way)
 {
     const QPoint from = window.mapToGlobal(start);

@@ -21,7 +21,7 @@
 using namespace tunedeck;
 
 namespace {
-/// As a key comes from the keyboard, with the modifiers that were down right before.
+/// Sends a key as a keyboard does: `modifiers` are those that were down before the event.
 void sendKey(const Window &window, QEvent::Type type, Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
     QKeyEvent event(type, key, modifiers);
@@ -30,7 +30,7 @@ void sendKey(const Window &window, QEvent::Type type, Qt::Key key, Qt::KeyboardM
 
 class PaintCounter : public QObject {
 public:
-    /// Shows `window` and counts from its first picture on; false if it does not come.
+    /// Shows `window` and counts after its first picture. False if that does not come.
     bool startWith(Window &window)
     {
         window.show();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Draws the windows beside the player's, as the toolkit paints them: the panes of the preferences, the about window,
-// the help, and every page of the updater.
+// Draws all windows except the player's, as Qt paints them: the panes of the preferences, the about window, the help,
+// and every page of the updater.
 
 #include "app/AboutWindow.h"
 #include "app/installTranslators.h"
@@ -47,7 +47,7 @@ public:
     void checkForUpdates() override { }
 };
 
-/// A picture is of the end of an animation.
+/// Shows the end of every animation.
 class StillStyle : public QProxyStyle {
 public:
     StillStyle()
@@ -175,13 +175,14 @@ int main(int argc, char *argv[])
     }
     QApplication application(argc, argv);
     QCommandLineParser parser;
-    parser.setApplicationDescription(u"Draws the windows beside the player's. The scale is QT_SCALE_FACTOR."_s);
+    parser.setApplicationDescription(u"Draws all windows except the player's, at the scale QT_SCALE_FACTOR"_s);
     parser.addHelpOption();
-    parser.addPositionalArgument(u"folder"_s, u"Where the pictures go; it is made if need be."_s);
-    const QCommandLineOption language(u"language"_s, u"Such as de; English without it."_s, u"code"_s, u"en"_s);
-    const QCommandLineOption dark(u"dark"_s, u"In dark colours."_s);
+    parser.addPositionalArgument(u"folder"_s, u"Folder for the pictures; created if it does not exist."_s);
+    const QCommandLineOption language(
+        u"language"_s, u"Language of the texts, such as de; default: en."_s, u"code"_s, u"en"_s);
+    const QCommandLineOption dark(u"dark"_s, u"Use dark colours."_s);
     const QCommandLineOption textScale(
-        u"text-scale"_s, u"What texts are larger by, such as 1.5; 1 without it."_s, u"factor"_s, u"1"_s);
+        u"text-scale"_s, u"Factor for the size of texts, such as 1.5; default: 1."_s, u"factor"_s, u"1"_s);
     parser.addOptions({language, dark, textScale});
     parser.process(application);
     const double textFactor = parser.value(textScale).toDouble();
