@@ -4,24 +4,24 @@
 <context>
     <name>main</name>
     <message>
-        <source>A small window that controls the music player that runs</source>
+        <source>A small window that controls the running music player</source>
         <comment>For --help</comment>
         <translation>Ein kleines Fenster, das den laufenden Musikplayer steuert</translation>
     </message>
     <message>
-        <source>Carries out &lt;name&gt; in the Tunedeck that runs, or starts it for that. It is one of: %1.</source>
+        <source>Carries out &lt;name&gt; in the running Tunedeck, or starts Tunedeck for it. &lt;name&gt; is one of: %1.</source>
         <comment>For --help; &lt;name&gt; stays as it is, %1 is a list of names</comment>
-        <translation>Führt &lt;name&gt; im laufenden Tunedeck aus oder startet es dafür. Möglich sind: %1.</translation>
+        <translation>Führt &lt;name&gt; im laufenden Tunedeck aus oder startet Tunedeck dafür. &lt;name&gt; ist eine dieser Aktionen: %1.</translation>
     </message>
     <message>
-        <source>there is no such action; --help tells which there are</source>
+        <source>unknown action; see --help</source>
         <comment>On the command line</comment>
-        <translation>diese Aktion gibt es nicht; --help nennt alle, die es gibt</translation>
+        <translation>unbekannte Aktion; siehe --help</translation>
     </message>
     <message>
-        <source>it runs already, but does not answer</source>
+        <source>already running, but not responding</source>
         <comment>On the command line</comment>
-        <translation>es läuft bereits, antwortet aber nicht</translation>
+        <translation>läuft bereits, reagiert aber nicht</translation>
     </message>
     <message>
         <source>there is no session bus, so no music player can be reached</source>
@@ -179,9 +179,9 @@
         <translation>&amp;Klassisches Erscheinungsbild</translation>
     </message>
     <message>
-        <source>The player stays light, whatever the appearance of the desktop.</source>
+        <source>The window stays light, even on a dark desktop.</source>
         <comment>Below the check box &quot;Classic appearance&quot;</comment>
-        <translation>Tunedeck bleibt auch bei dunkler Arbeitsumgebung hell.</translation>
+        <translation>Das Fenster bleibt auch bei dunkler Arbeitsumgebung hell.</translation>
     </message>
     <message>
         <source>&amp;Dark icon on a dark desktop</source>
@@ -189,7 +189,7 @@
         <translation>&amp;Dunkles Symbol bei dunkler Arbeitsumgebung</translation>
     </message>
     <message>
-        <source>The icon in the dock follows the desktop between light and dark.</source>
+        <source>The icon in the dock is light or dark, like the desktop.</source>
         <comment>Below the check box &quot;Dark icon on a dark desktop&quot;</comment>
         <translation>Das Symbol im Dock wechselt mit der Arbeitsumgebung zwischen Hell und Dunkel.</translation>
     </message>
@@ -345,14 +345,14 @@
         <translation>Über XWayland ausführen</translation>
     </message>
     <message>
-        <source>Most desktops can then keep it above other windows. It may look less sharp.</source>
+        <source>Most desktops can then keep the window above others. It may look less sharp.</source>
         <comment>Tooltip of the menu command to run Tunedeck through XWayland; less sharp: on a scaled screen</comment>
-        <translation>Die meisten Arbeitsumgebungen können es dann über anderen Fenstern halten. Es ist vielleicht weniger scharf.</translation>
+        <translation>Die meisten Arbeitsumgebungen können das Fenster dann über anderen halten. Es ist vielleicht weniger scharf.</translation>
     </message>
     <message>
-        <source>The desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
+        <source>Use the window&apos;s menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
         <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>Die Arbeitsumgebung kann es, im Fenstermenü: Alt+Leertaste in GNOME, Alt+F3 in KDE Plasma.</translation>
+        <translation>Nutzen Sie stattdessen das Fenstermenü: Alt+Leertaste in GNOME, Alt+F3 in KDE Plasma.</translation>
     </message>
 </context>
 <context>
@@ -482,9 +482,9 @@
         <translation>In Ihrem Musikordner sind keine Wiedergabelisten-Dateien (.m3u, .m3u8, .pls, .xspf)</translation>
     </message>
     <message>
-        <source>The player has not told of its playlists yet</source>
+        <source>Waiting for the player&apos;s playlists</source>
         <comment>Tooltip of the empty playlist picker</comment>
-        <translation>Der Player hat seine Wiedergabelisten noch nicht mitgeteilt</translation>
+        <translation>Warten auf die Wiedergabelisten des Players</translation>
     </message>
     <message>
         <source>This player neither offers playlists nor opens playlist files</source>
@@ -520,9 +520,9 @@
         <translation>Diesem &amp;Player folgen:</translation>
     </message>
     <message>
-        <source>Automatic is the player that plays.</source>
+        <source>Automatic follows the player that is playing.</source>
         <comment>Below the choice of the player to follow</comment>
-        <translation>„Automatisch“ steht für den Player, der gerade spielt.</translation>
+        <translation>„Automatisch“ folgt dem Player, der gerade spielt.</translation>
     </message>
     <message>
         <source>Time on the right:</source>
@@ -543,12 +543,12 @@
         <translation>Softwareaktualisierung</translation>
     </message>
     <message>
-        <source>The updater of Tunedeck is missing, or belongs to another version.</source>
+        <source>Tunedeck&apos;s updater is missing or belongs to another version.</source>
         <comment>Updates: title of an error</comment>
         <translation>Das Aktualisierungsprogramm von Tunedeck fehlt oder gehört zu einer anderen Version.</translation>
     </message>
     <message>
-        <source>Install Tunedeck anew.</source>
+        <source>Install Tunedeck again.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Installieren Sie Tunedeck neu.</translation>
     </message>
@@ -571,9 +571,9 @@
         <translation>Tunedeck %1</translation>
     </message>
     <message>
-        <source>Tunedeck looks for a newer version when you ask it to, and lets you choose whether to download it.</source>
+        <source>Tunedeck looks for a newer version only when you ask. You choose whether to download it.</source>
         <comment>In the Updates pane</comment>
-        <translation>Tunedeck sucht auf Ihren Wunsch nach einer neueren Version und überlässt Ihnen, ob Sie sie herunterladen.</translation>
+        <translation>Tunedeck sucht nur auf Ihren Wunsch nach einer neueren Version. Sie entscheiden, ob Sie sie herunterladen.</translation>
     </message>
 </context>
 <context>
@@ -594,24 +594,19 @@
         <translation>Die Verbindung zum Aktualisierungsserver ist nicht sicher.</translation>
     </message>
     <message>
-        <source>Nothing was downloaded. Make sure that the date and the time of this computer are right, or try again in another network.</source>
+        <source>Nothing was downloaded. Make sure that this computer&apos;s date and time are right, or try again on another network.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Es wurde nichts heruntergeladen. Stellen Sie sicher, dass Datum und Uhrzeit dieses Rechners stimmen, oder versuchen Sie es in einem anderen Netzwerk erneut.</translation>
     </message>
     <message>
-        <source>The update server leads nowhere.</source>
+        <source>The update server redirects too often.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Der Aktualisierungsserver führt nicht ans Ziel.</translation>
+        <translation>Der Aktualisierungsserver leitet zu oft weiter.</translation>
     </message>
     <message>
-        <source>It sends from one address to the next. Check for updates again later.</source>
-        <comment>Updates: what to do about an error</comment>
-        <translation>Er leitet von einer Adresse zur nächsten weiter. Suchen Sie später erneut nach Aktualisierungen.</translation>
-    </message>
-    <message>
-        <source>The update server has stopped answering.</source>
+        <source>The update server stopped responding.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Der Aktualisierungsserver antwortet nicht mehr.</translation>
+        <translation>Der Aktualisierungsserver reagiert nicht mehr.</translation>
     </message>
     <message>
         <source>Check your connection to the internet, or check for updates again later.</source>
@@ -619,9 +614,9 @@
         <translation>Überprüfen Sie Ihre Internetverbindung oder suchen Sie später erneut nach Aktualisierungen.</translation>
     </message>
     <message>
-        <source>The update server does not have what was asked for.</source>
+        <source>The update server refused the request.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Auf dem Aktualisierungsserver fehlt, was angefordert wurde.</translation>
+        <translation>Der Aktualisierungsserver hat die Anfrage abgelehnt.</translation>
     </message>
     <message>
         <source>Check for updates again later.</source>
@@ -644,9 +639,9 @@
         <translation>Diese Kopie von Tunedeck kann nicht nach Aktualisierungen suchen.</translation>
     </message>
     <message>
-        <source>It was built with an address or a key that cannot be used. Get a new version from where you have this one.</source>
+        <source>It was built with an unusable address or key. Download a new version from where you got this one.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Sie wurde mit einer unbrauchbaren Adresse oder einem unbrauchbaren Schlüssel erstellt. Holen Sie sich eine neue Version von dort, woher Sie diese haben.</translation>
+        <translation>Sie wurde mit einer unbrauchbaren Adresse oder einem unbrauchbaren Schlüssel erstellt. Laden Sie eine neue Version von dort herunter, woher Sie diese haben.</translation>
     </message>
     <message>
         <source>The software updater could not be opened.</source>
@@ -654,7 +649,7 @@
         <translation>Die Aktualisierungsverwaltung konnte nicht geöffnet werden.</translation>
     </message>
     <message>
-        <source>Look for it among the applications of your desktop.</source>
+        <source>Look for it among your desktop&apos;s applications.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Suchen Sie unter den Anwendungen Ihrer Arbeitsumgebung danach.</translation>
     </message>
@@ -664,9 +659,9 @@
         <translation>Die Liste der Aktualisierungen ist zu lang.</translation>
     </message>
     <message>
-        <source>What the server sent was not read to its end. Check for updates again later.</source>
+        <source>Tunedeck stopped reading it. Check for updates again later.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Die Antwort des Servers wurde nicht bis zum Ende gelesen. Suchen Sie später erneut nach Aktualisierungen.</translation>
+        <translation>Tunedeck hat das Lesen abgebrochen. Suchen Sie später erneut nach Aktualisierungen.</translation>
     </message>
     <message>
         <source>The list of updates could not be read.</source>
@@ -674,34 +669,34 @@
         <translation>Die Liste der Aktualisierungen konnte nicht gelesen werden.</translation>
     </message>
     <message>
-        <source>There is a new version, but it cannot be trusted.</source>
+        <source>A new version is available, but it cannot be trusted.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Es gibt eine neue Version, aber sie ist nicht vertrauenswürdig.</translation>
+        <translation>Eine neue Version ist verfügbar, aber sie ist nicht vertrauenswürdig.</translation>
     </message>
     <message>
-        <source>The server does not say how to check that it is genuine, so it was not downloaded. Check for updates again later.</source>
+        <source>The server does not say how to verify it, so it was not downloaded. Check for updates again later.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Der Server teilt nicht mit, wie sich ihre Echtheit prüfen lässt. Deshalb wurde sie nicht heruntergeladen. Suchen Sie später erneut nach Aktualisierungen.</translation>
+        <translation>Der Server teilt nicht mit, wie sie sich prüfen lässt. Deshalb wurde sie nicht heruntergeladen. Suchen Sie später erneut nach Aktualisierungen.</translation>
     </message>
     <message>
-        <source>The download is not complete.</source>
+        <source>The download is incomplete.</source>
         <comment>Updates: title of an error</comment>
         <translation>Der Download ist unvollständig.</translation>
     </message>
     <message>
-        <source>It was thrown away. Check your connection to the internet, then try again.</source>
+        <source>It was deleted. Check your connection to the internet, then try again.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Er wurde verworfen. Überprüfen Sie Ihre Internetverbindung und versuchen Sie es dann erneut.</translation>
+        <translation>Er wurde gelöscht. Überprüfen Sie Ihre Internetverbindung und versuchen Sie es dann erneut.</translation>
     </message>
     <message>
-        <source>The download is not the file that it should be.</source>
+        <source>The download is not the expected file.</source>
         <comment>Updates: title of an error</comment>
         <translation>Der Download ist nicht die erwartete Datei.</translation>
     </message>
     <message>
-        <source>It is longer than announced and was thrown away. Try again later.</source>
+        <source>It is larger than announced, so it was deleted. Try again later.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Er ist größer als angekündigt und wurde verworfen. Versuchen Sie es später erneut.</translation>
+        <translation>Er ist größer als angekündigt und wurde deshalb gelöscht. Versuchen Sie es später erneut.</translation>
     </message>
     <message>
         <source>The download cannot be trusted.</source>
@@ -709,9 +704,9 @@
         <translation>Der Download ist nicht vertrauenswürdig.</translation>
     </message>
     <message>
-        <source>It does not come from those who make Tunedeck, or was changed on its way. It was thrown away. Try again later, or in another network.</source>
+        <source>It does not come from Tunedeck&apos;s makers, or it was changed on the way. It was deleted. Try again later, or on another network.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Er stammt nicht von den Entwicklern von Tunedeck oder wurde unterwegs verändert. Deshalb wurde er verworfen. Versuchen Sie es später oder in einem anderen Netzwerk erneut.</translation>
+        <translation>Er stammt nicht von den Entwicklern von Tunedeck oder wurde unterwegs verändert. Deshalb wurde er gelöscht. Versuchen Sie es später oder in einem anderen Netzwerk erneut.</translation>
     </message>
     <message>
         <source>The download could not be saved.</source>
@@ -719,7 +714,7 @@
         <translation>Der Download konnte nicht gespeichert werden.</translation>
     </message>
     <message>
-        <source>Make sure that there is room in your download folder and that you may write to it, then try again.</source>
+        <source>Make sure that your download folder has free space and that you may write to it, then try again.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Stellen Sie sicher, dass in Ihrem Download-Ordner genug Platz ist und dass Sie dort schreiben dürfen, und versuchen Sie es dann erneut.</translation>
     </message>
@@ -814,9 +809,9 @@
         <translation>Es gibt eine neue Version von Tunedeck, aber nicht für Ihr System.</translation>
     </message>
     <message>
-        <source>Version %1 needs version %2 of your system or a later one. Of those that run here, you have the newest, version %3.</source>
+        <source>Version %1 needs version %2 of your system or a later one. You have version %3, the newest that runs on your system.</source>
         <comment>Updates: %1 and %3 are versions of Tunedeck, %2 is one of the operating system</comment>
-        <translation>Version %1 braucht Version %2 Ihres Systems oder eine spätere. Von denen, die hier laufen, haben Sie die neueste, Version %3.</translation>
+        <translation>Version %1 braucht Version %2 Ihres Systems oder eine spätere. Sie haben Version %3, die neueste, die auf Ihrem System läuft.</translation>
     </message>
     <message>
         <source>This copy of Tunedeck does not look for new versions itself.</source>
@@ -824,7 +819,7 @@
         <translation>Diese Kopie von Tunedeck sucht nicht selbst nach neuen Versionen.</translation>
     </message>
     <message>
-        <source>If it came with your system, new versions come with the updates of the system&apos;s software. If you built it yourself, build it anew from newer sources.</source>
+        <source>If it came with your system, new versions come with the system&apos;s updates. If you built it yourself, build it again from newer sources.</source>
         <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
         <translation>Kam sie mit Ihrem System, kommen neue Versionen mit dessen Aktualisierungen. Haben Sie sie selbst erstellt, erstellen Sie sie neu aus neueren Quellen.</translation>
     </message>

@@ -4,22 +4,22 @@
 <context>
     <name>main</name>
     <message>
-        <source>A small window that controls the music player that runs</source>
+        <source>A small window that controls the running music player</source>
         <comment>For --help</comment>
         <translation>Una ventana pequeña que controla el reproductor de música en marcha</translation>
     </message>
     <message>
-        <source>Carries out &lt;name&gt; in the Tunedeck that runs, or starts it for that. It is one of: %1.</source>
+        <source>Carries out &lt;name&gt; in the running Tunedeck, or starts Tunedeck for it. &lt;name&gt; is one of: %1.</source>
         <comment>For --help; &lt;name&gt; stays as it is, %1 is a list of names</comment>
-        <translation>Ejecuta &lt;name&gt; en el Tunedeck que ya está abierto, o lo inicia para ello. Es una de estas: %1.</translation>
+        <translation>Ejecuta &lt;name&gt; en el Tunedeck que ya está abierto, o inicia Tunedeck para ello. &lt;name&gt; es una de estas acciones: %1.</translation>
     </message>
     <message>
-        <source>there is no such action; --help tells which there are</source>
+        <source>unknown action; see --help</source>
         <comment>On the command line</comment>
-        <translation>esa acción no existe; --help dice cuáles hay</translation>
+        <translation>acción desconocida; consulte --help</translation>
     </message>
     <message>
-        <source>it runs already, but does not answer</source>
+        <source>already running, but not responding</source>
         <comment>On the command line</comment>
         <translation>ya está en marcha, pero no responde</translation>
     </message>
@@ -179,9 +179,9 @@
         <translation>Apariencia &amp;clásica</translation>
     </message>
     <message>
-        <source>The player stays light, whatever the appearance of the desktop.</source>
+        <source>The window stays light, even on a dark desktop.</source>
         <comment>Below the check box &quot;Classic appearance&quot;</comment>
-        <translation>La ventana se mantiene clara, sea cual sea la apariencia del escritorio.</translation>
+        <translation>La ventana se mantiene clara aunque el escritorio sea oscuro.</translation>
     </message>
     <message>
         <source>&amp;Dark icon on a dark desktop</source>
@@ -189,7 +189,7 @@
         <translation>&amp;Icono oscuro en un escritorio oscuro</translation>
     </message>
     <message>
-        <source>The icon in the dock follows the desktop between light and dark.</source>
+        <source>The icon in the dock is light or dark, like the desktop.</source>
         <comment>Below the check box &quot;Dark icon on a dark desktop&quot;</comment>
         <translation>El icono del dock es claro u oscuro como el escritorio.</translation>
     </message>
@@ -345,14 +345,14 @@
         <translation>Ejecutar mediante XWayland</translation>
     </message>
     <message>
-        <source>Most desktops can then keep it above other windows. It may look less sharp.</source>
+        <source>Most desktops can then keep the window above others. It may look less sharp.</source>
         <comment>Tooltip of the menu command to run Tunedeck through XWayland; less sharp: on a scaled screen</comment>
-        <translation>La mayoría de los escritorios pueden así mantenerlo por encima de las demás ventanas. Puede verse menos nítido.</translation>
+        <translation>La mayoría de los escritorios pueden así mantener la ventana por encima de las demás. Puede verse menos nítida.</translation>
     </message>
     <message>
-        <source>The desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
+        <source>Use the window&apos;s menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
         <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>El escritorio puede hacerlo, en el menú de la ventana: Alt+Espacio en GNOME, Alt+F3 en KDE Plasma.</translation>
+        <translation>Use en su lugar el menú de la ventana: Alt+Espacio en GNOME, Alt+F3 en KDE Plasma.</translation>
     </message>
 </context>
 <context>
@@ -482,9 +482,9 @@
         <translation>No hay archivos de listas de reproducción (.m3u, .m3u8, .pls, .xspf) en su carpeta de música</translation>
     </message>
     <message>
-        <source>The player has not told of its playlists yet</source>
+        <source>Waiting for the player&apos;s playlists</source>
         <comment>Tooltip of the empty playlist picker</comment>
-        <translation>El reproductor todavía no ha dado a conocer sus listas de reproducción</translation>
+        <translation>Esperando las listas de reproducción del reproductor</translation>
     </message>
     <message>
         <source>This player neither offers playlists nor opens playlist files</source>
@@ -520,9 +520,9 @@
         <translation>&amp;Seguir al reproductor:</translation>
     </message>
     <message>
-        <source>Automatic is the player that plays.</source>
+        <source>Automatic follows the player that is playing.</source>
         <comment>Below the choice of the player to follow</comment>
-        <translation>«Automático» es el reproductor que suena.</translation>
+        <translation>«Automático» sigue al reproductor que está sonando.</translation>
     </message>
     <message>
         <source>Time on the right:</source>
@@ -543,12 +543,12 @@
         <translation>Actualización de software</translation>
     </message>
     <message>
-        <source>The updater of Tunedeck is missing, or belongs to another version.</source>
+        <source>Tunedeck&apos;s updater is missing or belongs to another version.</source>
         <comment>Updates: title of an error</comment>
         <translation>El actualizador de Tunedeck falta o pertenece a otra versión.</translation>
     </message>
     <message>
-        <source>Install Tunedeck anew.</source>
+        <source>Install Tunedeck again.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Vuelva a instalar Tunedeck.</translation>
     </message>
@@ -571,9 +571,9 @@
         <translation>Tunedeck %1</translation>
     </message>
     <message>
-        <source>Tunedeck looks for a newer version when you ask it to, and lets you choose whether to download it.</source>
+        <source>Tunedeck looks for a newer version only when you ask. You choose whether to download it.</source>
         <comment>In the Updates pane</comment>
-        <translation>Tunedeck busca una versión más reciente cuando usted se lo pide y le deja elegir si quiere descargarla.</translation>
+        <translation>Tunedeck solo busca una versión más reciente cuando usted se lo pide. Usted elige si quiere descargarla.</translation>
     </message>
 </context>
 <context>
@@ -594,22 +594,17 @@
         <translation>La conexión con el servidor de actualizaciones no es segura.</translation>
     </message>
     <message>
-        <source>Nothing was downloaded. Make sure that the date and the time of this computer are right, or try again in another network.</source>
+        <source>Nothing was downloaded. Make sure that this computer&apos;s date and time are right, or try again on another network.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>No se descargó nada. Asegúrese de que la fecha y la hora de este equipo son correctas o inténtelo de nuevo desde otra red.</translation>
     </message>
     <message>
-        <source>The update server leads nowhere.</source>
+        <source>The update server redirects too often.</source>
         <comment>Updates: title of an error</comment>
-        <translation>El servidor de actualizaciones no lleva a ninguna parte.</translation>
+        <translation>El servidor de actualizaciones redirige demasiadas veces.</translation>
     </message>
     <message>
-        <source>It sends from one address to the next. Check for updates again later.</source>
-        <comment>Updates: what to do about an error</comment>
-        <translation>Remite una y otra vez a otra dirección. Vuelva a buscar actualizaciones más tarde.</translation>
-    </message>
-    <message>
-        <source>The update server has stopped answering.</source>
+        <source>The update server stopped responding.</source>
         <comment>Updates: title of an error</comment>
         <translation>El servidor de actualizaciones ha dejado de responder.</translation>
     </message>
@@ -619,9 +614,9 @@
         <translation>Compruebe su conexión a Internet o vuelva a buscar actualizaciones más tarde.</translation>
     </message>
     <message>
-        <source>The update server does not have what was asked for.</source>
+        <source>The update server refused the request.</source>
         <comment>Updates: title of an error</comment>
-        <translation>El servidor de actualizaciones no tiene lo que se le pidió.</translation>
+        <translation>El servidor de actualizaciones rechazó la petición.</translation>
     </message>
     <message>
         <source>Check for updates again later.</source>
@@ -644,9 +639,9 @@
         <translation>Esta copia de Tunedeck no puede buscar actualizaciones.</translation>
     </message>
     <message>
-        <source>It was built with an address or a key that cannot be used. Get a new version from where you have this one.</source>
+        <source>It was built with an unusable address or key. Download a new version from where you got this one.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Se compiló con una dirección o una clave que no se puede usar. Obtenga una versión nueva en el mismo sitio del que procede esta.</translation>
+        <translation>Se compiló con una dirección o una clave que no se puede usar. Descargue una versión nueva del mismo sitio del que obtuvo esta.</translation>
     </message>
     <message>
         <source>The software updater could not be opened.</source>
@@ -654,7 +649,7 @@
         <translation>No se pudo abrir el actualizador de software.</translation>
     </message>
     <message>
-        <source>Look for it among the applications of your desktop.</source>
+        <source>Look for it among your desktop&apos;s applications.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Búsquelo entre las aplicaciones de su escritorio.</translation>
     </message>
@@ -664,9 +659,9 @@
         <translation>La lista de actualizaciones es demasiado larga.</translation>
     </message>
     <message>
-        <source>What the server sent was not read to its end. Check for updates again later.</source>
+        <source>Tunedeck stopped reading it. Check for updates again later.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>No se leyó hasta el final lo que envió el servidor. Vuelva a buscar actualizaciones más tarde.</translation>
+        <translation>Tunedeck dejó de leerla. Vuelva a buscar actualizaciones más tarde.</translation>
     </message>
     <message>
         <source>The list of updates could not be read.</source>
@@ -674,34 +669,34 @@
         <translation>No se pudo leer la lista de actualizaciones.</translation>
     </message>
     <message>
-        <source>There is a new version, but it cannot be trusted.</source>
+        <source>A new version is available, but it cannot be trusted.</source>
         <comment>Updates: title of an error</comment>
         <translation>Hay una versión nueva, pero no es de confianza.</translation>
     </message>
     <message>
-        <source>The server does not say how to check that it is genuine, so it was not downloaded. Check for updates again later.</source>
+        <source>The server does not say how to verify it, so it was not downloaded. Check for updates again later.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>El servidor no indica cómo comprobar que es auténtica, por lo que no se descargó. Vuelva a buscar actualizaciones más tarde.</translation>
+        <translation>El servidor no indica cómo verificarla, por lo que no se descargó. Vuelva a buscar actualizaciones más tarde.</translation>
     </message>
     <message>
-        <source>The download is not complete.</source>
+        <source>The download is incomplete.</source>
         <comment>Updates: title of an error</comment>
-        <translation>La descarga no está completa.</translation>
+        <translation>La descarga está incompleta.</translation>
     </message>
     <message>
-        <source>It was thrown away. Check your connection to the internet, then try again.</source>
+        <source>It was deleted. Check your connection to the internet, then try again.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Se ha desechado. Compruebe su conexión a Internet e inténtelo de nuevo.</translation>
+        <translation>Se ha eliminado. Compruebe su conexión a Internet e inténtelo de nuevo.</translation>
     </message>
     <message>
-        <source>The download is not the file that it should be.</source>
+        <source>The download is not the expected file.</source>
         <comment>Updates: title of an error</comment>
-        <translation>La descarga no es el archivo que debería ser.</translation>
+        <translation>La descarga no es el archivo esperado.</translation>
     </message>
     <message>
-        <source>It is longer than announced and was thrown away. Try again later.</source>
+        <source>It is larger than announced, so it was deleted. Try again later.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Es más larga de lo anunciado y se ha desechado. Inténtelo de nuevo más tarde.</translation>
+        <translation>Es más grande de lo anunciado y se ha eliminado. Inténtelo de nuevo más tarde.</translation>
     </message>
     <message>
         <source>The download cannot be trusted.</source>
@@ -709,9 +704,9 @@
         <translation>La descarga no es de confianza.</translation>
     </message>
     <message>
-        <source>It does not come from those who make Tunedeck, or was changed on its way. It was thrown away. Try again later, or in another network.</source>
+        <source>It does not come from Tunedeck&apos;s makers, or it was changed on the way. It was deleted. Try again later, or on another network.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>No procede de quienes hacen Tunedeck o se modificó por el camino. Se ha desechado. Inténtelo de nuevo más tarde o desde otra red.</translation>
+        <translation>No procede de los autores de Tunedeck o se modificó por el camino. Se ha eliminado. Inténtelo de nuevo más tarde o desde otra red.</translation>
     </message>
     <message>
         <source>The download could not be saved.</source>
@@ -719,9 +714,9 @@
         <translation>No se pudo guardar la descarga.</translation>
     </message>
     <message>
-        <source>Make sure that there is room in your download folder and that you may write to it, then try again.</source>
+        <source>Make sure that your download folder has free space and that you may write to it, then try again.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Asegúrese de que hay espacio en su carpeta de descargas y de que tiene permiso para escribir en ella, e inténtelo de nuevo.</translation>
+        <translation>Asegúrese de que hay espacio libre en su carpeta de descargas y de que tiene permiso para escribir en ella, e inténtelo de nuevo.</translation>
     </message>
     <message>
         <source>Software Update</source>
@@ -814,9 +809,9 @@
         <translation>Hay una versión nueva de Tunedeck, pero no para su sistema.</translation>
     </message>
     <message>
-        <source>Version %1 needs version %2 of your system or a later one. Of those that run here, you have the newest, version %3.</source>
+        <source>Version %1 needs version %2 of your system or a later one. You have version %3, the newest that runs on your system.</source>
         <comment>Updates: %1 and %3 are versions of Tunedeck, %2 is one of the operating system</comment>
-        <translation>La versión %1 necesita la versión %2 de su sistema o una posterior. De las que funcionan aquí tiene la más reciente, la versión %3.</translation>
+        <translation>La versión %1 necesita la versión %2 de su sistema o una posterior. Tiene la versión %3, la más reciente que funciona en su sistema.</translation>
     </message>
     <message>
         <source>This copy of Tunedeck does not look for new versions itself.</source>
@@ -824,9 +819,9 @@
         <translation>Esta copia de Tunedeck no busca versiones nuevas por sí misma.</translation>
     </message>
     <message>
-        <source>If it came with your system, new versions come with the updates of the system&apos;s software. If you built it yourself, build it anew from newer sources.</source>
+        <source>If it came with your system, new versions come with the system&apos;s updates. If you built it yourself, build it again from newer sources.</source>
         <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
-        <translation>Si venía con su sistema, las versiones nuevas llegan con las actualizaciones del software del sistema. Si la compiló usted, vuelva a compilarla con fuentes más recientes.</translation>
+        <translation>Si venía con su sistema, las versiones nuevas llegan con las actualizaciones del sistema. Si la compiló usted, vuelva a compilarla con fuentes más recientes.</translation>
     </message>
 </context>
 <context>

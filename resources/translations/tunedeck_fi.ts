@@ -4,24 +4,24 @@
 <context>
     <name>main</name>
     <message>
-        <source>A small window that controls the music player that runs</source>
+        <source>A small window that controls the running music player</source>
         <comment>For --help</comment>
         <translation>Pieni ikkuna, joka ohjaa käynnissä olevaa musiikkisoitinta</translation>
     </message>
     <message>
-        <source>Carries out &lt;name&gt; in the Tunedeck that runs, or starts it for that. It is one of: %1.</source>
+        <source>Carries out &lt;name&gt; in the running Tunedeck, or starts Tunedeck for it. &lt;name&gt; is one of: %1.</source>
         <comment>For --help; &lt;name&gt; stays as it is, %1 is a list of names</comment>
-        <translation>Suorittaa toiminnon &lt;name&gt; käynnissä olevassa Tunedeckissä tai käynnistää sen tätä varten. Vaihtoehdot: %1.</translation>
+        <translation>Suorittaa toiminnon &lt;name&gt; käynnissä olevassa Tunedeckissä tai käynnistää sen tätä varten. &lt;name&gt; on jokin näistä: %1.</translation>
     </message>
     <message>
-        <source>there is no such action; --help tells which there are</source>
+        <source>unknown action; see --help</source>
         <comment>On the command line</comment>
-        <translation>sellaista toimintoa ei ole; --help kertoo, mitä on</translation>
+        <translation>tuntematon toiminto; katso --help</translation>
     </message>
     <message>
-        <source>it runs already, but does not answer</source>
+        <source>already running, but not responding</source>
         <comment>On the command line</comment>
-        <translation>ohjelma on jo käynnissä, mutta ei vastaa</translation>
+        <translation>on jo käynnissä, mutta ei vastaa</translation>
     </message>
     <message>
         <source>there is no session bus, so no music player can be reached</source>
@@ -179,9 +179,9 @@
         <translation>&amp;Klassinen ulkoasu</translation>
     </message>
     <message>
-        <source>The player stays light, whatever the appearance of the desktop.</source>
+        <source>The window stays light, even on a dark desktop.</source>
         <comment>Below the check box &quot;Classic appearance&quot;</comment>
-        <translation>Soitinikkuna pysyy vaaleana työpöydän ulkoasusta riippumatta.</translation>
+        <translation>Ikkuna pysyy vaaleana myös tummalla työpöydällä.</translation>
     </message>
     <message>
         <source>&amp;Dark icon on a dark desktop</source>
@@ -189,7 +189,7 @@
         <translation>&amp;Tumma kuvake tummalla työpöydällä</translation>
     </message>
     <message>
-        <source>The icon in the dock follows the desktop between light and dark.</source>
+        <source>The icon in the dock is light or dark, like the desktop.</source>
         <comment>Below the check box &quot;Dark icon on a dark desktop&quot;</comment>
         <translation>Telakan kuvake on vaalea tai tumma työpöydän mukaan.</translation>
     </message>
@@ -345,14 +345,14 @@
         <translation>Suorita XWaylandin kautta</translation>
     </message>
     <message>
-        <source>Most desktops can then keep it above other windows. It may look less sharp.</source>
+        <source>Most desktops can then keep the window above others. It may look less sharp.</source>
         <comment>Tooltip of the menu command to run Tunedeck through XWayland; less sharp: on a scaled screen</comment>
-        <translation>Useimmat työpöydät voivat silloin pitää sen muiden ikkunoiden päällä. Se voi näyttää vähemmän terävältä.</translation>
+        <translation>Useimmat työpöydät voivat silloin pitää ikkunan muiden päällä. Se voi näyttää vähemmän terävältä.</translation>
     </message>
     <message>
-        <source>The desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
+        <source>Use the window&apos;s menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
         <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>Työpöytä voi tehdä sen, ikkunavalikossaan: Gnomessa Alt+Välilyönti, KDE Plasmassa Alt+F3.</translation>
+        <translation>Käytä sen sijaan ikkunavalikkoa: Gnomessa Alt+Välilyönti, KDE Plasmassa Alt+F3.</translation>
     </message>
 </context>
 <context>
@@ -482,9 +482,9 @@
         <translation>Musiikkikansiossa ei ole soittolistatiedostoja (.m3u, .m3u8, .pls, .xspf)</translation>
     </message>
     <message>
-        <source>The player has not told of its playlists yet</source>
+        <source>Waiting for the player&apos;s playlists</source>
         <comment>Tooltip of the empty playlist picker</comment>
-        <translation>Soitin ei ole vielä kertonut soittolistoistaan</translation>
+        <translation>Odotetaan soittimen soittolistoja</translation>
     </message>
     <message>
         <source>This player neither offers playlists nor opens playlist files</source>
@@ -520,7 +520,7 @@
         <translation>&amp;Seurattava soitin:</translation>
     </message>
     <message>
-        <source>Automatic is the player that plays.</source>
+        <source>Automatic follows the player that is playing.</source>
         <comment>Below the choice of the player to follow</comment>
         <translation>Automaattinen seuraa toistavaa soitinta.</translation>
     </message>
@@ -543,12 +543,12 @@
         <translation>Ohjelmistopäivitys</translation>
     </message>
     <message>
-        <source>The updater of Tunedeck is missing, or belongs to another version.</source>
+        <source>Tunedeck&apos;s updater is missing or belongs to another version.</source>
         <comment>Updates: title of an error</comment>
         <translation>Tunedeckin päivitin puuttuu tai kuuluu toiseen versioon.</translation>
     </message>
     <message>
-        <source>Install Tunedeck anew.</source>
+        <source>Install Tunedeck again.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Asenna Tunedeck uudelleen.</translation>
     </message>
@@ -571,9 +571,9 @@
         <translation>Tunedeck %1</translation>
     </message>
     <message>
-        <source>Tunedeck looks for a newer version when you ask it to, and lets you choose whether to download it.</source>
+        <source>Tunedeck looks for a newer version only when you ask. You choose whether to download it.</source>
         <comment>In the Updates pane</comment>
-        <translation>Tunedeck etsii uudempaa versiota, kun pyydät sitä, ja antaa sinun päättää, ladataanko se.</translation>
+        <translation>Tunedeck etsii uudempaa versiota vain, kun pyydät sitä. Sinä päätät, ladataanko se.</translation>
     </message>
 </context>
 <context>
@@ -594,22 +594,17 @@
         <translation>Yhteys päivityspalvelimeen ei ole suojattu.</translation>
     </message>
     <message>
-        <source>Nothing was downloaded. Make sure that the date and the time of this computer are right, or try again in another network.</source>
+        <source>Nothing was downloaded. Make sure that this computer&apos;s date and time are right, or try again on another network.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Mitään ei ladattu. Varmista, että tämän tietokoneen päivämäärä ja kellonaika ovat oikein, tai yritä uudelleen toisessa verkossa.</translation>
     </message>
     <message>
-        <source>The update server leads nowhere.</source>
+        <source>The update server redirects too often.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Päivityspalvelin ei johda perille.</translation>
+        <translation>Päivityspalvelin uudelleenohjaa liian monta kertaa.</translation>
     </message>
     <message>
-        <source>It sends from one address to the next. Check for updates again later.</source>
-        <comment>Updates: what to do about an error</comment>
-        <translation>Se ohjaa osoitteesta toiseen. Etsi päivityksiä myöhemmin uudelleen.</translation>
-    </message>
-    <message>
-        <source>The update server has stopped answering.</source>
+        <source>The update server stopped responding.</source>
         <comment>Updates: title of an error</comment>
         <translation>Päivityspalvelin lakkasi vastaamasta.</translation>
     </message>
@@ -619,9 +614,9 @@
         <translation>Tarkista internetyhteytesi tai etsi päivityksiä myöhemmin uudelleen.</translation>
     </message>
     <message>
-        <source>The update server does not have what was asked for.</source>
+        <source>The update server refused the request.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Päivityspalvelimella ei ole sitä, mitä pyydettiin.</translation>
+        <translation>Päivityspalvelin hylkäsi pyynnön.</translation>
     </message>
     <message>
         <source>Check for updates again later.</source>
@@ -644,9 +639,9 @@
         <translation>Tämä Tunedeck-asennus ei voi etsiä päivityksiä.</translation>
     </message>
     <message>
-        <source>It was built with an address or a key that cannot be used. Get a new version from where you have this one.</source>
+        <source>It was built with an unusable address or key. Download a new version from where you got this one.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Siihen on koottaessa määritetty osoite tai avain, jota ei voi käyttää. Hanki uusi versio sieltä, mistä sait tämän.</translation>
+        <translation>Siihen on koottaessa määritetty osoite tai avain, jota ei voi käyttää. Lataa uusi versio sieltä, mistä sait tämän.</translation>
     </message>
     <message>
         <source>The software updater could not be opened.</source>
@@ -654,7 +649,7 @@
         <translation>Päivitysohjelmaa ei voitu avata.</translation>
     </message>
     <message>
-        <source>Look for it among the applications of your desktop.</source>
+        <source>Look for it among your desktop&apos;s applications.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Etsi se työpöytäsi sovellusten joukosta.</translation>
     </message>
@@ -664,9 +659,9 @@
         <translation>Päivitysluettelo on liian pitkä.</translation>
     </message>
     <message>
-        <source>What the server sent was not read to its end. Check for updates again later.</source>
+        <source>Tunedeck stopped reading it. Check for updates again later.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Palvelimen lähettämiä tietoja ei luettu loppuun. Etsi päivityksiä myöhemmin uudelleen.</translation>
+        <translation>Tunedeck keskeytti sen lukemisen. Etsi päivityksiä myöhemmin uudelleen.</translation>
     </message>
     <message>
         <source>The list of updates could not be read.</source>
@@ -674,32 +669,32 @@
         <translation>Päivitysluetteloa ei voitu lukea.</translation>
     </message>
     <message>
-        <source>There is a new version, but it cannot be trusted.</source>
+        <source>A new version is available, but it cannot be trusted.</source>
         <comment>Updates: title of an error</comment>
         <translation>Uusi versio on saatavilla, mutta siihen ei voi luottaa.</translation>
     </message>
     <message>
-        <source>The server does not say how to check that it is genuine, so it was not downloaded. Check for updates again later.</source>
+        <source>The server does not say how to verify it, so it was not downloaded. Check for updates again later.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Palvelin ei kerro, miten version aitouden voi tarkistaa, joten sitä ei ladattu. Etsi päivityksiä myöhemmin uudelleen.</translation>
+        <translation>Palvelin ei kerro, miten version voi tarkistaa, joten sitä ei ladattu. Etsi päivityksiä myöhemmin uudelleen.</translation>
     </message>
     <message>
-        <source>The download is not complete.</source>
+        <source>The download is incomplete.</source>
         <comment>Updates: title of an error</comment>
         <translation>Lataus jäi vajaaksi.</translation>
     </message>
     <message>
-        <source>It was thrown away. Check your connection to the internet, then try again.</source>
+        <source>It was deleted. Check your connection to the internet, then try again.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Ladattu tiedosto poistettiin. Tarkista internetyhteytesi ja yritä sitten uudelleen.</translation>
     </message>
     <message>
-        <source>The download is not the file that it should be.</source>
+        <source>The download is not the expected file.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Ladattu tiedosto ei ole se, joka sen pitäisi olla.</translation>
+        <translation>Ladattu tiedosto ei ole se, jota odotettiin.</translation>
     </message>
     <message>
-        <source>It is longer than announced and was thrown away. Try again later.</source>
+        <source>It is larger than announced, so it was deleted. Try again later.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Se on ilmoitettua suurempi, joten se poistettiin. Yritä myöhemmin uudelleen.</translation>
     </message>
@@ -709,7 +704,7 @@
         <translation>Ladattuun tiedostoon ei voi luottaa.</translation>
     </message>
     <message>
-        <source>It does not come from those who make Tunedeck, or was changed on its way. It was thrown away. Try again later, or in another network.</source>
+        <source>It does not come from Tunedeck&apos;s makers, or it was changed on the way. It was deleted. Try again later, or on another network.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Se ei ole peräisin Tunedeckin tekijöiltä, tai sitä on muutettu matkalla. Se poistettiin. Yritä uudelleen myöhemmin tai toisessa verkossa.</translation>
     </message>
@@ -719,7 +714,7 @@
         <translation>Ladattua tiedostoa ei voitu tallentaa.</translation>
     </message>
     <message>
-        <source>Make sure that there is room in your download folder and that you may write to it, then try again.</source>
+        <source>Make sure that your download folder has free space and that you may write to it, then try again.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Varmista, että latauskansiossa on tilaa ja että sinulla on siihen kirjoitusoikeus, ja yritä sitten uudelleen.</translation>
     </message>
@@ -814,9 +809,9 @@
         <translation>Tunedeckistä on uusi versio, mutta ei järjestelmällesi.</translation>
     </message>
     <message>
-        <source>Version %1 needs version %2 of your system or a later one. Of those that run here, you have the newest, version %3.</source>
+        <source>Version %1 needs version %2 of your system or a later one. You have version %3, the newest that runs on your system.</source>
         <comment>Updates: %1 and %3 are versions of Tunedeck, %2 is one of the operating system</comment>
-        <translation>Versio %1 tarvitsee järjestelmäsi version %2 tai uudemman. Tässä järjestelmässä toimivista sinulla on uusin, versio %3.</translation>
+        <translation>Versio %1 tarvitsee järjestelmäsi version %2 tai uudemman. Sinulla on versio %3, joka on uusin järjestelmässäsi toimiva.</translation>
     </message>
     <message>
         <source>This copy of Tunedeck does not look for new versions itself.</source>
@@ -824,9 +819,9 @@
         <translation>Tämä Tunedeck-asennus ei etsi uusia versioita itse.</translation>
     </message>
     <message>
-        <source>If it came with your system, new versions come with the updates of the system&apos;s software. If you built it yourself, build it anew from newer sources.</source>
+        <source>If it came with your system, new versions come with the system&apos;s updates. If you built it yourself, build it again from newer sources.</source>
         <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
-        <translation>Jos se tuli järjestelmäsi mukana, uudet versiot tulevat järjestelmän ohjelmistopäivitysten mukana. Jos koostit sen itse, koosta se uudelleen uudemmasta lähdekoodista.</translation>
+        <translation>Jos se tuli järjestelmäsi mukana, uudet versiot tulevat järjestelmän päivitysten mukana. Jos koostit sen itse, koosta se uudelleen uudemmasta lähdekoodista.</translation>
     </message>
 </context>
 <context>

@@ -4,24 +4,24 @@
 <context>
     <name>main</name>
     <message>
-        <source>A small window that controls the music player that runs</source>
+        <source>A small window that controls the running music player</source>
         <comment>For --help</comment>
         <translation>Małe okno, które steruje działającym odtwarzaczem muzyki</translation>
     </message>
     <message>
-        <source>Carries out &lt;name&gt; in the Tunedeck that runs, or starts it for that. It is one of: %1.</source>
+        <source>Carries out &lt;name&gt; in the running Tunedeck, or starts Tunedeck for it. &lt;name&gt; is one of: %1.</source>
         <comment>For --help; &lt;name&gt; stays as it is, %1 is a list of names</comment>
-        <translation>Wykonuje &lt;name&gt; w działającym programie Tunedeck albo uruchamia go w tym celu. Dostępne: %1.</translation>
+        <translation>Wykonuje &lt;name&gt; w działającym programie Tunedeck albo uruchamia go w tym celu. &lt;name&gt; to jedna z akcji: %1.</translation>
     </message>
     <message>
-        <source>there is no such action; --help tells which there are</source>
+        <source>unknown action; see --help</source>
         <comment>On the command line</comment>
-        <translation>nie ma takiej akcji; --help podaje, jakie są</translation>
+        <translation>nieznana akcja; zobacz --help</translation>
     </message>
     <message>
-        <source>it runs already, but does not answer</source>
+        <source>already running, but not responding</source>
         <comment>On the command line</comment>
-        <translation>program już działa, ale nie odpowiada</translation>
+        <translation>już działa, ale nie odpowiada</translation>
     </message>
     <message>
         <source>there is no session bus, so no music player can be reached</source>
@@ -179,9 +179,9 @@
         <translation>&amp;Klasyczny wygląd</translation>
     </message>
     <message>
-        <source>The player stays light, whatever the appearance of the desktop.</source>
+        <source>The window stays light, even on a dark desktop.</source>
         <comment>Below the check box &quot;Classic appearance&quot;</comment>
-        <translation>Okno pozostaje jasne bez względu na wygląd pulpitu.</translation>
+        <translation>Okno pozostaje jasne także na ciemnym pulpicie.</translation>
     </message>
     <message>
         <source>&amp;Dark icon on a dark desktop</source>
@@ -189,7 +189,7 @@
         <translation>&amp;Ciemna ikona na ciemnym pulpicie</translation>
     </message>
     <message>
-        <source>The icon in the dock follows the desktop between light and dark.</source>
+        <source>The icon in the dock is light or dark, like the desktop.</source>
         <comment>Below the check box &quot;Dark icon on a dark desktop&quot;</comment>
         <translation>Ikona w doku jest jasna lub ciemna, tak jak pulpit.</translation>
     </message>
@@ -345,14 +345,14 @@
         <translation>Uruchamiaj przez XWayland</translation>
     </message>
     <message>
-        <source>Most desktops can then keep it above other windows. It may look less sharp.</source>
+        <source>Most desktops can then keep the window above others. It may look less sharp.</source>
         <comment>Tooltip of the menu command to run Tunedeck through XWayland; less sharp: on a scaled screen</comment>
-        <translation>Większość środowisk może wtedy utrzymać go nad innymi oknami. Może wyglądać mniej ostro.</translation>
+        <translation>Większość środowisk może wtedy utrzymać okno nad innymi. Może wyglądać mniej ostro.</translation>
     </message>
     <message>
-        <source>The desktop can do it, in the window&apos;s menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
+        <source>Use the window&apos;s menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
         <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>Może to zrobić środowisko, w menu okna: Alt+spacja w GNOME, Alt+F3 w KDE Plasma.</translation>
+        <translation>Zamiast tego użyj menu okna: Alt+spacja w GNOME, Alt+F3 w KDE Plasma.</translation>
     </message>
 </context>
 <context>
@@ -482,9 +482,9 @@
         <translation>W katalogu z muzyką nie ma plików list odtwarzania (.m3u, .m3u8, .pls, .xspf)</translation>
     </message>
     <message>
-        <source>The player has not told of its playlists yet</source>
+        <source>Waiting for the player&apos;s playlists</source>
         <comment>Tooltip of the empty playlist picker</comment>
-        <translation>Odtwarzacz nie podał jeszcze swoich list odtwarzania</translation>
+        <translation>Oczekiwanie na listy odtwarzania z odtwarzacza</translation>
     </message>
     <message>
         <source>This player neither offers playlists nor opens playlist files</source>
@@ -520,7 +520,7 @@
         <translation>&amp;Sterowany odtwarzacz:</translation>
     </message>
     <message>
-        <source>Automatic is the player that plays.</source>
+        <source>Automatic follows the player that is playing.</source>
         <comment>Below the choice of the player to follow</comment>
         <translation>„Automatycznie” oznacza odtwarzacz, który właśnie gra.</translation>
     </message>
@@ -543,12 +543,12 @@
         <translation>Aktualizacja oprogramowania</translation>
     </message>
     <message>
-        <source>The updater of Tunedeck is missing, or belongs to another version.</source>
+        <source>Tunedeck&apos;s updater is missing or belongs to another version.</source>
         <comment>Updates: title of an error</comment>
         <translation>Brakuje modułu aktualizacji programu Tunedeck albo pochodzi on z innej wersji.</translation>
     </message>
     <message>
-        <source>Install Tunedeck anew.</source>
+        <source>Install Tunedeck again.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Zainstaluj program Tunedeck ponownie.</translation>
     </message>
@@ -571,9 +571,9 @@
         <translation>Tunedeck %1</translation>
     </message>
     <message>
-        <source>Tunedeck looks for a newer version when you ask it to, and lets you choose whether to download it.</source>
+        <source>Tunedeck looks for a newer version only when you ask. You choose whether to download it.</source>
         <comment>In the Updates pane</comment>
-        <translation>Tunedeck szuka nowszej wersji tylko na życzenie i pozwala wybrać, czy ją pobrać.</translation>
+        <translation>Tunedeck szuka nowszej wersji tylko na życzenie. Ty decydujesz, czy ją pobrać.</translation>
     </message>
 </context>
 <context>
@@ -594,22 +594,17 @@
         <translation>Połączenie z serwerem aktualizacji nie jest bezpieczne.</translation>
     </message>
     <message>
-        <source>Nothing was downloaded. Make sure that the date and the time of this computer are right, or try again in another network.</source>
+        <source>Nothing was downloaded. Make sure that this computer&apos;s date and time are right, or try again on another network.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Niczego nie pobrano. Upewnij się, że data i godzina na komputerze są prawidłowe, lub spróbuj ponownie w innej sieci.</translation>
     </message>
     <message>
-        <source>The update server leads nowhere.</source>
+        <source>The update server redirects too often.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Serwer aktualizacji prowadzi donikąd.</translation>
+        <translation>Serwer aktualizacji przekierowuje zbyt wiele razy.</translation>
     </message>
     <message>
-        <source>It sends from one address to the next. Check for updates again later.</source>
-        <comment>Updates: what to do about an error</comment>
-        <translation>Odsyła z jednego adresu na kolejny. Sprawdź aktualizacje ponownie później.</translation>
-    </message>
-    <message>
-        <source>The update server has stopped answering.</source>
+        <source>The update server stopped responding.</source>
         <comment>Updates: title of an error</comment>
         <translation>Serwer aktualizacji przestał odpowiadać.</translation>
     </message>
@@ -619,9 +614,9 @@
         <translation>Sprawdź połączenie z Internetem lub ponownie sprawdź aktualizacje później.</translation>
     </message>
     <message>
-        <source>The update server does not have what was asked for.</source>
+        <source>The update server refused the request.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Na serwerze aktualizacji nie ma żądanych danych.</translation>
+        <translation>Serwer aktualizacji odrzucił żądanie.</translation>
     </message>
     <message>
         <source>Check for updates again later.</source>
@@ -644,7 +639,7 @@
         <translation>Ta kopia programu Tunedeck nie może sprawdzać aktualizacji.</translation>
     </message>
     <message>
-        <source>It was built with an address or a key that cannot be used. Get a new version from where you have this one.</source>
+        <source>It was built with an unusable address or key. Download a new version from where you got this one.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Zbudowano ją z adresem lub kluczem, którego nie można użyć. Pobierz nową wersję z tego samego źródła, z którego pochodzi ta.</translation>
     </message>
@@ -654,7 +649,7 @@
         <translation>Nie można otworzyć programu do aktualizacji oprogramowania.</translation>
     </message>
     <message>
-        <source>Look for it among the applications of your desktop.</source>
+        <source>Look for it among your desktop&apos;s applications.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Poszukaj go wśród programów w swoim środowisku.</translation>
     </message>
@@ -664,9 +659,9 @@
         <translation>Lista aktualizacji jest za długa.</translation>
     </message>
     <message>
-        <source>What the server sent was not read to its end. Check for updates again later.</source>
+        <source>Tunedeck stopped reading it. Check for updates again later.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Danych wysłanych przez serwer nie odczytano do końca. Sprawdź aktualizacje ponownie później.</translation>
+        <translation>Tunedeck przerwał jej odczytywanie. Sprawdź aktualizacje ponownie później.</translation>
     </message>
     <message>
         <source>The list of updates could not be read.</source>
@@ -674,34 +669,34 @@
         <translation>Nie można odczytać listy aktualizacji.</translation>
     </message>
     <message>
-        <source>There is a new version, but it cannot be trusted.</source>
+        <source>A new version is available, but it cannot be trusted.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Jest nowa wersja, ale nie można jej zaufać.</translation>
+        <translation>Dostępna jest nowa wersja, ale nie można jej zaufać.</translation>
     </message>
     <message>
-        <source>The server does not say how to check that it is genuine, so it was not downloaded. Check for updates again later.</source>
+        <source>The server does not say how to verify it, so it was not downloaded. Check for updates again later.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Serwer nie podaje, jak sprawdzić jej autentyczność, więc nie została pobrana. Sprawdź aktualizacje ponownie później.</translation>
+        <translation>Serwer nie podaje, jak ją zweryfikować, więc nie została pobrana. Sprawdź aktualizacje ponownie później.</translation>
     </message>
     <message>
-        <source>The download is not complete.</source>
+        <source>The download is incomplete.</source>
         <comment>Updates: title of an error</comment>
         <translation>Pobrany plik jest niekompletny.</translation>
     </message>
     <message>
-        <source>It was thrown away. Check your connection to the internet, then try again.</source>
+        <source>It was deleted. Check your connection to the internet, then try again.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Plik usunięto. Sprawdź połączenie z Internetem, a następnie spróbuj ponownie.</translation>
     </message>
     <message>
-        <source>The download is not the file that it should be.</source>
+        <source>The download is not the expected file.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Pobrany plik nie jest tym, którym powinien być.</translation>
+        <translation>Pobrany plik nie jest tym, którego oczekiwano.</translation>
     </message>
     <message>
-        <source>It is longer than announced and was thrown away. Try again later.</source>
+        <source>It is larger than announced, so it was deleted. Try again later.</source>
         <comment>Updates: what to do about an error</comment>
-        <translation>Jest dłuższy, niż zapowiedziano, więc go usunięto. Spróbuj ponownie później.</translation>
+        <translation>Jest większy, niż zapowiedziano, więc go usunięto. Spróbuj ponownie później.</translation>
     </message>
     <message>
         <source>The download cannot be trusted.</source>
@@ -709,7 +704,7 @@
         <translation>Pobranemu plikowi nie można zaufać.</translation>
     </message>
     <message>
-        <source>It does not come from those who make Tunedeck, or was changed on its way. It was thrown away. Try again later, or in another network.</source>
+        <source>It does not come from Tunedeck&apos;s makers, or it was changed on the way. It was deleted. Try again later, or on another network.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Nie pochodzi od twórców programu Tunedeck lub został po drodze zmieniony. Plik usunięto. Spróbuj ponownie później lub w innej sieci.</translation>
     </message>
@@ -719,7 +714,7 @@
         <translation>Nie można zapisać pobranego pliku.</translation>
     </message>
     <message>
-        <source>Make sure that there is room in your download folder and that you may write to it, then try again.</source>
+        <source>Make sure that your download folder has free space and that you may write to it, then try again.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Upewnij się, że w katalogu pobranych plików jest miejsce i że masz prawo w nim zapisywać, a następnie spróbuj ponownie.</translation>
     </message>
@@ -814,9 +809,9 @@
         <translation>Jest nowa wersja programu Tunedeck, ale nie dla tego systemu.</translation>
     </message>
     <message>
-        <source>Version %1 needs version %2 of your system or a later one. Of those that run here, you have the newest, version %3.</source>
+        <source>Version %1 needs version %2 of your system or a later one. You have version %3, the newest that runs on your system.</source>
         <comment>Updates: %1 and %3 are versions of Tunedeck, %2 is one of the operating system</comment>
-        <translation>Wersja %1 wymaga wersji %2 systemu lub nowszej. Spośród tych, które tu działają, masz najnowszą, wersję %3.</translation>
+        <translation>Wersja %1 wymaga wersji %2 systemu lub nowszej. Masz wersję %3, najnowszą, która działa w tym systemie.</translation>
     </message>
     <message>
         <source>This copy of Tunedeck does not look for new versions itself.</source>
@@ -824,9 +819,9 @@
         <translation>Ta kopia programu Tunedeck nie szuka sama nowych wersji.</translation>
     </message>
     <message>
-        <source>If it came with your system, new versions come with the updates of the system&apos;s software. If you built it yourself, build it anew from newer sources.</source>
+        <source>If it came with your system, new versions come with the system&apos;s updates. If you built it yourself, build it again from newer sources.</source>
         <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
-        <translation>Jeśli pochodzi z systemu, nowe wersje są dostarczane z aktualizacjami oprogramowania systemu. Jeśli została zbudowana samodzielnie, należy zbudować ją ponownie z nowszych źródeł.</translation>
+        <translation>Jeśli pochodzi z systemu, nowe wersje są dostarczane z aktualizacjami systemu. Jeśli została zbudowana samodzielnie, należy zbudować ją ponownie z nowszych źródeł.</translation>
     </message>
 </context>
 <context>

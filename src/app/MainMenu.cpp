@@ -73,7 +73,7 @@ void MainMenu::offerXWayland(bool isUsed)
 {
     QAction *item = addItem(*m_windowMenu,
         {tr("Run Through XWayland", "Menu command that can be checked"), QStringLiteral("Window_RunThroughXWayland")});
-    item->setToolTip(tr("Most desktops can then keep it above other windows. It may look less sharp.",
+    item->setToolTip(tr("Most desktops can then keep the window above others. It may look less sharp.",
         "Tooltip of the menu command to run Tunedeck through XWayland; less sharp: on a scaled screen"));
     item->setCheckable(true);
     item->setChecked(isUsed);
@@ -162,7 +162,7 @@ void MainMenu::addKeepAboveItem(QMenu &menu)
         QAction *item = addItem(menu,
             {tr("Keep Above All Other Windows (Not Possible on Wayland)", "Menu command that is disabled"),
                 MenuItemIdentifier::keepAboveAllWindows});
-        item->setToolTip(tr("The desktop can do it, in the window's menu: Alt+Space in GNOME, Alt+F3 in KDE Plasma.",
+        item->setToolTip(tr("Use the window's menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.",
             "Tooltip of the menu command to keep the window above all others"));
         item->setEnabled(false);
         menu.setToolTipsVisible(true);

@@ -60,9 +60,9 @@ void SoftwareUpdater::reportMissingModule()
     if (!m_message) {
         m_message =
             std::make_unique<QMessageBox>(QMessageBox::Warning, tr("Software Update", "Updates: title of the window"),
-                tr("The updater of Tunedeck is missing, or belongs to another version.", "Updates: title of an error"),
+                tr("Tunedeck's updater is missing or belongs to another version.", "Updates: title of an error"),
                 QMessageBox::Close);
-        m_message->setInformativeText(tr("Install Tunedeck anew.", "Updates: what to do about an error"));
+        m_message->setInformativeText(tr("Install Tunedeck again.", "Updates: what to do about an error"));
         m_message->setModal(false);
         m_message->setAttribute(Qt::WA_QuitOnClose, false);
     }

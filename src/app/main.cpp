@@ -48,13 +48,13 @@ std::optional<DesktopAction> parseCommandLine(const QCoreApplication &applicatio
 {
     const QCommandLineOption actionOption(QStringLiteral("action"),
         QCoreApplication::translate("main",
-            "Carries out <name> in the Tunedeck that runs, or starts it for that. It is one of: %1.",
+            "Carries out <name> in the running Tunedeck, or starts Tunedeck for it. <name> is one of: %1.",
             "For --help; <name> stays as it is, %1 is a list of names")
             .arg(desktopActionNames().join(QStringLiteral(", "))),
         QStringLiteral("name"));
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        QCoreApplication::translate("main", "A small window that controls the music player that runs", "For --help"));
+        QCoreApplication::translate("main", "A small window that controls the running music player", "For --help"));
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addOption(actionOption);
@@ -64,8 +64,7 @@ std::optional<DesktopAction> parseCommandLine(const QCoreApplication &applicatio
     }
     const std::optional<DesktopAction> action = desktopActionNamed(parser.value(actionOption));
     if (!action) {
-        say(QCoreApplication::translate(
-            "main", "there is no such action; --help tells which there are", "On the command line"));
+        say(QCoreApplication::translate("main", "unknown action; see --help", "On the command line"));
         std::exit(EXIT_FAILURE);
     }
     return action;
@@ -76,7 +75,7 @@ int askFirst(ApplicationInstance &instance, std::optional<DesktopAction> action,
     instance.askFirst(action, token, [&token](bool answered) {
         if (!answered) {
             endStartupNotificationOnX11(token);
-            say(QCoreApplication::translate("main", "it runs already, but does not answer", "On the command line"));
+            say(QCoreApplication::translate("main", "already running, but not responding", "On the command line"));
         }
         QCoreApplication::exit(answered ? 0 : 1);
     });

@@ -340,7 +340,7 @@ void DockMenuServer::click(int id)
 
 void DockMenuServer::refuse() const
 {
-    sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("There is no such item, or it has no such property"));
+    sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("No such item or property"));
 }
 
 } // namespace tunedeck

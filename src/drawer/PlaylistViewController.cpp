@@ -148,7 +148,7 @@ QString PlaylistViewController::whyEmpty() const
         return tr("There are no playlist files (.m3u, .m3u8, .pls, .xspf) in your music folder",
             "Tooltip of the empty playlist picker");
     case PlaylistSource::unknown:
-        return tr("The player has not told of its playlists yet", "Tooltip of the empty playlist picker");
+        return tr("Waiting for the player's playlists", "Tooltip of the empty playlist picker");
     case PlaylistSource::none:
         return tr(
             "This player neither offers playlists nor opens playlist files", "Tooltip of the empty playlist picker");

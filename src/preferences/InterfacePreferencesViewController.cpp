@@ -32,11 +32,10 @@ InterfacePreferencesViewController::InterfacePreferencesViewController(UserDefau
     layout->setSpacing(PaneMetrics::choiceGap);
     m_appearanceClassicBox =
         addCheckBox(SettingsKey::appearanceClassic, tr("&Classic appearance", "Check box in the Interface pane"),
-            tr("The player stays light, whatever the appearance of the desktop.",
-                "Below the check box \"Classic appearance\""));
+            tr("The window stays light, even on a dark desktop.", "Below the check box \"Classic appearance\""));
     m_appearanceUpdatesDockIconBox = addCheckBox(SettingsKey::appearanceUpdatesDockIcon,
         tr("&Dark icon on a dark desktop", "Check box in the Interface pane: the program's icon in the dock"),
-        tr("The icon in the dock follows the desktop between light and dark.",
+        tr("The icon in the dock is light or dark, like the desktop.",
             "Below the check box \"Dark icon on a dark desktop\""));
     m_volumeButtonsHiddenBox = addCheckBox(SettingsKey::volumeButtonsHidden,
         tr("&Hide the volume buttons", "Check box in the Interface pane"),

@@ -94,9 +94,9 @@ void PreferencesViewController::layOut()
     auto *player = new QVBoxLayout;
     player->setSpacing(PaneMetrics::gap);
     player->addWidget(m_followedPlayerPicker);
-    player->addWidget(
-        new ExplanationLabel(tr("Automatic is the player that plays.", "Below the choice of the player to follow"),
-            *m_followedPlayerPicker));
+    player->addWidget(new ExplanationLabel(
+        tr("Automatic follows the player that is playing.", "Below the choice of the player to follow"),
+        *m_followedPlayerPicker));
 
     auto *form = new QFormLayout(&m_view);
     form->setContentsMargins(PaneMetrics::margin, PaneMetrics::margin, PaneMetrics::margin, PaneMetrics::margin);

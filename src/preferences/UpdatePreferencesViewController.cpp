@@ -38,10 +38,10 @@ void UpdatePreferencesViewController::layOut()
     QFont bold = version->font();
     bold.setBold(true);
     version->setFont(bold);
-    auto *purpose = new QLabel(
-        tr("Tunedeck looks for a newer version when you ask it to, and lets you choose whether to download it.",
-            "In the Updates pane"),
-        &m_view);
+    auto *purpose =
+        new QLabel(tr("Tunedeck looks for a newer version only when you ask. You choose whether to download it.",
+                       "In the Updates pane"),
+            &m_view);
     purpose->setWordWrap(true);
 
     auto *buttons = new QHBoxLayout;

@@ -104,8 +104,8 @@ void UpdateWindow::showForNewerSystem(const AppcastItem &newest, const QString &
 {
     beginPage(tr("A new version of Tunedeck is available, but not for your system.",
                   "Updates: there is a newer version, which needs a newer system"),
-        tr("Version %1 needs version %2 of your system or a later one. Of those that run here, you have the newest, "
-           "version %3.",
+        tr("Version %1 needs version %2 of your system or a later one. You have version %3, the newest that runs on "
+           "your system.",
             "Updates: %1 and %3 are versions of Tunedeck, %2 is one of the operating system")
             .arg(newest.displayVersion(), newest.minimumSystemVersion, runningVersion));
     endPage(m_buttons->addButton(QDialogButtonBox::Close));
@@ -171,8 +171,8 @@ void UpdateWindow::showNoFeed()
 {
     beginPage(tr("This copy of Tunedeck does not look for new versions itself.",
                   "Updates: Tunedeck came with the system, or was built by hand"),
-        tr("If it came with your system, new versions come with the updates of the system's software. If you built it "
-           "yourself, build it anew from newer sources.",
+        tr("If it came with your system, new versions come with the system's updates. If you built it yourself, build "
+           "it again from newer sources.",
             "Updates: Tunedeck came with the system, or was built by hand"));
     endPage(m_buttons->addButton(QDialogButtonBox::Close));
 }

@@ -16,19 +16,18 @@ FailureMessage messageOfConnection(UpdateFailure failure)
                 "Updates: what to do about an error")};
     case UpdateFailure::insecure:
         return {UpdateWindow::tr("The connection to the update server is not secure.", "Updates: title of an error"),
-            UpdateWindow::tr("Nothing was downloaded. Make sure that the date and the time of this computer are right, "
-                             "or try again in another network.",
+            UpdateWindow::tr("Nothing was downloaded. Make sure that this computer's date and time are right, or try "
+                             "again on another network.",
                 "Updates: what to do about an error")};
     case UpdateFailure::sentAround:
-        return {UpdateWindow::tr("The update server leads nowhere.", "Updates: title of an error"),
-            UpdateWindow::tr("It sends from one address to the next. Check for updates again later.",
-                "Updates: what to do about an error")};
+        return {UpdateWindow::tr("The update server redirects too often.", "Updates: title of an error"),
+            UpdateWindow::tr("Check for updates again later.", "Updates: what to do about an error")};
     case UpdateFailure::stalled:
-        return {UpdateWindow::tr("The update server has stopped answering.", "Updates: title of an error"),
+        return {UpdateWindow::tr("The update server stopped responding.", "Updates: title of an error"),
             UpdateWindow::tr("Check your connection to the internet, or check for updates again later.",
                 "Updates: what to do about an error")};
     case UpdateFailure::refused:
-        return {UpdateWindow::tr("The update server does not have what was asked for.", "Updates: title of an error"),
+        return {UpdateWindow::tr("The update server refused the request.", "Updates: title of an error"),
             UpdateWindow::tr("Check for updates again later.", "Updates: what to do about an error")};
     case UpdateFailure::interrupted:
         return {UpdateWindow::tr("The connection to the update server was lost.", "Updates: title of an error"),
@@ -45,13 +44,12 @@ FailureMessage failureMessage(UpdateFailure failure)
     switch (failure) {
     case UpdateFailure::misconfigured:
         return {UpdateWindow::tr("This copy of Tunedeck cannot check for updates.", "Updates: title of an error"),
-            UpdateWindow::tr("It was built with an address or a key that cannot be used. Get a new version from where "
-                             "you have this one.",
+            UpdateWindow::tr(
+                "It was built with an unusable address or key. Download a new version from where you got this one.",
                 "Updates: what to do about an error")};
     case UpdateFailure::noSystemUpdater:
         return {UpdateWindow::tr("The software updater could not be opened.", "Updates: title of an error"),
-            UpdateWindow::tr(
-                "Look for it among the applications of your desktop.", "Updates: what to do about an error")};
+            UpdateWindow::tr("Look for it among your desktop's applications.", "Updates: what to do about an error")};
     case UpdateFailure::unreachable:
     case UpdateFailure::insecure:
     case UpdateFailure::sentAround:
@@ -61,33 +59,33 @@ FailureMessage failureMessage(UpdateFailure failure)
         return messageOfConnection(failure);
     case UpdateFailure::feedTooLong:
         return {UpdateWindow::tr("The list of updates is too long.", "Updates: title of an error"),
-            UpdateWindow::tr("What the server sent was not read to its end. Check for updates again later.",
-                "Updates: what to do about an error")};
+            UpdateWindow::tr(
+                "Tunedeck stopped reading it. Check for updates again later.", "Updates: what to do about an error")};
     case UpdateFailure::feedNotUnderstood:
         return {UpdateWindow::tr("The list of updates could not be read.", "Updates: title of an error"),
             UpdateWindow::tr("Check for updates again later.", "Updates: what to do about an error")};
     case UpdateFailure::notVerifiable:
-        return {UpdateWindow::tr("There is a new version, but it cannot be trusted.", "Updates: title of an error"),
-            UpdateWindow::tr("The server does not say how to check that it is genuine, so it was not downloaded. Check "
-                             "for updates again later.",
+        return {UpdateWindow::tr("A new version is available, but it cannot be trusted.", "Updates: title of an error"),
+            UpdateWindow::tr(
+                "The server does not say how to verify it, so it was not downloaded. Check for updates again later.",
                 "Updates: what to do about an error")};
     case UpdateFailure::incomplete:
-        return {UpdateWindow::tr("The download is not complete.", "Updates: title of an error"),
-            UpdateWindow::tr("It was thrown away. Check your connection to the internet, then try again.",
+        return {UpdateWindow::tr("The download is incomplete.", "Updates: title of an error"),
+            UpdateWindow::tr("It was deleted. Check your connection to the internet, then try again.",
                 "Updates: what to do about an error")};
     case UpdateFailure::tooLong:
-        return {UpdateWindow::tr("The download is not the file that it should be.", "Updates: title of an error"),
-            UpdateWindow::tr("It is longer than announced and was thrown away. Try again later.",
+        return {UpdateWindow::tr("The download is not the expected file.", "Updates: title of an error"),
+            UpdateWindow::tr("It is larger than announced, so it was deleted. Try again later.",
                 "Updates: what to do about an error")};
     case UpdateFailure::wronglySigned:
         return {UpdateWindow::tr("The download cannot be trusted.", "Updates: title of an error"),
-            UpdateWindow::tr("It does not come from those who make Tunedeck, or was changed on its way. It was thrown "
-                             "away. Try again later, or in another network.",
+            UpdateWindow::tr("It does not come from Tunedeck's makers, or it was changed on the way. It was deleted. "
+                             "Try again later, or on another network.",
                 "Updates: what to do about an error")};
     case UpdateFailure::notSaved:
         return {UpdateWindow::tr("The download could not be saved.", "Updates: title of an error"),
-            UpdateWindow::tr("Make sure that there is room in your download folder and that you may write to it, then "
-                             "try again.",
+            UpdateWindow::tr(
+                "Make sure that your download folder has free space and that you may write to it, then try again.",
                 "Updates: what to do about an error")};
     }
     fatalError("unknown failure of an update");

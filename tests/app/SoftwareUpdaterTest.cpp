@@ -36,7 +36,7 @@ QString toldByTheMessageBox()
     return box ? box->text() : QString();
 }
 
-const QString isMissing = u"The updater of Tunedeck is missing, or belongs to another version."_s;
+const QString isMissing = u"Tunedeck's updater is missing or belongs to another version."_s;
 } // namespace
 
 class SoftwareUpdaterTest : public QObject {

@@ -332,13 +332,13 @@ private Q_SLOTS:
         const Session session({u"--play"_s});
         CommandLine line(session, {u"--action"_s, u"quit"_s});
         QCOMPARE(line.exitCode(), 1);
-        QVERIFY(line.said().endsWith(u"tunedeck: there is no such action; --help tells which there are\n"_s));
+        QVERIFY(line.said().endsWith(u"tunedeck: unknown action; see --help\n"_s));
         QVERIFY(!session.isProgramRunning());
     }
 
     void itSpeaksOneLanguageWhateverTheEnvironmentMixes_data()
     {
-        const Texts english{u"A small window that controls the music player that runs"_s, u"\nOptions:\n"_s};
+        const Texts english{u"A small window that controls the running music player"_s, u"\nOptions:\n"_s};
         const Texts german{u"Ein kleines Fenster, das den laufenden Musikplayer steuert"_s, u"\nOptionen:\n"_s};
         const Texts spanish{
             u"Una ventana pequeña que controla el reproductor de música en marcha"_s, u"\nOpciones:\n"_s};
@@ -379,7 +379,7 @@ private Q_SLOTS:
         QVERIFY(process.waitForFinished(20'000));
         QCOMPARE(process.exitCode(), 1);
         QVERIFY(QString::fromUtf8(process.readAllStandardError())
-                    .endsWith(u"tunedeck: diese Aktion gibt es nicht; --help nennt alle, die es gibt\n"_s));
+                    .endsWith(u"tunedeck: unbekannte Aktion; siehe --help\n"_s));
     }
 
     void aBusThatGoesAwayAndComesBackIsTakenUpAgain()

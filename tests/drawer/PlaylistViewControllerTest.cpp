@@ -181,8 +181,7 @@ private Q_SLOTS:
         Drawer closed(false);
         QCOMPARE(closed.view.playlistPicker().toolTip(), QStringLiteral("Music is not open"));
         closed.music.launch();
-        QCOMPARE(
-            closed.view.playlistPicker().toolTip(), QStringLiteral("The player has not told of its playlists yet"));
+        QCOMPARE(closed.view.playlistPicker().toolTip(), QStringLiteral("Waiting for the player's playlists"));
     }
 
     void withoutACurrentOneNothingIsChosen()

@@ -51,7 +51,7 @@ const QString filePath = u"/files/tunedeck_2.0_amd64.deb"_s;
 
 const QString isUpToDate = u"Tunedeck is up to date.\nYou have version 1.0, which is the newest."_s;
 const QString isOffered = u"A new version of Tunedeck is available.\nVersion 2.0 is available; you have version 1.0."_s;
-const QString isNotVerifiable = u"There is a new version, but it cannot be trusted."_s;
+const QString isNotVerifiable = u"A new version is available, but it cannot be trusted."_s;
 
 UpdateWindow *window()
 {
@@ -187,7 +187,7 @@ private Q_SLOTS:
         check();
         QTRY_COMPARE(page(),
             u"A new version of Tunedeck is available, but not for your system.\nVersion 3.0 needs version 14 of your "
-            "system or a later one. Of those that run here, you have the newest, version 1.0."_s);
+            "system or a later one. You have version 1.0, the newest that runs on your system."_s);
         // The next check is a new one.
         m_server->setAnswer(feedPath, {feedText({})});
         m_updater->checkForUpdates();
@@ -227,13 +227,13 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("told");
-        QTest::newRow("not found") << u"/nothing"_s << u"The update server does not have what was asked for."_s;
-        QTest::newRow("an error") << u"/error"_s << u"The update server does not have what was asked for."_s;
-        QTest::newRow("silent") << u"/silent"_s << u"The update server has stopped answering."_s;
+        QTest::newRow("not found") << u"/nothing"_s << u"The update server refused the request."_s;
+        QTest::newRow("an error") << u"/error"_s << u"The update server refused the request."_s;
+        QTest::newRow("silent") << u"/silent"_s << u"The update server stopped responding."_s;
         QTest::newRow("broken off") << u"/broken"_s << u"The connection to the update server was lost."_s;
         QTest::newRow("sent on to plain http")
             << u"/plain"_s << u"The connection to the update server is not secure."_s;
-        QTest::newRow("sent round and round") << u"/round"_s << u"The update server leads nowhere."_s;
+        QTest::newRow("sent round and round") << u"/round"_s << u"The update server redirects too often."_s;
     }
     void aServerThatFailsIsTold()
     {
@@ -395,15 +395,15 @@ private Q_SLOTS:
         QByteArray changed = right;
         changed[200'000] = 'A';
         const qint64 length = right.size();
-        const QString incomplete = u"The download is not complete."_s;
-        const QString tooLong = u"The download is not the file that it should be."_s;
+        const QString incomplete = u"The download is incomplete."_s;
+        const QString tooLong = u"The download is not the expected file."_s;
         QTest::newRow("changed") << changed << length << false << u"The download cannot be trusted."_s;
         QTest::newRow("longer") << QByteArray(right + 'x') << length + 1 << false << tooLong;
         QTest::newRow("endless") << QByteArray(right + right) << (1LL << 40) << true << tooLong;
         QTest::newRow("shorter") << right.chopped(1) << length - 1 << false << incomplete;
         QTest::newRow("empty") << QByteArray() << 0LL << false << incomplete;
         QTest::newRow("broken off") << right.chopped(1) << length << false << incomplete;
-        QTest::newRow("stalled") << right.chopped(1) << length << true << u"The update server has stopped answering."_s;
+        QTest::newRow("stalled") << right.chopped(1) << length << true << u"The update server stopped responding."_s;
     }
     void aDownloadThatFailsLeavesNothing()
     {
@@ -433,7 +433,7 @@ private Q_SLOTS:
         offerUpdate();
         m_server->setAnswer(filePath, {"x", "404 Not Found"});
         pressDefaultButton();
-        QTRY_COMPARE(headline(), u"The update server does not have what was asked for."_s);
+        QTRY_COMPARE(headline(), u"The update server refused the request."_s);
     }
 
     void aFolderThatCannotBeWrittenIsTold()
@@ -553,8 +553,7 @@ private Q_SLOTS:
         check();
         QCOMPARE(page(),
             u"This copy of Tunedeck does not look for new versions itself.\nIf it came with your system, new versions "
-            "come with the updates of the system's software. If you built it yourself, build it anew from newer "
-            "sources."_s);
+            "come with the system's updates. If you built it yourself, build it again from newer sources."_s);
         QTest::qWait(50);
         QCOMPARE(window()->findChildren<QPushButton *>().size(), 1);
         QCOMPARE(m_server->requests().size(), 0);

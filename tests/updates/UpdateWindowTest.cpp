@@ -122,8 +122,8 @@ private Q_SLOTS:
         window.showForNewerSystem(newest, u"1.0"_s);
         QVERIFY(isShown(window, u"A new version of Tunedeck is available, but not for your system."_s));
         QVERIFY(isShown(window,
-            u"Version 2.0 needs version 13 of your system or a later one. Of those that run here, you have the "
-            "newest, version 1.0."_s));
+            u"Version 2.0 needs version 13 of your system or a later one. You have version 1.0, the "
+            "newest that runs on your system."_s));
         QCOMPARE(buttonTexts(window), QStringList({u"Close"_s}));
 
         window.showNoFeed();
