@@ -28,11 +28,11 @@ set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "fonts-noto-cjk, rhythmbox | strawberry | audacious | vlc | mpv-mpris")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "small window that controls the running music player")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-"A small, always-at-hand window for the music player that is already used. It
-shows what plays, and controls it: play and pause, back and forward, the place
-in the track, the volume, shuffle, repeat and the playlists.
+"A small, always-at-hand window for the music player that is already in use. It
+shows what is playing, and controls it: play and pause, back and forward, the
+position in the track, the volume, shuffle, repeat and the playlists.
 
-Tunedeck plays nothing itself. It works with any player that speaks MPRIS2,
+Tunedeck plays nothing itself. It works with any player that supports MPRIS2,
 such as Rhythmbox, Strawberry, Audacious, VLC and mpv (with mpv-mpris), and
 with web browsers while a page plays.")
 

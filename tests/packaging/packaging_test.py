@@ -182,7 +182,7 @@ class ManPageTest(PackagingTest):
         done = subprocess.run(["man", "--warnings", "--encoding=UTF-8", "--local-file", page], capture_output=True,
                               text=True, env=os.environ | {"MANWIDTH": "80", "MANROFFSEQ": ""})
         self.assertEqual((done.stderr, done.returncode), ("", 0))
-        self.assertIn("tunedeck - small window that controls the music player that runs", done.stdout)
+        self.assertIn("tunedeck - small window that controls the running music player", done.stdout)
 
     def test_it_tells_every_option_that_the_program_has(self) -> None:
         told = subprocess.run([self.installed("bin/tunedeck"), "--help"], stdout=subprocess.PIPE, text=True, check=True)
