@@ -27,7 +27,7 @@ missing_packages() {
 
 install_missing() {
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
-        echo "This is not a Debian: what packaging/debian-packages.txt lists is taken to be there."
+        echo "This system is not Debian. Make sure that the packages in packaging/debian-packages.txt are installed."
         return
     fi
     local missing
@@ -35,11 +35,11 @@ install_missing() {
     if [ ${#missing[@]} -eq 0 ]; then
         return
     fi
-    echo "Installing what is missing: ${missing[*]}"
+    echo "Installing missing packages: ${missing[*]}"
     local as_root=()
     if [ "$(id -u)" -ne 0 ]; then
         if ! command -v sudo >/dev/null; then
-            echo "This needs root, and there is no sudo. As root: apt-get install ${missing[*]}" >&2
+            echo "Installing needs root, and sudo is missing. Run as root: apt-get install ${missing[*]}" >&2
             return 1
         fi
         as_root=(sudo)

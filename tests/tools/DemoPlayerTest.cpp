@@ -779,7 +779,7 @@ void DemoPlayerTest::aLineThatIsWrongAtItsEndDoesNothing()
     QVERIFY(player.isReady());
     QCOMPARE(tell(u"play now"_s).errorMessage(), u"\"now\" is too much"_s);
     QCOMPARE(status(), u"Stopped"_s);
-    QCOMPARE(tell(u"dance"_s).errorMessage(), u"there is no line \"dance\""_s);
+    QCOMPARE(tell(u"dance"_s).errorMessage(), u"unknown line \"dance\""_s);
     QCOMPARE(tell(u"late"_s).errorMessage(), u"a word is missing at the end"_s);
     QCOMPARE(tell(u"volume nan"_s).errorMessage(), u"\"nan\" is no number from -10 to 10"_s);
     QCOMPARE(tell(u"wrong mpris:length uint64 -1x"_s).errorMessage(), u"\"-1x\" cannot be the value of a uint64"_s);
@@ -796,7 +796,7 @@ void DemoPlayerTest::tellSendsALine()
     DemoPlayer refused(*m_bus, {u"--tell"_s, u"dance"_s});
     QVERIFY(refused.process().waitForFinished(patience));
     QCOMPARE(refused.process().exitCode(), 1);
-    QCOMPARE(refused.process().readAllStandardError(), QByteArray("there is no line \"dance\"\n"));
+    QCOMPARE(refused.process().readAllStandardError(), QByteArray("unknown line \"dance\"\n"));
     DemoPlayer lonely(*m_bus, {u"--name"_s, u"nobody"_s, u"--tell"_s, u"play"_s});
     QVERIFY(lonely.process().waitForFinished(patience));
     QCOMPARE(lonely.process().exitCode(), 1);

@@ -29,8 +29,8 @@ Script::Script(Player &player, Oddities &oddities, BusName &busName)
 const QList<Script::Line> &Script::lines()
 {
     static const QList<Line> lines{
-        {"play", "as in the player's own window, like all down to restart", &Script::readPlay},
-        {"pause", "pauses what plays", &Script::readPause},
+        {"play", "as in the player's own window, like all lines down to restart", &Script::readPlay},
+        {"pause", "pauses the current track", &Script::readPause},
         {"stop", "stops; the next play starts at the beginning of the track", &Script::readStop},
         {"toggle", "play or pause", &Script::readToggle},
         {"next", "the next track; stops after the last", &Script::readNext},
@@ -42,7 +42,8 @@ const QList<Script::Line> &Script::lines()
         {"loop None|Track|Playlist", "what follows the end", &Script::readLoop},
         {"rate F", "0.25 to 4", &Script::readRate},
         {"title TEXT", "changes the current title; without TEXT it has none", &Script::readTitle},
-        {"length SECONDS", "changes the current track's length; one that is over ends the track", &Script::readLength},
+        {"length SECONDS", "changes the current track's length; ends the track if that is already over",
+            &Script::readLength},
         {"grow on|off", "the length grows by 1 s in every second of playing, announced each time", &Script::readGrow},
         {"restart", "announces the same track again from its start", &Script::readRestart},
         {"playlist N NAME", "renames playlist N and says so with PlaylistChanged", &Script::readPlaylist},
@@ -57,13 +58,14 @@ const QList<Script::Line> &Script::lines()
             &Script::readCannot},
         {"playlists N|off", "has N playlists; off: has no such interface", &Script::readPlaylists},
         {"pages N lenient|strict",
-            "tells of N playlists at once, however many are asked for; strict: after the last comes an error",
+            "returns N playlists at once, however many a call asks for; strict: returns an error after the last",
             &Script::readPages},
         {"dieoncall", "dies as the next call arrives", &Script::readDieOnCall},
         {"die-on-get KEY", "aborts when the property KEY is asked for by Get", &Script::readDieOnGet},
 
         {"wrong KEY KIND [VALUE]",
-            "KEY, a property or a metadata key, known or new, is a value of KIND and announced so. VALUE is for the "
+            "KEY, a property or a metadata key, known or new, has a value of KIND and is announced so. VALUE applies "
+            "to the "
             "kinds string, number-string, int, uint, int64, uint64, double, bool, path, and array of one",
             &Script::readWrong},
         {"right KEY|all", "ends wrong, absent and die-on-get of KEY", &Script::readRight},
@@ -121,7 +123,7 @@ Script::Action Script::read(const QString &line)
             return action;
         }
     }
-    throw NotUnderstood(u"there is no line \"%1\""_s.arg(name));
+    throw NotUnderstood(u"unknown line \"%1\""_s.arg(name));
 }
 
 Script::Action Script::readPlay(Words &)

@@ -62,7 +62,7 @@ int printLibrary()
     return EXIT_SUCCESS;
 }
 
-/// Sends a script line to the demo player that runs under `name`.
+/// Sends a script line to the demo player running under `name`.
 int tell(const QString &name, const QString &line)
 {
     // Long enough for a loaded machine; a frozen player must not hold its script for the usual 25 s.
@@ -145,7 +145,7 @@ int run(const Options &options, int terminationSignals)
         }
     }
     if (!connection.registerVirtualObject(QString::fromLatin1(MprisObject::path), &object) || !busName.take()) {
-        return fail(u"The bus does not give the name %1"_s.arg(busName.name()));
+        return fail(u"The bus refuses the name %1"_s.arg(busName.name()));
     }
     QTextStream(stdout) << "ready" << Qt::endl;
     const int result = QCoreApplication::exec();
@@ -164,7 +164,7 @@ int main(int argc, char *argv[])
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        u"A music player for the desktop's remote controls (MPRIS2), without sound, that misbehaves as it is told.\n\n"
+        u"A music player for the desktop's remote controls (MPRIS2), without sound, that misbehaves on request.\n\n"
         "Lines for --do and --tell, and for the method Script of org.tunedeck.DemoPlayer:\n"_s
         + Script::explanation());
     parser.addHelpOption();
@@ -173,14 +173,14 @@ int main(int argc, char *argv[])
     const QCommandLineOption play(u"play"_s, u"Plays at once."_s);
     const QCommandLineOption track(u"track"_s, u"Starts at track N of the library."_s, u"N"_s, u"0"_s);
     const QCommandLineOption seed(u"seed"_s, u"Decides the order of shuffling."_s, u"N"_s, u"1"_s);
-    const QCommandLineOption line(u"do"_s, u"Carries LINE out before the start; may be repeated."_s, u"LINE"_s);
+    const QCommandLineOption line(u"do"_s, u"Carries out LINE before the start; may be repeated."_s, u"LINE"_s);
     const QCommandLineOption list(u"list"_s, u"Prints the library."_s);
-    const QCommandLineOption tellLine(u"tell"_s, u"Sends LINE to the demo player that runs."_s, u"LINE"_s);
+    const QCommandLineOption tellLine(u"tell"_s, u"Sends LINE to the running demo player."_s, u"LINE"_s);
     parser.addOptions({name, play, track, seed, line, list, tellLine});
     parser.process(application);
 
     if (!parser.positionalArguments().isEmpty()) {
-        return fail(u"There is nothing to do with \"%1\""_s.arg(parser.positionalArguments().constFirst()));
+        return fail(u"Unexpected argument \"%1\""_s.arg(parser.positionalArguments().constFirst()));
     }
     if (parser.isSet(list)) {
         return printLibrary();
