@@ -23,6 +23,8 @@ void PlaylistWindow::invalidateShadow()
 
 void PlaylistWindow::mousePressEvent(QMouseEvent *event)
 {
+    m_followsPointer = false;
+    m_pressPosition.reset();
     if (event->button() == Qt::LeftButton) {
         m_pressPosition = event->position().toPoint();
     }
@@ -30,16 +32,29 @@ void PlaylistWindow::mousePressEvent(QMouseEvent *event)
 
 void PlaylistWindow::mouseMoveEvent(QMouseEvent *event)
 {
-    const QPoint position = event->position().toPoint();
-    if (m_pressPosition && (position - *m_pressPosition).manhattanLength() >= QApplication::startDragDistance()) {
-        m_pressPosition.reset();
-        windowHandle()->startSystemMove();
+    if (!m_pressPosition) {
+        return;
     }
+    if (m_followsPointer) {
+        move(event->globalPosition().toPoint() - *m_pressPosition);
+        return;
+    }
+    const QPoint position = event->position().toPoint();
+    if ((position - *m_pressPosition).manhattanLength() < QApplication::startDragDistance()) {
+        return;
+    }
+    if (windowHandle()->startSystemMove()) {
+        m_pressPosition.reset();
+        return;
+    }
+    m_followsPointer = true;
+    move(event->globalPosition().toPoint() - *m_pressPosition);
 }
 
 void PlaylistWindow::mouseReleaseEvent(QMouseEvent *)
 {
     m_pressPosition.reset();
+    m_followsPointer = false;
 }
 
 } // namespace tunedeck

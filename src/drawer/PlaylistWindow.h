@@ -25,6 +25,8 @@ protected:
 
 private:
     std::optional<QPoint> m_pressPosition;
+    /// While it is dragged where no window manager does it.
+    bool m_followsPointer = false;
 };
 
 } // namespace tunedeck

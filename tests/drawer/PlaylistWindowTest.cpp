@@ -50,6 +50,36 @@ private Q_SLOTS:
         Q_EMIT window.windowHandle()->screenChanged(QGuiApplication::primaryScreen());
         QTRY_COMPARE(paints.count, 1);
     }
+
+    /// The window manager does it where there is one; on the offscreen platform there is none.
+    void itsBackgroundMovesIt()
+    {
+        PlaylistWindow window;
+        window.setGeometry(100, 200, 300, 64);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, QPoint(150, 30));
+        QTest::mouseMove(window.windowHandle(), QPoint(153, 30));
+        QCOMPARE(window.geometry(), QRect(100, 200, 300, 64));
+        QTest::mouseMove(window.windowHandle(), QPoint(190, 50));
+        QCOMPARE(window.geometry(), QRect(140, 220, 300, 64));
+        QTest::mouseMove(window.windowHandle(), QPoint(140, 30));
+        QCOMPARE(window.geometry(), QRect(130, 220, 300, 64));
+        QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, QPoint(150, 30));
+        QTest::mouseMove(window.windowHandle(), QPoint(200, 40));
+        QCOMPARE(window.geometry(), QRect(130, 220, 300, 64));
+    }
+
+    void anotherButtonMovesNothing()
+    {
+        PlaylistWindow window;
+        window.setGeometry(100, 200, 300, 64);
+        window.show();
+        QTest::mousePress(window.windowHandle(), Qt::RightButton, {}, QPoint(150, 30));
+        QTest::mouseMove(window.windowHandle(), QPoint(190, 50));
+        QTest::mouseRelease(window.windowHandle(), Qt::RightButton, {}, QPoint(190, 50));
+        QCOMPARE(window.geometry(), QRect(100, 200, 300, 64));
+    }
 };
 
 TUNEDECK_TEST(PlaylistWindowTest, QApplication)
