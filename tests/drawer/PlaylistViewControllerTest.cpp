@@ -245,6 +245,20 @@ private Q_SLOTS:
         QVERIFY(!closed.isItemEnabled(next));
         QVERIFY(closed.isItemEnabled(openMusicApp));
     }
+
+    void theVolumesItemsAreDisabledWhileMusicDoesNotRun()
+    {
+        using namespace MenuItemIdentifier;
+        Drawer drawer(false);
+        QVERIFY(!drawer.isItemEnabled(volumeUp));
+        QVERIFY(!drawer.isItemEnabled(volumeDown));
+        drawer.music.launch();
+        QVERIFY(drawer.isItemEnabled(volumeUp));
+        QVERIFY(drawer.isItemEnabled(volumeDown));
+        drawer.music.quit();
+        QVERIFY(!drawer.isItemEnabled(volumeUp));
+        QVERIFY(!drawer.isItemEnabled(volumeDown));
+    }
 };
 
 TUNEDECK_TEST(PlaylistViewControllerTest, QApplication)

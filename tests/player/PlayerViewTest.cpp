@@ -5,8 +5,10 @@
 #include "player/ScrollingMarqueeView.h"
 #include "skin/views/ClassicAudioProgressSlider.h"
 #include "skin/views/DrawerBackground.h"
+#include "skin/views/PinstripeView.h"
 #include "skin/views/PlainButton.h"
 #include "skin/views/PlayerButton.h"
+#include "skin/views/ShadowView.h"
 #include "skin/views/TunedeckPlayerButton.h"
 #include "skin/views/VolumeSlider.h"
 #include "skin/views/WindowButtonsView.h"
@@ -21,8 +23,46 @@
 #include <QTest>
 
 #include <initializer_list>
+#include <utility>
 
 using namespace tunedeck;
+
+namespace {
+QImage picture(QWidget &view)
+{
+    QImage image(view.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    view.render(&image, {}, {}, QWidget::DrawChildren);
+    return image;
+}
+
+/// The darkness of all pixels together.
+double amountOfInk(QWidget &view)
+{
+    const QImage image = picture(view);
+    double ink = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            ink += image.pixelColor(x, y).alphaF() * (1 - image.pixelColor(x, y).lightnessF());
+        }
+    }
+    return ink;
+}
+
+/// The smallest rectangle around the pixels that are not the same.
+QRect difference(const QImage &one, const QImage &other)
+{
+    QRect bounds;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            if (one.pixel(x, y) != other.pixel(x, y)) {
+                bounds |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    return bounds;
+}
+} // namespace
 
 class PlayerViewTest : public QObject {
     Q_OBJECT
@@ -88,14 +128,77 @@ private Q_SLOTS:
         QVERIFY(lcd.trackInfoLabel().font().bold());
     }
 
+    void itsTextsAskForTheSkinsTypefacesFirst()
+    {
+        const SkinDesk desk;
+        PlayerView view(desk.environment);
+        LcdView &lcd = view.lcd();
+        for (const QWidget *text : std::initializer_list<QWidget *>{
+                 &lcd.primaryTimeLabel(), &lcd.secondaryTimeLabel(), &lcd.isLiveLabel(), &lcd.trackInfoLabel()}) {
+            QCOMPARE(text->font().families().first(), QStringLiteral("Lucida Grande"));
+        }
+        QCOMPARE(lcd.infoButton().font().families().first(), QStringLiteral("Times New Roman"));
+    }
+
+    void theWindowsButtonsHaveTheirNames()
+    {
+        const SkinDesk desk;
+        PlayerView view(desk.environment);
+        const QList<std::pair<const QWidget *, QString>> names{{&view.closeButton(), QStringLiteral("Close")},
+            {&view.minimizeButton(), QStringLiteral("Minimize")}, {&view.maximizeButton(), QStringLiteral("Zoom")}};
+        for (const auto &[button, name] : names) {
+            QCOMPARE(button->accessibleName(), name);
+            QCOMPARE(button->toolTip(), name);
+        }
+    }
+
+    void theLoudSpeakerHasMoreInkThanTheQuietOne()
+    {
+        const SkinDesk desk;
+        PlayerView view(desk.environment);
+        QVERIFY(amountOfInk(view.volumeMinButton()) > 0);
+        QVERIFY(amountOfInk(view.volumeMaxButton()) > 1.2 * amountOfInk(view.volumeMinButton()));
+    }
+
+    void thePinstripesCoverThePlayerAndNoMore()
+    {
+        const SkinDesk desk;
+        PlayerView view(desk.environment);
+        view.resize(450, 124);
+        view.drawerContainerView().show();
+        view.show();
+        view.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&view));
+        const QImage striped = picture(view);
+        view.findChild<PinstripeView *>()->hide();
+        const QRect stripes = difference(picture(view), striped);
+        QVERIFY(stripes.width() > 440);
+        QVERIFY(stripes.height() > 50);
+        QVERIFY(QRect(0, 0, 450, 64).contains(stripes));
+    }
+
+    void thePlayerCastsAShadowIntoTheDrawer()
+    {
+        const SkinDesk desk;
+        PlayerView view(desk.environment);
+        view.resize(450, 124);
+        view.drawerContainerView().show();
+        const QImage shaded = picture(view);
+        view.findChild<ShadowView *>()->hide();
+        const QImage plain = picture(view);
+        const QRect shadow = difference(plain, shaded);
+        QVERIFY(shadow.width() > 440);
+        QVERIFY(shadow.top() >= 60);
+        QVERIFY(shaded.pixelColor(225, 65).lightness() < plain.pixelColor(225, 65).lightness());
+        QCOMPARE(shaded.pixelColor(225, 110), plain.pixelColor(225, 110));
+    }
+
     void itsCornersAreRoundAndItsInsideIsNot()
     {
         const SkinDesk desk;
         PlayerView view(desk.environment);
         view.resize(450, 64);
-        QImage image(view.size(), QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        view.render(&image, {}, {}, QWidget::DrawChildren);
+        const QImage image = picture(view);
         for (const QPoint corner : {QPoint(0, 0), QPoint(449, 0), QPoint(0, 63), QPoint(449, 63)}) {
             QVERIFY(image.pixelColor(corner).alpha() < 128);
         }
