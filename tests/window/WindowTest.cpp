@@ -18,6 +18,16 @@
 #include <QTest>
 #include <QWindow>
 
+namespace {
+int beeps = 0;
+}
+
+/// The linker prefers it to the one in Qt's library, which no test can hear.
+void QApplication::beep()
+{
+    ++beeps;
+}
+
 using namespace tunedeck;
 
 namespace {
@@ -232,6 +242,22 @@ private Q_SLOTS:
         QVERIFY(!controller.isExpanded());
         QVERIFY(controller.window().isVisible());
         QCOMPARE(controller.window().geometry(), frame);
+    }
+
+    void escapeBeepsWhereThereIsNoDrawerToPutAway()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        QWindow *window = controller.window().windowHandle();
+        controller.window().show();
+        beeps = 0;
+        controller.setExpanded(true);
+        QTest::keyClick(window, Qt::Key_Escape);
+        QCOMPARE(beeps, 0);
+        QTest::keyClick(window, Qt::Key_Escape);
+        QCOMPARE(beeps, 1);
+        QTest::keyClick(window, Qt::Key_Period, Qt::ControlModifier);
+        QCOMPARE(beeps, 2);
     }
 
     void theLevelIsTheNativeWindowsAndDoesNotHideIt()
