@@ -4,17 +4,22 @@
 
 Usage: analyse.py (clang-tidy | clazy) <build folder> [the project's folder]
 
-The build folder must be built: generated headers are part of what is read.
+The build folder must be configured, but not built. Its folder "analysis" remembers in which sources
+nothing was found, so that only what changed is analysed again.
 """
 
-import json
 import os
 import re
 import shutil
 import subprocess
 import sys
+import tempfile
 from concurrent.futures import ThreadPoolExecutor
+from dataclasses import dataclass
 from pathlib import Path
+
+import compilation
+from compilation import Source
 
 ROOT = Path(__file__).resolve().parents[2]
 
@@ -26,50 +31,153 @@ CLAZY_CHECKS = [
     # Rules of libraries that others build on.
     "no-overridden-signal",
 ]
+# The sources are compiled with GCC. Clang's own warnings are switched off, and clang14.h gives Clang 14 what it lacks of
+# C++20's library.
+EXTRA_ARGUMENTS = ["-Wno-everything", "-Wno-unknown-warning-option", "-include", str(ROOT / "tools/checks/clang14.h")]
+
+# Clang-tidy spends nearly all its time on the headers of Qt and of the library, so it reads them once for several
+# sources of a folder. Clazy is quick, and reads each source alone: so it misses the header that a source forgets.
+SOURCES_AT_ONCE = {"clang-tidy": 16, "clazy": 1}
+# Some branches' worth of sources.
+RESULTS_KEPT = 2000
 
 
-def command_for(tool: str, build: Path, root: Path) -> list[str]:
-    # The sources are compiled with GCC. What Clang's compiler would warn of beyond that is not asked, and what Clang 14
-    # lacks of C++20's library is given to it.
-    arguments = ["-Wno-everything", "-Wno-unknown-warning-option", f"-include{ROOT / 'tools/checks/clang14.h'}"]
-    common = ["-p", str(build), f"--header-filter=^{re.escape(str(root))}/(src|tools)/"]
-    common += [f"--extra-arg={argument}" for argument in arguments]
-    if tool == "clang-tidy":
-        return ["clang-tidy", "--quiet", *common]
-    return ["clazy-standalone", f"--checks={','.join(CLAZY_CHECKS)}", *common]
+@dataclass(frozen=True)
+class Analysis:
+    """A tool with its settings."""
+
+    tool: str
+    root: Path
+
+    @property
+    def program(self) -> str:
+        return {"clang-tidy": "clang-tidy", "clazy": "clazy-standalone"}[self.tool]
+
+    def command(self) -> list[str]:
+        header_filter = f"--header-filter=^{re.escape(str(self.root))}/(src|tools)/"
+        if self.tool == "clang-tidy":
+            return [self.program, "--quiet", f"--config-file={self.root / '.clang-tidy'}", header_filter]
+        return [self.program, f"--checks={','.join(CLAZY_CHECKS)}", header_filter]
+
+    def fingerprint(self) -> str:
+        """Changes with the tool, its settings and this script."""
+        program = Path(shutil.which(self.program)).resolve()
+        version = subprocess.run([program, "--version"], capture_output=True, text=True).stdout
+        built = program.stat()
+        parts = [*self.command(), version, str((built.st_size, built.st_mtime_ns))]
+        files = [Path(__file__), Path(compilation.__file__), self.root / ".clang-tidy"]
+        return compilation.digest(*parts, *(compilation.content_digest(file) for file in files))
+
+    def findings(self, unit: list[Source]) -> str:
+        """The tool's findings in sources that are read one after the other, as if they were one; empty if none."""
+        if len(unit) == 1:
+            return self._findings_in(unit[0].file, unit[0])
+        with tempfile.NamedTemporaryFile(prefix="unit-", suffix=".cpp") as joined:
+            joined.write(b"\n".join(source.file.read_bytes() for source in unit))
+            joined.flush()
+            return self._findings_in(Path(joined.name), unit[0])
+
+    def _findings_in(self, file: Path, compiled_like: Source) -> str:
+        own_folder = ("-iquote", str(compiled_like.file.parent))
+        done = subprocess.run(
+            [*self.command(), str(file), "--", *own_folder, *compiled_like.arguments],
+            cwd=compiled_like.directory, capture_output=True, text=True)
+        said = done.stdout + done.stderr
+        if done.returncode == 0 and not re.search(r"(warning|error): ", said):
+            return ""
+        said = re.sub(r"^\d+ warnings?( and \d+ errors?)? generated\.\n", "", said, flags=re.MULTILINE)
+        return said or f"{file}: {self.program} ended with status {done.returncode}"
 
 
-def sources(build: Path, root: Path) -> list[str]:
-    entries = json.loads((build / "compile_commands.json").read_text())
-    files = {Path(entry["file"]) for entry in entries}
-    return sorted(str(file) for file in files
-                  if file.is_relative_to(root / "src") or file.is_relative_to(root / "tools"))
+class Results:
+    """The fingerprints of the sources in which nothing was found, as names of empty files in a folder."""
+
+    def __init__(self, folder: Path) -> None:
+        self._folder = folder
+        folder.mkdir(parents=True, exist_ok=True)
+
+    def __contains__(self, fingerprint: str) -> bool:
+        try:
+            os.utime(self._folder / fingerprint)
+        except FileNotFoundError:
+            return False
+        return True
+
+    def keep(self, fingerprint: str) -> None:
+        (self._folder / fingerprint).touch()
+
+    def drop_oldest(self) -> None:
+        by_use = sorted(self._folder.iterdir(), key=lambda file: file.stat().st_mtime_ns, reverse=True)
+        for file in by_use[RESULTS_KEPT:]:
+            file.unlink(missing_ok=True)
 
 
-def findings(command: list[str], source: str) -> str:
-    """What the tool found in one source; empty if nothing."""
-    done = subprocess.run([*command, source], capture_output=True, text=True)
-    said = done.stdout + done.stderr
-    if done.returncode == 0 and not re.search(r"(warning|error): ", said):
-        return ""
-    said = re.sub(r"^\d+ warnings?( and \d+ errors?)? generated\.\n", "", said, flags=re.MULTILINE)
-    return said or f"{source}: {command[0]} ended with status {done.returncode}"
+def own_names(source: Source) -> set[str]:
+    """The names in the source's anonymous namespaces, as far as they begin a line: two sources with the same name there
+    cannot be read as one."""
+    bodies = re.findall(r"^namespace \{\n(.*?)^\}", source.file.read_text(), flags=re.MULTILINE | re.DOTALL)
+    names = (re.search(r"(\w+)\s*(?:[({=;[]|:(?!:)|$)", line)
+             for body in bodies for line in body.splitlines() if re.match(r"\w", line))
+    return {name[1] for name in names if name}
+
+
+def units(sources: list[Source], at_once: int) -> list[list[Source]]:
+    """The sources in lists that are compiled alike and can be read as one, the longest first."""
+    found: list[tuple[list[Source], set[str]]] = []
+    for source in sources:
+        names = own_names(source)
+        for unit, taken in found:
+            if len(unit) < at_once and unit[0].is_compiled_like(source) and not taken & names:
+                unit.append(source)
+                taken |= names
+                break
+        else:
+            found.append(([source], names))
+    return sorted((unit for unit, _ in found), key=lambda unit: -sum(source.file.stat().st_size for source in unit))
+
+
+def analyse(analysis: Analysis, sources: list[Source]) -> tuple[list[str], list[Source]]:
+    """The findings, and the sources without any."""
+    found: list[str] = []
+    clean: list[Source] = []
+    with ThreadPoolExecutor(len(os.sched_getaffinity(0))) as pool:
+        waiting = units(sources, SOURCES_AT_ONCE[analysis.tool])
+        while waiting:
+            examined = list(zip(waiting, pool.map(analysis.findings, waiting)))
+            clean += [source for unit, said in examined if not said for source in unit]
+            found += [said for unit, said in examined if said and len(unit) == 1]
+            # What is found in several sources may come of reading them as one: each alone has the last word.
+            waiting = [[source] for unit, said in examined if said and len(unit) > 1 for source in unit]
+    return found, clean
 
 
 def main() -> int:
     tool, build = sys.argv[1], Path(sys.argv[2]).resolve()
     root = Path(sys.argv[3]).resolve() if len(sys.argv) > 3 else ROOT
-    command = command_for(tool, build, root)
-    if not shutil.which(command[0]):
-        print(f"{command[0]} is not installed.", file=sys.stderr)
+    analysis = Analysis(tool, root)
+    if not shutil.which(analysis.program):
+        print(f"{analysis.program} is not installed.", file=sys.stderr)
         return 2
-    files = sources(build, root)
-    if not files:
+    sources = compilation.sources(build, [root / "src", root / "tools"], EXTRA_ARGUMENTS)
+    if not sources:
         print(f"{build} compiles none of the project's sources.", file=sys.stderr)
         return 2
-    with ThreadPoolExecutor(len(os.sched_getaffinity(0))) as pool:
-        found = [text for text in pool.map(lambda file: findings(command, file), files) if text]
-    print("\n".join(found) or f"{tool} finds nothing in {len(files)} sources.")
+
+    # Tests that run beside it come first.
+    os.nice(19)
+    results = Results(build / "analysis" / tool)
+    settings = analysis.fingerprint()
+    before = compilation.fingerprints(sources)
+    unknown = [source for source in sources
+               if source not in before or compilation.digest(settings, before[source]) not in results]
+    found, clean = analyse(analysis, unknown)
+    # A source that changed meanwhile was perhaps analysed in another state than the one of its fingerprint.
+    for source, fingerprint in compilation.fingerprints(clean).items():
+        if fingerprint == before.get(source):
+            results.keep(compilation.digest(settings, fingerprint))
+    results.drop_oldest()
+
+    print("\n".join(found) or f"{tool} finds nothing in {len(sources)} sources, of which {len(unknown)} are new to it.")
     return 1 if found else 0
 
 

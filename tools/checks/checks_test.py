@@ -30,6 +30,7 @@ class ChecksTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.root = Path(folder.name)
+        self.compiler = ["c++"]
         (self.root / "src").mkdir()
         for settings in (".clang-format", ".clang-tidy"):
             (self.root / settings).write_text((CHECKS.parents[1] / settings).read_text())
@@ -37,8 +38,11 @@ class ChecksTest(unittest.TestCase):
     def write(self, name: str, text: str) -> None:
         (self.root / "src" / name).write_text(text)
         (self.root / "compile_commands.json").write_text(json.dumps([{
-            "directory": str(self.root), "file": str(path), "arguments": ["c++", *FLAGS, "-c", str(path)],
+            "directory": str(self.root), "file": str(path), "arguments": [*self.compiler, *FLAGS, "-c", str(path)],
         } for path in (self.root / "src").glob("*.cpp")]))
+
+    def analysis(self, tool: str) -> tuple[str, ...]:
+        return ("analyse.py", tool, str(self.root), str(self.root))
 
     def check(self, *command: str) -> subprocess.CompletedProcess[str]:
         return subprocess.run([CHECKS / command[0], *command[1:]], capture_output=True, text=True)
@@ -52,6 +56,11 @@ class ChecksTest(unittest.TestCase):
         done = self.check(*command)
         self.assertEqual(done.returncode, 0, done)
 
+    def assert_says(self, what: str, *command: str) -> None:
+        done = self.check(*command)
+        self.assertEqual(done.returncode, 0, done)
+        self.assertIn(what, done.stdout)
+
     def test_a_badly_formatted_source_is_found(self) -> None:
         self.write("Good.cpp", GOOD)
         self.assert_passes("formatted.py", str(self.root))
@@ -59,14 +68,14 @@ class ChecksTest(unittest.TestCase):
         self.assert_finds("Bad.cpp:3", "formatted.py", str(self.root))
 
     def test_clang_tidy_finds_a_null_that_is_a_number(self) -> None:
-        clang_tidy = ("analyse.py", "clang-tidy", str(self.root), str(self.root))
+        clang_tidy = self.analysis("clang-tidy")
         self.write("Good.cpp", GOOD)
         self.assert_passes(*clang_tidy)
         self.write("Bad.cpp", GOOD.replace("int one", "int *none").replace("1", "0"))
         self.assert_finds("modernize-use-nullptr", *clang_tidy)
 
     def test_clazy_finds_a_loop_that_copies(self) -> None:
-        clazy = ("analyse.py", "clazy", str(self.root), str(self.root))
+        clazy = self.analysis("clazy")
         self.write("Good.cpp", GOOD)
         self.assert_passes(*clazy)
         self.write("Bad.cpp", COPYING_LOOP)
@@ -75,7 +84,75 @@ class ChecksTest(unittest.TestCase):
     def test_a_header_s_faults_are_found_from_the_source_that_includes_it(self) -> None:
         self.write("Bad.h", "inline int *none()\n{\n    return 0;\n}\n")
         self.write("Bad.cpp", '#include "Bad.h"\n')
-        self.assert_finds("Bad.h:3", "analyse.py", "clang-tidy", str(self.root), str(self.root))
+        self.assert_finds("Bad.h:3", *self.analysis("clang-tidy"))
+
+    def test_what_did_not_change_is_not_analysed_again(self) -> None:
+        for tool in ("clang-tidy", "clazy"):
+            self.write("Good.cpp", GOOD)
+            self.assert_says("finds nothing in 1 sources, of which 1 are new", *self.analysis(tool))
+            self.assert_says("finds nothing in 1 sources, of which 0 are new", *self.analysis(tool))
+
+    def test_a_changed_header_is_analysed_again(self) -> None:
+        header = "inline int *none()\n{\n    return nullptr;\n}\n"
+        clang_tidy = self.analysis("clang-tidy")
+        self.write("Changing.h", header)
+        self.write("Same.cpp", '#include "Changing.h"\n')
+        self.assert_passes(*clang_tidy)
+        self.write("Changing.h", header.replace("nullptr", "0"))
+        self.assert_finds("Changing.h:3", *clang_tidy)
+
+    def test_a_header_that_appears_is_analysed(self) -> None:
+        clang_tidy = self.analysis("clang-tidy")
+        self.write("Same.cpp", '#if __has_include("New.h")\nint *none()\n{\n    return 0;\n}\n#endif\n')
+        self.assert_passes(*clang_tidy)
+        self.write("New.h", "")
+        self.assert_finds("Same.cpp:4", *clang_tidy)
+
+    def test_all_is_analysed_again_with_a_changed_configuration(self) -> None:
+        clang_tidy = self.analysis("clang-tidy")
+        configuration = (self.root / ".clang-tidy").read_text()
+        (self.root / ".clang-tidy").write_text("Checks: '-*,bugprone-use-after-move'\nWarningsAsErrors: '*'\n")
+        self.write("Same.cpp", GOOD.replace("int one", "int *none").replace("1", "0"))
+        self.assert_passes(*clang_tidy)
+        (self.root / ".clang-tidy").write_text(configuration)
+        self.assert_finds("modernize-use-nullptr", *clang_tidy)
+
+    def test_all_is_analysed_again_with_other_arguments(self) -> None:
+        clang_tidy = self.analysis("clang-tidy")
+        self.write("Same.cpp", "#ifdef OTHER\nint *none()\n{\n    return 0;\n}\n#endif\n")
+        self.assert_passes(*clang_tidy)
+        self.compiler = ["c++", "-DOTHER"]
+        self.write("Same.cpp", (self.root / "src/Same.cpp").read_text())
+        self.assert_finds("Same.cpp:4", *clang_tidy)
+
+    def test_a_finding_is_reported_until_it_is_mended(self) -> None:
+        clang_tidy = self.analysis("clang-tidy")
+        self.write("Bad.cpp", GOOD.replace("int one", "int *none").replace("1", "0"))
+        self.assert_finds("Bad.cpp:4", *clang_tidy)
+        self.assert_finds("Bad.cpp:4", *clang_tidy)
+
+    def test_the_fault_is_found_in_one_of_several_sources_of_a_folder(self) -> None:
+        self.write("First.cpp", GOOD)
+        self.write("Second.cpp", GOOD.replace("int one", "int *none").replace("1", "0"))
+        self.write("Third.cpp", GOOD.replace("one", "three"))
+        self.assert_finds("Second.cpp:4", *self.analysis("clang-tidy"))
+
+    def test_sources_that_cannot_be_read_as_one_are_read_alone(self) -> None:
+        self.write("First.cpp", GOOD.replace("int one", "static int one"))
+        self.write("Second.cpp", GOOD.replace("int one", "static int one"))
+        self.assert_passes(*self.analysis("clang-tidy"))
+
+    def test_a_header_that_only_the_precompiled_headers_include_is_missed(self) -> None:
+        clazy = self.analysis("clazy")
+        precompiled = self.root / "CMakeFiles/program.dir/cmake_pch.hxx"
+        precompiled.parent.mkdir(parents=True)
+        precompiled.write_text("#include <QStringList>\n")
+        self.compiler = ["/usr/bin/ccache", "/usr/bin/c++", "-Winvalid-pch", "-include", str(precompiled)]
+        source = "qsizetype length(const QStringList &names)\n{\n    return names.size();\n}\n"
+        self.write("A.cpp", f"#include <QStringList>\n\n{source}")
+        self.assert_passes(*clazy)
+        self.write("B.cpp", source.replace("length", "count"))
+        self.assert_finds("B.cpp:1:23: error: unknown type name 'QStringList'", *clazy)
 
     def test_a_text_without_a_translation_is_found(self) -> None:
         folder = self.root / "resources/translations"
@@ -100,7 +177,7 @@ class ChecksTest(unittest.TestCase):
     def test_nothing_to_check_is_an_error(self) -> None:
         self.write("readme.txt", "")
         self.assertEqual(self.check("formatted.py", str(self.root)).returncode, 2)
-        self.assertEqual(self.check("analyse.py", "clazy", str(self.root), str(self.root)).returncode, 2)
+        self.assertEqual(self.check(*self.analysis("clazy")).returncode, 2)
         self.assertEqual(self.check("rules.py", str(self.root)).returncode, 2)
 
 

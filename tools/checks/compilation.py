@@ -1,0 +1,103 @@
+# SPDX-License-Identifier: MIT
+"""How the sources are compiled, and fingerprints of all that a compiler reads for them."""
+
+import hashlib
+import json
+import re
+import shlex
+import shutil
+import subprocess
+import tempfile
+from dataclasses import dataclass
+from pathlib import Path
+
+
+@dataclass(frozen=True)
+class Source:
+    """A source, and the arguments for a compiler that reads it in the directory; they do not name the source."""
+
+    file: Path
+    directory: Path
+    arguments: tuple[str, ...]
+
+    def is_compiled_like(self, other: "Source") -> bool:
+        return (self.file.parent, self.directory, self.arguments) == (
+            other.file.parent, other.directory, other.arguments)
+
+
+def bare_arguments(command: list[str], file: Path, directory: Path) -> tuple[str, ...]:
+    """The arguments without the launcher, the compiler, the source and the output; and without precompiled headers, for
+    another compiler cannot read them, and they hide the header that a source forgets to include."""
+    remaining = iter(command)
+    arguments = []
+    first = next((word for word in remaining if word.startswith("-")), None)
+    words = [first, *remaining] if first else []
+    remaining = iter(words)
+    for word in remaining:
+        if word == "-o":
+            next(remaining)
+        elif word == "-include":
+            header = next(remaining)
+            if Path(header).name != "cmake_pch.hxx":
+                arguments += [word, header]
+        elif word not in ("-c", "-Winvalid-pch") and directory / word != file:
+            arguments.append(word)
+    return tuple(arguments)
+
+
+def sources(build: Path, folders: list[Path], extra_arguments: list[str]) -> list[Source]:
+    """The sources in the folders that the build folder compiles."""
+    found = {}
+    for entry in json.loads((build / "compile_commands.json").read_text()):
+        file, directory = Path(entry["file"]), Path(entry["directory"])
+        if any(file.is_relative_to(folder) for folder in folders):
+            command = entry.get("arguments") or shlex.split(entry["command"])
+            arguments = bare_arguments(command, file, directory)
+            found[file] = Source(file, directory, (*arguments, *extra_arguments))
+    return [found[file] for file in sorted(found)]
+
+
+def digest(*parts: str) -> str:
+    return hashlib.sha256("\0".join(parts).encode()).hexdigest()
+
+
+def content_digest(file: Path) -> str:
+    return hashlib.sha256(file.read_bytes()).hexdigest()
+
+
+def files_read(sources: list[Source]) -> dict[Source, list[str]]:
+    """The files that the preprocessor reads for each source, or asks for with __has_include. A source that includes what
+    does not exist is left out; all are left out where Clang's scanner is not installed."""
+    clang_tidy = shutil.which("clang-tidy")
+    scanner = Path(clang_tidy).resolve().with_name("clang-scan-deps") if clang_tidy else None
+    if not sources or not scanner or not scanner.exists():
+        return {}
+    commands = [{
+        "directory": str(source.directory),
+        "file": str(source.file),
+        "arguments": [str(scanner.with_name("clang++")), *source.arguments, "-c", str(source.file), "-o", f"{number}.o"],
+    } for number, source in enumerate(sources)]
+    with tempfile.NamedTemporaryFile("w", suffix=".json") as database:
+        json.dump(commands, database)
+        database.flush()
+        rules = subprocess.run(
+            [scanner, f"--compilation-database={database.name}", "--format=make"], capture_output=True, text=True).stdout
+    return {
+        sources[int(number)]: [file.replace("\\ ", " ") for file in re.split(r"(?<!\\)\s+", files.strip())]
+        for number, files in re.findall(r"^(\d+)\.o:(.*)$", rules.replace("\\\n", " "), flags=re.MULTILINE)}
+
+
+def fingerprints(sources: list[Source]) -> dict[Source, str]:
+    """Of each source that can be preprocessed: changes with its arguments, and with the path or content of any file that
+    is read for it. The contents count whole, for a comment can silence a check."""
+    digests: dict[Path, str] = {}
+
+    def digest_of(file: Path) -> str:
+        if file not in digests:
+            digests[file] = content_digest(file)
+        return digests[file]
+
+    return {
+        source: digest(str(source.file), *source.arguments,
+                       *(part for file in files for part in (file, digest_of(source.directory / file))))
+        for source, files in files_read(sources).items()}
