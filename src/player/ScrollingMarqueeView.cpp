@@ -1,21 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "player/ScrollingMarqueeView.h"
 
-#include "skin/drawing/LCDTextColor.h"
 #include "skin/drawing/PixelFont.h"
 #include "widgets/canBeSeen.h"
 
 #include <QAccessibleWidget>
 #include <QApplication>
-#include <QFontMetricsF>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTimer>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <span>
 #include <utility>
 
 namespace tunedeck {
@@ -23,29 +19,10 @@ namespace tunedeck {
 namespace {
 using namespace std::chrono_literals;
 
-constexpr QColor darkLcdTextColor(255, 255, 255, 191);
 constexpr double fontPixels = 10.5;
-/// Dark ink is engraved in the glass, light ink glows on it: a lit lip below, or a dark halo without which nobody could
-/// read it. In device pixels.
-constexpr std::array lipOffsets{QPoint(0, 1)};
-constexpr double lipOpacity = 0.55;
-constexpr std::array haloOffsets{QPoint(-1, -1), QPoint(1, -1), QPoint(-1, 1), QPoint(1, 1), QPoint(0, 2)};
-constexpr double haloOpacity = 0.5;
 /// The part of the height that fades out at the top and at the bottom.
 constexpr double verticalFade = 0.12;
-/// Room on either side of a text for what its first and last glyph draw beyond their advance.
-constexpr double overhang = 8;
-constexpr qsizetype mostCharacters = 1000;
-/// At three device pixels to the point, 24,000 pixels: what every paint engine can hold.
-constexpr double mostPoints = 8000;
 constexpr std::chrono::nanoseconds shortestFrame = 16ms;
-
-bool breaksTheLine(QChar character)
-{
-    const QChar::Category category = character.category();
-    return category == QChar::Other_Control || category == QChar::Separator_Line
-        || category == QChar::Separator_Paragraph;
-}
 
 /// The alpha at `position` of a line that is `length` long and fades over `inset` at both ends.
 double fade(double position, double inset, double length)
@@ -53,35 +30,16 @@ double fade(double position, double inset, double length)
     return inset > 0 ? std::clamp(std::min(position, length - position) / inset, 0.0, 1.0) : 1.0;
 }
 
-bool isEmptyRow(const QImage &image, int y)
-{
-    const auto *row = reinterpret_cast<const QRgb *>(image.constScanLine(y));
-    return std::all_of(row, row + image.width(), [](QRgb pixel) { return pixel == 0; });
-}
-
-/// From the first row that is not empty to the last.
-QRect inkedRows(const QImage &image)
-{
-    QRect rows = image.rect();
-    while (!rows.isEmpty() && isEmptyRow(image, rows.top())) {
-        rows.setTop(rows.top() + 1);
-    }
-    while (!rows.isEmpty() && isEmptyRow(image, rows.bottom())) {
-        rows.setBottom(rows.bottom() - 1);
-    }
-    return rows;
-}
-
 int devicePixels(double points, double scale)
 {
     return static_cast<int>(std::ceil(points * scale));
 }
 
-/// Where a label's pixmap goes: on whole device pixels, which keep its text crisp.
+/// The position of a label's picture: on whole device pixels, which keep its text crisp.
 QPoint devicePosition(const MarqueeLabel &label, double scale)
 {
     const double textX = label.frame.x() + (label.frame.width() - label.textWidth) / 2;
-    return {static_cast<int>(std::lround((textX - overhang) * scale)),
+    return {static_cast<int>(std::lround((textX - MarqueeText::overhang) * scale)),
         static_cast<int>(std::lround(label.frame.y() * scale))};
 }
 
@@ -114,10 +72,9 @@ ScrollingMarqueeView::ScrollingMarqueeView(QWidget *parent)
 ScrollingMarqueeView::ScrollingMarqueeView(Clock clock, QWidget *parent)
     : QLabel(parent)
     , m_clock(std::move(clock))
-    , m_timeline([this](const QString &text) { return textWidth(text); },
-          [this](const QString &text, double width) { return elidedText(text, width); })
+    , m_timeline([this](const QString &text) { return MarqueeText::width(text, resolvedFont()); },
+          [this](const QString &text, double width) { return MarqueeText::elided(text, resolvedFont(), width); })
     , m_timer(new QTimer(this))
-    , m_color(lcdTextColor)
 {
     // The toolkit keeps one of each.
     QAccessible::installFactory(accessibleMarquee);
@@ -143,12 +100,12 @@ void ScrollingMarqueeView::setDisplayStrings(const QStringList &strings)
 {
     QStringList shown;
     for (const QString &string : strings) {
-        shown.append(bounded(string));
+        shown.append(MarqueeText::oneLine(string, resolvedFont()));
     }
     if (shown == displayStrings()) {
         return;
     }
-    m_engravings.clear();
+    m_texts.clear();
     m_timeline.setDisplayStrings(shown, m_clock());
     m_announcement.start();
     refresh();
@@ -192,14 +149,13 @@ void ScrollingMarqueeView::setMotionReduced(bool isReduced)
     refresh();
 }
 
-void ScrollingMarqueeView::setDark(bool dark)
+void ScrollingMarqueeView::setDark(bool isDark)
 {
-    const QColor color = dark ? darkLcdTextColor : lcdTextColor;
-    if (color == m_color) {
+    if (isDark == m_isDark) {
         return;
     }
-    m_color = color;
-    m_engravings.clear();
+    m_isDark = isDark;
+    m_texts.clear();
     update();
 }
 
@@ -237,7 +193,7 @@ void ScrollingMarqueeView::resizeEvent(QResizeEvent *event)
 {
     QLabel::resizeEvent(event);
     if (event->oldSize().height() != height()) {
-        m_engravings.clear();
+        m_texts.clear();
     }
     restart();
 }
@@ -288,8 +244,8 @@ void ScrollingMarqueeView::paintEvent(QPaintEvent *event)
 void ScrollingMarqueeView::drawLabels(QPainter &painter, double scale)
 {
     for (const MarqueeLabel &label : m_labels) {
-        const QPixmap &text = engraving(label.text, scale).picture;
-        painter.drawPixmap(QRect(devicePosition(label, scale), text.size()), text);
+        const QPixmap &picture = drawnText(label.text, scale).picture();
+        painter.drawPixmap(QRect(devicePosition(label, scale), picture.size()), picture);
     }
 }
 
@@ -312,28 +268,10 @@ QMargins ScrollingMarqueeView::fadeMargins(double scale) const
     return {side, edge, side, edge};
 }
 
-/// One line, and short enough for a pixmap whatever a player sends.
-QString ScrollingMarqueeView::bounded(const QString &string) const
+/// The view's own font knows the screen only where it is resolved for the view.
+QFont ScrollingMarqueeView::resolvedFont() const
 {
-    QString line = string.left(mostCharacters);
-    if (line.size() < string.size()) {
-        if (line.back().isHighSurrogate()) {
-            line.chop(1);
-        }
-        line += QChar(0x2026);
-    }
-    std::replace_if(line.begin(), line.end(), breaksTheLine, QChar(u' '));
-    return textWidth(line) > mostPoints ? elidedText(line, mostPoints) : line;
-}
-
-double ScrollingMarqueeView::textWidth(const QString &text) const
-{
-    return QFontMetricsF(font(), this).horizontalAdvance(text);
-}
-
-QString ScrollingMarqueeView::elidedText(const QString &text, double width) const
-{
-    return QFontMetricsF(font(), this).elidedText(text, Qt::ElideRight, width);
+    return {font(), this};
 }
 
 bool ScrollingMarqueeView::canBeSeen() const
@@ -369,7 +307,7 @@ void ScrollingMarqueeView::refresh()
 /// A text of a player's choosing can be as wide as many windows.
 void ScrollingMarqueeView::forgetWhatIsNotShown()
 {
-    m_engravings.removeIf([this](QHash<QString, Engraving>::iterator entry) {
+    m_texts.removeIf([this](QHash<QString, MarqueeText>::iterator entry) {
         return std::none_of(m_labels.begin(), m_labels.end(),
             [&entry](const MarqueeLabel &label) { return label.text == entry.key(); });
     });
@@ -410,14 +348,13 @@ bool ScrollingMarqueeView::wouldLookDifferent(const std::vector<MarqueeLabel> &l
         });
 }
 
-const ScrollingMarqueeView::Engraving &ScrollingMarqueeView::engraving(const QString &text, double scale)
+const MarqueeText &ScrollingMarqueeView::drawnText(const QString &text, double scale)
 {
-    Engraving &engraving = m_engravings[text];
-    if (engraving.picture.isNull() || engraving.picture.devicePixelRatio() != scale) {
-        const QImage picture = engraved(writtenText(text, scale));
-        engraving = {QPixmap::fromImage(picture), inkedRows(picture)};
+    MarqueeText &drawn = m_texts[text];
+    if (drawn.scale() != scale) {
+        drawn = MarqueeText(text, resolvedFont(), height(), scale, m_isDark);
     }
-    return engraving;
+    return drawn;
 }
 
 QRect ScrollingMarqueeView::markedRect() const
@@ -425,63 +362,16 @@ QRect ScrollingMarqueeView::markedRect() const
     const double scale = devicePixelRatioF();
     QRect marked;
     for (const MarqueeLabel &label : m_labels) {
-        const auto known = m_engravings.constFind(label.text);
-        if (known == m_engravings.cend() || known->picture.devicePixelRatio() != scale) {
+        const auto known = m_texts.constFind(label.text);
+        if (known == m_texts.cend() || known->scale() != scale) {
             return rect();
         }
-        const QRect rows = known->inkedRows.translated(devicePosition(label, scale));
+        const QRect rows = known->inkedRows().translated(devicePosition(label, scale));
         // At a fractional scale the view's corner may lie within a pixel, and is moved to its edge.
         const QRectF points(0, (rows.top() - 1) / scale, width(), (rows.height() + 2) / scale);
         marked |= points.toAlignedRect();
     }
     return marked & rect();
-}
-
-/// In opaque ink.
-QImage ScrollingMarqueeView::writtenText(const QString &text, double scale) const
-{
-    const QFontMetricsF metrics(font(), this);
-    const QSize size(devicePixels(textWidth(text) + 2 * overhang, scale), devicePixels(height(), scale));
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    image.setDevicePixelRatio(scale);
-    image.fill(Qt::transparent);
-    const double baseline = (height() - metrics.ascent() - metrics.descent()) / 2 + metrics.ascent();
-    QPainter painter(&image);
-    painter.setFont(font());
-    painter.setPen(QColor(m_color.rgb()));
-    painter.drawText(QPointF(overhang, std::round(baseline * scale) / scale), text);
-    return image;
-}
-
-/// The text with its lip or halo. Glyphs are slow to draw in any but the simplest way, pictures of them are not.
-QImage ScrollingMarqueeView::engraved(QImage text) const
-{
-    const double scale = text.devicePixelRatio();
-    text.setDevicePixelRatio(1);
-    const bool isDark = m_color == darkLcdTextColor;
-    QImage shade = text;
-    QPainter shading(&shade);
-    shading.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    shading.fillRect(shade.rect(), isDark ? lcdTextColor : Qt::white);
-    shading.end();
-
-    QImage result(text.size(), QImage::Format_ARGB32_Premultiplied);
-    result.fill(Qt::transparent);
-    QPainter painter(&result);
-    painter.setOpacity(isDark ? haloOpacity : lipOpacity);
-    for (const QPoint &offset : isDark ? std::span<const QPoint>(haloOffsets) : lipOffsets) {
-        painter.drawImage(offset, shade);
-    }
-    // The ink is translucent, and is not to be tinted by what lies around it.
-    painter.setOpacity(1);
-    painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
-    painter.drawImage(0, 0, text);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter.setOpacity(m_color.alphaF());
-    painter.drawImage(0, 0, text);
-    painter.end();
-    result.setDevicePixelRatio(scale);
-    return result;
 }
 
 const QImage &ScrollingMarqueeView::mask(double scale)

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "player/MarqueeText.h"
 #include "player/MarqueeTimeline.h"
 
-#include <QColor>
 #include <QHash>
 #include <QImage>
 #include <QLabel>
 #include <QMargins>
-#include <QPixmap>
 #include <QPointer>
 #include <QRect>
 #include <QTimer>
@@ -47,7 +46,7 @@ public:
     /// Whether nothing is to move: what is too wide is elided, and strings take turns without rolling.
     void setMotionReduced(bool isReduced);
     /// Whether its ink is light, as in the dark appearance.
-    void setDark(bool dark);
+    void setDark(bool isDark);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -60,16 +59,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    /// A text as it is seen.
-    struct Engraving {
-        QPixmap picture;
-        /// The part of the picture that is not empty, over its whole width, in device pixels.
-        QRect inkedRows;
-    };
-
-    [[nodiscard]] QString bounded(const QString &string) const;
-    [[nodiscard]] double textWidth(const QString &text) const;
-    [[nodiscard]] QString elidedText(const QString &text, double width) const;
+    [[nodiscard]] QFont resolvedFont() const;
     [[nodiscard]] bool canBeSeen() const;
     void announce();
     void restart();
@@ -83,9 +73,7 @@ private:
     [[nodiscard]] QImage fadedLabels(const QRect &part, double scale);
     /// How far the labels are faded, in device pixels.
     [[nodiscard]] QMargins fadeMargins(double scale) const;
-    [[nodiscard]] QImage writtenText(const QString &text, double scale) const;
-    [[nodiscard]] QImage engraved(QImage text) const;
-    [[nodiscard]] const Engraving &engraving(const QString &text, double scale);
+    [[nodiscard]] const MarqueeText &drawnText(const QString &text, double scale);
     /// Where the labels on show leave their mark, in points.
     [[nodiscard]] QRect markedRect() const;
     [[nodiscard]] const QImage &mask(double scale);
@@ -98,11 +86,12 @@ private:
     QPoint m_pressPosition; ///< on the desktop
     QPointer<QWindow> m_watchedWindow;
     std::vector<MarqueeLabel> m_labels;
-    QHash<QString, Engraving> m_engravings;
+    /// The texts on show, as they were drawn last.
+    QHash<QString, MarqueeText> m_texts;
     QImage m_mask;
-    QColor m_color;
     double m_fadeInsetInPoints = 3.5;
     bool m_labelAdvancesOnClick = true;
+    bool m_isDark = false;
 };
 
 } // namespace tunedeck
