@@ -30,6 +30,15 @@
     </message>
 </context>
 <context>
+    <name>tunedeck</name>
+    <message>
+        <source>Music is not open</source>
+        <comment>&apos;Music is not open&apos; displayed in LCD</comment>
+        <extracomment>Also the tooltip of the empty playlist picker.</extracomment>
+        <translation>Kein Musikplayer geöffnet</translation>
+    </message>
+</context>
+<context>
     <name>tunedeck::AboutWindow</name>
     <message>
         <source>About</source>
@@ -467,11 +476,6 @@
         <translation>Wiedergabeliste auswählen</translation>
     </message>
     <message>
-        <source>Music is not open</source>
-        <comment>Tooltip of the empty playlist picker</comment>
-        <translation>Kein Musikplayer geöffnet</translation>
-    </message>
-    <message>
         <source>The player has no playlists</source>
         <comment>Tooltip of the empty playlist picker</comment>
         <translation>Der Player hat keine Wiedergabelisten</translation>
@@ -551,6 +555,42 @@
         <source>Install Tunedeck again.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Installieren Sie Tunedeck neu.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::TimeLabelMenu</name>
+    <message>
+        <source>Menu</source>
+        <comment>Title of the time label&apos;s context menu</comment>
+        <translation>Menü</translation>
+    </message>
+    <message>
+        <source>Remaining Time</source>
+        <comment>For UI labels: Remaining Time</comment>
+        <translation>Restzeit</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <comment>For UI labels: Duration</comment>
+        <translation>Dauer</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::TrackDisplay</name>
+    <message>
+        <source>Elapsed Time</source>
+        <comment>For UI labels: Elapsed Time</comment>
+        <translation>Bisher gespielt</translation>
+    </message>
+    <message>
+        <source>No Song</source>
+        <comment>&apos;No Song&apos; displayed in LCD</comment>
+        <translation>Kein Titel</translation>
+    </message>
+    <message>
+        <source>Music is not responding</source>
+        <comment>Tooltip of the LCD while Music is frozen</comment>
+        <translation>Der Musikplayer reagiert nicht</translation>
     </message>
 </context>
 <context>
@@ -842,31 +882,6 @@
         <translation>Pause</translation>
     </message>
     <message>
-        <source>Music is not responding</source>
-        <comment>Tooltip of the LCD while Music is frozen</comment>
-        <translation>Der Musikplayer reagiert nicht</translation>
-    </message>
-    <message>
-        <source>Elapsed Time</source>
-        <comment>For UI labels: Elapsed Time</comment>
-        <translation>Bisher gespielt</translation>
-    </message>
-    <message>
-        <source>Menu</source>
-        <comment>Title of the time label&apos;s context menu</comment>
-        <translation>Menü</translation>
-    </message>
-    <message>
-        <source>Remaining Time</source>
-        <comment>For UI labels: Remaining Time</comment>
-        <translation>Restzeit</translation>
-    </message>
-    <message>
-        <source>Duration</source>
-        <comment>For UI labels: Duration</comment>
-        <translation>Dauer</translation>
-    </message>
-    <message>
         <source>Play or stop playing live audio</source>
         <comment>For UI labels: Play or stop playing live audio</comment>
         <translation>Livestream abspielen oder beenden</translation>
@@ -875,16 +890,6 @@
         <source>Play or pause the current track</source>
         <comment>For UI labels: Play or pause the current track</comment>
         <translation>Aktuellen Titel abspielen oder anhalten</translation>
-    </message>
-    <message>
-        <source>Music is not open</source>
-        <comment>&apos;Music is not open&apos; displayed in LCD</comment>
-        <translation>Kein Musikplayer geöffnet</translation>
-    </message>
-    <message>
-        <source>No Song</source>
-        <comment>&apos;No Song&apos; displayed in LCD</comment>
-        <translation>Kein Titel</translation>
     </message>
 </context>
 </TS>

@@ -30,6 +30,15 @@
     </message>
 </context>
 <context>
+    <name>tunedeck</name>
+    <message>
+        <source>Music is not open</source>
+        <comment>&apos;Music is not open&apos; displayed in LCD</comment>
+        <extracomment>Also the tooltip of the empty playlist picker.</extracomment>
+        <translation>El reproductor no está abierto</translation>
+    </message>
+</context>
+<context>
     <name>tunedeck::AboutWindow</name>
     <message>
         <source>About</source>
@@ -467,11 +476,6 @@
         <translation>Elija una lista de reproducción</translation>
     </message>
     <message>
-        <source>Music is not open</source>
-        <comment>Tooltip of the empty playlist picker</comment>
-        <translation>El reproductor no está abierto</translation>
-    </message>
-    <message>
         <source>The player has no playlists</source>
         <comment>Tooltip of the empty playlist picker</comment>
         <translation>El reproductor no tiene listas de reproducción</translation>
@@ -551,6 +555,42 @@
         <source>Install Tunedeck again.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Vuelva a instalar Tunedeck.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::TimeLabelMenu</name>
+    <message>
+        <source>Menu</source>
+        <comment>Title of the time label&apos;s context menu</comment>
+        <translation>Menú</translation>
+    </message>
+    <message>
+        <source>Remaining Time</source>
+        <comment>For UI labels: Remaining Time</comment>
+        <translation>Tiempo restante</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <comment>For UI labels: Duration</comment>
+        <translation>Duración</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::TrackDisplay</name>
+    <message>
+        <source>Elapsed Time</source>
+        <comment>For UI labels: Elapsed Time</comment>
+        <translation>Tiempo transcurrido</translation>
+    </message>
+    <message>
+        <source>No Song</source>
+        <comment>&apos;No Song&apos; displayed in LCD</comment>
+        <translation>Ninguna canción</translation>
+    </message>
+    <message>
+        <source>Music is not responding</source>
+        <comment>Tooltip of the LCD while Music is frozen</comment>
+        <translation>El reproductor no responde</translation>
     </message>
 </context>
 <context>
@@ -842,31 +882,6 @@
         <translation>Pausar</translation>
     </message>
     <message>
-        <source>Music is not responding</source>
-        <comment>Tooltip of the LCD while Music is frozen</comment>
-        <translation>El reproductor no responde</translation>
-    </message>
-    <message>
-        <source>Elapsed Time</source>
-        <comment>For UI labels: Elapsed Time</comment>
-        <translation>Tiempo transcurrido</translation>
-    </message>
-    <message>
-        <source>Menu</source>
-        <comment>Title of the time label&apos;s context menu</comment>
-        <translation>Menú</translation>
-    </message>
-    <message>
-        <source>Remaining Time</source>
-        <comment>For UI labels: Remaining Time</comment>
-        <translation>Tiempo restante</translation>
-    </message>
-    <message>
-        <source>Duration</source>
-        <comment>For UI labels: Duration</comment>
-        <translation>Duración</translation>
-    </message>
-    <message>
         <source>Play or stop playing live audio</source>
         <comment>For UI labels: Play or stop playing live audio</comment>
         <translation>Reproducir o detener el audio en directo</translation>
@@ -875,16 +890,6 @@
         <source>Play or pause the current track</source>
         <comment>For UI labels: Play or pause the current track</comment>
         <translation>Reproducir o pausar la pista actual</translation>
-    </message>
-    <message>
-        <source>Music is not open</source>
-        <comment>&apos;Music is not open&apos; displayed in LCD</comment>
-        <translation>El reproductor no está abierto</translation>
-    </message>
-    <message>
-        <source>No Song</source>
-        <comment>&apos;No Song&apos; displayed in LCD</comment>
-        <translation>Ninguna canción</translation>
     </message>
 </context>
 </TS>

@@ -30,6 +30,15 @@
     </message>
 </context>
 <context>
+    <name>tunedeck</name>
+    <message>
+        <source>Music is not open</source>
+        <comment>&apos;Music is not open&apos; displayed in LCD</comment>
+        <extracomment>Also the tooltip of the empty playlist picker.</extracomment>
+        <translation>Soitin ei ole auki</translation>
+    </message>
+</context>
+<context>
     <name>tunedeck::AboutWindow</name>
     <message>
         <source>About</source>
@@ -467,11 +476,6 @@
         <translation>Valitse soittolista</translation>
     </message>
     <message>
-        <source>Music is not open</source>
-        <comment>Tooltip of the empty playlist picker</comment>
-        <translation>Soitin ei ole auki</translation>
-    </message>
-    <message>
         <source>The player has no playlists</source>
         <comment>Tooltip of the empty playlist picker</comment>
         <translation>Soittimella ei ole soittolistoja</translation>
@@ -551,6 +555,42 @@
         <source>Install Tunedeck again.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Asenna Tunedeck uudelleen.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::TimeLabelMenu</name>
+    <message>
+        <source>Menu</source>
+        <comment>Title of the time label&apos;s context menu</comment>
+        <translation>Valikko</translation>
+    </message>
+    <message>
+        <source>Remaining Time</source>
+        <comment>For UI labels: Remaining Time</comment>
+        <translation>Jäljellä oleva aika</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <comment>For UI labels: Duration</comment>
+        <translation>Kesto</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::TrackDisplay</name>
+    <message>
+        <source>Elapsed Time</source>
+        <comment>For UI labels: Elapsed Time</comment>
+        <translation>Kulunut aika</translation>
+    </message>
+    <message>
+        <source>No Song</source>
+        <comment>&apos;No Song&apos; displayed in LCD</comment>
+        <translation>Ei kappaletta</translation>
+    </message>
+    <message>
+        <source>Music is not responding</source>
+        <comment>Tooltip of the LCD while Music is frozen</comment>
+        <translation>Soitin ei vastaa</translation>
     </message>
 </context>
 <context>
@@ -842,31 +882,6 @@
         <translation>Keskeytä</translation>
     </message>
     <message>
-        <source>Music is not responding</source>
-        <comment>Tooltip of the LCD while Music is frozen</comment>
-        <translation>Soitin ei vastaa</translation>
-    </message>
-    <message>
-        <source>Elapsed Time</source>
-        <comment>For UI labels: Elapsed Time</comment>
-        <translation>Kulunut aika</translation>
-    </message>
-    <message>
-        <source>Menu</source>
-        <comment>Title of the time label&apos;s context menu</comment>
-        <translation>Valikko</translation>
-    </message>
-    <message>
-        <source>Remaining Time</source>
-        <comment>For UI labels: Remaining Time</comment>
-        <translation>Jäljellä oleva aika</translation>
-    </message>
-    <message>
-        <source>Duration</source>
-        <comment>For UI labels: Duration</comment>
-        <translation>Kesto</translation>
-    </message>
-    <message>
         <source>Play or stop playing live audio</source>
         <comment>For UI labels: Play or stop playing live audio</comment>
         <translation>Toista suoraa lähetystä tai pysäytä se</translation>
@@ -875,16 +890,6 @@
         <source>Play or pause the current track</source>
         <comment>For UI labels: Play or pause the current track</comment>
         <translation>Toista nykyinen kappale tai keskeytä se</translation>
-    </message>
-    <message>
-        <source>Music is not open</source>
-        <comment>&apos;Music is not open&apos; displayed in LCD</comment>
-        <translation>Soitin ei ole auki</translation>
-    </message>
-    <message>
-        <source>No Song</source>
-        <comment>&apos;No Song&apos; displayed in LCD</comment>
-        <translation>Ei kappaletta</translation>
     </message>
 </context>
 </TS>

@@ -30,6 +30,15 @@
     </message>
 </context>
 <context>
+    <name>tunedeck</name>
+    <message>
+        <source>Music is not open</source>
+        <comment>&apos;Music is not open&apos; displayed in LCD</comment>
+        <extracomment>Also the tooltip of the empty playlist picker.</extracomment>
+        <translation>Odtwarzacz zamknięty</translation>
+    </message>
+</context>
+<context>
     <name>tunedeck::AboutWindow</name>
     <message>
         <source>About</source>
@@ -467,11 +476,6 @@
         <translation>Wybierz listę odtwarzania</translation>
     </message>
     <message>
-        <source>Music is not open</source>
-        <comment>Tooltip of the empty playlist picker</comment>
-        <translation>Odtwarzacz zamknięty</translation>
-    </message>
-    <message>
         <source>The player has no playlists</source>
         <comment>Tooltip of the empty playlist picker</comment>
         <translation>Odtwarzacz nie ma list odtwarzania</translation>
@@ -551,6 +555,42 @@
         <source>Install Tunedeck again.</source>
         <comment>Updates: what to do about an error</comment>
         <translation>Zainstaluj program Tunedeck ponownie.</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::TimeLabelMenu</name>
+    <message>
+        <source>Menu</source>
+        <comment>Title of the time label&apos;s context menu</comment>
+        <translation>Menu</translation>
+    </message>
+    <message>
+        <source>Remaining Time</source>
+        <comment>For UI labels: Remaining Time</comment>
+        <translation>Pozostały czas</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <comment>For UI labels: Duration</comment>
+        <translation>Czas trwania</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::TrackDisplay</name>
+    <message>
+        <source>Elapsed Time</source>
+        <comment>For UI labels: Elapsed Time</comment>
+        <translation>Czas od początku</translation>
+    </message>
+    <message>
+        <source>No Song</source>
+        <comment>&apos;No Song&apos; displayed in LCD</comment>
+        <translation>Brak utworu</translation>
+    </message>
+    <message>
+        <source>Music is not responding</source>
+        <comment>Tooltip of the LCD while Music is frozen</comment>
+        <translation>Odtwarzacz nie odpowiada</translation>
     </message>
 </context>
 <context>
@@ -842,31 +882,6 @@
         <translation>Wstrzymaj</translation>
     </message>
     <message>
-        <source>Music is not responding</source>
-        <comment>Tooltip of the LCD while Music is frozen</comment>
-        <translation>Odtwarzacz nie odpowiada</translation>
-    </message>
-    <message>
-        <source>Elapsed Time</source>
-        <comment>For UI labels: Elapsed Time</comment>
-        <translation>Czas od początku</translation>
-    </message>
-    <message>
-        <source>Menu</source>
-        <comment>Title of the time label&apos;s context menu</comment>
-        <translation>Menu</translation>
-    </message>
-    <message>
-        <source>Remaining Time</source>
-        <comment>For UI labels: Remaining Time</comment>
-        <translation>Pozostały czas</translation>
-    </message>
-    <message>
-        <source>Duration</source>
-        <comment>For UI labels: Duration</comment>
-        <translation>Czas trwania</translation>
-    </message>
-    <message>
         <source>Play or stop playing live audio</source>
         <comment>For UI labels: Play or stop playing live audio</comment>
         <translation>Odtwórz lub zatrzymaj transmisję na żywo</translation>
@@ -875,16 +890,6 @@
         <source>Play or pause the current track</source>
         <comment>For UI labels: Play or pause the current track</comment>
         <translation>Odtwórz lub wstrzymaj bieżący utwór</translation>
-    </message>
-    <message>
-        <source>Music is not open</source>
-        <comment>&apos;Music is not open&apos; displayed in LCD</comment>
-        <translation>Odtwarzacz zamknięty</translation>
-    </message>
-    <message>
-        <source>No Song</source>
-        <comment>&apos;No Song&apos; displayed in LCD</comment>
-        <translation>Brak utworu</translation>
     </message>
 </context>
 </TS>

@@ -68,9 +68,9 @@ Application::Application(const Environment &environment, QObject *parent)
     window.setWindowTitle(bundleInfo(u"CFBundleName").value_or(QString()));
     m_playerView = new PlayerView(m_skinEnvironment);
     window.setContentView(m_playerView);
-    const ViewController::Surroundings surroundings{
+    const ViewController::Environment playerEnvironment{
         m_musicConnector, m_defaults, environment.appearance, environment.windowActivation, *m_windowController};
-    m_viewController = std::make_unique<ViewController>(surroundings, *m_playerView);
+    m_viewController = std::make_unique<ViewController>(playerEnvironment, *m_playerView);
 
     m_dockTileTimer.setSingleShot(true);
     m_dockTileTimer.setInterval(dockTileDelay);

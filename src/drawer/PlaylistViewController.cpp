@@ -2,9 +2,10 @@
 #include "drawer/PlaylistViewController.h"
 
 #include "drawer/PlaylistView.h"
-#include "music/MenuItemIdentifier.h"
 #include "music/MusicApplication.h"
 #include "music/MusicConnector.h"
+#include "music/isMenuItemEnabled.h"
+#include "music/musicIsNotOpenText.h"
 #include "platform/FatalError.h"
 #include "skin/views/MetalButton.h"
 #include "skin/views/MetalPopupButton.h"
@@ -90,16 +91,7 @@ PlaylistViewController::PlaylistViewController(MusicConnector &musicConnector, P
 
 bool PlaylistViewController::validateMenuItem(const QAction &item) const
 {
-    using namespace MenuItemIdentifier;
-    const QString identifier = item.objectName();
-    const bool isMusicAppRunning = m_musicConnector.isMusicAppRunning();
-    if (identifier == playPause || identifier == volumeUp || identifier == volumeDown) {
-        return isMusicAppRunning;
-    }
-    if (identifier == next || identifier == previous) {
-        return isMusicAppRunning && m_musicConnector.feedType() != FeedType::liveStream;
-    }
-    return identifier == openMusicApp || identifier == closeWindow;
+    return isMenuItemEnabled(item.objectName(), m_musicConnector);
 }
 
 void PlaylistViewController::shuffleButtonPressed()
@@ -139,7 +131,7 @@ void PlaylistViewController::showPlaylists()
 QString PlaylistViewController::whyEmpty() const
 {
     if (!m_musicConnector.isMusicAppRunning()) {
-        return tr("Music is not open", "Tooltip of the empty playlist picker");
+        return musicIsNotOpenText();
     }
     switch (m_musicConnector.playlistSource()) {
     case PlaylistSource::music:

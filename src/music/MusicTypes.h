@@ -61,6 +61,12 @@ inline const QString storeUrl = QStringLiteral("Store URL"); ///< address of a t
 /// What kind of content Music plays.
 enum class FeedType { unknown = 0, localTrack = 1, streamedTrack = 2, liveStream = 3, stopped = 4 };
 
+/// Whether a feed of this type plays nothing.
+[[nodiscard]] constexpr bool isEmptyFeed(FeedType feedType)
+{
+    return feedType == FeedType::stopped || feedType == FeedType::unknown;
+}
+
 /// Where the playlists on offer come from: that is not known yet; from nowhere, because Music neither has any to offer
 /// nor opens playlist files; from Music itself; from the user's music folder, whose playlist files Music opens.
 enum class PlaylistSource { unknown, none, music, files };

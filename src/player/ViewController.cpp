@@ -3,13 +3,14 @@
 
 #include "music/MenuItemIdentifier.h"
 #include "music/MusicApplication.h"
+#include "music/isMenuItemEnabled.h"
 #include "platform/Appearance.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
 #include "player/DrawerHost.h"
 #include "player/LcdView.h"
 #include "player/PlayerView.h"
-#include "player/ScrollingMarqueeView.h"
+#include "player/TrackDisplay.h"
 #include "skin/views/ClassicAudioProgressSlider.h"
 #include "skin/views/DrawerBackground.h"
 #include "skin/views/PlainButton.h"
@@ -22,7 +23,6 @@
 
 #include <QAction>
 #include <QEvent>
-#include <QLabel>
 #include <QToolTip>
 #include <QWindow>
 
@@ -40,37 +40,29 @@ constexpr double seekStepInSec = 5;
 constexpr double silence = 0;
 constexpr double fullVolume = 100;
 
-QString sentenceCased(const QString &text)
-{
-    const QString lower = text.toLower();
-    return lower.left(1).toUpper() + lower.mid(1);
-}
-
-bool isEmptyFeed(FeedType feedType)
-{
-    return feedType == FeedType::stopped || feedType == FeedType::unknown;
-}
 } // namespace
 
-ViewController::ViewController(const Surroundings &surroundings, PlayerView &view, QObject *parent)
+ViewController::ViewController(const Environment &environment, PlayerView &view, QObject *parent)
     : QObject(parent)
-    , m_musicConnector(surroundings.musicConnector)
-    , m_defaults(surroundings.defaults)
-    , m_appearance(surroundings.appearance)
-    , m_drawerHost(surroundings.drawerHost)
+    , m_musicConnector(environment.musicConnector)
+    , m_defaults(environment.defaults)
+    , m_appearance(environment.appearance)
+    , m_drawerHost(environment.drawerHost)
     , m_view(view)
+    , m_display(new TrackDisplay(m_musicConnector, m_appearance, m_view.lcd(), this))
+    , m_timeLabelMenu(m_view.lcd().secondaryTimeLabel(), [this](QAction &item) { return validateMenuItem(item); })
 {
-    connect(&surroundings.windowActivation, &WindowActivation::windowDidBecomeMain, this,
+    connect(&environment.windowActivation, &WindowActivation::windowDidBecomeMain, this,
         &ViewController::updateLCDForFeedType);
     setUpWindowButtons();
     setUpTransport();
     setUpProgressSlider();
     observeConnector();
     bindVolume();
-    bindTimeLabels();
-    observeAppearance();
+    bindRemainingTime();
+    observeDockTileSettings();
     m_view.installEventFilter(this);
-    buildTimeLabelMenu();
+    setUpTimeLabelMenu();
     observeExpansion();
     m_musicConnector.setDelegate(this);
     updateLCDForFeedType();
@@ -80,11 +72,6 @@ ViewController::~ViewController()
 {
     m_musicConnector.setDelegate(nullptr);
     m_view.volumeSlider().setScrollEventsDelegate(nullptr);
-}
-
-const std::optional<MusicConnectorTrack> &ViewController::currentTrack() const
-{
-    return m_currentTrack;
 }
 
 void ViewController::setCurrentTrack(const std::optional<MusicConnectorTrack> &track)
@@ -97,21 +84,11 @@ void ViewController::setCurrentTrack(const std::optional<MusicConnectorTrack> &t
     Q_EMIT currentTrackChanged();
 }
 
-bool ViewController::remainingTimeEnabled() const
-{
-    return m_remainingTimeEnabled;
-}
-
 void ViewController::setRemainingTimeEnabled(bool enabled)
 {
     m_remainingTimeEnabled = enabled;
     updateSecondaryTimeLabel();
     Q_EMIT remainingTimeEnabledChanged(enabled);
-}
-
-bool ViewController::mouseIsHovering() const
-{
-    return m_mouseIsHovering;
 }
 
 QString ViewController::dockTileImage(FourCharCode state, FeedType feedType) const
@@ -133,17 +110,6 @@ QString ViewController::dockTileImage(FourCharCode state, FeedType feedType) con
 bool ViewController::validateMenuItem(QAction &item) const
 {
     const QString identifier = item.objectName();
-    const bool isMusicAppRunning = m_musicConnector.isMusicAppRunning();
-    if (identifier == MenuItemIdentifier::playPause || identifier == MenuItemIdentifier::volumeUp
-        || identifier == MenuItemIdentifier::volumeDown) {
-        return isMusicAppRunning;
-    }
-    if (identifier == MenuItemIdentifier::next || identifier == MenuItemIdentifier::previous) {
-        return isMusicAppRunning && m_musicConnector.feedType() != FeedType::liveStream;
-    }
-    if (identifier == MenuItemIdentifier::openMusicApp || identifier == MenuItemIdentifier::closeWindow) {
-        return true;
-    }
     if (identifier == MenuItemIdentifier::totalTime) {
         item.setChecked(!m_defaults.boolForKey(SettingsKey::remainingTimeEnabled));
         return true;
@@ -152,12 +118,7 @@ bool ViewController::validateMenuItem(QAction &item) const
         item.setChecked(m_defaults.boolForKey(SettingsKey::remainingTimeEnabled));
         return true;
     }
-    return false;
-}
-
-QMenu &ViewController::timeLabelMenu()
-{
-    return m_timeLabelMenu;
+    return isMenuItemEnabled(identifier, m_musicConnector);
 }
 
 void ViewController::playerStateDidChange(FourCharCode state)
@@ -261,10 +222,14 @@ void ViewController::setUpTransport()
 void ViewController::seekWhileHeld(HoldableButton &button, bool (MusicApplication::*seek)())
 {
     button.setHoldButton(true);
-    // A plain click tells that the button is not held, too: it resumes what was never sought, which Music ignores.
+    // A plain click reports that the button is not held, too. Music then resumes without a seek and ignores that.
     connect(&button, &HoldableButton::isIntentionallyHeldChanged, this, [this, seek](bool isHeld) {
         MusicApplication &music = m_musicConnector.musicApp();
-        isHeld ? (music.*seek)() : music.resume();
+        if (isHeld) {
+            (music.*seek)();
+        } else {
+            music.resume();
+        }
     });
 }
 
@@ -292,16 +257,6 @@ void ViewController::observeConnector()
     setCurrentTrack(m_musicConnector.currentTrack());
     connect(&m_musicConnector, &MusicConnector::totalFormattedTimeChanged, this, &ViewController::durationDidChange);
     durationDidChange();
-
-    connect(&m_musicConnector.musicApp(), &MusicApplication::respondingDidChange, this,
-        &ViewController::tellWhetherMusicResponds);
-    tellWhetherMusicResponds(m_musicConnector.musicApp().isResponding());
-}
-
-void ViewController::tellWhetherMusicResponds(bool isResponding)
-{
-    m_view.lcd().setToolTip(
-        isResponding ? QString() : tr("Music is not responding", "Tooltip of the LCD while Music is frozen"));
 }
 
 void ViewController::bindVolume()
@@ -325,51 +280,23 @@ void ViewController::bindVolume()
     });
 }
 
-void ViewController::bindTimeLabels()
+void ViewController::bindRemainingTime()
 {
-    QLabel &elapsed = m_view.lcd().primaryTimeLabel();
-    connect(&m_musicConnector, &MusicConnector::elapsedFormattedTimeChanged, &elapsed, &QLabel::setText);
-    elapsed.setText(m_musicConnector.elapsedFormattedTime());
-    elapsed.setToolTip(sentenceCased(tr("Elapsed Time", "For UI labels: Elapsed Time")));
     m_defaults.bind(
         SettingsKey::remainingTimeEnabled, this, [this](bool enabled) { setRemainingTimeEnabled(enabled); });
 }
 
-void ViewController::observeAppearance()
+void ViewController::observeDockTileSettings()
 {
-    ScrollingMarqueeView &label = m_view.lcd().trackInfoLabel();
-    label.setMotionReduced(m_appearance.isMotionReduced());
-    connect(&m_appearance, &Appearance::motionReducedChanged, &label, &ScrollingMarqueeView::setMotionReduced);
-    label.setDark(isDark(m_appearance.effectiveAppearance()));
-    connect(&m_appearance, &Appearance::effectiveAppearanceChanged, this, [this](AppearanceName name) {
-        m_view.lcd().trackInfoLabel().setDark(isDark(name));
-        updateDockTile(m_musicConnector.currentState());
-    });
+    connect(&m_appearance, &Appearance::effectiveAppearanceChanged, this,
+        [this] { updateDockTile(m_musicConnector.currentState()); });
     connect(&m_defaults, &UserDefaults::appearanceUpdatesDockIconChanged, this,
         [this] { updateDockTile(m_musicConnector.currentState()); });
 }
 
-void ViewController::buildTimeLabelMenu()
+void ViewController::setUpTimeLabelMenu()
 {
-    m_timeLabelMenu.setTitle(tr("Menu", "Title of the time label's context menu"));
-    QAction *remaining = m_timeLabelMenu.addAction(tr("Remaining Time", "For UI labels: Remaining Time"));
-    remaining->setObjectName(MenuItemIdentifier::remainingTime);
-    QAction *total = m_timeLabelMenu.addAction(tr("Duration", "For UI labels: Duration"));
-    total->setObjectName(MenuItemIdentifier::totalTime);
-    for (QAction *item : {remaining, total}) {
-        item->setCheckable(true);
-        connect(item, &QAction::triggered, this, [this, item] { timeLabelMenuItemSelected(*item); });
-    }
-    connect(&m_timeLabelMenu, &QMenu::aboutToShow, this, [this, remaining, total] {
-        for (QAction *item : {remaining, total}) {
-            item->setEnabled(validateMenuItem(*item));
-        }
-    });
-
-    QLabel &label = m_view.lcd().secondaryTimeLabel();
-    label.setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(&label, &QLabel::customContextMenuRequested, this,
-        [this, &label](QPoint position) { m_timeLabelMenu.popup(label.mapToGlobal(position)); });
+    connect(&m_timeLabelMenu, &TimeLabelMenu::itemSelected, this, &ViewController::timeLabelMenuItemSelected);
 }
 
 void ViewController::observeExpansion()
@@ -391,18 +318,11 @@ void ViewController::updateLCDForFeedType()
     if (feedType == FeedType::unknown || (feedType == FeedType::stopped && state == PlayerState::stopped)) {
         clearTrackInfo();
     }
-    showControlsForFeedType(feedType);
-    showFallbackText(feedType);
-    m_view.playPauseButton().setToolTip(feedType == FeedType::liveStream
-            ? tr("Play or stop playing live audio", "For UI labels: Play or stop playing live audio")
-            : tr("Play or pause the current track", "For UI labels: Play or pause the current track"));
-    if (isEmptyFeed(feedType)) {
-        moveKeyboardFrom(m_view.lcd().trackProgressSlider());
-    }
-    m_view.lcd().trackProgressSlider().setEnabled(!isEmptyFeed(feedType));
+    showTransportForFeedType(feedType);
+    m_display->showFeedType(feedType);
 }
 
-/// The toolkit would move it to the control that comes next, whatever the next press of Space then does.
+/// Qt would move it to the control that comes next, whatever the next press of Space then does.
 void ViewController::moveKeyboardFrom(const QWidget &control)
 {
     if (control.hasFocus()) {
@@ -410,71 +330,39 @@ void ViewController::moveKeyboardFrom(const QWidget &control)
     }
 }
 
-void ViewController::showControlsForFeedType(FeedType feedType)
+void ViewController::showTransportForFeedType(FeedType feedType)
 {
     const bool isLive = feedType == FeedType::liveStream;
-    LcdView &lcd = m_view.lcd();
+    if (isLive || isEmptyFeed(feedType)) {
+        moveKeyboardFrom(m_view.lcd().trackProgressSlider());
+    }
     if (isLive) {
-        moveKeyboardFrom(lcd.trackProgressSlider());
         moveKeyboardFrom(m_view.backwardButton());
         moveKeyboardFrom(m_view.forwardButton());
     }
-    lcd.isLiveLabel().setVisible(isLive);
-    lcd.trackProgressSlider().setHidden(isLive);
-    lcd.primaryTimeLabel().setHidden(isLive);
-    lcd.secondaryTimeLabel().setHidden(isLive);
     m_view.backwardButton().setEnabled(!isLive);
     m_view.forwardButton().setEnabled(!isLive);
-}
-
-void ViewController::showFallbackText(FeedType feedType)
-{
-    ScrollingMarqueeView &label = m_view.lcd().trackInfoLabel();
-    if (!m_musicConnector.isMusicAppRunning()) {
-        label.setDisplayStrings({tr("Music is not open", "'Music is not open' displayed in LCD")});
-    } else if (isEmptyFeed(feedType)) {
-        label.setDisplayStrings({tr("No Song", "'No Song' displayed in LCD")});
-    }
+    m_view.playPauseButton().setToolTip(isLive
+            ? tr("Play or stop playing live audio", "For UI labels: Play or stop playing live audio")
+            : tr("Play or pause the current track", "For UI labels: Play or pause the current track"));
 }
 
 void ViewController::clearTrackInfo()
 {
-    m_view.lcd().trackInfoLabel().setDisplayStrings({});
+    m_display->clear();
     Q_EMIT currentTrackInfoChanged(std::nullopt);
 }
 
 void ViewController::updateTrackInfo(const MusicConnectorTrack &track)
 {
-    const FeedType feedType = m_musicConnector.feedType();
-    if (!m_musicConnector.isMusicAppRunning() || isEmptyFeed(feedType)) {
-        showFallbackText(feedType);
-        return;
+    if (m_display->showTrack(track)) {
+        Q_EMIT currentTrackInfoChanged(track);
     }
-    QStringList strings;
-    for (const std::optional<QString> &text : {track.trackName, track.artistName, track.albumName}) {
-        if (text) {
-            strings.append(*text);
-        }
-    }
-    m_view.lcd().trackInfoLabel().setDisplayStrings(strings);
-    Q_EMIT currentTrackInfoChanged(track);
 }
 
 void ViewController::updateSecondaryTimeLabel()
 {
-    QLabel &label = m_view.lcd().secondaryTimeLabel();
-    disconnect(m_secondaryTimeBinding);
-    if (m_remainingTimeEnabled) {
-        m_secondaryTimeBinding =
-            connect(&m_musicConnector, &MusicConnector::remainingFormattedTimeChanged, &label, &QLabel::setText);
-        label.setText(m_musicConnector.remainingFormattedTime());
-        label.setToolTip(sentenceCased(tr("Remaining Time", "For UI labels: Remaining Time")));
-    } else {
-        m_secondaryTimeBinding =
-            connect(&m_musicConnector, &MusicConnector::totalFormattedTimeChanged, &label, &QLabel::setText);
-        label.setText(m_musicConnector.totalFormattedTime());
-        label.setToolTip(sentenceCased(tr("Duration", "For UI labels: Duration")));
-    }
+    m_display->setRemainingTimeShown(m_remainingTimeEnabled);
 }
 
 void ViewController::updatePlayPauseGlyph(FourCharCode state)
@@ -527,8 +415,6 @@ void ViewController::durationDidChange()
 {
     const double duration = m_musicConnector.duration();
     m_view.lcd().trackProgressSlider().setStep(duration > 0 ? seekStepInSec / duration * 100 : 0);
-    // The remaining time begins with a sign.
-    m_view.lcd().setLongestTime(u'-' + m_musicConnector.totalFormattedTime());
 }
 
 } // namespace tunedeck

@@ -4,9 +4,9 @@
 #include "music/MusicConnector.h"
 #include "music/MusicConnectorTrack.h"
 #include "music/MusicTypes.h"
+#include "player/TimeLabelMenu.h"
 #include "skin/views/VolumeSlider.h"
 
-#include <QMenu>
 #include <QObject>
 #include <QString>
 #include <QTimer>
@@ -23,6 +23,7 @@ class DrawerHost;
 class HoldableButton;
 class MusicApplication;
 class PlayerView;
+class TrackDisplay;
 class UserDefaults;
 class WindowActivation;
 
@@ -39,7 +40,7 @@ class ViewController : public QObject, public MusicConnectorDelegate, public Vol
 
 public:
     /// What the controller watches and commands; all must outlive it.
-    struct Surroundings {
+    struct Environment {
         MusicConnector &musicConnector;
         UserDefaults &defaults;
         const Appearance &appearance;
@@ -48,24 +49,24 @@ public:
     };
 
     /// Brings `view`, which must outlive the controller, up to date and makes the controller the connector's delegate.
-    ViewController(const Surroundings &surroundings, PlayerView &view, QObject *parent = nullptr);
+    ViewController(const Environment &environment, PlayerView &view, QObject *parent = nullptr);
     ~ViewController() override;
 
-    [[nodiscard]] const std::optional<MusicConnectorTrack> &currentTrack() const;
+    [[nodiscard]] const std::optional<MusicConnectorTrack> &currentTrack() const { return m_currentTrack; }
     /// None leaves the display as it is: what clears it is the feed type.
     void setCurrentTrack(const std::optional<MusicConnectorTrack> &track);
-    [[nodiscard]] bool remainingTimeEnabled() const;
+    [[nodiscard]] bool remainingTimeEnabled() const { return m_remainingTimeEnabled; }
     void setRemainingTimeEnabled(bool enabled);
 
     /// Always false, though it is told anew whenever the pointer enters or leaves the view: what the pointer is over is
     /// the window's buttons' own business.
-    [[nodiscard]] bool mouseIsHovering() const;
+    [[nodiscard]] bool mouseIsHovering() const { return m_mouseIsHovering; }
 
     /// The name of the image that the dock shows in `state`.
     [[nodiscard]] QString dockTileImage(FourCharCode state, FeedType feedType) const;
     /// Whether `item` is enabled. Also sets the check state of the time label's items.
     bool validateMenuItem(QAction &item) const;
-    [[nodiscard]] QMenu &timeLabelMenu();
+    [[nodiscard]] QMenu &timeLabelMenu() { return m_timeLabelMenu; }
 
     void playerStateDidChange(FourCharCode state) override;
     void adjustVolume(double delta) override;
@@ -105,17 +106,15 @@ private:
     void seekWhileHeld(HoldableButton &button, bool (MusicApplication::*seek)());
     void setUpProgressSlider();
     void observeConnector();
-    void tellWhetherMusicResponds(bool isResponding);
     void bindVolume();
-    void bindTimeLabels();
-    void observeAppearance();
-    void buildTimeLabelMenu();
+    void bindRemainingTime();
+    void observeDockTileSettings();
+    void setUpTimeLabelMenu();
     void observeExpansion();
 
     void updateLCDForFeedType();
     void moveKeyboardFrom(const QWidget &control);
-    void showControlsForFeedType(FeedType feedType);
-    void showFallbackText(FeedType feedType);
+    void showTransportForFeedType(FeedType feedType);
     void clearTrackInfo();
     void updateTrackInfo(const MusicConnectorTrack &track);
     void updateSecondaryTimeLabel();
@@ -135,8 +134,8 @@ private:
     std::optional<MusicConnectorTrack> m_currentTrack;
     bool m_mouseIsHovering = false;
     bool m_remainingTimeEnabled = true;
-    QMetaObject::Connection m_secondaryTimeBinding;
-    QMenu m_timeLabelMenu;
+    TrackDisplay *m_display;
+    TimeLabelMenu m_timeLabelMenu;
     QTimer m_tooltipsTimer{this};
     QString m_volumeSliderTooltip;
     QTimer m_dragLetGoTimer{this};

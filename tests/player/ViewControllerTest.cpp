@@ -114,10 +114,10 @@ struct Player {
         defaults.registerDefaults({{SettingsKey::remainingTimeEnabled, true}, {SettingsKey::appearanceClassic, true},
             {SettingsKey::appearanceUpdatesDockIcon, true}, {SettingsKey::volumeButtonsHidden, false}});
         connector.emplace(music, windowActivation);
-        controller.emplace(surroundings(), view);
+        controller.emplace(environment(), view);
     }
 
-    [[nodiscard]] ViewController::Surroundings surroundings()
+    [[nodiscard]] ViewController::Environment environment()
     {
         return {*connector, defaults, appearance, windowActivation, drawerHost};
     }
@@ -367,7 +367,7 @@ private Q_SLOTS:
         player.connector->refreshPlaybackSettings();
         player.controller.reset();
         PlayerView view(player.skin());
-        const ViewController controller(player.surroundings(), view);
+        const ViewController controller(player.environment(), view);
         QCOMPARE(view.playPauseButton().controlGlyph(), PlayerButtonTypes::pause);
         QCOMPARE(view.volumeSlider().doubleValue(), 40.0);
         QCOMPARE(view.lcd().primaryTimeLabel().text(), QStringLiteral("0:10"));
@@ -388,7 +388,7 @@ private Q_SLOTS:
         player.controller.reset();
         player.appearance.setApplicationAppearance(AppearanceName::DarkAqua);
         PlayerView view(player.skin());
-        const ViewController controller(player.surroundings(), view);
+        const ViewController controller(player.environment(), view);
         QVERIFY(isTextLight(view));
     }
 

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QMenu>
+
+#include <functional>
+
+class QLabel;
+
+namespace tunedeck {
+
+/// The context menu of the display's right time label. It offers the remaining time and the total time.
+class TimeLabelMenu : public QMenu {
+    Q_OBJECT
+
+public:
+    /// Answers whether an item is enabled, and sets its check state.
+    using Validator = std::function<bool(QAction &item)>;
+
+    /// Pops up where a context menu is asked for on `label`. `validate` is called for each item before that.
+    TimeLabelMenu(QLabel &label, Validator validate);
+
+    [[nodiscard]] static QString remainingTimeText();
+    [[nodiscard]] static QString totalTimeText();
+
+Q_SIGNALS:
+    /// The user chose `item`, whose object name is its MenuItemIdentifier.
+    void itemSelected(const QAction &item);
+
+private:
+    void addItem(const QString &text, const QString &identifier);
+
+    Validator m_validate;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+#include "player/TrackDisplay.h"
+
+#include "music/MusicApplication.h"
+#include "music/MusicConnector.h"
+#include "music/musicIsNotOpenText.h"
+#include "platform/Appearance.h"
+#include "player/LcdView.h"
+#include "player/ScrollingMarqueeView.h"
+#include "player/TimeLabelMenu.h"
+#include "skin/views/ClassicAudioProgressSlider.h"
+
+#include <QLabel>
+
+namespace tunedeck {
+
+namespace {
+QString sentenceCased(const QString &text)
+{
+    const QString lower = text.toLower();
+    return lower.left(1).toUpper() + lower.mid(1);
+}
+} // namespace
+
+TrackDisplay::TrackDisplay(
+    const MusicConnector &musicConnector, const Appearance &appearance, LcdView &lcd, QObject *parent)
+    : QObject(parent)
+    , m_musicConnector(musicConnector)
+    , m_lcd(lcd)
+{
+    followTimes();
+    followAppearance(appearance);
+    followResponding();
+}
+
+void TrackDisplay::showFeedType(FeedType feedType)
+{
+    const bool isLive = feedType == FeedType::liveStream;
+    m_lcd.isLiveLabel().setVisible(isLive);
+    m_lcd.trackProgressSlider().setHidden(isLive);
+    m_lcd.primaryTimeLabel().setHidden(isLive);
+    m_lcd.secondaryTimeLabel().setHidden(isLive);
+    showFallbackText(feedType);
+    m_lcd.trackProgressSlider().setEnabled(!isEmptyFeed(feedType));
+}
+
+bool TrackDisplay::showTrack(const MusicConnectorTrack &track)
+{
+    if (showFallbackText(m_musicConnector.feedType())) {
+        return false;
+    }
+    QStringList strings;
+    for (const std::optional<QString> &text : {track.trackName, track.artistName, track.albumName}) {
+        if (text) {
+            strings.append(*text);
+        }
+    }
+    m_lcd.trackInfoLabel().setDisplayStrings(strings);
+    return true;
+}
+
+void TrackDisplay::clear()
+{
+    m_lcd.trackInfoLabel().setDisplayStrings({});
+}
+
+void TrackDisplay::setRemainingTimeShown(bool isShown)
+{
+    QLabel &label = m_lcd.secondaryTimeLabel();
+    disconnect(m_secondaryTimeBinding);
+    if (isShown) {
+        m_secondaryTimeBinding =
+            connect(&m_musicConnector, &MusicConnector::remainingFormattedTimeChanged, &label, &QLabel::setText);
+        label.setText(m_musicConnector.remainingFormattedTime());
+        label.setToolTip(sentenceCased(TimeLabelMenu::remainingTimeText()));
+    } else {
+        m_secondaryTimeBinding =
+            connect(&m_musicConnector, &MusicConnector::totalFormattedTimeChanged, &label, &QLabel::setText);
+        label.setText(m_musicConnector.totalFormattedTime());
+        label.setToolTip(sentenceCased(TimeLabelMenu::totalTimeText()));
+    }
+}
+
+void TrackDisplay::followTimes()
+{
+    QLabel &elapsed = m_lcd.primaryTimeLabel();
+    connect(&m_musicConnector, &MusicConnector::elapsedFormattedTimeChanged, &elapsed, &QLabel::setText);
+    elapsed.setText(m_musicConnector.elapsedFormattedTime());
+    elapsed.setToolTip(sentenceCased(tr("Elapsed Time", "For UI labels: Elapsed Time")));
+
+    const auto makeRoom = [this] {
+        // The remaining time begins with a sign.
+        m_lcd.setLongestTime(u'-' + m_musicConnector.totalFormattedTime());
+    };
+    connect(&m_musicConnector, &MusicConnector::totalFormattedTimeChanged, this, makeRoom);
+    makeRoom();
+}
+
+void TrackDisplay::followAppearance(const Appearance &appearance)
+{
+    ScrollingMarqueeView &label = m_lcd.trackInfoLabel();
+    label.setMotionReduced(appearance.isMotionReduced());
+    connect(&appearance, &Appearance::motionReducedChanged, &label, &ScrollingMarqueeView::setMotionReduced);
+    label.setDark(isDark(appearance.effectiveAppearance()));
+    connect(&appearance, &Appearance::effectiveAppearanceChanged, &label,
+        [&label](AppearanceName name) { label.setDark(isDark(name)); });
+}
+
+void TrackDisplay::followResponding()
+{
+    const MusicApplication &music = m_musicConnector.musicApp();
+    const auto showWhetherMusicResponds = [this](bool isResponding) {
+        m_lcd.setToolTip(
+            isResponding ? QString() : tr("Music is not responding", "Tooltip of the LCD while Music is frozen"));
+    };
+    connect(&music, &MusicApplication::respondingDidChange, this, showWhetherMusicResponds);
+    showWhetherMusicResponds(music.isResponding());
+}
+
+bool TrackDisplay::showFallbackText(FeedType feedType)
+{
+    if (!m_musicConnector.isMusicAppRunning()) {
+        m_lcd.trackInfoLabel().setDisplayStrings({musicIsNotOpenText()});
+        return true;
+    }
+    if (isEmptyFeed(feedType)) {
+        m_lcd.trackInfoLabel().setDisplayStrings({tr("No Song", "'No Song' displayed in LCD")});
+        return true;
+    }
+    return false;
+}
+
+} // namespace tunedeck
