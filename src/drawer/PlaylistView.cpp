@@ -72,31 +72,6 @@ PlaylistView::PlaylistView(const SkinEnvironment &environment, QWidget *parent)
     m_repeatButton->removeFocusRing();
 }
 
-EngravedLabel &PlaylistView::playlistLabel()
-{
-    return *m_playlistLabel;
-}
-
-MetalPopupButton &PlaylistView::playlistPicker()
-{
-    return *m_playlistPicker;
-}
-
-MetalButton &PlaylistView::doneButton()
-{
-    return *m_doneButton;
-}
-
-MetalButton &PlaylistView::shuffleButton()
-{
-    return *m_shuffleButton;
-}
-
-MetalButton &PlaylistView::repeatButton()
-{
-    return *m_repeatButton;
-}
-
 void PlaylistView::resizeEvent(QResizeEvent *)
 {
     const int captionWidth = std::min(widestCaption, textWidth(*m_playlistLabel, m_playlistLabel->text()) + 2);

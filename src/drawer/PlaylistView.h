@@ -18,11 +18,11 @@ class PlaylistView : public QWidget {
 public:
     explicit PlaylistView(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
-    [[nodiscard]] EngravedLabel &playlistLabel();
-    [[nodiscard]] MetalPopupButton &playlistPicker();
-    [[nodiscard]] MetalButton &doneButton();
-    [[nodiscard]] MetalButton &shuffleButton();
-    [[nodiscard]] MetalButton &repeatButton();
+    [[nodiscard]] EngravedLabel &playlistLabel() { return *m_playlistLabel; }
+    [[nodiscard]] MetalPopupButton &playlistPicker() { return *m_playlistPicker; }
+    [[nodiscard]] MetalButton &doneButton() { return *m_doneButton; }
+    [[nodiscard]] MetalButton &shuffleButton() { return *m_shuffleButton; }
+    [[nodiscard]] MetalButton &repeatButton() { return *m_repeatButton; }
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

@@ -11,11 +11,6 @@ PlaylistWindowController::PlaylistWindowController(QObject *parent)
     windowDidLoad();
 }
 
-PlaylistWindow &PlaylistWindowController::window()
-{
-    return m_window;
-}
-
 void PlaylistWindowController::windowDidLoad()
 {
     // Not wholly clear, so that no desktop takes the window's background for a hole that clicks fall through.

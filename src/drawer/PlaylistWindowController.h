@@ -15,7 +15,7 @@ public:
     /// The window is not shown yet.
     explicit PlaylistWindowController(QObject *parent = nullptr);
 
-    [[nodiscard]] PlaylistWindow &window();
+    [[nodiscard]] PlaylistWindow &window() { return m_window; }
 
 private:
     void windowDidLoad();

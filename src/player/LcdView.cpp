@@ -43,36 +43,6 @@ LcdView::LcdView(const SkinEnvironment &environment, QWidget *parent)
     setUpTexts();
 }
 
-ScrollingMarqueeView &LcdView::trackInfoLabel()
-{
-    return *m_trackInfoLabel;
-}
-
-QLabel &LcdView::primaryTimeLabel()
-{
-    return *m_primaryTimeLabel;
-}
-
-ClassicAudioProgressSlider &LcdView::trackProgressSlider()
-{
-    return *m_trackProgressSlider;
-}
-
-QLabel &LcdView::secondaryTimeLabel()
-{
-    return *m_secondaryTimeLabel;
-}
-
-QLabel &LcdView::isLiveLabel()
-{
-    return *m_isLiveLabel;
-}
-
-PlainButton &LcdView::infoButton()
-{
-    return *m_infoButton;
-}
-
 void LcdView::setLongestTime(const QString &time)
 {
     const int width = m_secondaryTimeLabel->fontMetrics().horizontalAdvance(time);

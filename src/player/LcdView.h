@@ -19,12 +19,12 @@ class LcdView : public LCDBackgroundView {
 public:
     explicit LcdView(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
-    [[nodiscard]] ScrollingMarqueeView &trackInfoLabel();
-    [[nodiscard]] QLabel &primaryTimeLabel();
-    [[nodiscard]] ClassicAudioProgressSlider &trackProgressSlider();
-    [[nodiscard]] QLabel &secondaryTimeLabel();
-    [[nodiscard]] QLabel &isLiveLabel();
-    [[nodiscard]] PlainButton &infoButton();
+    [[nodiscard]] ScrollingMarqueeView &trackInfoLabel() { return *m_trackInfoLabel; }
+    [[nodiscard]] QLabel &primaryTimeLabel() { return *m_primaryTimeLabel; }
+    [[nodiscard]] ClassicAudioProgressSlider &trackProgressSlider() { return *m_trackProgressSlider; }
+    [[nodiscard]] QLabel &secondaryTimeLabel() { return *m_secondaryTimeLabel; }
+    [[nodiscard]] QLabel &isLiveLabel() { return *m_isLiveLabel; }
+    [[nodiscard]] PlainButton &infoButton() { return *m_infoButton; }
 
     /// Gives both times the room that `time` takes, so that nothing moves while they grow towards it.
     void setLongestTime(const QString &time);

@@ -38,11 +38,6 @@ MarqueeTimeline::MarqueeTimeline(TextWidth textWidth, ElidedText elidedText)
 {
 }
 
-const QStringList &MarqueeTimeline::displayStrings() const
-{
-    return m_displayStrings;
-}
-
 void MarqueeTimeline::setDisplayStrings(const QStringList &strings, TimePoint now)
 {
     if (strings == m_displayStrings) {
@@ -105,11 +100,6 @@ std::vector<MarqueeLabel> MarqueeTimeline::labels(TimePoint now) const
         }
     }
     return result;
-}
-
-bool MarqueeTimeline::isPaused() const
-{
-    return m_isPaused;
 }
 
 bool MarqueeTimeline::isMoving(TimePoint now) const

@@ -40,7 +40,7 @@ public:
 
     MarqueeTimeline(TextWidth textWidth, ElidedText elidedText);
 
-    [[nodiscard]] const QStringList &displayStrings() const;
+    [[nodiscard]] const QStringList &displayStrings() const { return m_displayStrings; }
     /// Starts at the first string. The list it already has changes nothing; an empty list shows nothing.
     void setDisplayStrings(const QStringList &strings, TimePoint now);
     /// Gives the field its size, in points, and starts the string on show again.
@@ -57,7 +57,7 @@ public:
     /// One label that stands alone, or two of which the second follows the first. `now` lies before the next change.
     [[nodiscard]] std::vector<MarqueeLabel> labels(TimePoint now) const;
     /// Nothing pauses a marquee: false from each motion's start on.
-    [[nodiscard]] bool isPaused() const;
+    [[nodiscard]] bool isPaused() const { return m_isPaused; }
     [[nodiscard]] bool isMoving(TimePoint now) const;
     [[nodiscard]] bool isScrolling(TimePoint now) const;
     /// When the labels begin or cease to move; none where they never will.

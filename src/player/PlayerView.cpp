@@ -64,66 +64,6 @@ PlayerView::PlayerView(const SkinEnvironment &environment, QWidget *parent)
     m_drawerContainerView->hide();
 }
 
-WindowButtonsView &PlayerView::windowButtonsView()
-{
-    return *m_windowButtonsView;
-}
-
-WindowControlButton &PlayerView::closeButton()
-{
-    return *m_closeButton;
-}
-
-WindowControlButton &PlayerView::minimizeButton()
-{
-    return *m_minimizeButton;
-}
-
-WindowControlButton &PlayerView::maximizeButton()
-{
-    return *m_maximizeButton;
-}
-
-TunedeckPlayerButton &PlayerView::backwardButton()
-{
-    return *m_backwardButton;
-}
-
-PlayerButton &PlayerView::playPauseButton()
-{
-    return *m_playPauseButton;
-}
-
-TunedeckPlayerButton &PlayerView::forwardButton()
-{
-    return *m_forwardButton;
-}
-
-PlainButton &PlayerView::volumeMinButton()
-{
-    return *m_volumeMinButton;
-}
-
-VolumeSlider &PlayerView::volumeSlider()
-{
-    return *m_volumeSlider;
-}
-
-PlainButton &PlayerView::volumeMaxButton()
-{
-    return *m_volumeMaxButton;
-}
-
-LcdView &PlayerView::lcd()
-{
-    return *m_lcd;
-}
-
-DrawerBackground &PlayerView::drawerContainerView()
-{
-    return *m_drawerContainerView;
-}
-
 void PlayerView::resizeEvent(QResizeEvent *)
 {
     m_background->setGeometry(0, 0, width(), playerHeight);

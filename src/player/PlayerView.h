@@ -27,18 +27,18 @@ class PlayerView : public QWidget {
 public:
     explicit PlayerView(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
-    [[nodiscard]] WindowButtonsView &windowButtonsView();
-    [[nodiscard]] WindowControlButton &closeButton();
-    [[nodiscard]] WindowControlButton &minimizeButton();
-    [[nodiscard]] WindowControlButton &maximizeButton();
-    [[nodiscard]] TunedeckPlayerButton &backwardButton();
-    [[nodiscard]] PlayerButton &playPauseButton();
-    [[nodiscard]] TunedeckPlayerButton &forwardButton();
-    [[nodiscard]] PlainButton &volumeMinButton();
-    [[nodiscard]] VolumeSlider &volumeSlider();
-    [[nodiscard]] PlainButton &volumeMaxButton();
-    [[nodiscard]] LcdView &lcd();
-    [[nodiscard]] DrawerBackground &drawerContainerView();
+    [[nodiscard]] WindowButtonsView &windowButtonsView() { return *m_windowButtonsView; }
+    [[nodiscard]] WindowControlButton &closeButton() { return *m_closeButton; }
+    [[nodiscard]] WindowControlButton &minimizeButton() { return *m_minimizeButton; }
+    [[nodiscard]] WindowControlButton &maximizeButton() { return *m_maximizeButton; }
+    [[nodiscard]] TunedeckPlayerButton &backwardButton() { return *m_backwardButton; }
+    [[nodiscard]] PlayerButton &playPauseButton() { return *m_playPauseButton; }
+    [[nodiscard]] TunedeckPlayerButton &forwardButton() { return *m_forwardButton; }
+    [[nodiscard]] PlainButton &volumeMinButton() { return *m_volumeMinButton; }
+    [[nodiscard]] VolumeSlider &volumeSlider() { return *m_volumeSlider; }
+    [[nodiscard]] PlainButton &volumeMaxButton() { return *m_volumeMaxButton; }
+    [[nodiscard]] LcdView &lcd() { return *m_lcd; }
+    [[nodiscard]] DrawerBackground &drawerContainerView() { return *m_drawerContainerView; }
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

@@ -91,11 +91,6 @@ ScrollingMarqueeView::ScrollingMarqueeView(Clock clock, QWidget *parent)
     restart();
 }
 
-const QStringList &ScrollingMarqueeView::displayStrings() const
-{
-    return m_timeline.displayStrings();
-}
-
 void ScrollingMarqueeView::setDisplayStrings(const QStringList &strings)
 {
     QStringList shown;
@@ -121,21 +116,11 @@ void ScrollingMarqueeView::announce()
     }
 }
 
-double ScrollingMarqueeView::fadeInsetInPoints() const
-{
-    return m_fadeInsetInPoints;
-}
-
 void ScrollingMarqueeView::setFadeInsetInPoints(double inset)
 {
     m_fadeInsetInPoints = std::max(0.0, inset);
     m_mask = {};
     update();
-}
-
-bool ScrollingMarqueeView::labelAdvancesOnClick() const
-{
-    return m_labelAdvancesOnClick;
 }
 
 void ScrollingMarqueeView::setLabelAdvancesOnClick(bool advances)

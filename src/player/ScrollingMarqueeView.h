@@ -34,14 +34,14 @@ public:
     explicit ScrollingMarqueeView(Clock clock, QWidget *parent = nullptr);
 
     /// As they are shown: what is longer than 1,000 characters or 8,000 points is cut and ends with an ellipsis.
-    [[nodiscard]] const QStringList &displayStrings() const;
+    [[nodiscard]] const QStringList &displayStrings() const { return m_timeline.displayStrings(); }
     /// Plain text. The list that is shown already changes nothing; an empty list clears the line.
     void setDisplayStrings(const QStringList &strings);
 
-    [[nodiscard]] double fadeInsetInPoints() const;
+    [[nodiscard]] double fadeInsetInPoints() const { return m_fadeInsetInPoints; }
     /// The width of the fade at each side; what is negative becomes 0.
     void setFadeInsetInPoints(double inset);
-    [[nodiscard]] bool labelAdvancesOnClick() const;
+    [[nodiscard]] bool labelAdvancesOnClick() const { return m_labelAdvancesOnClick; }
     void setLabelAdvancesOnClick(bool advances);
     /// Whether nothing is to move: what is too wide is elided, and strings take turns without rolling.
     void setMotionReduced(bool isReduced);

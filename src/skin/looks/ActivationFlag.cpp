@@ -24,11 +24,6 @@ ActivationFlag::ActivationFlag(const WindowActivation &activation, Status status
     }
 }
 
-bool ActivationFlag::isSet() const
-{
-    return m_isSet;
-}
-
 void ActivationFlag::set(bool isSet)
 {
     if (m_isSet == isSet) {

@@ -18,7 +18,7 @@ public:
 
     ActivationFlag(const WindowActivation &activation, Status status);
 
-    [[nodiscard]] bool isSet() const;
+    [[nodiscard]] bool isSet() const { return m_isSet; }
 
 Q_SIGNALS:
     /// Only on a real change.

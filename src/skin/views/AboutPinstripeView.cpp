@@ -14,11 +14,6 @@ AboutPinstripeView::AboutPinstripeView(const SkinEnvironment &environment, QWidg
     repaintOnNewLooks(*this, environment);
 }
 
-bool AboutPinstripeView::isKeyWindow() const
-{
-    return m_isKeyWindow;
-}
-
 void AboutPinstripeView::setKeyWindow(bool isKeyWindow)
 {
     if (m_isKeyWindow == isKeyWindow) {

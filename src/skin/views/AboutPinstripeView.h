@@ -18,7 +18,7 @@ public:
     explicit AboutPinstripeView(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
     /// False at first.
-    [[nodiscard]] bool isKeyWindow() const;
+    [[nodiscard]] bool isKeyWindow() const { return m_isKeyWindow; }
     void setKeyWindow(bool isKeyWindow);
 
 Q_SIGNALS:

@@ -15,25 +15,10 @@ HoldableButton::HoldableButton(QWidget *parent)
     connect(&m_timer, &QTimer::timeout, this, &HoldableButton::fireTimer);
 }
 
-bool HoldableButton::isHoldButton() const
-{
-    return m_isHoldButton;
-}
-
 void HoldableButton::setHoldButton(bool isHoldButton)
 {
     m_isHoldButton = isHoldButton;
     Q_EMIT isHoldButtonChanged(isHoldButton);
-}
-
-bool HoldableButton::isIntentionallyHeld() const
-{
-    return m_isIntentionallyHeld;
-}
-
-bool HoldableButton::isHeld() const
-{
-    return m_isHeld;
 }
 
 void HoldableButton::fireTimer()

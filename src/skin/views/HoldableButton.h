@@ -24,11 +24,11 @@ public:
 
     explicit HoldableButton(QWidget *parent = nullptr);
 
-    [[nodiscard]] bool isHoldButton() const;
+    [[nodiscard]] bool isHoldButton() const { return m_isHoldButton; }
     void setHoldButton(bool isHoldButton);
-    [[nodiscard]] bool isIntentionallyHeld() const;
+    [[nodiscard]] bool isIntentionallyHeld() const { return m_isIntentionallyHeld; }
     /// Whether the mouse button is down on it.
-    [[nodiscard]] bool isHeld() const;
+    [[nodiscard]] bool isHeld() const { return m_isHeld; }
 
     /// The hold threshold has passed.
     void fireTimer();

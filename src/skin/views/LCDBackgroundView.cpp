@@ -17,11 +17,6 @@ LCDBackgroundView::LCDBackgroundView(const SkinEnvironment &environment, QWidget
     repaintOnNewLooks(*this, environment);
 }
 
-bool LCDBackgroundView::isMainWindow() const
-{
-    return m_isMainWindow.isSet();
-}
-
 void LCDBackgroundView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);

@@ -17,7 +17,7 @@ class LCDBackgroundView : public QWidget {
 public:
     explicit LCDBackgroundView(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
-    [[nodiscard]] bool isMainWindow() const;
+    [[nodiscard]] bool isMainWindow() const { return m_isMainWindow.isSet(); }
 
 protected:
     void paintEvent(QPaintEvent *event) override;

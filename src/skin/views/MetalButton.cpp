@@ -15,16 +15,6 @@ MetalButton::MetalButton(const SkinEnvironment &environment, QWidget *parent)
     connect(&m_isMainWindow, &ActivationFlag::changed, this, qOverload<>(&QWidget::update));
 }
 
-bool MetalButton::isMainWindow() const
-{
-    return m_isMainWindow.isSet();
-}
-
-QString MetalButton::image() const
-{
-    return m_image;
-}
-
 void MetalButton::setImage(const QString &name)
 {
     if (m_image == name) {

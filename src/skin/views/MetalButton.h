@@ -19,10 +19,10 @@ class MetalButton : public SkinnedButton {
 public:
     explicit MetalButton(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
-    [[nodiscard]] bool isMainWindow() const;
+    [[nodiscard]] bool isMainWindow() const { return m_isMainWindow.isSet(); }
     /// The name of a picture of the program's own resources; empty, as at first, for none. One that is missing is
     /// fatal when it is painted.
-    [[nodiscard]] QString image() const;
+    [[nodiscard]] QString image() const { return m_image; }
     void setImage(const QString &name);
     /// From now on nothing shows that the button has the keyboard.
     void removeFocusRing();

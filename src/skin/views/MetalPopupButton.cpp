@@ -76,11 +76,6 @@ MetalPopupButton::MetalPopupButton(const SkinEnvironment &environment, QWidget *
         {[](const QRectF &control) { return MetalPopupButtonCell::rim(faceOf(control)); }, metalRimRadius});
 }
 
-bool MetalPopupButton::isMainWindow() const
-{
-    return m_isMainWindow.isSet();
-}
-
 void MetalPopupButton::setAppearance(std::optional<AppearanceName> appearance)
 {
     m_appearance = appearance;

@@ -22,7 +22,7 @@ class MetalPopupButton : public QComboBox {
 public:
     explicit MetalPopupButton(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
-    [[nodiscard]] bool isMainWindow() const;
+    [[nodiscard]] bool isMainWindow() const { return m_isMainWindow.isSet(); }
     /// What the list is drawn for; with no value, as at first, that of the application. The metal looks the same in
     /// all.
     void setAppearance(std::optional<AppearanceName> appearance);

@@ -16,16 +16,6 @@ PinstripeView::PinstripeView(const SkinEnvironment &environment, QWidget *parent
     repaintOnNewLooks(*this, environment);
 }
 
-bool PinstripeView::isKeyWindow() const
-{
-    return m_isKeyWindow.isSet();
-}
-
-bool PinstripeView::drawsPinstripes() const
-{
-    return m_drawsPinstripes;
-}
-
 void PinstripeView::setDrawsPinstripes(bool drawsPinstripes)
 {
     if (m_drawsPinstripes == drawsPinstripes) {

@@ -17,9 +17,9 @@ class PinstripeView : public QWidget {
 public:
     explicit PinstripeView(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
-    [[nodiscard]] bool isKeyWindow() const;
+    [[nodiscard]] bool isKeyWindow() const { return m_isKeyWindow.isSet(); }
     /// True at first.
-    [[nodiscard]] bool drawsPinstripes() const;
+    [[nodiscard]] bool drawsPinstripes() const { return m_drawsPinstripes; }
     void setDrawsPinstripes(bool drawsPinstripes);
 
 Q_SIGNALS:

@@ -15,11 +15,6 @@ ShadowView::ShadowView(const SkinEnvironment &environment, QWidget *parent)
     connect(&m_isMainWindow, &ActivationFlag::changed, this, qOverload<>(&QWidget::update));
 }
 
-bool ShadowView::isMainWindow() const
-{
-    return m_isMainWindow.isSet();
-}
-
 void ShadowView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);

@@ -20,7 +20,7 @@ class ShadowView : public QWidget {
 public:
     explicit ShadowView(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
-    [[nodiscard]] bool isMainWindow() const;
+    [[nodiscard]] bool isMainWindow() const { return m_isMainWindow.isSet(); }
 
 protected:
     void paintEvent(QPaintEvent *event) override;

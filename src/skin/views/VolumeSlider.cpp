@@ -80,11 +80,6 @@ QRectF VolumeSlider::customHitTestArea() const
     return QRectF(rect()).adjusted(3, 4, -3, -4).translated(1, 2);
 }
 
-quint64 VolumeSlider::lastTimestamp() const
-{
-    return m_lastTimestamp;
-}
-
 void VolumeSlider::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);

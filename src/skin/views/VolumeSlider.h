@@ -38,7 +38,7 @@ public:
     /// Where a wheel or a touchpad counts; what is scrolled over the margins goes to no one.
     [[nodiscard]] QRectF customHitTestArea() const;
     /// Of the last scroll event that counted, in milliseconds of the window system's clock; 0 before the first.
-    [[nodiscard]] quint64 lastTimestamp() const;
+    [[nodiscard]] quint64 lastTimestamp() const { return m_lastTimestamp; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -3,11 +3,6 @@
 
 namespace tunedeck {
 
-bool WindowButtonsView::mouseHovering() const
-{
-    return m_mouseHovering;
-}
-
 void WindowButtonsView::enterEvent(QEnterEvent *event)
 {
     QWidget::enterEvent(event);

@@ -14,7 +14,7 @@ class WindowButtonsView : public QWidget {
 public:
     using QWidget::QWidget;
 
-    [[nodiscard]] bool mouseHovering() const;
+    [[nodiscard]] bool mouseHovering() const { return m_mouseHovering; }
 
 Q_SIGNALS:
     void mouseHoveringChanged(bool isHovering);

@@ -19,16 +19,6 @@ WindowControlButton::WindowControlButton(const SkinEnvironment &environment, QWi
     new FocusRing(*this, environment);
 }
 
-bool WindowControlButton::isMainWindow() const
-{
-    return m_isMainWindow.isSet();
-}
-
-WindowControlButtonStyle WindowControlButton::controlStyle() const
-{
-    return m_controlStyle;
-}
-
 void WindowControlButton::setControlStyle(WindowControlButtonStyle style)
 {
     if (m_controlStyle == style) {
@@ -36,11 +26,6 @@ void WindowControlButton::setControlStyle(WindowControlButtonStyle style)
     }
     m_controlStyle = style;
     update();
-}
-
-bool WindowControlButton::mouseHovering() const
-{
-    return m_mouseHovering;
 }
 
 void WindowControlButton::setMouseHovering(bool isHovering)

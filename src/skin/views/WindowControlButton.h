@@ -17,11 +17,11 @@ class WindowControlButton : public SkinnedButton {
 public:
     explicit WindowControlButton(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
-    [[nodiscard]] bool isMainWindow() const;
+    [[nodiscard]] bool isMainWindow() const { return m_isMainWindow.isSet(); }
     /// Close at first.
-    [[nodiscard]] WindowControlButtonStyle controlStyle() const;
+    [[nodiscard]] WindowControlButtonStyle controlStyle() const { return m_controlStyle; }
     void setControlStyle(WindowControlButtonStyle style);
-    [[nodiscard]] bool mouseHovering() const;
+    [[nodiscard]] bool mouseHovering() const { return m_mouseHovering; }
     void setMouseHovering(bool isHovering);
 
 protected:
