@@ -19,7 +19,7 @@
 using namespace tunedeck;
 
 namespace {
-/// A drawer with everything it stands on.
+/// A drawer and everything that it needs.
 struct Drawer {
     explicit Drawer(bool isMusicRunning = true)
     {
@@ -47,7 +47,7 @@ struct Drawer {
         }
         music.answerInBackground(answers);
         return QTest::qWaitFor([&] {
-            // Does nothing while the load of the start is under way.
+            // This does nothing while the first load runs.
             connector->loadPlaylists();
             return connector->playlistOptions().size() == names.size();
         });

@@ -49,7 +49,7 @@ private Q_SLOTS:
             int right = 0;
             for (const QWidget *control : std::initializer_list<QWidget *>{&view.playlistLabel(),
                      &view.playlistPicker(), &view.doneButton(), &view.shuffleButton(), &view.repeatButton()}) {
-                // The picker's margin is empty, and may lie over the caption's end.
+                // The picker's margin is empty and may cover the caption's end.
                 QVERIFY(control->geometry().left() >= right - 9);
                 QVERIFY(control->width() > 30);
                 right = control->geometry().right();

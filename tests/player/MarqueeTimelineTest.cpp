@@ -129,7 +129,7 @@ private Q_SLOTS:
 
     void theRollEasesOut()
     {
-        // On the curve with the control points (0, 0) and (0.58, 1) half the time has 0.68464 of the way behind it.
+        // After half the time the curve with the control points (0, 0) and (0.58, 1) is at 0.68464 of the way.
         Marquee marquee({a, b});
         const std::vector<MarqueeLabel> labels = marquee.labels(4000ms);
         const auto halfway = Marquee::at(4000ms) + 833'500us;
@@ -151,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(marquee.lefts(14'000ms), (QList<double>{-300, 350}));
         QCOMPARE(marquee.tops(14'000ms), (QList<double>{0, 0}));
         QCOMPARE(marquee.lefts(25'666ms), (QList<double>{-649.98, 0.02}));
-        // 4 s and 21.667 s later it all begins again.
+        // The cycle begins again 4 s and 21.667 s later.
         QCOMPARE(marquee.lefts(25'667ms), (QList<double>{0, 650}));
         QVERIFY(!marquee.isMoving(29'666ms));
         QVERIFY(marquee.isMoving(29'667ms));
@@ -162,7 +162,7 @@ private Q_SLOTS:
     {
         Marquee marquee({wide, a});
         QCOMPARE(marquee.lefts(5000ms), (QList<double>{-30, 620}));
-        // The scroll ends at 25.667 s; the second stand of 4 s and the roll of 1.667 s at 31.334 s.
+        // The scroll ends at 25.667 s; the second rest of 4 s and the roll of 1.667 s at 31.334 s.
         QCOMPARE(marquee.shown(25'667ms), paddedWide);
         QCOMPARE(marquee.labels(25'667ms)[1].text, a);
         QCOMPARE(marquee.lefts(25'667ms), (QList<double>{0, 0}));
@@ -273,7 +273,7 @@ private Q_SLOTS:
         marquee.click(time);
         QCOMPARE(marquee.shown(time), a);
         QCOMPARE(marquee.labels(time)[1].text, paddedWide);
-        // The wide string scrolls anew when its turn comes.
+        // The wide string scrolls again when its turn comes.
         QCOMPARE(marquee.lefts(time + 5667ms + 5000ms), (QList<double>{-30, 620}));
     }
 

@@ -173,7 +173,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!recorder.painted.isEmpty());
         const QRect painted = recorder.painted.boundingRect();
         QCOMPARE(painted.width(), 200);
-        // The letters are about 6 points high, and stand in the middle.
+        // The letters are about 6 points high and in the middle.
         QVERIFY(painted.height() < 15);
         QVERIFY(painted.contains(QRect(0, 28, 200, 5)));
     }
@@ -238,8 +238,8 @@ private Q_SLOTS:
 
     void itsEdgesFadeOut()
     {
-        // Full blocks fill the field from edge to edge, so what is seen of them is the mask. There may be seams between
-        // them; three points further on they are elsewhere.
+        // Full blocks fill the field from edge to edge, so only the mask shows. There may be seams between the blocks;
+        // three points further on the seams are elsewhere.
         Marquee marquee;
         marquee.view.resize(200, 10);
         marquee.view.setDisplayStrings({QString(100, QChar(0x2588))});

@@ -106,7 +106,7 @@ bool isTextLight(PlayerView &view)
     });
 }
 
-/// A player's view with everything it stands on.
+/// A player's view and everything that it needs.
 struct Player {
     explicit Player(bool isMusicRunning = true)
     {
@@ -283,7 +283,7 @@ private Q_SLOTS:
         constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
         QTest::newRow("beyond the end") << 250.0 << 200.0 << 100.0;
         QTest::newRow("before the start") << -20.0 << 200.0 << 0.0;
-        // Then what the notification says counts.
+        // The notification's duration counts then.
         QTest::newRow("no duration") << 10.0 << 0.0 << 5.0;
         QTest::newRow("endless") << 10.0 << infinity << 0.0;
         QTest::newRow("no number") << notANumber << 200.0 << 0.0;

@@ -19,7 +19,7 @@ public:
         view.installEventFilter(this);
     }
 
-    /// How often since the last call; none if the view never came to be shown.
+    /// The number of paintings since the last call; -1 if the view was never shown.
     [[nodiscard]] int takeCount()
     {
         settle();

@@ -14,7 +14,7 @@
 
 namespace tunedeck {
 
-/// What was drawn onto nothing. Positions are points, y upwards.
+/// A drawing on a transparent ground. Positions are in points, with y upwards.
 class Picture {
 public:
     Picture(QSize points, double scale, const std::function<void(QPainter &)> &draw)
@@ -29,7 +29,7 @@ public:
         draw(painter);
     }
 
-    /// Of a view at scale 1.
+    /// The picture of a view at scale 1.
     explicit Picture(QWidget &view)
         : m_image(view.size(), QImage::Format_ARGB32_Premultiplied)
     {

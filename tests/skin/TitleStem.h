@@ -27,7 +27,7 @@ inline QFont stemFont()
     return font;
 }
 
-/// What `drawTitle` draws of the stem on nothing: the pixels halfway across it, from top to bottom.
+/// The pixels halfway across the stem that `drawTitle` draws on a transparent ground, from top to bottom.
 inline std::vector<QColor> stemColumn(
     double scale, const std::function<void(QPainter &painter, const QRectF &frame)> &drawTitle)
 {

@@ -11,8 +11,7 @@
 
 namespace tunedeck {
 
-/// A user's desk as the skin sees it: light and with the accent colour that the desktop comes with, until told
-/// otherwise.
+/// The desktop as the skin sees it. It is light and has the default accent colour until a test changes that.
 class SkinDesk {
 public:
     SkinDesk() { setDark(false); }

@@ -42,7 +42,7 @@ Run runGallery(const QStringList &arguments)
         QString::fromUtf8(process.readAllStandardError())};
 }
 
-/// How far the painting of another machine may be off, of 255: its rounding, not another look.
+/// The difference, of 255, that the rounding of another machine may make.
 constexpr int tolerance = 3;
 
 struct Difference {
@@ -57,7 +57,7 @@ int distance(QRgb a, QRgb b)
         std::abs(qAlpha(a) - qAlpha(b))});
 }
 
-/// Of pictures of the same size.
+/// Compares pictures of the same size.
 Difference difference(const QImage &picture, const QImage &golden)
 {
     const QImage a = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);

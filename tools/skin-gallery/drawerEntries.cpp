@@ -32,7 +32,7 @@ SkinGalleryEntry shadowViewEntry()
         }};
 }
 
-/// Of a cell whose y counts downwards.
+/// The entry of a cell whose y counts downwards.
 template <typename Cell, typename State>
 SkinGalleryEntry metalEntry(const QString &className, const QString &variant, QSize size, const State &state)
 {

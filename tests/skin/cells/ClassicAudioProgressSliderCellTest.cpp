@@ -14,7 +14,7 @@ namespace {
 const QColor ink(53, 57, 42);
 const QColor faintInk(53, 57, 42, 117);
 
-/// At the start, in the middle and at the end of a slider 200 points wide and 20 high.
+/// The knob at the start, in the middle and at the end of a slider 200 points wide and 20 high.
 constexpr QRectF atStart(0, 1.5, 17, 17);
 constexpr QRectF halfway(91.5, 1.5, 17, 17);
 constexpr QRectF atEnd(183, 1.5, 17, 17);
@@ -116,7 +116,7 @@ private Q_SLOTS:
 
     void theBandIsFivePointsHighOnAPlainScreen()
     {
-        // It lies between the pixels: half of each point's ink on each of two.
+        // The band is between the pixels: each of two has half of each point's ink.
         const Picture picture = bar(halfway, 1);
         QVERIFY(isNear(picture.at(51.5, 10), QColor(53, 57, 42, 59), 2));
         QVERIFY(isNear(picture.at(51.5, 12.5), QColor(53, 57, 42, 29), 5));

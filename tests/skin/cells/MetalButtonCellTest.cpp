@@ -24,7 +24,7 @@ Picture drawn(const MetalButtonState &state, double scale = 1)
             }};
 }
 
-/// Of the pixel halfway across whose middle is `y` points below the upper edge.
+/// The colour of the pixel halfway across whose middle is `y` points below the upper edge.
 QColor below(const Picture &picture, double y)
 {
     return picture.at(22.25, size.height() - y);
@@ -62,7 +62,7 @@ private Q_SLOTS:
     void atAFractionalScaleTheRimIsACrispPixel_data()
     {
         QTest::addColumn<double>("scale");
-        // Of the rim's outermost pixels.
+        // The colour of the rim's outermost pixels.
         QTest::addColumn<QRect>("rim");
         QTest::newRow("scale 1.25") << 1.25 << QRect(QPoint(5, 3), QPoint(49, 29));
         QTest::newRow("scale 1.5") << 1.5 << QRect(QPoint(6, 3), QPoint(59, 35));

@@ -33,7 +33,7 @@ Picture bare(double scale, bool isPressed = false)
     return drawn<MetalButtonCell>({.isPressed = isPressed}, scale);
 }
 
-/// How far above and below the middle the image reaches, in points from the upper edge.
+/// The rows that the image reaches above and below the middle, in points from the upper edge.
 struct Reach {
     double top = 0;
     double bottom = 0;

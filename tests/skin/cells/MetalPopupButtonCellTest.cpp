@@ -23,7 +23,7 @@ Picture drawn(const MetalPopupButtonState &state, double scale = 1, const QRectF
             }};
 }
 
-/// At `x` and, from the upper edge, `y`.
+/// The colour at `x` and, from the upper edge, `y`.
 QColor at(const Picture &picture, double x, double y)
 {
     return picture.at(x, size.height() - y);
@@ -109,7 +109,7 @@ private Q_SLOTS:
 
     void theArrowsFollowTheFramesWidthAndNotItsPosition()
     {
-        // In a frame of 171 points that begins at 9, they stand in the face, which ends at 176.
+        // In a frame of 171 points that begins at 9, they are in the face, which ends at 176.
         const Picture picture = drawn({.isMainWindow = true}, 1, QRectF(9, 0, 171, 22));
         QVERIFY(isNear(at(picture, 166.5, 11.5), grey(64)));
         QVERIFY(isNear(at(picture, 166.5, 8.5), grey(64)));

@@ -13,14 +13,14 @@ namespace tunedeck {
 
 namespace {
 constexpr int width = 20;
-/// More than the stripes may fill, so that one sees where they end.
+/// Higher than the stripes may fill, so that their end shows.
 constexpr int pictureHeight = 20;
 constexpr PinstripeState key{.isKeyWindow = true};
 
 Picture drawn(double height, const PinstripeState &state, double scale = 1, const QRectF &dirty = {0, 0, width, 20})
 {
     return {QSize(width, pictureHeight), scale, [&](QPainter &painter) {
-                // Stripes count downwards.
+                // The y of the stripes counts downwards.
                 flipY(painter, pictureHeight);
                 PinstripeCell().draw(painter, dirty, height, state);
             }};

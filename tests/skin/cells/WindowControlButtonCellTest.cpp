@@ -21,7 +21,7 @@ Picture gem(const WindowControlButtonState &state, double scale = 1)
         [&state](QPainter &painter) { WindowControlButtonCell().draw(painter, QRectF(0, 0, 14, 14), state); }};
 }
 
-/// How much a symbol changes the green of the gem under it at (`x`, `y`).
+/// The change that a symbol makes to the green of the gem at (`x`, `y`).
 int inkAt(WindowControlButtonState state, double x, double y, double scale = 1)
 {
     state.isHovered = false;

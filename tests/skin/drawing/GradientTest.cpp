@@ -39,7 +39,7 @@ int redAt(const QImage &image, int x, int y)
     return image.pixelColor(x, y).red();
 }
 
-/// Of a gradient from black to white the red of a pixel is its location.
+/// The red of a pixel in a gradient from black to white is its location.
 bool isAt(double location, const QImage &image, int x, int y)
 {
     return std::abs(redAt(image, x, y) - location * 255) <= 1.5;

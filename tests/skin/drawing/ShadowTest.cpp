@@ -54,7 +54,7 @@ bool isAbout(int expected, int actual, int tolerance = 1)
     return std::abs(expected - actual) <= tolerance;
 }
 
-/// How much there is of a straight edge, `distance` inside it, after a blur.
+/// The coverage after a blur at `distance` inside a straight edge.
 double edge(double distance, double deviation)
 {
     return (1 + std::erf(distance / (deviation * std::sqrt(2)))) / 2;

@@ -60,7 +60,7 @@ class MetalPopupButtonTest : public QObject {
 private Q_SLOTS:
     void init()
     {
-        // Of lists, which offscreen windows are not raised and take no keyboard for.
+        // Qt's offscreen platform warns that it neither raises a list's window nor gives it the keyboard.
         QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
         m_desk = std::make_unique<SkinDesk>();
         m_window = std::make_unique<ListeningWindow>();

@@ -27,7 +27,7 @@ protected:
     void mousePressEvent(QMouseEvent *) override { ++presses; }
 };
 
-/// Of a pressed face, above its glare.
+/// The colour of a pressed face, above its glare.
 constexpr QPointF upperFace(17.5, 30.5);
 } // namespace
 

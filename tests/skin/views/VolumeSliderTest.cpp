@@ -24,7 +24,7 @@ public:
     QStringList told;
 };
 
-/// What a wheel or a touchpad tells.
+/// One report of a wheel or a touchpad.
 struct Scroll {
     QPoint pixels = {};
     QPoint angle = {};
