@@ -16,11 +16,11 @@
 namespace tunedeck {
 
 namespace {
-/// One point less than such controls have elsewhere.
+/// One point less than usual for such controls.
 constexpr double fontPixels = 11;
 constexpr QColor captionInk(255, 255, 255, 217);
 constexpr QColor captionShadowColor(73, 78, 89);
-/// The middle of that part of the inset field which the player does not cover.
+/// The middle of the part of the inset field that the player does not cover.
 constexpr int rowCentre = 31;
 constexpr int sideMargin = 10;
 constexpr int captionInset = 8;
@@ -35,7 +35,7 @@ constexpr int modeWidth = 42;
 /// A metal button's face is not in the middle of its frame, nor is a pop-up's.
 constexpr int buttonLift = 13;
 constexpr int pickerLift = 10;
-/// What a metal button's frame has around its title.
+/// The room of a metal button's frame around its title.
 constexpr int titleMargin = 28;
 
 int textWidth(const QWidget &widget, const QString &text)
@@ -80,7 +80,7 @@ void PlaylistView::resizeEvent(QResizeEvent *)
     const int repeatX = width() - sideMargin - modeWidth;
     const int shuffleX = repeatX - modeWidth;
     const int doneX = shuffleX - doneWidth;
-    // From the caption's end to the button's beginning, less the picker's margin, which may lie over the caption.
+    // The picker goes from the caption's end to the button's beginning. Its margin may cover the caption.
     const int pickerX = sideMargin + captionInset + captionWidth + gap - pickerMargin;
     m_playlistLabel->setGeometry(sideMargin + captionInset, rowCentre - pickerLift, captionWidth, 2 * pickerLift);
     m_playlistPicker->setGeometry(pickerX, rowCentre - pickerLift, doneX - pickerX, pickerHeight);

@@ -10,8 +10,8 @@ class MetalButton;
 class MetalPopupButton;
 struct SkinEnvironment;
 
-/// The controls of the drawer, in one row. It makes them, names them and lays them out on the drawer's inset field;
-/// what they show and do is the PlaylistViewController's business.
+/// The controls of the drawer, in one row. It makes, names and lays them out on the drawer's inset field. The
+/// PlaylistViewController decides what they show and do.
 class PlaylistView : public QWidget {
     Q_OBJECT
 

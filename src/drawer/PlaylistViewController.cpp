@@ -96,7 +96,7 @@ bool PlaylistViewController::validateMenuItem(const QAction &item) const
 
 void PlaylistViewController::shuffleButtonPressed()
 {
-    // A player that does not say whether it shuffles is asked to.
+    // A player that does not report whether it shuffles is asked to shuffle.
     m_musicConnector.setShuffle(!m_musicConnector.musicApp().shuffleEnabled().value_or(false));
 }
 
@@ -119,7 +119,7 @@ void PlaylistViewController::showPlaylists()
     }
     MetalPopupButton &picker = m_view.playlistPicker();
     {
-        // As a whole: entry by entry, a list of thousands would be felt.
+        // The whole list at once: adding thousands of entries one by one is slow.
         const QSignalBlocker blocker(picker);
         m_playlistNames.setStringList(names);
     }

@@ -40,7 +40,7 @@ private:
     MusicConnector &m_musicConnector;
     PlaylistView &m_view;
     QStringListModel m_playlistNames;
-    /// As the button shows it: what Music says, until a click asks for another.
+    /// The mode that the button shows: Music's, until a click asks for another.
     RepeatMode m_shownRepeatMode = RepeatMode::off;
 };
 

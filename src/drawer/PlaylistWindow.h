@@ -8,14 +8,15 @@
 
 namespace tunedeck {
 
-/// A window of the drawer's own, frameless like the player's and moved by its background, that can be key and main.
+/// A window of the drawer's own, frameless like the player's and moved by its background, that can be key (active) and
+/// main. The program creates none: its drawer is part of the main window.
 class PlaylistWindow : public QWidget {
     Q_OBJECT
 
 public:
     explicit PlaylistWindow(QWidget *parent = nullptr);
 
-    /// Lets the shadow follow what the window shows: it is cast by the frame drawn last.
+    /// Draws the window again, so that its shadow follows what it shows.
     void invalidateShadow();
 
 protected:

@@ -13,7 +13,7 @@ PlaylistWindowController::PlaylistWindowController(QObject *parent)
 
 void PlaylistWindowController::windowDidLoad()
 {
-    // Not wholly clear, so that no desktop takes the window's background for a hole that clicks fall through.
+    // Not fully transparent: a desktop could let clicks fall through a transparent background.
     QPalette palette = m_window.palette();
     palette.setColor(QPalette::Window, QColor::fromRgbF(0, 0, 0, 0.0001F));
     m_window.setPalette(palette);

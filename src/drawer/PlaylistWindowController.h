@@ -7,7 +7,8 @@
 
 namespace tunedeck {
 
-/// Owns a window of the drawer's own. It has no corners to round, and is never kept above the others.
+/// Owns a window of the drawer's own, which has square corners and never stays on top. The program creates none: its
+/// drawer is part of the main window.
 class PlaylistWindowController : public QObject {
     Q_OBJECT
 

@@ -5,7 +5,7 @@
 
 namespace tunedeck {
 
-/// What the player knows of its window's controller: a window that grows to show the drawer and shrinks to hide it.
+/// The interface of the window's controller to the player: its window grows to show the drawer and shrinks to hide it.
 class DrawerHost : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isExpanded READ isExpanded WRITE setExpanded NOTIFY isExpandedChanged)
@@ -17,8 +17,8 @@ public:
     virtual void setExpanded(bool expanded) = 0;
 
 Q_SIGNALS:
-    /// After every assignment, also of an equal value, once the window has reached its height; of assignments that come
-    /// before it has, once for all.
+    /// Emitted after every assignment, also of an equal value, once the window has reached its height. Assignments made
+    /// before that share one signal.
     void isExpandedChanged(bool expanded);
 };
 

@@ -55,7 +55,7 @@ void LcdView::setLongestTime(const QString &time)
 
 bool LcdView::event(QEvent *event)
 {
-    // A label whose text became wider or narrower asks for this.
+    // A label sends this when its text becomes wider or narrower.
     if (event->type() == QEvent::LayoutRequest) {
         layOut();
     }

@@ -26,7 +26,7 @@ public:
     [[nodiscard]] QLabel &isLiveLabel() { return *m_isLiveLabel; }
     [[nodiscard]] PlainButton &infoButton() { return *m_infoButton; }
 
-    /// Gives both times the room that `time` takes, so that nothing moves while they grow towards it.
+    /// Reserves the width of `time` for both times, so that nothing moves while they grow.
     void setLongestTime(const QString &time);
 
 protected:

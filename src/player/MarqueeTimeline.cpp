@@ -71,7 +71,7 @@ void MarqueeTimeline::advance(TimePoint now)
     if (m_displayStrings.isEmpty()) {
         return;
     }
-    // Counts only where all strings are equal, so that the rotated list changes nothing.
+    // This matters only if all strings are equal: then the rotated list changes nothing.
     if (isMoving(now)) {
         ++m_displayStringIndex;
     }
@@ -131,7 +131,8 @@ MarqueeLabel MarqueeTimeline::makeLabel(qsizetype index) const
     return m_measured.at(static_cast<std::size_t>(index));
 }
 
-/// Once per list and size, so that a marquee which was hidden for a day catches up without measuring a day's texts.
+/// Measures once per list and size, so that a marquee which was hidden for a day catches up without measuring a day's
+/// texts.
 void MarqueeTimeline::measure()
 {
     m_measured.clear();

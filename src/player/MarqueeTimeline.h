@@ -24,9 +24,9 @@ struct MarqueeLabel {
     bool operator==(const MarqueeLabel &) const = default;
 };
 
-/// Which strings of a marquee stand where at which time. A string that fits stands for a dwell and then rolls away
-/// before the next one; a wider one stands, scrolls sideways once as a ticker, stands again and then rolls. One fitting
-/// string alone never moves. It has no clock: the time is handed in and must never go back.
+/// The position of each string of a marquee at any time. A string that fits rests for a dwell and then rolls away
+/// before the next one. A wider one rests, scrolls sideways once as a ticker, rests again and then rolls. A single
+/// string that fits never moves. The timeline has no clock: callers pass the time, which must never go back.
 class MarqueeTimeline {
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
@@ -45,22 +45,22 @@ public:
     void setDisplayStrings(const QStringList &strings, TimePoint now);
     /// Gives the field its size, in points, and starts the string on show again.
     void layOut(const QSizeF &fieldSize, TimePoint now);
-    /// Whether nothing is to move: a string that is too wide is elided, and strings take turns without rolling. Starts
-    /// the string on show again where that is new.
+    /// Whether nothing may move: a string that is too wide is elided, and strings take turns without rolling. A change
+    /// starts the string on show again.
     void setMotionReduced(bool isReduced, TimePoint now);
     /// Rotates the list by one and starts at its first string; one string alone starts again. The rotation counts from
     /// the list's first entry, not from the string on show.
     void advance(TimePoint now);
 
-    /// Lets all happen that is due at `now`, however long ago that was.
+    /// Catches up with everything that is due by `now`, however long ago it was.
     void proceedTo(TimePoint now);
-    /// One label that stands alone, or two of which the second follows the first. `now` lies before the next change.
+    /// One label alone, or two of which the second follows the first. `now` must be before the next change.
     [[nodiscard]] std::vector<MarqueeLabel> labels(TimePoint now) const;
-    /// Nothing pauses a marquee: false from each motion's start on.
+    /// Always false: nothing pauses a marquee.
     [[nodiscard]] bool isPaused() const { return m_isPaused; }
     [[nodiscard]] bool isMoving(TimePoint now) const;
     [[nodiscard]] bool isScrolling(TimePoint now) const;
-    /// When the labels begin or cease to move; none where they never will.
+    /// The next time the labels begin or cease to move; no value if they never will.
     [[nodiscard]] std::optional<TimePoint> nextChange(TimePoint now) const;
 
 private:

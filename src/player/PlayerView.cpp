@@ -19,7 +19,7 @@ namespace tunedeck {
 namespace {
 constexpr int playerHeight = 64;
 constexpr QRect windowButtonsFrame(4, 2, 22, 60);
-/// In the group of the window's buttons.
+/// Relative to the group of the window's buttons.
 constexpr QRect closeButtonFrame(4, 4, 14, 14);
 constexpr QRect minimizeButtonFrame(4, 23, 14, 14);
 constexpr QRect maximizeButtonFrame(4, 42, 14, 14);
@@ -101,7 +101,7 @@ void PlayerView::setUpVolume()
     m_volumeMaxButton->setGeometry(volumeMaxButtonFrame);
     m_volumeMinButton->setImage(QStringLiteral("speaker-quiet"), speakerSize);
     m_volumeMaxButton->setImage(QStringLiteral("speaker-loud"), speakerSize);
-    // Each lies over an end of the slider's frame, and is what is clicked there.
+    // Each covers an end of the slider's frame and gets the clicks there.
     m_volumeMinButton->raise();
     m_volumeMaxButton->raise();
     setName(*m_volumeMinButton, tr("Silence", "Button at the quiet end of the volume slider"));

@@ -18,9 +18,9 @@ class WindowButtonsView;
 class WindowControlButton;
 struct SkinEnvironment;
 
-/// The content of the main window: the player's controls in its upper 64 points and, below them, what of the drawer
-/// the window is high enough to show. It makes the controls, names them and lays them out; what they show and do is
-/// the ViewController's business.
+/// The content of the main window: the player's controls in its upper 64 points and, below them, as much of the drawer
+/// as the window is high enough to show. It makes, names and lays out the controls. The ViewController decides what
+/// they show and do.
 class PlayerView : public QWidget {
     Q_OBJECT
 

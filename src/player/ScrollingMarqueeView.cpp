@@ -43,7 +43,7 @@ QPoint devicePosition(const MarqueeLabel &label, double scale)
         static_cast<int>(std::lround(label.frame.y() * scale))};
 }
 
-/// Screen readers speak a notification of their own accord, and of a label only when they are asked to.
+/// Screen readers speak a notification by themselves, and a label only on request.
 class AccessibleMarquee : public QAccessibleWidget {
 public:
     explicit AccessibleMarquee(QLabel *marquee)
@@ -76,7 +76,7 @@ ScrollingMarqueeView::ScrollingMarqueeView(Clock clock, QWidget *parent)
           [this](const QString &text, double width) { return MarqueeText::elided(text, resolvedFont(), width); })
     , m_timer(new QTimer(this))
 {
-    // The toolkit keeps one of each.
+    // Qt keeps each factory once, however often it is installed.
     QAccessible::installFactory(accessibleMarquee);
     setTextFormat(Qt::PlainText);
     QFont bold = pixelFont(humanistSans(), fontPixels, *this);
@@ -109,7 +109,7 @@ void ScrollingMarqueeView::setDisplayStrings(const QStringList &strings)
 void ScrollingMarqueeView::announce()
 {
     setText(displayStrings().join(QStringLiteral(", ")));
-    // Who is at work in another window is not to be interrupted.
+    // A user at work in another window must not be interrupted.
     if (isActiveWindow() && !text().isEmpty()) {
         QAccessibleEvent notification(this, QAccessible::ObjectShow);
         QAccessible::updateAccessibility(&notification);
@@ -193,7 +193,7 @@ void ScrollingMarqueeView::mouseReleaseEvent(QMouseEvent *event)
 {
     QLabel::mouseReleaseEvent(event);
     const bool isInside = rect().contains(event->position().toPoint());
-    // Who drags the window by the display does not click on it.
+    // A user who drags the window by the display does not click on it.
     const QPoint way = event->globalPosition().toPoint() - m_pressPosition;
     const bool isDrag = way.manhattanLength() >= QApplication::startDragDistance();
     if (!m_labelAdvancesOnClick || event->button() != Qt::LeftButton || !isInside || isDrag) {
@@ -209,7 +209,7 @@ void ScrollingMarqueeView::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     const QTransform toDevice = painter.deviceTransform();
     const double scale = toDevice.m11();
-    // At a fractional scale the view's corner lies between device pixels; half a pixel aside would blur the text.
+    // At a fractional scale the view's corner is between device pixels. An offset of half a pixel would blur the text.
     const QPointF corner = toDevice.map(QPointF());
     painter.translate((QPointF(corner.toPoint()) - corner) / scale);
     painter.scale(1 / scale, 1 / scale);
@@ -289,7 +289,7 @@ void ScrollingMarqueeView::refresh()
     }
 }
 
-/// A text of a player's choosing can be as wide as many windows.
+/// Frees memory: a text from a player can be as wide as many windows.
 void ScrollingMarqueeView::forgetWhatIsNotShown()
 {
     m_texts.removeIf([this](QHash<QString, MarqueeText>::iterator entry) {
@@ -317,7 +317,7 @@ std::chrono::nanoseconds ScrollingMarqueeView::untilNextFrame(MarqueeTimeline::T
     if (!m_timeline.isScrolling(now)) {
         return shortestFrame;
     }
-    // Where the next device pixel begins is known, so no frame in between looks for it.
+    // The time of the next device pixel is known, so no frame is needed before it.
     const double x = m_timeline.labels(now).front().frame.x() * devicePixelRatioF();
     const double pixels = x - (std::round(x) - 0.5);
     const std::chrono::duration<double> wait(pixels / (MarqueeTimeline::scrollSpeed * devicePixelRatioF()));
@@ -352,7 +352,7 @@ QRect ScrollingMarqueeView::markedRect() const
             return rect();
         }
         const QRect rows = known->inkedRows().translated(devicePosition(label, scale));
-        // At a fractional scale the view's corner may lie within a pixel, and is moved to its edge.
+        // At a fractional scale the view's corner may be within a pixel; painting moves it to the pixel's edge.
         const QRectF points(0, (rows.top() - 1) / scale, width(), (rows.height() + 2) / scale);
         marked |= points.toAlignedRect();
     }

@@ -19,9 +19,10 @@
 namespace tunedeck {
 
 /// The display's line of track information: shows several strings one after the other, as its timeline says, faded out
-/// towards its edges. It wakes up only while a string moves or waits to move and can be seen.
+/// towards its edges. It wakes up only while a string moves or waits to move and can be seen. The painter's device owns
+/// the scale: texts are drawn again for each new one.
 ///
-/// It is a label, with all its strings as the text, for the sake of those who have it read to them; to screen readers a
+/// It is a QLabel whose text is all its strings, so that screen readers can read them. To screen readers it is a
 /// notification, which they speak when the strings change while the window is active.
 class ScrollingMarqueeView : public QLabel {
     Q_OBJECT
@@ -33,17 +34,17 @@ public:
     /// `clock` never goes back.
     explicit ScrollingMarqueeView(Clock clock, QWidget *parent = nullptr);
 
-    /// As they are shown: what is longer than 1,000 characters or 8,000 points is cut and ends with an ellipsis.
+    /// The strings as shown, each as MarqueeText::oneLine().
     [[nodiscard]] const QStringList &displayStrings() const { return m_timeline.displayStrings(); }
-    /// Plain text. The list that is shown already changes nothing; an empty list clears the line.
+    /// Takes plain text. A list equal to the one on show changes nothing; an empty list clears the line.
     void setDisplayStrings(const QStringList &strings);
 
     [[nodiscard]] double fadeInsetInPoints() const { return m_fadeInsetInPoints; }
-    /// The width of the fade at each side; what is negative becomes 0.
+    /// The width of the fade at each side, in points. A negative width becomes 0.
     void setFadeInsetInPoints(double inset);
     [[nodiscard]] bool labelAdvancesOnClick() const { return m_labelAdvancesOnClick; }
     void setLabelAdvancesOnClick(bool advances);
-    /// Whether nothing is to move: what is too wide is elided, and strings take turns without rolling.
+    /// Whether nothing may move: a text that is too wide is elided, and strings take turns without rolling.
     void setMotionReduced(bool isReduced);
     /// Whether its ink is light, as in the dark appearance.
     void setDark(bool isDark);
@@ -69,19 +70,19 @@ private:
     [[nodiscard]] std::chrono::nanoseconds untilNextFrame(MarqueeTimeline::TimePoint now) const;
     [[nodiscard]] bool wouldLookDifferent(const std::vector<MarqueeLabel> &labels) const;
     void drawLabels(QPainter &painter, double scale);
-    /// What `part` of the view shows, in device pixels.
+    /// The faded labels within `part` of the view, in device pixels.
     [[nodiscard]] QImage fadedLabels(const QRect &part, double scale);
-    /// How far the labels are faded, in device pixels.
+    /// The widths of the fades, in device pixels.
     [[nodiscard]] QMargins fadeMargins(double scale) const;
     [[nodiscard]] const MarqueeText &drawnText(const QString &text, double scale);
-    /// Where the labels on show leave their mark, in points.
+    /// The area that the labels on show draw on, in points.
     [[nodiscard]] QRect markedRect() const;
     [[nodiscard]] const QImage &mask(double scale);
 
     Clock m_clock;
     MarqueeTimeline m_timeline;
     QTimer *m_timer;
-    /// What is cleared to show something else is not read out as empty.
+    /// Delays the announcement: a line cleared to show something else is not read out as empty.
     QTimer m_announcement;
     QPoint m_pressPosition; ///< on the desktop
     QPointer<QWindow> m_watchedWindow;

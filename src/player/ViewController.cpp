@@ -35,7 +35,7 @@ using namespace std::chrono_literals;
 
 constexpr auto dragLetGoDelay = 333ms;
 constexpr auto tooltipHoldOff = 1s;
-/// What an arrow key on the progress slider seeks by.
+/// The step of an arrow key on the progress slider.
 constexpr double seekStepInSec = 5;
 constexpr double silence = 0;
 constexpr double fullVolume = 100;
@@ -313,7 +313,7 @@ void ViewController::observeExpansion()
 void ViewController::updateLCDForFeedType()
 {
     const FeedType feedType = m_musicConnector.feedType();
-    // The connector announces that the feed has stopped before it holds the state that goes with it.
+    // The connector reports a stopped feed before it has the matching player state.
     const FourCharCode state = m_musicConnector.musicApp().playerState().value_or(m_musicConnector.currentState());
     if (feedType == FeedType::unknown || (feedType == FeedType::stopped && state == PlayerState::stopped)) {
         clearTrackInfo();
@@ -322,7 +322,7 @@ void ViewController::updateLCDForFeedType()
     m_display->showFeedType(feedType);
 }
 
-/// Qt would move it to the control that comes next, whatever the next press of Space then does.
+/// Moves the keyboard to play/pause. Qt would move it to the next control, whatever Space does there.
 void ViewController::moveKeyboardFrom(const QWidget &control)
 {
     if (control.hasFocus()) {

@@ -27,9 +27,9 @@ class TrackDisplay;
 class UserDefaults;
 class WindowActivation;
 
-/// Turns what the connector knows into what the player's view shows, and what the user does there into commands. It
-/// owns no playback logic. What the rest of the program shows of the music (the play/pause item's title, the tile in
-/// the dock, the dock menu's track) leaves by signals.
+/// Shows the connector's state in the player's view and turns the user's actions there into commands. It owns no
+/// playback logic. Signals carry what the rest of the program shows of the music: the play/pause item's title, the tile
+/// in the dock, the dock menu's track.
 class ViewController : public QObject, public MusicConnectorDelegate, public VolumeSliderScrollEventDelegate {
     Q_OBJECT
     Q_PROPERTY(std::optional<tunedeck::MusicConnectorTrack> currentTrack READ currentTrack WRITE setCurrentTrack NOTIFY
@@ -39,7 +39,7 @@ class ViewController : public QObject, public MusicConnectorDelegate, public Vol
     Q_PROPERTY(bool mouseIsHovering READ mouseIsHovering NOTIFY mouseIsHoveringChanged)
 
 public:
-    /// What the controller watches and commands; all must outlive it.
+    /// The objects that the controller watches and commands. All must outlive it.
     struct Environment {
         MusicConnector &musicConnector;
         UserDefaults &defaults;
@@ -53,13 +53,13 @@ public:
     ~ViewController() override;
 
     [[nodiscard]] const std::optional<MusicConnectorTrack> &currentTrack() const { return m_currentTrack; }
-    /// None leaves the display as it is: what clears it is the feed type.
+    /// No value leaves the display as it is; only the feed type clears it.
     void setCurrentTrack(const std::optional<MusicConnectorTrack> &track);
     [[nodiscard]] bool remainingTimeEnabled() const { return m_remainingTimeEnabled; }
     void setRemainingTimeEnabled(bool enabled);
 
-    /// Always false, though it is told anew whenever the pointer enters or leaves the view: what the pointer is over is
-    /// the window's buttons' own business.
+    /// Always false. The signal repeats it whenever the pointer enters or leaves the view; the window's buttons track
+    /// the pointer themselves.
     [[nodiscard]] bool mouseIsHovering() const { return m_mouseIsHovering; }
 
     /// The name of the image that the dock shows in `state`.
@@ -72,7 +72,7 @@ public:
     void adjustVolume(double delta) override;
     /// Keeps the volume slider's tooltip away until a second after the last step: it would cover the knob.
     void volumeSliderDidScroll() override;
-    /// What the play/pause menu item is called in this player state.
+    /// The title of the play/pause menu item in this player state.
     [[nodiscard]] QString playPauseTitle(FourCharCode state) const;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -84,7 +84,8 @@ public Q_SLOTS:
     void trackingDidChange();
     /// The user moved the knob of the volume slider to `percent`.
     void volumeSliderAdjusted(double percent);
-    /// Silence where `sender` is the quiet speaker, full volume where it is the loud one.
+    /// Sets silence if `sender` is the quiet speaker, full volume if it is the loud one. Any other sender changes
+    /// nothing.
     void volMinMaxSet(const QWidget &sender);
 
 Q_SIGNALS:
@@ -95,7 +96,7 @@ Q_SIGNALS:
     void playPausePressed();
     void nextPressed();
     void prevPressed();
-    /// The track now on the display; none when the display was cleared.
+    /// The track now on the display; no value when the display was cleared.
     void currentTrackInfoChanged(const std::optional<tunedeck::MusicConnectorTrack> &track);
     void playPauseTitleChanged(const QString &title);
     void dockTileImageChanged(const QString &imageName);

@@ -12,7 +12,7 @@ struct AuxiliaryButtonState {
     bool operator==(const AuxiliaryButtonState &) const = default;
 };
 
-/// Draws an olive oval with a white triangle.
+/// The painter of AuxiliaryButton: an olive oval with a white triangle.
 class AuxiliaryButtonCell {
 public:
     /// Draws into `frame`, which begins at (0, 0), in points and with y downwards. The triangle suits a frame of 12 by

@@ -14,7 +14,7 @@
 namespace tunedeck {
 
 namespace {
-/// A line of one point along the inside of `rect`. A pen of that width is drawn less exactly.
+/// A line of one point along the inside of `rect`. QPainter draws a pen of that width less exactly.
 QPainterPath hairline(const QRectF &rect, const DevicePixels &pixels)
 {
     const QRectF outside = pixels.snapped(rect);
@@ -25,7 +25,7 @@ QPainterPath hairline(const QRectF &rect, const DevicePixels &pixels)
     return path;
 }
 
-/// One point on, one point off. A pen's dashes are counted in its own width.
+/// One point on, one point off. QPainter would count a pen's dashes in the pen's width.
 QPainterPath dottedBand(const QRectF &band, const DevicePixels &pixels)
 {
     if (band.width() <= 0) {

@@ -8,7 +8,7 @@ class QPainter;
 
 namespace tunedeck {
 
-/// Draws the bar and the knob of the progress slider in the ink of the LCD, in points and with y upwards.
+/// The painter of the progress slider's bar and knob, in the ink of the LCD, in points and with y upwards.
 class ClassicAudioProgressSliderCell {
 public:
     static constexpr QSizeF knobSize{17, 17};

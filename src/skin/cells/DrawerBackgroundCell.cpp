@@ -40,7 +40,7 @@ void drawRim(QPainter &painter, const QRectF &bounds)
     Gradient({{white(0.62F), 0}, {white(0), 1}}).drawInPath(painter, rim, flippedDownwards);
 }
 
-/// A lit lip below, and above it the shade that the field lies in.
+/// The lit lip below the field, and the shade around it.
 void drawWell(QPainter &painter, const QRectF &panel)
 {
     Gradient({{white(0.55F), 0}, {black(0.225F), 0.15}})

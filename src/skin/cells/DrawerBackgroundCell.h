@@ -8,10 +8,10 @@ class QRectF;
 
 namespace tunedeck {
 
-/// Draws the metal of the drawer and the field sunk into it that the drawer's controls lie on.
+/// The painter of the drawer's metal and of the field sunk into it, which the drawer's controls are on.
 class DrawerBackgroundCell {
 public:
-    /// How high the metal is, in points, whatever it is drawn into.
+    /// The height of the metal in points, whatever the frame's.
     static constexpr int height = 64;
 
     /// Draws along the lower edge of `frame`, in points and with y upwards.

@@ -31,7 +31,7 @@ void drawGlass(QPainter &painter, const QRectF &bounds)
     painter.fillPath(roundedFrame(bounds, glassRadius, lineWidth), black(0.2F));
 }
 
-/// Half of the line's width: the other half lies outside of the glass.
+/// The clip hides the outer half of the line, which is outside the glass.
 void drawInnerEdge(QPainter &painter, const QRectF &bounds, bool dark)
 {
     painter.save();

@@ -12,8 +12,8 @@ struct LCDBackgroundState {
     bool operator==(const LCDBackgroundState &) const = default;
 };
 
-/// Draws the display's glass, sunk into the metal. The dark appearance does not darken it: it gets scan lines and less
-/// gloss.
+/// The painter of the display's glass, which is sunk into the metal. The dark appearance does not darken the glass; it
+/// adds scan lines and takes gloss away.
 class LCDBackgroundCell {
 public:
     /// Draws into `frame`, which begins at (0, 0), in points and with y upwards.

@@ -9,11 +9,11 @@ class QPainter;
 
 namespace tunedeck {
 
-/// What the looks of a metal button depend on.
+/// The state that the look of a metal button depends on.
 struct MetalButtonState {
     QString title = {};
     QFont font = {};
-    /// The name of a picture of the program's own resources; none if empty.
+    /// The name of a ResourceImage; empty for none.
     QString image = {};
     bool isPressed = false;
     bool isEnabled = true;
@@ -22,10 +22,10 @@ struct MetalButtonState {
     bool operator==(const MetalButtonState &) const = default;
 };
 
-/// Draws the metal push buttons, in points and with y downwards.
+/// The painter of the metal push buttons, in points and with y downwards.
 class MetalButtonCell {
 public:
-    /// Draws the bezel and in its middle the image, or else the title.
+    /// Draws the bezel and, in its middle, the image or else the title.
     void draw(QPainter &painter, const QRectF &frame, const MetalButtonState &state) const;
 
     /// The bezel's outline; its corners are rounded by metalRimRadius.

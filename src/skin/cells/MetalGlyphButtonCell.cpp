@@ -11,7 +11,7 @@
 namespace tunedeck {
 
 namespace {
-/// Hard-edged and, unlike a title's, the same at every scale.
+/// The lip is hard-edged and, unlike a title's, the same at every scale. In points.
 constexpr double lipDrop = 0.5;
 
 void drawLip(QPainter &painter, const QRectF &frame, const ResourceImage &image, const QRectF &rect)

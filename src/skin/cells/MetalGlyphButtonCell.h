@@ -5,10 +5,10 @@
 
 namespace tunedeck {
 
-/// Draws the metal buttons that show an engraved image and never a title.
+/// The painter of MetalGlyphButton: a metal button with an engraved image, and never with a title.
 class MetalGlyphButtonCell {
 public:
-    /// Draws into `frame`, in points and with y downwards. The image fills the middle, whatever its proportions.
+    /// Draws into `frame`, in points and with y downwards. The image is stretched over the middle.
     void draw(QPainter &painter, const QRectF &frame, const MetalButtonState &state) const;
 };
 

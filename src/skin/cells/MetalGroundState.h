@@ -3,7 +3,7 @@
 
 namespace tunedeck {
 
-/// What the metal of the window and of the drawer depends on.
+/// The state that the look of the window's and the drawer's metal depends on.
 struct MetalGroundState {
     bool isMainWindow = false;
     bool isKeptAboveAllOthers = false;

@@ -9,7 +9,7 @@ class QPainter;
 
 namespace tunedeck {
 
-/// What the looks of a metal pop-up button depend on.
+/// The state that the look of a metal pop-up button depends on.
 struct MetalPopupButtonState {
     QString title = {};
     QFont font = {};
@@ -20,11 +20,11 @@ struct MetalPopupButtonState {
     bool operator==(const MetalPopupButtonState &) const = default;
 };
 
-/// Draws the metal pop-up buttons, in points and with y downwards.
+/// The painter of the metal pop-up buttons, in points and with y downwards.
 class MetalPopupButtonCell {
 public:
-    /// Draws the bezel with its arrows and the title. The arrows follow the width of `frame` and not its position: it
-    /// takes a frame that begins at x = 9 to bring them from the rim into the face. They suit a height of 22.
+    /// Draws the bezel with its arrows and the title. The arrows follow the width of `frame` and not its position: they
+    /// are on the face, and not on the rim, if the frame begins at x = 9. They suit a height of 22.
     void draw(QPainter &painter, const QRectF &frame, const MetalPopupButtonState &state) const;
 
     /// The bezel's outline; its corners are rounded by metalRimRadius.

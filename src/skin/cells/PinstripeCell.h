@@ -12,8 +12,8 @@ struct PinstripeState {
     bool isDark = false;
 };
 
-/// Draws faint stripes, 2 points high every 4 points, while a window of the program is key. At a fractional scale both
-/// are rounded down to device pixels, so that all stripes are alike.
+/// The painter of faint stripes, 2 points high every 4 points, which show while a window of the program is key. At a
+/// fractional scale both measures are rounded down to device pixels, so that all stripes look alike.
 class PinstripeCell {
 public:
     /// Draws from (0, 0) on, in points and with y downwards, as wide as `dirty` and as far as `height` reaches; the

@@ -16,7 +16,7 @@
 namespace tunedeck {
 
 namespace {
-/// 28 degrees, counter-clockwise.
+/// In radians: 28 degrees, counter-clockwise.
 constexpr double glareTilt = 0.4886921905584123;
 constexpr double glareAngle = -118;
 
@@ -97,7 +97,7 @@ void RoundButtonCell::draw(QPainter &painter, const QRectF &frame, const PlayerB
     const Gradient ring{{black(0.42F), 0}, {black(0.25F), 1}};
     ring.drawInPath(painter, oval(inset(frame, 1, 1)), QPointF(0, 0));
     face(state).drawInPath(painter, oval(inset(frame, 2, 2)), flippedDownwards);
-    // On a pressed face the glare lies under the glyph, else it shades the glyph too.
+    // On a pressed face the glare is under the glyph; otherwise it shades the glyph, too.
     if (state.isPressed) {
         drawGlare(painter, glare(state));
         drawGlyph(painter, state);
@@ -138,7 +138,7 @@ QPainterPath RoundButtonCell::glarePath() const
     path.cubicTo({r, -k}, {k, -r}, {0, -r});
     path.cubicTo({-k, -r}, {-r, -k}, {-r, 0});
     path.closeSubpath();
-    // Adds to the half disc on the left, where it turns the same way, and takes from it on the right.
+    // The wave adds to the half disc on the left, where it turns the same way, and takes from it on the right.
     path.moveTo(-r, 0);
     path.cubicTo({-r, 0}, {-wave.x(), wave.y()}, {0, 0});
     path.cubicTo({wave.x(), -wave.y()}, {r, 0}, {r, 0});

@@ -13,7 +13,7 @@ namespace tunedeck {
 
 class Gradient;
 
-/// What the looks of a round button of the transport depend on.
+/// The state that the look of a round transport button depends on.
 struct PlayerButtonState {
     PlayerButtonTypes controlGlyph = PlayerButtonTypes::forward;
     bool isPressed = false;
@@ -24,14 +24,15 @@ struct PlayerButtonState {
     bool operator==(const PlayerButtonState &) const = default;
 };
 
-/// Draws the round, glossy buttons of the transport.
+/// The painter of the round, glossy transport buttons. A cell keeps no state of the control it paints; a view passes
+/// it.
 class RoundButtonCell {
 public:
     /// Draws into `frame`, in points and with y upwards. The glyph and the glare do not follow the frame's size.
     void draw(QPainter &painter, const QRectF &frame, const PlayerButtonState &state) const;
 
 protected:
-    /// What tells one cell from the other. Points are the button's own, from its lower left corner.
+    /// The differences between the two cells, in points from the button's lower left corner.
     struct Measures {
         float bezelAlpha = 0;
         /// The glare is half a disc around (`center`, `center`), whose quarters have control points that lie `control`

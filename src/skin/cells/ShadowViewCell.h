@@ -7,7 +7,7 @@ class QPainter;
 
 namespace tunedeck {
 
-/// Draws a black strip and the soft shadow that it casts downwards. In points and with y upwards.
+/// The painter of a black strip and the soft shadow that it casts downwards, in points and with y upwards.
 class ShadowViewCell {
 public:
     /// The strip across `frame`, which begins at (0, 0): it reaches beyond both sides, so that the shadow does not
@@ -15,7 +15,7 @@ public:
     [[nodiscard]] static QRectF strip(const QRectF &frame);
 
     void draw(QPainter &painter, const QRectF &frame) const;
-    /// What can be seen of the shadow where the strip covers it.
+    /// Draws only the part of the shadow that the strip does not cover.
     void drawShadow(QPainter &painter, const QRectF &frame) const;
 };
 

@@ -11,7 +11,7 @@ class QPainter;
 
 namespace tunedeck {
 
-/// Draws the groove and the knob of the volume slider, in points and with y upwards.
+/// The painter of the volume slider's groove and knob, in points and with y upwards.
 class VolumeSliderCell {
 public:
     static constexpr QSizeF knobSize{14, 14};

@@ -14,7 +14,7 @@ namespace tunedeck {
 namespace {
 Gradient metal(const MetalGroundState &state)
 {
-    // A window that stays above all others looks active even while it is not.
+    // A window that stays on top looks active even while it is not.
     return state.isMainWindow || state.isKeptAboveAllOthers ? Gradient{{grey(0.81F), 0}, {grey(0.64F), 1}}
                                                             : Gradient{{grey(0.95F), 0}, {grey(0.85F), 1}};
 }

@@ -8,10 +8,10 @@ class QRectF;
 
 namespace tunedeck {
 
-/// Draws the brushed metal of the main window.
+/// The painter of the main window's brushed metal.
 class WindowBackgroundCell {
 public:
-    /// How high the metal is, in points, whatever it is drawn into.
+    /// The height of the metal in points, whatever the frame's.
     static constexpr int height = 64;
 
     /// Draws along the lower edge of `frame`, in points and with y upwards.

@@ -106,7 +106,7 @@ void drawSymbol(QPainter &painter, const Symbol &symbol, const WindowControlButt
     QPainterPathStroker stroker;
     stroker.setWidth(painter.device()->devicePixelRatioF() > 1 ? 1.5 : 2);
     stroker.setCapStyle(Qt::RoundCap);
-    // As one outline: where two lines cross, the ink of their edges must not add up.
+    // One outline for all lines: the ink of their edges must not add up at a crossing.
     const QPainterPath lines = withFineCurves(stroker.createStroke(symbolPath(state.controlStyle))).simplified();
     painter.fillPath(lines, withAlpha(symbol.color, state.isPressed ? symbol.pressedAlpha : symbol.alpha));
 }

@@ -10,7 +10,7 @@ class QPainter;
 
 namespace tunedeck {
 
-/// What the looks of a window's button depend on.
+/// The state that the look of a window button depends on.
 struct WindowControlButtonState {
     WindowControlButtonStyle controlStyle = WindowControlButtonStyle::close;
     bool isPressed = false;
@@ -21,7 +21,7 @@ struct WindowControlButtonState {
     bool operator==(const WindowControlButtonState &) const = default;
 };
 
-/// Draws the gems that close, minimise and maximise the window.
+/// The painter of the gems that close, minimise and maximise the window.
 class WindowControlButtonCell {
 public:
     /// Draws into `frame`, in points and with y upwards. The symbol suits a frame of 14 by 14 at the origin.

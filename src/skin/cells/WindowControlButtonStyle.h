@@ -9,7 +9,7 @@ namespace tunedeck {
 
 enum class WindowControlButtonStyle : qint64 { close, minimize, maximize };
 
-/// No value for anything but 0 to 2.
+/// No value unless `rawValue` is from 0 to 2.
 [[nodiscard]] constexpr std::optional<WindowControlButtonStyle> windowControlButtonStyle(qint64 rawValue)
 {
     if (rawValue < 0 || rawValue > static_cast<qint64>(WindowControlButtonStyle::maximize)) {

@@ -20,7 +20,7 @@ void blit(QPainter &painter, QPointF position, const QPixmap &face)
     const QTransform toDevice = painter.deviceTransform();
     painter.save();
     painter.setWorldTransform(toDevice.inverted() * painter.worldTransform());
-    // Its own scale is left aside by naming the rectangle: setting another would copy the whole face each time.
+    // The rectangle in pixels overrides the face's own scale. Setting another scale would copy the whole face.
     painter.drawPixmap(QRect(toDevice.map(position).toPoint(), face.size()), face);
     painter.restore();
 }

@@ -17,22 +17,24 @@ namespace tunedeck {
 /// Draws `face` with its upper left corner on the device pixel that is nearest to `position`, pixel by pixel.
 void blit(QPainter &painter, QPointF position, const QPixmap &face);
 
-/// Draws a view's faces once and from memory after that.
+/// Draws each face of a view once and copies it from memory after that.
 ///
-/// `State` is what a face depends on beside its size and scale; it can be compared. The last `capacity` states are
-/// kept, of one size and scale: a view whose window is resized leaves nothing behind.
+/// `State` holds all that a face depends on besides its size and scale, and can be compared. The cache keeps the last
+/// `capacity` states, all of one size and scale, so resizing a window leaves nothing behind.
 template <typename State> class FaceCache {
 public:
     static constexpr qsizetype capacity = 4;
 
-    /// Puts the face of `state` into `frame`, which is in the painter's points, y downwards. If it is not known, `draw`
-    /// draws it with a painter, antialiasing on, whose origin is the face's upper left corner.
+    /// Puts the face of `state` into `frame`, in the painter's points and with y downwards. A face that is not in the
+    /// cache is drawn by `draw`, with a painter that has antialiasing on and its origin at the face's upper left
+    /// corner. An empty frame shows nothing.
     template <typename Draw> void draw(QPainter &painter, const QRect &frame, const State &state, Draw &&draw)
     {
         if (frame.isEmpty()) {
             return;
         }
-        // Not the device's: where a screen's scale changes, a widget knows of it before what it is painted on does.
+        // The painter's scale, not the device's: when a screen's scale changes, a widget learns it before its paint
+        // device.
         const double scale = painter.deviceTransform().m11();
         if (m_size != frame.size() || m_scale != scale) {
             m_faces.clear();

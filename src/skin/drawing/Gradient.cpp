@@ -33,7 +33,7 @@ Gradient::Gradient(std::initializer_list<Stop> stops)
     for (const Stop &stop : stops) {
         double location = stop.location;
         if (!m_stops.isEmpty()) {
-            // Of two stops at the very same location QGradient keeps but the second.
+            // QGradient keeps only the second of two stops at the same location.
             location = std::max(location, std::nextafter(m_stops.constLast().first, 1.0));
         }
         m_stops.append({location, stop.color});

@@ -5,7 +5,7 @@
 
 namespace tunedeck {
 
-/// The ink of the display, in the light and in the dark appearance: its glass is the same in both.
+/// The dark ink of the display. The glass is the same in the light and in the dark appearance.
 inline constexpr QColor lcdTextColor(0x35, 0x39, 0x2a);
 
 } // namespace tunedeck

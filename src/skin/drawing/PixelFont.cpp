@@ -15,7 +15,7 @@ QFont pixelFont(const QStringList &families, double pixels, const QPaintDevice &
 {
     QFont font(families);
     font.setPointSizeF(pixels * 72 / device.logicalDpiY());
-    // What is not set would be as in the font of the desktop, which may be a bold one.
+    // An attribute that is not set comes from the desktop's font, which may be bold.
     font.setWeight(QFont::Normal);
     font.setStyle(QFont::StyleNormal);
     return font;

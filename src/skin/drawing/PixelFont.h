@@ -8,7 +8,7 @@ class QPaintDevice;
 
 namespace tunedeck {
 
-/// The skin's face and what stands in for it, the nearest first.
+/// The families of the skin's typeface: its own, then the substitutes, the most similar first.
 [[nodiscard]] QStringList humanistSans();
 
 /// A font whose size is given in logical pixels, fractions included: QFont itself takes only whole ones.

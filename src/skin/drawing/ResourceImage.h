@@ -12,16 +12,16 @@ class QSvgRenderer;
 
 namespace tunedeck {
 
-/// A picture of the program's own resources.
+/// An SVG picture from the program's resources.
 class ResourceImage {
 public:
-    /// One that is missing is fatal.
+    /// `name` is the file's name without folder and suffix. A missing picture is a fatal error.
     explicit ResourceImage(const QString &name);
     ~ResourceImage();
 
-    /// In points, as the picture itself tells.
+    /// The size in points that the picture's file gives.
     [[nodiscard]] QSizeF size() const;
-    /// Fills `rect`, whatever its proportions.
+    /// Stretches the picture to fill `rect`.
     void draw(QPainter &painter, const QRectF &rect) const;
 
 private:

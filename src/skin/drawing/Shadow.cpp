@@ -16,7 +16,7 @@
 namespace tunedeck {
 
 namespace {
-/// How far the blur reaches, in standard deviations: what lies beyond is less than a step of 8-bit alpha.
+/// The reach of the blur in standard deviations. Beyond it the alpha is less than one step of 8 bits.
 constexpr double blurReach = 4;
 
 /// How much of each device pixel of `area` a shape covers, from 0 to 1, row by row.
@@ -25,7 +25,7 @@ struct Coverage {
     std::vector<double> parts;
 };
 
-/// From the middle outwards to both sides; its sum, both sides counted, is 1.
+/// The weights from the middle outwards. Their sum is 1, with both sides counted.
 std::vector<double> gaussian(double deviation)
 {
     std::vector<double> weights = {1};
@@ -60,7 +60,7 @@ Coverage rasterized(const QPainterPath &devicePath, const QRect &area)
     return coverage;
 }
 
-/// Blurs along the rows and makes the rows columns: done twice, it blurs both ways.
+/// Blurs along the rows and turns the rows into columns. Two calls blur in both directions.
 std::vector<double> blurredAndTransposed(
     const std::vector<double> &parts, qsizetype width, qsizetype height, const std::vector<double> &weights)
 {
@@ -79,7 +79,7 @@ std::vector<double> blurredAndTransposed(
     return result;
 }
 
-/// The shape of the shadow that `path` casts, and enough around it for nothing to be cut off from its softness.
+/// The shape of the shadow that `path` casts, with room around it for its soft edge.
 Coverage shadowCoverage(const QPainter &painter, const QPainterPath &path, const Shadow &shadow)
 {
     const QTransform toDevice = painter.deviceTransform();

@@ -12,8 +12,7 @@ namespace tunedeck {
 
 /// A soft shadow.
 struct Shadow {
-    /// In points, as the screen sees it and with y upwards, whatever the painter is turned to: (0, -1.5) is 1.5 points
-    /// down.
+    /// In points on the screen and with y upwards, however the painter is transformed: (0, -1.5) is 1.5 points down.
     QPointF offset;
     /// In points: twice the standard deviation of the Gaussian that the shape's alpha is blurred with. 0 is a hard
     /// copy.
@@ -21,7 +20,7 @@ struct Shadow {
     QColor color = Qt::black;
 };
 
-/// Paints what lands inside `path` of the shadow that the world around a hole of its shape casts: the path looks
+/// Paints a shadow inside `path`, as if the path were a hole and its surroundings cast the shadow. The path looks
 /// recessed.
 void fillWithInnerShadow(QPainter &painter, const QPainterPath &path, const Shadow &shadow);
 

@@ -4,7 +4,7 @@
 namespace tunedeck {
 
 namespace {
-/// For a quarter of a circle of 20 points at scale 2, lines of a pixel.
+/// Gives lines of one pixel for a quarter of a circle of 20 points at scale 2.
 constexpr int linesOfACurve = 64;
 
 void addLines(QPainterPath &path, QPointF control1, QPointF control2, QPointF end)

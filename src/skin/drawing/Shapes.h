@@ -18,10 +18,10 @@ namespace tunedeck {
 
 [[nodiscard]] QPainterPath oval(const QRectF &bounds);
 [[nodiscard]] QPainterPath roundedRectangle(const QRectF &bounds, double radius);
-/// What lies inside just one of two outlines. They turn opposite ways, as QPainter mistakes how much two that turn the
-/// same way cover of a pixel that both cross.
+/// The area inside exactly one of two outlines. The outlines turn opposite ways: if they turned the same way, QPainter
+/// would get the coverage of a pixel wrong that both cross.
 [[nodiscard]] QPainterPath between(const QPainterPath &outline, const QPainterPath &other);
-/// What a line of `width` along the outline of a rounded rectangle covers.
+/// The area of a line of `width` along the outline of a rounded rectangle.
 [[nodiscard]] QPainterPath roundedFrame(const QRectF &bounds, double radius, double width);
 /// A rectangle whose corners are rounded by half its height.
 [[nodiscard]] QPainterPath capsule(const QRectF &bounds);

@@ -12,7 +12,7 @@
 namespace tunedeck {
 
 namespace {
-/// On a whole device pixel, which keeps a text crisp.
+/// The nearest whole device pixel, which keeps a text crisp.
 QPointF snapped(QPointF position, double scale)
 {
     return {std::round(position.x() * scale) / scale, std::round(position.y() * scale) / scale};

@@ -12,14 +12,14 @@ class QRectF;
 
 namespace tunedeck {
 
-/// The alpha of what is drawn on a metal control that is disabled or whose window is not main.
+/// The alpha of the title, image or arrows of a metal control that is disabled or while no window is main.
 constexpr float inactiveMetalAlpha = 0.667F;
 
-/// Of a metal control's title.
+/// The colour of a metal control's title. `alpha` is from 0 to 1.
 [[nodiscard]] QColor metalTitleColor(bool isPressed, float alpha);
-/// What makes a title look engraved; hard-edged. `scale` is the device pixel ratio.
+/// The hard-edged shadow that makes a title look engraved. `scale` is the device pixel ratio.
 [[nodiscard]] Shadow metalTitleShadow(bool isPressed, double scale);
-/// `shadow` as something cast it that is filled with `color`: what is translucent casts less.
+/// `shadow` as a shape filled with `color` casts it: a translucent shape casts less.
 [[nodiscard]] Shadow castBy(const QColor &color, Shadow shadow);
 
 struct EngravedText {
@@ -30,7 +30,7 @@ struct EngravedText {
     Qt::Alignment alignment = Qt::AlignHCenter;
 };
 
-/// Draws one line of text halfway down `frame`, in points and with y downwards. What is too long for the frame ends in
+/// Draws one line of text halfway down `frame`, in points and with y downwards. A text too long for the frame ends in
 /// an ellipsis.
 void drawEngravedText(QPainter &painter, const QRectF &frame, const EngravedText &text);
 

@@ -8,12 +8,12 @@ class QPainter;
 
 namespace tunedeck {
 
-/// How the parts of a metal control's bezel lie in its frame, in points.
+/// The layout of a metal control's bezel in its frame, in points.
 struct MetalBezel {
-    /// At each side, and above and below.
+    /// x on the left and right, y above and below.
     QPointF highlightInset;
     QPointF rimInset;
-    /// How far the rim and the face in it lie above the middle.
+    /// The distance of the rim and its face above the middle.
     double lift = 0;
 };
 
@@ -22,7 +22,7 @@ void drawMetalBezel(QPainter &painter, const QRectF &frame, const MetalBezel &be
 
 inline constexpr double metalRimRadius = 3.25;
 [[nodiscard]] QRectF metalRim(const QRectF &frame, const MetalBezel &bezel);
-/// The rim's rectangle, less the rim.
+/// The rectangle inside the rim.
 [[nodiscard]] QRectF metalFace(const QRectF &frame, const MetalBezel &bezel);
 
 } // namespace tunedeck

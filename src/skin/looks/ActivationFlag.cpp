@@ -16,7 +16,7 @@ ActivationFlag::ActivationFlag(const WindowActivation &activation, Status status
         connect(&activation, &WindowActivation::windowDidBecomeKey, this, [this] { set(true); });
         connect(&activation, &WindowActivation::windowDidResignKey, this, [this] { set(false); });
     }
-    // What is made after its window was shown has missed being told.
+    // A view that is made after its window was shown has missed the signal.
     const auto holder = status == Status::Main ? &WindowActivation::mainWindow : &WindowActivation::keyWindow;
     if ((activation.*holder)()) {
         QMetaObject::invokeMethod(

@@ -7,9 +7,9 @@ namespace tunedeck {
 
 class WindowActivation;
 
-/// Whether a window of the program, whichever, is main, or is key, as far as its owner was told: false until the next
-/// one becomes it, or, where one is already, until the event loop's next turn. While the status goes from one window to
-/// another it is false for a moment.
+/// Whether any window of the program is key, which Qt calls active, or main, the window the user works with; see
+/// WindowActivation. It is false at first. If a window has the status already, the flag follows in the event loop's
+/// next turn. While the status goes from one window to another it is false for a moment.
 class ActivationFlag : public QObject {
     Q_OBJECT
 

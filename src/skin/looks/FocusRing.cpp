@@ -12,7 +12,8 @@
 namespace tunedeck {
 
 namespace {
-/// In points, from the control's edge outwards. The ring keeps clear of the edge, whose pixels are the control's.
+/// Distances in points from the control's edge outwards. The ring keeps clear of the edge: its pixels are the
+/// control's.
 constexpr double ringStart = 1;
 constexpr double ringEnd = 2.5;
 constexpr double glowEnd = 4;
@@ -62,7 +63,7 @@ bool isByTab(const QFocusEvent &event)
     return event.reason() == Qt::TabFocusReason || event.reason() == Qt::BacktabFocusReason;
 }
 
-/// The keyboard goes to another window or a menu, and comes back from there.
+/// Whether the keyboard goes to another window or a menu, or comes back from there.
 bool isExcursion(const QFocusEvent &event)
 {
     return event.reason() == Qt::ActiveWindowFocusReason || event.reason() == Qt::PopupFocusReason

@@ -16,15 +16,14 @@ namespace tunedeck {
 
 /// The outline of what a control draws.
 struct ControlOutline {
-    /// Its bounds in the rectangle of the control; all of that if not given. In points, as is the rest.
+    /// The bounds within the control's rectangle, in points; the whole rectangle if not given.
     QRectF (*bounds)(const QRectF &control) = nullptr;
-    /// How far its corners are rounded: by half of its height if not given.
+    /// The radius of the corners in points; half of the height if not given.
     std::optional<double> cornerRadius = {};
 };
 
-/// Shows a thin ring around a control while the control has the keyboard because the user went there with Tab. A click
-/// needs none, nor does what has the keyboard from the start. The ring lies in the control's parent, outside of what
-/// the control draws.
+/// Shows a thin ring around a control that has the keyboard because the user went there with Tab, but not after a click
+/// or from the start. The ring is a child of the control's parent, outside the outline that the control draws.
 class FocusRing : public QObject {
     Q_OBJECT
 

@@ -7,7 +7,7 @@ class Appearance;
 class UserDefaults;
 class WindowActivation;
 
-/// What the looks of a skinned view depend on besides its own state; all must outlive the view.
+/// All that the look of a skinned view depends on besides its own state. All must outlive the view.
 struct SkinEnvironment {
     const UserDefaults &defaults;
     const Appearance &appearance;

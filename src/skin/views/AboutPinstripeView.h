@@ -8,8 +8,8 @@
 
 namespace tunedeck {
 
-/// What lies behind the contents of the about panel. It has the stripes of a PinstripeView, but follows no window:
-/// until it is told that its window is key it is plain.
+/// The background of the about window. It has the stripes of a PinstripeView but follows no window: it is plain until
+/// setKeyWindow(true).
 class AboutPinstripeView : public QWidget {
     Q_OBJECT
     Q_PROPERTY(bool isKeyWindow READ isKeyWindow WRITE setKeyWindow NOTIFY isKeyWindowChanged)

@@ -8,7 +8,8 @@
 
 namespace tunedeck {
 
-/// A small olive button that plays, 12 points wide and 11 high.
+/// A small olive button with a play triangle, 12 points wide and 11 high. The program creates none; the gallery shows
+/// how its cell looks.
 class AuxiliaryButton : public SkinnedButton {
     Q_OBJECT
 

@@ -7,7 +7,7 @@ namespace tunedeck {
 
 struct SkinEnvironment;
 
-/// The slider on the LCD that shows and sets the place in the track.
+/// The slider on the LCD that shows and sets the position in the track.
 class ClassicAudioProgressSlider : public PercentSlider {
     Q_OBJECT
 

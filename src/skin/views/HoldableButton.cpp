@@ -54,7 +54,7 @@ void HoldableButton::mouseReleaseEvent(QMouseEvent *event)
     if (!m_isIntentionallyHeld && hitButton(event->position().toPoint())) {
         click();
     }
-    // Whoever heard of the click may have deleted the button.
+    // A slot of the click may have deleted the button.
     if (self) {
         endPress();
     }
@@ -99,7 +99,7 @@ void HoldableButton::endPress()
     setDown(false);
 }
 
-/// The release of a button that is disabled or hidden in the meantime never comes, or is swallowed.
+/// A button that is disabled or hidden while it is pressed gets no release.
 void HoldableButton::cancelPress()
 {
     if (!m_isHeld) {

@@ -9,10 +9,10 @@
 
 namespace tunedeck {
 
-/// A push button that tells a click from a hold. As a hold button it is clicked when the mouse is released before
-/// `holdThreshold` has passed; after that it is held until the release, and is not clicked.
+/// A push button that distinguishes a click from a hold. As a hold button it is clicked when the mouse is released
+/// before `holdThreshold` has passed; after that it is held until the release, and is not clicked.
 ///
-/// Until setHoldButton(true) it is a button like any other that also tells while it is pressed.
+/// Until setHoldButton(true) it is a plain button that also reports when it is pressed.
 class HoldableButton : public SkinnedButton {
     Q_OBJECT
     Q_PROPERTY(bool isHoldButton READ isHoldButton WRITE setHoldButton NOTIFY isHoldButtonChanged)
@@ -27,15 +27,15 @@ public:
     [[nodiscard]] bool isHoldButton() const { return m_isHoldButton; }
     void setHoldButton(bool isHoldButton);
     [[nodiscard]] bool isIntentionallyHeld() const { return m_isIntentionallyHeld; }
-    /// Whether the mouse button is down on it.
+    /// Whether the mouse button is down on this button.
     [[nodiscard]] bool isHeld() const { return m_isHeld; }
 
-    /// The hold threshold has passed.
+    /// Called when the hold threshold has passed.
     void fireTimer();
 
 Q_SIGNALS:
     void isHoldButtonChanged(bool isHoldButton);
-    /// After every assignment, also of an equal value: so a plain click tells that the button is not held.
+    /// Emitted after every assignment, also of an equal value: a plain click reports false.
     void isIntentionallyHeldChanged(bool isIntentionallyHeld);
     void isHeldChanged(bool isHeld);
 

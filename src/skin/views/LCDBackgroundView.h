@@ -10,7 +10,7 @@
 
 namespace tunedeck {
 
-/// The panel that the display's texts and its progress slider lie on.
+/// The panel behind the display's texts and its progress slider.
 class LCDBackgroundView : public QWidget {
     Q_OBJECT
 

@@ -20,15 +20,15 @@ public:
     explicit MetalButton(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
     [[nodiscard]] bool isMainWindow() const { return m_isMainWindow.isSet(); }
-    /// The name of a picture of the program's own resources; empty, as at first, for none. One that is missing is
-    /// fatal when it is painted.
+    /// The name of a ResourceImage; empty, the default, for none. A missing picture is a fatal error when it is
+    /// painted.
     [[nodiscard]] QString image() const { return m_image; }
     void setImage(const QString &name);
-    /// From now on nothing shows that the button has the keyboard.
+    /// Removes the ring for good. Nothing shows then that the button has the keyboard.
     void removeFocusRing();
 
 protected:
-    /// Draws the button into the origin's rectangle of its size, in points and with y downwards.
+    /// Draws the button into its rectangle, in points and with y downwards.
     virtual void drawFace(QPainter &painter, const MetalButtonState &state) const;
 
     void paintEvent(QPaintEvent *event) override;

@@ -5,7 +5,8 @@
 
 namespace tunedeck {
 
-/// A metal button with an engraved image, and never with a title.
+/// A metal button with an engraved image, and never with a title. The program creates none; the gallery shows how its
+/// cell looks.
 class MetalGlyphButton : public MetalButton {
     Q_OBJECT
 

@@ -13,8 +13,8 @@
 
 namespace tunedeck {
 
-/// Metal along the view's lower edge, drawn by `Cell`. It is the darker while a window of the program is main or the
-/// main window is kept above all others; the latter is asked when the view is resized and when the former changes.
+/// Metal along the view's lower edge, painted by `Cell`. It is darker while a window of the program is main or while
+/// the main window stays on top. The latter setting is read when the view is resized and when the former changes.
 template <typename Cell> class MetalGround : public QWidget {
 public:
     explicit MetalGround(const SkinEnvironment &environment, QWidget *parent = nullptr)

@@ -26,7 +26,7 @@ QRectF faceOf(const QRectF &control)
     return control.adjusted(leftMargin, 0, 0, 0);
 }
 
-/// Where a style opens a menu that is as high as the screen, this one opens a list, under the rim.
+/// Opens a list under the rim, also where the desktop's style opens a menu as high as the screen.
 class ListStyle : public QProxyStyle {
 public:
     int styleHint(
@@ -67,7 +67,7 @@ MetalPopupButton::MetalPopupButton(const SkinEnvironment &environment, QWidget *
     list->installEventFilter(this);
     setView(list);
     setMaxVisibleItems(mostVisibleItems);
-    // Its size is not that of its longest item, for which all would have to be measured.
+    // Sizing the button to its longest item would measure each of thousands of items.
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(leastCharacters);
     setFocusPolicy(Qt::TabFocus);
@@ -83,7 +83,7 @@ void MetalPopupButton::setAppearance(std::optional<AppearanceName> appearance)
 
 void MetalPopupButton::showPopup()
 {
-    // Which has the keyboard while it is open.
+    // The open list has the keyboard, so screen readers read its name.
     view()->setAccessibleName(accessibleName());
     view()->setPalette(listPalette());
     QComboBox::showPopup();
@@ -99,7 +99,7 @@ bool MetalPopupButton::eventFilter(QObject *watched, QEvent *event)
 
 bool MetalPopupButton::event(QEvent *event)
 {
-    // What is typed finds an item; it must not play or pause by the way.
+    // A typed character finds an item; it must not also play or pause.
     if (isTypingAskedFor(*event) || (!isEnabled() && isMouseButtonEvent(*event))) {
         event->accept();
         return true;

@@ -14,8 +14,8 @@
 namespace tunedeck {
 
 /// A pop-up button of metal, 22 points high. It shows the chosen item's text on its face and lets the user choose from
-/// a list, which may be very long. A click does not take the keyboard; Tab does. Left of the face is a margin of 9
-/// points that belongs to no one.
+/// a list, which may be very long. A click does not take the keyboard; Tab does. A margin of 9 points left of the face
+/// does not react.
 class MetalPopupButton : public QComboBox {
     Q_OBJECT
 
@@ -23,8 +23,8 @@ public:
     explicit MetalPopupButton(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
     [[nodiscard]] bool isMainWindow() const { return m_isMainWindow.isSet(); }
-    /// What the list is drawn for; with no value, as at first, that of the application. The metal looks the same in
-    /// all.
+    /// The appearance of the list. Without a value, the default, it is that of the application. The metal looks the
+    /// same in all.
     void setAppearance(std::optional<AppearanceName> appearance);
 
     void showPopup() override;

@@ -13,7 +13,7 @@
 namespace tunedeck {
 
 namespace {
-/// Finer than a hundredth of a second in a recording of a day, so that a step of some seconds is one.
+/// Finer than a hundredth of a second in a recording of a day, so that a step of a few seconds keeps its length.
 constexpr int ticksPerPercent = 100'000;
 constexpr int ticks = 100 * ticksPerPercent;
 constexpr double barHeight = 4;
@@ -28,7 +28,7 @@ double percentOf(int value)
     return static_cast<double>(value) / ticksPerPercent;
 }
 
-/// Tells and takes percents; the toolkit's own would read the ticks out.
+/// Reads and sets percents. Qt's own interface would read out the ticks.
 class AccessiblePercentSlider : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
     explicit AccessiblePercentSlider(PercentSlider &slider)
@@ -68,11 +68,11 @@ PercentSlider::PercentSlider(QSizeF knobSize, QWidget *parent)
     : QSlider(Qt::Horizontal, parent)
     , m_knobSize(knobSize)
 {
-    // The toolkit keeps one of each.
+    // Qt keeps each factory once, however often it is installed.
     QAccessible::installFactory(accessiblePercentSlider);
     setRange(0, ticks);
     setFocusPolicy(Qt::TabFocus);
-    // The keys go the way that the knob does, also where text runs to the left.
+    // The keys move the knob in their own direction, also where text runs to the left.
     setLayoutDirection(Qt::LeftToRight);
     connect(this, &QSlider::valueChanged, this, [this] { Q_EMIT adjusted(doubleValue()); });
 }
@@ -153,13 +153,13 @@ void PercentSlider::wheelEvent(QWheelEvent *event)
 void PercentSlider::hideEvent(QHideEvent *event)
 {
     QSlider::hideEvent(event);
-    // The release of the button that holds the knob never comes.
+    // A hidden slider gets no release of the mouse button.
     setSliderDown(false);
 }
 
 void PercentSlider::sliderChange(SliderChange change)
 {
-    // A knob that follows a track creeps: most of its steps would be painted for nothing.
+    // A knob that follows a track creeps: most of its steps would repaint the same pixels.
     if (change == SliderValueChange && knobPixel() == m_paintedKnob) {
         return;
     }

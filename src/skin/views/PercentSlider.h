@@ -7,8 +7,8 @@
 
 namespace tunedeck {
 
-/// A horizontal slider from 0 to 100, fractions included. A press beside the knob brings the knob there. What it looks
-/// like is told by those derived from it.
+/// A horizontal slider from 0 to 100, fractions included. A press beside the knob brings the knob there. Derived
+/// classes paint it.
 class PercentSlider : public QSlider {
     Q_OBJECT
 
@@ -17,9 +17,10 @@ public:
     explicit PercentSlider(QSizeF knobSize, QWidget *parent = nullptr);
 
     [[nodiscard]] double doubleValue() const;
-    /// Moves the knob without telling `adjusted`. What lies outside becomes the nearer end; what is not finite, 0.
+    /// Moves the knob without emitting adjusted(). A value out of range becomes the nearer end; one that is not finite,
+    /// 0.
     void setDoubleValue(double percent);
-    /// What an arrow key changes the value by, 0 to 100; a page key changes it by thrice as much. With 0 the keys do
+    /// The change by an arrow key, from 0 to 100; a page key changes the value three times as much. With 0 the keys do
     /// nothing.
     void setStep(double percent);
 
@@ -29,9 +30,9 @@ Q_SIGNALS:
 
 protected:
     bool event(QEvent *event) override;
-    /// From edge to edge and 4 points high, halfway down the slider. In points.
+    /// The bar in points: from edge to edge, 4 points high, halfway down the slider.
     [[nodiscard]] QRectF barRect() const;
-    /// Halfway down the slider, too. From 0 to 100 it travels from edge to edge.
+    /// The knob in points, halfway down the slider. From 0 to 100 it travels from edge to edge.
     [[nodiscard]] QRectF knobRect() const;
 
     void mousePressEvent(QMouseEvent *event) override;
@@ -46,9 +47,9 @@ private:
     [[nodiscard]] qint64 knobPixel() const;
 
     QSizeF m_knobSize;
-    /// Where the knob was last painted, in device pixels.
+    /// The left edge of the knob as last painted, in device pixels.
     qint64 m_paintedKnob = 0;
-    /// How far right of the knob's left edge the pointer holds it.
+    /// The distance of the pointer from the left edge of the knob it drags, in points.
     double m_grip = 0;
 };
 

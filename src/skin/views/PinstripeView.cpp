@@ -30,7 +30,7 @@ void PinstripeView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    // Wherever the view is dirty, the stripes begin at its left edge: all of them are drawn, and clipped.
+    // The stripes begin at the view's left edge wherever it is dirty, so all of them are drawn, and clipped.
     m_cell.draw(painter, rect(), height(),
         {.isKeyWindow = isKeyWindow(), .drawsPinstripes = m_drawsPinstripes, .isDark = isDark(m_environment)});
 }

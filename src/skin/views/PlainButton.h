@@ -12,16 +12,16 @@
 
 namespace tunedeck {
 
-/// A small button that is nothing but its image or its text, which darkens while it is pressed. The text is drawn in
-/// the palette's ButtonText.
+/// A small button without a face: only its image or its text, which fades while it is pressed. The text has the
+/// palette's ButtonText colour.
 class PlainButton : public SkinnedButton {
     Q_OBJECT
 
 public:
     explicit PlainButton(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
-    /// Shows the image of the program's own resources that is called `name`, in the middle and `size` points large. An
-    /// image that is missing is fatal.
+    /// Shows the ResourceImage `name` in the middle, `size` points large. A missing image is a fatal error when it is
+    /// painted.
     void setImage(const QString &name, QSize size);
 
 protected:

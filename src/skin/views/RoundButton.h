@@ -15,7 +15,7 @@
 
 namespace tunedeck {
 
-/// What the round buttons of the transport have in common, whatever `Button` makes of a press. `Cell` draws them.
+/// The common base of the round transport buttons. `Button` handles presses, `Cell` paints.
 template <typename Button, typename Cell> class RoundButton : public Button {
 public:
     explicit RoundButton(const SkinEnvironment &environment, QWidget *parent = nullptr)
@@ -45,7 +45,7 @@ protected:
 
     void mousePressEvent(QMouseEvent *event) override
     {
-        // The corners belong to no one: the window is not dragged by them either.
+        // A press on a corner does nothing and does not drag the window either.
         if (hitButton(event->position().toPoint())) {
             Button::mousePressEvent(event);
         }

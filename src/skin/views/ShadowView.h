@@ -12,8 +12,8 @@
 
 namespace tunedeck {
 
-/// The soft shadow below the player that makes it lie above the drawer. The strip that casts it, from 30 to 15 points
-/// above the view's lower edge, is never painted: it belongs under the player. The view lets the mouse through.
+/// The soft shadow of the player on the drawer. The strip that casts it, from 30 to 15 points above the view's lower
+/// edge, is never painted: the player covers it. The view lets the mouse through.
 class ShadowView : public QWidget {
     Q_OBJECT
 

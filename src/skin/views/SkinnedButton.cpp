@@ -34,7 +34,7 @@ bool SkinnedButton::event(QEvent *event)
 void SkinnedButton::mouseMoveEvent(QMouseEvent *event)
 {
     QAbstractButton::mouseMoveEvent(event);
-    // What it ignores would reach the window.
+    // An ignored event would reach the window and drag it.
     event->accept();
 }
 

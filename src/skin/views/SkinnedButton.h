@@ -5,10 +5,10 @@
 
 namespace tunedeck {
 
-/// What all buttons of the skin have in common, whatever they look like.
+/// The common base of all buttons of the skin.
 ///
-/// A click does not take the keyboard, so that Space goes on playing and pausing after it; Tab does. The window is
-/// never dragged by a button, not by a disabled one either.
+/// A click does not take the keyboard, so Space still plays and pauses after it. Tab takes it. A button never drags the
+/// window, not even while it is disabled.
 class SkinnedButton : public QAbstractButton {
     Q_OBJECT
 

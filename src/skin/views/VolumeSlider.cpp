@@ -16,32 +16,32 @@ namespace tunedeck {
 namespace {
 constexpr int notch = QWheelEvent::DefaultDeltasPerStep;
 constexpr double touchpadDivisor = 2.5;
-/// A part of a notch that was turned before such a pause has nothing to do with what is turned now.
+/// In milliseconds. After a longer pause a part of a notch counts no more.
 constexpr quint64 longestPauseInNotch = 1000;
 
 bool isTouchpad(const QWheelEvent &event)
 {
-    // Wheels have no beginning and no end. On X11 touchpads tell of none either: they turn a wheel, finely.
+    // Wheels report no phases. Touchpads on X11 report none either: they act as a fine wheel.
     return event.phase() != Qt::NoScrollPhase;
 }
 
-/// The way a touchpad has moved the content, in points.
+/// The movement of the content by a touchpad, in points.
 QPoint scrolled(const QWheelEvent &event)
 {
-    // In points where the window system has them, else in eighths of a degree, of which a wheel's notch has 120 and
-    // moves a text by three lines of five points each.
+    // A window system without points gives eighths of a degree. A wheel's notch has 120 of them and moves a text by
+    // three lines of five points each.
     constexpr int eighthsPerPoint = 8;
     return event.pixelDelta().isNull() ? event.angleDelta() / eighthsPerPoint : event.pixelDelta();
 }
 
 double touchpadStep(const QWheelEvent &event)
 {
-    // With natural scrolling the deltas come with their signs turned round: louder stays where it was.
+    // Natural scrolling turns the signs of the deltas round. The gesture for louder stays the same.
     const QPoint delta = scrolled(event);
     return event.inverted() ? (delta.y() - delta.x()) / -touchpadDivisor : (delta.y() + delta.x()) / touchpadDivisor;
 }
 
-/// Whole notches out of `turned`, which keeps the rest.
+/// Takes the whole notches out of `turned`, which keeps the rest.
 int takeNotches(int &turned)
 {
     const int notches = turned / notch;
@@ -134,7 +134,7 @@ double VolumeSlider::wheelStep(const QWheelEvent &event)
         turn(m_turned.ry(), delta.y());
         notches = takeNotches(m_turned.ry());
     } else {
-        // A wheel that is tilted makes it louder, to whichever side.
+        // Tilting a wheel to either side makes it louder.
         turn(m_turned.rx(), std::abs(delta.x()));
         notches = takeNotches(m_turned.rx());
     }

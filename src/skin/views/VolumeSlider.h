@@ -12,32 +12,34 @@
 
 namespace tunedeck {
 
-/// Whom a VolumeSlider asks for the volume steps that a wheel or a touchpad makes over it.
+/// The listener of a VolumeSlider for the volume steps that a wheel or a touchpad makes over it. It has nothing to do
+/// with Qt's item delegates.
 class VolumeSliderScrollEventDelegate {
 public:
     virtual ~VolumeSliderScrollEventDelegate() = default;
-    /// Changes the volume by `delta` percent, within 0 to 100.
+    /// Changes the volume by `delta` percentage points; the listener keeps it from 0 to 100.
     virtual void adjustVolume(double delta) = 0;
-    /// After each such step.
+    /// Called after each such step.
     virtual void volumeSliderDidScroll() = 0;
 };
 
 /// The slider of the volume, in percent. A notch of a mouse wheel is 4 percent; a touchpad moves the volume as it
-/// scrolls. It does not move its own knob then: the new volume comes back as any other does.
+/// scrolls. Scrolling does not move the knob: the new volume comes back from the player.
 class VolumeSlider : public PercentSlider {
     Q_OBJECT
 
 public:
-    /// Percent of a wheel's notch, and of an arrow key.
+    /// The step of a wheel's notch, an arrow key and a volume command, in percentage points.
     static constexpr double step = 4;
 
     explicit VolumeSlider(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
-    /// `delegate` must outlive the slider or be taken back with null. Without one, scrolling does nothing.
+    /// `delegate` must outlive the slider or be removed with null. Without one, scrolling does nothing.
     void setScrollEventsDelegate(VolumeSliderScrollEventDelegate *delegate);
-    /// Where a wheel or a touchpad counts; what is scrolled over the margins goes to no one.
+    /// The area in which scrolling counts, in points. Scrolling over the margins does nothing.
     [[nodiscard]] QRectF customHitTestArea() const;
-    /// Of the last scroll event that counted, in milliseconds of the window system's clock; 0 before the first.
+    /// The time of the last scroll event that counted, in milliseconds of the window system's clock; 0 before the
+    /// first.
     [[nodiscard]] quint64 lastTimestamp() const { return m_lastTimestamp; }
 
 protected:
@@ -51,12 +53,12 @@ private:
 
     SkinEnvironment m_environment;
     VolumeSliderCell m_cell;
-    /// Of the groove, by whether it is dark.
+    /// The groove; the state is whether it is dark.
     FaceCache<bool> m_bars;
     FaceCache<std::monostate> m_knobs;
     VolumeSliderScrollEventDelegate *m_scrollEventsDelegate = nullptr;
     quint64 m_lastTimestamp = 0;
-    /// What a high-resolution wheel has turned since the last whole notch, in eighths of a degree.
+    /// The turn of a high-resolution wheel since the last whole notch, in eighths of a degree.
     QPoint m_turned;
 };
 

@@ -5,8 +5,8 @@
 
 namespace tunedeck {
 
-/// The group of the window's buttons. It tells whether the pointer is over the group, also while the program is not the
-/// active one.
+/// The group of the window's buttons. It reports whether the pointer is over the group, also while the program is not
+/// active.
 class WindowButtonsView : public QWidget {
     Q_OBJECT
     Q_PROPERTY(bool mouseHovering READ mouseHovering NOTIFY mouseHoveringChanged)
