@@ -1,9 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "skin/drawing/PixelFont.h"
 
+#include "skin/drawing/skinLog.h"
+
+#include <QFontInfo>
 #include <QPaintDevice>
 
 namespace tunedeck {
+
+namespace {
+void logSubstitute(const QFont &font)
+{
+    const QString substitute = QFontInfo(font).family();
+    if (!font.families().contains(substitute, Qt::CaseInsensitive)) {
+        qCDebug(skinLog).noquote() << "no font of" << font.families().join(QStringLiteral(", "))
+                                   << "is installed, Qt uses" << substitute;
+    }
+}
+} // namespace
 
 QStringList humanistSans()
 {
@@ -18,6 +32,9 @@ QFont pixelFont(const QStringList &families, double pixels, const QPaintDevice &
     // An attribute that is not set comes from the desktop's font, which may be bold.
     font.setWeight(QFont::Normal);
     font.setStyle(QFont::StyleNormal);
+    if (skinLog().isDebugEnabled()) {
+        logSubstitute(font);
+    }
     return font;
 }
 
