@@ -43,8 +43,11 @@ Gradient glare(const PlayerButtonState &state)
     return state.isPressed ? pressedGlare(state.isGraphite) : Gradient{{black(0.1F), 0}, {black(0.025F), 1}};
 }
 
-void addTriangle(QPainterPath &path, const QRectF &square, bool pointsRight)
+enum class Pointing { Left, Right };
+
+void addTriangle(QPainterPath &path, const QRectF &square, Pointing pointing)
 {
+    const bool pointsRight = pointing == Pointing::Right;
     const double base = pointsRight ? square.left() : square.right();
     const double tip = pointsRight ? square.right() : square.left();
     path.addPolygon(QPolygonF({{base, square.top()}, {base, square.bottom()}, {tip, square.center().y()}}));
@@ -61,18 +64,18 @@ QPainterPath glyphPath(PlayerButtonTypes glyph, const DevicePixels &pixels)
         path.addRect(pixels.snapped({19, 11, 5, 13}));
         break;
     case PlayerButtonTypes::play:
-        addTriangle(path, QRectF(12, 10, 15, 15), true);
+        addTriangle(path, QRectF(12, 10, 15, 15), Pointing::Right);
         break;
     case PlayerButtonTypes::stop:
         path.addRect(pixels.snapped({11, 11, 13, 13}));
         break;
     case PlayerButtonTypes::backward:
-        addTriangle(path, QRectF(5, 9, 7, 7), false);
-        addTriangle(path, QRectF(11, 9, 7, 7), false);
+        addTriangle(path, QRectF(5, 9, 7, 7), Pointing::Left);
+        addTriangle(path, QRectF(11, 9, 7, 7), Pointing::Left);
         break;
     case PlayerButtonTypes::forward:
-        addTriangle(path, QRectF(7, 9, 7, 7), true);
-        addTriangle(path, QRectF(13, 9, 7, 7), true);
+        addTriangle(path, QRectF(7, 9, 7, 7), Pointing::Right);
+        addTriangle(path, QRectF(13, 9, 7, 7), Pointing::Right);
         break;
     case PlayerButtonTypes::reserved5:
     case PlayerButtonTypes::reserved6:
