@@ -2,171 +2,37 @@
 #include "player/ViewController.h"
 
 #include "music/MenuItemIdentifier.h"
-#include "platform/Appearance.h"
-#include "platform/UserDefaults.h"
-#include "platform/WindowActivation.h"
-#include "player/DrawerHost.h"
-#include "player/LcdView.h"
-#include "player/PlayerView.h"
-#include "player/ScrollingMarqueeView.h"
-#include "skin/looks/SkinEnvironment.h"
+#include "player/Player.h"
 #include "skin/views/ClassicAudioProgressSlider.h"
 #include "skin/views/DrawerBackground.h"
 #include "skin/views/PlainButton.h"
 #include "skin/views/PlayerButton.h"
 #include "skin/views/TunedeckPlayerButton.h"
-#include "skin/views/VolumeSlider.h"
 #include "skin/views/WindowButtonsView.h"
 #include "skin/views/WindowControlButton.h"
-#include "support/ScriptedMusicApplication.h"
 #include "support/StartWatch.h"
 #include "support/elapse.h"
 #include "support/registerTest.h"
 
-#include <QAccessible>
-#include <QAction>
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QDBusConnection>
-#include <QImage>
 #include <QLabel>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QToolTip>
-#include <QWheelEvent>
 #include <QWindow>
 
-#include <algorithm>
 #include <limits>
-#include <ranges>
 
 using namespace tunedeck;
 
 namespace {
-class ScriptedDrawerHost : public DrawerHost {
-public:
-    using DrawerHost::DrawerHost;
-
-    [[nodiscard]] bool isExpanded() const override { return m_isExpanded; }
-    void setExpanded(bool expanded) override { m_isExpanded = expanded; }
-    void finishResize() { Q_EMIT isExpandedChanged(m_isExpanded); }
-
-private:
-    bool m_isExpanded = false;
-};
-
-MusicTrack aTrack()
-{
-    return {QStringLiteral("Blues"), QStringLiteral("Band"), QStringLiteral("Record"), {}, 200.0};
-}
-
-QVariantMap localTrackInfo()
-{
-    return {{UserInfoKey::persistentId, 1}, {UserInfoKey::playerState, QStringLiteral("Playing")},
-        {UserInfoKey::totalTime, 200.0}, {UserInfoKey::location, QStringLiteral("file:///blues")}};
-}
-
-QVariantMap liveStreamInfo()
-{
-    return {{UserInfoKey::persistentId, 2}, {UserInfoKey::playerState, QStringLiteral("Playing")},
-        {UserInfoKey::storeUrl, QStringLiteral("https://radio.example")}};
-}
-
-QVariantMap stoppedInfo()
-{
-    return {{UserInfoKey::playerState, QStringLiteral("Stopped")}};
-}
-
 /// Moves the knob as the user's hand does.
 void drag(PercentSlider &slider, double percent)
 {
     slider.setValue(static_cast<int>(slider.maximum() * percent / 100));
 }
-
-QAccessibleInterface &accessible(QWidget &widget)
-{
-    return *QAccessible::queryAccessibleInterface(&widget);
-}
-
-/// Whether the display's text is light. Its lip and its halo are fainter than the text.
-bool isTextLight(PlayerView &view)
-{
-    view.resize(450, 64);
-    view.show();
-    ScrollingMarqueeView &label = view.lcd().trackInfoLabel();
-    label.setDisplayStrings({QString(4, QChar(0x2588))});
-    QImage image(label.size(), QImage::Format_ARGB32);
-    image.fill(Qt::transparent);
-    label.render(&image, {}, {}, {});
-    return std::ranges::any_of(std::views::iota(0, image.width() * image.height()), [&image](int index) {
-        const QColor color = image.pixelColor(index % image.width(), index / image.width());
-        return color.alpha() > 150 && color.lightness() > 200;
-    });
-}
-
-/// A player's view and everything that it needs.
-struct Player {
-    explicit Player(bool isMusicRunning = true)
-    {
-        music.setRunning(isMusicRunning);
-        defaults.registerDefaults({{SettingsKey::remainingTimeEnabled, true}, {SettingsKey::appearanceClassic, true},
-            {SettingsKey::appearanceUpdatesDockIcon, true}, {SettingsKey::volumeButtonsHidden, false}});
-        connector.emplace(music, windowActivation);
-        controller.emplace(environment(), view);
-    }
-
-    [[nodiscard]] ViewController::Environment environment()
-    {
-        return {*connector, defaults, appearance, windowActivation, drawerHost};
-    }
-    [[nodiscard]] SkinEnvironment skin() const { return {defaults, appearance, windowActivation}; }
-
-    void play(const QVariantMap &userInfo, FourCharCode state = PlayerState::playing)
-    {
-        music.answers.playerState = state;
-        music.answers.currentTrack = aTrack();
-        music.answers.playerPosition = 10.0;
-        Q_EMIT music.playerInfo(userInfo);
-    }
-
-    void stop()
-    {
-        music.answers.playerState = PlayerState::stopped;
-        Q_EMIT music.playerInfo(stoppedInfo());
-    }
-
-    [[nodiscard]] QStringList displayed() { return view.lcd().trackInfoLabel().displayStrings(); }
-
-    [[nodiscard]] bool isItemEnabled(const QString &identifier) const
-    {
-        QAction item;
-        item.setObjectName(identifier);
-        return controller->validateMenuItem(item);
-    }
-
-    [[nodiscard]] QTimer &timer(QStringView name) const { return *controller->findChild<QTimer *>(name.toString()); }
-
-    void turnWheel(int notches)
-    {
-        VolumeSlider &slider = view.volumeSlider();
-        const QPointF centre = QRectF(slider.rect()).center();
-        QWheelEvent event(centre, slider.mapToGlobal(centre), {}, {0, notches * QWheelEvent::DefaultDeltasPerStep},
-            Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&slider, &event);
-    }
-
-    QTemporaryDir folder;
-    UserDefaults defaults{folder.filePath(QStringLiteral("settings"))};
-    Appearance appearance{defaults, QDBusConnection(QStringLiteral("none"))};
-    WindowActivation windowActivation;
-    ScriptedMusicApplication music;
-    ScriptedDrawerHost drawerHost;
-    std::optional<MusicConnector> connector;
-    PlayerView view{skin()};
-    std::optional<ViewController> controller;
-};
 } // namespace
 
 class ViewControllerTest : public QObject {
@@ -177,48 +43,6 @@ private Q_SLOTS:
     {
         // Not of menus and tooltips, which the offscreen platform neither raises nor gives the keyboard.
         QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
-    }
-
-    void musicThatDoesNotRunIsNotOpen()
-    {
-        Player player(false);
-        QCOMPARE(player.displayed(), {QStringLiteral("Music is not open")});
-        QVERIFY(!player.view.lcd().trackProgressSlider().isEnabled());
-    }
-
-    void musicThatPlaysNothingHasNoSong()
-    {
-        Player player;
-        QCOMPARE(player.displayed(), {QStringLiteral("No Song")});
-        QVERIFY(!player.view.lcd().trackProgressSlider().isEnabled());
-    }
-
-    void aTrackShowsItsFields()
-    {
-        Player player;
-        player.play(localTrackInfo());
-        QCOMPARE(player.displayed(),
-            (QStringList{QStringLiteral("Blues"), QStringLiteral("Band"), QStringLiteral("Record")}));
-        QVERIFY(player.view.lcd().trackProgressSlider().isEnabled());
-        QCOMPARE(player.view.lcd().trackProgressSlider().doubleValue(), 5.0);
-        QCOMPARE(player.view.lcd().primaryTimeLabel().text(), QStringLiteral("0:10"));
-        QCOMPARE(player.view.lcd().secondaryTimeLabel().text(), QStringLiteral("-3:09"));
-    }
-
-    void aTrackWithoutArtistAndAlbumShowsItsNameOnly()
-    {
-        Player player;
-        player.play(localTrackInfo());
-        player.controller->setCurrentTrack(MusicConnectorTrack(QStringLiteral("Alone"), {}, {}, 10.0, {}));
-        QCOMPARE(player.displayed(), {QStringLiteral("Alone")});
-    }
-
-    void aFieldThatIsPresentButEmptyIsKept()
-    {
-        Player player;
-        player.play(localTrackInfo());
-        player.controller->setCurrentTrack(MusicConnectorTrack(QString(), QStringLiteral("Band"), {}, 10.0, {}));
-        QCOMPARE(player.displayed(), (QStringList{QString(), QStringLiteral("Band")}));
     }
 
     void theTrackOnShowIsTold()
@@ -250,18 +74,6 @@ private Q_SLOTS:
         QCOMPARE(player.displayed(), {QStringLiteral("Music is not open")});
         QVERIFY(!player.view.lcd().primaryTimeLabel().isHidden());
         QCOMPARE(player.view.playPauseButton().controlGlyph(), PlayerButtonTypes::play);
-    }
-
-    void aFrozenMusicKeepsTheTrackAndIsTold()
-    {
-        Player player;
-        player.play(localTrackInfo());
-        QVERIFY(player.view.lcd().toolTip().isEmpty());
-        Q_EMIT player.music.respondingDidChange(false);
-        QCOMPARE(player.view.lcd().toolTip(), QStringLiteral("Music is not responding"));
-        QCOMPARE(player.displayed().first(), QStringLiteral("Blues"));
-        Q_EMIT player.music.respondingDidChange(true);
-        QVERIFY(player.view.lcd().toolTip().isEmpty());
     }
 
     void aStoppedFeedOfAPausedPlayerKeepsTheTrackInfo()
@@ -313,52 +125,6 @@ private Q_SLOTS:
         QCOMPARE(player.view.lcd().trackProgressSlider().doubleValue(), 100.0);
     }
 
-    void aStoppedPlayerThatReportsAPositionShowsNone()
-    {
-        Player player;
-        player.play(localTrackInfo());
-        player.stop();
-        player.music.answers.playerPosition = 100.0;
-        QCOMPARE(player.view.lcd().primaryTimeLabel().text(), QStringLiteral("0:00"));
-        QVERIFY(!player.view.lcd().trackProgressSlider().isEnabled());
-    }
-
-    void aLiveStreamShowsTheMarkerInPlaceOfTheTimes()
-    {
-        Player player;
-        player.play(liveStreamInfo());
-        LcdView &lcd = player.view.lcd();
-        QVERIFY(!lcd.isLiveLabel().isHidden());
-        QVERIFY(lcd.trackProgressSlider().isHidden());
-        QVERIFY(lcd.primaryTimeLabel().isHidden());
-        QVERIFY(lcd.secondaryTimeLabel().isHidden());
-        QVERIFY(!player.view.backwardButton().isEnabled());
-        QVERIFY(!player.view.forwardButton().isEnabled());
-        QCOMPARE(player.view.playPauseButton().toolTip(), QStringLiteral("Play or stop playing live audio"));
-        QCOMPARE(player.displayed().first(), QStringLiteral("Blues"));
-
-        player.play(localTrackInfo());
-        QVERIFY(lcd.isLiveLabel().isHidden());
-        QVERIFY(!lcd.trackProgressSlider().isHidden());
-        QVERIFY(player.view.backwardButton().isEnabled());
-        QCOMPARE(player.view.playPauseButton().toolTip(), QStringLiteral("Play or pause the current track"));
-    }
-
-    void theTimesComeBackAfterALiveStream()
-    {
-        Player player;
-        LcdView &lcd = player.view.lcd();
-        for (const bool remainingTime : {true, false}) {
-            player.defaults.setBool(SettingsKey::remainingTimeEnabled, remainingTime);
-            player.play(liveStreamInfo());
-            QVERIFY(lcd.primaryTimeLabel().isHidden());
-            QVERIFY(lcd.secondaryTimeLabel().isHidden());
-            player.play(localTrackInfo());
-            QVERIFY(!lcd.primaryTimeLabel().isHidden());
-            QVERIFY(!lcd.secondaryTimeLabel().isHidden());
-        }
-    }
-
     void aViewThatComesLateShowsWhatPlaysAlready()
     {
         Player player;
@@ -375,21 +141,6 @@ private Q_SLOTS:
         QCOMPARE(view.lcd().trackInfoLabel().displayStrings(),
             (QStringList{QStringLiteral("Blues"), QStringLiteral("Band"), QStringLiteral("Record")}));
         QCOMPARE(controller.currentTrack()->trackName, QStringLiteral("Blues"));
-    }
-
-    void theTextIsLightInADarkAppearanceFromTheStartAndOnAChange()
-    {
-        Player player;
-        player.appearance.setApplicationAppearance(AppearanceName::DarkAqua);
-        QVERIFY(isTextLight(player.view));
-        player.appearance.setApplicationAppearance(AppearanceName::Aqua);
-        QVERIFY(!isTextLight(player.view));
-
-        player.controller.reset();
-        player.appearance.setApplicationAppearance(AppearanceName::DarkAqua);
-        PlayerView view(player.skin());
-        const ViewController controller(player.environment(), view);
-        QVERIFY(isTextLight(view));
     }
 
     void theGlyphAndTheTitleFollowTheState_data()
@@ -463,30 +214,6 @@ private Q_SLOTS:
         QCOMPARE(tile.last().at(0).toString(), QStringLiteral("DockTile_Play-Dark"));
         player.defaults.setAppearanceUpdatesDockIcon(false);
         QCOMPARE(tile.last().at(0).toString(), QStringLiteral("DockTile_Play"));
-    }
-
-    void theTimeLabelsSayWhatTheyShow()
-    {
-        Player player;
-        player.play(localTrackInfo());
-        LcdView &lcd = player.view.lcd();
-        QCOMPARE(lcd.primaryTimeLabel().toolTip(), QStringLiteral("Elapsed time"));
-        QCOMPARE(lcd.secondaryTimeLabel().toolTip(), QStringLiteral("Remaining time"));
-        player.defaults.setBool(SettingsKey::remainingTimeEnabled, false);
-        QCOMPARE(lcd.secondaryTimeLabel().toolTip(), QStringLiteral("Duration"));
-        QCOMPARE(lcd.secondaryTimeLabel().text(), QStringLiteral("3:20"));
-    }
-
-    void theTotalTimeStaysWhileTheRemainingTimeRuns()
-    {
-        Player player;
-        player.play(localTrackInfo());
-        player.defaults.setBool(SettingsKey::remainingTimeEnabled, false);
-        player.music.answers.playerPosition = 60.0;
-        player.connector->updatePlayerProgressInfo();
-        QCOMPARE(player.view.lcd().secondaryTimeLabel().text(), QStringLiteral("3:20"));
-        player.defaults.setBool(SettingsKey::remainingTimeEnabled, true);
-        QCOMPARE(player.view.lcd().secondaryTimeLabel().text(), QStringLiteral("-2:19"));
     }
 
     void theTimeLabelsMenuWritesTheSetting()
@@ -970,19 +697,6 @@ private Q_SLOTS:
         }
     }
 
-    void theScreenReaderHearsWhatTheDisplayShows()
-    {
-        Player player;
-        player.play(localTrackInfo());
-        LcdView &lcd = player.view.lcd();
-        QTRY_COMPARE(accessible(lcd.trackInfoLabel()).text(QAccessible::Name), QStringLiteral("Blues, Band, Record"));
-        QCOMPARE(accessible(lcd.trackInfoLabel()).role(), QAccessible::Notification);
-        QCOMPARE(accessible(lcd.primaryTimeLabel()).text(QAccessible::Name), QStringLiteral("0:10"));
-        QCOMPARE(accessible(lcd.primaryTimeLabel()).text(QAccessible::Description), QStringLiteral("Elapsed time"));
-        QCOMPARE(accessible(lcd.secondaryTimeLabel()).text(QAccessible::Description), QStringLiteral("Remaining time"));
-        QCOMPARE(accessible(lcd.isLiveLabel()).text(QAccessible::Name), QStringLiteral("Live"));
-    }
-
     void theControlsHaveRolesAndValues()
     {
         Player player;
@@ -1045,19 +759,6 @@ private Q_SLOTS:
         player.view.lcd().trackProgressSlider().setFocus();
         player.stop();
         QVERIFY(player.view.playPauseButton().hasFocus());
-    }
-
-    void aTrackIsNotShownWhileMusicIsNotRunningOrPlaysNothing()
-    {
-        const MusicConnectorTrack track(QStringLiteral("Late"), {}, {}, 10.0, {});
-        Player closed(false);
-        closed.controller->setCurrentTrack(track);
-        QCOMPARE(closed.displayed(), {QStringLiteral("Music is not open")});
-        closed.music.launch();
-        QCOMPARE(closed.displayed(), {QStringLiteral("No Song")});
-        Player stopped;
-        stopped.controller->setCurrentTrack(track);
-        QCOMPARE(stopped.displayed(), {QStringLiteral("No Song")});
     }
 
     void everyControlHasAName()
