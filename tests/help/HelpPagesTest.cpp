@@ -160,6 +160,20 @@ private Q_SLOTS:
         QVERIFY(topic->section.isEmpty());
     }
 
+    void theProblemsPageSaysHowToSwitchLoggingOn()
+    {
+        const QStringList categories{QStringLiteral("players"), QStringLiteral("window"), QStringLiteral("updates"),
+            QStringLiteral("skin"), QStringLiteral("settings")};
+        for (const QString &language : languages()) {
+            const QString page = QString::fromUtf8(pageOf(language, QStringLiteral("11-troubleshooting.html")));
+            QVERIFY2(page.contains(QStringLiteral("<b>QT_LOGGING_RULES=\"tunedeck.*=true\" tunedeck</b>")),
+                qPrintable(language));
+            for (const QString &category : categories) {
+                QVERIFY2(page.contains(QStringLiteral("<b>tunedeck.%1</b>").arg(category)), qPrintable(language));
+            }
+        }
+    }
+
     void whatReadersAskForIsFoundFirst_data()
     {
         QTest::addColumn<QString>("question");
@@ -171,6 +185,7 @@ private Q_SLOTS:
         QTest::newRow("wayland") << QStringLiteral("Wayland") << QStringLiteral("KeepAbove");
         QTest::newRow("radio") << QStringLiteral("radio station") << QStringLiteral("PlayAndPause");
         QTest::newRow("screen reader") << QStringLiteral("screen reader") << QStringLiteral("ScreenReader");
+        QTest::newRow("logging") << QStringLiteral("logging") << QStringLiteral("Logging");
         QTest::newRow("licence") << QStringLiteral("licence") << QStringLiteral("Licence");
     }
     void whatReadersAskForIsFoundFirst()

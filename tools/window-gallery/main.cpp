@@ -124,7 +124,7 @@ void addHelp(Gallery &gallery)
 {
     HelpWindow help;
     const QString book = bundleInfo(u"CFBundleHelpBookName").value_or(QString());
-    for (const QString &anchor : {QString(), u"KeepingUpToDate"_s, u"TermsConditions"_s}) {
+    for (const QString &anchor : {QString(), u"KeepingUpToDate"_s, u"Troubleshooting"_s, u"TermsConditions"_s}) {
         help.openHelpAnchor(anchor, book);
         gallery.add(u"help-"_s + (anchor.isEmpty() ? u"first-page"_s : anchor), help);
     }
