@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: MIT
-# How a released build is hardened, and the Debian package that cpack makes of it.
+# Hardens release builds and describes the Debian package that cpack builds.
 
 target_compile_options(tunedeck_options INTERFACE
     $<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2;-fstack-protector-strong>)
-# Not "now": the functions that the start does not call would be looked up before the window is there.
+# "now" is missing on purpose: it would resolve functions that the start does not call before the window appears.
 target_link_options(tunedeck_options INTERFACE $<$<CONFIG:Release>:LINKER:-z,relro>)
 
 set(CPACK_GENERATOR DEB)
@@ -12,7 +12,7 @@ set(CPACK_PACKAGE_VENDOR "The Tunedeck founders")
 set(CPACK_PACKAGE_CONTACT "The Tunedeck founders <founders@tunedeck.org>")
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_STRIP_FILES ON)
-# What is installed must learn its real prefix, which is not the folder that the package is made in.
+# Installed files must contain the real prefix, not the folder in which cpack builds the package.
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX /usr)
 

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-# How every target of this project is compiled, and the two kinds of targets that repeat: a folder's library and a test.
+# Sets the compiler options of every target and defines the two kinds of targets that repeat: a folder's library and its
+# tests.
 
 add_library(tunedeck_options INTERFACE)
 target_compile_definitions(tunedeck_options INTERFACE
@@ -14,12 +15,12 @@ target_compile_definitions(tunedeck_options INTERFACE
 target_compile_options(tunedeck_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
     -Wconversion -Wno-sign-conversion)
-# GIO asks for it, and precompiled headers fit only where all are compiled alike.
+# GIO needs it, and precompiled headers fit only targets that are compiled with the same options.
 target_compile_options(tunedeck_options INTERFACE -pthread)
-# Link-time optimisation of GCC 12 takes the bytes that QHash asks for to be without bound.
+# GCC 12 with link-time optimisation warns falsely that QHash allocates an unbounded number of bytes.
 target_link_options(tunedeck_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-alloc-size-larger-than>)
 if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
-    # Many programs are linked again after each change; these two linkers take a fraction of the usual one's time.
+    # Each change links many programs again. These two linkers take a fraction of the default linker's time.
     find_program(TUNEDECK_FAST_LINKER NAMES mold ld.lld)
     if(TUNEDECK_FAST_LINKER)
         get_filename_component(linker ${TUNEDECK_FAST_LINKER} NAME)
@@ -33,7 +34,7 @@ if(TUNEDECK_SANITIZE_ADDRESS)
     target_link_options(tunedeck_options INTERFACE -fsanitize=address,undefined)
 endif()
 if(TUNEDECK_SANITIZE_THREAD)
-    # GCC 12 takes an std::optional for uninitialized where the thread sanitizer is at work.
+    # GCC 12 with the thread sanitizer warns falsely that an std::optional is uninitialized.
     target_compile_options(tunedeck_options INTERFACE
         -fsanitize=thread -fno-omit-frame-pointer -Wno-maybe-uninitialized)
     target_link_options(tunedeck_options INTERFACE -fsanitize=thread)
@@ -43,13 +44,13 @@ if(TUNEDECK_COVERAGE)
     target_link_options(tunedeck_options INTERFACE --coverage)
 endif()
 
-# Qt's headers take most of the time of a compilation, so they are compiled once for each way of compiling: "program",
-# and "tests", which is not optimised. A release is built without: there, a source that forgets an include fails.
+# Qt's headers take most of the compilation time, so they are compiled once for each set of options: "program", and
+# "tests", which is not optimised. A release build does without them, so a source with a missing include fails there.
 function(tunedeck_precompile target way)
     if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
         set(precompiled tunedeck_precompiled_for_${way})
         target_precompile_headers(${target} REUSE_FROM ${precompiled})
-        # The compiler takes them only where the macros are the same, which name the modules of Qt that are linked.
+        # The compiler accepts them only if the macros are the same, and these name the linked modules of Qt.
         target_compile_definitions(${target} PRIVATE $<TARGET_PROPERTY:${precompiled},COMPILE_DEFINITIONS>)
         target_include_directories(${target} SYSTEM PRIVATE $<TARGET_PROPERTY:${precompiled},INCLUDE_DIRECTORIES>)
     endif()
@@ -73,7 +74,7 @@ if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
 endif()
 
 # tunedeck_library(<folder's name> SOURCES ... LINKS ... PRIVATE_LINKS ...)
-# LINKS name what the library's headers show. Headers are included by their path below src/; tools/checks/rules.py
+# LINKS are the libraries that the library's headers use. Headers are included by their path below src/; tools/checks/rules.py
 # holds which folder may include which.
 function(tunedeck_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
@@ -94,7 +95,7 @@ function(tunedeck_tests)
     list(TRANSFORM ARG_CLASSES APPEND Test.cpp OUTPUT_VARIABLE sources)
     add_executable(${program} ${sources} ${ARG_SOURCES})
     target_link_libraries(${program} PRIVATE tunedeck_options tunedeck_test_support ${ARG_LINKS})
-    # Nobody waits for the tests' own code, but everybody for its compilation.
+    # The tests' own code is fast enough without optimisation, and compiles faster.
     target_compile_options(${program} PRIVATE -O0)
     tunedeck_precompile(${program} tests)
     foreach(class ${ARG_CLASSES})
@@ -107,7 +108,8 @@ function(tunedeck_tests)
     set(TUNEDECK_TESTS ${program} PARENT_SCOPE)
 endfunction()
 
-# tunedeck_uses_demo_player(<target of tests>): they start the demo player, whose path they know as DEMO_PLAYER.
+# tunedeck_uses_demo_player(<target of tests>)
+# Gives the tests the path of the demo player as DEMO_PLAYER and builds it for them.
 function(tunedeck_uses_demo_player program)
     add_dependencies(${program} tunedeck-demo-player)
     target_compile_definitions(${program} PRIVATE DEMO_PLAYER="$<TARGET_FILE:tunedeck-demo-player>")
