@@ -68,6 +68,27 @@ IN_MUSIC = {
 }
 OUTSIDE_MPRIS = {r"\borg[./]mpris\b": "only music/mpris/ knows the players' D-Bus names"}
 
+# A test that sleeps is slow where the machine is fast, and fails where it is slow: it waits for a signal or a state, or
+# ends a timer's wait by hand. How often a file may sleep all the same, and why.
+SLEEPING = re.compile(r"\b(qWait|qSleep|msleep|sleep_for)\s*\(|\btime\.sleep\s*\(")
+MAY_SLEEP = {
+    "tests/desktop/tiling_test.py": (3, "it does not wait for the window to answer yet"),
+    "tests/desktop/wayland_test.py": (5, "it does not wait for the window to answer yet"),
+    "tests/desktop/window_test.py": (9, "it does not wait for the window to answer yet"),
+    "tests/desktop/xwayland_test.py": (8, "it does not wait for the window to answer yet"),
+    "tests/music/mpris/PlayerEnduranceTest.cpp": (7, "what is tested is half a minute in real time"),
+    "tests/real-players/RealPlayerTest.cpp": (11, "a real player does not say when it has settled"),
+    "tests/real-players/RealPlaylistsTest.cpp": (4, "a real player does not say when it has settled"),
+    "tests/real-players/run-player": (1, "a real player does not say when it is ready"),
+    "tools/benchmarks/cost": (3, "measures what the program costs over a time"),
+    "tools/benchmarks/playlistsWatch.cpp": (2, "measures what the program costs over a time"),
+    "tools/benchmarks/startWatch.cpp": (1, "looks at the screen many times a second"),
+    "tools/contact-sheet": (4, "it does not wait for the window to answer yet"),
+    "tools/session.py": (7, "it does not wait for the window to answer yet"),
+}
+# They name what is forbidden.
+ABOUT_SLEEPING = {"tools/checks/rules.py", "tools/checks/rules_test.py"}
+
 CODE = {".h", ".cpp"}
 SPDX = "SPDX-License-Identifier: MIT"
 
@@ -150,6 +171,27 @@ def breaches_of_layers(root: Path) -> Iterator[str]:
                 yield f"{where}:{number}: {line.strip()} -- {folder}/ may not include {other}/"
 
 
+def sleeps_in(path: Path) -> list[int]:
+    """The numbers of the lines that sleep."""
+    text = path.read_bytes().decode(errors="replace")
+    code = without_comments(text) if path.suffix in CODE else text
+    return [number for number, line in enumerate(code.splitlines(), 1) for _ in SLEEPING.finditer(line)]
+
+
+def breaches_of_sleep(root: Path) -> Iterator[str]:
+    sleeps = {
+        path.relative_to(root).as_posix(): found for folder in ("tests", "tools") for path in files_below(root / folder)
+        if (found := sleeps_in(path))
+    }
+    for where in sorted((sleeps.keys() | MAY_SLEEP.keys()) - ABOUT_SLEEPING):
+        lines = sleeps.get(where, [])
+        most, _ = MAY_SLEEP.get(where, (0, ""))
+        if len(lines) > most:
+            yield f"{where}:{lines[-1]}: sleeps {len(lines)} times, and may {most} times: wait for what is to happen"
+        elif len(lines) < most:
+            yield f"{where}:1: sleeps {len(lines)} times: let MAY_SLEEP in tools/checks/rules.py say so instead of {most}"
+
+
 def breaches_of_size(root: Path) -> Iterator[str]:
     src = root / "src"
     for folder in sorted(path for path in src.rglob("*") if path.is_dir()):
@@ -169,7 +211,7 @@ def breaches_of_order() -> Iterator[str]:
 
 def breaches(root: Path) -> list[str]:
     return [*breaches_of_licence(root), *breaches_of_words(root), *breaches_of_layers(root), *breaches_of_size(root),
-        *breaches_of_order()]
+        *breaches_of_sleep(root), *breaches_of_order()]
 
 
 def main() -> int:

@@ -84,6 +84,9 @@ class RulesTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.tree = Tree(Path(folder.name))
+        nobody = unittest.mock.patch.object(rules, "MAY_SLEEP", {})
+        nobody.start()
+        self.addCleanup(nobody.stop)
 
     def test_a_tree_that_keeps_every_rule_has_no_breach(self) -> None:
         for name, text in GOOD:
@@ -116,6 +119,37 @@ class RulesTest(unittest.TestCase):
         self.assertEqual(rules.breaches(self.tree.root), [])
         self.tree.write("src/app/many/last.txt", "")
         self.assertEqual(rules.breaches(self.tree.root), ["src/app/many:1: 41 files are more than 40: divide the folder"])
+
+    def test_each_way_to_sleep_is_a_breach_in_tests_and_tools(self) -> None:
+        lines = ["QTest::qWait(5);", "QTest::qSleep(5);", "QThread::msleep(5);", "std::this_thread::sleep_for(5ms);",
+            "time.sleep(5)"]
+        for name in ("tests/app/ATest.cpp", "tests/app/A.h", "tools/a.py", "tools/a"):
+            for line in lines:
+                with self.subTest(f"{name}: {line}"):
+                    self.tree.write(name, f"\n{line}")
+                    self.assertEqual(
+                        rules.breaches(self.tree.root),
+                        [f"{name}:3: sleeps 1 times, and may 0 times: wait for what is to happen"])
+                    (self.tree.root / name).unlink()
+
+    def test_waiting_for_a_state_is_not_sleeping(self) -> None:
+        self.tree.write("tests/A.cpp", "QTest::qWaitFor(isDone); // not qWait(5)\nQTRY_VERIFY(isDone());")
+        self.assertEqual(rules.breaches(self.tree.root), [])
+
+    def test_a_file_sleeps_exactly_as_often_as_it_may(self) -> None:
+        line = "QTest::qWait(5);\n"
+        where = "tests/A.cpp"
+        with unittest.mock.patch.object(rules, "MAY_SLEEP", {where: (2, "")}):
+            self.tree.write(where, line * 3)
+            self.assertEqual(
+                rules.breaches(self.tree.root), [f"{where}:4: sleeps 3 times, and may 2 times: wait for what is to happen"])
+            self.tree.write(where, line * 2)
+            self.assertEqual(rules.breaches(self.tree.root), [])
+            fewer = "let MAY_SLEEP in tools/checks/rules.py say so instead of 2"
+            self.tree.write(where, line)
+            self.assertEqual(rules.breaches(self.tree.root), [f"{where}:1: sleeps 1 times: {fewer}"])
+            (self.tree.root / where).unlink()
+            self.assertEqual(rules.breaches(self.tree.root), [f"{where}:1: sleeps 0 times: {fewer}"])
 
     def test_a_circle_of_folders_is_a_breach(self) -> None:
         folders = {"below": {"above"}, "above": {"below"}}
