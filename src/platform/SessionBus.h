@@ -41,7 +41,7 @@ private:
 
     const QString m_address;
     QDBusConnection m_connection;
-    QTimer m_nextAttempt;
+    QTimer m_nextAttempt{this};
 };
 
 } // namespace tunedeck

@@ -69,11 +69,17 @@ public:
         m_bus.connect(QString(), QString(), u"com.canonical.dbusmenu"_s, u"LayoutUpdated"_s,
             this, SLOT(takeUpdate(uint,int)));
         // clang-format on
-        // The bus handles messages in order, so it has the matches once it answers.
+        catchUp();
+    }
+    ~Dock() override { QDBusConnection::disconnectFromBus(u"the dock"_s); }
+
+    /// The bus handles messages in order: when it answers, it has all that was sent before, and the dock has all that
+    /// was sent to it.
+    void catchUp() const
+    {
         answerTo(QDBusMessage::createMethodCall(
             u"org.freedesktop.DBus"_s, u"/"_s, u"org.freedesktop.DBus.Peer"_s, u"Ping"_s));
     }
-    ~Dock() override { QDBusConnection::disconnectFromBus(u"the dock"_s); }
 
     QDBusMessage answerTo(const QDBusMessage &message) const
     {
@@ -361,7 +367,8 @@ private Q_SLOTS:
         const int builds = session.contents.builds;
         session.contents.playPause = u"Stop"_s;
         session.menu.update();
-        QTest::qWait(20);
+        QCoreApplication::processEvents();
+        session.dock.catchUp();
         QCOMPARE(session.contents.builds, builds);
         QCOMPARE(session.dock.read({u"label"_s}).at(2), u"3 label=Stop"_s);
         QCOMPARE(session.dock.revision, 3U);
@@ -385,7 +392,8 @@ private Q_SLOTS:
     {
         Session session;
         session.menu.update();
-        QTest::qWait(20);
+        QCoreApplication::processEvents();
+        session.dock.catchUp();
         QCOMPARE(session.contents.builds, 0);
         QCOMPARE(session.dock.updates, QList<uint>());
     }

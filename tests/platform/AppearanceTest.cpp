@@ -279,7 +279,9 @@ private Q_SLOTS:
         const Appearance appearance(*m_defaults, *m_connection);
         QTRY_COMPARE(m_portal->asked.size(), 6);
         m_portal->change(QStringLiteral("enable-animations"), false, QStringLiteral("org.example"));
-        QTest::qWait(50);
+        // The portal's messages keep their order.
+        m_portal->change(colorScheme, 1U);
+        QTRY_COMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
         QVERIFY(!appearance.isMotionReduced());
     }
 

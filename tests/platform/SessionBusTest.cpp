@@ -2,8 +2,11 @@
 #include "platform/SessionBus.h"
 
 #include "support/PrivateBus.h"
+#include "support/elapse.h"
 #include "support/registerTest.h"
 
+#include <QLocalServer>
+#include <QLocalSocket>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -13,6 +16,22 @@
 
 using namespace tunedeck;
 using namespace std::chrono_literals;
+
+namespace {
+/// Counts the calls that other threads have posted to the application and that have been made.
+class PostedCalls : public QObject {
+public:
+    PostedCalls() { QCoreApplication::instance()->installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        count += watched == QCoreApplication::instance() && event->type() == QEvent::MetaCall ? 1 : 0;
+        return false;
+    }
+
+    int count = 0;
+};
+} // namespace
 
 class SessionBusTest : public QObject {
     Q_OBJECT
@@ -35,7 +54,14 @@ private Q_SLOTS:
         daemon.reset();
         QTRY_COMPARE(changed.count(), 1);
         QVERIFY(!bus.connection().isConnected());
-        QTest::qWait(200);
+        // An attempt that fails starts the timer again.
+        QTimer &nextAttempt = *bus.findChild<QTimer *>();
+        for (int attempt = 0; attempt < 3; ++attempt) {
+            QTRY_VERIFY(nextAttempt.isActive());
+            QVERIFY(elapse(nextAttempt));
+            QVERIFY(!nextAttempt.isActive());
+        }
+        QTRY_VERIFY(nextAttempt.isActive());
         QCOMPARE(changed.count(), 1);
 
         daemon.emplace(address());
@@ -63,11 +89,16 @@ private Q_SLOTS:
     void whoeverStillLooksForItWhenItIsGoneDoesNoHarm()
     {
         // The address sanitizer would report a use after the end.
+        QLocalServer silent;
+        PostedCalls toTheApplication;
         {
             const SessionBus bus(address(), 0ms);
-            QTest::qWait(20);
+            QVERIFY(silent.listen(m_folder.filePath(QStringLiteral("bus"))));
+            QTRY_VERIFY(silent.hasPendingConnections());
+            toTheApplication.count = 0;
         }
-        QTest::qWait(100);
+        silent.nextPendingConnection()->abort();
+        QTRY_VERIFY(toTheApplication.count > 0);
     }
 
 private:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QCoreApplication>
 #include <QPaintEvent>
 #include <QTest>
 #include <QWidget>
@@ -38,7 +39,7 @@ public:
 
 private:
     /// Until what was asked to be painted is painted.
-    static void settle() { QTest::qWait(30); }
+    static void settle() { QCoreApplication::processEvents(); }
 
     QWidget &m_view;
     QRegion m_lastRegion;

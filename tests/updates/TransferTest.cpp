@@ -44,7 +44,7 @@ Outcome transferred(const QUrl &url, const TransferRules &rules = {isOnThisMachi
         qWarning("The transfer has no end.");
     }
     // No signal may follow the end.
-    QTest::qWait(1);
+    QCoreApplication::processEvents();
     if (finished.count() + failed.count() != 1) {
         qWarning("The transfer has more than one end.");
     }
