@@ -4,7 +4,6 @@
 #include "music/MusicApplication.h"
 #include "music/formatTime.h"
 #include "music/stationLinks.h"
-#include "music/truncatedToInt64.h"
 #include "music/typedValue.h"
 #include "platform/FatalError.h"
 #include "platform/WindowActivation.h"
@@ -26,12 +25,6 @@ constexpr auto progressPollingInterval = 500ms;
 
 /// The two times run ahead of Music by this much: what is on the display is up to a poll old when it is looked at.
 constexpr double displayLeadSeconds = 0.333;
-
-struct LoadedPlaylists {
-    QList<PlaylistOption> options;
-    PlaylistSource source = PlaylistSource::unknown;
-    std::optional<PlaylistOption> current;
-};
 
 bool isEmptyText(const std::optional<QString> &text)
 {
@@ -88,79 +81,13 @@ RepeatMode repeatModeOf(FourCharCode songRepeat)
     }
 }
 
-/// None if there is no column or one of its elements is not what `convert` reads.
-template <typename Value>
-std::optional<QList<Value>> convertedColumn(
-    const std::optional<QVariantList> &column, std::optional<Value> (*convert)(const QVariant &))
-{
-    if (!column) {
-        return std::nullopt;
-    }
-    QList<Value> values;
-    values.reserve(column->size());
-    for (const QVariant &element : *column) {
-        const std::optional<Value> value = convert(element);
-        if (!value) {
-            return std::nullopt;
-        }
-        values.append(*value);
-    }
-    return values;
-}
-
-std::optional<LoadedPlaylists> readPlaylists(const MusicApplication &musicApp)
-{
-    const std::optional<MusicPlaylist> currentPlaylist = musicApp.currentPlaylist();
-    const auto ids = convertedColumn(musicApp.playlistIds(), integerFrom);
-    if (!ids) {
-        return std::nullopt;
-    }
-    const auto names = convertedColumn(musicApp.playlistNames(), stringFrom);
-    if (!names) {
-        return std::nullopt;
-    }
-
-    LoadedPlaylists loaded;
-    loaded.source = musicApp.playlistSource();
-    const qsizetype count = std::min(ids->size(), names->size());
-    loaded.options.reserve(count);
-    for (qsizetype i = 0; i < count; ++i) {
-        loaded.options.append(PlaylistOption{ids->at(i), names->at(i)});
-        if (currentPlaylist && currentPlaylist->id == ids->at(i)) {
-            loaded.current = loaded.options.constLast();
-        }
-    }
-    return loaded;
-}
-
-bool playUnlessCurrent(MusicApplication &musicApp, qint64 playlistId)
-{
-    const std::optional<MusicPlaylist> currentPlaylist = musicApp.currentPlaylist();
-    const bool isCurrent = currentPlaylist && currentPlaylist->id == playlistId;
-    return !isCurrent && musicApp.playPlaylist(playlistId);
-}
-
-QStringList readAudioOutputNames(const MusicApplication &musicApp)
-{
-    QStringList names;
-    const auto devices = musicApp.currentAirPlayDevices().value_or(QList<MusicAirPlayDevice>());
-    for (const MusicAirPlayDevice &device : devices) {
-        if (device.kind == AirPlayDeviceKind::unknown || device.kind == AirPlayDeviceKind::computer) {
-            continue;
-        }
-        if (device.name) {
-            names.append(*device.name);
-        }
-    }
-    return names;
-}
-
 } // namespace
 
 MusicConnector::MusicConnector(MusicApplication &musicApp, const WindowActivation &windowActivation, QObject *parent)
     : QObject(parent)
     , m_musicApp(musicApp)
     , m_isMusicAppRunning(musicApp.isRunning())
+    , m_jobs(musicApp, this)
 {
     // Both stay the coarse timers that Qt makes by default: they hold within 5 %, 25 ms of a displayed second, and let
     // the system wake the program once for what falls due together.
@@ -171,8 +98,8 @@ MusicConnector::MusicConnector(MusicApplication &musicApp, const WindowActivatio
     m_progressPollingTimer.setInterval(progressPollingInterval);
     connect(&m_progressPollingTimer, &QTimer::timeout, this, &MusicConnector::updatePlayerProgressInfo);
 
-    // The three jobs wait rather than work, and none is to wait for another, not even on a single processor.
-    m_background.setMaxThreadCount(3);
+    connect(&m_jobs, &BackgroundJobs::playlistsLoaded, this, &MusicConnector::applyPlaylists);
+    connect(&m_jobs, &BackgroundJobs::audioOutputNamesRead, this, &MusicConnector::applyAudioOutputNames);
 
     connect(&m_musicApp, &MusicApplication::playerInfo, this, &MusicConnector::playerInfoDidArrive);
     connect(&m_musicApp, &MusicApplication::playbackSettingsDidChange, this, &MusicConnector::refreshPlaybackSettings);
@@ -197,58 +124,7 @@ MusicConnector::MusicConnector(MusicApplication &musicApp, const WindowActivatio
     refreshPlaybackSettings();
 }
 
-MusicConnector::~MusicConnector()
-{
-    // What is running talks to Music and posts to this object: both must still be whole.
-    m_background.clear();
-    m_musicApp.endBackground();
-    m_background.waitForDone();
-}
-
-void MusicConnector::setDelegate(MusicConnectorDelegate *delegate)
-{
-    m_delegate = delegate;
-}
-
-MusicApplication &MusicConnector::musicApp() const
-{
-    return m_musicApp;
-}
-
-bool MusicConnector::isMusicAppRunning() const
-{
-    return m_isMusicAppRunning;
-}
-
-const std::optional<MusicConnectorTrack> &MusicConnector::currentTrack() const
-{
-    return m_currentTrack;
-}
-
-double MusicConnector::trackProgress() const
-{
-    return m_trackProgress;
-}
-
-QString MusicConnector::elapsedFormattedTime() const
-{
-    return m_elapsedFormattedTime;
-}
-
-QString MusicConnector::remainingFormattedTime() const
-{
-    return m_remainingFormattedTime;
-}
-
-QString MusicConnector::totalFormattedTime() const
-{
-    return m_totalFormattedTime;
-}
-
-FeedType MusicConnector::feedType() const
-{
-    return m_feedType;
-}
+MusicConnector::~MusicConnector() = default;
 
 void MusicConnector::setFeedType(FeedType feedType)
 {
@@ -261,49 +137,9 @@ void MusicConnector::setFeedType(FeedType feedType)
     }
 }
 
-FourCharCode MusicConnector::currentState() const
-{
-    return m_currentState;
-}
-
-double MusicConnector::soundVolume() const
-{
-    return m_soundVolume;
-}
-
-bool MusicConnector::shuffleEnabled() const
-{
-    return m_shuffleEnabled;
-}
-
-RepeatMode MusicConnector::repeatMode() const
-{
-    return m_repeatMode;
-}
-
-const QList<PlaylistOption> &MusicConnector::playlistOptions() const
-{
-    return m_playlistOptions;
-}
-
-PlaylistSource MusicConnector::playlistSource() const
-{
-    return m_playlistSource;
-}
-
-const std::optional<PlaylistOption> &MusicConnector::selectedPlaylist() const
-{
-    return m_selectedPlaylist;
-}
-
 void MusicConnector::setSelectedPlaylist(const std::optional<PlaylistOption> &playlist)
 {
     assign(m_selectedPlaylist, playlist, &MusicConnector::selectedPlaylistChanged);
-}
-
-const std::optional<QString> &MusicConnector::audioOutputNames() const
-{
-    return m_audioOutputNames;
 }
 
 double MusicConnector::duration() const
@@ -337,16 +173,6 @@ void MusicConnector::setWatched(bool isWatched)
         refreshTrackInfo();
         updatePlayerProgressInfo();
     }
-}
-
-bool MusicConnector::isRefreshTrackTimerActive() const
-{
-    return m_refreshTrackTimer.isActive();
-}
-
-bool MusicConnector::isProgressPollingTimerActive() const
-{
-    return m_progressPollingTimer.isActive();
 }
 
 void MusicConnector::stopProgressPollingTimer()
@@ -415,7 +241,7 @@ void MusicConnector::refreshTrackInfo()
             assign(m_currentTrack, track, &MusicConnector::currentTrackChanged);
         }
     }
-    refreshAudioOutputNames();
+    m_jobs.readAudioOutputNames();
 }
 
 void MusicConnector::refreshPlayerState()
@@ -480,30 +306,14 @@ void MusicConnector::adjustVolume(double delta)
 
 void MusicConnector::loadPlaylists()
 {
-    if (m_isLoadingPlaylists || !m_musicApp.isRunning()) {
-        return;
-    }
-    m_isLoadingPlaylists = true;
-    workInBackground(readPlaylists, [this](const std::optional<LoadedPlaylists> &loaded) {
-        m_isLoadingPlaylists = false;
-        if (!loaded) {
-            return;
-        }
-        m_playlistSource = loaded->source;
-        assign(m_playlistOptions, loaded->options, &MusicConnector::playlistOptionsChanged);
-        setSelectedPlaylist(loaded->current);
-    });
+    m_jobs.loadPlaylists();
 }
 
 void MusicConnector::playSelectedPlaylist()
 {
-    if (m_isPlayingPlaylist || !m_selectedPlaylist) {
-        return;
+    if (m_selectedPlaylist) {
+        m_jobs.playPlaylist(m_selectedPlaylist->id);
     }
-    m_isPlayingPlaylist = true;
-    workInBackground(
-        [id = m_selectedPlaylist->id](MusicApplication &musicApp) { return playUnlessCurrent(musicApp, id); },
-        [this](bool) { m_isPlayingPlaylist = false; });
 }
 
 void MusicConnector::playerInfoDidArrive(const QVariantMap &userInfo)
@@ -536,20 +346,14 @@ void MusicConnector::nativeMusicAppDidLaunch()
 
 void MusicConnector::nativeMusicAppDidTerminate()
 {
-    // A load under way would otherwise fill the list again, and those not begun would wait for a Music that is gone.
-    ++m_musicSession;
-    m_background.clear();
-    m_isReadingAudioOutputs = false;
-    m_shallReadAudioOutputsAgain = false;
-
+    // A load under way would otherwise fill the list again.
+    m_jobs.cancel();
     assign(m_isMusicAppRunning, false, &MusicConnector::isMusicAppRunningChanged);
     stopRefreshTrackTimer();
     stopProgressPollingTimer();
     m_lastUserInfo.clear();
     setCurrentPersistentId(std::nullopt);
     resetProgress();
-    m_isLoadingPlaylists = false;
-    m_isPlayingPlaylist = false;
     setSelectedPlaylist(std::nullopt);
     m_playlistSource = PlaylistSource::unknown;
     assign(m_playlistOptions, {}, &MusicConnector::playlistOptionsChanged);
@@ -644,24 +448,15 @@ void MusicConnector::tellDelegate()
     }
 }
 
-void MusicConnector::refreshAudioOutputNames()
+void MusicConnector::applyPlaylists(const LoadedPlaylists &playlists)
 {
-    // Only one at a time: the track timer asks every 1.5 s, and Music may take longer than that to answer.
-    m_shallReadAudioOutputsAgain = m_isReadingAudioOutputs;
-    if (m_isReadingAudioOutputs || !m_musicApp.isRunning()) {
-        return;
-    }
-    m_isReadingAudioOutputs = true;
-    workInBackground(readAudioOutputNames, [this](const QStringList &names) { audioOutputNamesWereRead(names); });
+    m_playlistSource = playlists.source;
+    assign(m_playlistOptions, playlists.options, &MusicConnector::playlistOptionsChanged);
+    setSelectedPlaylist(playlists.current);
 }
 
-void MusicConnector::audioOutputNamesWereRead(const QStringList &names)
+void MusicConnector::applyAudioOutputNames(const QStringList &names)
 {
-    m_isReadingAudioOutputs = false;
-    if (m_shallReadAudioOutputsAgain) {
-        refreshAudioOutputNames();
-    }
-
     if (names.isEmpty()) {
         assign(m_audioOutputNames, std::nullopt, &MusicConnector::audioOutputNamesChanged);
         return;
@@ -670,18 +465,6 @@ void MusicConnector::audioOutputNamesWereRead(const QStringList &names)
     if (m_audioOutputNames != joined) {
         assign(m_audioOutputNames, joined, &MusicConnector::audioOutputNamesChanged);
     }
-}
-
-template <typename Work, typename Apply> void MusicConnector::workInBackground(Work work, Apply apply)
-{
-    m_background.start([this, work, apply, session = m_musicSession] {
-        const auto handOver = [this, apply, session, result = work(m_musicApp)] {
-            if (session == m_musicSession) {
-                apply(result);
-            }
-        };
-        QMetaObject::invokeMethod(this, handOver, Qt::QueuedConnection);
-    });
 }
 
 } // namespace tunedeck

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "music/BackgroundJobs.h"
 #include "music/MusicConnectorTrack.h"
 #include "music/MusicTypes.h"
 #include "music/PlaylistOption.h"
@@ -8,7 +9,6 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QThreadPool>
 #include <QTimer>
 #include <QVariantMap>
 
@@ -58,42 +58,42 @@ public:
 
     /// The delegate is told the player state after every notification and when Music quits. It must outlive the
     /// connector or be taken back with null.
-    void setDelegate(MusicConnectorDelegate *delegate);
-    [[nodiscard]] MusicApplication &musicApp() const;
+    void setDelegate(MusicConnectorDelegate *delegate) { m_delegate = delegate; }
+    [[nodiscard]] MusicApplication &musicApp() const { return m_musicApp; }
 
-    [[nodiscard]] bool isMusicAppRunning() const;
+    [[nodiscard]] bool isMusicAppRunning() const { return m_isMusicAppRunning; }
     /// None while nothing plays.
-    [[nodiscard]] const std::optional<MusicConnectorTrack> &currentTrack() const;
+    [[nodiscard]] const std::optional<MusicConnectorTrack> &currentTrack() const { return m_currentTrack; }
     /// Percent of the duration, 0 to 100; infinite or not a number while the duration is 0.
-    [[nodiscard]] double trackProgress() const;
-    [[nodiscard]] QString elapsedFormattedTime() const;
+    [[nodiscard]] double trackProgress() const { return m_trackProgress; }
+    [[nodiscard]] QString elapsedFormattedTime() const { return m_elapsedFormattedTime; }
     /// With a leading "-" unless it is zero.
-    [[nodiscard]] QString remainingFormattedTime() const;
-    [[nodiscard]] QString totalFormattedTime() const;
-    [[nodiscard]] FeedType feedType() const;
+    [[nodiscard]] QString remainingFormattedTime() const { return m_remainingFormattedTime; }
+    [[nodiscard]] QString totalFormattedTime() const { return m_totalFormattedTime; }
+    [[nodiscard]] FeedType feedType() const { return m_feedType; }
     /// Also sets the timers for the content and, for FeedType::stopped, clears the track and the times.
     void setFeedType(FeedType feedType);
     /// The player state last read. Not observable.
-    [[nodiscard]] FourCharCode currentState() const;
+    [[nodiscard]] FourCharCode currentState() const { return m_currentState; }
     /// 0 to 100.
-    [[nodiscard]] double soundVolume() const;
-    [[nodiscard]] bool shuffleEnabled() const;
-    [[nodiscard]] RepeatMode repeatMode() const;
-    [[nodiscard]] const QList<PlaylistOption> &playlistOptions() const;
+    [[nodiscard]] double soundVolume() const { return m_soundVolume; }
+    [[nodiscard]] bool shuffleEnabled() const { return m_shuffleEnabled; }
+    [[nodiscard]] RepeatMode repeatMode() const { return m_repeatMode; }
+    [[nodiscard]] const QList<PlaylistOption> &playlistOptions() const { return m_playlistOptions; }
     /// Changes with the playlist options.
-    [[nodiscard]] PlaylistSource playlistSource() const;
-    [[nodiscard]] const std::optional<PlaylistOption> &selectedPlaylist() const;
+    [[nodiscard]] PlaylistSource playlistSource() const { return m_playlistSource; }
+    [[nodiscard]] const std::optional<PlaylistOption> &selectedPlaylist() const { return m_selectedPlaylist; }
     void setSelectedPlaylist(const std::optional<PlaylistOption> &playlist);
     /// The names of the outputs Music plays to, joined for display; none for the computer's own.
-    [[nodiscard]] const std::optional<QString> &audioOutputNames() const;
+    [[nodiscard]] const std::optional<QString> &audioOutputNames() const { return m_audioOutputNames; }
     /// Seconds: what Music says, else what its last notification said, else 0.
     [[nodiscard]] double duration() const;
 
     /// Whether anyone looks at what is published here: at first someone does. While nobody does, the timers rest and
     /// only Music's own notifications are followed. When someone does again, what plays is read at once.
     void setWatched(bool isWatched);
-    [[nodiscard]] bool isRefreshTrackTimerActive() const;
-    [[nodiscard]] bool isProgressPollingTimerActive() const;
+    [[nodiscard]] bool isRefreshTrackTimerActive() const { return m_refreshTrackTimer.isActive(); }
+    [[nodiscard]] bool isProgressPollingTimerActive() const { return m_progressPollingTimer.isActive(); }
     void stopProgressPollingTimer();
     void stopRefreshTrackTimer();
 
@@ -153,12 +153,8 @@ private:
     void resetProgress();
     void tellDelegate();
 
-    void refreshAudioOutputNames();
-    void audioOutputNamesWereRead(const QStringList &names);
-
-    /// Calls `work` with Music on a thread of the pool, then `apply` with its result on the main thread, unless Music
-    /// has quit in the meantime.
-    template <typename Work, typename Apply> void workInBackground(Work work, Apply apply);
+    void applyPlaylists(const LoadedPlaylists &playlists);
+    void applyAudioOutputNames(const QStringList &names);
 
     template <typename Value, typename... Announced>
     void assign(
@@ -199,13 +195,7 @@ private:
     QVariantMap m_lastUserInfo;
     std::optional<qint64> m_currentPersistentId;
 
-    QThreadPool m_background{this};
-    /// Counts the times Music quit: what was read of a Music that has quit since is out of date.
-    quint64 m_musicSession = 0;
-    bool m_isLoadingPlaylists = false;
-    bool m_isPlayingPlaylist = false;
-    bool m_isReadingAudioOutputs = false;
-    bool m_shallReadAudioOutputsAgain = false;
+    BackgroundJobs m_jobs;
 };
 
 } // namespace tunedeck

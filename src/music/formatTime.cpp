@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "music/formatTime.h"
 
-#include "music/truncatedToInt64.h"
+#include "music/typedValue.h"
 #include "platform/FatalError.h"
 
 #include <cmath>
