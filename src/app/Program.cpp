@@ -35,7 +35,8 @@ Program::Program(const SessionBus &sessionBus, ApplicationInstance &instance, Ac
     , m_updater(sessionBus.connection())
 {
     connect(&m_launcher, &ApplicationLauncher::failed, &QApplication::beep);
-    connect(&m_windowActivation, &WindowActivation::windowDidBecomeKey, &m_music, &MprisMusicApplication::sampleAnew);
+    connect(
+        &m_windowActivation, &WindowActivation::windowDidBecomeKey, &m_music, &MprisMusicApplication::refreshPlayer);
     connect(&m_instance, &ApplicationInstance::activated, this, &Program::activate);
     connect(&m_instance, &ApplicationInstance::tokenUnused, this, &endStartupNotificationOnX11);
     connect(&m_sessionBus, &SessionBus::changed, this, &Program::applyBus);

@@ -2,6 +2,7 @@
 #include "music/mpris/BusValue.h"
 
 #include <QDBusArgument>
+#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusSignature>
 #include <QDBusVariant>
@@ -126,10 +127,20 @@ QVariant plainValue(const QVariant &value)
     return plain(value, 0);
 }
 
+QVariant plainArgument(const QDBusMessage &message, qsizetype index)
+{
+    return plainValue(message.arguments().value(index));
+}
+
 QVariantMap plainMap(const QVariant &value)
 {
     const QVariant plainVariant = plainValue(value);
     return plainVariant.typeId() == QMetaType::QVariantMap ? plainVariant.toMap() : QVariantMap();
+}
+
+QVariantMap plainMap(const QDBusMessage &message, qsizetype index)
+{
+    return plainMap(message.arguments().value(index));
 }
 
 std::optional<QString> text(const QVariant &value)
@@ -141,15 +152,14 @@ std::optional<QString> text(const QVariant &value)
 
 QStringList texts(const QVariant &value, qsizetype maximum)
 {
-    const QVariant plainVariant = plainValue(value);
     QVariantList sources;
-    if (plainVariant.typeId() == QMetaType::QString) {
-        sources = {plainVariant};
-    } else if (plainVariant.typeId() == QMetaType::QStringList) {
-        const QStringList strings = plainVariant.value<QStringList>().mid(0, maximum);
+    if (value.typeId() == QMetaType::QString) {
+        sources = {value};
+    } else if (value.typeId() == QMetaType::QStringList) {
+        const QStringList strings = value.value<QStringList>().mid(0, maximum);
         sources = QVariantList(strings.cbegin(), strings.cend());
-    } else if (plainVariant.typeId() == QMetaType::QVariantList) {
-        sources = plainVariant.toList();
+    } else if (value.typeId() == QMetaType::QVariantList) {
+        sources = value.toList();
     }
     QStringList result;
     for (const QVariant &source : std::as_const(sources)) {
@@ -166,8 +176,7 @@ QStringList texts(const QVariant &value, qsizetype maximum)
 
 std::optional<double> number(const QVariant &value)
 {
-    const QVariant plainVariant = plainValue(value);
-    switch (plainVariant.typeId()) {
+    switch (value.typeId()) {
     case QMetaType::Short:
     case QMetaType::UShort:
     case QMetaType::Int:
@@ -179,14 +188,13 @@ std::optional<double> number(const QVariant &value)
     default:
         return std::nullopt;
     }
-    const double result = plainVariant.toDouble();
+    const double result = value.toDouble();
     return std::isfinite(result) ? std::optional(result) : std::nullopt;
 }
 
 std::optional<bool> boolean(const QVariant &value)
 {
-    const QVariant plainVariant = plainValue(value);
-    return plainVariant.typeId() == QMetaType::Bool ? std::optional(plainVariant.toBool()) : std::nullopt;
+    return value.typeId() == QMetaType::Bool ? std::optional(value.toBool()) : std::nullopt;
 }
 
 } // namespace tunedeck::bus

@@ -7,8 +7,10 @@
 
 #include <optional>
 
-/// Values as they come over the bus, from strangers, made plain: every function answers a clean value or none, whatever
-/// type or size it is handed.
+class QDBusMessage;
+
+/// Values from the bus. A message may hold anything: it is made plain once, where it arrives, and the other functions
+/// read plain values. Every function answers a clean value or none, whatever type or size it gets.
 namespace tunedeck::bus {
 
 /// How many characters of any text are kept.
@@ -19,8 +21,11 @@ inline constexpr int maximumElements = 1'000;
 /// Turns what QtDBus leaves packed (maps, lists, structures, variants, object paths) into QVariantMap, QVariantList and
 /// QString. Lists and maps are cut at maximumElements; what is nested more than eight deep is left out.
 [[nodiscard]] QVariant plainValue(const QVariant &value);
-/// The map in `value`, empty if it holds none.
+/// The map in `value`, made plain; empty if `value` is no map.
 [[nodiscard]] QVariantMap plainMap(const QVariant &value);
+/// The argument at `index` of a message, made plain; invalid if the message has no such argument.
+[[nodiscard]] QVariant plainArgument(const QDBusMessage &message, qsizetype index);
+[[nodiscard]] QVariantMap plainMap(const QDBusMessage &message, qsizetype index);
 
 /// A text, or a list of texts joined with ", ": cut at maximumTextLength, control characters and line ends as spaces,
 /// trimmed. None where nothing is left.

@@ -114,10 +114,10 @@ QList<FollowablePlayer> MprisMusicApplication::followablePlayers() const
     return players;
 }
 
-void MprisMusicApplication::sampleAnew()
+void MprisMusicApplication::refreshPlayer()
 {
     if (m_player) {
-        m_player->readAnew();
+        m_player->refresh();
     }
 }
 
@@ -129,7 +129,7 @@ void MprisMusicApplication::setWatched(bool isWatched)
     }
     m_player->setSampled(isWatched);
     if (isWatched) {
-        m_player->readAnew();
+        m_player->refresh();
     }
 }
 

@@ -50,7 +50,7 @@ public:
     /// The players on the bus, each family once, in the order in which they came.
     [[nodiscard]] QList<FollowablePlayer> followablePlayers() const;
     /// Asks the player anew for everything it does not announce.
-    void sampleAnew();
+    void refreshPlayer();
 
     [[nodiscard]] bool isRunning() const override;
     [[nodiscard]] bool isResponding() const override;

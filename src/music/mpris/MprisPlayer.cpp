@@ -3,11 +3,8 @@
 
 #include "music/mpris/BusValue.h"
 #include "music/mpris/MprisNames.h"
-#include "music/mpris/PlayerChoice.h"
 
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
-#include <QDBusVariant>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -19,7 +16,6 @@ namespace {
 
 using ReadPurpose = PlayerMirror::ReadPurpose;
 
-constexpr Milliseconds deadline{1'000};
 /// For how long, at the most, an unanswered question to a player that does not respond is left standing. Asking anew at
 /// once keeps one question in the player's inbox, so a frozen player is back the moment it thaws.
 constexpr Milliseconds longestDeadline{8'000};
@@ -39,28 +35,12 @@ constexpr int maximumRefusals = 5;
 constexpr qsizetype maximumInbox = 32;
 constexpr double microsecondsPerSecond = 1e6;
 
-bool isError(const QDBusMessage &reply)
-{
-    return reply.type() == QDBusMessage::ErrorMessage;
-}
-
-bool isUnanswered(const QDBusMessage &reply)
-{
-    const QDBusError::ErrorType error = QDBusError(reply).type();
-    return error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut;
-}
-
 /// The desktop entry that a player with these root properties names; empty for what cannot be the name of a file.
 QString decodeDesktopEntry(const QVariantMap &properties)
 {
     constexpr qsizetype longestFileName = 255;
     const QString entry = bus::text(properties.value(QStringLiteral("DesktopEntry"))).value_or(QString());
     return entry.contains(u'/') || entry.size() > longestFileName ? QString() : entry;
-}
-
-QVariant argument(const QDBusMessage &message, qsizetype index)
-{
-    return message.arguments().value(index);
 }
 
 /// Track ids come as paths, as texts, or not at all; a seek has to name one that is a path.
@@ -83,16 +63,30 @@ QString loopText(LoopStatus status)
     return {};
 }
 
+QString methodOf(MprisPlayer::Command command)
+{
+    switch (command) {
+    case MprisPlayer::Command::PlayPause:
+        return QStringLiteral("PlayPause");
+    case MprisPlayer::Command::Stop:
+        return QStringLiteral("Stop");
+    case MprisPlayer::Command::Next:
+        return QStringLiteral("Next");
+    case MprisPlayer::Command::Previous:
+        return QStringLiteral("Previous");
+    }
+    return {};
+}
+
 } // namespace
 
-MprisPlayer::MprisPlayer(const QDBusConnection &bus, const QString &owner, const QString &name, Arrival arrival,
+MprisPlayer::MprisPlayer(const QDBusConnection &connection, const QString &owner, const QString &name, Arrival arrival,
     Clock clock, QObject *parent)
     : QObject(parent)
-    , m_bus(bus)
-    , m_owner(owner)
     , m_name(name)
     , m_clock(std::move(clock))
-    , m_readDeadline(deadline)
+    , m_calls(connection, owner, this)
+    , m_readDeadline(bus::deadline)
 {
     if (arrival == Arrival::JustCame) {
         m_mirror.distrustFirstReport();
@@ -117,55 +111,17 @@ MprisPlayer::MprisPlayer(const QDBusConnection &bus, const QString &owner, const
     m_sampleUnderWay.setInterval(underWay);
     connect(&m_sampleUnderWay, &QTimer::timeout, this, &MprisPlayer::samplePosition);
 
-    subscribe();
-    askForProcessId();
+    connect(&m_calls, &PlayerCalls::respondingChanged, this, &MprisPlayer::handleRespondingChanged);
+
+    subscribe(connection);
+    askForProcessId(connection);
     askWhatItIs();
     read(ReadPurpose::Everything);
-}
-
-const QString &MprisPlayer::owner() const
-{
-    return m_owner;
-}
-
-const QString &MprisPlayer::name() const
-{
-    return m_name;
-}
-
-std::optional<qint64> MprisPlayer::processId() const
-{
-    return m_processId;
 }
 
 QString MprisPlayer::identity() const
 {
     return m_identity.isEmpty() ? m_name : m_identity;
-}
-
-const QString &MprisPlayer::desktopEntry() const
-{
-    return m_desktopEntry;
-}
-
-bool MprisPlayer::isAttached() const
-{
-    return m_isAttached;
-}
-
-bool MprisPlayer::hasBeenAsked() const
-{
-    return m_hasBeenAsked;
-}
-
-bool MprisPlayer::isResponding() const
-{
-    return m_isResponding;
-}
-
-const PlayerMirror &MprisPlayer::mirror() const
-{
-    return m_mirror;
 }
 
 void MprisPlayer::setSampled(bool isSampled)
@@ -178,7 +134,7 @@ void MprisPlayer::setSampled(bool isSampled)
     updateSampling();
 }
 
-void MprisPlayer::readAnew()
+void MprisPlayer::refresh()
 {
     m_mirror.takeNextSample();
     read(ReadPurpose::Everything);
@@ -186,29 +142,26 @@ void MprisPlayer::readAnew()
 
 bool MprisPlayer::askForPlayPause()
 {
-    if (!takesCommands() || m_playPauseIsUnanswered) {
+    if (!takesCommands() || m_unanswered.testAnyFlags(Command::PlayPause | Command::Stop)) {
         return false;
     }
     const bool isPlaying = m_mirror.status() == PlaybackStatus::Playing;
-    m_sendsStop = isPlaying && !m_mirror.canPause();
-    const PlaybackStatus idle = m_sendsStop ? PlaybackStatus::Stopped : PlaybackStatus::Paused;
+    m_toggle = isPlaying && !m_mirror.canPause() ? Command::Stop : Command::PlayPause;
+    const PlaybackStatus idle = m_toggle == Command::Stop ? PlaybackStatus::Stopped : PlaybackStatus::Paused;
     apply(m_mirror.askedForStatus(isPlaying ? idle : PlaybackStatus::Playing, now()));
     return true;
 }
 
 void MprisPlayer::sendPlayPause()
 {
-    m_playPauseIsUnanswered = true;
-    callPlayer(
-        m_sendsStop ? QStringLiteral("Stop") : QStringLiteral("PlayPause"), {}, [this](const QDBusMessage &reply) {
-            m_playPauseIsUnanswered = false;
-            if (isError(reply)) {
-                apply(m_mirror.commandFailed(now()));
-            } else {
-                m_mirror.commandAnswered(now());
-                scheduleSettling();
-            }
-        });
+    send(m_toggle, [this](const QDBusMessage &reply) {
+        if (bus::isError(reply)) {
+            apply(m_mirror.commandFailed(now()));
+        } else {
+            m_mirror.commandAnswered(now());
+            scheduleSettling();
+        }
+    });
 }
 
 void MprisPlayer::dropPlayPause()
@@ -218,12 +171,12 @@ void MprisPlayer::dropPlayPause()
 
 bool MprisPlayer::next()
 {
-    return takesCommands() && m_mirror.canGoNext() && sendOnce(QStringLiteral("Next"), m_nextIsUnanswered);
+    return takesCommands() && m_mirror.canGoNext() && sendOnce(Command::Next);
 }
 
 bool MprisPlayer::previous()
 {
-    return takesCommands() && m_mirror.canGoPrevious() && sendOnce(QStringLiteral("Previous"), m_previousIsUnanswered);
+    return takesCommands() && m_mirror.canGoPrevious() && sendOnce(Command::Previous);
 }
 
 bool MprisPlayer::setPosition(double seconds)
@@ -234,8 +187,7 @@ bool MprisPlayer::setPosition(double seconds)
     // Beyond the end most players skip to the next track; some do so in the last moment before it, or below 0.
     const double latest = std::max(0.0, m_mirror.track().length.value_or(1e9) - 1);
     const double target = std::clamp(seconds, 0.0, latest);
-    m_position.value = target;
-    sendWantedPosition();
+    m_wantedPosition.want(target);
     apply(m_mirror.askedForPosition(target, now()));
     return true;
 }
@@ -245,8 +197,7 @@ bool MprisPlayer::setVolume(double volume)
     if (!takesCommands() || !m_mirror.volume()) {
         return false;
     }
-    m_volume.value = volume;
-    sendWantedVolume();
+    m_wantedVolume.want(volume);
     apply(m_mirror.askedForVolume(volume, now()));
     return true;
 }
@@ -256,7 +207,7 @@ bool MprisPlayer::setShuffle(bool enabled)
     if (!takesCommands()) {
         return false;
     }
-    setProperty(QStringLiteral("Shuffle"), enabled,
+    m_calls.setProperty(QStringLiteral("Shuffle"), enabled,
         [this](const QDBusMessage &) { readAfter(effect, ReadPurpose::Everything); });
     return true;
 }
@@ -266,67 +217,69 @@ bool MprisPlayer::setLoopStatus(LoopStatus status)
     if (!takesCommands()) {
         return false;
     }
-    setProperty(QStringLiteral("LoopStatus"), loopText(status),
+    m_calls.setProperty(QStringLiteral("LoopStatus"), loopText(status),
         [this](const QDBusMessage &) { readAfter(effect, ReadPurpose::Everything); });
     return true;
 }
 
 // What the player says
 
-void MprisPlayer::subscribe()
+void MprisPlayer::subscribe(const QDBusConnection &connection)
 {
-    m_bus.connect(m_owner, mpris::objectPath, mpris::propertiesInterface, QStringLiteral("PropertiesChanged"), this,
+    QDBusConnection bus = connection;
+    bus.connect(owner(), mpris::objectPath, mpris::propertiesInterface, QStringLiteral("PropertiesChanged"), this,
         SLOT(onPropertiesChanged(QDBusMessage)));
-    m_bus.connect(m_owner, mpris::objectPath, mpris::playerInterface, QStringLiteral("Seeked"), this,
+    bus.connect(owner(), mpris::objectPath, mpris::playerInterface, QStringLiteral("Seeked"), this,
         SLOT(onSeeked(QDBusMessage)));
 }
 
-void MprisPlayer::askForProcessId()
+void MprisPlayer::askForProcessId(const QDBusConnection &connection)
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        mpris::busService, mpris::busPath, mpris::busService, QStringLiteral("GetConnectionUnixProcessID"));
-    message.setArguments({m_owner});
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, int(deadline.count())), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        if (const std::optional<double> processId = bus::number(argument(watcher->reply(), 0))) {
-            m_processId = qint64(*processId);
-        }
-    });
+    bus::send(connection, bus::daemonCall(QStringLiteral("GetConnectionUnixProcessID"), {owner()}), this,
+        [this](const QDBusMessage &reply) {
+            if (const std::optional<double> processId = bus::number(bus::plainArgument(reply, 0))) {
+                m_processId = qint64(*processId);
+            }
+        });
 }
 
 void MprisPlayer::askWhatItIs()
 {
-    call(mpris::propertiesInterface, QStringLiteral("GetAll"), {mpris::rootInterface}, deadline,
-        [this](const QDBusMessage &reply) {
-            const QVariantMap properties = bus::plainMap(argument(reply, 0));
-            m_desktopEntry = decodeDesktopEntry(properties);
-            m_identity = bus::text(properties.value(QStringLiteral("Identity"))).value_or(QString());
-            Q_EMIT identityChanged();
-        });
+    m_calls.getAll(mpris::rootInterface, [this](const QDBusMessage &reply) {
+        const QVariantMap properties = bus::plainMap(reply, 0);
+        m_desktopEntry = decodeDesktopEntry(properties);
+        m_identity = bus::text(properties.value(QStringLiteral("Identity"))).value_or(QString());
+        Q_EMIT identityChanged();
+    });
 }
 
 void MprisPlayer::read(ReadPurpose purpose)
 {
     m_readSoon.stop();
-    if (m_readIsUnanswered) {
+    if (m_readUnderWay) {
         m_nextRead = m_nextRead == ReadPurpose::Everything ? ReadPurpose::Everything : purpose;
         return;
     }
-    m_readIsUnanswered = true;
-    m_readPurpose = purpose;
-    call(mpris::propertiesInterface, QStringLiteral("GetAll"), {mpris::playerInterface}, m_readDeadline,
-        [this](const QDBusMessage &reply) {
-            m_readIsUnanswered = false;
-            if (isError(reply)) {
-                readFailed(reply);
-            } else {
-                takeRead(reply);
-            }
-            if (!std::exchange(m_hasBeenAsked, true)) {
-                Q_EMIT asked();
-            }
-        });
+    m_readUnderWay = purpose;
+    m_calls.getAll(
+        mpris::playerInterface, [this](const QDBusMessage &reply) { handleRead(reply); }, m_readDeadline);
+}
+
+void MprisPlayer::handleRead(const QDBusMessage &reply)
+{
+    const ReadPurpose purpose = *std::exchange(m_readUnderWay, std::nullopt);
+    const bool isFirstAnswer = m_attachment == Attachment::Unasked;
+    if (bus::isError(reply)) {
+        handleFailedRead(reply);
+    } else {
+        applyRead(bus::plainMap(reply, 0), purpose);
+    }
+    if (isFirstAnswer) {
+        if (m_attachment == Attachment::Unasked) {
+            m_attachment = Attachment::Waiting;
+        }
+        Q_EMIT asked();
+    }
 }
 
 void MprisPlayer::readAfter(Milliseconds delay, ReadPurpose purpose)
@@ -340,33 +293,32 @@ void MprisPlayer::readAfter(Milliseconds delay, ReadPurpose purpose)
     later->start(delay);
 }
 
-void MprisPlayer::takeRead(const QDBusMessage &reply)
+void MprisPlayer::applyRead(const QVariantMap &properties, ReadPurpose purpose)
 {
-    m_readDeadline = deadline;
-    const QVariantMap properties = bus::plainMap(argument(reply, 0));
-    // One player answers with an empty map for an interface it does not have.
-    if (!m_isAttached && !properties.contains(QStringLiteral("PlaybackStatus"))) {
+    m_readDeadline = bus::deadline;
+    // Lollypop answers with an empty map for an interface that it does not have.
+    if (!isAttached() && !properties.contains(QStringLiteral("PlaybackStatus"))) {
         return;
     }
-    const PlayerMirror::Changes changes = m_mirror.read(decodePlayerProperties(properties), m_readPurpose, now());
-    if (!std::exchange(m_isAttached, true)) {
+    const PlayerMirror::Changes changes = m_mirror.read(decodePlayerProperties(properties), purpose, now());
+    if (std::exchange(m_attachment, Attachment::Attached) != Attachment::Attached) {
         Q_EMIT attached();
         if (m_mirror.mayPlayThoughStopped()) {
             readAfter(movementOfStopped, ReadPurpose::AllButModes);
         }
     }
     apply(changes);
-    if (const auto purpose = std::exchange(m_nextRead, std::nullopt)) {
-        read(*purpose);
+    if (const auto next = std::exchange(m_nextRead, std::nullopt)) {
+        read(*next);
     }
 }
 
-void MprisPlayer::readFailed(const QDBusMessage &reply)
+void MprisPlayer::handleFailedRead(const QDBusMessage &reply)
 {
-    if (isUnanswered(reply)) {
+    if (bus::isUnanswered(QDBusError(reply))) {
         m_readDeadline = std::min(m_readDeadline * 2, longestDeadline);
         read(ReadPurpose::Everything);
-    } else if (!m_isAttached && ++m_refusals < maximumRefusals) {
+    } else if (!isAttached() && ++m_refusals < maximumRefusals) {
         // Players take their name before they are ready to answer.
         readAfter(patienceWithRefusal, ReadPurpose::Everything);
     }
@@ -374,7 +326,7 @@ void MprisPlayer::readFailed(const QDBusMessage &reply)
 
 void MprisPlayer::samplePosition()
 {
-    if (!m_isAttached || !m_isResponding) {
+    if (!isAttached() || !isResponding()) {
         return;
     }
     // A stream may change its title without a word. And one player ends when it is asked for a property that it has not
@@ -383,10 +335,10 @@ void MprisPlayer::samplePosition()
         read(ReadPurpose::AllButModes);
         return;
     }
-    call(mpris::propertiesInterface, QStringLiteral("Get"), {mpris::playerInterface, QStringLiteral("Position")},
-        deadline, [this](const QDBusMessage &reply) {
-            if (const std::optional<double> position = decodePosition(argument(reply, 0));
-                position && !isError(reply)) {
+    m_calls.call(mpris::propertiesInterface, QStringLiteral("Get"),
+        {mpris::playerInterface, QStringLiteral("Position")}, [this](const QDBusMessage &reply) {
+            if (const std::optional<double> position = decodePosition(bus::plainArgument(reply, 0));
+                position && !bus::isError(reply)) {
                 apply(m_mirror.positionRead(*position, now()));
             }
         });
@@ -394,7 +346,7 @@ void MprisPlayer::samplePosition()
 
 void MprisPlayer::onPropertiesChanged(const QDBusMessage &signal)
 {
-    if (argument(signal, 0).toString() != mpris::playerInterface) {
+    if (bus::plainArgument(signal, 0).toString() != mpris::playerInterface) {
         return;
     }
     onSignal(signal);
@@ -411,35 +363,35 @@ void MprisPlayer::onSignal(const QDBusMessage &signal)
     // A player that floods the bus fills one turn of the event loop with signals. The last few are enough, since a full
     // read follows them.
     if (m_inbox.isEmpty()) {
-        QMetaObject::invokeMethod(this, &MprisPlayer::takeInbox, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &MprisPlayer::handleInbox, Qt::QueuedConnection);
     } else if (m_inbox.size() == maximumInbox) {
         m_inbox.removeFirst();
     }
     m_inbox.append(signal);
 }
 
-void MprisPlayer::takeInbox()
+void MprisPlayer::handleInbox()
 {
-    heardFromPlayer();
+    m_calls.noteSignOfLife();
     const QList<QDBusMessage> inbox = std::exchange(m_inbox, {});
     for (const QDBusMessage &signal : inbox) {
         if (signal.member() == u"Seeked") {
-            takeSeeked(signal);
+            handleSeeked(signal);
         } else {
-            takePropertiesChanged(signal);
+            handlePropertiesChanged(signal);
         }
     }
 }
 
-void MprisPlayer::takePropertiesChanged(const QDBusMessage &signal)
+void MprisPlayer::handlePropertiesChanged(const QDBusMessage &signal)
 {
     if (!m_readSoon.isActive()) {
         m_readSoon.start();
     }
-    if (!m_isAttached) {
+    if (!isAttached()) {
         return;
     }
-    const PlayerReport report = decodePlayerProperties(bus::plainMap(argument(signal, 1)));
+    const PlayerReport report = decodePlayerProperties(bus::plainMap(signal, 1));
     const PlayerMirror::Changes changes = m_mirror.announced(report, now());
     if (report.track && m_mirror.mayPlayThoughStopped()) {
         readAfter(movementOfStopped, ReadPurpose::AllButModes);
@@ -447,9 +399,10 @@ void MprisPlayer::takePropertiesChanged(const QDBusMessage &signal)
     apply(changes);
 }
 
-void MprisPlayer::takeSeeked(const QDBusMessage &signal)
+void MprisPlayer::handleSeeked(const QDBusMessage &signal)
 {
-    if (const std::optional<double> position = decodePosition(argument(signal, 0)); position && m_isAttached) {
+    if (const std::optional<double> position = decodePosition(bus::plainArgument(signal, 0));
+        position && isAttached()) {
         apply(m_mirror.seeked(*position, now()));
     }
     m_sampleUnderWay.start();
@@ -458,81 +411,43 @@ void MprisPlayer::takeSeeked(const QDBusMessage &signal)
 
 // What is asked of the player
 
-void MprisPlayer::call(const QString &interface, const QString &method, const QVariantList &arguments,
-    Milliseconds patience, const ReplyHandler &handler)
+bool MprisPlayer::sendOnce(Command command)
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(m_owner, mpris::objectPath, interface, method);
-    message.setAutoStartService(false);
-    message.setArguments(arguments);
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, int(patience.count())), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, handler] {
-        watcher->deleteLater();
-        const QDBusMessage reply = watcher->reply();
-        if (isError(reply) && isUnanswered(reply)) {
-            stopResponding();
-        } else if (reply.service() == m_owner) {
-            // Otherwise it is the bus that answers, for a player that is gone.
-            heardFromPlayer();
-        }
-        handler(reply);
-    });
+    if (m_unanswered.testFlag(command)) {
+        return false;
+    }
+    send(command, [](const QDBusMessage &) {});
+    return true;
 }
 
-void MprisPlayer::callPlayer(const QString &method, const QVariantList &arguments, const ReplyHandler &handler)
+void MprisPlayer::send(Command command, const bus::ReplyHandler &handler)
 {
-    call(mpris::playerInterface, method, arguments, deadline, [this, handler](const QDBusMessage &reply) {
+    m_unanswered.setFlag(command);
+    m_calls.call(mpris::playerInterface, methodOf(command), {}, [this, command, handler](const QDBusMessage &reply) {
+        m_unanswered.setFlag(command, false);
         handler(reply);
         readAfter(effect, ReadPurpose::AllButModes);
     });
 }
 
-void MprisPlayer::setProperty(const QString &property, const QVariant &value, const ReplyHandler &handler)
+void MprisPlayer::sendPosition(double seconds)
 {
-    call(mpris::propertiesInterface, QStringLiteral("Set"),
-        {mpris::playerInterface, property, QVariant::fromValue(QDBusVariant(value))}, deadline, handler);
-}
-
-bool MprisPlayer::sendOnce(const QString &method, bool &isUnansweredYet)
-{
-    if (isUnansweredYet) {
-        return false;
-    }
-    isUnansweredYet = true;
-    callPlayer(method, {}, [&isUnansweredYet](const QDBusMessage &) { isUnansweredYet = false; });
-    return true;
-}
-
-void MprisPlayer::sendWantedPosition()
-{
-    if (m_position.isUnanswered || !m_position.value) {
-        return;
-    }
-    const double seconds = *std::exchange(m_position.value, std::nullopt);
-    m_position.isUnanswered = true;
     m_sampleUnderWay.start();
     const QVariant path = QVariant::fromValue(trackPath(m_mirror.reportedTrackId()));
     const QVariant microseconds = qlonglong(std::llround(seconds * microsecondsPerSecond));
-    call(mpris::playerInterface, QStringLiteral("SetPosition"), {path, microseconds}, deadline,
-        [this](const QDBusMessage &) {
-            m_position.isUnanswered = false;
-            sendWantedPosition();
-        });
+    m_calls.call(mpris::playerInterface, QStringLiteral("SetPosition"), {path, microseconds},
+        [this](const QDBusMessage &) { m_wantedPosition.answered(); });
 }
 
-void MprisPlayer::sendWantedVolume()
+void MprisPlayer::sendVolume(double volume)
 {
-    if (m_volume.isUnanswered || !m_volume.value) {
-        return;
-    }
-    const double volume = *std::exchange(m_volume.value, std::nullopt);
-    m_volume.isUnanswered = true;
-    setProperty(QStringLiteral("Volume"), volume, [this](const QDBusMessage &) {
-        m_volume.isUnanswered = false;
-        if (m_volume.value && m_isResponding) {
-            sendWantedVolume();
+    m_calls.setProperty(QStringLiteral("Volume"), volume, [this](const QDBusMessage &) {
+        if (!isResponding()) {
+            m_wantedVolume.forget();
+        }
+        if (m_wantedVolume.answered()) {
             return;
         }
-        m_volume.value.reset();
         m_mirror.volumeAnswered(now());
         scheduleSettling();
         readAfter(volumeEffect, ReadPurpose::AllButModes);
@@ -541,31 +456,20 @@ void MprisPlayer::sendWantedVolume()
 
 bool MprisPlayer::takesCommands() const
 {
-    return m_isAttached && m_isResponding && m_mirror.canControl();
+    return isAttached() && isResponding() && m_mirror.canControl();
 }
 
-void MprisPlayer::heardFromPlayer()
+void MprisPlayer::handleRespondingChanged(bool responding)
 {
-    if (std::exchange(m_isResponding, true)) {
-        return;
+    if (responding) {
+        m_readDeadline = bus::deadline;
+    } else {
+        m_wantedPosition.forget();
     }
-    m_mirror.setResponding(true, now());
-    m_readDeadline = deadline;
+    m_mirror.setResponding(responding, now());
     read(ReadPurpose::Everything);
     updateSampling();
-    Q_EMIT respondingChanged(true);
-}
-
-void MprisPlayer::stopResponding()
-{
-    if (!std::exchange(m_isResponding, false)) {
-        return;
-    }
-    m_position.value.reset();
-    m_mirror.setResponding(false, now());
-    updateSampling();
-    read(ReadPurpose::Everything);
-    Q_EMIT respondingChanged(false);
+    Q_EMIT respondingChanged(responding);
 }
 
 void MprisPlayer::apply(PlayerMirror::Changes changes)
@@ -591,7 +495,7 @@ void MprisPlayer::scheduleSettling()
 
 void MprisPlayer::updateSampling()
 {
-    if (!m_isSampled || !m_isResponding || m_mirror.status() != PlaybackStatus::Playing) {
+    if (!m_isSampled || !isResponding() || m_mirror.status() != PlaybackStatus::Playing) {
         m_sample.stop();
         return;
     }

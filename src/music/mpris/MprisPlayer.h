@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "music/mpris/LatestWanted.h"
+#include "music/mpris/PlayerCalls.h"
 #include "music/mpris/PlayerMirror.h"
 
 #include <QDBusConnection>
@@ -8,7 +10,6 @@
 #include <QObject>
 #include <QTimer>
 
-#include <functional>
 #include <optional>
 
 namespace tunedeck {
@@ -22,31 +23,33 @@ class MprisPlayer : public QObject {
 public:
     /// Whether the player was on the bus before anyone looked, or came while we looked on.
     enum class Arrival { WasThere, JustCame };
+    enum class Command { PlayPause = 1, Stop = 2, Next = 4, Previous = 8 };
+    Q_DECLARE_FLAGS(Commands, Command)
 
     /// `owner` is the player's unique name on the bus, so that no call can start a program; `name` is what stands
     /// behind "org.mpris.MediaPlayer2.". The player is asked at once for all it says of itself.
-    MprisPlayer(const QDBusConnection &bus, const QString &owner, const QString &name, Arrival arrival, Clock clock,
-        QObject *parent = nullptr);
+    MprisPlayer(const QDBusConnection &connection, const QString &owner, const QString &name, Arrival arrival,
+        Clock clock, QObject *parent = nullptr);
 
-    [[nodiscard]] const QString &owner() const;
-    [[nodiscard]] const QString &name() const;
-    [[nodiscard]] std::optional<qint64> processId() const;
+    [[nodiscard]] const QString &owner() const { return m_calls.owner(); }
+    [[nodiscard]] const QString &name() const { return m_name; }
+    [[nodiscard]] std::optional<qint64> processId() const { return m_processId; }
     /// What the player calls itself, else its bus name.
     [[nodiscard]] QString identity() const;
     /// Identifier of the player's desktop entry, without a slash and not longer than a file's name; empty where the
     /// player has named none.
-    [[nodiscard]] const QString &desktopEntry() const;
+    [[nodiscard]] const QString &desktopEntry() const { return m_desktopEntry; }
     /// Whether the player has once answered in full. Before that there is nothing to follow.
-    [[nodiscard]] bool isAttached() const;
+    [[nodiscard]] bool isAttached() const { return m_attachment == Attachment::Attached; }
     /// Whether the first question has been answered, refused or not answered in time.
-    [[nodiscard]] bool hasBeenAsked() const;
-    [[nodiscard]] bool isResponding() const;
-    [[nodiscard]] const PlayerMirror &mirror() const;
+    [[nodiscard]] bool hasBeenAsked() const { return m_attachment != Attachment::Unasked; }
+    [[nodiscard]] bool isResponding() const { return m_calls.isResponding(); }
+    [[nodiscard]] const PlayerMirror &mirror() const { return m_mirror; }
 
     /// Whether it is asked for its position from time to time while it plays: at first it is not.
     void setSampled(bool isSampled);
-    /// Asks the player anew for everything.
-    void readAnew();
+    /// Reads everything from the player again.
+    void refresh();
 
     /// @name Commands
     /// Each returns whether it was, or will be, sent. No two of one kind are under way at once: of seeks and volumes
@@ -80,76 +83,67 @@ private Q_SLOTS:
     void onSeeked(const QDBusMessage &signal);
 
 private:
-    using ReplyHandler = std::function<void(const QDBusMessage &reply)>;
-    /// The last value wanted (a position in seconds or a volume from 0 to 1), and whether the one before it is still
-    /// unanswered.
-    struct Wanted {
-        std::optional<double> value;
-        bool isUnanswered = false;
+    enum class Attachment {
+        Unasked, ///< the first question is not answered
+        Waiting, ///< the first question was refused or not answered in time
+        Attached
     };
 
-    void subscribe();
-    void askForProcessId();
+    void subscribe(const QDBusConnection &connection);
+    void askForProcessId(const QDBusConnection &connection);
     void askWhatItIs();
     void read(PlayerMirror::ReadPurpose purpose);
     void readAfter(Milliseconds delay, PlayerMirror::ReadPurpose purpose);
-    void takeRead(const QDBusMessage &reply);
-    void readFailed(const QDBusMessage &reply);
+    void handleRead(const QDBusMessage &reply);
+    void applyRead(const QVariantMap &properties, PlayerMirror::ReadPurpose purpose);
+    void handleFailedRead(const QDBusMessage &reply);
     void samplePosition();
     void onSignal(const QDBusMessage &signal);
-    void takeInbox();
-    void takePropertiesChanged(const QDBusMessage &signal);
-    void takeSeeked(const QDBusMessage &signal);
+    void handleInbox();
+    void handlePropertiesChanged(const QDBusMessage &signal);
+    void handleSeeked(const QDBusMessage &signal);
 
-    void call(const QString &interface, const QString &method, const QVariantList &arguments, Milliseconds patience,
-        const ReplyHandler &handler);
-    void callPlayer(const QString &method, const QVariantList &arguments, const ReplyHandler &handler);
-    void setProperty(const QString &property, const QVariant &value, const ReplyHandler &handler);
-    bool sendOnce(const QString &method, bool &isUnansweredYet);
-    void sendWantedPosition();
-    void sendWantedVolume();
+    bool sendOnce(Command command);
+    void send(Command command, const bus::ReplyHandler &handler);
+    void sendPosition(double seconds);
+    void sendVolume(double volume);
 
     [[nodiscard]] Instant now() const { return m_clock(); }
     [[nodiscard]] bool takesCommands() const;
-    void heardFromPlayer();
-    void stopResponding();
+    void handleRespondingChanged(bool responding);
     void apply(PlayerMirror::Changes changes);
     void scheduleSettling();
     void updateSampling();
 
-    QDBusConnection m_bus;
-    QString m_owner;
     QString m_name;
     Clock m_clock;
+    PlayerCalls m_calls;
     std::optional<qint64> m_processId;
     QString m_identity;
     QString m_desktopEntry;
 
     PlayerMirror m_mirror;
-    bool m_isAttached = false;
-    bool m_hasBeenAsked = false;
-    bool m_isResponding = true;
+    Attachment m_attachment = Attachment::Unasked;
     bool m_isSampled = false;
     bool m_announcesSeeks = false;
 
     QList<QDBusMessage> m_inbox;
-    bool m_readIsUnanswered = false;
+    std::optional<PlayerMirror::ReadPurpose> m_readUnderWay;
     std::optional<PlayerMirror::ReadPurpose> m_nextRead;
-    PlayerMirror::ReadPurpose m_readPurpose = PlayerMirror::ReadPurpose::Everything;
     Milliseconds m_readDeadline;
     int m_refusals = 0;
 
-    bool m_sendsStop = false;
-    bool m_playPauseIsUnanswered = false;
-    bool m_nextIsUnanswered = false;
-    bool m_previousIsUnanswered = false;
-    Wanted m_position;
-    Wanted m_volume;
+    Commands m_unanswered;
+    Command m_toggle = Command::PlayPause; ///< what sendPlayPause() sends
+    LatestWanted m_wantedPosition{[this](double seconds) { sendPosition(seconds); }};
+    LatestWanted m_wantedVolume{[this](double volume) { sendVolume(volume); }};
 
     QTimer m_readSoon{this};
     QTimer m_settle{this};
     QTimer m_sample{this};
     QTimer m_sampleUnderWay{this};
 };
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(MprisPlayer::Commands)
 
 } // namespace tunedeck

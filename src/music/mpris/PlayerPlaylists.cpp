@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlayerPlaylists.h"
 
+#include "music/mpris/BusCall.h"
+#include "music/mpris/BusValue.h"
 #include "music/mpris/MprisNames.h"
 #include "music/mpris/PlayerReport.h"
 #include "music/mpris/PlaylistFiles.h"
@@ -20,7 +22,6 @@ namespace tunedeck {
 
 namespace {
 
-constexpr Milliseconds deadline{1'000};
 /// For the list as a whole, however many pages it has.
 constexpr Milliseconds listDeadline{4'000};
 
@@ -51,16 +52,8 @@ bool opensPlaylistFiles(const QVariantMap &properties)
 /// Whether an error stands for no answer at all.
 bool isSilence(const QDBusError &error)
 {
-    switch (error.type()) {
-    case QDBusError::NoReply:
-    case QDBusError::Timeout:
-    case QDBusError::TimedOut:
-    case QDBusError::Disconnected:
-    case QDBusError::ServiceUnknown:
-        return true;
-    default:
-        return false;
-    }
+    return bus::isUnanswered(error) || error.type() == QDBusError::Disconnected
+        || error.type() == QDBusError::ServiceUnknown;
 }
 
 } // namespace
@@ -161,7 +154,7 @@ std::optional<QList<PlaylistDetails>> PlayerPlaylists::readPages(
         if (reply.type() == QDBusMessage::ErrorMessage) {
             return pages.reachesCount() ? std::optional(pages.playlists()) : std::nullopt;
         }
-        pages.add(reply.arguments().value(0));
+        pages.add(bus::plainArgument(reply, 0));
     }
     return pages.playlists();
 }
@@ -187,31 +180,31 @@ bool PlayerPlaylists::pauseWhatPlays() const
     }
     const QString command = report.canPause.value_or(true) ? QStringLiteral("Pause") : QStringLiteral("Stop");
     return report.canControl.value_or(true)
-        && ask(mpris::playerInterface, command, {}, deadline).type() == QDBusMessage::ReplyMessage;
+        && ask(mpris::playerInterface, command, {}, bus::deadline).type() == QDBusMessage::ReplyMessage;
 }
 
 bool PlayerPlaylists::activate(const QString &path) const
 {
     const QVariant playlist = QVariant::fromValue(QDBusObjectPath(path));
-    return ask(mpris::playlistsInterface, QStringLiteral("ActivatePlaylist"), {playlist}, deadline).type()
+    return ask(mpris::playlistsInterface, QStringLiteral("ActivatePlaylist"), {playlist}, bus::deadline).type()
         == QDBusMessage::ReplyMessage;
 }
 
 bool PlayerPlaylists::open(const QString &file) const
 {
     const QString address = QString::fromLatin1(QUrl::fromLocalFile(file).toEncoded());
-    return ask(mpris::playerInterface, QStringLiteral("OpenUri"), {address}, deadline).type()
+    return ask(mpris::playerInterface, QStringLiteral("OpenUri"), {address}, bus::deadline).type()
         == QDBusMessage::ReplyMessage;
 }
 
 std::optional<QVariantMap> PlayerPlaylists::properties(const QString &interface) const
 {
-    const QDBusMessage reply = ask(mpris::propertiesInterface, QStringLiteral("GetAll"), {interface}, deadline);
+    const QDBusMessage reply = ask(mpris::propertiesInterface, QStringLiteral("GetAll"), {interface}, bus::deadline);
     if (reply.type() == QDBusMessage::InvalidMessage) {
         return std::nullopt;
     }
     // Some players answer with an error for an interface they do not have, some with an empty map.
-    return bus::plainMap(reply.arguments().value(0));
+    return bus::plainMap(reply, 0);
 }
 
 QDBusMessage PlayerPlaylists::ask(
@@ -220,9 +213,7 @@ QDBusMessage PlayerPlaylists::ask(
     if (patience <= Milliseconds(0) || m_stop.stop_requested()) {
         return {};
     }
-    QDBusMessage message = QDBusMessage::createMethodCall(m_owner, mpris::objectPath, interface, method);
-    message.setAutoStartService(false);
-    message.setArguments(arguments);
+    const QDBusMessage message = bus::playerCall(m_owner, interface, method, arguments);
 
     // An event loop, since a call that waits by itself could not be interrupted by stopWaiting().
     QEventLoop loop; // waits on a worker thread

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlayerRegistry.h"
 
+#include "music/mpris/BusCall.h"
 #include "music/mpris/MprisNames.h"
 
-#include <QDBusPendingCallWatcher>
 #include <QDBusReply>
 
 #include <algorithm>
@@ -12,7 +12,6 @@ namespace tunedeck {
 
 namespace {
 
-constexpr int deadline = 1'000; // milliseconds
 /// One player gives up its name and takes it again within a few milliseconds whenever something goes wrong in it.
 constexpr Milliseconds graceForNames{10};
 
@@ -43,28 +42,18 @@ std::vector<MprisPlayer *> PlayerRegistry::players() const
     return result;
 }
 
-bool PlayerRegistry::isReady() const
-{
-    return m_isReady;
-}
-
 void PlayerRegistry::list()
 {
     if (!m_bus.isConnected()) {
         QMetaObject::invokeMethod(
-            this, [this] { takeList({}); }, Qt::QueuedConnection);
+            this, [this] { handleList({}); }, Qt::QueuedConnection);
         return;
     }
-    const QDBusMessage message = QDBusMessage::createMethodCall(
-        mpris::busService, mpris::busPath, mpris::busService, QStringLiteral("ListNames"));
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, deadline), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        takeList(watcher->reply().arguments().value(0).toStringList());
-    });
+    bus::send(m_bus, bus::daemonCall(QStringLiteral("ListNames")), this,
+        [this](const QDBusMessage &reply) { handleList(reply.arguments().value(0).toStringList()); });
 }
 
-void PlayerRegistry::takeList(const QStringList &names)
+void PlayerRegistry::handleList(const QStringList &names)
 {
     m_isListed = true;
     for (const QString &name : names) {
@@ -78,20 +67,15 @@ void PlayerRegistry::takeList(const QStringList &names)
 void PlayerRegistry::findOwner(const QString &name)
 {
     ++m_ownersToFind;
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        mpris::busService, mpris::busPath, mpris::busService, QStringLiteral("GetNameOwner"));
-    message.setArguments({name});
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, deadline), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, name] {
-        watcher->deleteLater();
+    const auto handleOwner = [this, name](const QDBusReply<QString> &owner) {
         --m_ownersToFind;
-        const QDBusReply<QString> owner = watcher->reply();
-        // Whoever has changed hands since then has been announced.
+        // A name that has changed hands since then has been announced.
         if (owner.isValid() && !m_owners.contains(name)) {
             add(name, owner.value(), MprisPlayer::Arrival::WasThere);
         }
         updateReady();
-    });
+    };
+    bus::send(m_bus, bus::daemonCall(QStringLiteral("GetNameOwner"), {name}), this, handleOwner);
 }
 
 void PlayerRegistry::ownerChanged(const QString &name, const QString &owner)

@@ -26,7 +26,7 @@ public:
     /// In the order in which they came to the bus.
     [[nodiscard]] std::vector<MprisPlayer *> players() const;
     /// Whether everyone who was there at the start has been found and asked.
-    [[nodiscard]] bool isReady() const;
+    [[nodiscard]] bool isReady() const { return m_isReady; }
 
 Q_SIGNALS:
     void ready();
@@ -38,7 +38,7 @@ Q_SIGNALS:
 
 private:
     void list();
-    void takeList(const QStringList &names);
+    void handleList(const QStringList &names);
     void findOwner(const QString &name);
     void ownerChanged(const QString &name, const QString &owner);
     void add(const QString &name, const QString &owner, MprisPlayer::Arrival arrival);

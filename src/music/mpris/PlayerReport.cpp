@@ -52,7 +52,7 @@ std::optional<double> decodeVolume(const QVariant &value)
 
 std::optional<TrackDetails> decodeTrack(const QVariantMap &properties)
 {
-    const QVariant metadata = bus::plainValue(properties.value(QStringLiteral("Metadata")));
+    const QVariant metadata = properties.value(QStringLiteral("Metadata"));
     return metadata.typeId() == QMetaType::QVariantMap ? std::optional(decodeMetadata(metadata.toMap())) : std::nullopt;
 }
 

@@ -29,8 +29,8 @@ qint64 playlistId(const QString &path)
 
 std::optional<PlaylistDetails> decodePlaylist(const QVariant &value)
 {
-    const QVariantList fields = bus::plainValue(value).toList();
-    const std::optional<QString> path = pathFrom(bus::plainValue(fields.value(0)));
+    const QVariantList fields = value.toList();
+    const std::optional<QString> path = pathFrom(fields.value(0));
     if (!path) {
         return std::nullopt;
     }
@@ -40,7 +40,7 @@ std::optional<PlaylistDetails> decodePlaylist(const QVariant &value)
 
 std::optional<PlaylistDetails> decodeActivePlaylist(const QVariant &value)
 {
-    const QVariantList fields = bus::plainValue(value).toList();
+    const QVariantList fields = value.toList();
     const bool isThere = bus::boolean(fields.value(0)).value_or(false);
     return isThere ? decodePlaylist(fields.value(1)) : std::nullopt;
 }

@@ -10,7 +10,7 @@ PlaylistPages::PlaylistPages(std::optional<double> count)
 
 void PlaylistPages::add(const QVariant &page)
 {
-    const QVariantList elements = bus::plainValue(page).toList();
+    const QVariantList elements = page.toList();
     const qsizetype before = m_playlists.size();
     for (const QVariant &element : elements) {
         const std::optional<PlaylistDetails> playlist = decodePlaylist(element);

@@ -129,8 +129,8 @@ private Q_SLOTS:
 
     void aPathOrSignatureIsAText()
     {
-        QCOMPARE(bus::text(QVariant::fromValue(QDBusObjectPath(u"/track/1"_s))), u"/track/1"_s);
-        QCOMPARE(bus::text(QVariant::fromValue(QDBusSignature(u"as"_s))), u"as"_s);
+        QCOMPARE(bus::text(bus::plainValue(QVariant::fromValue(QDBusObjectPath(u"/track/1"_s)))), u"/track/1"_s);
+        QCOMPARE(bus::text(bus::plainValue(QVariant::fromValue(QDBusSignature(u"as"_s)))), u"as"_s);
     }
 
     void controlCharactersAreSpaces()
@@ -240,7 +240,7 @@ private Q_SLOTS:
     {
         QCOMPARE(bus::boolean(true), true);
         QCOMPARE(bus::boolean(false), false);
-        QCOMPARE(bus::boolean(variantOf(true)), true);
+        QCOMPARE(bus::boolean(bus::plainValue(variantOf(true))), true);
         QCOMPARE(bus::boolean(1), std::nullopt);
         QCOMPARE(bus::boolean(u"true"_s), std::nullopt);
         QCOMPARE(bus::boolean(QVariant()), std::nullopt);
@@ -251,14 +251,14 @@ private Q_SLOTS:
     void aVariantInAVariantIsWhatItHolds()
     {
         QCOMPARE(bus::plainValue(variantNested(8, 5)), QVariant(5));
-        QCOMPARE(bus::text(variantNested(3, u"A"_s)), u"A"_s);
-        QCOMPARE(bus::number(variantNested(3, 5.5)), 5.5);
+        QCOMPARE(bus::text(bus::plainValue(variantNested(3, u"A"_s))), u"A"_s);
+        QCOMPARE(bus::number(bus::plainValue(variantNested(3, 5.5))), 5.5);
     }
 
     void whatIsNestedMoreThanEightDeepIsLeftOut()
     {
         QCOMPARE(bus::plainValue(variantNested(9, 5)), QVariant());
-        QCOMPARE(bus::text(variantNested(60, u"A"_s)), std::nullopt);
+        QCOMPARE(bus::text(bus::plainValue(variantNested(60, u"A"_s))), std::nullopt);
     }
 
     void onlyAMapIsAMap()
@@ -336,16 +336,20 @@ private Q_SLOTS:
 
     void aListOfVariantsFromTheBusIsAListOfTexts()
     {
-        QCOMPARE(bus::texts(arrived(QVariantList({u"A"_s, 1, variantOf(u"B"_s)})), 32), QStringList({u"A"_s, u"B"_s}));
+        QCOMPARE(bus::texts(bus::plainValue(arrived(QVariantList({u"A"_s, 1, variantOf(u"B"_s)}))), 32),
+            QStringList({u"A"_s, u"B"_s}));
     }
 
     void aListOfPathsFromTheBusIsAListOfTexts()
     {
         const QList<QDBusObjectPath> paths{QDBusObjectPath(u"/a"_s), QDBusObjectPath(u"/b"_s)};
-        QCOMPARE(bus::texts(arrived(QVariant::fromValue(paths)), 32), QStringList({u"/a"_s, u"/b"_s}));
+        QCOMPARE(bus::texts(bus::plainValue(arrived(QVariant::fromValue(paths))), 32), QStringList({u"/a"_s, u"/b"_s}));
     }
 
-    void bytesFromTheBusAreNoText() { QCOMPARE(bus::text(arrived(QByteArray("So What"))), std::nullopt); }
+    void bytesFromTheBusAreNoText()
+    {
+        QCOMPARE(bus::text(bus::plainValue(arrived(QByteArray("So What")))), std::nullopt);
+    }
 
     void mapsNestedTooDeepAreLeftOut()
     {
@@ -375,7 +379,7 @@ private Q_SLOTS:
     void aHugeListFromTheBusIsCut()
     {
         QCOMPARE(bus::plainValue(arrived(QVariantList(20'000, 1))).toList().size(), 1'000);
-        QCOMPARE(bus::texts(arrived(QStringList(20'000, u"A"_s)), 32), QStringList(32, u"A"_s));
+        QCOMPARE(bus::texts(bus::plainValue(arrived(QStringList(20'000, u"A"_s))), 32), QStringList(32, u"A"_s));
     }
 
     void aHugeKeyFromTheBusIsCut()

@@ -204,7 +204,7 @@ void HostilePlayerTest::aPlayerThatListsNoPropertyIsNeverAskedForOne()
     QCOMPARE(m_music->soundVolume(), std::nullopt);
     QCOMPARE(m_music->shuffleEnabled(), std::nullopt);
     QCOMPARE(m_music->songRepeat(), std::nullopt);
-    m_music->sampleAnew();
+    m_music->refreshPlayer();
     QVERIFY(m_player->tell(u"next"_s));
     QVERIFY(elapse(*m_music->findChild<QTimer *>(u"sampleTimer"_s)));
     QVERIFY(comesToRest());

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlayerReport.h"
+#include "music/mpris/BusValue.h"
 #include "support/registerTest.h"
 
 #include <QDBusObjectPath>
@@ -87,7 +88,7 @@ private Q_SLOTS:
         QTest::newRow("bytes") << QVariant(QByteArray("Playing"));
         QTest::newRow("a list") << QVariant(QVariantList({1, 2}));
         QTest::newRow("texts") << QVariant(QStringList({u"Playing"_s, u"Paused"_s}));
-        QTest::newRow("a path") << QVariant::fromValue(QDBusObjectPath(u"/Playing"_s));
+        QTest::newRow("a path") << bus::plainValue(QVariant::fromValue(QDBusObjectPath(u"/Playing"_s)));
         QTest::newRow("not a number") << QVariant(notANumber);
         QTest::newRow("infinity") << QVariant(infinity);
         QTest::newRow("minus infinity") << QVariant(-infinity);
@@ -111,7 +112,7 @@ private Q_SLOTS:
         QCOMPARE(statusOf(u"Stopped"_s), PlaybackStatus::Stopped);
         QCOMPARE(statusOf(u"playing"_s), std::nullopt);
         QCOMPARE(statusOf(u"Buffering"_s), std::nullopt);
-        QCOMPARE(statusOf(QVariant::fromValue(QDBusVariant(u"Paused"_s))), PlaybackStatus::Paused);
+        QCOMPARE(statusOf(bus::plainValue(QVariant::fromValue(QDBusVariant(u"Paused"_s)))), PlaybackStatus::Paused);
     }
 
     void celluloidsBogusLoopStatusIsNone()
@@ -155,7 +156,7 @@ private Q_SLOTS:
         QCOMPARE(decodePosition(qlonglong(1)), 0.000001);
         QCOMPARE(decodePosition(qulonglong(1'500'000)), 1.5);
         QCOMPARE(decodePosition(2'500'000.0), 2.5);
-        QCOMPARE(decodePosition(QVariant::fromValue(QDBusVariant(3'000'000))), 3.0);
+        QCOMPARE(decodePosition(bus::plainValue(QVariant::fromValue(QDBusVariant(3'000'000)))), 3.0);
     }
 
     void mpvsNegativePositionAroundASeekIsTheStart()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlaylistDetails.h"
+#include "music/mpris/BusValue.h"
 #include "support/registerTest.h"
 
 #include <QDBusObjectPath>
@@ -73,8 +74,8 @@ private Q_SLOTS:
     {
         const QVariant asPath = QVariant::fromValue(QDBusObjectPath(path));
         const QVariant packed = QVariant::fromValue(QDBusVariant(asPath));
-        QCOMPARE(decodePlaylist(playlist(asPath, u"A"_s)), decodePlaylist(playlist(path, u"A"_s)));
-        QCOMPARE(decodePlaylist(playlist(packed, u"A"_s))->path, path);
+        QCOMPARE(decodePlaylist(playlist(bus::plainValue(asPath), u"A"_s)), decodePlaylist(playlist(path, u"A"_s)));
+        QCOMPARE(decodePlaylist(playlist(bus::plainValue(packed), u"A"_s))->path, path);
     }
 
     void theNameIsCleanText_data()

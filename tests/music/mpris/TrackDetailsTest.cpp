@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/TrackDetails.h"
+#include "music/mpris/BusValue.h"
 #include "support/registerTest.h"
 
 #include <QDBusObjectPath>
@@ -33,7 +34,7 @@ std::optional<double> lengthOf(const QVariant &microseconds)
     return decodeMetadata({{lengthKey, microseconds}}).length;
 }
 
-const QVariantMap soWhat{{trackIdKey, QVariant::fromValue(QDBusObjectPath(u"/track/1"_s))},
+const QVariantMap soWhat{{trackIdKey, bus::plainValue(QVariant::fromValue(QDBusObjectPath(u"/track/1"_s)))},
     {urlKey, u"file:///music/so%20what.flac"_s}, {titleKey, u"So What"_s}, {artistKey, QStringList({u"Miles Davis"_s})},
     {albumKey, u"Kind of Blue"_s}, {genreKey, QStringList({u"Jazz"_s})}, {lengthKey, qlonglong(545'000'000)}};
 
@@ -192,12 +193,13 @@ private Q_SLOTS:
     {
         const QString id = u"/org/strawberrymusicplayer/strawberry/Track/3"_s;
         QCOMPARE(decodeMetadata({{trackIdKey, id}}).trackId, id);
-        QCOMPARE(decodeMetadata({{trackIdKey, QVariant::fromValue(QDBusObjectPath(id))}}).trackId, id);
+        QCOMPARE(decodeMetadata({{trackIdKey, bus::plainValue(QVariant::fromValue(QDBusObjectPath(id)))}}).trackId, id);
     }
 
     void variantsInVariantsAreUnpacked()
     {
-        const QVariant title = QVariant::fromValue(QDBusVariant(QVariant::fromValue(QDBusVariant(u"So What"_s))));
+        const QVariant packed = QVariant::fromValue(QDBusVariant(QVariant::fromValue(QDBusVariant(u"So What"_s))));
+        const QVariant title = bus::plainValue(packed);
         QCOMPARE(decodeMetadata({{titleKey, title}}).title, u"So What"_s);
     }
 

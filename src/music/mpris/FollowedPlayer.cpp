@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include "music/mpris/FollowedPlayer.h"
+
+#include "platform/UserDefaults.h"
+
+#include <algorithm>
+
+namespace tunedeck {
+
+FollowedPlayer::FollowedPlayer(const QDBusConnection &bus, UserDefaults &defaults, QObject *parent)
+    : QObject(parent)
+    , m_defaults(defaults)
+    , m_registry(std::make_unique<PlayerRegistry>(bus))
+{
+    connectRegistry();
+    connect(&m_defaults, &UserDefaults::valueChanged, this, [this](const QString &key) {
+        if (key == SettingsKey::followedPlayer) {
+            reconsider();
+            remember();
+        }
+    });
+}
+
+void FollowedPlayer::setBus(const QDBusConnection &bus)
+{
+    follow(nullptr);
+    m_lastPlayed.clear();
+    m_registry = std::make_unique<PlayerRegistry>(bus);
+    connectRegistry();
+    Q_EMIT followablePlayersChanged();
+}
+
+void FollowedPlayer::connectRegistry()
+{
+    connect(m_registry.get(), &PlayerRegistry::playerAttached, this, &FollowedPlayer::handleAttached);
+    connect(m_registry.get(), &PlayerRegistry::playerChanged, this, &FollowedPlayer::handleChanged);
+    connect(m_registry.get(), &PlayerRegistry::playerRemoved, this, &FollowedPlayer::handleRemoved);
+    connect(m_registry.get(), &PlayerRegistry::playerRespondingChanged, this, [this](MprisPlayer *player) {
+        if (player == m_player) {
+            Q_EMIT respondingChanged(player->isResponding());
+        }
+    });
+    connect(m_registry.get(), &PlayerRegistry::ready, this, &FollowedPlayer::ready);
+}
+
+QList<FollowablePlayer> FollowedPlayer::followablePlayers() const
+{
+    QList<FollowablePlayer> players;
+    for (const PlayerCandidate &candidate : tunedeck::followablePlayers(candidates())) {
+        const QString family = playerFamily(candidate.name);
+        if (std::ranges::find(players, family, &FollowablePlayer::family) == players.end()) {
+            players.append({family, playerOf(candidate.owner)->identity()});
+        }
+    }
+    return players;
+}
+
+QStringList FollowedPlayer::entriesToLaunch() const
+{
+    QStringList entries{pinnedPlayersEntry(), m_defaults.stringForKey(SettingsKey::followedPlayer),
+        m_defaults.stringForKey(SettingsKey::lastFollowedPlayer)};
+    entries.removeAll(QString());
+    return entries;
+}
+
+void FollowedPlayer::handleAttached(MprisPlayer *player)
+{
+    if (player->mirror().status() == PlaybackStatus::Playing) {
+        m_lastPlayed[player->owner()] = ++m_plays;
+    }
+    connect(player, &MprisPlayer::identityChanged, this, &FollowedPlayer::remember);
+    connect(player, &MprisPlayer::identityChanged, this, &FollowedPlayer::followablePlayersChanged);
+    reconsider();
+    Q_EMIT followablePlayersChanged();
+}
+
+void FollowedPlayer::handleChanged(MprisPlayer *player, PlayerMirror::Changes changes)
+{
+    if (changes.status && player->mirror().status() == PlaybackStatus::Playing) {
+        m_lastPlayed[player->owner()] = ++m_plays;
+    }
+    if (player == m_player) {
+        Q_EMIT playerChanged(changes);
+    }
+    if (changes.status || changes.userInfo) {
+        reconsider();
+    }
+}
+
+void FollowedPlayer::handleRemoved(MprisPlayer *player)
+{
+    m_lastPlayed.remove(player->owner());
+    if (player == m_player) {
+        // The next player is chosen at once, so that both changes happen in one turn.
+        follow(nullptr);
+    }
+    reconsider();
+    Q_EMIT followablePlayersChanged();
+}
+
+QList<PlayerCandidate> FollowedPlayer::candidates() const
+{
+    QList<PlayerCandidate> candidates;
+    for (const MprisPlayer *player : m_registry->players()) {
+        if (!player->isAttached()) {
+            continue;
+        }
+        candidates.append({.owner = player->owner(),
+            .name = player->name(),
+            .processId = player->processId(),
+            .isPlaying = player->mirror().status() == PlaybackStatus::Playing,
+            .lastPlayed = m_lastPlayed.value(player->owner()),
+            .browserProcessId = player->mirror().track().browserProcessId});
+    }
+    return candidates;
+}
+
+void FollowedPlayer::reconsider()
+{
+    const std::optional<QString> owner = choosePlayer(
+        candidates(), m_defaults.stringForKey(SettingsKey::followedPlayer), m_player ? m_player->owner() : QString());
+    follow(owner ? playerOf(*owner) : nullptr);
+}
+
+void FollowedPlayer::follow(MprisPlayer *player)
+{
+    if (player == m_player) {
+        return;
+    }
+    const bool wasResponding = isResponding();
+    if (MprisPlayer *former = std::exchange(m_player, nullptr)) {
+        Q_EMIT left(former);
+    }
+    if (player) {
+        m_player = player;
+        remember();
+        Q_EMIT followed(player);
+    }
+    if (isResponding() != wasResponding) {
+        Q_EMIT respondingChanged(isResponding());
+    }
+}
+
+void FollowedPlayer::remember()
+{
+    if (!m_player) {
+        return;
+    }
+    const QString entry = m_player->desktopEntry();
+    const QString family = playerFamily(m_player->name());
+    store(SettingsKey::lastFollowedPlayer, entry.isEmpty() ? family : entry);
+    if (family == m_defaults.stringForKey(SettingsKey::followedPlayer) && !entry.isEmpty()) {
+        store(SettingsKey::followedPlayerEntry, family + u'/' + entry);
+    }
+}
+
+void FollowedPlayer::store(const QString &key, const QString &text)
+{
+    if (m_defaults.stringForKey(key) != text) {
+        m_defaults.setValue(key, text);
+    }
+}
+
+QString FollowedPlayer::pinnedPlayersEntry() const
+{
+    const QString known = m_defaults.stringForKey(SettingsKey::followedPlayerEntry);
+    const QString pinned = m_defaults.stringForKey(SettingsKey::followedPlayer);
+    return known.section(u'/', 0, 0) == pinned ? known.section(u'/', 1) : QString();
+}
+
+MprisPlayer *FollowedPlayer::playerOf(const QString &owner) const
+{
+    const std::vector<MprisPlayer *> players = m_registry->players();
+    const auto found = std::ranges::find(players, owner, &MprisPlayer::owner);
+    return found == players.end() ? nullptr : *found;
+}
+
+} // namespace tunedeck

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "music/mpris/PlayerChoice.h"
+#include "music/mpris/PlayerRegistry.h"
+
+#include <QDBusConnection>
+#include <QHash>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+
+namespace tunedeck {
+
+class UserDefaults;
+
+/// A player that can be followed.
+struct FollowablePlayer {
+    QString family; ///< value of the setting "FollowedPlayer" that pins it
+    QString identity; ///< the name it gives itself; plain text
+
+    bool operator==(const FollowablePlayer &) const = default;
+};
+
+/// Follows one of the players on the bus, chosen by choosePlayer(), and stores in the settings how to launch it again.
+class FollowedPlayer : public QObject {
+    Q_OBJECT
+
+public:
+    /// `defaults` must outlive this object.
+    FollowedPlayer(const QDBusConnection &bus, UserDefaults &defaults, QObject *parent = nullptr);
+
+    /// Leaves the player, then looks for players on `bus`; for none if `bus` is not connected.
+    void setBus(const QDBusConnection &bus);
+
+    /// Null while no player is followed.
+    [[nodiscard]] MprisPlayer *player() const { return m_player; }
+    /// True also while no player is followed.
+    [[nodiscard]] bool isResponding() const { return !m_player || m_player->isResponding(); }
+    /// Whether the players that were on the bus at the start have been found.
+    [[nodiscard]] bool isReady() const { return m_registry->isReady(); }
+    /// The players on the bus, each family once, in the order in which they came.
+    [[nodiscard]] QList<FollowablePlayer> followablePlayers() const;
+    /// The desktop entries to try when the user opens Music: the pinned player's, then that of the player followed
+    /// last.
+    [[nodiscard]] QStringList entriesToLaunch() const;
+
+Q_SIGNALS:
+    void ready();
+    /// player() is null now; `former` still exists.
+    void left(tunedeck::MprisPlayer *former);
+    /// `player` is player() now. A change of player emits left() first, in the same turn of the event loop.
+    void followed(tunedeck::MprisPlayer *player);
+    /// The followed player has changed.
+    void playerChanged(tunedeck::PlayerMirror::Changes changes);
+    void respondingChanged(bool responding);
+    void followablePlayersChanged();
+
+private:
+    void connectRegistry();
+    void handleAttached(MprisPlayer *player);
+    void handleChanged(MprisPlayer *player, PlayerMirror::Changes changes);
+    void handleRemoved(MprisPlayer *player);
+
+    [[nodiscard]] QList<PlayerCandidate> candidates() const;
+    void reconsider();
+    void follow(MprisPlayer *player);
+    /// Stores what to open once the followed player does not run any more.
+    void remember();
+    void store(const QString &key, const QString &text);
+    /// The desktop entry that the pinned player had when it was followed; empty if none is known.
+    [[nodiscard]] QString pinnedPlayersEntry() const;
+    /// Null if no player has this owner.
+    [[nodiscard]] MprisPlayer *playerOf(const QString &owner) const;
+
+    UserDefaults &m_defaults;
+    std::unique_ptr<PlayerRegistry> m_registry;
+    MprisPlayer *m_player = nullptr;
+    QHash<QString, quint64> m_lastPlayed; ///< by owner: a number that grows with time
+    quint64 m_plays = 0;
+};
+
+} // namespace tunedeck

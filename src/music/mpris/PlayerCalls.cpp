@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include "music/mpris/PlayerCalls.h"
+
+#include "music/mpris/MprisNames.h"
+
+#include <QDBusVariant>
+
+namespace tunedeck {
+
+PlayerCalls::PlayerCalls(const QDBusConnection &bus, const QString &owner, QObject *parent)
+    : QObject(parent)
+    , m_bus(bus)
+    , m_owner(owner)
+{
+}
+
+void PlayerCalls::call(const QString &interface, const QString &method, const QVariantList &arguments,
+    const bus::ReplyHandler &handler, Milliseconds patience)
+{
+    const auto judgeAndHandle = [this, handler](const QDBusMessage &reply) {
+        if (bus::isError(reply) && bus::isUnanswered(QDBusError(reply))) {
+            setResponding(false);
+        } else if (reply.service() == m_owner) {
+            // Otherwise the bus answers for a player that is gone.
+            setResponding(true);
+        }
+        handler(reply);
+    };
+    bus::send(m_bus, bus::playerCall(m_owner, interface, method, arguments), this, judgeAndHandle, patience);
+}
+
+void PlayerCalls::getAll(const QString &interface, const bus::ReplyHandler &handler, Milliseconds patience)
+{
+    call(mpris::propertiesInterface, QStringLiteral("GetAll"), {interface}, handler, patience);
+}
+
+void PlayerCalls::setProperty(const QString &property, const QVariant &value, const bus::ReplyHandler &handler)
+{
+    call(mpris::propertiesInterface, QStringLiteral("Set"),
+        {mpris::playerInterface, property, QVariant::fromValue(QDBusVariant(value))}, handler);
+}
+
+void PlayerCalls::noteSignOfLife()
+{
+    setResponding(true);
+}
+
+void PlayerCalls::setResponding(bool responding)
+{
+    if (m_isResponding != responding) {
+        m_isResponding = responding;
+        Q_EMIT respondingChanged(responding);
+    }
+}
+
+} // namespace tunedeck
