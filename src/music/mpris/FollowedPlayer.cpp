@@ -7,10 +7,11 @@
 
 namespace tunedeck {
 
-FollowedPlayer::FollowedPlayer(const QDBusConnection &bus, UserDefaults &defaults, QObject *parent)
+FollowedPlayer::FollowedPlayer(const QDBusConnection &bus, UserDefaults &defaults, Clock clock, QObject *parent)
     : QObject(parent)
     , m_defaults(defaults)
-    , m_registry(std::make_unique<PlayerRegistry>(bus))
+    , m_clock(std::move(clock))
+    , m_registry(std::make_unique<PlayerRegistry>(bus, m_clock, this))
 {
     connectRegistry();
     connect(&m_defaults, &UserDefaults::valueChanged, this, [this](const QString &key) {
@@ -25,7 +26,7 @@ void FollowedPlayer::setBus(const QDBusConnection &bus)
 {
     follow(nullptr);
     m_lastPlayed.clear();
-    m_registry = std::make_unique<PlayerRegistry>(bus);
+    m_registry = std::make_unique<PlayerRegistry>(bus, m_clock, this);
     connectRegistry();
     Q_EMIT followablePlayersChanged();
 }

@@ -31,7 +31,7 @@ class FollowedPlayer : public QObject {
 
 public:
     /// `defaults` must outlive this object.
-    FollowedPlayer(const QDBusConnection &bus, UserDefaults &defaults, QObject *parent = nullptr);
+    FollowedPlayer(const QDBusConnection &bus, UserDefaults &defaults, Clock clock, QObject *parent = nullptr);
 
     /// Leaves the player, then looks for players on `bus`; for none if `bus` is not connected.
     void setBus(const QDBusConnection &bus);
@@ -77,6 +77,7 @@ private:
     [[nodiscard]] MprisPlayer *playerOf(const QString &owner) const;
 
     UserDefaults &m_defaults;
+    Clock m_clock;
     std::unique_ptr<PlayerRegistry> m_registry;
     MprisPlayer *m_player = nullptr;
     QHash<QString, quint64> m_lastPlayed; ///< by owner: a number that grows with time

@@ -2,9 +2,8 @@
 #pragma once
 
 #include "music/MusicApplication.h"
+#include "music/mpris/FollowedPlayer.h"
 #include "music/mpris/Instant.h"
-#include "music/mpris/PlayerChoice.h"
-#include "music/mpris/PlayerRegistry.h"
 #include "music/mpris/SeekRamp.h"
 
 #include <QDBusConnection>
@@ -19,14 +18,6 @@ namespace tunedeck {
 class ApplicationLauncher;
 class PlayerPlaylists;
 class UserDefaults;
-
-/// A player that can be followed.
-struct FollowablePlayer {
-    QString family; ///< what the setting "FollowedPlayer" calls it
-    QString identity; ///< what it calls itself; plain text
-
-    bool operator==(const FollowablePlayer &) const = default;
-};
 
 /// Music over MPRIS2: of the players on the session bus the one to follow; see choosePlayer(). A change to another
 /// player is Music quitting and launching.
@@ -46,14 +37,14 @@ public:
     /// followed is gone.
     void setBus(const QDBusConnection &bus);
     /// Whether the players that were there at the start have been found.
-    [[nodiscard]] bool isReady() const;
+    [[nodiscard]] bool isReady() const { return m_followed.isReady(); }
     /// The players on the bus, each family once, in the order in which they came.
-    [[nodiscard]] QList<FollowablePlayer> followablePlayers() const;
+    [[nodiscard]] QList<FollowablePlayer> followablePlayers() const { return m_followed.followablePlayers(); }
     /// Asks the player anew for everything it does not announce.
     void refreshPlayer();
 
-    [[nodiscard]] bool isRunning() const override;
-    [[nodiscard]] bool isResponding() const override;
+    [[nodiscard]] bool isRunning() const override { return player() != nullptr; }
+    [[nodiscard]] bool isResponding() const override { return m_followed.isResponding(); }
     bool activate() override;
     void setWatched(bool isWatched) override;
 
@@ -88,22 +79,12 @@ Q_SIGNALS:
     void followablePlayersChanged();
 
 private:
-    void followRegistry();
-    void playerAttached(MprisPlayer *player);
-    void playerChanged(MprisPlayer *player, PlayerMirror::Changes changes);
-    void playerRemoved(MprisPlayer *player);
+    [[nodiscard]] MprisPlayer *player() const { return m_followed.player(); }
+    void handleLeft(MprisPlayer *former);
+    void handleFollowed(MprisPlayer *player);
+    void handleChanged(PlayerMirror::Changes changes);
     void becomeReady();
 
-    [[nodiscard]] QList<PlayerCandidate> candidates() const;
-    void reconsiderPlayer();
-    void follow(MprisPlayer *player);
-    void changePlayer(MprisPlayer *player);
-    /// Keeps in mind what to open once the player that is followed does not run any more.
-    void rememberPlayer();
-    void remember(const QString &key, const QString &text);
-    /// The desktop entry that the pinned player had when it was followed; empty where none is known.
-    [[nodiscard]] QString pinnedPlayersEntry() const;
-    [[nodiscard]] MprisPlayer *playerOf(const std::optional<QString> &owner) const;
     /// Those of the player that is followed; null while there is none. May be called from any thread.
     [[nodiscard]] std::shared_ptr<PlayerPlaylists> playlists() const;
     /// Lets go whoever waits for the former ones.
@@ -119,14 +100,10 @@ private:
     void endSeek();
 
     QDBusConnection m_bus;
-    UserDefaults &m_defaults;
     ApplicationLauncher &m_launcher;
     Clock m_clock;
-    std::unique_ptr<PlayerRegistry> m_registry;
-    MprisPlayer *m_player = nullptr;
+    FollowedPlayer m_followed;
     bool m_isWatched = true;
-    QHash<QString, quint64> m_lastPlayed; ///< by owner: a number that grows with time
-    quint64 m_plays = 0;
 
     mutable std::mutex m_playlistsMutex;
     std::shared_ptr<PlayerPlaylists> m_playlists;
