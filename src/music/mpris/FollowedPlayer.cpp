@@ -1,11 +1,31 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/FollowedPlayer.h"
 
+#include "music/mpris/playersLog.h"
 #include "platform/UserDefaults.h"
 
 #include <algorithm>
 
 namespace tunedeck {
+
+namespace {
+
+const char *reasonText(FollowReason reason)
+{
+    switch (reason) {
+    case FollowReason::Pinned:
+        return "because it is pinned";
+    case FollowReason::Plays:
+        return "because it plays";
+    case FollowReason::PlayedLast:
+        return "because it played last";
+    case FollowReason::FirstOnBus:
+        return "because it was the first on the bus";
+    }
+    return "";
+}
+
+} // namespace
 
 FollowedPlayer::FollowedPlayer(const QDBusConnection &bus, UserDefaults &defaults, Clock clock, QObject *parent)
     : QObject(parent)
@@ -118,9 +138,13 @@ QList<PlayerCandidate> FollowedPlayer::candidates() const
 
 void FollowedPlayer::reconsider()
 {
-    const std::optional<QString> owner = choosePlayer(
+    const std::optional<PlayerDecision> decision = choosePlayer(
         candidates(), m_defaults.stringForKey(SettingsKey::followedPlayer), m_player ? m_player->owner() : QString());
-    follow(owner ? playerOf(*owner) : nullptr);
+    MprisPlayer *player = decision ? playerOf(decision->owner) : nullptr;
+    if (player && player != m_player) {
+        qCDebug(playersLog).noquote() << "Following" << loggable(player->name()) << reasonText(decision->reason);
+    }
+    follow(player);
 }
 
 void FollowedPlayer::follow(MprisPlayer *player)

@@ -3,6 +3,7 @@
 
 #include "music/mpris/BusValue.h"
 #include "music/mpris/MprisNames.h"
+#include "music/mpris/playersLog.h"
 
 #include <QDBusObjectPath>
 #include <QRegularExpression>
@@ -86,6 +87,7 @@ MprisPlayer::MprisPlayer(const QDBusConnection &connection, const QString &owner
     , m_name(name)
     , m_clock(std::move(clock))
     , m_calls(connection, owner, this)
+    , m_propertyTypes(name)
     , m_readDeadline(bus::deadline)
 {
     if (arrival == Arrival::JustCame) {
@@ -296,12 +298,14 @@ void MprisPlayer::readAfter(Milliseconds delay, ReadPurpose purpose)
 void MprisPlayer::applyRead(const QVariantMap &properties, ReadPurpose purpose)
 {
     m_readDeadline = bus::deadline;
+    m_propertyTypes.check(properties);
     // Lollypop answers with an empty map for an interface that it does not have.
     if (!isAttached() && !properties.contains(QStringLiteral("PlaybackStatus"))) {
         return;
     }
     const PlayerMirror::Changes changes = m_mirror.read(decodePlayerProperties(properties), purpose, now());
     if (std::exchange(m_attachment, Attachment::Attached) != Attachment::Attached) {
+        qCDebug(playersLog).noquote() << loggable(m_name) << "at" << owner() << "is attached";
         Q_EMIT attached();
         if (m_mirror.mayPlayThoughStopped()) {
             readAfter(movementOfStopped, ReadPurpose::AllButModes);
@@ -315,10 +319,15 @@ void MprisPlayer::applyRead(const QVariantMap &properties, ReadPurpose purpose)
 
 void MprisPlayer::handleFailedRead(const QDBusMessage &reply)
 {
-    if (bus::isUnanswered(QDBusError(reply))) {
+    const QDBusError error(reply);
+    if (bus::isUnanswered(error)) {
         m_readDeadline = std::min(m_readDeadline * 2, longestDeadline);
         read(ReadPurpose::Everything);
-    } else if (!isAttached() && ++m_refusals < maximumRefusals) {
+        return;
+    }
+    qCDebug(playersLog).noquote() << loggable(m_name) << "at" << owner()
+                                  << "refused to be read:" << loggable(error.name()) << loggable(error.message());
+    if (!isAttached() && ++m_refusals < maximumRefusals) {
         // Players take their name before they are ready to answer.
         readAfter(patienceWithRefusal, ReadPurpose::Everything);
     }
@@ -335,8 +344,8 @@ void MprisPlayer::samplePosition()
         read(ReadPurpose::AllButModes);
         return;
     }
-    m_calls.call(mpris::propertiesInterface, QStringLiteral("Get"),
-        {mpris::playerInterface, QStringLiteral("Position")}, [this](const QDBusMessage &reply) {
+    m_calls.ask(mpris::propertiesInterface, QStringLiteral("Get"), {mpris::playerInterface, QStringLiteral("Position")},
+        [this](const QDBusMessage &reply) {
             if (const std::optional<double> position = decodePosition(bus::plainArgument(reply, 0));
                 position && !bus::isError(reply)) {
                 apply(m_mirror.positionRead(*position, now()));
@@ -391,7 +400,9 @@ void MprisPlayer::handlePropertiesChanged(const QDBusMessage &signal)
     if (!isAttached()) {
         return;
     }
-    const PlayerReport report = decodePlayerProperties(bus::plainMap(signal, 1));
+    const QVariantMap properties = bus::plainMap(signal, 1);
+    m_propertyTypes.check(properties);
+    const PlayerReport report = decodePlayerProperties(properties);
     const PlayerMirror::Changes changes = m_mirror.announced(report, now());
     if (report.track && m_mirror.mayPlayThoughStopped()) {
         readAfter(movementOfStopped, ReadPurpose::AllButModes);
@@ -423,7 +434,7 @@ bool MprisPlayer::sendOnce(Command command)
 void MprisPlayer::send(Command command, const bus::ReplyHandler &handler)
 {
     m_unanswered.setFlag(command);
-    m_calls.call(mpris::playerInterface, methodOf(command), {}, [this, command, handler](const QDBusMessage &reply) {
+    m_calls.ask(mpris::playerInterface, methodOf(command), {}, [this, command, handler](const QDBusMessage &reply) {
         m_unanswered.setFlag(command, false);
         handler(reply);
         readAfter(effect, ReadPurpose::AllButModes);
@@ -435,7 +446,7 @@ void MprisPlayer::sendPosition(double seconds)
     m_sampleUnderWay.start();
     const QVariant path = QVariant::fromValue(trackPath(m_mirror.reportedTrackId()));
     const QVariant microseconds = qlonglong(std::llround(seconds * microsecondsPerSecond));
-    m_calls.call(mpris::playerInterface, QStringLiteral("SetPosition"), {path, microseconds},
+    m_calls.ask(mpris::playerInterface, QStringLiteral("SetPosition"), {path, microseconds},
         [this](const QDBusMessage &) { m_wantedPosition.answered(); });
 }
 

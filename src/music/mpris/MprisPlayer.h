@@ -4,6 +4,7 @@
 #include "music/mpris/LatestWanted.h"
 #include "music/mpris/PlayerCalls.h"
 #include "music/mpris/PlayerMirror.h"
+#include "music/mpris/PropertyTypes.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -118,6 +119,7 @@ private:
     QString m_name;
     Clock m_clock;
     PlayerCalls m_calls;
+    PropertyTypes m_propertyTypes;
     std::optional<qint64> m_processId;
     QString m_identity;
     QString m_desktopEntry;

@@ -2,6 +2,7 @@
 #include "music/mpris/PlayerCalls.h"
 
 #include "music/mpris/MprisNames.h"
+#include "music/mpris/playersLog.h"
 
 #include <QDBusVariant>
 
@@ -14,11 +15,13 @@ PlayerCalls::PlayerCalls(const QDBusConnection &bus, const QString &owner, QObje
 {
 }
 
-void PlayerCalls::call(const QString &interface, const QString &method, const QVariantList &arguments,
+void PlayerCalls::ask(const QString &interface, const QString &method, const QVariantList &arguments,
     const bus::ReplyHandler &handler, Milliseconds patience)
 {
-    const auto judgeAndHandle = [this, handler](const QDBusMessage &reply) {
+    const auto judgeAndHandle = [this, method, handler, patience](const QDBusMessage &reply) {
         if (bus::isError(reply) && bus::isUnanswered(QDBusError(reply))) {
+            qCDebug(playersLog).noquote()
+                << m_owner << "did not answer" << method << "within" << patience.count() << "ms";
             setResponding(false);
         } else if (reply.service() == m_owner) {
             // Otherwise the bus answers for a player that is gone.
@@ -31,12 +34,12 @@ void PlayerCalls::call(const QString &interface, const QString &method, const QV
 
 void PlayerCalls::getAll(const QString &interface, const bus::ReplyHandler &handler, Milliseconds patience)
 {
-    call(mpris::propertiesInterface, QStringLiteral("GetAll"), {interface}, handler, patience);
+    ask(mpris::propertiesInterface, QStringLiteral("GetAll"), {interface}, handler, patience);
 }
 
 void PlayerCalls::setProperty(const QString &property, const QVariant &value, const bus::ReplyHandler &handler)
 {
-    call(mpris::propertiesInterface, QStringLiteral("Set"),
+    ask(mpris::propertiesInterface, QStringLiteral("Set"),
         {mpris::playerInterface, property, QVariant::fromValue(QDBusVariant(value))}, handler);
 }
 

@@ -22,7 +22,7 @@ public:
 
     /// `handler` gets the reply or the error, after respondingChanged() if the call has changed that. It is never
     /// called if this object is deleted first.
-    void call(const QString &interface, const QString &method, const QVariantList &arguments,
+    void ask(const QString &interface, const QString &method, const QVariantList &arguments,
         const bus::ReplyHandler &handler, Milliseconds patience = bus::deadline);
     /// Reads all properties of an interface.
     void getAll(const QString &interface, const bus::ReplyHandler &handler, Milliseconds patience = bus::deadline);

@@ -7,7 +7,7 @@ namespace tunedeck {
 
 namespace {
 
-/// Repeats whichever player was active last, under a name of its own.
+/// playerctld repeats the player that was active last under a name of its own.
 constexpr QStringView proxyName = u"playerctld";
 constexpr QLatin1String instanceMark(".instance");
 
@@ -37,11 +37,28 @@ bool isSecondName(const PlayerCandidate &candidate, const QList<PlayerCandidate>
     return false;
 }
 
+/// Whether another candidate, an integration service, speaks for this browser.
 bool isSpokenFor(const PlayerCandidate &candidate, const QList<PlayerCandidate> &candidates)
 {
     return candidate.processId && std::ranges::any_of(candidates, [&](const PlayerCandidate &other) {
         return other.owner != candidate.owner && other.browserProcessId == candidate.processId;
     });
+}
+
+bool isPinned(const PlayerCandidate &candidate, const QString &pinned)
+{
+    return !pinned.isEmpty() && playerFamily(candidate.name) == pinned;
+}
+
+FollowReason reasonFor(const PlayerCandidate &candidate, const QString &pinned)
+{
+    if (isPinned(candidate, pinned)) {
+        return FollowReason::Pinned;
+    }
+    if (candidate.isPlaying) {
+        return FollowReason::Plays;
+    }
+    return candidate.lastPlayed > 0 ? FollowReason::PlayedLast : FollowReason::FirstOnBus;
 }
 
 } // namespace
@@ -62,7 +79,7 @@ QList<PlayerCandidate> followablePlayers(const QList<PlayerCandidate> &candidate
     return result;
 }
 
-std::optional<QString> choosePlayer(
+std::optional<PlayerDecision> choosePlayer(
     const QList<PlayerCandidate> &candidates, const QString &pinned, const QString &current)
 {
     const QList<PlayerCandidate> eligible = followablePlayers(candidates);
@@ -70,11 +87,12 @@ std::optional<QString> choosePlayer(
         return std::nullopt;
     }
     const auto rank = [&](const PlayerCandidate &candidate) {
-        return std::tuple(!pinned.isEmpty() && playerFamily(candidate.name) == pinned, candidate.isPlaying,
+        return std::tuple(isPinned(candidate, pinned), candidate.isPlaying,
             candidate.isPlaying && candidate.owner == current, candidate.lastPlayed);
     };
-    // The first of several that rank alike, so the order on the bus decides last.
-    return std::ranges::max_element(eligible, std::ranges::less{}, rank)->owner;
+    // max_element() returns the first of several that rank alike, so the order on the bus decides last.
+    const PlayerCandidate &chosen = *std::ranges::max_element(eligible, std::ranges::less{}, rank);
+    return PlayerDecision{chosen.owner, reasonFor(chosen, pinned)};
 }
 
 } // namespace tunedeck

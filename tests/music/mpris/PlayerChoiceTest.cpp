@@ -54,7 +54,13 @@ const PlayerCandidate integration = speakingFor(ofProcess(player(u":1.21"_s, u"p
 std::optional<QString> choice(
     const QList<PlayerCandidate> &candidates, const QString &pinned = {}, const QString &current = {})
 {
-    return choosePlayer(candidates, pinned, current);
+    const std::optional<PlayerDecision> decision = choosePlayer(candidates, pinned, current);
+    return decision ? std::optional(decision->owner) : std::nullopt;
+}
+
+FollowReason reason(const QList<PlayerCandidate> &candidates, const QString &pinned = {}, const QString &current = {})
+{
+    return choosePlayer(candidates, pinned, current)->reason;
 }
 
 } // namespace
@@ -147,6 +153,15 @@ private Q_SLOTS:
     void whereNonePlaysTheOneThatPlayedLastIsFollowed()
     {
         QCOMPARE(choice({mpv, havingPlayed(strawberry, 1), havingPlayed(elisa, 2)}, {}, u":1.1"_s), u":1.3"_s);
+    }
+
+    void theReasonIsTheStrongestThatHolds()
+    {
+        QCOMPARE(reason({playing(mpv, 9)}, u"mpv"_s, u":1.1"_s), FollowReason::Pinned);
+        QCOMPARE(reason({playing(mpv, 9)}, u"elisa"_s), FollowReason::Plays);
+        QCOMPARE(reason({playing(mpv, 9)}, {}, u":1.1"_s), FollowReason::Plays);
+        QCOMPARE(reason({mpv, havingPlayed(elisa, 1)}), FollowReason::PlayedLast);
+        QCOMPARE(reason({mpv, elisa}), FollowReason::FirstOnBus);
     }
 
     void whereNoneHasPlayedTheFirstOnTheBusIsFollowed()

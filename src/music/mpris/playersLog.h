@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLoggingCategory>
+#include <QString>
+
+namespace tunedeck {
+
+/// The category "tunedeck.players": which players come, which is followed and why, and what they do wrong. Only
+/// warnings are on by default; QT_LOGGING_RULES="tunedeck.players.debug=true" turns the rest on.
+Q_DECLARE_LOGGING_CATEGORY(playersLog)
+
+inline constexpr qsizetype maximumLoggedLength = 200;
+
+/// A text from a player as the log may hold it: one line of at most maximumLoggedLength characters. Control characters
+/// become spaces.
+[[nodiscard]] QString loggable(const QString &text);
+
+} // namespace tunedeck
