@@ -20,7 +20,8 @@ MAY_INCLUDE = {
     "widgets": set(),
     "x11": {"platform"},
     "music": {"platform"},
-    "music/mpris": {"platform", "music"},
+    "music/mpris/bus": {"platform"},
+    "music/mpris": {"platform", "music", "music/mpris/bus"},
     # What draws keeps no state and knows neither the user's settings nor the window's.
     "skin/drawing": {"platform"},
     "skin/cells": {"platform", "skin/drawing"},
@@ -129,7 +130,7 @@ def rules_for(path: Path, src: Path, code: str) -> dict[str, str]:
         rules = rules | WAITING_ON_THE_BUS
     if folder == "music":
         rules = rules | IN_MUSIC
-    if folder != "music/mpris":
+    if not folder.startswith("music/mpris"):
         rules = rules | OUTSIDE_MPRIS
     return rules
 

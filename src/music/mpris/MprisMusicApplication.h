@@ -3,8 +3,8 @@
 
 #include "music/MusicApplication.h"
 #include "music/mpris/FollowedPlayer.h"
-#include "music/mpris/Instant.h"
 #include "music/mpris/SeekRamp.h"
+#include "music/mpris/bus/Instant.h"
 
 #include <QDBusConnection>
 #include <QTimer>

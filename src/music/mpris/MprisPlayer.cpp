@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/MprisPlayer.h"
 
-#include "music/mpris/BusValue.h"
-#include "music/mpris/MprisNames.h"
-#include "music/mpris/playersLog.h"
+#include "music/mpris/bus/BusValue.h"
+#include "music/mpris/bus/MprisNames.h"
+#include "music/mpris/bus/playersLog.h"
 
 #include <QDBusObjectPath>
 #include <QRegularExpression>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlayerCalls.h"
 
-#include "music/mpris/MprisNames.h"
-#include "music/mpris/playersLog.h"
+#include "music/mpris/bus/MprisNames.h"
+#include "music/mpris/bus/playersLog.h"
 
 #include <QDBusVariant>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "music/mpris/BusCall.h"
+#include "music/mpris/bus/BusCall.h"
 
 #include <QObject>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "music/mpris/Instant.h"
 #include "music/mpris/PlayerReport.h"
 #include "music/mpris/PositionClock.h"
+#include "music/mpris/bus/Instant.h"
 
 #include <QVariantMap>
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "music/MusicTypes.h"
-#include "music/mpris/Instant.h"
 #include "music/mpris/PlaylistDetails.h"
+#include "music/mpris/bus/Instant.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

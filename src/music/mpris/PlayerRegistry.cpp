@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlayerRegistry.h"
 
-#include "music/mpris/BusCall.h"
-#include "music/mpris/MprisNames.h"
+#include "music/mpris/bus/BusCall.h"
+#include "music/mpris/bus/MprisNames.h"
 
 #include <QDBusReply>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "music/mpris/Instant.h"
 #include "music/mpris/MprisPlayer.h"
+#include "music/mpris/bus/Instant.h"
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>

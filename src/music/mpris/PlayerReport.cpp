@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlayerReport.h"
 
-#include "music/mpris/BusValue.h"
+#include "music/mpris/bus/BusValue.h"
 
 #include <algorithm>
 #include <cmath>

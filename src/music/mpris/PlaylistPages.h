@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "music/mpris/BusValue.h"
 #include "music/mpris/PlaylistDetails.h"
+#include "music/mpris/bus/BusValue.h"
 
 #include <QList>
 #include <QSet>

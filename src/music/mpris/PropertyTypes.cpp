@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PropertyTypes.h"
 
-#include "music/mpris/playersLog.h"
+#include "music/mpris/bus/playersLog.h"
 
 #include <QDBusMetaType>
 

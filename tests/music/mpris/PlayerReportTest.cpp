@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlayerReport.h"
-#include "music/mpris/BusValue.h"
+#include "music/mpris/bus/BusValue.h"
 #include "support/registerTest.h"
 
 #include <QDBusObjectPath>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PropertyTypes.h"
-#include "music/mpris/playersLog.h"
+#include "music/mpris/bus/playersLog.h"
 #include "support/registerTest.h"
 
 #include <QCoreApplication>

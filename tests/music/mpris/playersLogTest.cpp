@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "music/mpris/playersLog.h"
+#include "music/mpris/bus/playersLog.h"
 #include "DemoPlayerProcess.h"
 #include "music/mpris/MprisMusicApplication.h"
 #include "platform/ApplicationLauncher.h"

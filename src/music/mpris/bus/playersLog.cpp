@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "music/mpris/playersLog.h"
+#include "music/mpris/bus/playersLog.h"
 
-#include "music/mpris/BusValue.h"
+#include "music/mpris/bus/BusValue.h"
 
 namespace tunedeck {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "music/mpris/BusCall.h"
+#include "music/mpris/bus/BusCall.h"
 
-#include "music/mpris/MprisNames.h"
+#include "music/mpris/bus/MprisNames.h"
 
 #include <QDBusPendingCallWatcher>
 

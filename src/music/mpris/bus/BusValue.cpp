@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "music/mpris/BusValue.h"
+#include "music/mpris/bus/BusValue.h"
 
 #include <QDBusArgument>
 #include <QDBusMessage>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "music/mpris/Instant.h"
+#include "music/mpris/bus/Instant.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
