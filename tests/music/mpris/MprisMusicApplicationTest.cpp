@@ -79,7 +79,6 @@ private Q_SLOTS:
     void aTrackThatIsLateInStartingShowsWithinTwoAndAHalfSeconds();
     void aPausedPlayerIsLeftAlone();
     void aPlayerPausedInItsOwnWindowIsPostedAsPaused();
-    void theOneThatPlaysIsFollowed();
     void aChangeOfThePlayerFollowedIsQuittingAndLaunchingInOneTurn();
     void aPlayerThatIsNotFollowedChangesNothing();
     void aNameGivenUpForAMomentIsNotQuitting();
@@ -87,12 +86,6 @@ private Q_SLOTS:
     void aFrozenPlayerThatDiesIsNoLongerSaidNotToRespond();
     void aPlayerFrozenAtTheStartIsNotThereYet();
     void openingLaunchesThePlayerFollowedLast();
-    void openingLaunchesThePinnedPlayerByTheEntryThatItNamed();
-    void thePinnedPlayersNewEntryIsRememberedEvenIfItIsItsFamily();
-    void thePinnedPlayersEntryIsOfNoUseForAnother();
-    void anEntryThatIsNoFileNameIsNotRemembered_data();
-    void anEntryThatIsNoFileNameIsNotRemembered();
-    void thePlayersThatCanBeFollowedAreToldAsTheyComeAndGo();
     void aBusThatGoesTakesItsPlayersWithItAndOneThatComesBringsIts();
     void theStartUpShowsTheTrack();
     void aPlayerInfoComesWithinAFrameOfThePlayersSignal();
@@ -101,7 +94,7 @@ private:
     void startPlayer(const QStringList &arguments = {});
     void startMusic();
     void forgetCalls();
-    /// What the player was sent since forgetCalls().
+    /// The commands that the player received since forgetCalls().
     const QStringList &commands();
     /// Until nothing more follows by itself from what has happened. `left` is a timer that goes on.
     [[nodiscard]] bool comesToRest(const QTimer *left = nullptr) const
@@ -529,7 +522,7 @@ void MprisMusicApplicationTest::aTrackThatIsLateInStartingShowsWithinTwoAndAHalf
     startPlayer({u"--play"_s});
     startMusic();
     const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
-    // From here on the player is known to announce seeks, and is seldom asked where it is.
+    // From here on the player is known to announce seeks, and is seldom asked for its position.
     tell(u"seek 10"_s);
     QTRY_VERIFY(m_music->playerPosition() > 9.0);
     QTimer &underWay = timer(u"underWayTimer"_s);
@@ -577,16 +570,6 @@ void MprisMusicApplicationTest::aPlayerPausedInItsOwnWindowIsPostedAsPaused()
     const double position = *m_music->playerPosition();
     QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
     QCOMPARE(*m_music->playerPosition(), position);
-}
-
-void MprisMusicApplicationTest::theOneThatPlaysIsFollowed()
-{
-    startPlayer({u"--name"_s, u"idle"_s});
-    const QDBusConnection control = m_bus->connect(QString::number(++m_connections));
-    const DemoPlayerProcess playing(*m_bus, control, {u"--name"_s, u"playing"_s, u"--play"_s, u"--track"_s, u"1"_s});
-    QVERIFY(playing.isReady());
-    startMusic();
-    QCOMPARE(m_music->currentTrack()->duration, 135.0);
 }
 
 void MprisMusicApplicationTest::aChangeOfThePlayerFollowedIsQuittingAndLaunchingInOneTurn()
@@ -677,7 +660,7 @@ void MprisMusicApplicationTest::aFrozenPlayerStopsTheClockAndIsSentNothing()
     QCOMPARE(*m_music->playerPosition(), position);
     m_player->thaw();
     QTRY_COMPARE_WITH_TIMEOUT(responding.count(), 2, 2'000);
-    // What was sent before the silence was noticed is carried out, once.
+    // The command sent before the silence was noticed is carried out once.
     QTRY_COMPARE(m_music->playerState(), PlayerState::paused);
     QVERIFY(comesToRest());
     QCOMPARE(commands(), QStringList{u"PlayPause"_s});
@@ -726,75 +709,6 @@ void MprisMusicApplicationTest::openingLaunchesThePlayerFollowedLast()
     QVERIFY(m_music->activate());
     QCOMPARE(m_launcher.entries.size(), 2);
     QCOMPARE(m_launcher.entries.first(), u"favourite"_s);
-}
-
-void MprisMusicApplicationTest::openingLaunchesThePinnedPlayerByTheEntryThatItNamed()
-{
-    const QDBusConnection control = m_bus->connect(QString::number(++m_connections));
-    auto other = std::make_unique<DemoPlayerProcess>(*m_bus, control, QStringList{u"--name"_s, u"other"_s});
-    QVERIFY(other->isReady());
-    startPlayer({u"--play"_s, u"--name"_s, u"favourite"_s, u"--do"_s, u"wrong DesktopEntry string org.Favourite"_s});
-    startMusic();
-    m_defaults->setValue(u"FollowedPlayer"_s, u"favourite"_s);
-    m_player.reset();
-    QTRY_COMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"tunedeck-demo-player"_s);
-    other.reset();
-    QTRY_VERIFY(!m_music->isRunning());
-    QVERIFY(m_music->activate());
-    QCOMPARE(m_launcher.entries, (QStringList{u"org.Favourite"_s, u"favourite"_s, u"tunedeck-demo-player"_s}));
-}
-
-void MprisMusicApplicationTest::thePinnedPlayersNewEntryIsRememberedEvenIfItIsItsFamily()
-{
-    m_defaults->setValue(u"FollowedPlayer"_s, u"favourite"_s);
-    m_defaults->setValue(u"FollowedPlayerEntry"_s, u"favourite/org.Former"_s);
-    startPlayer({u"--play"_s, u"--name"_s, u"favourite"_s, u"--do"_s, u"wrong DesktopEntry string favourite"_s});
-    startMusic();
-    QTRY_COMPARE(m_defaults->stringForKey(u"FollowedPlayerEntry"_s), u"favourite/favourite"_s);
-    QCOMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"favourite"_s);
-}
-
-void MprisMusicApplicationTest::thePinnedPlayersEntryIsOfNoUseForAnother()
-{
-    m_defaults->setValue(u"FollowedPlayer"_s, u"favourite"_s);
-    m_defaults->setValue(u"FollowedPlayerEntry"_s, u"former/org.Former"_s);
-    startMusic();
-    QVERIFY(m_music->activate());
-    QCOMPARE(m_launcher.entries, QStringList{u"favourite"_s});
-}
-
-void MprisMusicApplicationTest::anEntryThatIsNoFileNameIsNotRemembered_data()
-{
-    QTest::addColumn<QString>("entry");
-    QTest::newRow("a path") << u"string ../../bin/harm"_s;
-    QTest::newRow("too long for a file") << u"string "_s + QString(256, u'x');
-    QTest::newRow("no text") << u"int 7"_s;
-    QTest::newRow("nothing") << u"empty"_s;
-}
-
-void MprisMusicApplicationTest::anEntryThatIsNoFileNameIsNotRemembered()
-{
-    QFETCH(const QString, entry);
-    m_defaults->setValue(u"FollowedPlayer"_s, u"odd"_s);
-    startPlayer({u"--name"_s, u"odd.instance1"_s, u"--do"_s, u"wrong DesktopEntry "_s + entry});
-    startMusic();
-    QVERIFY(m_music->isRunning());
-    m_player.reset();
-    QTRY_VERIFY(!m_music->isRunning());
-    QCOMPARE(m_defaults->stringForKey(u"FollowedPlayerEntry"_s), QString());
-    QCOMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"odd"_s);
-}
-
-void MprisMusicApplicationTest::thePlayersThatCanBeFollowedAreToldAsTheyComeAndGo()
-{
-    startMusic();
-    const QSignalSpy told(m_music.get(), &MprisMusicApplication::followablePlayersChanged);
-    QCOMPARE(m_music->followablePlayers(), QList<FollowablePlayer>());
-    startPlayer({u"--play"_s, u"--name"_s, u"player.instance12"_s});
-    QTRY_COMPARE(m_music->followablePlayers(), (QList<FollowablePlayer>{{u"player"_s, u"Tunedeck Demo Player"_s}}));
-    QVERIFY(told.count() > 0);
-    m_player.reset();
-    QTRY_COMPARE(m_music->followablePlayers(), QList<FollowablePlayer>());
 }
 
 void MprisMusicApplicationTest::aBusThatGoesTakesItsPlayersWithItAndOneThatComesBringsIts()

@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#include "music/mpris/FollowedPlayer.h"
+#include "DemoPlayerProcess.h"
+#include "platform/UserDefaults.h"
+#include "support/PrivateBus.h"
+#include "support/registerTest.h"
+
+#include <QGuiApplication>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+/// The followed player over a real bus, with demo players as processes of their own.
+class FollowedPlayerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void theOneThatPlaysIsFollowed();
+    void openingLaunchesThePinnedPlayerByTheEntryThatItNamed();
+    void thePinnedPlayersNewEntryIsRememberedEvenIfItIsItsFamily();
+    void thePinnedPlayersEntryIsOfNoUseForAnother();
+    void anEntryThatIsNoFileNameIsNotRemembered_data();
+    void anEntryThatIsNoFileNameIsNotRemembered();
+    void thePlayersThatCanBeFollowedAreToldAsTheyComeAndGo();
+
+private:
+    [[nodiscard]] std::unique_ptr<DemoPlayerProcess> newPlayer(const QStringList &arguments);
+    void startPlayer(const QStringList &arguments);
+    void startFollowing();
+
+    std::unique_ptr<PrivateBus> m_bus;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<UserDefaults> m_defaults;
+    std::unique_ptr<DemoPlayerProcess> m_player;
+    std::unique_ptr<FollowedPlayer> m_followed;
+    int m_connections = 0;
+};
+
+void FollowedPlayerTest::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    m_bus = std::make_unique<PrivateBus>();
+    QVERIFY(m_bus->isRunning());
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_defaults = std::make_unique<UserDefaults>(m_folder->filePath(u"settings.conf"_s));
+}
+
+void FollowedPlayerTest::cleanup()
+{
+    m_followed.reset();
+    m_player.reset();
+    m_defaults.reset();
+    m_bus.reset();
+    for (; m_connections > 0; --m_connections) {
+        QDBusConnection::disconnectFromBus(QString::number(m_connections));
+    }
+}
+
+std::unique_ptr<DemoPlayerProcess> FollowedPlayerTest::newPlayer(const QStringList &arguments)
+{
+    const QDBusConnection control = m_bus->connect(QString::number(++m_connections));
+    return std::make_unique<DemoPlayerProcess>(*m_bus, control, arguments);
+}
+
+void FollowedPlayerTest::startPlayer(const QStringList &arguments)
+{
+    m_player = newPlayer(arguments);
+    QVERIFY(m_player->isReady());
+}
+
+void FollowedPlayerTest::startFollowing()
+{
+    m_followed = std::make_unique<FollowedPlayer>(
+        m_bus->connect(QString::number(++m_connections)), *m_defaults, std::chrono::steady_clock::now);
+    QTRY_VERIFY(m_followed->isReady());
+}
+
+void FollowedPlayerTest::theOneThatPlaysIsFollowed()
+{
+    startPlayer({u"--name"_s, u"idle"_s});
+    const std::unique_ptr<DemoPlayerProcess> playing =
+        newPlayer({u"--name"_s, u"playing"_s, u"--play"_s, u"--track"_s, u"1"_s});
+    QVERIFY(playing->isReady());
+    startFollowing();
+    QCOMPARE(m_followed->player()->name(), u"playing"_s);
+}
+
+void FollowedPlayerTest::openingLaunchesThePinnedPlayerByTheEntryThatItNamed()
+{
+    std::unique_ptr<DemoPlayerProcess> other = newPlayer({u"--name"_s, u"other"_s});
+    QVERIFY(other->isReady());
+    startPlayer({u"--play"_s, u"--name"_s, u"favourite"_s, u"--do"_s, u"wrong DesktopEntry string org.Favourite"_s});
+    startFollowing();
+    m_defaults->setValue(u"FollowedPlayer"_s, u"favourite"_s);
+    m_player.reset();
+    QTRY_COMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"tunedeck-demo-player"_s);
+    other.reset();
+    QTRY_VERIFY(!m_followed->player());
+    QCOMPARE(
+        m_followed->entriesToLaunch(), (QStringList{u"org.Favourite"_s, u"favourite"_s, u"tunedeck-demo-player"_s}));
+}
+
+void FollowedPlayerTest::thePinnedPlayersNewEntryIsRememberedEvenIfItIsItsFamily()
+{
+    m_defaults->setValue(u"FollowedPlayer"_s, u"favourite"_s);
+    m_defaults->setValue(u"FollowedPlayerEntry"_s, u"favourite/org.Former"_s);
+    startPlayer({u"--play"_s, u"--name"_s, u"favourite"_s, u"--do"_s, u"wrong DesktopEntry string favourite"_s});
+    startFollowing();
+    QTRY_COMPARE(m_defaults->stringForKey(u"FollowedPlayerEntry"_s), u"favourite/favourite"_s);
+    QCOMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"favourite"_s);
+}
+
+void FollowedPlayerTest::thePinnedPlayersEntryIsOfNoUseForAnother()
+{
+    m_defaults->setValue(u"FollowedPlayer"_s, u"favourite"_s);
+    m_defaults->setValue(u"FollowedPlayerEntry"_s, u"former/org.Former"_s);
+    startFollowing();
+    QCOMPARE(m_followed->entriesToLaunch(), QStringList{u"favourite"_s});
+}
+
+void FollowedPlayerTest::anEntryThatIsNoFileNameIsNotRemembered_data()
+{
+    QTest::addColumn<QString>("entry");
+    QTest::newRow("a path") << u"string ../../bin/harm"_s;
+    QTest::newRow("too long for a file") << u"string "_s + QString(256, u'x');
+    QTest::newRow("no text") << u"int 7"_s;
+    QTest::newRow("nothing") << u"empty"_s;
+}
+
+void FollowedPlayerTest::anEntryThatIsNoFileNameIsNotRemembered()
+{
+    QFETCH(const QString, entry);
+    m_defaults->setValue(u"FollowedPlayer"_s, u"odd"_s);
+    startPlayer({u"--name"_s, u"odd.instance1"_s, u"--do"_s, u"wrong DesktopEntry "_s + entry});
+    startFollowing();
+    QVERIFY(m_followed->player());
+    m_player.reset();
+    QTRY_VERIFY(!m_followed->player());
+    QCOMPARE(m_defaults->stringForKey(u"FollowedPlayerEntry"_s), QString());
+    QCOMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"odd"_s);
+}
+
+void FollowedPlayerTest::thePlayersThatCanBeFollowedAreToldAsTheyComeAndGo()
+{
+    startFollowing();
+    const QSignalSpy told(m_followed.get(), &FollowedPlayer::followablePlayersChanged);
+    QCOMPARE(m_followed->followablePlayers(), QList<FollowablePlayer>());
+    startPlayer({u"--play"_s, u"--name"_s, u"player.instance12"_s});
+    QTRY_COMPARE(m_followed->followablePlayers(), (QList<FollowablePlayer>{{u"player"_s, u"Tunedeck Demo Player"_s}}));
+    QVERIFY(told.count() > 0);
+    m_player.reset();
+    QTRY_COMPARE(m_followed->followablePlayers(), QList<FollowablePlayer>());
+}
+
+} // namespace tunedeck
+
+TUNEDECK_TEST(tunedeck::FollowedPlayerTest, QGuiApplication)
+#include "FollowedPlayerTest.moc"
