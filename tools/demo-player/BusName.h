@@ -6,7 +6,7 @@
 
 namespace tunedeck::demo {
 
-/// The well-known name by which a player is found, on one connection.
+/// The well-known name of a player on one connection.
 class BusName {
 public:
     /// The bus name of a player called `player`.
@@ -15,10 +15,10 @@ public:
     BusName(const QDBusConnection &connection, const QString &player);
 
     [[nodiscard]] QString name() const { return m_name; }
-    /// Takes the name, or where another player has it, the one for a further instance. False if the bus gives neither.
+    /// Takes the name, or, if another player has it, the name of a further instance. False if the bus gives neither.
     bool take();
     void giveUp();
-    /// Returns when all that was sent so far has reached the bus: the last moment to end in without losing it.
+    /// Returns when every message sent so far has reached the bus. Call it before the process ends.
     void flush();
 
 private:

@@ -7,7 +7,7 @@
 
 namespace tunedeck::demo {
 
-/// (oss): a playlist as MPRIS hands it over.
+/// (oss): a playlist as MPRIS sends it.
 struct PlaylistEntry {
     QDBusObjectPath id{QStringLiteral("/")};
     QString name;
@@ -16,7 +16,7 @@ struct PlaylistEntry {
     friend bool operator==(const PlaylistEntry &, const PlaylistEntry &) = default;
 };
 
-/// (b(oss)): a playlist that may be none.
+/// (b(oss)): an optional playlist.
 struct ActivePlaylist {
     bool isValid = false;
     PlaylistEntry entry;
@@ -29,7 +29,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, PlaylistEntry &en
 QDBusArgument &operator<<(QDBusArgument &argument, const ActivePlaylist &active);
 const QDBusArgument &operator>>(const QDBusArgument &argument, ActivePlaylist &active);
 
-/// To be called before the first of them is sent.
+/// Call this before the first of them is sent.
 void registerBusTypes();
 
 } // namespace tunedeck::demo

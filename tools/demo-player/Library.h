@@ -10,7 +10,7 @@
 
 namespace tunedeck::demo {
 
-/// What the demo player can play. An empty text or list is a tag that the track does not have.
+/// A track that the demo player can play. An empty text or list is a missing tag.
 struct Track {
     QString url; ///< encoded
     QString title;
@@ -18,7 +18,7 @@ struct Track {
     QString album;
     QStringList genres;
     std::optional<std::chrono::microseconds> length; ///< none: a live stream
-    QStringList liveTitles; ///< what a live stream calls itself, in turn
+    QStringList liveTitles; ///< the titles of a live stream, one after the other
 
     [[nodiscard]] bool isLive() const { return !liveTitles.isEmpty(); }
 };
@@ -28,11 +28,11 @@ struct Playlist {
     QList<qsizetype> tracks; ///< places in the library
 };
 
-/// The tracks the demo player starts with. Tests rely on their order.
+/// The tracks that the demo player starts with. Tests rely on their order.
 [[nodiscard]] QList<Track> library();
 
-/// The first `count` playlists. The first one is the whole library; after the named ones come numbered ones of one
-/// track each, so that a client can be given as many as it can stand.
+/// The first `count` playlists. The first one is the whole library; after the named ones come any number of numbered
+/// ones with one track each.
 [[nodiscard]] QList<Playlist> playlists(qsizetype count);
 
 inline constexpr qsizetype namedPlaylistCount = 6;

@@ -77,7 +77,7 @@ QString textOf(const QVariant &argument)
     return argument.typeId() == QMetaType::Double ? QString::number(argument.toDouble()) : argument.toString();
 }
 
-/// A call as tests want to compare it: "Seek 5000000", "Set Volume 0.5", "Get Position", "GetAll <interface>".
+/// A call in the form that tests compare: "Seek 5000000", "Set Volume 0.5", "Get Position", "GetAll <interface>".
 QString textOf(const QDBusMessage &call)
 {
     QVariantList arguments = call.arguments();
@@ -186,7 +186,7 @@ void MprisObject::answerHeldCalls()
 
 void MprisObject::noteCall(const QDBusMessage &call)
 {
-    // A player left running for people is asked for its position all day, and nobody takes the calls.
+    // Clients ask a player that runs all day for its position again and again, and no test takes the calls.
     constexpr qsizetype enough = 100'000;
     if (m_calls.size() == enough) {
         m_calls.removeFirst();
@@ -638,7 +638,7 @@ void MprisObject::forgetAnnounced(const QString &name)
 
 void MprisObject::showTrack()
 {
-    // A track that follows itself has the same metadata, and is announced all the same.
+    // A track that follows itself has the same metadata, and is announced nevertheless.
     forgetAnnounced(u"Metadata"_s);
     enterStage(m_oddities.blink > 0ms ? Stage::Nothing : Stage::Identity);
     announce();
@@ -658,7 +658,7 @@ void MprisObject::enterStage(Stage stage)
 void MprisObject::showNextStage()
 {
     enterStage(m_stage == Stage::Nothing ? Stage::Identity : Stage::Everything);
-    // The metadata goes ahead of the status, each in a signal of its own.
+    // The metadata comes before the status, each in its own signal.
     announce(playerInterface(), {u"Metadata"_s});
     announce();
 }
@@ -679,7 +679,7 @@ void MprisObject::flood()
         announce();
         return;
     }
-    // The next chunk waits for the bus to have taken this one: otherwise all of them would pile up in this process.
+    // The next chunk waits until the bus has taken this one. Otherwise all of them would pile up in this process.
     const auto barrier = QDBusMessage::createMethodCall(
         u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s, u"GetId"_s);
     auto *const watcher = new QDBusPendingCallWatcher(m_connection.asyncCall(barrier), this);

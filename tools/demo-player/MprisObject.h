@@ -19,10 +19,10 @@ class Player;
 class Script;
 struct Oddities;
 
-/// The player as MPRIS shows it, bent by the oddities, and the scripts' door to both.
+/// The player as MPRIS shows it, changed by the oddities, and the interface for scripts.
 ///
-/// It answers every message itself, as only so an answer can be late, missing or of the wrong type. Ping and
-/// GetMachineId are the exception: libdbus answers them before anyone sees them, as it does in most real players.
+/// It answers every message itself, so that an answer can be late, missing or of the wrong type. libdbus answers Ping
+/// and GetMachineId before this object sees them, as it does in most real players.
 class MprisObject : public QDBusVirtualObject {
     Q_OBJECT
 
@@ -52,7 +52,7 @@ private:
         QString signature;
         std::function<QVariantList(const QVariantList &)> carryOut; ///< gives the reply's arguments
     };
-    /// How much of a new track is shown yet.
+    /// The part of a new track that is shown so far.
     enum class Stage { Nothing, Identity, Everything };
 
     [[nodiscard]] QList<Property> rootProperties() const;
@@ -106,7 +106,7 @@ private:
     QDBusConnection m_connection;
     QList<Property> m_properties;
     QList<Method> m_methods;
-    QHash<QString, QVariantMap> m_announced; ///< what clients know, by interface
+    QHash<QString, QVariantMap> m_announced; ///< the values that clients know, by interface
     QStringList m_calls;
     QList<QDBusMessage> m_heldCalls;
     Stage m_stage = Stage::Everything;

@@ -11,10 +11,10 @@
 
 namespace tunedeck::demo {
 
-/// What a player's track ids look like.
+/// The form of a player's track ids.
 enum class TrackIdKind { Path, String, Constant, None };
 
-/// In which ways the player is at present not the player that MPRIS describes. As it is made, in none.
+/// The ways in which the player differs from MPRIS at present. At first it does not differ.
 struct Oddities {
     bool holdsCalls = false; ///< calls wait until this ends
     std::chrono::milliseconds late{0}; ///< before a call is carried out and answered
@@ -38,7 +38,7 @@ struct Oddities {
 
     bool keepsMetadataWhenStopped = false;
     TrackIdKind trackId = TrackIdKind::Path;
-    int integratedPid = 0; ///< the browser whose tab this player stands for; 0: none
+    int integratedPid = 0; ///< process of the browser for whose tab this player speaks; 0: none
 };
 
 } // namespace tunedeck::demo

@@ -110,7 +110,7 @@ void Player::seekBy(microseconds offset)
     if (!canSeek() || m_status == PlaybackStatus::Stopped) {
         return;
     }
-    // Compared by what is left, as an offset from the bus may be any number and the sum would overflow.
+    // The offset is compared with the time that is left: it may be any number, and the sum would overflow.
     if (m_track.length && offset > *m_track.length - position()) {
         next();
         return;

@@ -13,9 +13,9 @@ namespace tunedeck::demo {
 enum class PlaybackStatus { Playing, Paused, Stopped };
 enum class LoopStatus { None, Track, Playlist };
 
-/// A music player but for the sound: its queue, what plays and how far it is. Knows no bus and starts no timer.
+/// A music player without sound: its queue, the current track and the position. It knows no bus and starts no timer.
 ///
-/// Whoever owns it calls advance() when timeToNextEvent() has passed, and asks for that time anew after every signal.
+/// The owner must call advance() when timeToNextEvent() has passed, and ask for that time again after every signal.
 class Player : public QObject {
     Q_OBJECT
 
@@ -35,12 +35,11 @@ public:
     [[nodiscard]] double rate() const { return m_rate; }
     [[nodiscard]] double volume() const { return m_volume; }
     [[nodiscard]] std::chrono::microseconds position() const;
-    /// The current track as it is now, with the changes that setTitle() and setLength() made. None if the queue is
-    /// empty.
+    /// The current track with the changes that setTitle() and setLength() made. None if the queue is empty.
     [[nodiscard]] std::optional<Track> currentTrack() const;
-    /// Where the current track stands in the library; tracks that were opened follow after its own.
+    /// The current track's place in the library, in which opened tracks come last.
     [[nodiscard]] qsizetype currentTrackNumber() const;
-    /// In the library, the opened ones included.
+    /// Number of tracks in the library, with the opened ones.
     [[nodiscard]] qsizetype trackCount() const { return m_library.size(); }
     [[nodiscard]] bool canGoNext() const;
     [[nodiscard]] bool canGoPrevious() const;
@@ -54,9 +53,9 @@ public:
     void stop();
     void next();
     void previous();
-    /// Before the start is the start; beyond the end is the next track.
+    /// A target before the start is the start; one beyond the end is the next track.
     void seekBy(std::chrono::microseconds offset);
-    /// Outside the track it does nothing.
+    /// Does nothing if `position` is outside the track.
     void setPosition(std::chrono::microseconds position);
     void open(const QString &url);
     /// Makes a track of the library the current one. Ignores numbers that no track has.
@@ -65,7 +64,8 @@ public:
 
     void setLoopStatus(LoopStatus status);
     void setShuffled(bool isShuffled);
-    /// Clamped to what the player can do; 0 pauses. Ignores what is no number, as setVolume() does.
+    /// `rate` is clamped to minimumRate and maximumRate; 0 pauses. This and setVolume() ignore a value that is not a
+    /// number.
     void setRate(double rate);
     void setVolume(double volume);
     void setTitle(const QString &title);
@@ -80,7 +80,7 @@ public:
 
     /// None if nothing happens by itself.
     [[nodiscard]] std::optional<std::chrono::microseconds> timeToNextEvent() const;
-    /// Lets happen what is due: the end of the track, a live stream's new title, a grown length.
+    /// Carries out the events that are due: the end of the track, a live stream's new title, a grown length.
     void advance();
 
 Q_SIGNALS:
@@ -108,7 +108,7 @@ private:
     QList<Playlist> m_playlists = demo::playlists(namedPlaylistCount);
     std::optional<qsizetype> m_activePlaylist = 0;
     QList<qsizetype> m_queue; ///< places in the library
-    QList<qsizetype> m_order; ///< the same in the order in which they play
+    QList<qsizetype> m_order; ///< the queue in playing order
     qsizetype m_place = 0; ///< in m_order
     Track m_track;
     qsizetype m_liveTitle = 0;

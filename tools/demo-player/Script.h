@@ -13,7 +13,7 @@ class Player;
 class Words;
 struct Oddities;
 
-/// Carries out script lines: what is done in the player's own window, and how the player is to misbehave.
+/// Carries out script lines: actions in the player's own window, and changes of its oddities.
 class Script : public QObject {
     Q_OBJECT
 
@@ -24,7 +24,7 @@ public:
     /// Why the line was not understood; none if it was carried out.
     std::optional<QString> run(const QString &line);
 
-    /// All lines with their meanings, for people.
+    /// All lines with their meanings, for --help.
     [[nodiscard]] static QString explanation();
 
 Q_SIGNALS:
@@ -34,7 +34,7 @@ Q_SIGNALS:
 
 private:
     using Action = std::function<void()>;
-    /// Reads a line's words and gives back what to do, so that a line which is wrong at its end does nothing.
+    /// Reads a line's words and returns the action, so that a line with an error at its end does nothing.
     using Read = Action (Script::*)(Words &);
     struct Line {
         const char *words; ///< the first one names the line

@@ -18,7 +18,7 @@ struct NotUnderstood : std::exception {
     QString reason;
 };
 
-/// The words of a script line, read from the left. What cannot be read as asked throws NotUnderstood.
+/// The words of a script line, read from the left. A word that cannot be read as requested throws NotUnderstood.
 class Words {
 public:
     explicit Words(const QString &line);
@@ -27,7 +27,7 @@ public:
     /// Throws if words are left.
     void end() const;
     [[nodiscard]] QString word();
-    /// All that is left, spaces included; may be empty.
+    /// The rest of the line with its spaces; may be empty.
     [[nodiscard]] QString text();
     [[nodiscard]] QString oneOf(const QStringList &choices);
     [[nodiscard]] bool onOff();

@@ -17,7 +17,7 @@ namespace {
 
 using Make = std::function<QVariant(const QString &key, const QString &text)>;
 
-/// A kind without a text of its own.
+/// The value of a kind that takes no text.
 Make always(const QVariant &value)
 {
     return [value](const QString &, const QString &text) { return text.isEmpty() ? value : QVariant(); };
@@ -34,7 +34,7 @@ template <typename T> Make readable(const T &byItself)
     };
 }
 
-/// The plain wrongness of a number, so it keeps the type that is right for the key.
+/// A wrong number of the type that is right for the key.
 Make number(qint64 value)
 {
     return [value](const QString &key, const QString &text) {
@@ -69,7 +69,7 @@ QVariant array(const QString &, const QString &text)
 QVariant path(const QString &, const QString &text)
 {
     const QString path = text.isEmpty() ? u"/org/tunedeck/demo/somewhere"_s : text;
-    // One that is none would not leave the connection, and the answer with it.
+    // QtDBus sends no message with an invalid path.
     const QDBusObjectPath checked(path);
     return checked.path().isEmpty() ? QVariant() : QVariant::fromValue(checked);
 }

@@ -7,11 +7,11 @@
 
 namespace tunedeck::demo {
 
-/// The kinds of values that a property can be made to have, as scripts name them.
+/// The names of the kinds of values that a script can give a property.
 [[nodiscard]] QStringList wrongValueKinds();
 
-/// The value of that kind for `key`. `text` takes the place of what the kind has by itself, if it can be read as one.
-/// Invalid if `kind` is unknown or `text` cannot be.
+/// The value of that kind for `key`. `text` replaces the kind's own value, unless it is empty. Invalid if `kind` is
+/// unknown or `text` is no value of it.
 [[nodiscard]] QVariant wrongValue(const QString &kind, const QString &key, const QString &text);
 
 } // namespace tunedeck::demo

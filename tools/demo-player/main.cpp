@@ -75,7 +75,7 @@ int tell(const QString &name, const QString &line)
     return reply.type() == QDBusMessage::ReplyMessage ? EXIT_SUCCESS : fail(reply.errorMessage());
 }
 
-/// Lets the player's own events happen when they are due.
+/// Wakes the player when its next event is due.
 void drive(Player &player, QTimer &timer)
 {
     const auto rearm = [&player, &timer] {
@@ -100,7 +100,8 @@ void drive(Player &player, QTimer &timer)
     QObject::connect(&player, &Player::seeked, &timer, rearm);
 }
 
-/// Quits on SIGTERM and SIGINT. To be called before the first thread starts, which would take them otherwise.
+/// Returns a descriptor that reports SIGTERM and SIGINT. Call it before the first thread starts, which would otherwise
+/// get them.
 int openTerminationSignals()
 {
     sigset_t signals;
@@ -129,9 +130,9 @@ int run(const Options &options, int terminationSignals)
     auto *const application = QCoreApplication::instance();
     const QSocketNotifier notifier(terminationSignals, QSocketNotifier::Read);
     QObject::connect(&notifier, &QSocketNotifier::activated, application, &QCoreApplication::quit);
-    // Queued, so that the answer to Quit still leaves.
+    // Queued, so that the answer to Quit is still sent.
     QObject::connect(&object, &MprisObject::quitRequested, application, &QCoreApplication::quit, Qt::QueuedConnection);
-    // Nobody can reach a player whose bus has ended, not even to end it.
+    // A player whose bus has ended cannot be reached, not even to end it.
     connection.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s,
         application, SLOT(quit()));
 
