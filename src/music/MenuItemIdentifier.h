@@ -5,7 +5,7 @@
 
 namespace tunedeck::MenuItemIdentifier {
 
-// The object names by which whoever validates a menu item recognises it, wherever the item stands.
+// The object names of menu items. Code that validates an item recognises it by this name, in whichever menu it is.
 inline const QString playPause = QStringLiteral("Controls_PlayPause");
 inline const QString next = QStringLiteral("Controls_Next");
 inline const QString previous = QStringLiteral("Controls_Prev");

@@ -11,19 +11,19 @@
 
 namespace tunedeck {
 
-/// A playlist of Music as its scripting interface shows one.
+/// A playlist of Music. A field that Music does not answer is none.
 struct MusicPlaylist {
     std::optional<qint64> id = {};
     std::optional<QString> name = {};
 };
 
-/// An audio output that Music plays to.
+/// An audio output that Music plays to. A field that Music does not answer is none.
 struct MusicAirPlayDevice {
     std::optional<FourCharCode> kind = {}; ///< one of AirPlayDeviceKind, or another code
     std::optional<QString> name = {};
 };
 
-/// The track Music plays, field by field as far as Music answers it.
+/// The track that Music plays. A field that Music does not answer is none.
 struct MusicTrack {
     std::optional<QString> name = {};
     std::optional<QString> artist = {};
@@ -34,9 +34,9 @@ struct MusicTrack {
 
 /// Music: the player on this desktop that the program follows and controls.
 ///
-/// Every read answers a value or, where Music does not answer this member, none. Every command answers whether Music
-/// answers it. That is the whole guard: while isRunning() is false, every member but activate() answers nothing.
-/// Nothing here waits for Music. Main thread only, but for the members under "Background".
+/// A read returns none if Music does not answer it. A command returns whether Music answers it. While isRunning() is
+/// false, reads return none and commands false, except activate(). Nothing here waits for Music. Call it on the main
+/// thread only, except for the members under "Background".
 class MusicApplication : public QObject {
     Q_OBJECT
 
@@ -44,12 +44,13 @@ public:
     using QObject::QObject;
 
     [[nodiscard]] virtual bool isRunning() const = 0;
-    /// False while a running Music lets its deadlines pass: what it plays is then what was last known of it, and no
-    /// command reaches it.
+    /// False while a running Music lets its deadlines pass. Reads then return the last known state, and no command
+    /// reaches Music.
     [[nodiscard]] virtual bool isResponding() const { return true; }
-    /// Launches Music. False if there is nothing to launch.
+    /// Launches Music. Returns false if nothing was launched.
     virtual bool activate() = 0;
-    /// Whether anyone looks: at first someone does. While nobody does, what Music has not told by itself may be old.
+    /// Whether the display is visible; at first it is. While it is not, a state that Music does not announce may be
+    /// old.
     virtual void setWatched(bool isWatched) = 0;
 
     /// One of PlayerState, or another code, which counts as playing. Always has a value while Music runs.
@@ -60,7 +61,7 @@ public:
     virtual bool setPlayerPosition(double seconds) = 0;
     /// 0 to 100.
     [[nodiscard]] virtual std::optional<int> soundVolume() const = 0;
-    /// Takes any number; what lies outside 0 to 100 becomes the nearer of the two.
+    /// A volume outside 0 to 100 becomes the nearer of the two.
     virtual bool setSoundVolume(qint64 volume) = 0;
     [[nodiscard]] virtual std::optional<bool> shuffleEnabled() const = 0;
     virtual bool setShuffleEnabled(bool enabled) = 0;
@@ -70,7 +71,7 @@ public:
 
     virtual bool playpause() = 0;
     virtual bool nextTrack() = 0;
-    /// To the start of the track, or, near its start, to the track before.
+    /// Goes to the start of the track, or, near its start, to the previous track.
     virtual bool backTrack() = 0;
     /// Seeks forward until resume().
     virtual bool fastForward() = 0;
@@ -80,25 +81,26 @@ public:
     virtual bool resume() = 0;
 
     /// @name Background
-    /// May be called from any thread, and there may wait for Music: for up to 5 s for the current playlist, the ids and
-    /// the names together, and for up to 5 s for each of the others.
+    /// These may be called from any thread, and may wait for Music: up to 5 s for the current playlist, the ids and the
+    /// names together, and up to 5 s for each of the others.
     /// @{
     [[nodiscard]] virtual std::optional<MusicPlaylist> currentPlaylist() const = 0;
-    /// The ids of all playlists, then the names of those whose ids were read last, each as one column. An element of
-    /// the wrong type stays what it is.
+    /// The ids of all playlists, and the names of those whose ids were read last, each as one column. An element may
+    /// have the wrong type.
     [[nodiscard]] virtual std::optional<QVariantList> playlistIds() const = 0;
     [[nodiscard]] virtual std::optional<QVariantList> playlistNames() const = 0;
-    /// Where the playlists come from whose ids were read last.
+    /// The source of the playlists whose ids were read last.
     [[nodiscard]] virtual PlaylistSource playlistSource() const = 0;
-    /// Plays the playlist with this id. Where Music does not run, launches it, and answers false.
+    /// Plays the playlist with this id. If Music does not run, launches it and returns false.
     virtual bool playPlaylist(qint64 id) = 0;
     [[nodiscard]] virtual std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices() const = 0;
-    /// Nobody is to wait for Music any more: whoever does goes without an answer, at once.
+    /// Lets every thread that waits for Music go at once, without an answer. No later call waits.
     virtual void endBackground() = 0;
     /// @}
 
 Q_SIGNALS:
-    /// Music says what it plays. `userInfo` has the keys of UserInfoKey; a stopped Music posts "Player State" alone.
+    /// Music announces what it plays. `userInfo` has the keys of UserInfoKey; a stopped Music posts "Player State"
+    /// alone.
     void playerInfo(const QVariantMap &userInfo);
     /// Position, volume, shuffle or repeat changed without the track or the state.
     void playbackSettingsDidChange();

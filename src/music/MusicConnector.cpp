@@ -23,7 +23,7 @@ using namespace std::chrono_literals;
 constexpr auto refreshTrackInterval = 1500ms;
 constexpr auto progressPollingInterval = 500ms;
 
-/// The two times run ahead of Music by this much: what is on the display is up to a poll old when it is looked at.
+/// The elapsed and the remaining time run ahead of Music by this much, because the display is up to a poll old.
 constexpr double displayLeadSeconds = 0.333;
 
 bool isEmptyText(const std::optional<QString> &text)
@@ -89,8 +89,8 @@ MusicConnector::MusicConnector(MusicApplication &musicApp, const WindowActivatio
     , m_isMusicAppRunning(musicApp.isRunning())
     , m_jobs(musicApp, this)
 {
-    // Both stay the coarse timers that Qt makes by default: they hold within 5 %, 25 ms of a displayed second, and let
-    // the system wake the program once for what falls due together.
+    // Both are coarse timers, as Qt makes them by default. They are right within 5 %, and let the system wake the
+    // program once for several timers.
     m_refreshTrackTimer.setObjectName(QStringLiteral("refreshTrackTimer"));
     m_refreshTrackTimer.setInterval(refreshTrackInterval);
     connect(&m_refreshTrackTimer, &QTimer::timeout, this, &MusicConnector::refreshTrackInfo);
@@ -116,7 +116,7 @@ MusicConnector::MusicConnector(MusicApplication &musicApp, const WindowActivatio
     m_currentState = requiredPlayerState();
     const std::optional<MusicTrack> track = m_musicApp.currentTrack();
     if (track && !isEmptyText(track->name) && !isEmptyText(track->artist) && !isEmptyText(track->album)) {
-        // Twice, so that Music ends in the state it was in: all that is wanted is the notification that follows.
+        // Two toggles leave Music in its state. They are sent for the notification that follows.
         m_musicApp.playpause();
         m_musicApp.playpause();
     }
@@ -151,8 +151,8 @@ double MusicConnector::duration() const
     if (track && track->duration && *track->duration != 0.0) {
         return *track->duration;
     }
-    // Unlike Music's answers, a notification is taken as it came: a number beyond any real length must not get as far
-    // as the times, where one beyond 64 bits is a programming error.
+    // A notification may hold any number. One beyond every real length must not reach the formatted times, where a
+    // number beyond 64 bits is fatal.
     constexpr double longestTotalTime = 1e9;
     const double totalTime = numberFrom(m_lastUserInfo.value(UserInfoKey::totalTime)).value_or(0.0);
     return std::abs(totalTime) <= longestTotalTime ? totalTime : 0.0;
@@ -198,7 +198,7 @@ void MusicConnector::updatePlayerProgressInfo()
     assign(m_remainingFormattedTime, remaining == m_zeroTimeText ? remaining : u'-' + remaining,
         &MusicConnector::remainingFormattedTimeChanged);
     assign(m_totalFormattedTime, formatTime(trackDuration), &MusicConnector::totalFormattedTimeChanged);
-    // Asked again: an observer of the times may have moved Music on.
+    // The duration is read again, because an observer of the times may have moved Music on.
     assign(m_trackProgress, *position / duration() * 100.0, &MusicConnector::trackProgressChanged);
 }
 
@@ -231,8 +231,8 @@ void MusicConnector::refreshTrackInfo()
         artist = storeUrl ? radioStationLabel(*storeUrl) : std::nullopt;
     }
 
-    // Cannot hold while an empty artist or album counts as absent; it keeps a nameless track off the display if that
-    // should ever change.
+    // An empty artist or album counts as absent above, so this is never true. It keeps a nameless track off the display
+    // should that change.
     if (isEmptyText(name) && isEmptyText(artist) && isEmptyText(album)) {
         assign(m_currentTrack, std::nullopt, &MusicConnector::currentTrackChanged);
     } else {
@@ -294,7 +294,7 @@ void MusicConnector::setVolume(double value)
 
 void MusicConnector::adjustVolume(double delta)
 {
-    // Not std::clamp: it does not take what is not a number, which setVolume() is to see.
+    // Not std::clamp(), which is undefined for a value that is not a number. setVolume() must get that value.
     double volume = m_soundVolume + delta;
     if (volume < 0.0) {
         volume = 0.0;
@@ -327,8 +327,8 @@ void MusicConnector::playerInfoDidArrive(const QVariantMap &userInfo)
         return;
     }
     refreshPlayerState();
-    // The feed type alone lets timers run that have nothing to find while Music is paused, also when it was paused from
-    // elsewhere. The notification of its playing again starts them.
+    // The feed type starts timers that find nothing while Music is paused. The notification that it plays again starts
+    // them again.
     if (PlayerState::isIdle(m_currentState)) {
         stopProgressPollingTimer();
         stopRefreshTrackTimer();

@@ -21,19 +21,18 @@ namespace tunedeck {
 class MusicApplication;
 class WindowActivation;
 
-/// Hears of Music's player state; see MusicConnector::setDelegate().
+/// A listener to Music's player state; see MusicConnector::setDelegate().
 class MusicConnectorDelegate {
 public:
     virtual ~MusicConnectorDelegate() = default;
-    /// `state` is one of PlayerState or another code of Music's.
+    /// `state` is one of PlayerState, or another code, which counts as playing.
     virtual void playerStateDidChange(FourCharCode state) = 0;
 };
 
-/// The one object through which the program knows what Music is doing. It follows Music's notifications, and while
-/// something plays it re-reads the track every 1.5 s (streamed content) and the position every 0.5 s (content with a
-/// duration).
+/// Publishes what Music is doing, for the whole program. It follows Music's notifications. While Music plays, it reads
+/// the track again every 1.5 s (streamed content) and the position every 0.5 s (content with a duration).
 ///
-/// Every observable property announces every assignment, also of an equal value.
+/// Every observable property announces every assignment, even of an equal value.
 class MusicConnector : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isMusicAppRunning READ isMusicAppRunning NOTIFY isMusicAppRunningChanged)
@@ -52,12 +51,12 @@ class MusicConnector : public QObject {
     Q_PROPERTY(std::optional<QString> audioOutputNames READ audioOutputNames NOTIFY audioOutputNamesChanged)
 
 public:
-    /// Reads Music's state at once. Both references must outlive the connector.
+    /// Reads Music's state at once. `musicApp` and `windowActivation` must outlive the connector.
     MusicConnector(MusicApplication &musicApp, const WindowActivation &windowActivation, QObject *parent = nullptr);
     ~MusicConnector() override;
 
-    /// The delegate is told the player state after every notification and when Music quits. It must outlive the
-    /// connector or be taken back with null.
+    /// The delegate gets the player state after every notification and when Music quits. It must outlive the connector,
+    /// or be replaced by null.
     void setDelegate(MusicConnectorDelegate *delegate) { m_delegate = delegate; }
     [[nodiscard]] MusicApplication &musicApp() const { return m_musicApp; }
 
@@ -67,7 +66,7 @@ public:
     /// Percent of the duration, 0 to 100; infinite or not a number while the duration is 0.
     [[nodiscard]] double trackProgress() const { return m_trackProgress; }
     [[nodiscard]] QString elapsedFormattedTime() const { return m_elapsedFormattedTime; }
-    /// With a leading "-" unless it is zero.
+    /// The remaining time with a leading "-", unless it is zero.
     [[nodiscard]] QString remainingFormattedTime() const { return m_remainingFormattedTime; }
     [[nodiscard]] QString totalFormattedTime() const { return m_totalFormattedTime; }
     [[nodiscard]] FeedType feedType() const { return m_feedType; }
@@ -84,41 +83,42 @@ public:
     [[nodiscard]] PlaylistSource playlistSource() const { return m_playlistSource; }
     [[nodiscard]] const std::optional<PlaylistOption> &selectedPlaylist() const { return m_selectedPlaylist; }
     void setSelectedPlaylist(const std::optional<PlaylistOption> &playlist);
-    /// The names of the outputs Music plays to, joined for display; none for the computer's own.
+    /// The names of the outputs that Music plays to, joined for display; none if that is the computer's own alone.
     [[nodiscard]] const std::optional<QString> &audioOutputNames() const { return m_audioOutputNames; }
-    /// Seconds: what Music says, else what its last notification said, else 0.
+    /// Seconds: Music's own answer, else the time in its last notification, else 0.
     [[nodiscard]] double duration() const;
 
-    /// Whether anyone looks at what is published here: at first someone does. While nobody does, the timers rest and
-    /// only Music's own notifications are followed. When someone does again, what plays is read at once.
+    /// Whether the display is visible; at first it is. While it is not, the timers rest, and only Music's own
+    /// notifications are followed. When it is visible again, the track and the position are read at once.
     void setWatched(bool isWatched);
     [[nodiscard]] bool isRefreshTrackTimerActive() const { return m_refreshTrackTimer.isActive(); }
     [[nodiscard]] bool isProgressPollingTimerActive() const { return m_progressPollingTimer.isActive(); }
     void stopProgressPollingTimer();
     void stopRefreshTrackTimer();
 
-    /// Re-reads the position and recomputes the progress and the three times.
+    /// Reads the position again and recomputes the progress and the three times.
     void updatePlayerProgressInfo();
     /// updatePlayerProgressInfo(), then volume, shuffle and repeat.
     void refreshPlaybackSettings();
     /// Rebuilds the current track from Music and its last notification.
     void refreshTrackInfo();
-    /// Reads the player state, tells the delegate, then refreshes the track and the playback settings.
+    /// Reads the player state, passes it to the delegate, then refreshes the track and the playback settings.
     void refreshPlayerState();
 
     /// Stops the progress timer if Music is paused or stopped, as right after a play/pause command.
     void stopProgressPollingIfIdle();
     void setShuffle(bool enabled);
     void setRepeat(RepeatMode mode);
-    /// Sets Music's volume to the integer part of `value`. A value that is not finite or not within 64 bits is fatal.
+    /// Sets Music's volume to the integer part of `value`. A value that is not finite or does not fit into 64 bits
+    /// is fatal.
     void setVolume(double value);
     /// Changes the volume by `delta`, within 0 to 100.
     void adjustVolume(double delta);
 
     /// Loads the playlists in the background. Does nothing while a load is under way.
     void loadPlaylists();
-    /// Plays the selected playlist, in the background, unless Music plays it already. Does nothing while one is about
-    /// to be played.
+    /// Plays the selected playlist in the background, unless Music plays it already. Does nothing while an earlier call
+    /// is under way.
     void playSelectedPlaylist();
 
 Q_SIGNALS:
@@ -191,7 +191,7 @@ private:
     bool m_isWatched = true;
     QTimer m_refreshTrackTimer{this};
     QTimer m_progressPollingTimer{this};
-    /// Empty while there is none.
+    /// Empty if there was none since Music launched.
     QVariantMap m_lastUserInfo;
     std::optional<qint64> m_currentPersistentId;
 

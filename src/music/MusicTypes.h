@@ -7,7 +7,7 @@
 
 namespace tunedeck {
 
-/// Four characters as one number, the first most significant: how Music's scripting dictionary names its constants.
+/// Four characters as one number, the first most significant. Music's constants are named so.
 using FourCharCode = std::uint32_t;
 
 [[nodiscard]] consteval FourCharCode fourCharCode(const char (&text)[5])
@@ -40,7 +40,7 @@ inline constexpr FourCharCode one = fourCharCode("kRp1");
 inline constexpr FourCharCode all = fourCharCode("kAll");
 } // namespace SongRepeat
 
-/// MusicEKnd: the kinds of output that are not named on the display.
+/// MusicEKnd: the kinds of audio output that the display does not name.
 namespace AirPlayDeviceKind {
 inline constexpr FourCharCode unknown = fourCharCode("kAPU");
 inline constexpr FourCharCode computer = fourCharCode("kAPC");
@@ -58,7 +58,7 @@ inline const QString location = QStringLiteral("Location"); ///< address of a tr
 inline const QString storeUrl = QStringLiteral("Store URL"); ///< address of a track or stream of the web
 } // namespace UserInfoKey
 
-/// What kind of content Music plays.
+/// The kind of content that Music plays.
 enum class FeedType { unknown = 0, localTrack = 1, streamedTrack = 2, liveStream = 3, stopped = 4 };
 
 /// Whether a feed of this type plays nothing.
@@ -67,9 +67,13 @@ enum class FeedType { unknown = 0, localTrack = 1, streamedTrack = 2, liveStream
     return feedType == FeedType::stopped || feedType == FeedType::unknown;
 }
 
-/// Where the playlists on offer come from: that is not known yet; from nowhere, because Music neither has any to offer
-/// nor opens playlist files; from Music itself; from the user's music folder, whose playlist files Music opens.
-enum class PlaylistSource { unknown, none, music, files };
+/// The source of the playlists on offer.
+enum class PlaylistSource {
+    unknown, ///< not known yet
+    none, ///< Music neither has playlists nor opens playlist files
+    music, ///< Music itself
+    files ///< the user's music folder, whose playlist files Music opens
+};
 
 enum class RepeatMode { off = 0, one = 1, all = 2 };
 

@@ -12,7 +12,7 @@ namespace {
 
 QString twoDigits(qint64 component)
 {
-    // Two is the width, sign included: a negative component of one digit gets no zero.
+    // The width of two includes the sign: a negative component of one digit gets no zero.
     return QString::asprintf("%02lld", component);
 }
 

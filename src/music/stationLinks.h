@@ -7,8 +7,8 @@
 
 namespace tunedeck {
 
-/// What the display shows as the artist of a radio station that is known by its link: U+F8FF, then "Music". None for
-/// any other address. Links compare byte for byte; only their host is free.
+/// The text that the display shows as the artist of one of four known radio stations: U+F8FF, then "Music". None for
+/// any other address. Links compare byte for byte, except for their host, which may be any.
 [[nodiscard]] std::optional<QString> radioStationLabel(const QString &storeUrl);
 
 } // namespace tunedeck

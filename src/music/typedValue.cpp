@@ -55,7 +55,7 @@ std::optional<qint64> integerFrom(const QVariant &value)
     if (isSigned(value.typeId())) {
         return value.toLongLong();
     }
-    // QVariant would wrap a great unsigned value around to a negative one.
+    // QVariant would turn a great unsigned value into a negative one.
     constexpr quint64 greatest = std::numeric_limits<qint64>::max();
     if (isUnsigned(value.typeId()) && value.toULongLong() <= greatest) {
         return value.toLongLong();

@@ -9,7 +9,7 @@
 
 namespace tunedeck {
 
-/// Writes down what a connector announces and tells its delegate, with the values, in the order it does: such as
+/// Records the announcements of a connector and its calls of the delegate, with the values and in their order:
 /// "soundVolume 55", "currentTrack none", "delegate kPSS".
 class ConnectorObserver : public MusicConnectorDelegate {
 public:
@@ -66,9 +66,9 @@ public:
         write("delegate", text);
     }
 
-    /// What was written down since the last take().
+    /// The records since the last take().
     [[nodiscard]] QStringList lines() const { return m_lines; }
-    /// The same, and begins anew.
+    /// The same records, which are then dropped.
     [[nodiscard]] QStringList take() { return std::exchange(m_lines, {}); }
 
 private:

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What must end the program, by name; run in a process of its own.
+/// Runs the case that must end the program, in a process of its own.
 void goThroughFatalCase(const QString &name)
 {
     const WindowActivation windowActivation;
@@ -101,7 +101,7 @@ private Q_SLOTS:
         QCOMPARE(music.commands(), QStringList(u"setShuffleEnabled true"_s));
         QCOMPARE(observer.take(), QStringList(u"shuffleEnabled true"_s));
 
-        // Refused, and equal to what it was: announced all the same.
+        // Refused, so the value stays, and is announced nevertheless.
         connector.setShuffle(false);
         QCOMPARE(music.commands().last(), u"setShuffleEnabled false"_s);
         QCOMPARE(observer.take(), QStringList(u"shuffleEnabled true"_s));

@@ -125,7 +125,7 @@ private Q_SLOTS:
         connector.loadPlaylists();
         QTRY_COMPARE(music.backgroundReads(), reads);
 
-        // The failure ended the load: the next one is begun, and is the next to be announced.
+        // The failure ended the load, so the next one begins and is announced next.
         music.answerInBackground({.playlistIds = QVariantList{5}, .playlistNames = QVariantList{u"E"_s}});
         const auto isReloaded = [&] {
             connector.loadPlaylists();

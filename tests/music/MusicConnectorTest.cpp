@@ -76,7 +76,7 @@ MusicAirPlayDevice device(std::optional<FourCharCode> kind, std::optional<QStrin
 
 constexpr FourCharCode airPlayDevice = fourCharCode("kAPD");
 
-/// What must end the program, by name; run in a process of its own.
+/// Runs the case that must end the program, in a process of its own.
 void goThroughFatalCase(const QString &name)
 {
     const WindowActivation windowActivation;
@@ -866,7 +866,7 @@ private Q_SLOTS:
         QCOMPARE(music.commands(), QStringList());
         QTRY_COMPARE(connector.playlistOptions(), QList<PlaylistOption>({{1, u"A"_s}}));
 
-        // A list that is there already stays.
+        // A list that has been loaded already stays.
         music.clearRecords();
         Q_EMIT music.didLaunch();
         QCOMPARE(connector.playlistOptions().size(), 1);
@@ -891,7 +891,7 @@ private Q_SLOTS:
         const QStringList rest = {u"selectedPlaylist none"_s, u"playlistOptions []"_s, u"soundVolume 0"_s,
             u"shuffleEnabled false"_s, u"repeatMode 0"_s, u"audioOutputNames none"_s, u"currentTrack none"_s,
             u"delegate kPSS"_s, u"feedType 0"_s, u"isMusicAppRunning false"_s};
-        // The progress is reset twice: once by the persistent id that is gone.
+        // The progress is reset twice, once because the persistent id is gone.
         QCOMPARE(observer.take(), QStringList(u"isMusicAppRunning false"_s) + zeroProgress + zeroProgress + rest);
         QCOMPARE(connector.currentState(), PlayerState::stopped);
         QCOMPARE(connector.feedType(), FeedType::unknown);

@@ -11,7 +11,7 @@ namespace tunedeck {
 
 namespace {
 
-/// Back leads to the start of the track from here on, before that to the track before.
+/// Up to this position, "back" leads to the previous track; beyond it, to the start of the track.
 constexpr double startOfTrack = 3.0; // seconds
 
 std::optional<QString> nonEmpty(const QString &text)
@@ -161,7 +161,7 @@ bool MprisMusicApplication::setSoundVolume(qint64 volume)
     if (!player()) {
         return false;
     }
-    // A little above the step, because several players cut off what is below theirs; but silence is silence.
+    // A little above the step, because cmus, mpDris2 and Clementine cut the rest off. 0 must stay silent.
     const double step = double(std::clamp<qint64>(volume, 0, 100));
     return player()->setVolume(step > 0 ? std::min(1.0, (step + 0.4) / 100) : 0);
 }
@@ -358,7 +358,7 @@ void MprisMusicApplication::finishPlayPauses()
     if (count == 0) {
         return;
     }
-    // Two leave Music as it was. Sent all the same they would be heard, and in some players they do not cancel out.
+    // Two leave Music as it was. Sent to the player they would be heard, and need not cancel out.
     if (count % 2 == 0) {
         player()->dropPlayPause();
     } else {

@@ -19,11 +19,11 @@ class ApplicationLauncher;
 class PlayerPlaylists;
 class UserDefaults;
 
-/// Music over MPRIS2: of the players on the session bus the one to follow; see choosePlayer(). A change to another
-/// player is Music quitting and launching.
+/// Music over MPRIS2: the followed one of the players on the session bus. A change of player is Music quitting and
+/// launching.
 ///
-/// Reads are answered from the mirror of the player, commands are sent and not waited for. While the player does not
-/// respond, commands are not sent and answer false.
+/// Reads are answered from the player's mirror; nothing waits for the answer to a command. While the player is not
+/// responding, commands are not sent and return false.
 class MprisMusicApplication : public MusicApplication {
     Q_OBJECT
 
@@ -33,14 +33,13 @@ public:
         Clock clock = std::chrono::steady_clock::now, QObject *parent = nullptr);
     ~MprisMusicApplication() override;
 
-    /// Looks for players on another bus from now on, or on none where `bus` is not connected; the player that was
-    /// followed is gone.
+    /// Leaves the player, then looks for players on `bus`; for none if `bus` is not connected.
     void setBus(const QDBusConnection &bus);
-    /// Whether the players that were there at the start have been found.
+    /// Whether the players that were on the bus at the start have been found.
     [[nodiscard]] bool isReady() const { return m_followed.isReady(); }
     /// The players on the bus, each family once, in the order in which they came.
     [[nodiscard]] QList<FollowablePlayer> followablePlayers() const { return m_followed.followablePlayers(); }
-    /// Asks the player anew for everything it does not announce.
+    /// Reads everything from the player again, including what it does not announce.
     void refreshPlayer();
 
     [[nodiscard]] bool isRunning() const override { return player() != nullptr; }
@@ -85,9 +84,9 @@ private:
     void handleChanged(PlayerMirror::Changes changes);
     void becomeReady();
 
-    /// Those of the player that is followed; null while there is none. May be called from any thread.
+    /// The playlists of the followed player; null while there is none. May be called from any thread.
     [[nodiscard]] std::shared_ptr<PlayerPlaylists> playlists() const;
-    /// Lets go whoever waits for the former ones.
+    /// Lets the threads go that wait for the former ones.
     void setPlaylists(std::shared_ptr<PlayerPlaylists> playlists);
 
     /// Signals and the play/pause command wait for the end of this turn of the event loop.

@@ -17,26 +17,26 @@ namespace {
 
 using ReadPurpose = PlayerMirror::ReadPurpose;
 
-/// For how long, at the most, an unanswered question to a player that does not respond is left standing. Asking anew at
-/// once keeps one question in the player's inbox, so a frozen player is back the moment it thaws.
+/// Longest time that a read waits for a player that is not responding. A read that was not answered in time is repeated
+/// at once, so that a frozen player finds one in its inbox the moment it thaws.
 constexpr Milliseconds longestDeadline{8'000};
 /// Changes come in bursts, one signal for each property.
 constexpr Milliseconds burst{40};
-/// Some players carry a command out only after they have answered it.
+/// Elisa, Chromium, Celluloid and mpv carry a command out up to 170 ms after they have answered it.
 constexpr Milliseconds effect{200};
 constexpr Milliseconds volumeEffect{300};
 constexpr Milliseconds movementOfStopped{400};
 constexpr Milliseconds sampling{2'000};
 constexpr Milliseconds samplingWhereSeeksAreAnnounced{10'000};
-/// By then the mirror listens to positions again after a seek, and a track that began is under way: some players stand
-/// at its beginning for more than a second after they have announced it.
+/// After this time the mirror listens to positions again after a seek, and a track that began is under way: Elisa
+/// reports its beginning for more than a second.
 constexpr Milliseconds underWay{1'600};
 constexpr Milliseconds patienceWithRefusal{500};
 constexpr int maximumRefusals = 5;
 constexpr qsizetype maximumInbox = 32;
 constexpr double microsecondsPerSecond = 1e6;
 
-/// The desktop entry that a player with these root properties names; empty for what cannot be the name of a file.
+/// The desktop entry in a player's root properties; empty if it cannot be the name of a file.
 QString decodeDesktopEntry(const QVariantMap &properties)
 {
     constexpr qsizetype longestFileName = 255;
@@ -44,7 +44,7 @@ QString decodeDesktopEntry(const QVariantMap &properties)
     return entry.contains(u'/') || entry.size() > longestFileName ? QString() : entry;
 }
 
-/// Track ids come as paths, as texts, or not at all; a seek has to name one that is a path.
+/// The path that a seek must name. Rhythmbox and Strawberry send the track id as a text, Totem sends none.
 QDBusObjectPath trackPath(const QString &trackId)
 {
     static const QRegularExpression path(QStringLiteral("^(/[A-Za-z0-9_]+)+$"));
@@ -130,7 +130,7 @@ void MprisPlayer::setSampled(bool isSampled)
 {
     m_isSampled = isSampled;
     if (isSampled) {
-        m_mirror.takeNextSample();
+        m_mirror.trustNextSample();
         samplePosition();
     }
     updateSampling();
@@ -138,7 +138,7 @@ void MprisPlayer::setSampled(bool isSampled)
 
 void MprisPlayer::refresh()
 {
-    m_mirror.takeNextSample();
+    m_mirror.trustNextSample();
     read(ReadPurpose::Everything);
 }
 
@@ -186,7 +186,7 @@ bool MprisPlayer::setPosition(double seconds)
     if (!takesCommands() || !m_mirror.canSeek() || !std::isfinite(seconds)) {
         return false;
     }
-    // Beyond the end most players skip to the next track; some do so in the last moment before it, or below 0.
+    // mpv, VLC and most others skip to the next track beyond the end, Rhythmbox also below 0.
     const double latest = std::max(0.0, m_mirror.track().length.value_or(1e9) - 1);
     const double target = std::clamp(seconds, 0.0, latest);
     m_wantedPosition.want(target);
@@ -224,7 +224,7 @@ bool MprisPlayer::setLoopStatus(LoopStatus status)
     return true;
 }
 
-// What the player says
+// Reports of the player
 
 void MprisPlayer::subscribe(const QDBusConnection &connection)
 {
@@ -338,9 +338,9 @@ void MprisPlayer::samplePosition()
     if (!isAttached() || !isResponding()) {
         return;
     }
-    // A stream may change its title without a word. And one player ends when it is asked for a property that it has not
-    // listed.
-    if (m_mirror.track().isLiveStream() || !m_mirror.tellsPosition()) {
+    // VLC does not announce the next song of a stream. And Celluloid aborts when it is asked for a property that it
+    // does not list.
+    if (m_mirror.track().isLiveStream() || !m_mirror.hasPosition()) {
         read(ReadPurpose::AllButModes);
         return;
     }
@@ -369,8 +369,8 @@ void MprisPlayer::onSeeked(const QDBusMessage &signal)
 
 void MprisPlayer::onSignal(const QDBusMessage &signal)
 {
-    // A player that floods the bus fills one turn of the event loop with signals. The last few are enough, since a full
-    // read follows them.
+    // A player that floods the bus fills one turn of the event loop with signals. The last few are enough, as a full
+    // read follows.
     if (m_inbox.isEmpty()) {
         QMetaObject::invokeMethod(this, &MprisPlayer::handleInbox, Qt::QueuedConnection);
     } else if (m_inbox.size() == maximumInbox) {
@@ -420,7 +420,7 @@ void MprisPlayer::handleSeeked(const QDBusMessage &signal)
     updateSampling();
 }
 
-// What is asked of the player
+// Calls to the player
 
 bool MprisPlayer::sendOnce(Command command)
 {

@@ -15,55 +15,54 @@
 
 namespace tunedeck {
 
-/// One player on the bus: keeps its mirror up to date and sends it commands. Nothing waits for the player; a player
-/// that lets a deadline pass is not responding until it says anything again, and meanwhile is sent no commands, which
-/// it would carry out later, out of time.
+/// One player on the bus: keeps its mirror up to date and sends it commands. Nothing waits for the player. A player
+/// that is not responding (see PlayerCalls) gets no commands, as it would carry them out late.
 class MprisPlayer : public QObject {
     Q_OBJECT
 
 public:
-    /// Whether the player was on the bus before anyone looked, or came while we looked on.
+    /// Whether the player was on the bus before the program looked, or came afterwards.
     enum class Arrival { WasThere, JustCame };
     enum class Command { PlayPause = 1, Stop = 2, Next = 4, Previous = 8 };
     Q_DECLARE_FLAGS(Commands, Command)
 
-    /// `owner` is the player's unique name on the bus, so that no call can start a program; `name` is what stands
-    /// behind "org.mpris.MediaPlayer2.". The player is asked at once for all it says of itself.
+    /// `owner` is the player's unique name on the bus; `name` is its well-known name without "org.mpris.MediaPlayer2.".
+    /// All properties are read at once.
     MprisPlayer(const QDBusConnection &connection, const QString &owner, const QString &name, Arrival arrival,
         Clock clock, QObject *parent = nullptr);
 
     [[nodiscard]] const QString &owner() const { return m_calls.owner(); }
     [[nodiscard]] const QString &name() const { return m_name; }
     [[nodiscard]] std::optional<qint64> processId() const { return m_processId; }
-    /// What the player calls itself, else its bus name.
+    /// The name that the player gives itself, else its bus name.
     [[nodiscard]] QString identity() const;
-    /// Identifier of the player's desktop entry, without a slash and not longer than a file's name; empty where the
-    /// player has named none.
+    /// Identifier of the player's desktop entry, without a slash and not longer than 255 characters; empty if the
+    /// player names none.
     [[nodiscard]] const QString &desktopEntry() const { return m_desktopEntry; }
-    /// Whether the player has once answered in full. Before that there is nothing to follow.
+    /// Whether the player has answered in full once. Only then it can be followed.
     [[nodiscard]] bool isAttached() const { return m_attachment == Attachment::Attached; }
-    /// Whether the first question has been answered, refused or not answered in time.
+    /// Whether the first read has been answered or refused, or was not answered in time.
     [[nodiscard]] bool hasBeenAsked() const { return m_attachment != Attachment::Unasked; }
     [[nodiscard]] bool isResponding() const { return m_calls.isResponding(); }
     [[nodiscard]] const PlayerMirror &mirror() const { return m_mirror; }
 
-    /// Whether it is asked for its position from time to time while it plays: at first it is not.
+    /// Whether its position is read from time to time while it plays. At first it is not.
     void setSampled(bool isSampled);
     /// Reads everything from the player again.
     void refresh();
 
     /// @name Commands
-    /// Each returns whether it was, or will be, sent. No two of one kind are under way at once: of seeks and volumes
-    /// the last one wanted follows when the one before is answered, others are dropped.
+    /// Each returns whether it was, or will be, sent. One of a kind is under way at a time: the last of the seeks and
+    /// of the volumes wanted meanwhile follows its answer, other commands are dropped.
     /// @{
-    /// Toggles; stops instead where the player cannot pause. What the player will do is believed from now on, and sent
-    /// when sendPlayPause() is called or taken back by dropPlayPause().
+    /// Toggles between playing and pausing; stops a player that cannot pause. The mirror shows the effect at once. The
+    /// command is sent by sendPlayPause() or taken back by dropPlayPause().
     bool askForPlayPause();
     void sendPlayPause();
     void dropPlayPause();
     bool next();
     bool previous();
-    /// Seconds; clamped to what players take without skipping the track.
+    /// `seconds` is clamped to 0 and a second before the end, as players skip the track beyond either.
     bool setPosition(double seconds);
     /// 0 to 1.
     bool setVolume(double volume);
@@ -72,7 +71,7 @@ public:
     /// @}
 
 Q_SIGNALS:
-    /// The first question has been answered, refused or not answered in time; isAttached() tells which.
+    /// hasBeenAsked() is true from now on.
     void asked();
     void attached();
     void identityChanged();
@@ -85,8 +84,8 @@ private Q_SLOTS:
 
 private:
     enum class Attachment {
-        Unasked, ///< the first question is not answered
-        Waiting, ///< the first question was refused or not answered in time
+        Unasked, ///< the first read is under way
+        Waiting, ///< the first read was refused or not answered in time
         Attached
     };
 
@@ -136,7 +135,7 @@ private:
     int m_refusals = 0;
 
     Commands m_unanswered;
-    Command m_toggle = Command::PlayPause; ///< what sendPlayPause() sends
+    Command m_toggle = Command::PlayPause; ///< the command that sendPlayPause() sends
     LatestWanted m_wantedPosition{[this](double seconds) { sendPosition(seconds); }};
     LatestWanted m_wantedVolume{[this](double volume) { sendVolume(volume); }};
 

@@ -11,16 +11,16 @@ namespace tunedeck {
 namespace {
 
 constexpr Milliseconds blink{150};
-/// A player whose metadata never comes to rest must not be left on the old track for good.
+/// Limit for a player whose metadata never comes to rest: it must not stay on the old track for good.
 constexpr Milliseconds longestUnrest{500};
-/// Some players answer a command first and change their state afterwards.
+/// Elisa, Chromium, Celluloid and mpv change their state up to 170 ms after they have answered a command.
 constexpr Milliseconds slownessAfterAnswer{250};
 constexpr Milliseconds volumeEcho{250};
 constexpr double smallestGrowth = 0.2;
 constexpr double largestGrowth = 10;
 constexpr int growthsOfAStream = 2;
 constexpr double movement = 0.1;
-/// Two positions that lie closer together in time tell nothing of whether the player moves.
+/// Two positions closer together in time do not show whether the player moves.
 constexpr Milliseconds shortestMovement{200};
 
 QString statusText(PlaybackStatus status)
@@ -60,9 +60,9 @@ PlayerMirror::Changes PlayerMirror::read(const PlayerReport &report, ReadPurpose
         complete.shuffle = m_report.shuffle;
         complete.loopStatus = m_report.loopStatus;
     }
-    takeReport(complete, now);
+    applyReport(complete, now);
     if (report.position) {
-        takePosition(*report.position, now);
+        applyPosition(*report.position, now);
     }
     Changes changes = changesSince(before);
     changes.settings |= m_clock.position(now) != expected;
@@ -78,13 +78,13 @@ PlayerMirror::Changes PlayerMirror::announced(const PlayerReport &report, Instan
     }
     PlayerReport merged = m_report;
     merge(merged, report);
-    takeReport(merged, now);
+    applyReport(merged, now);
     return changesSince(before);
 }
 
 PlayerMirror::Changes PlayerMirror::seeked(double position, Instant now)
 {
-    // After our own seek the target is believed: one player announces the place it left, others a rounded one.
+    // After our own seek the target is believed: cmus announces the place it left, Strawberry a rounded one.
     if (m_targetIsOurs && m_clock.trustsTarget(now)) {
         return {};
     }
@@ -97,7 +97,7 @@ PlayerMirror::Changes PlayerMirror::positionRead(double position, Instant now)
 {
     const Believed before = believed();
     const double expected = m_clock.position(now);
-    takePosition(position, now);
+    applyPosition(position, now);
     Changes changes = changesSince(before);
     changes.settings |= m_clock.position(now) != expected;
     return changes;
@@ -159,31 +159,21 @@ PlayerMirror::Changes PlayerMirror::settle(Instant now)
     return changesSince(before);
 }
 
-std::optional<Instant> PlayerMirror::nextSettling() const
-{
-    return m_nextSettling;
-}
-
 void PlayerMirror::setResponding(bool responding, Instant now)
 {
     m_isResponding = responding;
     m_clock.setRunning(responding && m_status == PlaybackStatus::Playing, now);
-    m_clock.takeNextSample();
+    m_clock.trustNextSample();
 }
 
-void PlayerMirror::takeNextSample()
+void PlayerMirror::trustNextSample()
 {
-    m_clock.takeNextSample();
+    m_clock.trustNextSample();
 }
 
 PlaybackStatus PlayerMirror::status() const
 {
     return m_track.isEmpty() ? PlaybackStatus::Stopped : m_status;
-}
-
-const TrackDetails &PlayerMirror::track() const
-{
-    return m_track;
 }
 
 QVariantMap PlayerMirror::userInfo() const
@@ -217,46 +207,6 @@ std::optional<double> PlayerMirror::position(Instant now) const
     return m_track.length && !m_track.lengthGrows ? std::min(position, *m_track.length) : position;
 }
 
-std::optional<double> PlayerMirror::volume() const
-{
-    return m_volume;
-}
-
-std::optional<bool> PlayerMirror::shuffle() const
-{
-    return m_report.shuffle;
-}
-
-std::optional<LoopStatus> PlayerMirror::loopStatus() const
-{
-    return m_report.loopStatus;
-}
-
-bool PlayerMirror::canControl() const
-{
-    return m_report.canControl.value_or(true);
-}
-
-bool PlayerMirror::canPause() const
-{
-    return m_report.canPause.value_or(true);
-}
-
-bool PlayerMirror::canSeek() const
-{
-    return canControl() && m_report.canSeek.value_or(true);
-}
-
-bool PlayerMirror::canGoNext() const
-{
-    return canControl() && m_report.canGoNext.value_or(true);
-}
-
-bool PlayerMirror::canGoPrevious() const
-{
-    return canControl() && m_report.canGoPrevious.value_or(true);
-}
-
 const QString &PlayerMirror::reportedTrackId() const
 {
     static const QString none;
@@ -266,15 +216,10 @@ const QString &PlayerMirror::reportedTrackId() const
 bool PlayerMirror::mayPlayThoughStopped() const
 {
     return m_report.status.value_or(PlaybackStatus::Stopped) == PlaybackStatus::Stopped && m_report.track
-        && !m_report.track->isEmpty() && tellsPosition();
+        && !m_report.track->isEmpty() && hasPosition();
 }
 
-bool PlayerMirror::tellsPosition() const
-{
-    return m_report.position.has_value();
-}
-
-void PlayerMirror::takeReport(PlayerReport report, Instant now)
+void PlayerMirror::applyReport(PlayerReport report, Instant now)
 {
     const PlaybackStatus statusBefore = reportedStatus();
     const TrackDetails trackBefore = m_report.track.value_or(TrackDetails());
@@ -284,7 +229,7 @@ void PlayerMirror::takeReport(PlayerReport report, Instant now)
         m_sightingWhileStopped.reset();
     }
     if (report.track) {
-        // One player tells another length, by some milliseconds, at every read.
+        // VLC reports a length that is some milliseconds off at every read.
         if (report.track->isSameTrack(trackBefore) && report.track->length && trackBefore.length
             && std::abs(*report.track->length - *trackBefore.length) < smallestGrowth) {
             report.track->length = trackBefore.length;
@@ -301,20 +246,20 @@ void PlayerMirror::takeReport(PlayerReport report, Instant now)
     }
     if (const double rate = m_report.rate.value_or(1); rate != rateBefore) {
         m_clock.setRate(rate, now);
-        m_clock.takeNextSample();
+        m_clock.trustNextSample();
     }
     settle(now);
     m_believesAtOnce = false;
 }
 
-void PlayerMirror::takePosition(double position, Instant now)
+void PlayerMirror::applyPosition(double position, Instant now)
 {
     if (m_report.status.value_or(PlaybackStatus::Stopped) == PlaybackStatus::Stopped) {
         judgeMovement(position, now);
         settle(now);
     }
-    // A position of the next track says nothing of the one that is still believed, and one of a stopped player nothing
-    // at all, also while its Stopped may yet turn out to be a blink.
+    // The position of the next track must not move the clock of the one that is still believed. A stopped player's
+    // position means nothing, even while its Stopped may yet be a blink.
     const bool isOfThisTrack = m_report.track.value_or(TrackDetails()).isSameTrack(m_track);
     if (isOfThisTrack && status() != PlaybackStatus::Stopped && reportedStatus() != PlaybackStatus::Stopped) {
         m_report.position = position;
@@ -324,8 +269,8 @@ void PlayerMirror::takePosition(double position, Instant now)
 
 void PlayerMirror::judgeMovement(double position, Instant now)
 {
-    // One player that was started idle and is then given something to play goes on saying Stopped. A step back is the
-    // start of its next track, and says neither that it plays nor that it stands.
+    // mpv that was started idle and is then given a file to play still says Stopped. A step back is the start of its
+    // next track, and does not show whether it plays.
     const std::optional<Sighting> before = m_sightingWhileStopped;
     if (before && now < before->at + shortestMovement) {
         return;
@@ -373,7 +318,7 @@ PlaybackStatus PlayerMirror::reportedStatus() const
 
 bool PlayerMirror::isBelievableAtOnce(const TrackDetails &track) const
 {
-    // With Stopped comes, in one player, the first track of a list that has just ended.
+    // Elisa sends the first track of the list, with Stopped, when the list has ended.
     return m_believesAtOnce || (track.isComplete() && reportedStatus() != PlaybackStatus::Stopped);
 }
 
@@ -429,7 +374,7 @@ void PlayerMirror::settleVolume(Instant now)
         return;
     }
     m_volumeHeldUntil.reset();
-    // One player reports silence for as long as it is stopped.
+    // VLC reports the volume 0 while it is stopped.
     const bool isSilenceOfStopped = m_report.volume == 0.0 && m_volume && reportedStatus() == PlaybackStatus::Stopped;
     if (!isSilenceOfStopped) {
         m_volume = m_report.volume;
@@ -446,17 +391,18 @@ void PlayerMirror::believeStatus(PlaybackStatus status, Instant since)
     if (status == PlaybackStatus::Stopped) {
         m_clock.setPosition(0, since);
     }
-    m_clock.takeNextSample();
+    m_clock.trustNextSample();
 }
 
 void PlayerMirror::believeTrack(const TrackDetails &track)
 {
     const bool isAnother = !track.isSameTrack(m_track);
     m_track = track;
-    // Few players announce a seek at a track change, so the change itself sets the clock back.
+    // Only Audacious, Quod Libet, cmus and Sayonara announce a seek at a track change, so the change itself sets the
+    // clock back.
     if (isAnother && !track.isLiveStream()) {
         m_clock.setPosition(0, m_trackSince);
-        m_clock.takeNextSample();
+        m_clock.trustNextSample();
     }
 }
 

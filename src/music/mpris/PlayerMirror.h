@@ -11,28 +11,29 @@
 
 namespace tunedeck {
 
-/// What one player plays, as far as it can be believed. No D-Bus in here: reports and the time are handed in.
+/// The state of one player, as far as it can be believed. It knows neither D-Bus nor the clock: reports and the time
+/// are arguments.
 ///
-/// Real players blink. At every track change many say Stopped or Paused, or send empty and partial metadata, for some
-/// milliseconds. So what the user asked for is believed at once; an unasked Stopped or Paused and a track that is not
-/// complete only when they have stood for 150 ms; Playing and a complete track at once.
+/// Players blink. At every track change VLC, Elisa and Chromium say Stopped, Celluloid says Paused, and Chromium sends
+/// empty and partial metadata, all for some milliseconds. So a state that the user asked for is believed at once, and
+/// so are Playing and a complete track. An unasked Stopped or Paused and an incomplete track are believed after 150 ms.
 class PlayerMirror {
 public:
-    /// What an input changed for those who look on.
+    /// The parts of the believed state that an input changed.
     struct Changes {
-        bool userInfo = false; ///< userInfo() is another
+        bool userInfo = false; ///< userInfo() differs
         bool settings = false; ///< position (other than by time), volume, shuffle or loop status
-        bool status = false; ///< status() is another
+        bool status = false; ///< status() differs
     };
-    /// Whether a read may change shuffle and loop status. One player answers a new random value on every read, so
-    /// only reads that were made for them may.
+    /// Whether a read may change shuffle and loop status. mpv answers a new random value on every read, so only reads
+    /// made for them may.
     enum class ReadPurpose { Everything, AllButModes };
 
-    /// Has even the first report stand the test of time: a player that has only just come announces a track before it
-    /// has read its tags. One that was there before can be believed at once.
+    /// Lets the first report wait like every other. Call this for a player that has just come: Celluloid announces a
+    /// track before it has read its tags. A player that was there before can be believed at once.
     void distrustFirstReport();
 
-    // What the player says
+    // Reports of the player
 
     /// All properties, as read from the player.
     Changes read(const PlayerReport &report, ReadPurpose purpose, Instant now);
@@ -43,54 +44,55 @@ public:
     /// The position alone, as read from the player. Seconds.
     Changes positionRead(double position, Instant now);
 
-    // What was asked of the player
+    // Commands to the player
 
-    /// A status that was asked for. Believed until commandAnswered() and a moment longer.
+    /// The user asked for `status`. It is believed until 250 ms after commandAnswered().
     Changes askedForStatus(PlaybackStatus status, Instant now);
     void commandAnswered(Instant now);
     Changes commandFailed(Instant now);
     /// Seconds.
     Changes askedForPosition(double target, Instant now);
-    /// 0 to 1. The player's own reports of its volume are not looked at until volumeAnswered() and 250 ms longer.
+    /// `volume` is 0 to 1. Reports of the volume are ignored until 250 ms after volumeAnswered().
     Changes askedForVolume(double volume, Instant now);
     void volumeAnswered(Instant now);
 
-    // The time
+    // Time
 
-    /// Takes over what has stood long enough.
+    /// Believes the reports that have lasted long enough.
     Changes settle(Instant now);
-    /// When settle() is to be called next, if ever.
-    [[nodiscard]] std::optional<Instant> nextSettling() const;
-    /// Lets the clock stand while the player does not answer.
+    /// The time to call settle() next; none if nothing waits.
+    [[nodiscard]] std::optional<Instant> nextSettling() const { return m_nextSettling; }
+    /// The clock stops while the player is not responding.
     void setResponding(bool responding, Instant now);
-    /// The next position the player tells is taken as it is.
-    void takeNextSample();
+    /// The next reported position moves the clock, however near it is.
+    void trustNextSample();
 
-    // What is believed
+    // The believed state
 
     /// Stopped also for a player that has nothing to play.
     [[nodiscard]] PlaybackStatus status() const;
-    [[nodiscard]] const TrackDetails &track() const;
+    [[nodiscard]] const TrackDetails &track() const { return m_track; }
     /// The keys and values of MusicApplication::playerInfo.
     [[nodiscard]] QVariantMap userInfo() const;
-    /// Seconds, 0 to the length of the track. None for a player that has never told a position.
+    /// Seconds, 0 to the length of the track. None for a player that has never reported a position.
     [[nodiscard]] std::optional<double> position(Instant now) const;
     /// 0 to 1.
-    [[nodiscard]] std::optional<double> volume() const;
-    [[nodiscard]] std::optional<bool> shuffle() const;
-    [[nodiscard]] std::optional<LoopStatus> loopStatus() const;
+    [[nodiscard]] std::optional<double> volume() const { return m_volume; }
+    [[nodiscard]] std::optional<bool> shuffle() const { return m_report.shuffle; }
+    [[nodiscard]] std::optional<LoopStatus> loopStatus() const { return m_report.loopStatus; }
 
-    [[nodiscard]] bool canControl() const;
-    [[nodiscard]] bool canPause() const;
-    [[nodiscard]] bool canSeek() const;
-    [[nodiscard]] bool canGoNext() const;
-    [[nodiscard]] bool canGoPrevious() const;
-    /// The track id as last reported: what a seek has to name.
+    [[nodiscard]] bool canControl() const { return m_report.canControl.value_or(true); }
+    [[nodiscard]] bool canPause() const { return m_report.canPause.value_or(true); }
+    [[nodiscard]] bool canSeek() const { return canControl() && m_report.canSeek.value_or(true); }
+    [[nodiscard]] bool canGoNext() const { return canControl() && m_report.canGoNext.value_or(true); }
+    [[nodiscard]] bool canGoPrevious() const { return canControl() && m_report.canGoPrevious.value_or(true); }
+    /// The track id last reported, which a seek must name; empty if there is none.
     [[nodiscard]] const QString &reportedTrackId() const;
-    /// Whether the player says Stopped and yet has something that may be playing; see positionRead().
+    /// Whether the player says Stopped and yet has a track that may be playing, as mpv does when it was started idle;
+    /// see positionRead().
     [[nodiscard]] bool mayPlayThoughStopped() const;
-    /// Whether the last full read had a position: one player ends when it is asked for a property it does not list.
-    [[nodiscard]] bool tellsPosition() const;
+    /// Whether the player lists its position. Celluloid aborts when it is asked for a property that it does not list.
+    [[nodiscard]] bool hasPosition() const { return m_report.position.has_value(); }
 
 private:
     struct Expectation {
@@ -109,8 +111,8 @@ private:
         std::optional<LoopStatus> loopStatus;
     };
 
-    void takeReport(PlayerReport report, Instant now);
-    void takePosition(double position, Instant now);
+    void applyReport(PlayerReport report, Instant now);
+    void applyPosition(double position, Instant now);
     void judgeMovement(double position, Instant now);
     void setPlaysThoughStopped(bool plays, Instant now);
     [[nodiscard]] bool growsAsItPlays(const TrackDetails &track) const;

@@ -22,11 +22,11 @@ namespace tunedeck {
 
 namespace {
 
-/// For the list as a whole, however many pages it has.
+/// Time for the whole list, however many pages it has.
 constexpr Milliseconds listDeadline{4'000};
 
-/// The order in which the player shows its playlists, if it says that it knows it. Otherwise its first: some answer an
-/// order that they have not listed with an error.
+/// The order in which the player shows its playlists, if it lists that order, else the first that it lists: Rhythmbox
+/// lists "Alphabetical" alone, Strawberry "User".
 QString playersOwnOrder(const QVariantMap &properties)
 {
     const QString asArrangedByTheUser = QStringLiteral("UserDefined");
@@ -34,7 +34,7 @@ QString playersOwnOrder(const QVariantMap &properties)
     return orders.isEmpty() || orders.contains(asArrangedByTheUser) ? asArrangedByTheUser : orders.constFirst();
 }
 
-/// Whether a player with these root properties says that it opens playlist files. Some name one kind of them alone.
+/// Whether a player with these root properties opens playlist files. It may list a single type of them.
 bool opensPlaylistFiles(const QVariantMap &properties)
 {
     static const QSet<QString> playlistTypes{QStringLiteral("application/mpegurl"),
@@ -49,7 +49,7 @@ bool opensPlaylistFiles(const QVariantMap &properties)
         && std::ranges::any_of(types, [](const QString &type) { return playlistTypes.contains(type.toLower()); });
 }
 
-/// Whether an error stands for no answer at all.
+/// Whether an error means that there is no answer.
 bool isSilence(const QDBusError &error)
 {
     return bus::isUnanswered(error) || error.type() == QDBusError::Disconnected
@@ -150,7 +150,7 @@ std::optional<QList<PlaylistDetails>> PlayerPlaylists::readPages(
         if (reply.type() == QDBusMessage::InvalidMessage) {
             return std::nullopt;
         }
-        // To some players it is a mistake to ask for what comes after the last.
+        // A player may answer a request beyond the last playlist with an error.
         if (reply.type() == QDBusMessage::ErrorMessage) {
             return pages.reachesCount() ? std::optional(pages.playlists()) : std::nullopt;
         }
@@ -166,8 +166,8 @@ std::optional<PlayerPlaylists::Place> PlayerPlaylists::placeOf(qint64 id) const
     return found == m_paths.cend() ? std::nullopt : std::optional(Place{m_source, *found});
 }
 
-/// One player toggles between playing and pausing when it is told to play a playlist, so it is paused before it is
-/// told. False where that cannot be had.
+/// Pauses the player. Rhythmbox toggles between playing and pausing when it is told to play a playlist. False if the
+/// player still plays.
 bool PlayerPlaylists::pauseWhatPlays() const
 {
     const std::optional<QVariantMap> all = properties(mpris::playerInterface);
@@ -203,7 +203,7 @@ std::optional<QVariantMap> PlayerPlaylists::properties(const QString &interface)
     if (reply.type() == QDBusMessage::InvalidMessage) {
         return std::nullopt;
     }
-    // Some players answer with an error for an interface they do not have, some with an empty map.
+    // For an interface that it does not have, Lollypop answers with an empty map, and other players with an error.
     return bus::plainMap(reply, 0);
 }
 

@@ -20,9 +20,9 @@ class QDeadlineTimer;
 
 namespace tunedeck {
 
-/// The playlists of one player, for threads that may wait for it: its own, or, of a player that has none to offer but
-/// opens playlist files, those in the user's music folder. Any thread may call any member; to read a list and the
-/// playlist that plays takes 5 s at most, to play one 3 s.
+/// The playlists of one player, for threads that may wait for it: its own, or the playlist files in the user's music
+/// folder if the player has none of its own but opens such files. Any thread may call any member. Reading the list and
+/// the playlist that plays takes 5 s at most, playing one 3 s.
 class PlayerPlaylists {
 public:
     /// `owner` is the player's unique name on the bus.
@@ -30,20 +30,20 @@ public:
 
     /// The playlist that the player plays.
     [[nodiscard]] std::optional<PlaylistDetails> readActive() const;
-    /// The ids of all playlists, in the player's order. None if the player does not tell of all of them in time.
+    /// The ids of all playlists, in the player's order. None if the player does not send all of them in time.
     [[nodiscard]] std::optional<QVariantList> readIds();
-    /// The names of the playlists that readIds() last told the ids of. None before.
+    /// The names of the playlists that readIds() last returned. None before.
     [[nodiscard]] std::optional<QVariantList> names() const;
-    /// Where the playlists come from that readIds() last told the ids of.
+    /// The source of the playlists that readIds() last returned.
     [[nodiscard]] PlaylistSource source() const;
-    /// Plays a playlist that readIds() last told the id of. Whether the player answered.
+    /// Plays a playlist that readIds() last returned. Returns whether the player answered.
     bool play(qint64 id);
 
-    /// Whoever waits for the player is let go at once, without an answer, and nobody waits for it any more.
+    /// Lets every waiting thread go at once, without an answer. No later call waits.
     void stopWaiting();
 
 private:
-    /// Where a playlist is: what its path means, its source tells.
+    /// The path of a playlist, whose meaning depends on the source.
     struct Place {
         PlaylistSource source;
         QString path;
@@ -61,9 +61,9 @@ private:
     bool pauseWhatPlays() const;
     bool activate(const QString &path) const;
     bool open(const QString &file) const;
-    /// The properties of an interface, empty where the player has no such interface. None where it does not answer.
+    /// The plain properties of an interface, empty if the player has no such interface. None if it does not answer.
     [[nodiscard]] std::optional<QVariantMap> properties(const QString &interface) const;
-    /// The player's reply, which may be an error; an invalid message where it does not answer within `patience`.
+    /// The player's reply, which may be an error; an invalid message if it does not answer within `patience`.
     [[nodiscard]] QDBusMessage ask(
         const QString &interface, const QString &method, const QVariantList &arguments, Milliseconds patience) const;
 

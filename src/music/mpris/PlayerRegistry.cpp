@@ -12,7 +12,7 @@ namespace tunedeck {
 
 namespace {
 
-/// One player gives up its name and takes it again within a few milliseconds whenever something goes wrong in it.
+/// mpDris2 gives its name up and takes it again within 2 ms whenever MPD reports an error.
 constexpr Milliseconds graceForNames{10};
 
 } // namespace
@@ -26,7 +26,7 @@ PlayerRegistry::PlayerRegistry(const QDBusConnection &bus, Clock clock, QObject 
     m_removal.setSingleShot(true);
     m_removal.setInterval(graceForNames);
     connect(&m_removal, &QTimer::timeout, this, &PlayerRegistry::removeOwnerless);
-    // Watched first and listed second, so that nobody is missed who comes in between.
+    // Watched first and listed second, so that no player that comes in between is missed.
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
         [this](const QString &name, const QString &, const QString &owner) { ownerChanged(name, owner); });
     m_watcher.setConnection(m_bus);

@@ -15,7 +15,7 @@
 
 namespace tunedeck {
 
-/// The players on the bus, as they come and go. A player is a connection, told apart by its unique name, whatever names
+/// The players on the bus, as they come and go. A player is a connection, identified by its unique name, whatever names
 /// it owns.
 class PlayerRegistry : public QObject {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
 
     /// In the order in which they came to the bus.
     [[nodiscard]] std::vector<MprisPlayer *> players() const;
-    /// Whether everyone who was there at the start has been found and asked.
+    /// Whether every player that was there at the start has been found and asked.
     [[nodiscard]] bool isReady() const { return m_isReady; }
 
 Q_SIGNALS:

@@ -56,7 +56,7 @@ std::optional<TrackDetails> decodeTrack(const QVariantMap &properties)
     return metadata.typeId() == QMetaType::QVariantMap ? std::optional(decodeMetadata(metadata.toMap())) : std::nullopt;
 }
 
-template <typename T> void takeOver(std::optional<T> &value, const std::optional<T> &change)
+template <typename T> void applyChange(std::optional<T> &value, const std::optional<T> &change)
 {
     if (change) {
         value = change;
@@ -94,18 +94,18 @@ PlayerReport decodePlayerProperties(const QVariantMap &properties)
 
 void merge(PlayerReport &report, const PlayerReport &change)
 {
-    takeOver(report.status, change.status);
-    takeOver(report.loopStatus, change.loopStatus);
-    takeOver(report.shuffle, change.shuffle);
-    takeOver(report.track, change.track);
-    takeOver(report.position, change.position);
-    takeOver(report.rate, change.rate);
-    takeOver(report.volume, change.volume);
-    takeOver(report.canControl, change.canControl);
-    takeOver(report.canPause, change.canPause);
-    takeOver(report.canSeek, change.canSeek);
-    takeOver(report.canGoNext, change.canGoNext);
-    takeOver(report.canGoPrevious, change.canGoPrevious);
+    applyChange(report.status, change.status);
+    applyChange(report.loopStatus, change.loopStatus);
+    applyChange(report.shuffle, change.shuffle);
+    applyChange(report.track, change.track);
+    applyChange(report.position, change.position);
+    applyChange(report.rate, change.rate);
+    applyChange(report.volume, change.volume);
+    applyChange(report.canControl, change.canControl);
+    applyChange(report.canPause, change.canPause);
+    applyChange(report.canSeek, change.canSeek);
+    applyChange(report.canGoNext, change.canGoNext);
+    applyChange(report.canGoPrevious, change.canGoPrevious);
 }
 
 } // namespace tunedeck

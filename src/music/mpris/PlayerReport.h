@@ -12,8 +12,8 @@ namespace tunedeck {
 enum class PlaybackStatus { Stopped, Paused, Playing };
 enum class LoopStatus { None, Track, Playlist };
 
-/// The properties of a player's Player interface, decoded. None where the player does not say, or says something that
-/// makes no sense.
+/// The properties of a player's Player interface, decoded. A value is none if the player sends none, or one that makes
+/// no sense.
 struct PlayerReport {
     std::optional<PlaybackStatus> status;
     std::optional<LoopStatus> loopStatus;
@@ -29,13 +29,14 @@ struct PlayerReport {
     std::optional<bool> canGoPrevious;
 };
 
+/// Decodes plain properties (see bus::plainMap()), whatever they hold.
 [[nodiscard]] PlayerReport decodePlayerProperties(const QVariantMap &properties);
 
-/// Takes over from `change` what it says.
+/// Overwrites the values of `report` that `change` has.
 void merge(PlayerReport &report, const PlayerReport &change);
 
-/// Seconds, 0 to 10⁹, from a number of microseconds; slightly negative ones, which some players give around a seek, are
-/// 0. None for what is no position.
+/// Seconds, 0 to 10⁹, from a plain number of microseconds. A negative number, which mpv and VLC send around a seek, is
+/// 0. None for anything else.
 [[nodiscard]] std::optional<double> decodePosition(const QVariant &microseconds);
 
 } // namespace tunedeck

@@ -11,7 +11,7 @@ namespace tunedeck {
 
 namespace {
 
-/// QtDBus sends no message with a path that is none. "/" stands for no playlist.
+/// None for an invalid path, which QtDBus refuses to send, and for "/", which means no playlist.
 std::optional<QString> pathFrom(const QVariant &value)
 {
     static const QRegularExpression path(QStringLiteral("\\A(/[A-Za-z0-9_]+)+\\z"));

@@ -8,21 +8,21 @@
 
 namespace tunedeck {
 
-/// A playlist as its player describes it, or as the disk has it.
+/// A playlist of a player, or a playlist file.
 struct PlaylistDetails {
     qint64 id = 0; ///< playlistId() of the path
-    QString path; ///< the D-Bus object path that the player knows it by, or the file that it is
+    QString path; ///< its D-Bus object path, or the path of its file
     QString name; ///< may be empty
 
     bool operator==(const PlaylistDetails &) const = default;
 };
 
-/// Not negative, and as lasting as `path`.
+/// An id made from `path`: never negative, the same in every run.
 [[nodiscard]] qint64 playlistId(const QString &path);
 
-/// Decodes a playlist as it comes over the bus: its path, its name and its icon. None without a path.
+/// Decodes a plain playlist: its path, its name and its icon. None if the path is missing or invalid.
 [[nodiscard]] std::optional<PlaylistDetails> decodePlaylist(const QVariant &value);
-/// Decodes the property "ActivePlaylist": whether there is one, and which.
+/// Decodes the plain property "ActivePlaylist": whether one is active, and which.
 [[nodiscard]] std::optional<PlaylistDetails> decodeActivePlaylist(const QVariant &value);
 
 } // namespace tunedeck

@@ -22,11 +22,11 @@ namespace tunedeck {
 
 namespace {
 
-/// For a disk that has more folders than anyone could have made.
+/// Limit for a disk with more folders than a user can have made.
 constexpr qsizetype maximumFoldersToVisit = 100'000;
 
-/// One search at a time: threads that wait for a disk that does not answer must not pile up. Needs no end of its own,
-/// as a search may outlast the program's.
+/// Lets one search run at a time: threads that wait for a disk must not pile up. It is never destroyed, as a search may
+/// outlast the program.
 std::binary_semaphore &search()
 {
     static std::binary_semaphore search{1};
@@ -35,19 +35,19 @@ std::binary_semaphore &search()
 
 bool isPlaylist(const QFileInfo &file)
 {
-    // Not a list, which would end with the program: a search may outlast it.
+    // Not a QStringList, which is destroyed at the end of the program: a search may outlast it.
     constexpr std::array suffixes{
         QLatin1String("m3u"), QLatin1String("m3u8"), QLatin1String("pls"), QLatin1String("xspf")};
     return std::ranges::any_of(suffixes,
         [suffix = file.suffix()](QLatin1String known) { return suffix.compare(known, Qt::CaseInsensitive) == 0; });
 }
 
-/// None for a file that is no playlist, or cannot be read. Asks the disk for playlists alone: most files are songs, and
-/// in the network each question takes its time.
+/// None for a file that is no playlist, or cannot be read. The disk is asked about playlists only: most files are
+/// songs, and in the network each question takes time.
 std::optional<PlaylistDetails> playlistIn(const QFileInfo &file)
 {
     const QString path = file.filePath();
-    // Some names cannot be said in characters, and what cannot be named cannot be opened.
+    // Some file names cannot be decoded; such files cannot be opened.
     if (!isPlaylist(file) || !file.isFile() || !QFileInfo(path).isReadable()) {
         return std::nullopt;
     }
@@ -102,7 +102,7 @@ QList<PlaylistDetails> findPlaylistFiles(
     const auto isToGoOn = [&] {
         return playlists.size() < maximumPlaylistFiles && !deadline.hasExpired() && !stop.stop_requested();
     };
-    // Not an iterator that goes into folders by itself: it holds each of them open that it is in, however deep.
+    // Not a recursive iterator: it keeps every folder open on the way down, however deep.
     QStringList folders{folder};
     while (!folders.isEmpty() && isToGoOn()) {
         QDirIterator entries(folders.takeLast(), QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot);
@@ -124,7 +124,7 @@ std::optional<QList<PlaylistDetails>> playlistFilesOfMusicFolder(
     const QDeadlineTimer &deadline, const std::stop_token &stop)
 {
     using namespace std::chrono_literals;
-    // What a disk that answers needs to be done once the deadline has passed.
+    // Time that a disk that answers needs to finish after the deadline.
     constexpr auto grace = 200ms;
     constexpr auto patience = 20ms;
 

@@ -21,31 +21,16 @@ void PlaylistPages::add(const QVariant &page)
         m_playlists.append(*playlist);
     }
     m_nextIndex += uint(elements.size());
-    // A player that cannot count sends the same page again and again.
+    // A faulty player may send the same page again and again.
     const bool broughtNothing = m_playlists.size() == before;
-    // A count that is out of date must not cut a list whose pages are still full.
+    // An outdated count must not cut a list whose pages are still full.
     const bool isLastByCount = elements.size() < pageSize && m_count && reachesCount();
     m_isComplete = broughtNothing || isLastByCount || m_playlists.size() == maximumPlaylists;
-}
-
-uint PlaylistPages::nextIndex() const
-{
-    return m_nextIndex;
-}
-
-bool PlaylistPages::isComplete() const
-{
-    return m_isComplete;
 }
 
 bool PlaylistPages::reachesCount() const
 {
     return m_count ? m_nextIndex >= *m_count : m_nextIndex > 0;
-}
-
-const QList<PlaylistDetails> &PlaylistPages::playlists() const
-{
-    return m_playlists;
 }
 
 } // namespace tunedeck

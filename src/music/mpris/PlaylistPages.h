@@ -11,25 +11,25 @@
 
 namespace tunedeck {
 
-/// The playlists of one player, gathered page by page, in the player's order and each once. Bounded, whatever the
-/// player sends; a page may be shorter than what was asked for.
+/// The playlists of one player, gathered page by page: each once, in the player's order, at most maximumPlaylists,
+/// whatever the player sends. A page may be shorter than requested.
 class PlaylistPages {
 public:
-    /// How many playlists to ask for at once.
+    /// Playlists to request at once.
     static constexpr int pageSize = bus::maximumElements;
     static constexpr qsizetype maximumPlaylists = 100'000;
 
-    /// `count` is how many playlists the player says it has, where it says so.
+    /// `count` is the number of playlists that the player reports, if it does.
     explicit PlaylistPages(std::optional<double> count = std::nullopt);
 
-    /// Takes what the player answered when it was asked for the playlists from nextIndex() on.
+    /// Adds the player's answer to a request for the playlists from nextIndex() on, made plain.
     void add(const QVariant &page);
-    [[nodiscard]] uint nextIndex() const;
-    /// Whether there is nothing more to ask for.
-    [[nodiscard]] bool isComplete() const;
-    /// Whether the player has told of as many as it counts; of any at all where it does not count them.
+    [[nodiscard]] uint nextIndex() const { return m_nextIndex; }
+    /// Whether no further request is needed.
+    [[nodiscard]] bool isComplete() const { return m_isComplete; }
+    /// Whether the player has sent as many playlists as it counts; any at all if it does not count them.
     [[nodiscard]] bool reachesCount() const;
-    [[nodiscard]] const QList<PlaylistDetails> &playlists() const;
+    [[nodiscard]] const QList<PlaylistDetails> &playlists() const { return m_playlists; }
 
 private:
     const std::optional<double> m_count;

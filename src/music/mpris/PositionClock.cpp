@@ -36,15 +36,15 @@ void PositionClock::sample(double seconds, Instant at)
     if (trustsTarget(at)) {
         return;
     }
-    if (m_takesNextSample || std::abs(seconds - position(at)) > tolerance) {
+    if (m_trustsNextSample || std::abs(seconds - position(at)) > tolerance) {
         setPosition(seconds, at);
-        m_takesNextSample = false;
+        m_trustsNextSample = false;
     }
 }
 
-void PositionClock::takeNextSample()
+void PositionClock::trustNextSample()
 {
-    m_takesNextSample = true;
+    m_trustsNextSample = true;
 }
 
 void PositionClock::setRunning(bool running, Instant at)

@@ -7,24 +7,24 @@
 
 namespace tunedeck {
 
-/// Where a track is, told from the last known position and the time since: players do not announce their position, and
-/// asking them all the time would wake both sides.
+/// The position in a track, computed from the last known one and the time since. Players do not announce their
+/// position, and to ask all the time would wake both sides.
 class PositionClock {
 public:
-    /// What is known for certain: the start of a track, the place a player was found at.
+    /// A certain position in seconds, such as the start of a track.
     void setPosition(double seconds, Instant at);
-    /// A target that was sought. What players say of their position in the next 1.5 s is often still the old place, so
-    /// samples are not looked at until then.
+    /// The target of a seek, in seconds. Samples are ignored for the next 1.5 s: Audacious still reports the old
+    /// position for 0.2 s, Elisa for 1.2 s.
     void trustTarget(double seconds, Instant at);
     [[nodiscard]] bool trustsTarget(Instant at) const;
 
-    /// What a player said on being asked. Moves the clock only when it is more than 1.2 s off, because some players
-    /// count in whole seconds, or when takeNextSample() was called before.
+    /// A position, in seconds, that the player has answered. It moves the clock if it is more than 1.2 s off, because
+    /// Rhythmbox, cmus and mpDris2 count whole seconds, or after trustNextSample().
     void sample(double seconds, Instant at);
-    void takeNextSample();
+    void trustNextSample();
 
     void setRunning(bool running, Instant at);
-    /// Seconds of the track a second; 0 to 100.
+    /// Seconds of the track per second; 0 to 100.
     void setRate(double rate, Instant at);
 
     /// Seconds, at least 0.
@@ -35,7 +35,7 @@ private:
     Instant m_at{};
     double m_rate = 1;
     bool m_running = false;
-    bool m_takesNextSample = true;
+    bool m_trustsNextSample = true;
     std::optional<Instant> m_trustedUntil;
 };
 

@@ -10,7 +10,7 @@ namespace {
 constexpr double firstStep = 2;
 constexpr double lastStep = 8;
 constexpr double growth = 1;
-/// Where the length is not known: as far as any position goes.
+/// Limit of a track of unknown length.
 constexpr double farthest = 1e9;
 
 } // namespace
@@ -21,11 +21,6 @@ SeekRamp::SeekRamp(Direction direction, double position, std::optional<double> l
     , m_limit(std::max(0.0, length.value_or(farthest) - 1))
     , m_step(firstStep)
 {
-}
-
-SeekRamp::Direction SeekRamp::direction() const
-{
-    return m_direction;
 }
 
 double SeekRamp::advance()

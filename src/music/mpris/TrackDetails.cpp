@@ -15,11 +15,11 @@ namespace tunedeck {
 namespace {
 
 constexpr qsizetype maximumArtists = 32;
-/// A longer "track" is a stream whose player had to write some number.
+/// A longer "track" is a stream: Chromium sends the largest integer for one.
 constexpr double maximumLength = 30.0 * 24 * 60 * 60;
 constexpr double microsecondsPerSecond = 1e6;
 
-/// Some players fill in "Unknown" or "Unknown artist" where the file has no tag.
+/// Rhythmbox and Lollypop write "Unknown", Sayonara "Unknown artist", if the file has no tag.
 bool isPlaceholder(const QString &text)
 {
     static const QRegularExpression placeholder(
@@ -62,7 +62,7 @@ QString schemeOf(const QString &url)
     return scheme.match(url).captured(1).toLower();
 }
 
-/// Not every player encodes its addresses, so a "%" may be just that.
+/// mpDris2 does not encode its addresses, so a "%" may be just that.
 QString percentDecoded(const QString &text)
 {
     static const QRegularExpression strayPercent(QStringLiteral("%(?![0-9a-fA-F]{2})"));
@@ -79,7 +79,7 @@ QString lastPartOf(const QString &url, bool isFromWeb)
     while (path.endsWith(u'/')) {
         path.chop(1);
     }
-    // Decoding can bring back what cleaning had taken out.
+    // Decoding can bring back control characters.
     return bus::text(percentDecoded(path.mid(path.lastIndexOf(u'/') + 1))).value_or(QString());
 }
 
@@ -123,7 +123,7 @@ QString TrackDetails::name() const
 
 QString TrackDetails::artist() const
 {
-    // Where the player keeps the station's name as the title, the station stands in the artist's place.
+    // VLC and Celluloid keep the station as the title, so it takes the artist's place.
     if (artists.isEmpty() && !streamTitle.isEmpty() && streamTitle != title) {
         return title;
     }
@@ -157,7 +157,7 @@ TrackDetails decodeMetadata(const QVariantMap &metadata)
     track.genre = tagOf(metadata, QStringLiteral("xesam:genre"));
     track.length = lengthOf(metadata);
     if (!track.isLocalFile()) {
-        // Two players' own keys: their title is the station's name, and stays it.
+        // The own keys of VLC and Celluloid, whose title stays the station's name.
         track.streamTitle = textOf(metadata, QStringLiteral("vlc:nowplaying"));
         if (track.streamTitle.isEmpty()) {
             track.streamTitle = textOf(metadata, QStringLiteral("icy-title"));

@@ -61,7 +61,7 @@ class BusValueTest : public QObject {
     Q_OBJECT
 
 private:
-    /// `value` as it arrives after a journey over the bus.
+    /// `value` as it arrives over the bus.
     QVariant arrived(const QVariant &value)
     {
         m_arrived.reset();
@@ -269,7 +269,7 @@ private Q_SLOTS:
         QCOMPARE(bus::plainMap(QVariant()), QVariantMap());
     }
 
-    // What has come over the bus
+    // Values from the bus
 
     void aMapFromTheBusIsPlain()
     {
@@ -362,7 +362,7 @@ private Q_SLOTS:
         for (; plain.value(u"map"_s).typeId() == QMetaType::QVariantMap; ++depth) {
             plain = plain.value(u"map"_s).toMap();
         }
-        // Every map lies in a variant, which is a level of its own.
+        // Every map is in a variant, which is a level of its own.
         QCOMPARE(depth, 4);
         QCOMPARE(plain, QVariantMap({{u"map"_s, QVariant()}}));
     }

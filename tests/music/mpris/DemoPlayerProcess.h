@@ -10,7 +10,7 @@ namespace tunedeck {
 
 class PrivateBus;
 
-/// The demo player as a process of its own on a private bus, and the line to it.
+/// The demo player as a process of its own on a private bus.
 class DemoPlayerProcess {
 public:
     /// Starts the player and waits until it owns its name. `control` is the connection that lines are sent over.
@@ -20,11 +20,11 @@ public:
     DemoPlayerProcess &operator=(const DemoPlayerProcess &) = delete;
 
     [[nodiscard]] bool isReady() const;
-    /// Has the player do what `line` says; false if it does not understand. Returns when it is done.
+    /// Makes the player carry out `line`; false if it does not understand it. Returns when it is done.
     bool tell(const QString &line) const;
-    /// The calls that the player received since this was last asked.
+    /// The calls that the player received since the last takeCalls() or takeCommands().
     QStringList takeCalls() const;
-    /// Those of them that are commands.
+    /// The commands among these calls.
     [[nodiscard]] QStringList takeCommands() const;
 
     void freeze() const;

@@ -45,8 +45,7 @@ bool isClean(const std::optional<QString> &text)
 
 } // namespace
 
-/// A player that says anything at all, in any type, must not harm the program, and nothing but clean text may come of
-/// it.
+/// A player may send anything, in any type: it must not harm the program, and the program must show clean text only.
 class HostilePlayerTest : public QObject {
     Q_OBJECT
 
@@ -166,7 +165,7 @@ void HostilePlayerTest::aPlayerThatIsWrongAllOverIsSurvivedFromTheStart()
 {
     QFETCH(const QString, kind);
     QStringList arguments{u"--play"_s};
-    // More of the huge ones at once would be over what the bus carries in one message.
+    // More huge values would exceed the size of a message on the bus.
     const QStringList huge{u"Identity"_s, u"xesam:title"_s, u"xesam:artist"_s, u"xesam:url"_s, u"PlaybackStatus"_s};
     for (const QString &key : kind == u"huge" ? huge : keys) {
         arguments << u"--do"_s << u"wrong %1 %2"_s.arg(key, kind);

@@ -28,7 +28,7 @@ namespace {
 constexpr int observation = 10'000; // milliseconds
 constexpr int freeze = 30'000; // milliseconds
 
-/// A player on a bus of its own, and Music and its connector following it.
+/// A player on a bus of its own, followed by Music and its connector.
 struct Deck {
     explicit Deck(const QString &name, const QStringList &playerArguments)
         : m_name(name)
@@ -64,7 +64,7 @@ struct Deck {
     std::unique_ptr<MusicConnector> connector;
 };
 
-/// Writes down when a connection sends anything, as seen by a monitor of the bus.
+/// Records when a connection sends a message, as a monitor of the bus sees it.
 class SentMessages {
 public:
     SentMessages(const PrivateBus &bus, const QString &sender)
@@ -111,7 +111,7 @@ qsizetype secondsWithMessages(const std::vector<double> &times)
 
 } // namespace
 
-/// What happens, and does not happen, in the long run, in real time. Observations that need the same time share it.
+/// Observations in real time, over half a minute. Those that need the same time share it.
 class PlayerEnduranceTest : public QObject {
     Q_OBJECT
 
@@ -145,7 +145,7 @@ void PlayerEnduranceTest::steadyPlayersAreHardlyEverAskedAnything()
     unwatched.connector->setWatched(false);
     QTRY_COMPARE(paused.music->playerState(), PlayerState::paused);
     QTRY_VERIFY(announcing.music->playerPosition() > 99.0);
-    // What follows the seek and the pause is over after two seconds.
+    // The reads that follow the seek and the pause end within two seconds.
     QTest::qWait(2'000);
 
     SentMessages fromAnnouncing(announcing.bus, announcing.uniqueName);
@@ -194,7 +194,7 @@ void PlayerEnduranceTest::frozenPlayersAreNotFeltAndAreBackWithinTwoSeconds()
     frozenWhilePlaying.player.freeze();
     frozenBefore.startFollowing();
     QTest::qWait(3'000);
-    // Someone goes on using the window.
+    // The user goes on using the window.
     frozenWhilePlaying.music->playpause();
     frozenWhilePlaying.connector->adjustVolume(4);
     frozenWhilePlaying.connector->refreshPlayerState();
@@ -210,7 +210,7 @@ void PlayerEnduranceTest::frozenPlayersAreNotFeltAndAreBackWithinTwoSeconds()
     frozenWhilePlaying.player.thaw();
     QElapsedTimer sinceThaw;
     sinceThaw.start();
-    // The player's own clock went on, so being right again is a jump of half a minute.
+    // The player's own clock went on, so the position has to jump by half a minute.
     QTRY_VERIFY_WITH_TIMEOUT(frozenBefore.showsATrack() && frozenWhilePlaying.music->isResponding()
             && frozenWhilePlaying.music->playerPosition() > stood + 20,
         5'000);

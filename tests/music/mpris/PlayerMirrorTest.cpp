@@ -82,7 +82,7 @@ const QVariantMap infoOfLiveStream{{u"Player State"_s, u"Playing"_s},
     {u"PersistentID"_s, qlonglong(771085090456623238)}, {u"Name"_s, u"Song"_s},
     {u"Store URL"_s, u"http://radio.example/live"_s}};
 
-/// What has changed, in words.
+/// The names of the changes.
 QString words(const PlayerMirror::Changes &changes)
 {
     QStringList result;
@@ -547,7 +547,7 @@ private Q_SLOTS:
         QCOMPARE(m_mirror.userInfo(), infoOfOne(u"Playing"_s));
     }
 
-    // What kind of track it is
+    // Kinds of track
 
     void aTrackFromTheWebWithALengthHasAStoreUrl()
     {
@@ -699,7 +699,7 @@ private Q_SLOTS:
     void theNextSampleIsTakenAsItIsWhereThatIsAskedFor()
     {
         playOneFrom(10);
-        m_mirror.takeNextSample();
+        m_mirror.trustNextSample();
         QCOMPARE(words(m_mirror.positionRead(12.5, at(2'000))), u"settings"_s);
         QCOMPARE(position(2'000), 12.5);
     }
@@ -812,7 +812,7 @@ private Q_SLOTS:
         QCOMPARE(m_mirror.userInfo(), infoOfOne(u"Playing"_s));
         m_mirror.setResponding(true, at(9'000));
         QCOMPARE(position(10'000), 12.0);
-        // It has played on meanwhile, or not: what it says next is so, however little it differs.
+        // It may have played on meanwhile, so its next position is believed, however little it differs.
         m_mirror.positionRead(12.5, at(10'000));
         QCOMPARE(position(10'000), 12.5);
     }
@@ -849,9 +849,9 @@ private Q_SLOTS:
     void rhythmboxTellsNoPositionWhileStopped()
     {
         playOneFrom(10);
-        QVERIFY(m_mirror.tellsPosition());
+        QVERIFY(m_mirror.hasPosition());
         read(status(u"Stopped"_s), 1'000);
-        QVERIFY(!m_mirror.tellsPosition());
+        QVERIFY(!m_mirror.hasPosition());
         QCOMPARE(m_mirror.position(at(1'000)), std::nullopt);
     }
 
@@ -916,7 +916,7 @@ private Q_SLOTS:
         read(properties(u"Stopped"_s, one, 1), 0);
         read(properties(u"Stopped"_s, one, 1.4), 400);
         QCOMPARE(announced(status(u"Stopped"_s), 1'000), nothing);
-        // Where it stopped is further than where it was last seen playing.
+        // It stopped beyond the position at which it was last seen playing.
         QCOMPARE(read(properties(u"Stopped"_s, one, 1.9), 1'040), nothing);
         QCOMPARE(settled(1'149), nothing);
         QCOMPARE(settled(1'150), u"info status"_s);

@@ -33,7 +33,7 @@ public:
     int launches = 0;
 };
 
-/// What `work` gives, done on a thread of its own while the main thread's event loop runs.
+/// The result of `work`, which runs on a thread of its own while the main thread's event loop runs.
 template <typename Work> auto onAnotherThread(Work work)
 {
     auto result = std::async(std::launch::async, work);
@@ -87,7 +87,7 @@ private:
     void startMusic();
     void startConnector();
     void forgetCalls();
-    /// What the player was called since forgetCalls().
+    /// The calls that the player received since forgetCalls().
     const QStringList &calls();
     /// Those of them that are commands.
     [[nodiscard]] QStringList commands();
@@ -388,7 +388,7 @@ void PlayerPlaylistsTest::aSilentPlayerIsGivenUpAndNotFeltInTheWindow()
     QCOMPARE(m_connector->playlistOptions(), before);
     tell(u"silent off"_s);
     tell(u"playlists 7"_s);
-    // Both were ended: another load is begun, and what was to be played then is not played later.
+    // Both were ended: another load begins, and the playlist is not played later.
     const auto isLoadedAgain = [this] {
         m_connector->loadPlaylists();
         return m_connector->playlistOptions().size() == 7;

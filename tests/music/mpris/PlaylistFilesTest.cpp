@@ -166,7 +166,7 @@ private Q_SLOTS:
 
     void aDiskThatDoesNotAnswerHoldsOneThreadHoweverOftenItIsAsked()
     {
-        // Whoever opens a pipe that nobody writes to waits, as on a disk that is gone.
+        // A program that opens a pipe without a writer waits, as on a disk that is gone.
         const QByteArray pipe = QFile::encodeName(m_temporary->filePath(u"user-dirs.dirs"_s));
         QCOMPARE(mkfifo(pipe.constData(), 0600), 0);
         const qsizetype before = threads();
@@ -204,7 +204,7 @@ private Q_SLOTS:
         QVERIFY(plain.contains(u"two lines"_s));
         QVERIFY(plain.contains(u"<b>&bold"_s));
         QCOMPARE(plain.size(), 2);
-        std::remove(notText.constData()); // the folder's end could not name it either
+        std::remove(notText.constData()); // the temporary folder could not name it either
     }
 
     void thereIsAnEndToWhatIsOffered()

@@ -174,7 +174,7 @@ private Q_SLOTS:
         PlaylistPages pages;
         int asked = 0;
         for (; !pages.isComplete() && asked < 200; ++asked) {
-            // Every page has one that is no playlist, so that the bound falls into the middle of one.
+            // Every page has one invalid playlist, so that the limit falls into the middle of a page.
             pages.add(page(asked * 999, 999) + QVariantList{7});
         }
         QCOMPARE(asked, 101);

@@ -124,7 +124,7 @@ private Q_SLOTS:
     void oneSampleIsTakenAsItIsWhenThatIsAskedFor()
     {
         PositionClock clock = clockRunningFrom(10);
-        clock.takeNextSample();
+        clock.trustNextSample();
         clock.sample(11.3, at(1'000));
         QCOMPARE(clock.position(at(1'000)), 11.3);
         clock.sample(11, at(1'000));
@@ -150,7 +150,7 @@ private Q_SLOTS:
     void aSampleAskedForWaitsUntilTheTargetIsNoLongerTrusted()
     {
         PositionClock clock = clockRunningFrom(10);
-        clock.takeNextSample();
+        clock.trustNextSample();
         clock.trustTarget(60, at(0));
         clock.sample(10.5, at(500));
         clock.sample(61, at(1'500));

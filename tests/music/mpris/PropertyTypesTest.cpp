@@ -84,7 +84,7 @@ private Q_SLOTS:
         PropertyTypes types(QString(10'000, u'x'));
         types.check({{u"Volume"_s, 1}});
         QCOMPARE(m_messages.size(), 1);
-        QCOMPARE(m_messages.constFirst().count(u'x'), maximumLoggedLength);
+        QVERIFY(m_messages.constFirst().size() < 250);
     }
 
     void whileTheLogIsOffNothingIsLogged()

@@ -289,7 +289,7 @@ private Q_SLOTS:
         QVERIFY(!track.isComplete());
     }
 
-    // What a track lacks
+    // Missing parts
 
     void aTrackWithoutTitleAndAddressIsEmpty()
     {

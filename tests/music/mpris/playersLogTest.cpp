@@ -99,7 +99,7 @@ void playersLogTest::itIsOffByDefault()
 void playersLogTest::aTextIsCutTo200Characters()
 {
     QCOMPARE(loggable(QString(200, u'x')), QString(200, u'x'));
-    QCOMPARE(loggable(QString(10'000'000, u'x')), QString(200, u'x'));
+    QCOMPARE(loggable(QString(10'000'000, u'x')).size(), 200);
 }
 
 void playersLogTest::controlCharactersOfATextAreSpaces()

@@ -43,7 +43,7 @@ QVariantList plainElements(const QDBusArgument &argument, int depth)
     return list;
 }
 
-/// Every container that is begun has to be ended, or it leaks together with the message it came in.
+/// Every container that is begun must be ended, or it leaks with its message.
 QVariant plainArgument(const QDBusArgument &argument, int depth)
 {
     switch (argument.currentType()) {
@@ -107,8 +107,8 @@ bool isUnprintable(char32_t character)
 
 QString cleanText(const QString &source)
 {
-    // Cut first: the rest must not cost more for a text of ten megabytes than for a short one. The cut may part a
-    // surrogate pair, whose lonely half is then a space like everything else that cannot be shown.
+    // The text is cut first, so that ten megabytes cost no more than a short text. The cut may part a surrogate pair,
+    // whose half then becomes a space.
     const QString cut = source.left(maximumTextLength);
     QString clean;
     clean.reserve(cut.size());
@@ -145,7 +145,7 @@ QVariantMap plainMap(const QDBusMessage &message, qsizetype index)
 
 std::optional<QString> text(const QVariant &value)
 {
-    // Some players send a list where one text is due, and the other way round.
+    // mpv and Sayonara send the genre, Totem the artist, as a text; a list in the place of a text is read as well.
     const QString joined = cleanText(texts(value, maximumElements).join(QStringLiteral(", ")));
     return joined.isEmpty() ? std::nullopt : std::optional(joined);
 }

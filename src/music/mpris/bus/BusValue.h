@@ -13,13 +13,14 @@ class QDBusMessage;
 /// read plain values. Every function answers a clean value or none, whatever type or size it gets.
 namespace tunedeck::bus {
 
-/// How many characters of any text are kept.
+/// Characters kept of a text.
 inline constexpr qsizetype maximumTextLength = 1'000;
-/// How many elements of any list or map are kept.
+/// Elements kept of a list or map.
 inline constexpr int maximumElements = 1'000;
 
-/// Turns what QtDBus leaves packed (maps, lists, structures, variants, object paths) into QVariantMap, QVariantList and
-/// QString. Lists and maps are cut at maximumElements; what is nested more than eight deep is left out.
+/// Turns the values that QtDBus leaves packed (maps, lists, structures, variants, object paths) into QVariantMap,
+/// QVariantList and QString. Lists and maps are cut at maximumElements; values nested more than eight deep are left
+/// out.
 [[nodiscard]] QVariant plainValue(const QVariant &value);
 /// The map in `value`, made plain; empty if `value` is no map.
 [[nodiscard]] QVariantMap plainMap(const QVariant &value);
@@ -27,12 +28,12 @@ inline constexpr int maximumElements = 1'000;
 [[nodiscard]] QVariant plainArgument(const QDBusMessage &message, qsizetype index);
 [[nodiscard]] QVariantMap plainMap(const QDBusMessage &message, qsizetype index);
 
-/// A text, or a list of texts joined with ", ": cut at maximumTextLength, control characters and line ends as spaces,
-/// trimmed. None where nothing is left.
+/// A text, or a list of texts joined with ", ". It is cut at maximumTextLength and trimmed; control characters and line
+/// ends become spaces. None if nothing is left.
 [[nodiscard]] std::optional<QString> text(const QVariant &value);
-/// A list of texts, or one text, each as text() gives it; at most `maximum` of them.
+/// A list of texts, or one text, each cleaned like text() does; at most `maximum` of them.
 [[nodiscard]] QStringList texts(const QVariant &value, qsizetype maximum);
-/// A finite number. A text that spells a number is none.
+/// A finite number. None for a text that spells a number.
 [[nodiscard]] std::optional<double> number(const QVariant &value);
 [[nodiscard]] std::optional<bool> boolean(const QVariant &value);
 

@@ -6,8 +6,8 @@
 
 namespace tunedeck {
 
-/// A moment of the monotonic clock. Everything in this folder that judges by time is handed it, so that a test can
-/// play minutes in no time.
+/// A moment of the monotonic clock. Classes that judge by time get it as an argument, so that a test can play minutes
+/// in no time.
 using Instant = std::chrono::steady_clock::time_point;
 using Milliseconds = std::chrono::milliseconds;
 /// Gives the present moment: the monotonic clock, or a test's own clock that can skip time.

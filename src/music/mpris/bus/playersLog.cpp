@@ -2,6 +2,7 @@
 #include "music/mpris/bus/playersLog.h"
 
 #include "music/mpris/bus/BusValue.h"
+#include "platform/logging.h"
 
 namespace tunedeck {
 
@@ -9,7 +10,7 @@ Q_LOGGING_CATEGORY(playersLog, "tunedeck.players", QtWarningMsg)
 
 QString loggable(const QString &text)
 {
-    return bus::text(text).value_or(QString()).left(maximumLoggedLength);
+    return shortened(bus::text(text).value_or(QString()));
 }
 
 } // namespace tunedeck

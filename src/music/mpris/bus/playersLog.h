@@ -10,10 +10,7 @@ namespace tunedeck {
 /// warnings are on by default; QT_LOGGING_RULES="tunedeck.players.debug=true" turns the rest on.
 Q_DECLARE_LOGGING_CATEGORY(playersLog)
 
-inline constexpr qsizetype maximumLoggedLength = 200;
-
-/// A text from a player as the log may hold it: one line of at most maximumLoggedLength characters. Control characters
-/// become spaces.
+/// A text from a player for a log line: at most 200 characters (see shortened()), control characters as spaces.
 [[nodiscard]] QString loggable(const QString &text);
 
 } // namespace tunedeck
