@@ -5,6 +5,8 @@ import contextlib
 import os
 import re
 import shutil
+import socket
+import struct
 import subprocess
 import sys
 import tempfile
@@ -12,6 +14,8 @@ import time
 from collections.abc import Callable, Iterator
 from pathlib import Path
 from typing import TypeVar
+
+from xserver import XServer
 
 ROOT = Path(__file__).resolve().parents[1]
 DESKTOP = bytes((0x3a, 0x6e, 0xa5))  # the color of the Wayland desktops
@@ -24,28 +28,65 @@ class Build:
     """The programs of a build."""
 
     def __init__(self, folder: Path) -> None:
-        folder = folder.resolve()
-        self.bare_window = folder / "tools/benchmarks/bare-window"
-        self.start_watch = folder / "tools/benchmarks/start-watch"
-        self.playlists_watch = folder / "tools/benchmarks/playlists-watch"
-        self.demo_player = folder / "tools/demo-player/tunedeck-demo-player"
-        self.tunedeck = folder / "src/app/tunedeck"
-        for program in vars(self).values():
-            if not program.exists():
-                sys.exit(f"{program} is not built. Build it with: "
-                         "cmake --preset release && cmake --build --preset release")
+        self.folder = folder.resolve()
+
+    def program(self, path: str) -> Path:
+        program = self.folder / path
+        if not program.exists():
+            sys.exit(f"{program} is not built. Build it with: "
+                     "cmake --preset release && cmake --build --preset release")
+        return program
+
+    @property
+    def bare_window(self) -> Path:
+        return self.program("tools/benchmarks/bare-window")
+
+    @property
+    def start_watch(self) -> Path:
+        return self.program("tools/benchmarks/start-watch")
+
+    @property
+    def playlists_watch(self) -> Path:
+        return self.program("tools/benchmarks/playlists-watch")
+
+    @property
+    def demo_player(self) -> Path:
+        return self.program("tools/demo-player/tunedeck-demo-player")
+
+    @property
+    def tunedeck(self) -> Path:
+        return self.program("src/app/tunedeck")
 
 
 def seen_when(read: Callable[[], Seen], is_it: Callable[[Seen], bool], seconds: float = 10) -> Seen:
-    """What is read once it is what is waited for; after that time, whatever it is."""
+    """Reads until `is_it` accepts the value, and returns that value. After `seconds`, it returns the last one."""
     deadline = time.monotonic() + seconds
     while not is_it(seen := read()) and time.monotonic() < deadline:
-        time.sleep(0.1)
+        time.sleep(0.05)  # the only sleep: where something reports what is awaited, that is awaited instead
     return seen
 
 
 def becomes(is_it: Callable[[], bool], seconds: float = 10) -> bool:
     return seen_when(is_it, bool, seconds)
+
+
+def until(is_it: Callable[[], bool], awaited: str, seconds: float = 10) -> None:
+    if not becomes(is_it, seconds):
+        raise TimeoutError(f"{awaited}: not within {seconds} s")
+
+
+def settled(read: Callable[[], Seen], seconds: float = 0.5, deadline: float = 10) -> Seen:
+    """Reads until the value has stayed the same for `seconds`, and returns it."""
+    seen, since = read(), time.monotonic()
+
+    def is_settled() -> bool:
+        nonlocal seen, since
+        if (now := read()) != seen:
+            seen, since = now, time.monotonic()
+        return time.monotonic() >= since + seconds
+
+    until(is_settled, f"nothing changes for {seconds} s", deadline)
+    return seen
 
 
 @contextlib.contextmanager
@@ -78,9 +119,9 @@ def session(*server_options: str) -> Iterator[Path]:
 @contextlib.contextmanager
 def window_manager(command: str = "openbox") -> Iterator[None]:
     with running(command, stdout=subprocess.DEVNULL):
-        while subprocess.run(["xdotool", "get_num_desktops"], capture_output=True).returncode != 0:
-            time.sleep(0.1)
-        time.sleep(1)  # what is mapped while it still takes over the screen can stay unmapped
+        # A window that is mapped while the window manager takes over the screen can stay unmapped.
+        with XServer() as server:
+            server.await_window_manager()
         yield
 
 
@@ -89,16 +130,15 @@ def tiling_window_manager() -> Iterator[None]:
     configuration = Path(os.environ["HOME"]) / "i3.conf"
     configuration.write_text("font pango:monospace 8\n")
     with running("i3", "-c", configuration, stdout=subprocess.DEVNULL):
-        while subprocess.run(["i3-msg", "nop"], capture_output=True).returncode != 0:
-            time.sleep(0.1)
+        with XServer() as server:
+            server.await_window_manager()
         yield
 
 
 @contextlib.contextmanager
 def compositor() -> Iterator[None]:
-    # It tells every window of its own coming, in a way that older libraries complain about.
-    with running("picom", "--backend", "xrender", "--config", "/dev/null"):
-        time.sleep(0.5)
+    with running("picom", "--backend", "xrender", "--config", "/dev/null"), XServer() as server:
+        until(server.has_compositor, "picom composites")
         yield
 
 
@@ -126,7 +166,7 @@ def weston() -> Iterator[str]:
     options = ("--backend=x11-backend.so", "--use-pixman", "--socket=wayland-1", f"--config={configuration}",
                f"--log={log}")
     with running("weston", *options, stdout=subprocess.DEVNULL), wayland(folder):
-        yield re.search(r"listening on display (:\d+)", log.read_text())[1]
+        yield logged_display(log, r"listening on display (:\d+)")
 
 
 @contextlib.contextmanager
@@ -169,18 +209,48 @@ def mutter() -> Iterator[str]:
     options = ("--wayland", "--nested", "--wayland-display=wayland-1")
     with log.open("w") as told, running("mutter", *options, stderr=told, env=os.environ | own):
         with wayland(folder):
+            display = logged_display(log, r"public X11 display (:\d+)")
             os.environ["XAUTHORITY"] = str(next(folder.glob(".mutter-Xwaylandauth.*")))
-            yield re.search(r"public X11 display (:\d+)", log.read_text())[1]
+            yield display
+
+
+def logged_display(log: Path, line: str) -> str:
+    found = seen_when(lambda: re.search(line, log.read_text()), lambda match: match is not None)
+    if not found:
+        raise TimeoutError(f"The display of XWayland is not in {log.name}")
+    return found[1]
 
 
 @contextlib.contextmanager
 def wayland(folder: Path) -> Iterator[None]:
-    socket = folder / "wayland-1"
-    while not socket.exists():
-        time.sleep(0.05)
-    os.environ.update(WAYLAND_DISPLAY=str(socket), QT_QPA_PLATFORM="wayland")
-    time.sleep(1)  # it still takes over the screen
+    display = folder / "wayland-1"
+    until(display.exists, "the Wayland display is there", 30)
+    os.environ.update(WAYLAND_DISPLAY=str(display), QT_QPA_PLATFORM="wayland")
+    await_wayland()
+    until(is_screen_drawn, "the Wayland desktop is seen", 30)
     yield
+
+
+def await_wayland() -> None:
+    """Returns when the Wayland desktop has done all that it was asked for before."""
+    sync = struct.pack("=IHHI", 1, 0, 12, 2)  # to wl_display: method 0, 12 bytes, callback's number
+    with socket.socket(socket.AF_UNIX) as client:
+        client.settimeout(30)
+        client.connect(os.environ["WAYLAND_DISPLAY"])
+        client.sendall(sync)
+        if not client.recv(12):
+            raise ConnectionError("The Wayland desktop closes the connection")
+
+
+def screen_picture() -> bytes:
+    """Three bytes a pixel, row by row."""
+    command = ("import", "-window", "root", "-depth", "8", "rgb:-")
+    return subprocess.run(command, stdout=subprocess.PIPE, check=True).stdout
+
+
+def is_screen_drawn() -> bool:
+    """An X server's screen is black until something is drawn on it."""
+    return any(screen_picture())
 
 
 @contextlib.contextmanager

@@ -8,13 +8,12 @@ import contextlib
 import re
 import subprocess
 import sys
-import time
 import unittest
 from collections.abc import Callable
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
-from session import Build, becomes, demo_player, running, seen_when, session, tiling_window_manager  # noqa: E402
+from session import Build, becomes, demo_player, running, seen_when, session, settled, tiling_window_manager  # noqa: E402
 from window_test import CONTENT, TunedeckWindow, output  # noqa: E402
 
 MINIMISE = (15, 32)  # in the content
@@ -30,7 +29,6 @@ class TilingTest(unittest.TestCase):
         stack.enter_context(tiling_window_manager())
         stack.enter_context(demo_player(self.build, "--play", "--track", "0"))
         self.window = TunedeckWindow(stack.enter_context(running(self.build.tunedeck)))
-        time.sleep(0.5)
 
     def assert_becomes(self, expected: object, read: Callable[[], object]) -> None:
         self.assertEqual(seen_when(read, lambda seen: seen == expected), expected)
@@ -64,21 +62,20 @@ class TilingTest(unittest.TestCase):
         x, y, *_ = self.window.geometry()
         output("xdotool", "mousemove", str(x + MINIMISE[0]), str(y + MINIMISE[1]), "click", "1")
         output("xdotool", "mousemove", "0", "0")
+        self.window.settle()
 
     def test_it_goes_on_where_it_cannot_be_minimised(self) -> None:
         self.minimise()
-        time.sleep(0.3)
         before = self.picture()
         self.assertTrue(becomes(lambda: self.picture() != before))
 
     def test_it_rests_where_minimised_windows_are_only_said_to_be_hidden(self) -> None:
         self.minimise()
-        # As the window managers do that keep showing them, for pictures of them.
+        # Some window managers set this state and keep showing the window, to have pictures of it.
         output("xprop", "-id", self.window.id, "-format", "_NET_WM_STATE", "32a",
                "-set", "_NET_WM_STATE", "_NET_WM_STATE_HIDDEN")
-        time.sleep(1.5)  # it has found out by then
-        before = self.picture()
-        self.assertFalse(becomes(lambda: self.picture() != before, 2))
+        # The clock of a window that does not rest changes every second.
+        settled(self.picture, 2)
 
 
 if __name__ == "__main__":

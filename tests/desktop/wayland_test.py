@@ -12,13 +12,14 @@ import re
 import shutil
 import subprocess
 import sys
-import time
 import unittest
 from collections.abc import Callable
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
-from session import DESKTOP, Build, becomes, demo_player, running, seen_when, session, sway, weston  # noqa: E402
+from session import (  # noqa: E402
+    DESKTOP, Build, await_wayland, becomes, demo_player, running, screen_picture, seen_when, session, settled, sway,
+    until, weston)
 
 SKIPPED = 77
 SCREEN = (1280, 720)
@@ -26,6 +27,9 @@ CORNER = (1279, 719)  # where the pointer is out of the way
 SEEN = (1260, 700)  # of the screen: all but that corner
 CONTENT = (450, 64)
 METAL, MINIMISE = (128, 4), (15, 32)  # in the content
+# The program asks to drag its window; the desktop takes the pointer from it and drags.
+DRAG_BEGIN = re.compile(r"xdg_toplevel@\d+\.(?:move|resize)\(.*?wl_pointer@\d+\.leave\(", re.DOTALL)
+KEYBOARD_COMES = re.compile(r"wl_keyboard@\d+\.enter\(")
 WINDOW = '[app_id="org.tunedeck.Tunedeck"]'
 
 Frame = tuple[int, int, int, int]  # x, y, width, height
@@ -39,8 +43,7 @@ class Picture:
     """A photograph of the screen."""
 
     def __init__(self) -> None:
-        command = ("import", "-window", "root", "-depth", "8", "rgb:-")
-        self.pixels = subprocess.run(command, stdout=subprocess.PIPE, check=True).stdout
+        self.pixels = screen_picture()
 
     def row(self, y: int, left: int = 0, width: int = SEEN[0]) -> bytes:
         start = (y * SCREEN[0] + left) * 3
@@ -63,13 +66,17 @@ class Picture:
         return [self.row(line, x, width) for line in range(y, y + height)]
 
 
+def only(number: int) -> range:
+    return range(number, number + 1)
+
+
 def point(*place: int) -> None:
     output("xdotool", "mousemove", *map(str, place))
 
 
 def click(x: int, y: int) -> None:
     point(x, y)
-    time.sleep(0.1)
+    await_wayland()
     output("xdotool", "click", "1")
     point(*CORNER)
 
@@ -78,16 +85,32 @@ def press(key: str) -> None:
     output("xdotool", "key", key)
 
 
-def drag(start: tuple[int, int], by: tuple[int, int]) -> None:
+def drag(start: tuple[int, int], by: tuple[int, int], await_begin: Callable[[], None],
+         read: Callable[[], Frame | None], is_dragged: Callable[[Frame | None], bool]) -> Frame | None:
+    """Returns where the window is then.
+
+    `await_begin` returns when the desktop moves or resizes the window with the pointer. `read` returns where the window
+    is, and `is_dragged` whether the drag leads there.
+    """
     point(*start)
     output("xdotool", "mousedown", "1")
-    # In steps: a drag begins only beyond a few pixels.
-    for step in range(1, 9):
-        point(start[0] + by[0] * step // 8, start[1] + by[1] * step // 8)
-        time.sleep(0.03)
+    # The program asks for the drag once the pointer is more than a few pixels away.
+    for eighths in (1, 2):
+        point(*(place + way * eighths // 8 for place, way in zip(start, by)))
+    await_begin()
+    await_wayland()
+    # The window follows each step until it is at its limit. Steps that come faster can be lost.
+    for eighths in (4, 6, 8):
+        before = read()
+        point(*(place + way * eighths // 8 for place, way in zip(start, by)))
+        seen_when(read, lambda seen: seen != before, 0.5)
+    # Weston moves a window whose left side is resized only as long as the button is held.
+    seen_when(read, is_dragged)
+    settled(read, 0.3)
     output("xdotool", "mouseup", "1")
     point(*CORNER)
-    time.sleep(0.2)
+    await_wayland()
+    return seen_when(read, is_dragged)
 
 
 class WaylandTest(unittest.TestCase):
@@ -113,15 +136,35 @@ class WaylandTest(unittest.TestCase):
         process = self.stack.enter_context(subprocess.Popen([self.build.tunedeck], stderr=log, env=environment))
         self.stack.callback(process.terminate)
         self.await_frame(lambda frame: frame is not None)
-        time.sleep(0.3)  # the keyboard comes after the picture
-        return Picture().frame()
+        until(lambda: KEYBOARD_COMES.search(self.protocol()), "the window has the keyboard")
+        return self.settled_frame()
 
     def start_again(self, **variables: str) -> None:
         self.assertEqual(subprocess.run([self.build.tunedeck], env=os.environ | variables, timeout=20).returncode, 0)
 
     def said(self, pattern: str) -> list[str]:
         """What the program said to the desktop."""
-        return re.findall(rf" -> .*?{pattern}", (self.home / "protocol").read_text())
+        return re.findall(rf" -> .*?{pattern}", self.protocol())
+
+    def protocol(self) -> str:
+        return (self.home / "protocol").read_text()
+
+    def settled_frame(self) -> Frame | None:
+        return settled(lambda: Picture().frame())
+
+    def assert_drag_leads_to(self, start: tuple[int, int], by: tuple[int, int], *expected: range) -> Frame:
+        """`expected` are the ranges of the window's place and size. Returns the place and the size."""
+        def is_dragged(frame: Frame | None) -> bool:
+            return frame is not None and all(number in numbers for number, numbers in zip(frame, expected))
+
+        before = self.drags()
+        frame = drag(start, by, lambda: until(lambda: self.drags() > before, "the desktop drags the window"),
+                     lambda: Picture().frame(), is_dragged)
+        self.assertTrue(is_dragged(frame), f"{frame} instead of {expected}")
+        return frame
+
+    def drags(self) -> int:
+        return len(DRAG_BEGIN.findall(self.protocol()))
 
     def await_frame(self, is_it: Callable[[Frame | None], bool]) -> Frame | None:
         return seen_when(lambda: Picture().frame(), is_it)
@@ -143,28 +186,20 @@ class WaylandTest(unittest.TestCase):
 
     def test_the_metal_drags_the_window(self) -> None:
         x, y, width, height = self.open_window()
-        drag((x + METAL[0], y + METAL[1]), (60, 40))
-        moved_x, moved_y, *size = Picture().frame()
-        # Less the way until it was known to be a drag.
-        self.assertIn(moved_x, range(x + 40, x + 61))
-        self.assertIn(moved_y, range(y + 25, y + 41))
-        self.assertEqual(size, [width, height])
+        # The window does not make up for the way that the pointer went before it was a drag.
+        self.assert_drag_leads_to((x + METAL[0], y + METAL[1]), (60, 40), range(x + 40, x + 61), range(y + 25, y + 41),
+                                  only(width), only(height))
 
     def test_its_sides_resize_it_within_its_limits(self) -> None:
         x, y, width, height = self.open_window()
-        right = x + width - 2
-        drag((right, y + 32), (60, 20))
-        frame = Picture().frame()
-        self.assertEqual((frame[0], frame[1], frame[3]), (x, y, height))
-        self.assertIn(frame[2], range(490, 511))
-        drag((x + frame[2] - 2, y + 32), (170, 0))
-        self.assert_frame_becomes((x, y, 550, height))
-        drag((x + 548, y + 32), (-400, 0))
-        self.assert_frame_becomes((x, y, 350, height))
-        drag((x + 2, y + 32), (-60, 0))
-        frame = Picture().frame()
-        self.assertEqual((frame[0] + frame[2], frame[1], frame[3]), (x + 350, y, height))
-        self.assertIn(frame[2], range(390, 411))
+        unmoved = only(x), only(y)
+        _, _, width, _ = self.assert_drag_leads_to(
+            (x + width - 2, y + 32), (60, 20), *unmoved, range(490, 511), only(height))
+        self.assert_drag_leads_to((x + width - 2, y + 32), (170, 0), *unmoved, only(550), only(height))
+        self.assert_drag_leads_to((x + 548, y + 32), (-400, 0), *unmoved, only(350), only(height))
+        left, _, width, _ = self.assert_drag_leads_to(
+            (x + 2, y + 32), (-60, 0), range(x - 60, x - 39), only(y), range(390, 411), only(height))
+        self.assertEqual(left + width, x + 350)
 
     def test_the_drawer_opens_below_and_leaves_nothing_behind(self) -> None:
         x, y, width, height = before = self.open_window()
@@ -220,23 +255,13 @@ class SwayTest(WaylandTest):
     def assert_picture_becomes(self, expected: list[bytes], frame: Frame) -> None:
         self.assertTrue(becomes(lambda: Picture().part(frame) == expected), "The picture is another one.")
 
-    def settled_picture(self, frame: Frame) -> list[bytes]:
-        """What is seen once it has stayed the same for a while: the keyboard may come after the window."""
-        deadline = time.monotonic() + 10
-        seen, same = Picture().part(frame), 0
-        while same < 4 and time.monotonic() < deadline:
-            time.sleep(0.2)
-            now = Picture().part(frame)
-            seen, same = now, same + 1 if now == seen else 0
-        return seen
-
     def open_window_at(self, scale: int) -> tuple[list[bytes], Frame]:
         output("swaymsg", f"output X11-1 scale {scale}")
         self.open_window()
         output("swaymsg", f"{WINDOW} move absolute position 40 40")
         frame = (40 * scale, 40 * scale, CONTENT[0] * scale, CONTENT[1] * scale)
         self.assert_frame_becomes(frame)
-        return self.settled_picture(frame), frame
+        return settled(lambda: Picture().part(frame), 0.8), frame
 
     def change_scale(self, scale: int) -> None:
         """The window may be elsewhere afterwards."""

@@ -5,18 +5,19 @@ Usage: window_test.py BUILD-FOLDER
 """
 
 import contextlib
-import ctypes
 import os
 import re
 import subprocess
 import sys
 import time
 import unittest
+from collections.abc import Callable
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
 from session import (  # noqa: E402
     Build, becomes, compositor, demo_player, running, seen_when, session, window_manager)
+from xserver import CLIENT_MESSAGE, XServer  # noqa: E402
 
 CONTENT = (450, 64)
 SHADOW = (14, 14, 9, 19)  # left, right, top, bottom
@@ -36,51 +37,42 @@ def server_time() -> int:
     return time.monotonic_ns() // 1_000_000 % 2**32
 
 
-class XClientMessageEvent(ctypes.Structure):
-    _fields_ = (("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
-                ("display", ctypes.c_void_p), ("window", ctypes.c_ulong), ("message_type", ctypes.c_ulong),
-                ("format", ctypes.c_int), ("data", ctypes.c_long * 5))
-
-
 class StartupMessages:
-    """What docks hear of starts from now on."""
-
-    PROPERTY_CHANGE = 1 << 22
-    CLIENT_MESSAGE = 33
+    """What docks receive about starts from now on."""
 
     def __init__(self) -> None:
-        self.x11 = ctypes.CDLL("libX11.so.6")
-        self.x11.XOpenDisplay.restype = ctypes.c_void_p
-        self.x11.XDefaultRootWindow.restype = ctypes.c_ulong
-        self.x11.XInternAtom.restype = ctypes.c_ulong
-        self.display = ctypes.c_void_p(self.x11.XOpenDisplay(None))
-        root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.display))
-        self.x11.XSelectInput(self.display, root, ctypes.c_long(self.PROPERTY_CHANGE))
-        self.begin, self.next = (self.x11.XInternAtom(self.display, name, False)
-                                 for name in (b"_NET_STARTUP_INFO_BEGIN", b"_NET_STARTUP_INFO"))
-        self.x11.XSync(self.display, False)
+        self.server = XServer()
+        self.begin, self.next = (self.server.atom(name) for name in ("_NET_STARTUP_INFO_BEGIN", "_NET_STARTUP_INFO"))
         self.begun: dict[int, bytes] = {}
 
     def take(self) -> list[str]:
-        """Those that have come to their end."""
-        while self.x11.XPending(self.display):
-            memory = ctypes.create_string_buffer(192)  # of any event
-            self.x11.XNextEvent(self.display, memory)
-            event = XClientMessageEvent.from_buffer(memory)
-            if event.type != self.CLIENT_MESSAGE or event.message_type not in (self.begin, self.next):
+        """The messages that are complete."""
+        while event := self.server.next_event():
+            message = event.message
+            if event.type != CLIENT_MESSAGE or message.message_type not in (self.begin, self.next):
                 continue
-            begun = b"" if event.message_type == self.begin else self.begun[event.window]
-            self.begun[event.window] = begun + bytes(event.data)[:20]
+            begun = b"" if message.message_type == self.begin else self.begun[message.window]
+            self.begun[message.window] = begun + bytes(message.data)[:20]
         ended = [sender for sender, text in self.begun.items() if 0 in text]
         return [self.begun.pop(sender).partition(b"\0")[0].decode() for sender in ended]
 
     def close(self) -> None:
-        self.x11.XCloseDisplay(self.display)
+        self.server.close()
 
 
 class TunedeckWindow:
     def __init__(self, process: subprocess.Popen) -> None:
         self.id = window_of(process)
+        self.settle()
+
+    def settle(self) -> None:
+        """Returns when the program and the window manager have acted upon all that was done before, and upon what each
+        asked of the other."""
+        with XServer() as server:
+            for _ in range(2):
+                server.await_program(int(self.id))
+                server.await_window_manager()
+            server.await_program(int(self.id))
 
     def geometry(self) -> tuple[int, int, int, int]:
         told = dict(line.split("=") for line in output("xdotool", "getwindowgeometry", "--shell", self.id).splitlines())
@@ -98,16 +90,11 @@ class TunedeckWindow:
         left, right, top, bottom = self.numbers("_GTK_FRAME_EXTENTS")
         return x + left, y + top, width - left - right, height - top - bottom
 
-    def await_window_manager(self) -> None:
-        """It moves a window after all that it was asked for before."""
-        for place in ("100", "200"):
-            output("xdotool", "windowmove", "--sync", self.id, place, place)
-
     def minimise_and_restore(self) -> None:
-        output("xdotool", "windowminimize", self.id)
-        time.sleep(0.3)
+        output("xdotool", "windowminimize", "--sync", self.id)
+        self.settle()
         output("xdotool", "windowmap", "--sync", self.id)
-        time.sleep(0.5)
+        self.settle()
 
     def states(self) -> list[str]:
         return re.findall(r"_NET_WM_STATE_\w+", output("xprop", "-notype", "-id", self.id, "_NET_WM_STATE"))
@@ -116,12 +103,13 @@ class TunedeckWindow:
         x, y, _, _ = self.content()
         output("xdotool", "mousemove", str(x + place[0]), str(y + place[1]))
         output("xdotool", "mousedown", "1")
+        self.settle()
         # In steps: a drag begins only beyond a few pixels.
         for step in range(1, 5):
             output("xdotool", "mousemove", str(x + place[0] + by[0] * step // 4), str(y + place[1] + by[1] * step // 4))
-            time.sleep(0.05)
+            self.settle()
         output("xdotool", "mouseup", "1")
-        time.sleep(0.2)
+        self.settle()
 
 
 class DesktopTest(unittest.TestCase):
@@ -136,9 +124,7 @@ class DesktopTest(unittest.TestCase):
         self.stack.enter_context(demo_player(self.build, "--play", "--track", "0"))
 
     def open_window(self, *arguments: str) -> TunedeckWindow:
-        window = TunedeckWindow(self.stack.enter_context(running(self.build.tunedeck, *arguments)))
-        time.sleep(0.5)
-        return window
+        return TunedeckWindow(self.stack.enter_context(running(self.build.tunedeck, *arguments)))
 
     def use_other_window(self) -> str:
         """The user clicks on it and types."""
@@ -152,11 +138,14 @@ class DesktopTest(unittest.TestCase):
         second = subprocess.run([self.build.tunedeck], timeout=20, env=os.environ | variables)
         self.assertEqual(second.returncode, 0)
 
+    def assert_becomes(self, expected: object, read: Callable[[], object]) -> None:
+        self.assertEqual(seen_when(read, lambda seen: seen == expected), expected)
+
     def active_window(self) -> int:
         return int(re.search(r"0x[0-9a-f]+", output("xprop", "-root", "_NET_ACTIVE_WINDOW"))[0], 16)
 
     def assert_active_window_becomes(self, window: str) -> None:
-        self.assertEqual(seen_when(self.active_window, lambda active: active == int(window)), int(window))
+        self.assert_becomes(int(window), self.active_window)
 
 
 class WindowTest(DesktopTest):
@@ -215,12 +204,10 @@ class WindowTest(DesktopTest):
         for surroundings in (compositor(), contextlib.nullcontext()):
             with surroundings, contextlib.ExitStack() as stack:
                 window = TunedeckWindow(stack.enter_context(running(self.build.tunedeck)))
-                time.sleep(0.5)
                 x, y, width, height = window.content()
                 for expected in (height + 60, height):
                     output("xdotool", "key", "--window", window.id, "ctrl+l")
-                    time.sleep(0.8)
-                    self.assertEqual(window.content(), (x, y, width, expected))
+                    self.assert_becomes((x, y, width, expected), window.content)
 
     def test_it_is_kept_above_from_the_start_and_after_being_minimised(self) -> None:
         self.keep_above()
@@ -243,8 +230,7 @@ class WindowTest(DesktopTest):
         output("xdotool", "windowminimize", "--sync", window.id)
         self.assertIn("_NET_WM_STATE_HIDDEN", window.states())
         self.start_again()
-        time.sleep(0.5)
-        self.assertNotIn("_NET_WM_STATE_HIDDEN", window.states())
+        self.assertTrue(becomes(lambda: "_NET_WM_STATE_HIDDEN" not in window.states()))
 
     def test_a_second_start_hands_on_its_startup_id_which_tells_docks_that_it_is_over(self) -> None:
         window = self.open_window()
@@ -276,12 +262,12 @@ class WindowTest(DesktopTest):
         program = self.stack.enter_context(running(self.build.tunedeck, "--action", "next"))
         self.assertEqual(seen_when(messages.take, bool), [f'remove: ID="{startup_id}"'])
         window = TunedeckWindow(program)
-        window.await_window_manager()
+        window.settle()
         self.assertEqual(self.active_window(), int(other))
         second = subprocess.run([self.build.tunedeck, "--action", "next"], timeout=20)
         self.assertEqual(second.returncode, 0)
         self.assertEqual(seen_when(messages.take, bool), [f'remove: ID="{startup_id}"'])
-        window.await_window_manager()
+        window.settle()
         self.assertEqual(self.active_window(), int(other))
 
 
@@ -306,7 +292,7 @@ class KeyboardTest(DesktopTest):
 
     def test_who_has_turned_to_another_window_since_keeps_the_keyboard(self) -> None:
         self.start_again(DESKTOP_STARTUP_ID=f"dock-1_TIME{self.before}")
-        time.sleep(0.5)
+        self.window.settle()
         self.assertEqual(self.active_window(), int(self.other))
 
 

@@ -12,17 +12,21 @@ import re
 import shutil
 import subprocess
 import sys
-import time
 import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
-from session import Build, becomes, demo_player, mutter, running, session, sway, weston  # noqa: E402
-from wayland_test import CORNER, METAL, MINIMISE, SEEN, SKIPPED, Frame, Picture, click, drag, point, press  # noqa: E402
+from session import (  # noqa: E402
+    Build, await_wayland, becomes, demo_player, mutter, running, screen_picture, seen_when, session, settled, sway,
+    until, weston)
+from wayland_test import (  # noqa: E402
+    CORNER, KEYBOARD_COMES, METAL, MINIMISE, SEEN, SKIPPED, Frame, Picture, click, drag, only, point, press)
+from xserver import XServer  # noqa: E402
 
 SHADOW = (14, 14, 9, 19)  # left, right, top, bottom
 XWAYLAND, KEEP_ABOVE = 1, 2  # counted from the end of the menu's last part but one
 NO_DISPLAY = ":77"
+MAIN_WINDOW = "set_max_size(550, 64)"  # no other window asks for this on Wayland
 DISPLAY, UNCOVERED_METAL = (200, 30), (446, 4)  # in the content
 
 
@@ -30,6 +34,7 @@ class X11:
     """What XWayland knows. The mouse and the keyboard are those of the display that the desktop is on."""
 
     def __init__(self, display: str) -> None:
+        self.display = display
         self.environment = os.environ | {"DISPLAY": display}
 
     def output(self, *command: str) -> str:
@@ -49,6 +54,9 @@ class X11:
         x, y, width, height = (int(told[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
         left, right, top, bottom = SHADOW
         return x + left, y + top, width - left - right, height - top - bottom
+
+    def focused(self) -> str:
+        return self.output("xdotool", "getwindowfocus", "-f").strip()
 
     def states(self, window: str) -> list[str]:
         return re.findall(r"_NET_WM_STATE_\w+", self.output("xprop", "-notype", "-id", window, "_NET_WM_STATE"))
@@ -89,42 +97,62 @@ class XWaylandTest(unittest.TestCase):
         return process, self.await_x11_window(process)
 
     def await_x11_window(self, process: subprocess.Popen) -> str:
-        self.assertTrue(becomes(lambda: self.x11.window(process) is not None))
-        time.sleep(0.5)  # the keyboard comes after the picture
-        return self.x11.window(process)
+        window = seen_when(lambda: self.x11.window(process), lambda found: found is not None)
+        self.assertIsNotNone(window)
+        until(lambda: self.x11.focused() == window, "the window has the keyboard")
+        with XServer(self.x11.display) as server:
+            server.await_program(int(window))
+        return window
 
-    def assert_content_becomes(self, window: str, expected: Frame) -> None:
-        becomes(lambda: self.x11.content(window) == expected)
-        self.assertEqual(self.x11.content(window), expected)
+    def await_wayland_windows(self, count: int) -> None:
+        """As many as there have been; the last one has the keyboard."""
+        self.assertTrue(becomes(lambda: self.wayland_windows() == count))
+        until(lambda: KEYBOARD_COMES.search(self.protocol().rpartition(MAIN_WINDOW)[2]), "the window has the keyboard")
+
+    def protocol(self) -> str:
+        return (self.home / "protocol").read_text()
+
+    def assert_drag_leads_to(self, window: str, start: tuple[int, int], by: tuple[int, int], *expected: range) -> None:
+        """`expected` are the ranges of the window's place and size."""
+        def is_dragged(frame: Frame | None) -> bool:
+            return all(number in numbers for number, numbers in zip(frame, expected))
+
+        with XServer(self.x11.display) as server:
+            frame = drag(start, by, lambda: server.await_message("_NET_WM_MOVERESIZE"),
+                         lambda: self.x11.content(window), is_dragged)
+        self.assertTrue(is_dragged(frame), f"{frame} instead of {expected}")
+
+    def settled_content(self, window: str) -> Frame:
+        return settled(lambda: self.x11.content(window))
 
     def wayland_windows(self) -> int:
         """How many main windows there have been."""
-        return (self.home / "protocol").read_text().count("set_max_size(550, 64)")
+        return self.protocol().count(MAIN_WINDOW)
 
     def popups(self) -> int:
         """How many menus there have been on Wayland, and are through XWayland beside the main window."""
-        return len(re.findall(r"-> xdg_surface@\d+\.get_popup", (self.home / "protocol").read_text())) + len(
-            self.x11.windows())
+        return len(re.findall(r"-> xdg_surface@\d+\.get_popup", self.protocol())) + len(self.x11.windows())
 
     def choose(self, command: int) -> None:
-        self.open_popup("shift+F10")
+        # A key can be lost while the desktop gives the window the keyboard.
+        self.assertTrue(becomes(lambda: self.opens_popup("shift+F10", 2)))
         press("Up")
         press("Up")
-        self.open_popup("Right")
+        self.assertTrue(self.opens_popup("Right"))
         for _ in range(command):
             press("Up")
         press("Return")
 
-    def open_popup(self, key: str) -> None:
+    def opens_popup(self, key: str, seconds: float = 10) -> bool:
         before = self.popups()
         press(key)
-        self.assertTrue(becomes(lambda: self.popups() > before))
-        time.sleep(0.2)  # the keyboard comes after the picture
+        opens = becomes(lambda: self.popups() > before, seconds)
+        await_wayland()
+        return opens
 
     def test_the_user_changes_to_xwayland_and_back_in_the_menu(self) -> None:
         process = self.start()
-        self.assertTrue(becomes(lambda: self.wayland_windows() == 1))
-        time.sleep(0.5)
+        self.await_wayland_windows(1)
         self.assertIsNone(self.x11.window(process))
         self.choose(XWAYLAND)
         self.await_x11_window(process)
@@ -137,8 +165,7 @@ class XWaylandTest(unittest.TestCase):
 
     def test_a_second_start_reaches_the_one_that_has_started_anew(self) -> None:
         process = self.start()
-        self.assertTrue(becomes(lambda: self.wayland_windows() == 1))
-        time.sleep(0.5)
+        self.await_wayland_windows(1)
         self.choose(XWAYLAND)
         self.await_x11_window(process)
         self.assertEqual(subprocess.run([self.build.tunedeck], timeout=20).returncode, 0)
@@ -154,21 +181,17 @@ class PlacedWindowTest(XWaylandTest):
 
     def test_the_metal_drags_the_window(self) -> None:
         _, window = self.open_through_xwayland()
-        x, y, width, height = self.x11.content(window)
-        drag((x + METAL[0], y + METAL[1]), (60, 40))
-        moved_x, moved_y, *size = self.x11.content(window)
-        # Less the way until it was known to be a drag.
-        self.assertIn(moved_x, range(x + 40, x + 61))
-        self.assertIn(moved_y, range(y + 25, y + 41))
-        self.assertEqual(size, [width, height])
+        x, y, width, height = self.settled_content(window)
+        # The window does not make up for the way that the pointer went before it was a drag.
+        self.assert_drag_leads_to(window, (x + METAL[0], y + METAL[1]), (60, 40), range(x + 40, x + 61),
+                                  range(y + 25, y + 41), only(width), only(height))
 
     def test_its_side_resizes_it_within_its_limits(self) -> None:
         _, window = self.open_through_xwayland()
-        x, y, width, height = self.x11.content(window)
-        drag((x + width - 2, y + 32), (170, 0))
-        self.assert_content_becomes(window, (x, y, 550, height))
-        drag((x + 548, y + 32), (-400, 0))
-        self.assert_content_becomes(window, (x, y, 350, height))
+        x, y, width, height = self.settled_content(window)
+        unmoved = only(x), only(y)
+        self.assert_drag_leads_to(window, (x + width - 2, y + 32), (170, 0), *unmoved, only(550), only(height))
+        self.assert_drag_leads_to(window, (x + 548, y + 32), (-400, 0), *unmoved, only(350), only(height))
 
 
 class SwayTest(PlacedWindowTest):
@@ -179,8 +202,7 @@ class SwayTest(PlacedWindowTest):
         program = self.home / "tunedeck"
         shutil.copy(self.build.tunedeck, program)
         process = self.start(program)
-        self.assertTrue(becomes(lambda: self.wayland_windows() == 1))
-        time.sleep(0.5)
+        self.await_wayland_windows(1)
         program.unlink()
         shutil.copy(self.build.tunedeck, program)
         self.choose(XWAYLAND)
@@ -199,7 +221,7 @@ class MutterTest(PlacedWindowTest):
 
     def test_it_can_be_minimised_and_the_desktop_can_restore_it(self) -> None:
         process, window = self.open_through_xwayland()
-        x, y, *_ = before = self.x11.content(window)
+        x, y, *_ = before = self.settled_content(window)
         click(x + MINIMISE[0], y + MINIMISE[1])
         self.assertTrue(becomes(lambda: "_NET_WM_STATE_HIDDEN" in self.x11.states(window)))
         self.x11.output("xdotool", "windowactivate", window)
@@ -211,7 +233,7 @@ class MutterTest(PlacedWindowTest):
         before = Picture()
         self.stack.enter_context(running(self.build.bare_window))
         self.assertTrue(becomes(lambda: Picture().pixels != before.pixels))
-        time.sleep(0.5)
+        settled(screen_picture)
         after = Picture()
         y = next(y for y in range(SEEN[1]) if after.row(y) != before.row(y))
         return next(x for x in range(SEEN[0]) if after.pixel(x, y + 40) != before.pixel(x, y + 40)), y
@@ -219,21 +241,19 @@ class MutterTest(PlacedWindowTest):
     def test_it_is_above_windows_of_wayland_that_the_user_clicks_once_it_is_kept_above(self) -> None:
         other_x, other_y = self.open_other_window()
         _, window = self.open_through_xwayland()
-        placed = self.x11.content(window)
+        placed = self.settled_content(window)
         self.x11.output("xdotool", "windowmove", window, str(other_x + 150), str(other_y + 10))
         self.assertTrue(becomes(lambda: self.x11.content(window) != placed))
-        time.sleep(0.3)  # the picture comes after the place
-        x, y, *_ = self.x11.content(window)
+        x, y, *_ = self.settled_content(window)
 
         def seen() -> tuple[int, ...]:
             return Picture().pixel(x + DISPLAY[0], y + DISPLAY[1])
 
         def other_has_keyboard_after_a_click() -> bool:
             click(other_x + 50, other_y + 60)
-            time.sleep(0.3)
-            return "_NET_WM_STATE_FOCUSED" not in self.x11.states(window)
+            return becomes(lambda: "_NET_WM_STATE_FOCUSED" not in self.x11.states(window), 1)
 
-        of_the_display = seen()
+        of_the_display = settled(seen)
         self.assertTrue(becomes(other_has_keyboard_after_a_click))
         self.assertTrue(becomes(lambda: seen() != of_the_display))
         click(x + UNCOVERED_METAL[0], y + UNCOVERED_METAL[1])
@@ -241,7 +261,7 @@ class MutterTest(PlacedWindowTest):
         self.assertTrue(becomes(lambda: "_NET_WM_STATE_ABOVE" in self.x11.states(window)))
         self.assertIn("_NET_WM_STATE_FOCUSED", self.x11.states(window))
         self.assertTrue(becomes(other_has_keyboard_after_a_click))
-        self.assertEqual(seen(), of_the_display)
+        self.assertEqual(settled(seen), of_the_display)
 
 
 if __name__ == "__main__":

@@ -1,0 +1,132 @@
+# SPDX-License-Identifier: MIT
+"""A connection to the X server, to ask what xdotool and xprop cannot ask."""
+
+import ctypes
+import os
+import select
+import time
+
+DEADLINE = 10  # seconds
+
+PROPERTY_NOTIFY, CLIENT_MESSAGE = 28, 33
+STRUCTURE_NOTIFY, SUBSTRUCTURE_NOTIFY, SUBSTRUCTURE_REDIRECT, PROPERTY_CHANGE = 1 << 17, 1 << 19, 1 << 20, 1 << 22
+
+
+class ClientMessage(ctypes.Structure):
+    _fields_ = (("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
+                ("display", ctypes.c_void_p), ("window", ctypes.c_ulong), ("message_type", ctypes.c_ulong),
+                ("format", ctypes.c_int), ("data", ctypes.c_long * 5))
+
+
+class PropertyNotify(ctypes.Structure):
+    _fields_ = (("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
+                ("display", ctypes.c_void_p), ("window", ctypes.c_ulong), ("atom", ctypes.c_ulong),
+                ("time", ctypes.c_ulong), ("state", ctypes.c_int))
+
+
+class Event(ctypes.Union):
+    _fields_ = (("type", ctypes.c_int), ("message", ClientMessage), ("property", PropertyNotify),
+                ("pad", ctypes.c_long * 24))
+
+
+X11 = ctypes.CDLL("libX11.so.6")
+for name in ("XOpenDisplay", "XInternAtom", "XDefaultRootWindow", "XGetSelectionOwner", "XCreateSimpleWindow"):
+    getattr(X11, name).restype = ctypes.c_void_p if name == "XOpenDisplay" else ctypes.c_ulong
+ERROR_HANDLER = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)
+# A window may end while it is asked. By default, Xlib would end this process.
+IGNORE_ERRORS = ERROR_HANDLER(lambda _display, _error: 0)
+X11.XSetErrorHandler(IGNORE_ERRORS)
+
+
+class XServer:
+    def __init__(self, name: str | None = None) -> None:
+        """`name` is a display's; without one, it is the environment's."""
+        display = X11.XOpenDisplay(name and name.encode())
+        if not display:
+            raise ConnectionError(f"No X server on display {name or os.environ.get('DISPLAY')}")
+        self.display = ctypes.c_void_p(display)
+        self.root = X11.XDefaultRootWindow(self.display)
+        # The messages that programs send to the root reach the clients that watch it: Qt's answers to pings those that
+        # watch its structure, requests to the window manager its children, messages about starts its properties.
+        self.watch(self.root, STRUCTURE_NOTIFY | SUBSTRUCTURE_NOTIFY | PROPERTY_CHANGE)
+
+    def close(self) -> None:
+        X11.XCloseDisplay(self.display)
+
+    def __enter__(self) -> "XServer":
+        return self
+
+    def __exit__(self, *_: object) -> None:
+        self.close()
+
+    def atom(self, name: str) -> int:
+        return X11.XInternAtom(self.display, name.encode(), False)
+
+    def watch(self, window: int, events: int) -> None:
+        X11.XSelectInput(self.display, ctypes.c_ulong(window), ctypes.c_long(events))
+        X11.XSync(self.display, False)
+
+    def has_compositor(self) -> bool:
+        return X11.XGetSelectionOwner(self.display, ctypes.c_ulong(self.atom("_NET_WM_CM_S0"))) != 0
+
+    def next_event(self, deadline: float = 0) -> Event | None:
+        """None if no event comes until `deadline`, in seconds of time.monotonic()."""
+        if not X11.XPending(self.display):
+            seconds = max(0, deadline - time.monotonic())
+            select.select([X11.XConnectionNumber(self.display)], [], [], seconds)
+            if not X11.XPending(self.display):
+                return None
+        event = Event()
+        X11.XNextEvent(self.display, ctypes.byref(event))
+        return event
+
+    def await_message(self, message: str, seconds: float = DEADLINE) -> None:
+        """Returns when a program has sent `message` to the window manager."""
+        expected = self.atom(message)
+        deadline = time.monotonic() + seconds
+        while event := self.next_event(deadline):
+            if event.type == CLIENT_MESSAGE and event.message.message_type == expected:
+                return
+        raise TimeoutError(f"No {message} within {seconds} s")
+
+    def send(self, to: int, window: int, message: str, *data: int, events: int = 0) -> None:
+        event = Event()
+        event.message = ClientMessage(type=CLIENT_MESSAGE, window=window, message_type=self.atom(message), format=32,
+                                      data=(ctypes.c_long * 5)(*data))
+        X11.XSendEvent(self.display, ctypes.c_ulong(to), False, ctypes.c_long(events), ctypes.byref(event))
+        X11.XFlush(self.display)
+
+    def await_window_manager(self, seconds: float = DEADLINE) -> None:
+        """Returns when the window manager has done all that it was asked for before. It may still be starting: a
+        request that comes too early is lost, so it is repeated."""
+        window = X11.XCreateSimpleWindow(self.display, ctypes.c_ulong(self.root), 0, 0, 1, 1, 0, 0, 0)
+        self.watch(window, PROPERTY_CHANGE)
+        extents = self.atom("_NET_FRAME_EXTENTS")
+        deadline = time.monotonic() + seconds
+        while time.monotonic() < deadline:
+            self.send(self.root, window, "_NET_REQUEST_FRAME_EXTENTS",
+                      events=SUBSTRUCTURE_NOTIFY | SUBSTRUCTURE_REDIRECT)
+            next_request = min(deadline, time.monotonic() + 0.5)
+            while event := self.next_event(next_request):
+                if event.type == PROPERTY_NOTIFY and event.property.window == window and event.property.atom == extents:
+                    X11.XDestroyWindow(self.display, ctypes.c_ulong(window))
+                    return
+        raise TimeoutError(f"The window manager does not answer within {seconds} s")
+
+    def await_program(self, window: int, seconds: float = DEADLINE) -> None:
+        """Returns when the program that owns `window` has acted upon the mouse and the keys that came before.
+
+        It answers the first ping when it has read them, and the second one when it has acted upon them.
+        """
+        for _ in range(2):
+            self.ping(window, seconds)
+
+    def ping(self, window: int, seconds: float) -> None:
+        ping = self.atom("_NET_WM_PING")
+        number = time.monotonic_ns() // 1000 % 2**31
+        self.send(window, window, "WM_PROTOCOLS", ping, number, window)
+        deadline = time.monotonic() + seconds
+        while event := self.next_event(deadline):
+            if event.type == CLIENT_MESSAGE and tuple(event.message.data[:3]) == (ping, number, window):
+                return
+        raise TimeoutError(f"The owner of window {window} does not answer within {seconds} s")
