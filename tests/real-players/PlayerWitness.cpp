@@ -4,6 +4,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVariant>
+#include <QTest>
 
 namespace tunedeck {
 
@@ -11,7 +12,10 @@ namespace {
 
 const QString namePrefix = QStringLiteral("org.mpris.MediaPlayer2.");
 const QString objectPath = QStringLiteral("/org/mpris/MediaPlayer2");
+const QString playerInterface = QStringLiteral("org.mpris.MediaPlayer2.Player");
 constexpr int deadline = 1'000; // milliseconds
+constexpr int quiet = 700; // milliseconds
+constexpr int longestReports = 5'000; // milliseconds
 
 } // namespace
 
@@ -21,6 +25,10 @@ PlayerWitness::PlayerWitness()
     m_bus.connect(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), this,
         SLOT(nameOwnerChanged(QString, QString, QString)));
+    // No service: signals of any name come from the one player on this bus.
+    m_bus.connect(QString(), objectPath, QStringLiteral("org.freedesktop.DBus.Properties"),
+        QStringLiteral("PropertiesChanged"), this, SLOT(playerReported()));
+    m_bus.connect(QString(), objectPath, playerInterface, QStringLiteral("Seeked"), this, SLOT(playerReported()));
 }
 
 bool PlayerWitness::findPlayer()
@@ -33,20 +41,33 @@ bool PlayerWitness::findPlayer()
 
 QString PlayerWitness::status() const
 {
-    return property(QStringLiteral("PlaybackStatus")).toString();
+    return property(playerInterface, QStringLiteral("PlaybackStatus")).toString();
 }
 
 double PlayerWitness::position() const
 {
     constexpr double microsecondsPerSecond = 1e6;
-    const QVariant position = property(QStringLiteral("Position"));
+    const QVariant position = property(playerInterface, QStringLiteral("Position"));
     return position.isValid() ? position.toDouble() / microsecondsPerSecond : -1;
 }
 
 double PlayerWitness::volume() const
 {
-    const QVariant volume = property(QStringLiteral("Volume"));
+    const QVariant volume = property(playerInterface, QStringLiteral("Volume"));
     return volume.isValid() ? volume.toDouble() : -1;
+}
+
+int PlayerWitness::playlistCount() const
+{
+    const QVariant count =
+        property(QStringLiteral("org.mpris.MediaPlayer2.Playlists"), QStringLiteral("PlaylistCount"));
+    return count.isValid() ? count.toInt() : -1;
+}
+
+void PlayerWitness::awaitQuiet()
+{
+    m_sinceReport.start();
+    (void)QTest::qWaitFor([this] { return m_sinceReport.elapsed() >= quiet; }, longestReports);
 }
 
 void PlayerWitness::quitPlayer() const
@@ -67,11 +88,11 @@ void PlayerWitness::nameOwnerChanged(const QString &name, const QString &, const
     }
 }
 
-QVariant PlayerWitness::property(const QString &name) const
+QVariant PlayerWitness::property(const QString &interface, const QString &name) const
 {
     QDBusMessage message = QDBusMessage::createMethodCall(
         m_player, objectPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-    message.setArguments({QStringLiteral("org.mpris.MediaPlayer2.Player"), name});
+    message.setArguments({interface, name});
     return qvariant_cast<QDBusVariant>(m_bus.call(message, QDBus::Block, deadline).arguments().value(0)).variant();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QElapsedTimer>
 #include <QObject>
 #include <QSet>
 #include <QString>
@@ -9,15 +10,15 @@
 
 namespace tunedeck {
 
-/// Looks at the player on the session bus over a connection of its own, past everything that is tested: what it says is
-/// so, as far as the player can be believed. Waits for the player.
+/// Looks at the player on the session bus over a connection of its own, past everything that is tested. Each question
+/// waits for the player's answer.
 class PlayerWitness : public QObject {
     Q_OBJECT
 
 public:
     PlayerWitness();
 
-    /// False while there is none.
+    /// False while there is no player.
     [[nodiscard]] bool findPlayer();
     /// "Playing", "Paused" or "Stopped"; empty if the player does not say.
     [[nodiscard]] QString status() const;
@@ -26,19 +27,27 @@ public:
     /// 0 to 1; below 0 if the player does not say.
     [[nodiscard]] double volume() const;
 
+    /// How many playlists the player has; below 0 if it does not say.
+    [[nodiscard]] int playlistCount() const;
+    /// Returns when the player has reported nothing for 700 ms: no command is under way any more. A player that keeps
+    /// reporting is given 5 s.
+    void awaitQuiet();
+
     void quitPlayer() const;
     /// Whether the player has given up all its names.
     [[nodiscard]] bool isGone() const;
 
 private Q_SLOTS:
     void nameOwnerChanged(const QString &name, const QString &oldOwner, const QString &newOwner);
+    void playerReported() { m_sinceReport.start(); }
 
 private:
-    [[nodiscard]] QVariant property(const QString &name) const;
+    [[nodiscard]] QVariant property(const QString &interface, const QString &name) const;
 
     QDBusConnection m_bus;
     QString m_player;
     QSet<QString> m_names;
+    QElapsedTimer m_sinceReport;
 };
 
 } // namespace tunedeck

@@ -80,7 +80,6 @@ const std::array habits{
 
 constexpr int longestStart = 20'000; // milliseconds, until a player shows itself
 constexpr int patience = 5'000; // milliseconds, for anything that a player does
-constexpr int settling = 700; // milliseconds, after which nothing that a command brought about is still to come
 constexpr int longestError = 2'500; // milliseconds, for which the clock may be wrong while a player starts a track
 constexpr double tolerance = 1.5; // seconds: players count in whole ones, and are late
 
@@ -89,13 +88,7 @@ std::optional<qint64> timeUntil(const std::function<bool()> &condition, int limi
 {
     QElapsedTimer timer;
     timer.start();
-    while (!condition()) {
-        if (timer.elapsed() > limit) {
-            return std::nullopt;
-        }
-        QTest::qWait(5);
-    }
-    return timer.elapsed();
+    return QTest::qWaitFor(condition, limit) ? std::optional(timer.elapsed()) : std::nullopt;
 }
 
 void report(const char *what, qint64 milliseconds)
@@ -192,7 +185,7 @@ bool RealPlayerTest::playTheFirstTrackFrom(double seconds)
         && m_music.setPlayerPosition(seconds)
         && timeUntil([&] { return std::abs(m_witness.position() - seconds) < tolerance; });
     // One player loses a command that reaches it in the midst of a seek.
-    QTest::qWait(settling);
+    m_witness.awaitQuiet();
     return isThere;
 }
 
@@ -262,10 +255,10 @@ void RealPlayerTest::aPauseIsShownAtOnceAndTheClockStands()
     const auto time = timeUntil([this] { return m_witness.status() == u"Paused"; });
     QVERIFY(time);
     report("paused", *time);
-    QTest::qWait(settling); // the clock is set once more, when the player has settled
+    m_witness.awaitQuiet(); // the clock is set once more, when the player has settled
     QCOMPARE(state(), PlayerState::paused);
     const double stands = position();
-    QTest::qWait(settling);
+    m_witness.awaitQuiet();
     QCOMPARE(position(), stands);
     QCOMPARE(state(), PlayerState::paused);
     QVERIFY(isAtPlayersPosition());
@@ -297,10 +290,11 @@ void RealPlayerTest::aSeekLeadsToItsPlaceAndTheClockNeverJumps()
     report("seek done", *time);
     // The target is believed for 1.5 s; then the player is asked where it is.
     double largestError = 0;
-    while (sinceSeek.elapsed() < 2'200) {
+    const auto isBelieved = [&] {
         largestError = std::max(largestError, std::abs(position() - expected()));
-        QTest::qWait(20);
-    }
+        return sinceSeek.elapsed() >= 2'200;
+    };
+    QVERIFY(QTest::qWaitFor(isBelieved, patience));
     qInfo("largest error of the clock after the seek: %.2f s", largestError);
     QVERIFY(largestError < tolerance);
     QVERIFY(isAtPlayersPosition());
@@ -328,7 +322,7 @@ void RealPlayerTest::everyVolumeIsTakenAndReadBack()
         m_connector->setVolume(volume);
         const auto time = timeUntil([&] { return std::abs(m_witness.volume() * 100 - volume) < 0.6; });
         QVERIFY2(time, qPrintable(u"%1: the player has %2"_s.arg(volume).arg(m_witness.volume())));
-        QTest::qWait(settling);
+        m_witness.awaitQuiet();
         QCOMPARE(m_connector->soundVolume(), double(volume));
         QCOMPARE(m_music.soundVolume(), std::optional(volume));
     }
@@ -384,7 +378,7 @@ void RealPlayerTest::nextWhilePausedShowsTheSecondTrack()
     QVERIFY(playTheFirstTrackFrom(10));
     QVERIFY(m_music.playpause());
     QVERIFY(timeUntil([this] { return m_witness.status() == u"Paused"; }));
-    QTest::qWait(settling);
+    m_witness.awaitQuiet();
     m_shown->clear();
     QVERIFY(m_music.nextTrack());
     if (m_habits->nextWhilePaused == AfterNext::Stops) {
@@ -399,7 +393,7 @@ void RealPlayerTest::nextWhilePausedShowsTheSecondTrack()
     report("next track while paused", *time);
     const bool plays = m_habits->nextWhilePaused == AfterNext::Plays;
     QVERIFY(timeUntil([&] { return m_witness.status() == (plays ? u"Playing" : u"Paused"); }));
-    QTest::qWait(settling);
+    m_witness.awaitQuiet();
     QCOMPARE(state(), plays ? PlayerState::playing : PlayerState::paused);
     QVERIFY(timeUntil([this] { return isAtPlayersPosition(); }));
     QCOMPARE(m_shown->texts(), QStringList{m_second});
@@ -412,10 +406,10 @@ void RealPlayerTest::nextOnTheLastTrackDoesWhatThePlayerIsKnownFor()
         QVERIFY(m_music.playpause());
     }
     QVERIFY(timeUntil([this] { return m_witness.status() == u"Playing"; }));
-    QTest::qWait(settling);
+    m_witness.awaitQuiet();
     m_shown->clear();
     m_music.nextTrack();
-    QTest::qWait(settling);
+    m_witness.awaitQuiet();
     switch (m_habits->nextOnTheLast) {
     case AfterTheLast::StaysOnIt:
         QCOMPARE(m_shown->texts(), QStringList());
@@ -449,7 +443,7 @@ void RealPlayerTest::aPlayerThatQuitsIsGoneWithin100Milliseconds()
     report("quit: name lost", gone);
     QVERIFY(time);
     report("not running", *time);
-    QTest::qWait(300);
+    m_witness.awaitQuiet();
     QCOMPARE(running, QList<bool>{false});
     QVERIFY(!m_connector->currentTrack());
     QVERIFY(!m_music.playerState());
