@@ -104,8 +104,8 @@ def drag(start: tuple[int, int], by: tuple[int, int], await_begin: Callable[[], 
         before = read()
         point(*(place + way * eighths // 8 for place, way in zip(start, by)))
         seen_when(read, lambda seen: seen != before, 0.5)
-    # Weston moves a window whose left side is resized only as long as the button is held.
-    seen_when(read, is_dragged)
+    # Weston moves a window whose left side is resized only as long as the button is held. Its pointer, which is in the
+    # picture by then, may hide where the window is.
     settled(read, 0.3)
     output("xdotool", "mouseup", "1")
     point(*CORNER)
