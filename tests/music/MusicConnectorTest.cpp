@@ -11,6 +11,7 @@
 
 #include <QGuiApplication>
 #include <QLocale>
+#include <QProperty>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -75,6 +76,23 @@ MusicAirPlayDevice device(std::optional<FourCharCode> kind, std::optional<QStrin
 }
 
 constexpr FourCharCode airPlayDevice = fourCharCode("kAPD");
+
+/// Says its state only once it has been asked for its playlists, which happens on a thread of its own.
+class MusicThatIsSlowToSayItsState : public ScriptedMusicApplication {
+public:
+    bool wasAskedForPlaylistsFirst() const { return m_wasAskedForPlaylistsFirst.value_or(false); }
+
+    [[nodiscard]] std::optional<FourCharCode> playerState() const override
+    {
+        if (!m_wasAskedForPlaylistsFirst) {
+            m_wasAskedForPlaylistsFirst = QTest::qWaitFor([this] { return !backgroundReads().isEmpty(); });
+        }
+        return ScriptedMusicApplication::playerState();
+    }
+
+private:
+    mutable std::optional<bool> m_wasAskedForPlaylistsFirst;
+};
 
 /// Runs the case that must end the program, in a process of its own.
 void goThroughFatalCase(const QString &name)
@@ -157,6 +175,13 @@ private Q_SLOTS:
         QCOMPARE(connector.soundVolume(), 55.0);
         QCOMPARE(connector.shuffleEnabled(), true);
         QCOMPARE(connector.repeatMode(), RepeatMode::one);
+    }
+
+    void thePlaylistsAreOnTheirWayBeforeTheStateIsRead()
+    {
+        MusicThatIsSlowToSayItsState music;
+        const MusicConnector connector(music, m_windowActivation);
+        QVERIFY(music.wasAskedForPlaylistsFirst());
     }
 
     void theTrackAndTheTimersWaitForTheFirstNotification()
@@ -333,6 +358,27 @@ private Q_SLOTS:
         QVERIFY(!watch.wasStarted());
         connector.setFeedType(FeedType::liveStream);
         QVERIFY(watch.wasStarted());
+    }
+
+    void theSameFeedTypeAgainSchedulesTheProgressTimerAnew_data()
+    {
+        QTest::addColumn<FeedType>("feedType");
+        QTest::newRow("local track") << FeedType::localTrack;
+        QTest::newRow("streamed track") << FeedType::streamedTrack;
+    }
+    void theSameFeedTypeAgainSchedulesTheProgressTimerAnew()
+    {
+        QFETCH(FeedType, feedType);
+        ScriptedMusicApplication music;
+        music.answers = playingAnswers();
+        MusicConnector connector(music, m_windowActivation);
+        auto *timer = connector.findChild<QTimer *>(u"progressPollingTimer"_s);
+        connector.setFeedType(feedType);
+        int startsAndStops = 0;
+        const auto watch = timer->bindableActive().addNotifier([&startsAndStops] { ++startsAndStops; });
+        connector.setFeedType(feedType);
+        QVERIFY(startsAndStops > 0);
+        QVERIFY(timer->isActive());
     }
 
     void theTrackTimerRefreshesTheTrackEvery1500Ms()
@@ -747,6 +793,22 @@ private Q_SLOTS:
         QTEST(connector.remainingFormattedTime(), "remaining");
         QTEST(connector.totalFormattedTime(), "total");
         QTEST(connector.trackProgress(), "progress");
+    }
+
+    void theTimesAreAThirdOfASecondAhead()
+    {
+        ScriptedMusicApplication music;
+        MusicConnector connector(music, m_windowActivation);
+        music.answers.currentTrack = MusicTrack{.duration = 200.0};
+        music.answers.playerPosition = 9.6665;
+        connector.updatePlayerProgressInfo();
+        QCOMPARE(connector.elapsedFormattedTime(), u"0:09"_s);
+        QCOMPARE(connector.remainingFormattedTime(), u"-3:10"_s);
+        music.answers.playerPosition = 9.6675;
+        connector.updatePlayerProgressInfo();
+        QCOMPARE(connector.elapsedFormattedTime(), u"0:10"_s);
+        QCOMPARE(connector.remainingFormattedTime(), u"-3:09"_s);
+        QCOMPARE(connector.trackProgress(), 9.6675 / 200 * 100);
     }
 
     void aZeroDurationIsPassedOnAsItIs()

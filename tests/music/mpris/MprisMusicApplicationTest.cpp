@@ -54,6 +54,7 @@ private Q_SLOTS:
     void withoutAPlayerMusicIsNotRunning();
     void withoutABusMusicIsNotRunning();
     void thePlayerThatIsThereAtTheStartIsFollowedOnceReady();
+    void aListenerThatWaitsUntilAllPlayersAreKnownHearsOfTheOneFollowed();
     void aPlayerThatComesLaterIsMusicLaunching();
     void aPlayerThatQuitsIsMusicTerminating();
     void aPlayerKilledInMidCallIsGoneWithin100Milliseconds();
@@ -63,6 +64,10 @@ private Q_SLOTS:
     void aPlayPauseWhileOneIsUnansweredIsDropped();
     void nextAndPreviousReachThePlayer();
     void backGoesToTheStartOfATrackThatPlaysForAWhile();
+    void backGoesToTheTrackBeforeUpToThreeSeconds_data();
+    void backGoesToTheTrackBeforeUpToThreeSeconds();
+    void backDoesWhatThePlayerCan_data();
+    void backDoesWhatThePlayerCan();
     void theBlinkAtATrackChangeIsNeverPosted();
     void aHalfFilledTrackIsNeverPosted();
     void aTrackThatThePlayerRestartsIsNotPostedAgain();
@@ -80,6 +85,8 @@ private Q_SLOTS:
     void aPausedPlayerIsLeftAlone();
     void aPlayerPausedInItsOwnWindowIsPostedAsPaused();
     void aChangeOfThePlayerFollowedIsQuittingAndLaunchingInOneTurn();
+    void aPlayPauseIsNotSentToThePlayerThatIsFollowedNext();
+    void aHeldSeekEndsWhenAnotherPlayerIsFollowed();
     void aPlayerThatIsNotFollowedChangesNothing();
     void aNameGivenUpForAMomentIsNotQuitting();
     void aFrozenPlayerStopsTheClockAndIsSentNothing();
@@ -203,6 +210,31 @@ void MprisMusicApplicationTest::thePlayerThatIsThereAtTheStartIsFollowedOnceRead
     QCOMPARE(m_music->currentTrack()->duration, 204.0);
 }
 
+void MprisMusicApplicationTest::aListenerThatWaitsUntilAllPlayersAreKnownHearsOfTheOneFollowed()
+{
+    startPlayer({u"--name"_s, u"first"_s, u"--play"_s});
+    const QDBusConnection control = m_bus->connect(QString::number(++m_connections));
+    // It is followed long before the second has said what it is.
+    const DemoPlayerProcess second(*m_bus, control, {u"--name"_s, u"second"_s, u"--do"_s, u"late 300"_s});
+    QVERIFY(second.isReady());
+    const QDBusConnection connection = m_bus->connect(QString::number(++m_connections));
+    m_music = std::make_unique<MprisMusicApplication>(connection, *m_defaults, m_launcher);
+    const QSignalSpy ready(m_music.get(), &MprisMusicApplication::ready);
+    const QSignalSpy early(m_music.get(), &MusicApplication::playerInfo);
+    QTRY_VERIFY(early.count() > 0);
+    QCOMPARE(ready.count(), 0);
+    QList<QVariantMap> heard;
+    connect(m_music.get(), &MprisMusicApplication::ready, this, [this, &heard] {
+        connect(m_music.get(), &MusicApplication::playerInfo, this,
+            [&heard](const QVariantMap &userInfo) { heard.append(userInfo); });
+    });
+    QTRY_COMPARE(ready.count(), 1);
+    QTRY_VERIFY(!heard.isEmpty());
+    QCOMPARE(heard.first().value(UserInfoKey::playerState), u"Playing"_s);
+    QCOMPARE(heard.first().value(UserInfoKey::totalTime), 204.0);
+    m_music.reset();
+}
+
 void MprisMusicApplicationTest::aPlayerThatComesLaterIsMusicLaunching()
 {
     startMusic();
@@ -319,6 +351,55 @@ void MprisMusicApplicationTest::backGoesToTheStartOfATrackThatPlaysForAWhile()
     QVERIFY(m_music->playerPosition() < 0.5);
     QTRY_COMPARE(commands(), QStringList{u"SetPosition /org/tunedeck/demo/track/1 0"_s});
     QCOMPARE(m_music->currentTrack()->name, track);
+}
+
+void MprisMusicApplicationTest::backGoesToTheTrackBeforeUpToThreeSeconds_data()
+{
+    QTest::addColumn<double>("position");
+    QTest::addColumn<QString>("command");
+    QTest::newRow("shortly before") << 2.9 << u"Previous"_s;
+    QTest::newRow("three seconds") << 3.0 << u"Previous"_s;
+    QTest::newRow("shortly after") << 3.1 << u"SetPosition /org/tunedeck/demo/track/1 0"_s;
+}
+
+void MprisMusicApplicationTest::backGoesToTheTrackBeforeUpToThreeSeconds()
+{
+    QFETCH(const double, position);
+    QFETCH(const QString, command);
+    startPlayer({u"--play"_s, u"--track"_s, u"1"_s});
+    startMusic();
+    tell(u"pause"_s);
+    QTRY_COMPARE(m_music->playerState(), PlayerState::paused);
+    tell(u"seek %1"_s.arg(position));
+    QTRY_COMPARE(m_music->playerPosition(), position);
+    QVERIFY(m_music->backTrack());
+    QTRY_COMPARE(commands(), QStringList{command});
+}
+
+void MprisMusicApplicationTest::backDoesWhatThePlayerCan_data()
+{
+    QTest::addColumn<QString>("oddity");
+    QTest::addColumn<double>("position");
+    QTest::addColumn<QStringList>("expected");
+    const QStringList start{u"SetPosition /org/tunedeck/demo/track/1 0"_s};
+    QTest::newRow("no track before") << u"cannot CanGoPrevious on"_s << 1.0 << start;
+    QTest::newRow("no track before, later on") << u"cannot CanGoPrevious on"_s << 60.0 << start;
+    QTest::newRow("no seeking") << u"cannot CanSeek on"_s << 60.0 << QStringList{u"Previous"_s};
+}
+
+void MprisMusicApplicationTest::backDoesWhatThePlayerCan()
+{
+    QFETCH(const QString, oddity);
+    QFETCH(const double, position);
+    QFETCH(const QStringList, expected);
+    startPlayer({u"--play"_s, u"--track"_s, u"1"_s, u"--do"_s, oddity});
+    startMusic();
+    tell(u"pause"_s);
+    QTRY_COMPARE(m_music->playerState(), PlayerState::paused);
+    tell(u"seek %1"_s.arg(position));
+    QTRY_COMPARE(m_music->playerPosition(), position);
+    QVERIFY(m_music->backTrack());
+    QTRY_COMPARE(commands(), expected);
 }
 
 void MprisMusicApplicationTest::theBlinkAtATrackChangeIsNeverPosted()
@@ -592,6 +673,46 @@ void MprisMusicApplicationTest::aChangeOfThePlayerFollowedIsQuittingAndLaunching
     QVERIFY(second.tell(u"play"_s));
     QTRY_COMPARE(events, (QStringList{u"terminated"_s, u"launched"_s, u"next turn"_s}));
     QCOMPARE(m_music->currentTrack()->duration, 135.0);
+}
+
+void MprisMusicApplicationTest::aPlayPauseIsNotSentToThePlayerThatIsFollowedNext()
+{
+    startPlayer({u"--name"_s, u"first"_s, u"--play"_s});
+    const QDBusConnection control = m_bus->connect(QString::number(++m_connections));
+    const DemoPlayerProcess second(*m_bus, control, {u"--name"_s, u"second"_s, u"--track"_s, u"1"_s});
+    QVERIFY(second.isReady());
+    startMusic();
+    QCOMPARE(m_music->currentTrack()->duration, 204.0);
+    second.takeCalls();
+    QVERIFY(m_music->playpause());
+    m_defaults->setValue(u"FollowedPlayer"_s, u"second"_s);
+    const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
+    QTRY_COMPARE(info.count(), 1);
+    // All that was sent before arrives before.
+    QVERIFY(m_music->nextTrack());
+    QStringList commands;
+    QTRY_VERIFY((commands += second.takeCommands()).contains(u"Next"_s));
+    QCOMPARE(commands, QStringList{u"Next"_s});
+}
+
+void MprisMusicApplicationTest::aHeldSeekEndsWhenAnotherPlayerIsFollowed()
+{
+    startPlayer({u"--name"_s, u"first"_s, u"--play"_s, u"--track"_s, u"4"_s});
+    const QDBusConnection control = m_bus->connect(QString::number(++m_connections));
+    const DemoPlayerProcess second(*m_bus, control, {u"--name"_s, u"second"_s, u"--track"_s, u"1"_s, u"--play"_s});
+    QVERIFY(second.isReady());
+    m_defaults->setValue(u"FollowedPlayer"_s, u"first"_s);
+    startMusic();
+    second.takeCalls();
+    QVERIFY(m_music->fastForward());
+    QCOMPARE(m_music->playerState(), PlayerState::fastForwarding);
+    m_defaults->setValue(u"FollowedPlayer"_s, u"second"_s);
+    QCOMPARE(m_music->currentTrack()->duration, 135.0);
+    QCOMPARE(m_music->playerState(), PlayerState::playing);
+    QVERIFY(m_music->nextTrack());
+    QStringList commands;
+    QTRY_VERIFY((commands += second.takeCommands()).contains(u"Next"_s));
+    QCOMPARE(commands, QStringList{u"Next"_s});
 }
 
 void MprisMusicApplicationTest::aPlayerThatIsNotFollowedChangesNothing()
