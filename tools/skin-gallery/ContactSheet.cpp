@@ -14,7 +14,7 @@ namespace {
 constexpr int sheetWidth = 1'900;
 constexpr int padding = 10;
 constexpr int gap = 6;
-// The metal that the controls lie on is light in the dark appearance too.
+// The metal behind the controls is light in the dark appearance, too.
 constexpr QColor lightGround(200, 200, 200);
 constexpr QColor darkGround(125, 125, 125);
 

@@ -25,7 +25,7 @@ struct SkinGalleryEntry {
 
 using SkinGalleryEntries = QList<SkinGalleryEntry>;
 
-/// The grounds: what lies behind the controls.
+/// The grounds behind the controls.
 [[nodiscard]] SkinGalleryEntries groundEntries();
 /// Buttons and sliders.
 [[nodiscard]] SkinGalleryEntries controlEntries();

@@ -5,6 +5,7 @@
 #include "skin/drawing/Gradient.h"
 #include "skin/drawing/Ink.h"
 #include "skin/drawing/Shapes.h"
+#include "skin/drawing/bezelGradient.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -15,11 +16,6 @@ namespace {
 constexpr QColor deepField(108, 116, 129);
 constexpr QColor mutedField(143, 151, 165);
 
-bool looksActive(const MetalGroundState &state)
-{
-    return state.isMainWindow || state.isKeptAboveAllOthers;
-}
-
 /// A border of `width` along the inside of a rounded outline.
 QPainterPath innerBorder(const QRectF &bounds, double radius, double width)
 {
@@ -29,7 +25,7 @@ QPainterPath innerBorder(const QRectF &bounds, double radius, double width)
 void drawBody(QPainter &painter, const QRectF &bounds, const MetalGroundState &state)
 {
     constexpr double cornerRadius = 5;
-    painter.fillPath(roundedRectangle(bounds, cornerRadius), grey(looksActive(state) ? 0.64F : 0.85F));
+    painter.fillPath(roundedRectangle(bounds, cornerRadius), grey(state.looksActive() ? 0.64F : 0.85F));
     painter.fillPath(innerBorder(bounds, cornerRadius, DevicePixels(painter).lineWidth(0.5)), black(0.15F));
 }
 
@@ -37,7 +33,7 @@ void drawRim(QPainter &painter, const QRectF &bounds)
 {
     const double thickness = DevicePixels(painter).lineWidth(1);
     const QPainterPath rim = between(roundedRectangle(bounds, 3), roundedRectangle(inset(bounds, 0, thickness), 3.5));
-    Gradient({{white(0.62F), 0}, {white(0), 1}}).drawInPath(painter, rim, flippedDownwards);
+    metalEdgeLight().drawInPath(painter, rim, flippedDownwards);
 }
 
 /// The lit lip below the field, and the shade around it.
@@ -50,8 +46,8 @@ void drawWell(QPainter &painter, const QRectF &panel)
 void drawField(QPainter &painter, const QRectF &bounds, const MetalGroundState &state)
 {
     constexpr double cornerRadius = 2.5;
-    const double borderWidth = DevicePixels(painter).lineWidth(painter.device()->devicePixelRatioF() > 1 ? 0.5 : 1);
-    const Gradient field{{looksActive(state) ? deepField : mutedField, 0}, {mutedField, 1}};
+    const double borderWidth = DevicePixels(painter).hairline();
+    const Gradient field{{state.looksActive() ? deepField : mutedField, 0}, {mutedField, 1}};
     field.drawInPath(painter, roundedRectangle(bounds, cornerRadius), flippedDownwards);
     painter.fillPath(innerBorder(bounds, cornerRadius, borderWidth), black(0.42F));
 }

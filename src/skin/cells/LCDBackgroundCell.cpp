@@ -26,7 +26,7 @@ Gradient gloss(bool dark)
 
 void drawGlass(QPainter &painter, const QRectF &bounds)
 {
-    const double lineWidth = DevicePixels(painter).lineWidth(painter.device()->devicePixelRatioF() > 1 ? 0.5 : 1);
+    const double lineWidth = DevicePixels(painter).hairline();
     painter.fillPath(roundedRectangle(bounds, glassRadius), QColor::fromRgbF(0.91F, 0.92F, 0.81F));
     painter.fillPath(roundedFrame(bounds, glassRadius, lineWidth), black(0.2F));
 }

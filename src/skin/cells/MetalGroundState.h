@@ -8,6 +8,9 @@ struct MetalGroundState {
     bool isMainWindow = false;
     bool isKeptAboveAllOthers = false;
 
+    /// A window that stays on top looks active even while it is not.
+    [[nodiscard]] bool looksActive() const { return isMainWindow || isKeptAboveAllOthers; }
+
     bool operator==(const MetalGroundState &) const = default;
 };
 

@@ -35,7 +35,7 @@ protected:
     /// The differences between the two cells, in points from the button's lower left corner.
     struct Measures {
         float bezelAlpha = 0;
-        /// The glare is half a disc around (`center`, `center`), whose quarters have control points that lie `control`
+        /// The glare is half a disc around (`center`, `center`), whose quarters have control points that are `control`
         /// away from its axes, and whose upper edge swings through `wave`.
         double center = 0;
         double radius = 0;

@@ -5,6 +5,7 @@
 #include "skin/drawing/Gradient.h"
 #include "skin/drawing/Ink.h"
 #include "skin/drawing/Shapes.h"
+#include "skin/drawing/bezelGradient.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -14,9 +15,8 @@ namespace tunedeck {
 namespace {
 Gradient metal(const MetalGroundState &state)
 {
-    // A window that stays on top looks active even while it is not.
-    return state.isMainWindow || state.isKeptAboveAllOthers ? Gradient{{grey(0.81F), 0}, {grey(0.64F), 1}}
-                                                            : Gradient{{grey(0.95F), 0}, {grey(0.85F), 1}};
+    return state.looksActive() ? Gradient{{grey(0.81F), 0}, {grey(0.64F), 1}}
+                               : Gradient{{grey(0.95F), 0}, {grey(0.85F), 1}};
 }
 
 void drawMetal(QPainter &painter, const QRectF &bounds, const MetalGroundState &state)
@@ -32,11 +32,11 @@ void drawMetal(QPainter &painter, const QRectF &bounds, const MetalGroundState &
 void drawRim(QPainter &painter, const QRectF &bounds)
 {
     const DevicePixels pixels(painter);
-    const double thickness = pixels.lineWidth(painter.device()->devicePixelRatioF() > 1 ? 0.5 : 1);
+    const double thickness = pixels.hairline();
     const double margin = pixels.lineWidth(1);
     const QPainterPath rim =
         between(roundedRectangle(inset(bounds, margin, 0), 3), roundedRectangle(inset(bounds, margin, thickness), 1.5));
-    Gradient({{white(0.62F), 0}, {white(0), 1}}).drawInPath(painter, rim, flippedDownwards);
+    metalEdgeLight().drawInPath(painter, rim, flippedDownwards);
 }
 } // namespace
 

@@ -11,6 +11,7 @@ namespace tunedeck {
 DevicePixels::DevicePixels(const QPainter &painter)
     : m_toDevice(painter.deviceTransform())
     , m_scale(std::abs(m_toDevice.m11()))
+    , m_deviceScale(painter.device()->devicePixelRatioF())
     , m_isWhole(m_scale == std::round(m_scale))
 {
 }
@@ -31,6 +32,11 @@ QRectF DevicePixels::snapped(const QRectF &rect) const
 double DevicePixels::lineWidth(double points) const
 {
     return m_isWhole ? points : std::max(1.0, std::floor(points * m_scale)) / m_scale;
+}
+
+double DevicePixels::hairline() const
+{
+    return lineWidth(m_deviceScale > 1 ? 0.5 : 1);
 }
 
 } // namespace tunedeck

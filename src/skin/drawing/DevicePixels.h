@@ -19,10 +19,13 @@ public:
     /// The width in points at which to draw a line of `points`. At a fractional scale it is rounded down to whole
     /// pixels, and is at least one. A crisp line looks stronger than a soft one, so a line rounded up would look heavy.
     [[nodiscard]] double lineWidth(double points) const;
+    /// The width in points of the thinnest line of the skin: half a point, or one where a point has a single pixel.
+    [[nodiscard]] double hairline() const;
 
 private:
     QTransform m_toDevice;
     double m_scale = 1;
+    double m_deviceScale = 1;
     bool m_isWhole = true;
 };
 

@@ -13,4 +13,9 @@ Gradient bezelGradient(float alpha, bool dark, double scale)
     return {{black(alpha), 0}, {white(scale > 1 ? 0.4F : 0.65F), 1}};
 }
 
+Gradient metalEdgeLight()
+{
+    return {{white(0.62F), 0}, {white(0), 1}};
+}
+
 } // namespace tunedeck

@@ -9,4 +9,7 @@ namespace tunedeck {
 /// to 1, is that of the top in the light appearance. `scale` is the device pixel ratio.
 [[nodiscard]] Gradient bezelGradient(float alpha, bool dark, double scale);
 
+/// The light along the upper edge of a plate of metal, which fades towards its lower edge.
+[[nodiscard]] Gradient metalEdgeLight();
+
 } // namespace tunedeck

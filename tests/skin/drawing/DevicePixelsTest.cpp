@@ -77,6 +77,14 @@ private Q_SLOTS:
         QCOMPARE(DevicePixels(half.painter).lineWidth(1), 1 / 1.5);
         QCOMPARE(DevicePixels(half.painter).lineWidth(2), 2.0);
     }
+
+    void aHairlineIsHalfAPointWhereAPointHasSeveralPixels()
+    {
+        QCOMPARE(DevicePixels(Canvas(1).painter).hairline(), 1.0);
+        QCOMPARE(DevicePixels(Canvas(1.25).painter).hairline(), 0.8);
+        QCOMPARE(DevicePixels(Canvas(1.5).painter).hairline(), 1 / 1.5);
+        QCOMPARE(DevicePixels(Canvas(2).painter).hairline(), 0.5);
+    }
 };
 
 TUNEDECK_TEST(DevicePixelsTest, QApplication)
