@@ -608,7 +608,8 @@ void MprisMusicApplicationTest::aTrackThatIsLateInStartingShowsWithinTwoAndAHalf
     QTRY_VERIFY(m_music->playerPosition() > 9.0);
     QTimer &underWay = timer(u"underWayTimer"_s);
     QVERIFY(underWay.interval() <= 2'500);
-    QVERIFY(elapse(underWay));
+    // On a busy machine its time may be over already.
+    elapse(underWay);
     QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
     QCOMPARE(m_player->takeCalls().filter(u"Get Position"_s).size(), 1);
     tell(u"signals seeked off"_s);
