@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The window as a screen reader knows it: read and worked over the accessibility bus, and told of changes by it.
+"""Reads and operates the window over the accessibility bus, as a screen reader does, and receives changes from it.
 
 Usage: accessibility_test.py BUILD-FOLDER [TEST...]
 
@@ -63,7 +63,7 @@ PLAIN = "filler"  # the role of what only holds or decorates others: screen read
 
 @dataclass(frozen=True)
 class Heard:
-    """What an event told, and the name that its control had when it came."""
+    """The contents of an event, and the name that its control had when the event came."""
     event: str
     gains: bool
     role: str
@@ -87,7 +87,7 @@ class Player:
         self.call("org.tunedeck.DemoPlayer", "Script", "(s)", line)
 
     def commands(self) -> list[str]:
-        """What it was told over the bus since last asked."""
+        """The commands that the player got over the bus since the last call."""
         calls, = self.call("org.tunedeck.DemoPlayer", "TakeCalls")
         return [call for call in calls if not call.startswith("Get")]
 
@@ -110,7 +110,7 @@ def listen(seconds: float) -> None:
 
 
 def fresh(element: Atspi.Accessible) -> Atspi.Accessible:
-    """What it says now, not what it said before."""
+    """`element` without its cached values."""
     element.clear_cache()
     return element
 
@@ -206,12 +206,12 @@ class ScreenReaderTest(DesktopTest):
                 if application.get_process_id() == self.program.pid for window in children(application)]
 
     def hear(self, event: Atspi.Event) -> None:
-        # What has ended meanwhile has no name any more.
+        # An object that is gone has no name.
         with contextlib.suppress(GLib.Error):
             self.heard.append(Heard(event.type, event.detail1 == 1, *named(event.source)))
 
     def told(self, role: str) -> list[str]:
-        """The names of what told of a change, in its order."""
+        """The names of the controls that reported a change, in order."""
         return [heard.name for heard in self.heard if heard.role == role and heard.event.startswith(CHANGE)]
 
     def volumes_told(self) -> int:
@@ -245,7 +245,7 @@ class ScreenReaderTest(DesktopTest):
         self.press("Show or hide the playlists")
         self.assert_soon(124, lambda: self.window.get_extents(Atspi.CoordType.SCREEN).height)
 
-    # What is read
+    # Reading
 
     def test_the_window_is_a_frame_with_the_programs_name(self) -> None:
         self.assertEqual(named(self.window), ("frame", "Tunedeck"))
@@ -340,7 +340,7 @@ class ScreenReaderTest(DesktopTest):
             type_key("Tab")
             self.assert_soon([name], self.focused)
 
-    # What is worked
+    # Operating
 
     def test_play_and_pause(self) -> None:
         self.press("Play")
@@ -416,7 +416,7 @@ class ScreenReaderTest(DesktopTest):
         self.press("Close")
         self.assertEqual(self.program.wait(DEADLINE), 0)
 
-    # What is told
+    # Events
 
     def test_a_new_track_is_told_once_and_not_again_while_its_text_moves(self) -> None:
         track = self.find("notification", FIRST_TRACK)

@@ -71,7 +71,7 @@ class TilingTest(unittest.TestCase):
 
     def test_it_rests_where_minimised_windows_are_only_said_to_be_hidden(self) -> None:
         self.minimise()
-        # Some window managers set this state and keep showing the window, to have pictures of it.
+        # Window managers that keep minimised windows mapped, to show previews of them, do this.
         output("xprop", "-id", self.window.id, "-format", "_NET_WM_STATE", "32a",
                "-set", "_NET_WM_STATE", "_NET_WM_STATE_HIDDEN")
         # The clock of a window that does not rest changes every second.

@@ -53,7 +53,7 @@ class Picture:
         return tuple(self.row(y, x, 1))
 
     def frame(self) -> Frame | None:
-        """What is not desktop."""
+        """The area that the desktop's background does not fill."""
         desktop = DESKTOP * SEEN[0]
         rows = [y for y in range(SEEN[1]) if self.row(y) != desktop]
         if not rows:
@@ -131,7 +131,7 @@ class WaylandTest(unittest.TestCase):
 
     def open_window(self, **variables: str) -> Frame:
         log = self.stack.enter_context((self.home / "protocol").open("w"))
-        # What it says is the protocol: running() would drop it.
+        # Its output is the log of the protocol, which running() would drop.
         environment = os.environ | variables | {"WAYLAND_DEBUG": "1"}
         process = self.stack.enter_context(subprocess.Popen([self.build.tunedeck], stderr=log, env=environment))
         self.stack.callback(process.terminate)
@@ -143,7 +143,7 @@ class WaylandTest(unittest.TestCase):
         self.assertEqual(subprocess.run([self.build.tunedeck], env=os.environ | variables, timeout=20).returncode, 0)
 
     def said(self, pattern: str) -> list[str]:
-        """What the program said to the desktop."""
+        """The requests that the program has sent to the desktop."""
         return re.findall(rf" -> .*?{pattern}", self.protocol())
 
     def protocol(self) -> str:
@@ -279,7 +279,7 @@ class SwayTest(WaylandTest):
     def test_on_a_screen_of_another_scale_it_looks_as_if_it_had_begun_there(self) -> None:
         picture, frame = self.open_window_at(2)
         self.change_scale(1)
-        # What the second screen shows covers the first one.
+        # The picture of the second screen covers that of the first.
         output("swaymsg", "create_output")
         output("swaymsg", "output X11-2 resolution 1280x720 position 1280 0 scale 2")
         output("swaymsg", f"{WINDOW} move absolute position 1320 40, focus")

@@ -38,7 +38,7 @@ def server_time() -> int:
 
 
 class StartupMessages:
-    """What docks receive about starts from now on."""
+    """The startup messages that docks receive from now on."""
 
     def __init__(self) -> None:
         self.server = XServer()
@@ -272,7 +272,7 @@ class WindowTest(DesktopTest):
 
 
 class KeyboardTest(DesktopTest):
-    """Where the window manager gives the keyboard to no program that has no right to it."""
+    """A window manager that gives the keyboard focus only to programs with a valid startup id."""
 
     window_manager = "metacity"
 

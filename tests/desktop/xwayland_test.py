@@ -31,7 +31,7 @@ DISPLAY, UNCOVERED_METAL = (200, 30), (446, 4)  # in the content
 
 
 class X11:
-    """What XWayland knows. The mouse and the keyboard are those of the display that the desktop is on."""
+    """The windows of XWayland. The mouse and the keyboard are those of the display that the desktop is on."""
 
     def __init__(self, display: str) -> None:
         self.display = display
@@ -177,7 +177,7 @@ class XWaylandTest(unittest.TestCase):
 
 
 class PlacedWindowTest(XWaylandTest):
-    """Where the desktop tells X11's programs where their windows are, and heeds the limits of their sizes."""
+    """A desktop that tells X11 programs where their windows are, and respects their size limits."""
 
     def test_the_metal_drags_the_window(self) -> None:
         _, window = self.open_through_xwayland()
@@ -229,7 +229,7 @@ class MutterTest(PlacedWindowTest):
         self.assertEqual(self.x11.content(window), before)
 
     def open_other_window(self) -> tuple[int, int]:
-        """Of Wayland. Gives its upper left corner."""
+        """Opens a Wayland window. Returns its top left corner."""
         before = Picture()
         self.stack.enter_context(running(self.build.bare_window))
         self.assertTrue(becomes(lambda: Picture().pixels != before.pixels))
