@@ -82,7 +82,7 @@ private:
     MusicConnector m_musicConnector;
     AppDelegate m_delegate;
     std::unique_ptr<WindowController> m_windowController;
-    PlayerView *m_playerView; ///< the window's
+    PlayerView *m_playerView; ///< owned by the window
     QString m_dockTile;
     QTimer m_dockTileTimer{this};
     std::unique_ptr<ViewController> m_viewController;

@@ -37,11 +37,6 @@ ApplicationInstance::ApplicationInstance(const QDBusConnection &bus, QObject *pa
         [this] { callBus(QStringLiteral("ReleaseName"), {applicationId.toString()}); });
 }
 
-bool ApplicationInstance::isFirst() const
-{
-    return m_isFirst;
-}
-
 void ApplicationInstance::setBus(const QDBusConnection &bus)
 {
     constexpr uint doNotQueue = 4;

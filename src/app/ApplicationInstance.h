@@ -25,7 +25,7 @@ class ApplicationInstance : public QObject {
 public:
     explicit ApplicationInstance(const QDBusConnection &bus, QObject *parent = nullptr);
 
-    [[nodiscard]] bool isFirst() const;
+    [[nodiscard]] bool isFirst() const { return m_isFirst; }
     /// Answers on `bus` from now on, unless another process of the program owns the name there.
     void setBus(const QDBusConnection &bus);
     /// Asks the first process to carry out `action`, or to show itself if there is none, and hands it `token`. Calls

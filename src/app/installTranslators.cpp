@@ -27,7 +27,7 @@ void install(QCoreApplication &application, const QString &file, const QString &
 {
     auto translator = std::make_unique<QTranslator>(&application);
     if (translator->load(file, folder)) {
-        QCoreApplication::installTranslator(translator.release()); // the application's
+        QCoreApplication::installTranslator(translator.release()); // owned by the application
     }
 }
 } // namespace

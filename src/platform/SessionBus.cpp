@@ -44,7 +44,7 @@ SessionBus::SessionBus(const QString &address, std::chrono::milliseconds interva
     watch();
 }
 
-void SessionBus::lose()
+void SessionBus::handleDisconnected()
 {
     if (m_nextAttempt.isActive()) {
         return;
@@ -60,7 +60,7 @@ void SessionBus::watch()
         return;
     }
     m_connection.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
-        QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this, SLOT(lose()));
+        QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this, SLOT(handleDisconnected()));
 }
 
 void SessionBus::tryToConnect()

@@ -32,7 +32,7 @@ Q_SIGNALS:
     void changed();
 
 private Q_SLOTS:
-    void lose();
+    void handleDisconnected();
 
 private:
     void watch();

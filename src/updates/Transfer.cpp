@@ -116,7 +116,7 @@ void Transfer::follow(const QUrl &url)
 {
     dropReply();
     if (m_redirects == maximumRedirects) {
-        fail(UpdateFailure::sentAround);
+        fail(UpdateFailure::tooManyRedirects);
         return;
     }
     ++m_redirects;

@@ -21,7 +21,7 @@ UpdateCheck::UpdateCheck(const TransferRules &rules, const RunningProgram &progr
     connect(&m_transfer, &Transfer::failed, this, [this](UpdateFailure failure) {
         Q_EMIT failed(failure == UpdateFailure::tooLong ? UpdateFailure::feedTooLong : failure);
     });
-    connect(&m_items, &QFutureWatcherBase::finished, this, &UpdateCheck::answer);
+    connect(&m_items, &QFutureWatcherBase::finished, this, &UpdateCheck::report);
 }
 
 void UpdateCheck::start(const QUrl &feed)
@@ -35,7 +35,7 @@ void UpdateCheck::readFeed()
     m_items.setFuture(inBackground([feed = m_feed] { return readAppcast(feed); }));
 }
 
-void UpdateCheck::answer()
+void UpdateCheck::report()
 {
     const std::optional<QList<AppcastItem>> items = m_items.result();
     if (items) {

@@ -33,7 +33,7 @@ Q_SIGNALS:
 
 private:
     void readFeed();
-    void answer();
+    void report();
 
     const RunningProgram m_program;
     Transfer m_transfer;

@@ -46,7 +46,7 @@ UpdateDownload::UpdateDownload(const Terms &terms, const AppcastItem &update, QO
     connect(&m_transfer, &Transfer::failed, this, [this](UpdateFailure failure) {
         fail(failure == UpdateFailure::interrupted ? UpdateFailure::incomplete : failure);
     });
-    connect(&m_verification, &QFutureWatcher<std::optional<bool>>::finished, this, &UpdateDownload::giveName);
+    connect(&m_verification, &QFutureWatcher<std::optional<bool>>::finished, this, &UpdateDownload::saveUnderName);
 }
 
 void UpdateDownload::start()
@@ -83,7 +83,7 @@ void UpdateDownload::verify()
                                               key = m_terms.publicKey] { return isGenuine(descriptor, update, key); }));
 }
 
-void UpdateDownload::giveName()
+void UpdateDownload::saveUnderName()
 {
     const std::optional<bool> isVerified = m_verification.result();
     // A temporary file is readable for its owner only, downloads usually are for others too.

@@ -43,7 +43,7 @@ Q_SIGNALS:
 private:
     void write(const QByteArray &bytes);
     void verify();
-    void giveName();
+    void saveUnderName();
     void fail(UpdateFailure failure);
 
     const Terms m_terms;

@@ -15,7 +15,7 @@ enum class UpdateFailure {
     /// The connection, or the address of a redirect, is not secure.
     insecure,
     /// There were too many redirects.
-    sentAround,
+    tooManyRedirects,
     /// No data came for too long.
     stalled,
     /// The server answered with an error.

@@ -19,7 +19,7 @@ FailureMessage messageOfConnection(UpdateFailure failure)
             UpdateWindow::tr("Nothing was downloaded. Make sure that this computer's date and time are right, or try "
                              "again on another network.",
                 "Updates: what to do about an error")};
-    case UpdateFailure::sentAround:
+    case UpdateFailure::tooManyRedirects:
         return {UpdateWindow::tr("The update server redirects too often.", "Updates: title of an error"),
             UpdateWindow::tr("Check for updates again later.", "Updates: what to do about an error")};
     case UpdateFailure::stalled:
@@ -52,7 +52,7 @@ FailureMessage failureMessage(UpdateFailure failure)
             UpdateWindow::tr("Look for it among your desktop's applications.", "Updates: what to do about an error")};
     case UpdateFailure::unreachable:
     case UpdateFailure::insecure:
-    case UpdateFailure::sentAround:
+    case UpdateFailure::tooManyRedirects:
     case UpdateFailure::stalled:
     case UpdateFailure::refused:
     case UpdateFailure::interrupted:

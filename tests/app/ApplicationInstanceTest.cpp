@@ -112,13 +112,13 @@ private Q_SLOTS:
         ApplicationInstance first(bus.connect(QStringLiteral("asked")));
         ApplicationInstance second(bus.connect(QStringLiteral("asking")));
         carryOutAll(first);
-        const DeliveredActions told(first);
+        const DeliveredActions delivered(first);
         QSignalSpy activated(&first, &ApplicationInstance::activated);
         QSignalSpy left(&first, &ApplicationInstance::tokenUnused);
         std::optional<bool> answered;
         second.askFirst(DesktopAction::Next, tokenOfDock, [&answered](bool isAnswered) { answered = isAnswered; });
         QTRY_COMPARE(answered, true);
-        QCOMPARE(told.names(), {QStringLiteral("next")});
+        QCOMPARE(delivered.names(), {QStringLiteral("next")});
         QCOMPARE(activated.count(), 0);
         QCOMPARE(left.count(), 1);
         QCOMPARE(left.constFirst().constFirst().value<ActivationToken>(), tokenOfDock);
@@ -176,67 +176,67 @@ private Q_SLOTS:
     void actionsWaitForWhoCarriesThemOut()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        const DeliveredActions told(instance);
+        const DeliveredActions delivered(instance);
         instance.requestAction(DesktopAction::KeepAbove);
         instance.requestAction(DesktopAction::Previous);
         instance.deliverMusicActions();
-        QCOMPARE(told.names(), QStringList());
+        QCOMPARE(delivered.names(), QStringList());
         instance.deliverActions();
-        QCOMPARE(told.names(), (QStringList{QStringLiteral("keep-above"), QStringLiteral("previous")}));
+        QCOMPARE(delivered.names(), (QStringList{QStringLiteral("keep-above"), QStringLiteral("previous")}));
         instance.deliverActions();
-        QCOMPARE(told.names().size(), 2);
+        QCOMPARE(delivered.names().size(), 2);
         instance.requestAction(DesktopAction::PlayPause);
-        QCOMPARE(told.names().constLast(), QStringLiteral("play-pause"));
+        QCOMPARE(delivered.names().constLast(), QStringLiteral("play-pause"));
     }
 
     void onlyActionsThatNeedMusicWaitForIt()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        const DeliveredActions told(instance);
+        const DeliveredActions delivered(instance);
         instance.requestAction(DesktopAction::Next);
         instance.requestAction(DesktopAction::KeepAbove);
         instance.deliverActions();
-        QCOMPARE(told.names(), {QStringLiteral("keep-above")});
+        QCOMPARE(delivered.names(), {QStringLiteral("keep-above")});
         instance.requestAction(DesktopAction::KeepAbove);
-        QCOMPARE(told.names(), (QStringList{QStringLiteral("keep-above"), QStringLiteral("keep-above")}));
+        QCOMPARE(delivered.names(), (QStringList{QStringLiteral("keep-above"), QStringLiteral("keep-above")}));
         instance.deliverMusicActions();
-        QCOMPARE(told.names().constLast(), QStringLiteral("next"));
+        QCOMPARE(delivered.names().constLast(), QStringLiteral("next"));
         QVERIFY(!instance.findChild<QTimer *>()->isActive());
     }
 
     void actionsDoNotWaitLongerThanASecond()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        const DeliveredActions told(instance);
+        const DeliveredActions delivered(instance);
         instance.requestAction(DesktopAction::Next);
         auto *patience = instance.findChild<QTimer *>();
         QCOMPARE(patience->interval(), 1'000);
         QVERIFY(elapse(*patience));
         carryOutAll(instance);
-        QCOMPARE(told.names(), QStringList());
+        QCOMPARE(delivered.names(), QStringList());
     }
 
     void fewActionsWait()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        const DeliveredActions told(instance);
+        const DeliveredActions delivered(instance);
         for (int count = 0; count < 10'000; ++count) {
             instance.requestAction(DesktopAction::Next);
         }
         carryOutAll(instance);
-        QCOMPARE(told.names().size(), 10);
+        QCOMPARE(delivered.names().size(), 10);
     }
 
     void noActionIsToldThatTheDesktopEntryDoesNotHave()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
         carryOutAll(instance);
-        const DeliveredActions told(instance);
+        const DeliveredActions delivered(instance);
         instance.ActivateAction({}, {}, {});
         instance.ActivateAction(QString(100'000, u'n'), {}, {});
         instance.ActivateAction(QStringLiteral("Next"), {}, {});
         instance.ActivateAction(QStringLiteral("next"), {QStringLiteral("twice")}, {});
-        QCOMPARE(told.names(), QStringList());
+        QCOMPARE(delivered.names(), QStringList());
         QVERIFY(!instance.isAskedForActionsAlone());
     }
 
@@ -261,7 +261,7 @@ private Q_SLOTS:
         QVERIFY(bus.isRunning());
         ApplicationInstance instance(bus.connect(QStringLiteral("called")));
         carryOutAll(instance);
-        const DeliveredActions told(instance);
+        const DeliveredActions delivered(instance);
         QSignalSpy activated(&instance, &ApplicationInstance::activated);
         const QDBusConnection caller = bus.connect(QStringLiteral("caller"));
         const QString interface = QStringLiteral("org.freedesktop.Application");
@@ -274,7 +274,7 @@ private Q_SLOTS:
             QTRY_VERIFY(answer.isFinished());
             QCOMPARE(answer.error().type(), QDBusError::UnknownMethod);
         }
-        QCOMPARE(told.names(), QStringList());
+        QCOMPARE(delivered.names(), QStringList());
         QCOMPARE(activated.count(), 0);
     }
 
