@@ -24,6 +24,10 @@ class PropertyNotify(ctypes.Structure):
                 ("time", ctypes.c_ulong), ("state", ctypes.c_int))
 
 
+class Rectangle(ctypes.Structure):
+    _fields_ = (("x", ctypes.c_short), ("y", ctypes.c_short), ("width", ctypes.c_ushort), ("height", ctypes.c_ushort))
+
+
 class Event(ctypes.Union):
     _fields_ = (("type", ctypes.c_int), ("message", ClientMessage), ("property", PropertyNotify),
                 ("pad", ctypes.c_long * 24))
@@ -32,6 +36,9 @@ class Event(ctypes.Union):
 X11 = ctypes.CDLL("libX11.so.6")
 for name in ("XOpenDisplay", "XInternAtom", "XDefaultRootWindow", "XGetSelectionOwner", "XCreateSimpleWindow"):
     getattr(X11, name).restype = ctypes.c_void_p if name == "XOpenDisplay" else ctypes.c_ulong
+EXTENSIONS = ctypes.CDLL("libXext.so.6")
+EXTENSIONS.XShapeGetRectangles.restype = ctypes.POINTER(Rectangle)
+SHAPE_BOUNDING = 0
 ERROR_HANDLER = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)
 # A window may end while it is asked. By default, Xlib would end this process.
 IGNORE_ERRORS = ERROR_HANDLER(lambda _display, _error: 0)
@@ -68,6 +75,15 @@ class XServer:
 
     def has_compositor(self) -> bool:
         return X11.XGetSelectionOwner(self.display, ctypes.c_ulong(self.atom("_NET_WM_CM_S0"))) != 0
+
+    def outline(self, window: int) -> list[tuple[int, int, int, int]]:
+        """The rectangles (x, y, width, height) of the window that can be seen, from top to bottom."""
+        count, order = ctypes.c_int(), ctypes.c_int()
+        rectangles = EXTENSIONS.XShapeGetRectangles(
+            self.display, ctypes.c_ulong(window), SHAPE_BOUNDING, ctypes.byref(count), ctypes.byref(order))
+        outline = [(part.x, part.y, part.width, part.height) for part in rectangles[:count.value]]
+        X11.XFree(rectangles)
+        return sorted(outline, key=lambda part: part[1])
 
     def next_event(self, deadline: float = 0) -> Event | None:
         """None if no event comes until `deadline`, in seconds of time.monotonic()."""

@@ -82,6 +82,10 @@ class TunedeckWindow:
         return [int(number) for number in re.findall(r"\d+", output("xprop", "-notype", "-id", self.id, property_name)
                                                      .partition("=")[2])]
 
+    def outline(self) -> list[tuple[int, int, int, int]]:
+        with XServer() as server:
+            return server.outline(int(self.id))
+
     def limits(self) -> list[str]:
         return re.findall(r"(?:minimum|maximum) size: (\d+ by \d+)", output("xprop", "-id", self.id, "WM_NORMAL_HINTS"))
 
@@ -166,6 +170,15 @@ class WindowTest(DesktopTest):
         self.assertEqual(window.geometry()[2:], CONTENT)
         self.assertEqual(window.numbers("_GTK_FRAME_EXTENTS"), [0, 0, 0, 0])
         self.assertEqual(window.limits(), ["350 by 64", "550 by 64"])
+
+    def test_without_a_compositor_its_corners_are_cut_round(self) -> None:
+        with compositor():
+            window = self.open_window()
+            x, y, width, height = window.geometry()
+            self.assertEqual(window.outline(), [(0, 0, width, height)])
+        window.minimise_and_restore()
+        self.assertEqual(window.outline(), [
+            (2, 0, 446, 1), (1, 1, 448, 1), (0, 2, 450, 60), (1, 62, 448, 1), (2, 63, 446, 1)])
 
     def test_the_content_stays_where_it_is_when_the_compositor_ends(self) -> None:
         with compositor():
