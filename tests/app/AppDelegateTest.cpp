@@ -23,6 +23,20 @@
 using namespace tunedeck;
 
 namespace {
+bool hasHelpBook = true;
+}
+
+// The linker puts the second in the place of bundleInfo() and gives the first its name. What it knows of the build
+// cannot be taken away otherwise.
+std::optional<QString> builtInBundleInfo(QStringView key) asm("__real__ZN8tunedeck10bundleInfoE11QStringView");
+std::optional<QString> bundleInfoOfTheTest(QStringView key) asm("__wrap__ZN8tunedeck10bundleInfoE11QStringView");
+
+std::optional<QString> bundleInfoOfTheTest(QStringView key)
+{
+    return key == u"CFBundleHelpBookName" && !hasHelpBook ? std::nullopt : builtInBundleInfo(key);
+}
+
+namespace {
 /// The delegate with everything that it needs. A test launches it if it has to.
 struct Program : Desktop {
     explicit Program(bool isMusicRunning = true)
@@ -65,6 +79,30 @@ QAction *itemOf(const QMenu &menu, const QString &identifier)
 bool isOnScreen(const QWidget &window)
 {
     return window.isVisible() && !window.isMinimized();
+}
+
+class PaintCounter : public QObject {
+public:
+    int count = 0;
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
+bool isPaintedOnReopening(Program &program, QWidget &window)
+{
+    if (!QTest::qWaitForWindowActive(&window)) {
+        return false;
+    }
+    QCoreApplication::processEvents();
+    PaintCounter paints;
+    window.installEventFilter(&paints);
+    static_cast<void>(program.delegate->applicationShouldHandleReopen(true));
+    QCoreApplication::processEvents();
+    return paints.count > 0;
 }
 } // namespace
 
@@ -167,6 +205,21 @@ private Q_SLOTS:
         QCOMPARE(program.music.commands(), (QStringList{QStringLiteral("nextTrack"), QStringLiteral("backTrack")}));
     }
 
+    void nextAndPreviousRefreshTheTrackAlsoWhereMusicDoesNotAnswerThem()
+    {
+        Program program;
+        program.playTrack();
+        program.music.unansweredCommands = {QStringLiteral("nextTrack"), QStringLiteral("backTrack")};
+        program.music.clearRecords();
+        program.music.answers.currentTrack->name = QStringLiteral("The next one");
+        program.delegate->nextPressed();
+        QCOMPARE(program.connector->currentTrack()->trackName, QStringLiteral("The next one"));
+        program.music.answers.currentTrack->name = QStringLiteral("The one before");
+        program.delegate->prevPressed();
+        QCOMPARE(program.connector->currentTrack()->trackName, QStringLiteral("The one before"));
+        QVERIFY(program.music.commands().isEmpty());
+    }
+
     void musicThatDoesNotRunIsSentNothingButCanBeOpened()
     {
         Program program(false);
@@ -246,6 +299,20 @@ private Q_SLOTS:
         QCOMPARE(help.count(), 1);
         QCOMPARE(help.at(0).at(0).toString(), QStringLiteral("TermsConditions"));
         QVERIFY(!help.at(0).at(1).toString().isEmpty());
+    }
+
+    void withoutAHelpBookThereIsNoHelpToAskFor()
+    {
+        Program program;
+        const QSignalSpy help(&*program.delegate, &AppDelegate::helpRequested);
+        hasHelpBook = false;
+        program.delegate->openHelp();
+        program.delegate->openTermsAndConditions();
+        hasHelpBook = true;
+        QCOMPARE(help.count(), 0);
+        program.delegate->openHelp();
+        program.delegate->openTermsAndConditions();
+        QCOMPARE(help.count(), 2);
     }
 
     void thereAreStripesButNothingIsShownBeforeTheAboutWindowIsAskedFor()
@@ -432,6 +499,19 @@ private Q_SLOTS:
         QVERIFY(program.delegate->applicationShouldHandleReopen(false));
         QVERIFY(isOnScreen(controller.window()));
         QVERIFY(program.delegate->applicationShouldHandleReopen(true));
+    }
+
+    void reopeningRefreshesTheShadowOfAWindowThatIsInFrontAlready()
+    {
+        Program program;
+        WindowController controller(program.defaults);
+        QVERIFY(program.delegate->applicationShouldHandleReopen(false));
+        QVERIFY(isPaintedOnReopening(program, controller.window()));
+        PlaylistWindow drawer;
+        controller.window().hide();
+        drawer.show();
+        drawer.activateWindow();
+        QVERIFY(isPaintedOnReopening(program, drawer));
     }
 
     void reopeningWithADrawerWindowAloneDoesNothing()

@@ -70,6 +70,24 @@ private Q_SLOTS:
         QCOMPARE(dockMenu->actions().at(6)->text(), QStringLiteral("Pause"));
     }
 
+    void theDockForgetsTheTrackWhenContentOfUnknownKindPlaysOrMusicQuits()
+    {
+        Desktop desktop;
+        Application application(desktop.environment());
+        application.mainMenu();
+        const auto firstTitle = [&application] {
+            return application.delegate().applicationDockMenu()->actions().first()->text();
+        };
+        desktop.playTrack();
+        QCOMPARE(firstTitle(), QStringLiteral("Now Playing"));
+        desktop.play({{UserInfoKey::persistentId, 3}, {UserInfoKey::totalTime, 200.0}});
+        QCOMPARE(firstTitle(), QStringLiteral("Pause"));
+        desktop.playTrack();
+        QCOMPARE(firstTitle(), QStringLiteral("Now Playing"));
+        desktop.music.quit();
+        QCOMPARE(firstTitle(), QStringLiteral("Open \"Music\""));
+    }
+
     void onlyAStartWithATokenTouchesTheOneOfTheEnvironment()
     {
         Desktop desktop;

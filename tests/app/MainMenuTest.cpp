@@ -14,6 +14,7 @@
 #include <QMenuBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 using namespace tunedeck;
 
@@ -199,6 +200,45 @@ private Q_SLOTS:
         QCOMPARE(item->text(), QStringLiteral("Hide Playlists"));
         item->trigger();
         QVERIFY(!application.windowController().isExpanded());
+    }
+
+    void minimizeAndZoomAreTheWindows()
+    {
+        Desktop desktop;
+        Application application(desktop.environment());
+        application.showMainWindow();
+        const Window &window = application.windowController().window();
+        QAction *zoom = application.mainMenu().item(QStringLiteral("Window_Zoom"));
+        QVERIFY(zoom);
+        zoom->trigger();
+        QCOMPARE(window.width(), 550);
+        QAction *minimize = application.mainMenu().item(QStringLiteral("Window_Minimize"));
+        QVERIFY(minimize);
+        QCOMPARE(minimize->shortcut(), QKeySequence(QStringLiteral("Ctrl+M")));
+        minimize->trigger();
+        QVERIFY(window.isMinimized());
+    }
+
+    void quitEndsTheProgramAndStopsReadingMusic()
+    {
+        Desktop desktop;
+        Application application(desktop.environment());
+        desktop.play({{UserInfoKey::persistentId, 1}, {UserInfoKey::totalTime, 200.0},
+            {UserInfoKey::storeUrl, QStringLiteral("https://music.example")}});
+        const MusicConnector &connector = application.musicConnector();
+        QVERIFY(connector.isProgressPollingTimerActive());
+        QVERIFY(connector.isRefreshTrackTimerActive());
+        QAction *quit = application.mainMenu().item(QStringLiteral("Tunedeck_Quit"));
+        QVERIFY(quit);
+        QCOMPARE(quit->shortcut(), QKeySequence(QStringLiteral("Ctrl+Q")));
+        QTimer::singleShot(0, quit, &QAction::trigger);
+        constexpr int didNotQuit = 1;
+        QTimer deadline;
+        connect(&deadline, &QTimer::timeout, qApp, [] { QCoreApplication::exit(didNotQuit); });
+        deadline.start(5'000);
+        QCOMPARE(QCoreApplication::exec(), 0);
+        QVERIFY(!connector.isProgressPollingTimerActive());
+        QVERIFY(!connector.isRefreshTrackTimerActive());
     }
 
     void closeWindowClosesTheWindow()
