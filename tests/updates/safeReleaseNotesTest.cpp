@@ -144,10 +144,9 @@ private Q_SLOTS:
             u"</script"_s, u"<!--"_s, u"-->"_s, u"<!"_s, u"&"_s, u"&lt;"_s, u"&#60;"_s, u"&#x"_s, u";"_s,
             u"<img src=x>"_s, u"<style"_s, u" "_s, u"\0"_s, u"x"_s, u"\xFFFC"_s, u"\xD83D"_s, u"<br/>"_s,
             u"<p onclick=x>"_s};
-        QElapsedTimer timer;
-        timer.start();
+        constexpr int inputs = 20'000;
         int links = 0;
-        while (timer.elapsed() < 1'500) {
+        for (int input = 0; input < inputs; ++input) {
             QString html;
             for (int count = random.bounded(60); count > 0; --count) {
                 html += random.bounded(8) == 0 ? QString(QChar(ushort(random.bounded(0x10000))))
