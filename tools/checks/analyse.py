@@ -36,7 +36,7 @@ CLAZY_CHECKS = [
 EXTRA_ARGUMENTS = ["-Wno-everything", "-Wno-unknown-warning-option", "-include", str(ROOT / "tools/checks/clang14.h")]
 
 # Clang-tidy spends nearly all its time on the headers of Qt and of the library, so it reads them once for several
-# sources of a folder. Clazy is quick, and reads each source alone: so it misses the header that a source forgets.
+# sources. Clazy is quick, and reads each source alone: so it misses the header that a source forgets.
 SOURCES_AT_ONCE = {"clang-tidy": 16, "clazy": 1}
 # Some branches' worth of sources.
 RESULTS_KEPT = 2000
@@ -75,12 +75,12 @@ class Analysis:
         with tempfile.NamedTemporaryFile(prefix="unit-", suffix=".cpp") as joined:
             joined.write(b"\n".join(source.file.read_bytes() for source in unit))
             joined.flush()
-            return self._findings_in(Path(joined.name), unit[0])
+            own_folders = dict.fromkeys(f"-iquote{source.file.parent}" for source in unit)
+            return self._findings_in(Path(joined.name), unit[0], *own_folders)
 
-    def _findings_in(self, file: Path, compiled_like: Source) -> str:
-        own_folder = ("-iquote", str(compiled_like.file.parent))
+    def _findings_in(self, file: Path, compiled_like: Source, *arguments: str) -> str:
         done = subprocess.run(
-            [*self.command(), str(file), "--", *own_folder, *compiled_like.arguments],
+            [*self.command(), str(file), "--", *arguments, *compiled_like.arguments],
             cwd=compiled_like.directory, capture_output=True, text=True)
         said = done.stdout + done.stderr
         if done.returncode == 0 and not re.search(r"(warning|error): ", said):
@@ -115,7 +115,7 @@ class Results:
 def own_names(source: Source) -> set[str]:
     """The names in the source's anonymous namespaces, as far as they begin a line: two sources with the same name there
     cannot be read as one."""
-    bodies = re.findall(r"^namespace \{\n(.*?)^\}", source.file.read_text(), flags=re.MULTILINE | re.DOTALL)
+    bodies = re.findall(r"^namespace \{\n(.*?)(?:^\} // namespace$|\Z)", source.file.read_text(), flags=re.MULTILINE | re.DOTALL)
     names = (re.search(r"(\w+)\s*(?:[({=;[]|:(?!:)|$)", line)
              for body in bodies for line in body.splitlines() if re.match(r"\w", line))
     return {name[1] for name in names if name}

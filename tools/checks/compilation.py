@@ -2,6 +2,7 @@
 """How the sources are compiled, and fingerprints of all that a compiler reads for them."""
 
 import hashlib
+import itertools
 import json
 import re
 import shlex
@@ -21,21 +22,26 @@ class Source:
     arguments: tuple[str, ...]
 
     def is_compiled_like(self, other: "Source") -> bool:
-        return (self.file.parent, self.directory, self.arguments) == (
-            other.file.parent, other.directory, other.arguments)
+        return (self.directory, self.arguments) == (other.directory, other.arguments)
 
 
 def bare_arguments(command: list[str], file: Path, directory: Path) -> tuple[str, ...]:
     """The arguments without the launcher, the compiler, the source and the output; and without precompiled headers, for
     another compiler cannot read them, and they hide the header that a source forgets to include."""
-    remaining = iter(command)
-    arguments = []
-    first = next((word for word in remaining if word.startswith("-")), None)
-    words = [first, *remaining] if first else []
-    remaining = iter(words)
+    def is_empty(folder: str) -> bool:
+        return not any((directory / folder).glob("*"))
+
+    arguments: list[str] = []
+    remaining = itertools.dropwhile(lambda word: not word.startswith("-"), command)
     for word in remaining:
         if word == "-o":
             next(remaining)
+        elif word == "-isystem":
+            folder = next(remaining)
+            arguments += [] if is_empty(folder) else [word, folder]
+        elif word.startswith("-I") and is_empty(word[2:]):
+            # Each target has such a folder for generated headers: without it, most targets are compiled alike.
+            continue
         elif word == "-include":
             header = next(remaining)
             if Path(header).name != "cmake_pch.hxx":
