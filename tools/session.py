@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What benchmarks, photographs and tests of the desktop run in: a home, a display and a bus that nothing else uses."""
+"""Sessions for benchmarks, screenshots and desktop tests: each has a home, a display and a bus of its own."""
 
 import contextlib
 import os
@@ -62,7 +62,7 @@ def seen_when(read: Callable[[], Seen], is_it: Callable[[Seen], bool], seconds: 
     """Reads until `is_it` accepts the value, and returns that value. After `seconds`, it returns the last one."""
     deadline = time.monotonic() + seconds
     while not is_it(seen := read()) and time.monotonic() < deadline:
-        time.sleep(0.05)  # the only sleep: where something reports what is awaited, that is awaited instead
+        time.sleep(0.05)  # the only sleep: where an event reports a change, the tests wait for the event
     return seen
 
 
@@ -100,9 +100,9 @@ def running(*command: str | Path, **options: object) -> Iterator[subprocess.Pope
 
 @contextlib.contextmanager
 def session(*server_options: str) -> Iterator[Path]:
-    """Gives the home folder."""
+    """Yields the home folder."""
     with contextlib.ExitStack() as stack:
-        # What the bus has started may still be at its end when all else is.
+        # Programs that the bus started may still be ending.
         home = stack.enter_context(tempfile.TemporaryDirectory(ignore_cleanup_errors=True))
         os.environ.update(HOME=home, XDG_RUNTIME_DIR=home, LC_ALL="C.UTF-8", QT_QPA_PLATFORM="xcb")
         for name in ("XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "WAYLAND_DISPLAY", "XAUTHORITY"):
@@ -144,7 +144,7 @@ def compositor() -> Iterator[None]:
 
 @contextlib.contextmanager
 def accessibility_bus() -> Iterator[None]:
-    """As where a screen reader runs."""
+    """Starts the accessibility bus as a running screen reader does."""
     with running(ACCESSIBILITY_BUS_LAUNCHER, "--launch-immediately", "--a11y=1", "--screen-reader=1",
                  stdout=subprocess.DEVNULL):
         subprocess.run(["gdbus", "wait", "--session", "--timeout", "10", "org.a11y.Bus"], check=True)
@@ -153,9 +153,9 @@ def accessibility_bus() -> Iterator[None]:
 
 @contextlib.contextmanager
 def weston() -> Iterator[str]:
-    """A Wayland desktop of one color that fills the session's display; programs started in it are its clients.
+    """Starts a Wayland desktop of one color that fills the session's display. Programs started in it are its clients.
 
-    Gives the display of its X11 clients.
+    Yields the display of its X11 clients.
     """
     folder = Path(os.environ["XDG_RUNTIME_DIR"])
     configuration = folder / "weston.ini"
@@ -174,7 +174,7 @@ def sway(*settings: str) -> Iterator[str]:
     """Like weston(), with lines of sway's configuration."""
     with tempfile.TemporaryDirectory() as folder:
         user: tuple[str, ...] = ()
-        # It refuses to be root, who runs the tests in a container.
+        # Sway refuses to run as root, and in a container the tests run as root.
         if os.geteuid() == 0:
             user = ("setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups")
             shutil.chown(folder, "nobody", "nogroup")
@@ -191,18 +191,18 @@ def sway(*settings: str) -> Iterator[str]:
 
 
 def x11_of_sway(folder: Path) -> str:
-    """Which lets in, beside its own user, the one who runs the tests."""
+    """The display of XWayland, which then accepts the user who runs the tests."""
     told = folder / "x11"
     command = f"xhost +si:localuser:$(id -nu {os.geteuid()}) && echo $DISPLAY > {told}.next && mv {told}.next {told}"
     subprocess.run(["swaymsg", "exec", command], stdout=subprocess.DEVNULL, check=True)
     if not becomes(told.exists, 20):
-        raise TimeoutError("sway does not tell the display of XWayland")
+        raise TimeoutError("Sway does not report the display of XWayland")
     return told.read_text().strip()
 
 
 @contextlib.contextmanager
 def mutter() -> Iterator[str]:
-    """Like weston(), but for the color."""
+    """Like weston(), but with a color of its own."""
     folder = Path(os.environ["XDG_RUNTIME_DIR"])
     log = folder / "mutter.log"
     own = {"MUTTER_DEBUG_DUMMY_MODE_SPECS": "1280x720"}
@@ -232,7 +232,7 @@ def wayland(folder: Path) -> Iterator[None]:
 
 
 def await_wayland() -> None:
-    """Returns when the Wayland desktop has done all that it was asked for before."""
+    """Returns when the Wayland desktop has handled all earlier requests and input."""
     sync = struct.pack("=IHHI", 1, 0, 12, 2)  # to wl_display: method 0, 12 bytes, callback's number
     with socket.socket(socket.AF_UNIX) as client:
         client.settimeout(30)

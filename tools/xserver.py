@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A connection to the X server, to ask what xdotool and xprop cannot ask."""
+"""A connection to the X server for the questions that xdotool and xprop cannot ask."""
 
 import ctypes
 import os
@@ -113,8 +113,8 @@ class XServer:
         X11.XFlush(self.display)
 
     def await_window_manager(self, seconds: float = DEADLINE) -> None:
-        """Returns when the window manager has done all that it was asked for before. It may still be starting: a
-        request that comes too early is lost, so it is repeated."""
+        """Returns when the window manager has handled all earlier requests. A request is lost while the window manager
+        starts, so it is repeated."""
         window = X11.XCreateSimpleWindow(self.display, ctypes.c_ulong(self.root), 0, 0, 1, 1, 0, 0, 0)
         self.watch(window, PROPERTY_CHANGE)
         extents = self.atom("_NET_FRAME_EXTENTS")
@@ -130,9 +130,9 @@ class XServer:
         raise TimeoutError(f"The window manager does not answer within {seconds} s")
 
     def await_program(self, window: int, seconds: float = DEADLINE) -> None:
-        """Returns when the program that owns `window` has acted upon the mouse and the keys that came before.
+        """Returns when the program that owns `window` has handled all earlier mouse and key events.
 
-        It answers the first ping when it has read them, and the second one when it has acted upon them.
+        The program answers the first ping when it has read the events, and the second one when it has handled them.
         """
         for _ in range(2):
             self.ping(window, seconds)

@@ -3,7 +3,7 @@
 
 Usage: accessibility_test.py BUILD-FOLDER [TEST...]
 
-Exits with 77 where there is no accessibility bus, or nothing to read it with.
+Exits with 77 if the accessibility bus or the library that reads it is not installed.
 """
 
 import contextlib
@@ -58,7 +58,7 @@ DRAWER = [
 ]
 PLAY = (74, 21)  # in the window
 SHOWN_ONLY = ("label", "notification")
-PLAIN = "filler"  # the role of what only holds or decorates others: screen readers pass over it
+PLAIN = "filler"  # the role of containers and decorations: screen readers skip it
 
 
 @dataclass(frozen=True)
@@ -71,7 +71,7 @@ class Heard:
 
 
 class Player:
-    """The demo player, as it knows itself."""
+    """The demo player's own state."""
 
     def __init__(self) -> None:
         flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
@@ -127,7 +127,7 @@ def descendants(element: Atspi.Accessible) -> Iterator[Atspi.Accessible]:
 
 
 def shown(element: Atspi.Accessible) -> Iterator[Atspi.Accessible]:
-    """The descendants that a screen reader comes to: it does not look into what is hidden."""
+    """The descendants that a screen reader finds: it skips hidden elements and all they contain."""
     for child in children(element):
         if has(child, State.SHOWING):
             yield child
@@ -195,7 +195,7 @@ class ScreenReaderTest(DesktopTest):
         self.assert_soon(["Tunedeck"], lambda: [window.get_name() for window in self.windows()])
         self.window, = self.windows()
         self.assert_soon(PLAYER, self.read)
-        # The drawer comes after the window.
+        # The drawer appears after the window.
         self.assert_soon(True, lambda: DRAWER[1] in map(named, descendants(self.window)))
         self.assert_soon(True, lambda: has(self.window, State.ACTIVE))
         self.heard.clear()
@@ -218,13 +218,13 @@ class ScreenReaderTest(DesktopTest):
         return len([heard for heard in self.heard if heard.event == VALUE_CHANGE and heard.name == "Volume"])
 
     def hear_the_rest(self) -> None:
-        """Events come in order: when a change of the volume is heard, all that the program told before it was heard."""
+        """Events arrive in order: when a change of the volume arrives, all earlier events have arrived."""
         before = self.volumes_told()
         self.player.tell(f"volume {0.1 if self.player.volume() > 50 else 0.9}")
         self.assert_soon(before + 1, self.volumes_told)
 
     def focused(self) -> list[str]:
-        """The controls that got the keyboard, in their order."""
+        """The controls that got the keyboard, in order."""
         return [heard.name for heard in self.heard if heard.event == FOCUSED and heard.gains and heard.role != "frame"]
 
     def spoken(self) -> list[str]:
@@ -462,7 +462,7 @@ class ScreenReaderTest(DesktopTest):
 
 class NoScreenReaderTest(DesktopTest):
     def setUp(self) -> None:
-        # Else what the bus starts when the program asks for the desktop's settings would start the accessibility bus.
+        # The desktop's settings service, which the program asks, would start the accessibility bus.
         self.enterContext(mock.patch.dict(os.environ, NO_AT_BRIDGE="1"))
         self.enterContext(session())
         self.enterContext(demo_player(self.build, "--track", "0"))
@@ -496,5 +496,5 @@ if __name__ == "__main__":
         print(f"Skipped: it needs {NEEDED}.")
         sys.exit(SKIPPED)
     DesktopTest.build = Build(Path(sys.argv.pop(1)))
-    # The binding calls old what has no successor.
+    # The binding calls functions deprecated that have no replacement.
     unittest.main(warnings="ignore")

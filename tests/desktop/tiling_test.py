@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The window under a window manager that tiles windows, minimises none and knows no greatest size.
+"""The window with a window manager that tiles windows, cannot minimise them and ignores their maximum size.
 
 Usage: tiling_test.py BUILD-FOLDER
 """
@@ -13,7 +13,8 @@ from collections.abc import Callable
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
-from session import Build, becomes, demo_player, running, seen_when, session, settled, tiling_window_manager  # noqa: E402
+from session import (  # noqa: E402
+    Build, becomes, demo_player, running, seen_when, session, settled, tiling_window_manager)
 from window_test import CONTENT, TunedeckWindow, output  # noqa: E402
 
 MINIMISE = (15, 32)  # in the content

@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: MIT
-"""The window as a Wayland desktop, a user's mouse and a photograph of the screen know it.
+"""The window on a Wayland desktop, tested with the mouse, the keyboard and pictures of the screen.
 
 Usage: wayland_test.py BUILD-FOLDER (sway | weston)
 
-Ends with status 77 where the desktop is not installed.
+Exits with 77 if the desktop is not installed.
 """
 
 import contextlib
@@ -23,8 +23,8 @@ from session import (  # noqa: E402
 
 SKIPPED = 77
 SCREEN = (1280, 720)
-CORNER = (1279, 719)  # where the pointer is out of the way
-SEEN = (1260, 700)  # of the screen: all but that corner
+CORNER = (1279, 719)  # the pointer covers nothing there
+SEEN = (1260, 700)  # the part of the screen without that corner
 CONTENT = (450, 64)
 METAL, MINIMISE = (128, 4), (15, 32)  # in the content
 # The program asks to drag its window; the desktop takes the pointer from it and drags.
@@ -40,7 +40,7 @@ def output(*command: str) -> str:
 
 
 class Picture:
-    """A photograph of the screen."""
+    """A picture of the screen."""
 
     def __init__(self) -> None:
         self.pixels = screen_picture()
@@ -122,7 +122,7 @@ class WaylandTest(unittest.TestCase):
         self.home = self.stack.enter_context(session())
         self.x11 = self.stack.enter_context(self.desktop())
         self.stack.enter_context(demo_player(self.build, "--track", "0"))
-        # A nested desktop may know of the pointer's moves alone; these end in the corner wherever it believes it to be.
+        # A nested desktop may know only how far the pointer moves. These moves end in the corner from anywhere.
         point(0, 0)
         point(*CORNER)
 
@@ -291,4 +291,5 @@ if __name__ == "__main__":
     if not shutil.which(sys.argv[2]):
         print(f"{sys.argv[2]} is not installed.")
         sys.exit(SKIPPED)
-    unittest.main(argv=sys.argv[:1] + sys.argv[3:], defaultTest={"sway": "SwayTest", "weston": "WestonTest"}[sys.argv[2]])
+    desktops = {"sway": "SwayTest", "weston": "WestonTest"}
+    unittest.main(argv=sys.argv[:1] + sys.argv[3:], defaultTest=desktops[sys.argv[2]])

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The window as a window manager, a compositor and a user's mouse know it.
+"""The window with a window manager, with a compositor or without, tested with the mouse and the keyboard.
 
 Usage: window_test.py BUILD-FOLDER
 """
@@ -33,7 +33,7 @@ def window_of(process: subprocess.Popen) -> str:
 
 
 def server_time() -> int:
-    """The X server counts the milliseconds of the same clock, in 32 bits."""
+    """Milliseconds of the X server's clock, which has 32 bits."""
     return time.monotonic_ns() // 1_000_000 % 2**32
 
 
@@ -108,7 +108,7 @@ class TunedeckWindow:
         output("xdotool", "mousemove", str(x + place[0]), str(y + place[1]))
         output("xdotool", "mousedown", "1")
         self.settle()
-        # In steps: a drag begins only beyond a few pixels.
+        # A drag begins only when the pointer has moved a few pixels, so it moves in steps.
         for step in range(1, 5):
             output("xdotool", "mousemove", str(x + place[0] + by[0] * step // 4), str(y + place[1] + by[1] * step // 4))
             self.settle()
@@ -131,7 +131,7 @@ class DesktopTest(unittest.TestCase):
         return TunedeckWindow(self.stack.enter_context(running(self.build.tunedeck, *arguments)))
 
     def use_other_window(self) -> str:
-        """The user clicks on it and types."""
+        """Clicks on another window and types. Returns the window."""
         other = window_of(self.stack.enter_context(running(self.build.bare_window)))
         output("xdotool", "windowmove", "--sync", other, "500", "500")
         output("xdotool", "mousemove", "--window", other, "40", "40", "click", "1", "type", "typed")
@@ -193,7 +193,7 @@ class WindowTest(DesktopTest):
         for place in (METAL, DISPLAY):
             x, y, width, height = window.content()
             window.drag(place, (60, 40))
-            # Less the way until it was known to be a drag.
+            # The window does not make up for the way that the pointer went before it was a drag.
             self.assertIn(window.content()[0], range(x + 40, x + 61))
             self.assertIn(window.content()[1], range(y + 25, y + 41))
             self.assertEqual(window.content()[2:], (width, height))

@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: MIT
-"""The window on a Wayland desktop that it reaches through XWayland, because the user wants it so.
+"""The window on a Wayland desktop through XWayland, which the user can choose.
 
 Usage: xwayland_test.py BUILD-FOLDER (sway | weston | mutter)
 
-Ends with status 77 where the desktop is not installed.
+Exits with 77 if the desktop is not installed.
 """
 
 import contextlib
@@ -41,7 +41,7 @@ class X11:
         return subprocess.run(command, stdout=subprocess.PIPE, text=True, env=self.environment).stdout
 
     def windows(self) -> list[str]:
-        """Ours, menus too."""
+        """The program's windows, including menus."""
         return self.output("xdotool", "search", "--onlyvisible", "--class", "tunedeck").split()
 
     def window(self, process: subprocess.Popen) -> str | None:
@@ -105,7 +105,7 @@ class XWaylandTest(unittest.TestCase):
         return window
 
     def await_wayland_windows(self, count: int) -> None:
-        """As many as there have been; the last one has the keyboard."""
+        """Returns when the program has opened `count` main windows on Wayland and the last one has the keyboard."""
         self.assertTrue(becomes(lambda: self.wayland_windows() == count))
         until(lambda: KEYBOARD_COMES.search(self.protocol().rpartition(MAIN_WINDOW)[2]), "the window has the keyboard")
 
@@ -126,11 +126,11 @@ class XWaylandTest(unittest.TestCase):
         return settled(lambda: self.x11.content(window))
 
     def wayland_windows(self) -> int:
-        """How many main windows there have been."""
+        """How many main windows the program has opened on Wayland."""
         return self.protocol().count(MAIN_WINDOW)
 
     def popups(self) -> int:
-        """How many menus there have been on Wayland, and are through XWayland beside the main window."""
+        """How many menus the program has opened on Wayland, plus its windows on XWayland."""
         return len(re.findall(r"-> xdg_surface@\d+\.get_popup", self.protocol())) + len(self.x11.windows())
 
     def choose(self, command: int) -> None:

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What is installed beside the program, as desktops and distributions read it.
+"""The files that are installed with the program, as desktops and distributions read them.
 
 Usage: packaging_test.py BUILD-FOLDER VERSION FOLDER-OF-LIBRARIES [TEST...]
 """
@@ -43,7 +43,7 @@ def needs(program: str) -> object:
 
 
 def complaints(*command: str | Path) -> str:
-    """What a command says, and its exit status where that is not 0."""
+    """The output of a command, and its exit status if that is not 0."""
     done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
     return done.stdout + (f"exit status {done.returncode}\n" if done.returncode else "")
 

@@ -25,7 +25,7 @@ PlayerWitness::PlayerWitness()
     m_bus.connect(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), this,
         SLOT(nameOwnerChanged(QString, QString, QString)));
-    // No service: signals of any name come from the one player on this bus.
+    // The player is the only one on this bus, so its name does not matter.
     m_bus.connect(QString(), objectPath, QStringLiteral("org.freedesktop.DBus.Properties"),
         QStringLiteral("PropertiesChanged"), this, SLOT(playerReported()));
     m_bus.connect(QString(), objectPath, playerInterface, QStringLiteral("Seeked"), this, SLOT(playerReported()));

@@ -10,8 +10,8 @@
 
 namespace tunedeck {
 
-/// Looks at the player on the session bus over a connection of its own, past everything that is tested. Each question
-/// waits for the player's answer.
+/// Asks the player on the session bus over a connection of its own, independently of the tested classes. Each question
+/// waits for the answer.
 class PlayerWitness : public QObject {
     Q_OBJECT
 
@@ -29,8 +29,8 @@ public:
 
     /// How many playlists the player has; below 0 if it does not say.
     [[nodiscard]] int playlistCount() const;
-    /// Returns when the player has reported nothing for 700 ms: no command is under way any more. A player that keeps
-    /// reporting is given 5 s.
+    /// Returns when the player has reported nothing for 700 ms: it has carried out all commands. Returns after 5 s even
+    /// if the player keeps reporting.
     void awaitQuiet();
 
     void quitPlayer() const;

@@ -25,7 +25,7 @@ namespace tunedeck {
 
 namespace {
 
-/// What run-player gives the player to play.
+/// The tracks that run-player gives the player.
 const QString firstTags = u"Low Hum / The Even Tones / Bench Recordings"_s;
 const QString secondTags = u"Second Wind / Überton & Co / Später"_s;
 const QString firstFile = u"first.flac /  / "_s;
@@ -36,17 +36,17 @@ constexpr double secondDuration = 50;
 enum class AfterNext { StaysPaused, Plays, Stops };
 enum class AfterTheLast { StaysOnIt, PlaysTheFirst, Stops };
 
-/// Where players differ, and what most of them do.
+/// The differences between players. The defaults hold for most of them.
 struct Habits {
     QLatin1String player;
     /// Whether it plays the files it is opened with.
     bool playsOnStart = true;
-    /// Whether it knows the tags of a file before it opens it. Of one that does not, the file's name may show where the
-    /// program starts in the very moment in which the player opens its first file: what it finds then, it believes.
+    /// Whether it knows the tags of a file before it opens the file. If it does not, the display may show the file's
+    /// name when the program starts at the moment in which the player opens its first file.
     bool readsTagsAhead = true;
     /// Whether it shows tags at all.
     bool readsTags = true;
-    /// Seconds: some take the length of an mp3 from its first frames.
+    /// Seconds. VLC and Elisa estimate the length of an mp3 from its first frames.
     double lengthTolerance = 1;
     AfterNext nextWhilePaused = AfterNext::StaysPaused;
     AfterTheLast nextOnTheLast = AfterTheLast::StaysOnIt;
@@ -54,24 +54,24 @@ struct Habits {
 
 const std::array habits{
     Habits{.player = QLatin1String("mpv"), .readsTagsAhead = false},
-    // To skip is to play, and its list has no end.
+    // Skipping a track starts playback, and the list starts again after its end.
     Habits{.player = QLatin1String("vlc"),
         .readsTagsAhead = false,
         .lengthTolerance = 8,
         .nextWhilePaused = AfterNext::Plays,
         .nextOnTheLast = AfterTheLast::PlaysTheFirst},
-    // It loads a list and waits; to skip is to play.
+    // It loads a list and waits. Skipping a track starts playback.
     Habits{.player = QLatin1String("strawberry"), .playsOnStart = false, .nextWhilePaused = AfterNext::Plays},
     Habits{.player = QLatin1String("audacious")},
-    // It opens with its library; to skip is to play, and to skip the last is to have done.
+    // It opens with its library. Skipping a track starts playback, and skipping the last one stops it.
     Habits{.player = QLatin1String("rhythmbox"),
         .playsOnStart = false,
         .nextWhilePaused = AfterNext::Plays,
         .nextOnTheLast = AfterTheLast::Stops},
     Habits{.player = QLatin1String("celluloid")},
-    // It opens with its library; to skip the last is to have done.
+    // It opens with its library. Skipping the last track stops playback.
     Habits{.player = QLatin1String("quodlibet"), .playsOnStart = false, .nextOnTheLast = AfterTheLast::Stops},
-    // Files that are not in its library it knows by their names alone; it loads the track skipped to, and waits.
+    // It shows only the names of files that are not in its library. After a skip, it loads the track and waits.
     Habits{.player = QLatin1String("elisa"),
         .readsTags = false,
         .lengthTolerance = 8,
@@ -81,7 +81,7 @@ const std::array habits{
 constexpr int longestStart = 20'000; // milliseconds, until a player shows itself
 constexpr int patience = 5'000; // milliseconds, for anything that a player does
 constexpr int longestError = 2'500; // milliseconds, for which the clock may be wrong while a player starts a track
-constexpr double tolerance = 1.5; // seconds: players count in whole ones, and are late
+constexpr double tolerance = 1.5; // seconds: players report whole seconds, and late
 
 /// Milliseconds until `condition` held, if it did.
 std::optional<qint64> timeUntil(const std::function<bool()> &condition, int limit = patience)
@@ -98,8 +98,8 @@ void report(const char *what, qint64 milliseconds)
 
 } // namespace
 
-/// The program's road to a player, from the connector down, through a player that people use. TUNEDECK_PLAYER names it;
-/// run-player starts it. The steps build on each other: there is one player.
+/// Tests MusicConnector and the classes below it with a player that people use. TUNEDECK_PLAYER names it; run-player
+/// starts it. All tests use the same player, so each one continues where the last one ended.
 class RealPlayerTest : public QObject {
     Q_OBJECT
 
@@ -131,7 +131,7 @@ private:
         return ShownRecord::text(m_connector->currentTrack()) == track;
     }
     [[nodiscard]] bool goToTheFirstTrack();
-    /// Playing the first track at `seconds`, or near it.
+    /// Plays the first track from about `seconds` on.
     [[nodiscard]] bool playTheFirstTrackFrom(double seconds);
     [[nodiscard]] bool isAtPlayersPosition();
     void expectTheSecondTrackAlone();
@@ -184,7 +184,7 @@ bool RealPlayerTest::playTheFirstTrackFrom(double seconds)
         timeUntil([this] { return m_witness.status() == u"Playing" && state() == PlayerState::playing; })
         && m_music.setPlayerPosition(seconds)
         && timeUntil([&] { return std::abs(m_witness.position() - seconds) < tolerance; });
-    // One player loses a command that reaches it in the midst of a seek.
+    // The next command comes when the seek is over: it could be lost otherwise.
     m_witness.awaitQuiet();
     return isThere;
 }
@@ -217,7 +217,7 @@ void RealPlayerTest::thePlayerIsFollowed()
 void RealPlayerTest::theFirstTrackIsShownInFull()
 {
     if (!m_habits->playsOnStart) {
-        // It takes no command before it has read its files.
+        // The player ignores commands until it has read its files.
         QVERIFY(timeUntil(
             [this] {
                 return m_witness.status() == u"Playing"
@@ -225,7 +225,7 @@ void RealPlayerTest::theFirstTrackIsShownInFull()
             },
             longestStart));
         QVERIFY(timeUntil([this] { return shows(m_first) || shows(m_second); }));
-        // One begins with whatever it has read by then, and puts that in order later.
+        // A player that still reads its library may begin with either track.
         QVERIFY(timeUntil([this] { return goToTheFirstTrack(); }, longestStart));
     }
     const auto time = timeUntil([this] { return shows(m_first); }, longestStart);
@@ -255,7 +255,7 @@ void RealPlayerTest::aPauseIsShownAtOnceAndTheClockStands()
     const auto time = timeUntil([this] { return m_witness.status() == u"Paused"; });
     QVERIFY(time);
     report("paused", *time);
-    m_witness.awaitQuiet(); // the clock is set once more, when the player has settled
+    m_witness.awaitQuiet(); // the clock is set again when the player is quiet
     QCOMPARE(state(), PlayerState::paused);
     const double stands = position();
     m_witness.awaitQuiet();
@@ -288,7 +288,7 @@ void RealPlayerTest::aSeekLeadsToItsPlaceAndTheClockNeverJumps()
     const auto time = timeUntil([&] { return std::abs(m_witness.position() - expected()) < tolerance; }, 2'000);
     QVERIFY(time);
     report("seek done", *time);
-    // The target is believed for 1.5 s; then the player is asked where it is.
+    // The program trusts the target for 1.5 s; then it asks the player for the position.
     double largestError = 0;
     const auto isBelieved = [&] {
         largestError = std::max(largestError, std::abs(position() - expected()));

@@ -23,17 +23,17 @@ namespace tunedeck {
 
 namespace {
 
-/// What run-player gives the player to play: playlists with one track each.
+/// The playlists that run-player gives the player. Each has one track.
 const QString firstAlone = u"First Alone"_s;
 const QString secondAlone = u"Second Alone"_s;
 const QString firstTags = u"Low Hum / The Even Tones / Bench Recordings"_s;
 const QString secondTags = u"Second Wind / Überton & Co / Später"_s;
-/// A list that is on view in the player's own window.
+/// The list that the player's own window shows.
 const QString onView = u"On View"_s;
 
 enum class ToldAsCurrent { TheOneThatPlays, TheOneOnView, None };
 
-/// Where players differ.
+/// The differences between players.
 struct Habits {
     QLatin1String player;
     PlaylistSource source;
@@ -41,7 +41,7 @@ struct Habits {
 };
 
 const std::array habits{
-    // It says of no kind of playlist file that it opens it.
+    // It does not announce that it opens any kind of playlist file.
     Habits{QLatin1String("mpv"), PlaylistSource::none},
     Habits{QLatin1String("vlc"), PlaylistSource::files},
     Habits{QLatin1String("strawberry"), PlaylistSource::music, ToldAsCurrent::TheOneOnView},
@@ -53,8 +53,8 @@ constexpr int patience = 5'000; // milliseconds, for anything that a player does
 
 } // namespace
 
-/// The program's road to the playlists of a player that people use. TUNEDECK_PLAYER names it; run-player starts it. The
-/// steps build on each other: there is one player.
+/// Tests MusicConnector's playlists with a player that people use. TUNEDECK_PLAYER names it; run-player starts it. All
+/// tests use the same player, so each one continues where the last one ended.
 class RealPlaylistsTest : public QObject {
     Q_OBJECT
 
@@ -98,7 +98,7 @@ void RealPlaylistsTest::initTestCase()
     }
 }
 
-/// Its playlists are the tabs of its window.
+/// Strawberry's playlists are the tabs of its window.
 void RealPlaylistsTest::makeTabs()
 {
     const QString media = qEnvironmentVariable("TUNEDECK_MEDIA");
@@ -135,7 +135,7 @@ bool RealPlaylistsTest::playUntilShown(const QString &playlist, const QString &t
 
 void RealPlaylistsTest::thePlaylistsAreLoaded()
 {
-    // Its lists may come some time after the player itself.
+    // The playlists may appear some time after the player.
     const bool isLoaded = QTest::qWaitFor(
         [this] {
             m_connector->loadPlaylists();
@@ -174,7 +174,7 @@ void RealPlaylistsTest::theOneThatThePlayerTellsOfIsSelected()
         break;
     }
     QCOMPARE(expected.has_value(), m_habits->current != ToldAsCurrent::None);
-    // Another selection than the expected one shows that the load has replaced it.
+    // A different selection first proves that the load replaces it.
     m_connector->setSelectedPlaylist(expected ? std::nullopt : std::optional(PlaylistOption{}));
     m_connector->loadPlaylists();
     QTRY_COMPARE(m_connector->selectedPlaylist(), expected);

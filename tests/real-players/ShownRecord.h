@@ -10,8 +10,8 @@
 
 namespace tunedeck {
 
-/// Writes down what a connector shows, each time that it is something else. What does not outlast the turn of the event
-/// loop is not shown: nothing is drawn before that.
+/// Records the track and the state that a connector shows, each time they change. Changes within a turn of the event
+/// loop are not visible to a user, so only the last one counts.
 class ShownRecord : public MusicConnectorDelegate {
 public:
     explicit ShownRecord(MusicConnector &connector);
@@ -22,7 +22,7 @@ public:
     /// The three texts of `track` in one; "none" without a track.
     [[nodiscard]] static QString text(const std::optional<MusicConnectorTrack> &track);
 
-    /// What was shown since clear().
+    /// The tracks that were shown since clear(), as text().
     [[nodiscard]] const QStringList &texts() const { return m_texts; }
     /// "Playing", "Paused", "Stopped" or "Seeking".
     [[nodiscard]] const QStringList &states() const { return m_states; }
