@@ -603,13 +603,14 @@ void MprisMusicApplicationTest::aTrackThatIsLateInStartingShowsWithinTwoAndAHalf
     startPlayer({u"--play"_s});
     startMusic();
     const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
+    QTimer &underWay = timer(u"underWayTimer"_s);
+    QVERIFY(underWay.interval() <= 2'500);
+    // It is fired by hand, however slow the machine is.
+    underWay.setInterval(std::chrono::hours(1));
     // From here on the player is known to announce seeks, and is seldom asked for its position.
     tell(u"seek 10"_s);
     QTRY_VERIFY(m_music->playerPosition() > 9.0);
-    QTimer &underWay = timer(u"underWayTimer"_s);
-    QVERIFY(underWay.interval() <= 2'500);
-    // On a busy machine its time may be over already.
-    elapse(underWay);
+    QVERIFY(elapse(underWay));
     QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
     QCOMPARE(m_player->takeCalls().filter(u"Get Position"_s).size(), 1);
     tell(u"signals seeked off"_s);
