@@ -37,6 +37,16 @@
         <extracomment>Also the tooltip of the empty playlist picker.</extracomment>
         <translation>Kein Musikplayer geöffnet</translation>
     </message>
+    <message>
+        <source>No Song</source>
+        <comment>&apos;No Song&apos; displayed in LCD</comment>
+        <translation>Kein Titel</translation>
+    </message>
+    <message>
+        <source>Music is not responding</source>
+        <comment>Tooltip of the LCD while Music is frozen</comment>
+        <translation>Der Musikplayer reagiert nicht</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>
@@ -581,16 +591,6 @@
         <source>Elapsed Time</source>
         <comment>For UI labels: Elapsed Time</comment>
         <translation>Bisher gespielt</translation>
-    </message>
-    <message>
-        <source>No Song</source>
-        <comment>&apos;No Song&apos; displayed in LCD</comment>
-        <translation>Kein Titel</translation>
-    </message>
-    <message>
-        <source>Music is not responding</source>
-        <comment>Tooltip of the LCD while Music is frozen</comment>
-        <translation>Der Musikplayer reagiert nicht</translation>
     </message>
 </context>
 <context>

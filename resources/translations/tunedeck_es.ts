@@ -37,6 +37,16 @@
         <extracomment>Also the tooltip of the empty playlist picker.</extracomment>
         <translation>El reproductor no está abierto</translation>
     </message>
+    <message>
+        <source>No Song</source>
+        <comment>&apos;No Song&apos; displayed in LCD</comment>
+        <translation>Ninguna canción</translation>
+    </message>
+    <message>
+        <source>Music is not responding</source>
+        <comment>Tooltip of the LCD while Music is frozen</comment>
+        <translation>El reproductor no responde</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>
@@ -581,16 +591,6 @@
         <source>Elapsed Time</source>
         <comment>For UI labels: Elapsed Time</comment>
         <translation>Tiempo transcurrido</translation>
-    </message>
-    <message>
-        <source>No Song</source>
-        <comment>&apos;No Song&apos; displayed in LCD</comment>
-        <translation>Ninguna canción</translation>
-    </message>
-    <message>
-        <source>Music is not responding</source>
-        <comment>Tooltip of the LCD while Music is frozen</comment>
-        <translation>El reproductor no responde</translation>
     </message>
 </context>
 <context>

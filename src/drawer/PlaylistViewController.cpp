@@ -5,7 +5,7 @@
 #include "music/MusicApplication.h"
 #include "music/MusicConnector.h"
 #include "music/isMenuItemEnabled.h"
-#include "music/musicIsNotOpenText.h"
+#include "music/statusTexts.h"
 #include "platform/FatalError.h"
 #include "skin/views/MetalButton.h"
 #include "skin/views/MetalPopupButton.h"

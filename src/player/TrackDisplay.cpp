@@ -3,7 +3,7 @@
 
 #include "music/MusicApplication.h"
 #include "music/MusicConnector.h"
-#include "music/musicIsNotOpenText.h"
+#include "music/statusTexts.h"
 #include "platform/Appearance.h"
 #include "player/LcdView.h"
 #include "player/ScrollingMarqueeView.h"
@@ -110,8 +110,7 @@ void TrackDisplay::followResponding()
 {
     const MusicApplication &music = m_musicConnector.musicApp();
     const auto showWhetherMusicResponds = [this](bool isResponding) {
-        m_lcd.setToolTip(
-            isResponding ? QString() : tr("Music is not responding", "Tooltip of the LCD while Music is frozen"));
+        m_lcd.setToolTip(isResponding ? QString() : musicIsNotRespondingText());
     };
     connect(&music, &MusicApplication::respondingDidChange, this, showWhetherMusicResponds);
     showWhetherMusicResponds(music.isResponding());
@@ -124,7 +123,7 @@ bool TrackDisplay::showFallbackText(FeedType feedType)
         return true;
     }
     if (isEmptyFeed(feedType)) {
-        m_lcd.trackInfoLabel().setDisplayStrings({tr("No Song", "'No Song' displayed in LCD")});
+        m_lcd.trackInfoLabel().setDisplayStrings({noSongText()});
         return true;
     }
     return false;

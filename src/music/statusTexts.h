@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+namespace tunedeck {
+
+// What the window says, in the user's language, where Music has no track to show or does not answer.
+
+/// "Music is not open", for the display and for the empty playlist picker.
+[[nodiscard]] QString musicIsNotOpenText();
+/// "No Song", for the display while nothing is loaded.
+[[nodiscard]] QString noSongText();
+/// "Music is not responding", the tooltip of the display.
+[[nodiscard]] QString musicIsNotRespondingText();
+
+} // namespace tunedeck
