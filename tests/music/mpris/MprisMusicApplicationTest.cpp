@@ -616,6 +616,7 @@ void MprisMusicApplicationTest::aTrackThatIsLateInStartingShowsWithinTwoAndAHalf
     tell(u"signals seeked off"_s);
     tell(u"next"_s);
     QTRY_VERIFY(info.count() >= 1);
+    QTRY_VERIFY(underWay.isActive());
     // All that is read because of the change is read before the player is where it will be.
     QVERIFY(comesToRest(&underWay));
     tell(u"seek 30"_s);
