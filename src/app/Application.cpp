@@ -148,7 +148,7 @@ void Application::reopen()
     const Window &window = m_windowController->window();
     const bool hasVisibleWindows = window.isVisible() && !window.isMinimized();
     if (hasVisibleWindows) {
-        // An activated program shows its windows in front. Then the delegate's rule applies.
+        // Starting a running program again brings its window to the front, whatever the delegate does afterwards.
         m_windowController->window().makeKeyAndOrderFront();
     }
     m_delegate.applicationShouldHandleReopen(hasVisibleWindows);

@@ -51,8 +51,9 @@ public:
     [[nodiscard]] MusicConnector &musicConnector() { return m_musicConnector; }
     [[nodiscard]] WindowController &windowController() { return *m_windowController; }
     [[nodiscard]] ViewController &viewController() { return *m_viewController; }
-    /// The first call creates it. So does showing the window, for this and the menus.
+    /// Creates the drawer's controller on the first call.
     PlaylistViewController &playlistViewController();
+    /// Creates the menus and the drawer's controller on the first call, at the latest right after the window is shown.
     MainMenu &mainMenu();
     /// The first call creates the window.
     AppPreferencesWindowController &preferencesWindowController();

@@ -31,8 +31,7 @@ public:
     [[nodiscard]] QMenu &contextMenu() { return m_contextMenu; }
     [[nodiscard]] MenuValidation &validation() { return m_validation; }
 
-    /// Adds a command to change between Wayland and XWayland. `isUsed` is whether the program runs through XWayland
-    /// now.
+    /// Adds a command to change between Wayland and XWayland. `isUsed`: it runs through XWayland now.
     void offerXWayland(bool isUsed);
 
 Q_SIGNALS:

@@ -3,8 +3,8 @@
 
 namespace tunedeck {
 
-/// Replaces this process by a new run of the program, without arguments. The process stays the same because a desktop
-/// may end everything that a process started when it ends. No destructors run. Returns only on failure.
+/// Starts the program again in this same process, without arguments. A desktop may end all programs that a process
+/// started as soon as that process ends, so this starts no new process. No destructors run. Returns only on failure.
 void restartInPlace();
 
 } // namespace tunedeck

@@ -29,7 +29,7 @@ public:
         std::function<void()> next;
         std::function<void()> previous;
         std::function<void()> toggleKeepAbove;
-        /// Whether an item that does something is enabled.
+        /// Returns whether the command of `item`, which its object name identifies, is enabled.
         std::function<bool(const QAction &item)> validate;
     };
 

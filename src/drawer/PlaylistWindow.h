@@ -8,8 +8,8 @@
 
 namespace tunedeck {
 
-/// A window of the drawer's own, frameless like the player's and moved by its background, that can be key (active) and
-/// main. The program creates none: its drawer is part of the main window.
+/// A window of the drawer's own, frameless like the player's and moved by its background, that can be key and main
+/// (see WindowActivation). The program creates none: its drawer is part of the main window.
 class PlaylistWindow : public QWidget {
     Q_OBJECT
 

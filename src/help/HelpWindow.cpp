@@ -134,7 +134,7 @@ void HelpWindow::setUpSearch()
 void HelpWindow::setUpTopics()
 {
     m_topicList->setWordWrap(true);
-    // It would elide the first of two lines.
+    // Otherwise the list elides the first of two lines.
     m_topicList->setTextElideMode(Qt::ElideNone);
     m_topicList->setSpacing(topicSpacing);
     m_topicList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -12,7 +12,7 @@ namespace tunedeck {
 /// different ones; either may be empty.
 ///
 /// A second process hands its token to the running one over the session bus, where anyone can send anything: a text
-/// that is longer than any desktop makes it, or that has control characters, is dropped.
+/// of more than 1,000 characters, or with control characters, is dropped.
 struct ActivationToken {
     QString x11StartupId; ///< $DESKTOP_STARTUP_ID
     QString waylandToken; ///< $XDG_ACTIVATION_TOKEN

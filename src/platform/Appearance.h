@@ -13,7 +13,7 @@ namespace tunedeck {
 
 class UserDefaults;
 
-/// Aqua is the light appearance, the others are dark. The program itself uses no VibrantDark.
+/// Aqua is the light appearance, the others are dark. The program never uses VibrantDark.
 enum class AppearanceName { Aqua, DarkAqua, VibrantDark };
 
 /// Whether controls are drawn light on dark.

@@ -16,13 +16,13 @@ class ApplicationLauncher : public QObject {
 
 public:
     explicit ApplicationLauncher(QObject *parent = nullptr);
-    /// Waits up to half a second for a launch that is under way.
+    /// Waits up to half a second for a launch that is under way, then leaves its thread running.
     ~ApplicationLauncher() override;
 
     /// Launches the first of `desktopEntries` (identifiers such as "vlc", with or without ".desktop") that is
     /// installed, else the desktop's default application for `contentType` (such as "audio/mpeg"; empty for none).
-    /// Returns at once; one of the two signals follows. Ignores identifiers with a slash. Does nothing while a launch
-    /// is under way.
+    /// Returns at once; one of the two signals follows. Ignores identifiers with a slash. A call while a launch
+    /// is under way does nothing and emits no signal of its own.
     virtual void launch(const QStringList &desktopEntries, const QString &contentType);
 
 Q_SIGNALS:

@@ -21,8 +21,7 @@ inline const QString remainingTimeEnabled = QStringLiteral("RemainingTimeEnabled
 inline const QString appearanceClassic = QStringLiteral("AppearanceClassic");
 inline const QString appearanceUpdatesDockIcon = QStringLiteral("AppearanceUpdatesDockIcon");
 inline const QString volumeButtonsHidden = QStringLiteral("VolumeButtonsHidden");
-/// The system's accent colour (integer; graphiteAccent, or no value for any other colour). The program never
-/// writes it to disk.
+/// The system's accent colour (integer; see graphiteAccent). The program never writes it to disk.
 inline const QString appleAccentColor = QStringLiteral("AppleAccentColor");
 /// Whether to run through XWayland if the session has it.
 inline const QString startThroughXWayland = QStringLiteral("StartThroughXWayland");
@@ -34,7 +33,7 @@ inline const QString followedPlayerEntry = QStringLiteral("FollowedPlayerEntry")
 inline const QString lastFollowedPlayer = QStringLiteral("LastFollowedPlayer");
 } // namespace SettingsKey
 
-/// The grey accent colour, a value of SettingsKey::appleAccentColor. Every other value means a colourful one.
+/// The value of SettingsKey::appleAccentColor for grey. Any other value, or none, is a colour.
 inline constexpr int graphiteAccent = -1;
 
 /// The settings store. It looks a key up in three layers and takes the first value: the user's settings, the system's

@@ -15,7 +15,7 @@
 namespace tunedeck {
 
 namespace {
-constexpr QColor darkLcdTextColor(255, 255, 255, 191);
+constexpr QColor lightLcdTextColor(255, 255, 255, 191);
 /// Dark ink is engraved in the glass, light ink glows on it: a lit lip below, or a dark halo without which nobody could
 /// read it. In device pixels.
 constexpr std::array lipOffsets{QPoint(0, 1)};
@@ -39,7 +39,7 @@ bool isEmptyRow(const QImage &image, int y)
     return std::all_of(row, row + image.width(), [](QRgb pixel) { return pixel == 0; });
 }
 
-/// From the first row that is not empty to the last.
+/// The rows from the first that is not empty to the last.
 QRect rowsWithInk(const QImage &image)
 {
     QRect rows = image.rect();
@@ -106,7 +106,7 @@ MarqueeText::MarqueeText(const QString &text, const QFont &font, double height, 
     if (!(height > 0) || !(scale > 0)) {
         return;
     }
-    const QColor ink = isDark ? darkLcdTextColor : lcdTextColor;
+    const QColor ink = isDark ? lightLcdTextColor : lcdTextColor;
     QImage image = transparentImage({static_cast<int>(std::ceil((width(text, font) + 2 * overhang) * scale)),
         static_cast<int>(std::ceil(height * scale))});
     image.setDevicePixelRatio(scale);

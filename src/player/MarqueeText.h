@@ -18,7 +18,7 @@ namespace tunedeck {
 /// text gives an empty picture of twice the overhang. A height or scale that is not positive gives a null picture.
 class MarqueeText {
 public:
-    /// Room, in points, on either side of a text for what its first and last glyph draw beyond their advance.
+    /// Room, in points, on either side of a text. Its first and last glyph may reach beyond their advance.
     static constexpr double overhang = 8;
 
     /// A null picture, of scale 0.
@@ -27,15 +27,15 @@ public:
     /// shows the text. `isDark` asks for the light ink of the dark appearance.
     MarqueeText(const QString &text, const QFont &font, double height, double scale, bool isDark);
 
-    /// `string` as one line of at most 1,000 characters and 8,000 points: what is longer ends with an ellipsis, and
-    /// what would break the line or control it becomes a space.
+    /// `string` as one line of at most 1,000 characters and 8,000 points. A longer text ends with an ellipsis; control
+    /// characters and line breaks become spaces.
     [[nodiscard]] static QString oneLine(const QString &string, const QFont &font);
-    /// In points, trailing spaces included.
+    /// The advance of `text` in points, trailing spaces included.
     [[nodiscard]] static double width(const QString &text, const QFont &font);
-    /// `text` cut to `width` points, with an ellipsis for what is missing.
+    /// `text` cut to `width` points. A cut text ends with an ellipsis.
     [[nodiscard]] static QString elided(const QString &text, const QFont &font, double width);
 
-    /// Its device pixel ratio is the scale.
+    /// The picture's device pixel ratio is the scale.
     [[nodiscard]] const QPixmap &picture() const { return m_picture; }
     [[nodiscard]] double scale() const { return m_picture.isNull() ? 0 : m_picture.devicePixelRatio(); }
     /// The part of the picture that is not empty, over its whole width, in device pixels.

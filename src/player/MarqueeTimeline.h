@@ -32,7 +32,7 @@ public:
     using TimePoint = std::chrono::steady_clock::time_point;
     /// A text's width in points, trailing spaces included.
     using TextWidth = std::function<double(const QString &text)>;
-    /// A text cut to a width in points, with an ellipsis for what is missing.
+    /// A text cut to a width in points. A cut text ends with an ellipsis.
     using ElidedText = std::function<QString(const QString &text, double width)>;
 
     /// In points per second.

@@ -253,7 +253,7 @@ QMargins ScrollingMarqueeView::fadeMargins(double scale) const
     return {side, edge, side, edge};
 }
 
-/// The view's own font knows the screen only where it is resolved for the view.
+/// MarqueeText measures without a widget, so the font must carry the view's resolution.
 QFont ScrollingMarqueeView::resolvedFont() const
 {
     return {font(), this};

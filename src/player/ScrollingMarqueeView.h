@@ -20,7 +20,7 @@ namespace tunedeck {
 
 /// The display's line of track information: shows several strings one after the other, as its timeline says, faded out
 /// towards its edges. It wakes up only while a string moves or waits to move and can be seen. The painter's device owns
-/// the scale: texts are drawn again for each new one.
+/// the scale: texts are drawn again for each new scale.
 ///
 /// It is a QLabel whose text is all its strings, so that screen readers can read them. To screen readers it is a
 /// notification, which they speak when the strings change while the window is active.

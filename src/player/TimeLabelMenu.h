@@ -17,7 +17,7 @@ public:
     /// Answers whether an item is enabled, and sets its check state.
     using Validator = std::function<bool(QAction &item)>;
 
-    /// Pops up where a context menu is asked for on `label`. `validate` is called for each item before that.
+    /// Opens when the user asks for a context menu on `label`. `validate` is called for each item before that.
     TimeLabelMenu(QLabel &label, Validator validate);
 
     [[nodiscard]] static QString remainingTimeText();

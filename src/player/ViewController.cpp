@@ -322,7 +322,7 @@ void ViewController::updateLCDForFeedType()
     m_display->showFeedType(feedType);
 }
 
-/// Moves the keyboard to play/pause. Qt would move it to the next control, whatever Space does there.
+/// Moves the keyboard focus to play/pause. Qt would move it to the next control, whatever Space does there.
 void ViewController::moveKeyboardFrom(const QWidget &control)
 {
     if (control.hasFocus()) {

@@ -230,7 +230,7 @@ void AppPreferencesWindowController::switchToPane(const QString &identifier)
     m_shownView->setFocus();
 }
 
-/// Qt has marked the clicked item, even if its pane could not be shown.
+/// Marks the shown pane's item again: Qt has marked the clicked one, even if its pane could not be shown.
 void AppPreferencesWindowController::markSelectedItem()
 {
     const QList<QAction *> items = m_installedItems.actions();

@@ -37,7 +37,7 @@ public:
 
     /// Despite its name: whether the remaining time is shown.
     [[nodiscard]] bool elapsedTimeEnabled() const { return m_elapsedTimeEnabled; }
-    /// The setting sets this; this does not write the setting.
+    /// Follows the setting; a call does not write it.
     void setElapsedTimeEnabled(bool enabled);
 
     /// Returns whether `item` is enabled.

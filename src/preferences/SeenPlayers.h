@@ -14,7 +14,7 @@ struct SeenPlayer {
     QString name;
 };
 
-/// The running players. The preferences know no more about them than this.
+/// The interface through which the preferences list the running players.
 class SeenPlayers : public QObject {
     Q_OBJECT
 

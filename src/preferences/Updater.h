@@ -5,7 +5,7 @@
 
 namespace tunedeck {
 
-/// Looks for a newer version of the program. The preferences know no more about the updater than this.
+/// The interface through which the preferences look for a newer version of the program.
 class Updater : public QObject {
     Q_OBJECT
 

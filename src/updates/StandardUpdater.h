@@ -25,7 +25,7 @@ class UpdateDownload;
 struct UpdaterConfiguration {
     /// Empty for a copy that gets its updates from elsewhere: from the system, or from the user who built it.
     QUrl feed;
-    /// The Ed25519 key that updates are signed for, in Base64.
+    /// The Ed25519 public key that verifies updates, in Base64.
     QByteArray publicKey;
     RunningProgram program;
     QString downloadFolder;

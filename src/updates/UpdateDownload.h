@@ -17,7 +17,8 @@ namespace tunedeck {
 /// that the feed says. Emits exactly one of saved() and failed(), or none if it is deleted before.
 ///
 /// On file systems that support files without a name, as those of Linux do, no unverified file is left behind however
-/// the program ends. On others, none is unless the program is killed.
+/// the program ends. On others, an unverified file stays behind only if the program is
+/// killed.
 class UpdateDownload : public QObject {
     Q_OBJECT
 

@@ -22,7 +22,7 @@ MAY_INCLUDE = {
     "music": {"platform"},
     "music/mpris/bus": {"platform"},
     "music/mpris": {"platform", "music", "music/mpris/bus"},
-    # What draws keeps no state and knows neither the user's settings nor the window's.
+    # Drawing code keeps no state and knows neither the user's settings nor the window's.
     "skin/drawing": {"platform"},
     "skin/cells": {"platform", "skin/drawing"},
     "skin/looks": {"platform", "skin/drawing"},
@@ -180,7 +180,7 @@ def breaches_of_sleep(root: Path) -> Iterator[str]:
         lines = sleeps.get(where, [])
         most, _ = MAY_SLEEP.get(where, (0, ""))
         if len(lines) > most:
-            yield f"{where}:{lines[-1]}: sleeps {len(lines)} times, and may {most} times: wait for what is to happen"
+            yield f"{where}:{lines[-1]}: sleeps {len(lines)} times, and may {most} times: wait for the event"
         elif len(lines) < most:
             yield f"{where}:1: sleeps {len(lines)} times: let MAY_SLEEP in tools/checks/rules.py say so instead of {most}"
 
@@ -194,11 +194,11 @@ def breaches_of_size(root: Path) -> Iterator[str]:
 
 
 def breaches_of_order() -> Iterator[str]:
-    """A folder may include only what stands above it in MAY_INCLUDE, so the folders form no circle."""
+    """A folder may include only what is above it in MAY_INCLUDE, so the folders form no circle."""
     above: set[str] = set()
     for folder, others in MAY_INCLUDE.items():
         for other in sorted(others - above):
-            yield f"tools/checks/rules.py:1: {folder}/ may include {other}/, which does not stand above it"
+            yield f"tools/checks/rules.py:1: {folder}/ may include {other}/, which is not above it"
         above.add(folder)
 
 

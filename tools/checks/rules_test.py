@@ -129,7 +129,7 @@ class RulesTest(unittest.TestCase):
                     self.tree.write(name, f"\n{line}")
                     self.assertEqual(
                         rules.breaches(self.tree.root),
-                        [f"{name}:3: sleeps 1 times, and may 0 times: wait for what is to happen"])
+                        [f"{name}:3: sleeps 1 times, and may 0 times: wait for the event"])
                     (self.tree.root / name).unlink()
 
     def test_waiting_for_a_state_is_not_sleeping(self) -> None:
@@ -142,7 +142,7 @@ class RulesTest(unittest.TestCase):
         with unittest.mock.patch.object(rules, "MAY_SLEEP", {where: (2, "")}):
             self.tree.write(where, line * 3)
             self.assertEqual(
-                rules.breaches(self.tree.root), [f"{where}:4: sleeps 3 times, and may 2 times: wait for what is to happen"])
+                rules.breaches(self.tree.root), [f"{where}:4: sleeps 3 times, and may 2 times: wait for the event"])
             self.tree.write(where, line * 2)
             self.assertEqual(rules.breaches(self.tree.root), [])
             fewer = "let MAY_SLEEP in tools/checks/rules.py say so instead of 2"
@@ -156,7 +156,7 @@ class RulesTest(unittest.TestCase):
         with unittest.mock.patch.object(rules, "MAY_INCLUDE", folders):
             self.assertEqual(
                 list(rules.breaches_of_order()),
-                ["tools/checks/rules.py:1: below/ may include above/, which does not stand above it"])
+                ["tools/checks/rules.py:1: below/ may include above/, which is not above it"])
 
     def test_a_source_without_its_licence_is_a_breach(self) -> None:
         for name in ("src/app/A.cpp", "tests/A.h", "tools/a.py", "cmake/A.cmake", "tests/CMakeLists.txt", "run"):

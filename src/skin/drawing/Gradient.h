@@ -16,8 +16,9 @@ namespace tunedeck {
 
 /// The angle of a gradient from the upper edge to the lower one, in degrees.
 inline constexpr double downwards = 90;
-/// The same angle, and the opposite one, where y counts upwards.
+/// From the upper edge to the lower one if y counts upwards.
 inline constexpr double flippedDownwards = -90;
+/// From the lower edge to the upper one if y counts upwards.
 inline constexpr double flippedUpwards = 90;
 
 /// Colours at locations from 0 to 1, interpolated with straight (not premultiplied) components. Two stops at the same

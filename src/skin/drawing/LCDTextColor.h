@@ -5,7 +5,8 @@
 
 namespace tunedeck {
 
-/// The dark ink of the display. The glass is the same in the light and in the dark appearance.
+/// The ink of the display: of the track in the light appearance, of its other texts in both, since the glass stays
+/// light.
 inline constexpr QColor lcdTextColor(0x35, 0x39, 0x2a);
 
 } // namespace tunedeck

@@ -19,7 +19,7 @@ namespace tunedeck {
 [[nodiscard]] QPainterPath oval(const QRectF &bounds);
 [[nodiscard]] QPainterPath roundedRectangle(const QRectF &bounds, double radius);
 /// The area inside exactly one of two outlines. The outlines turn opposite ways: if they turned the same way, QPainter
-/// would get the coverage of a pixel wrong that both cross.
+/// would get the coverage of a pixel that both cross wrong.
 [[nodiscard]] QPainterPath between(const QPainterPath &outline, const QPainterPath &other);
 /// The area of a line of `width` along the outline of a rounded rectangle.
 [[nodiscard]] QPainterPath roundedFrame(const QRectF &bounds, double radius, double width);

@@ -12,7 +12,7 @@ class QRectF;
 
 namespace tunedeck {
 
-/// The alpha of the title, image or arrows of a metal control that is disabled or while no window is main.
+/// The alpha of the title, image or arrows of a metal control while it is disabled or no window is main.
 constexpr float inactiveMetalAlpha = 0.667F;
 
 /// The colour of a metal control's title. `alpha` is from 0 to 1.

@@ -7,9 +7,9 @@ namespace tunedeck {
 
 class WindowActivation;
 
-/// Whether any window of the program is key, which Qt calls active, or main, the window the user works with; see
-/// WindowActivation. It is false at first. If a window has the status already, the flag follows in the event loop's
-/// next turn. While the status goes from one window to another it is false for a moment.
+/// Whether any window of the program is key or main (see WindowActivation). It is false at first. If a window has the
+/// status already, the flag follows in the event loop's next turn. While the status goes from one window to another it
+/// is false for a moment.
 class ActivationFlag : public QObject {
     Q_OBJECT
 

@@ -22,8 +22,8 @@ struct ControlOutline {
     std::optional<double> cornerRadius = {};
 };
 
-/// Shows a thin ring around a control that has the keyboard because the user went there with Tab, but not after a click
-/// or from the start. The ring is a child of the control's parent, outside the outline that the control draws.
+/// Shows a thin ring around a control that has the keyboard focus because the user went there with Tab, but not after a
+/// click or from the start. The ring is a child of the control's parent, outside the outline that the control draws.
 class FocusRing : public QObject {
     Q_OBJECT
 

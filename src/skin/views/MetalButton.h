@@ -24,7 +24,7 @@ public:
     /// painted.
     [[nodiscard]] QString image() const { return m_image; }
     void setImage(const QString &name);
-    /// Removes the ring for good. Nothing shows then that the button has the keyboard.
+    /// Removes the ring for good. Nothing shows then that the button has the keyboard focus.
     void removeFocusRing();
 
 protected:

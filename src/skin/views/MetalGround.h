@@ -14,7 +14,8 @@
 namespace tunedeck {
 
 /// Metal along the view's lower edge, painted by `Cell`. It is darker while a window of the program is main or while
-/// the main window stays on top. The latter setting is read when the view is resized and when the former changes.
+/// the main window stays on top. Whether it stays on top is read when the view is resized and when a
+/// window becomes main or no longer is.
 template <typename Cell> class MetalGround : public QWidget {
 public:
     explicit MetalGround(const SkinEnvironment &environment, QWidget *parent = nullptr)

@@ -83,7 +83,7 @@ void MetalPopupButton::setAppearance(std::optional<AppearanceName> appearance)
 
 void MetalPopupButton::showPopup()
 {
-    // The open list has the keyboard, so screen readers read its name.
+    // The open list has the keyboard focus, so screen readers read its name.
     view()->setAccessibleName(accessibleName());
     view()->setPalette(listPalette());
     QComboBox::showPopup();

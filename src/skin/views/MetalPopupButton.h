@@ -14,8 +14,8 @@
 namespace tunedeck {
 
 /// A pop-up button of metal, 22 points high. It shows the chosen item's text on its face and lets the user choose from
-/// a list, which may be very long. A click does not take the keyboard; Tab does. A margin of 9 points left of the face
-/// does not react.
+/// a list, which may be very long. A click does not take the keyboard focus; Tab does. A margin of 9 points left of
+/// the face does not react.
 class MetalPopupButton : public QComboBox {
     Q_OBJECT
 

@@ -23,7 +23,7 @@ SkinnedButton::SkinnedButton(QWidget *parent)
 
 bool SkinnedButton::event(QEvent *event)
 {
-    // Space is also the shortcut of Play. On a button that has the keyboard it must press the button.
+    // Space is also the shortcut of Play. On a button that has the keyboard focus it must press the button.
     if (isSpaceAskedFor(*event) || (!isEnabled() && isMouseButtonEvent(*event))) {
         event->accept();
         return true;

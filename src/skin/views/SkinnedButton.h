@@ -7,8 +7,8 @@ namespace tunedeck {
 
 /// The common base of all buttons of the skin.
 ///
-/// A click does not take the keyboard, so Space still plays and pauses after it. Tab takes it. A button never drags the
-/// window, not even while it is disabled.
+/// A click does not take the keyboard focus, so Space still plays and pauses after it. Tab takes it. A button never
+/// drags the window, not even while it is disabled.
 class SkinnedButton : public QAbstractButton {
     Q_OBJECT
 

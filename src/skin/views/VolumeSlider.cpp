@@ -16,7 +16,7 @@ namespace tunedeck {
 namespace {
 constexpr int notch = QWheelEvent::DefaultDeltasPerStep;
 constexpr double touchpadDivisor = 2.5;
-/// In milliseconds. After a longer pause a part of a notch counts no more.
+/// In milliseconds. After a longer pause a part of a notch no longer counts.
 constexpr quint64 longestPauseInNotch = 1000;
 
 bool isTouchpad(const QWheelEvent &event)
