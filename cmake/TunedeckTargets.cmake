@@ -74,8 +74,8 @@ if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
 endif()
 
 # tunedeck_library(<folder's name> SOURCES ... LINKS ... PRIVATE_LINKS ...)
-# LINKS are the libraries that the library's headers use. Headers are included by their path below src/; tools/checks/rules.py
-# holds which folder may include which.
+# LINKS are the libraries that the library's headers use. Headers are included by their path below src/;
+# tools/checks/rules.py holds which folder may include which.
 function(tunedeck_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
     add_library(tunedeck_${name} STATIC ${ARG_SOURCES})

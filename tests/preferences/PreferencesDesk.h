@@ -4,9 +4,9 @@
 #include "platform/UserDefaults.h"
 #include "preferences/SeenPlayers.h"
 #include "preferences/Updater.h"
+#include "support/failOnWarning.h"
 
 #include <QAccessible>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWidget>
@@ -14,13 +14,6 @@
 #include <memory>
 
 namespace tunedeck {
-
-/// Makes every warning fail the test, except those of the offscreen platform, which can neither limit nor raise a
-/// window.
-inline void failOnWarning()
-{
-    QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
-}
 
 class ScriptedPlayers : public SeenPlayers {
 public:

@@ -8,20 +8,14 @@
 #include "preferences/SeenPlayers.h"
 #include "preferences/Updater.h"
 #include "support/ScriptedMusicApplication.h"
+#include "support/failOnWarning.h"
 
 #include <QDBusConnection>
 #include <QDBusVariant>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
 namespace tunedeck {
-
-/// Lets every warning fail the test but those of the offscreen platform, which can neither limit nor raise a window.
-inline void failOnWarning()
-{
-    QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
-}
 
 class NoPlayers : public SeenPlayers {
 public:

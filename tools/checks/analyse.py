@@ -115,17 +115,27 @@ class Results:
 def own_names(source: Source) -> set[str]:
     """The names in the source's anonymous namespaces, as far as they begin a line: two sources with the same name there
     cannot be read as one."""
-    bodies = re.findall(r"^namespace \{\n(.*?)(?:^\} // namespace$|\Z)", source.file.read_text(), flags=re.MULTILINE | re.DOTALL)
+    bodies = re.findall(
+        r"^namespace \{\n(.*?)(?:^\} // namespace$|\Z)", source.file.read_text(), flags=re.MULTILINE | re.DOTALL)
     names = (re.search(r"(\w+)\s*(?:[({=;[]|:(?!:)|$)", line)
              for body in bodies for line in body.splitlines() if re.match(r"\w", line))
     return {name[1] for name in names if name}
 
 
+def declares_use_of_a_name(source: Source) -> bool:
+    """Whether the source has a declaration such as "using tunedeck::Shadow;", which another source could seem to need."""
+    return bool(re.search(r"^\s*using\s+[\w:]+::\w+;", source.file.read_text(), flags=re.MULTILINE))
+
+
 def units(sources: list[Source], at_once: int) -> list[list[Source]]:
     """The sources in lists that are compiled alike and can be read as one, the longest first."""
+    alone: list[list[Source]] = []
     found: list[tuple[list[Source], set[str]]] = []
     for source in sources:
         names = own_names(source)
+        if declares_use_of_a_name(source):
+            alone.append([source])
+            continue
         for unit, taken in found:
             if len(unit) < at_once and unit[0].is_compiled_like(source) and not taken & names:
                 unit.append(source)
@@ -133,7 +143,7 @@ def units(sources: list[Source], at_once: int) -> list[list[Source]]:
                 break
         else:
             found.append(([source], names))
-    return sorted((unit for unit, _ in found), key=lambda unit: -sum(source.file.stat().st_size for source in unit))
+    return sorted(alone + [unit for unit, _ in found], key=lambda unit: -sum(source.file.stat().st_size for source in unit))
 
 
 def analyse(analysis: Analysis, sources: list[Source]) -> tuple[list[str], list[Source]]:
@@ -171,9 +181,10 @@ def main() -> int:
     unknown = [source for source in sources
                if source not in before or compilation.digest(settings, before[source]) not in results]
     found, clean = analyse(analysis, unknown)
-    # A source that changed meanwhile was perhaps analysed in another state than the one of its fingerprint.
+    # A source or a setting that changed meanwhile was perhaps another one in the analysis than in its fingerprint.
+    are_settings_unchanged = analysis.fingerprint() == settings
     for source, fingerprint in compilation.fingerprints(clean).items():
-        if fingerprint == before.get(source):
+        if are_settings_unchanged and fingerprint == before.get(source):
             results.keep(compilation.digest(settings, fingerprint))
     results.drop_oldest()
 

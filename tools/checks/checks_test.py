@@ -142,6 +142,12 @@ class ChecksTest(unittest.TestCase):
         self.write("Second.cpp", GOOD.replace("int one", "static int one"))
         self.assert_passes(*self.analysis("clang-tidy"))
 
+    def test_a_declaration_that_only_another_source_uses_is_found(self) -> None:
+        self.write("Names.h", "#pragma once\nnamespace names {\ninline int one() { return 1; }\n}\n")
+        self.write("A.cpp", '#include "Names.h"\nusing names::one;\n')
+        self.write("B.cpp", '#include "Names.h"\nusing names::one;\nint two()\n{\n    return one() + one();\n}\n')
+        self.assert_finds("misc-unused-using-decls", "analyse.py", "clang-tidy", str(self.root), str(self.root))
+
     def test_a_header_that_only_the_precompiled_headers_include_is_missed(self) -> None:
         clazy = self.analysis("clazy")
         precompiled = self.root / "CMakeFiles/program.dir/cmake_pch.hxx"

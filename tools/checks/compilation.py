@@ -89,13 +89,18 @@ def files_read(sources: list[Source]) -> dict[Source, list[str]]:
         rules = subprocess.run(
             [scanner, f"--compilation-database={database.name}", "--format=make"], capture_output=True, text=True).stdout
     return {
-        sources[int(number)]: [file.replace("\\ ", " ") for file in re.split(r"(?<!\\)\s+", files.strip())]
+        sources[int(number)]: [unescaped(file) for file in re.split(r"(?<!\\)\s+", files.strip())]
         for number, files in re.findall(r"^(\d+)\.o:(.*)$", rules.replace("\\\n", " "), flags=re.MULTILINE)}
 
 
+def unescaped(file: str) -> str:
+    """A file's name as it is, not as make writes it."""
+    return re.sub(r"\\([ #])", r"\1", file).replace("$$", "$")
+
+
 def fingerprints(sources: list[Source]) -> dict[Source, str]:
-    """Of each source that can be preprocessed: changes with its arguments, and with the path or content of any file that
-    is read for it. The contents count whole, for a comment can silence a check."""
+    """A digest for each source that can be preprocessed. It changes with the arguments, and with the path or content of
+    any file that is read for the source. The contents count whole, for a comment can silence a check."""
     digests: dict[Path, str] = {}
 
     def digest_of(file: Path) -> str:
