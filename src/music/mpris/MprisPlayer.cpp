@@ -288,6 +288,7 @@ void MprisPlayer::readAfter(Milliseconds delay, ReadPurpose purpose)
 {
     auto *later = new QTimer(this);
     later->setSingleShot(true);
+    later->setTimerType(Qt::PreciseTimer);
     connect(later, &QTimer::timeout, this, [this, later, purpose] {
         later->deleteLater();
         read(purpose);
@@ -355,7 +356,7 @@ void MprisPlayer::samplePosition()
 
 void MprisPlayer::onPropertiesChanged(const QDBusMessage &signal)
 {
-    if (bus::plainArgument(signal, 0).toString() != mpris::playerInterface) {
+    if (signal.arguments().value(0).toString() != mpris::playerInterface) {
         return;
     }
     onSignal(signal);
