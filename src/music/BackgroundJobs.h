@@ -25,7 +25,7 @@ struct LoadedPlaylists {
 /// The three jobs that wait for Music: each runs on its own thread of a pool, at most once at a time. Results are
 /// reported on the main thread.
 ///
-/// The destructor lets go the jobs that wait for Music, and returns when no job runs any more.
+/// The destructor ends the waits of the jobs, and returns when no job runs any more.
 class BackgroundJobs : public QObject {
     Q_OBJECT
 

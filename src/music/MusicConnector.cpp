@@ -346,7 +346,8 @@ void MusicConnector::nativeMusicAppDidLaunch()
 
 void MusicConnector::nativeMusicAppDidTerminate()
 {
-    // A load under way would otherwise fill the list again.
+    // A load under way would otherwise fill the list again. They are cancelled before
+    // anything is announced, so that a job which a listener starts meanwhile belongs to the next session.
     m_jobs.cancel();
     assign(m_isMusicAppRunning, false, &MusicConnector::isMusicAppRunningChanged);
     stopRefreshTrackTimer();

@@ -5,7 +5,7 @@
 
 namespace tunedeck {
 
-// What the window says, in the user's language, where Music has no track to show or does not answer.
+// Texts that the window shows where Music has no track to show or does not answer.
 
 /// "Music is not open", for the display and for the empty playlist picker.
 [[nodiscard]] QString musicIsNotOpenText();

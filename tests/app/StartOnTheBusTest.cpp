@@ -135,7 +135,7 @@ private:
 /// The text of the command line's help.
 struct Texts {
     QString program;
-    QString toolkit;
+    QString qt;
 };
 
 /// An environment without languages except those in `variables`, such as "LANG=de_DE.UTF-8".
@@ -367,7 +367,7 @@ private Q_SLOTS:
         QFETCH(const Texts, texts);
         const QString help = helpIn(environment);
         QVERIFY2(help.contains(texts.program), qPrintable(help));
-        QVERIFY2(help.contains(texts.toolkit), qPrintable(help));
+        QVERIFY2(help.contains(texts.qt), qPrintable(help));
     }
 
     void whatGoesWrongOnACommandLineIsToldInTheUsersLanguage()

@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <algorithm>
@@ -62,6 +63,8 @@ class DockMenuItemsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
     void theDockMenuLeavesOutWhatTheTrackLacks()
     {
         Recorder recorder;

@@ -360,13 +360,13 @@ private Q_SLOTS:
         QVERIFY(watch.wasStarted());
     }
 
-    void theSameFeedTypeAgainSchedulesTheProgressTimerAnew_data()
+    void theSameFeedTypeAgainSchedulesTheProgressTimerAgain_data()
     {
         QTest::addColumn<FeedType>("feedType");
         QTest::newRow("local track") << FeedType::localTrack;
         QTest::newRow("streamed track") << FeedType::streamedTrack;
     }
-    void theSameFeedTypeAgainSchedulesTheProgressTimerAnew()
+    void theSameFeedTypeAgainSchedulesTheProgressTimerAgain()
     {
         QFETCH(FeedType, feedType);
         ScriptedMusicApplication music;

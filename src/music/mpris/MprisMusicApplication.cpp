@@ -308,7 +308,7 @@ void MprisMusicApplication::handleChanged(PlayerMirror::Changes changes)
 
 void MprisMusicApplication::becomeReady()
 {
-    // The window that waited for this moment has not been told of the player yet.
+    // The window that waited for this moment does not know the player yet.
     m_postsPlayerInfo |= isRunning();
     finishTurnLater();
     Q_EMIT ready();

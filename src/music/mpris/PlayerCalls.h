@@ -7,7 +7,7 @@
 
 namespace tunedeck {
 
-/// Calls to one player, each with a deadline. A player that lets a deadline pass is not responding until it says
+/// Calls to a player, each with a deadline. A player that lets a deadline pass is not responding until it says
 /// anything again.
 class PlayerCalls : public QObject {
     Q_OBJECT

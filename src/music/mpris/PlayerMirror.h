@@ -11,7 +11,7 @@
 
 namespace tunedeck {
 
-/// The state of one player, as far as it can be believed. It knows neither D-Bus nor the clock: reports and the time
+/// The state of a player, as far as it can be believed. It knows neither D-Bus nor the clock: reports and the time
 /// are arguments.
 ///
 /// Players blink. At every track change VLC, Elisa and Chromium say Stopped, Celluloid says Paused, and Chromium sends

@@ -20,7 +20,7 @@ class QDeadlineTimer;
 
 namespace tunedeck {
 
-/// The playlists of one player, for threads that may wait for it: its own, or the playlist files in the user's music
+/// The playlists of a player, for threads that may wait for it: its own, or the playlist files in the user's music
 /// folder if the player has none of its own but opens such files. Any thread may call any member. Reading the list and
 /// the playlist that plays takes 5 s at most, playing one 3 s.
 class PlayerPlaylists {

@@ -11,7 +11,7 @@
 
 namespace tunedeck {
 
-/// The playlists of one player, gathered page by page: each once, in the player's order, at most maximumPlaylists,
+/// The playlists of a player, gathered page by page: each once, in the player's order, at most maximumPlaylists,
 /// whatever the player sends. A page may be shorter than requested.
 class PlaylistPages {
 public:

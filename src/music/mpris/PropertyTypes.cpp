@@ -22,7 +22,7 @@ constexpr ExpectedType playerTypes[] = {{QLatin1String("PlaybackStatus"), "s"}, 
     {QLatin1String("CanPause"), "b"}, {QLatin1String("CanSeek"), "b"}, {QLatin1String("CanGoNext"), "b"},
     {QLatin1String("CanGoPrevious"), "b"}};
 
-// Without mpris:trackid: a plain value is a text, whether it came as a path or as a text.
+// The list leaves out mpris:trackid: its plain value is a text, whether it came as a path or as a text.
 constexpr ExpectedType metadataTypes[] = {{QLatin1String("mpris:length"), "x"}, {QLatin1String("xesam:url"), "s"},
     {QLatin1String("xesam:title"), "s"}, {QLatin1String("xesam:artist"), "as"}, {QLatin1String("xesam:album"), "s"},
     {QLatin1String("xesam:genre"), "as"}};

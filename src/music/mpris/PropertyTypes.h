@@ -7,7 +7,7 @@
 
 namespace tunedeck {
 
-/// Logs the properties of one player that do not have the type MPRIS2 gives them, each once.
+/// Logs the properties of a player that do not have the type MPRIS2 gives them, each once.
 class PropertyTypes {
 public:
     /// `player` is the name in the log.

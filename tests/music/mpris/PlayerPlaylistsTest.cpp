@@ -89,7 +89,7 @@ private:
     void forgetCalls();
     /// The calls that the player received since forgetCalls().
     const QStringList &calls();
-    /// Those of them that are commands.
+    /// The calls among them that are commands.
     [[nodiscard]] QStringList commands();
     [[nodiscard]] bool comesToRest() const { return m_rest.isReached(*m_music, m_musicConnection); }
     void tell(const QString &line) const { QVERIFY2(m_player->tell(line), qPrintable(line)); }
