@@ -71,9 +71,12 @@ OUTSIDE_MPRIS = {r"\borg[./]mpris\b": "only music/mpris/ knows the players' D-Bu
 
 # A test that sleeps is slow where the machine is fast, and fails where it is slow: it waits for a signal or a state, or
 # ends a timer's wait by hand. How often a file may sleep all the same, and why.
-SLEEPING = re.compile(r"\b(qWait|qSleep|msleep|sleep_for)\s*\(|\btime\.sleep\s*\(")
+SLEEPING = re.compile(
+    r"\b(qWait|qSleep|msleep|sleep_for)\s*\(|\btime\.sleep\s*\(|\bqWaitFor\(\[[^]]*\]\s*\{\s*return \w+\.elapsed\(\)")
 MAY_SLEEP = {
     "tests/music/mpris/PlayerEnduranceTest.cpp": (7, "what is tested is half a minute in real time"),
+    "tests/real-players/PlayerWitness.cpp": (1, "a player is quiet when it has reported nothing for a while"),
+    "tests/real-players/RealPlayerTest.cpp": (1, "what is tested is that no later sample of the position changes it"),
     "tools/benchmarks/cost": (3, "measures what the program costs over a time"),
     "tools/benchmarks/playlistsWatch.cpp": (2, "measures what the program costs over a time"),
     "tools/benchmarks/startWatch.cpp": (1, "looks at the screen many times a second"),

@@ -122,7 +122,7 @@ class RulesTest(unittest.TestCase):
 
     def test_each_way_to_sleep_is_a_breach_in_tests_and_tools(self) -> None:
         lines = ["QTest::qWait(5);", "QTest::qSleep(5);", "QThread::msleep(5);", "std::this_thread::sleep_for(5ms);",
-            "time.sleep(5)"]
+            "time.sleep(5)", "QTest::qWaitFor([&] { return timer.elapsed() >= 5; });"]
         for name in ("tests/app/ATest.cpp", "tests/app/A.h", "tools/a.py", "tools/a"):
             for line in lines:
                 with self.subTest(f"{name}: {line}"):
