@@ -11,16 +11,19 @@ namespace tunedeck {
 inline bool finishBackgroundJobs(const QObject &owner)
 {
     auto *pool = owner.findChild<QThreadPool *>();
-    bool isDone = pool;
-    while (isDone) {
-        isDone = pool->waitForDone(10'000);
-        // A result can begin another job.
-        QCoreApplication::sendPostedEvents();
-        if (pool->activeThreadCount() == 0) {
-            break;
-        }
+    if (!pool) {
+        return false;
     }
-    return isDone;
+    // A result can begin another job, which can end before this thread looks at the pool again. Its result is then
+    // taken in the second of two idle passes.
+    for (int idlePasses = 0; idlePasses < 2;) {
+        idlePasses = pool->activeThreadCount() == 0 ? idlePasses + 1 : 0;
+        if (!pool->waitForDone(10'000)) {
+            return false;
+        }
+        QCoreApplication::sendPostedEvents();
+    }
+    return true;
 }
 
 } // namespace tunedeck

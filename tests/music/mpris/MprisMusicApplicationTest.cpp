@@ -103,7 +103,7 @@ private:
     void forgetCalls();
     /// The commands that the player received since forgetCalls().
     const QStringList &commands();
-    /// Until nothing more follows by itself from what has happened. `left` is a timer that goes on.
+    /// Waits until Music does nothing more by itself. `left` is a timer that goes on.
     [[nodiscard]] bool comesToRest(const QTimer *left = nullptr) const
     {
         return m_rest.isReached(*m_music, m_musicConnection, left);
@@ -444,7 +444,7 @@ void MprisMusicApplicationTest::aTrackThatThePlayerRestartsIsNotPostedAgain()
     QVERIFY(comesToRest());
     const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
     tell(u"restart"_s);
-    QTRY_VERIFY(m_music->playerPosition() < 5.0);
+    QTRY_VERIFY_WITH_TIMEOUT(m_music->playerPosition() < 5.0, 2'500);
     QVERIFY(comesToRest());
     QCOMPARE(info.count(), 0);
 }
@@ -569,6 +569,7 @@ void MprisMusicApplicationTest::holdingForwardSeeksInGrowingStepsUntilResume()
     QVERIFY(m_music->fastForward());
     QCOMPARE(m_music->playerState(), PlayerState::fastForwarding);
     QTimer &seekTimer = timer(u"seekTimer"_s);
+    QCOMPARE(seekTimer.interval(), 250);
     // It is fired by hand from here on.
     seekTimer.start(std::chrono::hours(1));
     for (int step = 0; step < 2; ++step) {
@@ -617,7 +618,7 @@ void MprisMusicApplicationTest::aTrackThatIsLateInStartingShowsWithinTwoAndAHalf
     tell(u"next"_s);
     QTRY_VERIFY(info.count() >= 1);
     QTRY_VERIFY(underWay.isActive());
-    // All that is read because of the change is read before the player is where it will be.
+    // Music reads all that follows from the change before the player gets to its final position.
     QVERIFY(comesToRest(&underWay));
     tell(u"seek 30"_s);
     QVERIFY(elapse(underWay));
@@ -632,7 +633,7 @@ void MprisMusicApplicationTest::aPausedPlayerIsLeftAlone()
     QTRY_COMPARE(m_music->playerState(), PlayerState::paused);
     QVERIFY(comesToRest());
     forgetCalls();
-    // Without a timer that runs and a call to come back, nothing but the player itself brings Music back to it.
+    // No timer runs and no call is unanswered, so only the player itself brings Music back to it.
     QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
     QCOMPARE(m_player->takeCalls(), QStringList());
     QVERIFY(!MusicAtRest::hasUnansweredCall(*m_music));
@@ -652,7 +653,8 @@ void MprisMusicApplicationTest::aPlayerPausedInItsOwnWindowIsPostedAsPaused()
     QTRY_COMPARE(playerInfoValue(info, UserInfoKey::playerState), u"Paused"_s);
     QCOMPARE(info.count(), 1);
     const double position = *m_music->playerPosition();
-    QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
+    // The read that follows a signal moves nothing.
+    QVERIFY(comesToRest());
     QCOMPARE(*m_music->playerPosition(), position);
 }
 
@@ -781,6 +783,7 @@ void MprisMusicApplicationTest::aFrozenPlayerStopsTheClockAndIsSentNothing()
     QVERIFY(!m_music->setSoundVolume(10));
     QVERIFY(!m_music->setPlayerPosition(10));
     QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
+    m_rest.skip(std::chrono::seconds(1));
     QCOMPARE(*m_music->playerPosition(), position);
     m_player->thaw();
     QTRY_COMPARE_WITH_TIMEOUT(responding.count(), 2, 2'000);

@@ -17,14 +17,17 @@
 
 namespace tunedeck {
 
-/// Makes Music's time pass at once, and brings it to the point from where nothing more follows by itself.
+/// Ends Music's waits at once, until Music does nothing more by itself.
 class MusicAtRest {
 public:
-    /// The clock for the Music that is to be brought to rest: the monotonic clock, ahead by what was skipped.
+    /// The clock for the Music that isReached() brings to rest: the monotonic clock, ahead by what was skipped.
     [[nodiscard]] Clock clock() const
     {
         return [skipped = m_skipped] { return std::chrono::steady_clock::now() + *skipped; };
     }
+
+    /// Lets time go by on the clock alone: no timer ends.
+    void skip(Milliseconds time) const { *m_skipped += time; }
 
     /// Lets every timer of `music` that fires once be over, and waits for the answer to every call. `connection` is the
     /// one that `music` uses. False if there is no end of it within five seconds. `left` goes on as it is.
@@ -35,17 +38,19 @@ public:
         tooLong.setSingleShot(true);
         tooLong.start(std::chrono::seconds(5));
         while (tooLong.isActive() && roundTrip(connection)) {
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             const QList<QPointer<QTimer>> timers = waiting(music, left);
+            // What an elapsed timer posted has been delivered by now.
+            if (timers.isEmpty() && !hasUnansweredCall(music)) {
+                return true;
+            }
             for (const QPointer<QTimer> &timer : timers) {
                 if (timer) {
                     endWaitOf(*timer);
                 }
             }
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-            if (waiting(music, left).isEmpty() && !hasUnansweredCall(music)) {
-                return true;
-            }
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            QCoreApplication::processEvents(
+                hasUnansweredCall(music) ? QEventLoop::WaitForMoreEvents : QEventLoop::AllEvents);
         }
         return false;
     }
@@ -82,7 +87,7 @@ private:
 
     void endWaitOf(QTimer &timer) const
     {
-        // What Music does then depends on the time; the other timers only delay a question to the player.
+        // Music looks at the clock when these timers end. The others only delay a question to the player.
         const QStringList dependent{QStringLiteral("settleTimer"), QStringLiteral("underWayTimer")};
         if (dependent.contains(timer.objectName())) {
             *m_skipped += std::max(Milliseconds(0), timer.remainingTimeAsDuration());
