@@ -12,6 +12,22 @@ using namespace Qt::StringLiterals;
 
 namespace tunedeck {
 
+namespace {
+
+/// A Music that counts how often it is asked to end the waits of its background reads.
+class EndsWaits : public ScriptedMusicApplication {
+public:
+    void endBackground() override
+    {
+        ++ends;
+        ScriptedMusicApplication::endBackground();
+    }
+
+    int ends = 0;
+};
+
+} // namespace
+
 /// The jobs alone; MusicConnectorPlaylistsTest tests what the connector makes of them.
 class BackgroundJobsTest : public QObject {
     Q_OBJECT
@@ -71,6 +87,67 @@ private Q_SLOTS:
         QVERIFY(finishBackgroundJobs(jobs));
         QTRY_COMPARE(outputs.count(), 2);
         QCOMPARE(music.backgroundReads(), QStringList(2, u"currentAirPlayDevices"_s));
+    }
+
+    void anotherReadOfTheOutputsAfterACancelledOneReports()
+    {
+        ScriptedMusicApplication music;
+        BackgroundJobs jobs(music);
+        const QSignalSpy outputs(&jobs, &BackgroundJobs::audioOutputNamesRead);
+        music.holdBackground();
+        jobs.readAudioOutputNames();
+        QTRY_COMPARE(music.backgroundReads().size(), 1);
+        jobs.readAudioOutputNames();
+        jobs.cancel();
+        // It does not wait for the cancelled one, and none follows it.
+        jobs.readAudioOutputNames();
+        QTRY_COMPARE(music.backgroundReads().size(), 2);
+        music.releaseBackground();
+        QVERIFY(finishBackgroundJobs(jobs));
+        QCOMPARE(outputs.count(), 1);
+        QCOMPARE(music.backgroundReads(), QStringList(2, u"currentAirPlayDevices"_s));
+    }
+
+    void aPlaylistIsNotPlayedWhileAnotherIsAboutToBe()
+    {
+        ScriptedMusicApplication music;
+        BackgroundJobs jobs(music);
+        music.holdBackground();
+        jobs.playPlaylist(1);
+        jobs.playPlaylist(2);
+        music.releaseBackground();
+        QVERIFY(finishBackgroundJobs(jobs));
+        QCOMPARE(music.backgroundReads(), (QStringList{u"currentPlaylist"_s, u"playPlaylist 1"_s}));
+        music.clearRecords();
+        jobs.playPlaylist(2);
+        QVERIFY(finishBackgroundJobs(jobs));
+        QCOMPARE(music.backgroundReads(), (QStringList{u"currentPlaylist"_s, u"playPlaylist 2"_s}));
+    }
+
+    void thePlaylistThatMusicPlaysIsNotPlayedAgain()
+    {
+        ScriptedMusicApplication music;
+        music.answerInBackground({.currentPlaylist = MusicPlaylist{.id = 1}});
+        BackgroundJobs jobs(music);
+        jobs.playPlaylist(1);
+        QVERIFY(finishBackgroundJobs(jobs));
+        QCOMPARE(music.backgroundReads(), QStringList{u"currentPlaylist"_s});
+    }
+
+    void theDestructorEndsTheWaitOfAJob()
+    {
+        EndsWaits music;
+        music.answerInBackground({.playlistIds = QVariantList{1}, .playlistNames = QVariantList{u"A"_s}});
+        {
+            BackgroundJobs jobs(music);
+            music.holdBackground();
+            jobs.loadPlaylists();
+            QTRY_COMPARE(music.backgroundReads().size(), 1);
+            QCOMPARE(music.ends, 0);
+        }
+        QCOMPARE(music.ends, 1);
+        // The job ran to its end before the destructor returned.
+        QCOMPARE(music.backgroundReads(), (QStringList{u"currentPlaylist"_s, u"playlistIds"_s, u"playlistNames"_s}));
     }
 };
 
