@@ -648,6 +648,7 @@ void MprisMusicApplicationTest::aPlayerPausedInItsOwnWindowIsPostedAsPaused()
 {
     startPlayer({u"--play"_s});
     startMusic();
+    QVERIFY(comesToRest());
     const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
     tell(u"pause"_s);
     QTRY_COMPARE(playerInfoValue(info, UserInfoKey::playerState), u"Paused"_s);
