@@ -654,9 +654,9 @@
         <translation>Überprüfen Sie Ihre Internetverbindung oder suchen Sie später erneut nach Aktualisierungen.</translation>
     </message>
     <message>
-        <source>The update server refused the request.</source>
+        <source>The update server answered with an error.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Der Aktualisierungsserver hat die Anfrage abgelehnt.</translation>
+        <translation>Der Aktualisierungsserver hat mit einem Fehler geantwortet.</translation>
     </message>
     <message>
         <source>Check for updates again later.</source>

@@ -654,9 +654,9 @@
         <translation>Compruebe su conexión a Internet o vuelva a buscar actualizaciones más tarde.</translation>
     </message>
     <message>
-        <source>The update server refused the request.</source>
+        <source>The update server answered with an error.</source>
         <comment>Updates: title of an error</comment>
-        <translation>El servidor de actualizaciones rechazó la petición.</translation>
+        <translation>El servidor de actualizaciones respondió con un error.</translation>
     </message>
     <message>
         <source>Check for updates again later.</source>

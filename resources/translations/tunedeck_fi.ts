@@ -654,9 +654,9 @@
         <translation>Tarkista internetyhteytesi tai etsi päivityksiä myöhemmin uudelleen.</translation>
     </message>
     <message>
-        <source>The update server refused the request.</source>
+        <source>The update server answered with an error.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Päivityspalvelin hylkäsi pyynnön.</translation>
+        <translation>Päivityspalvelin vastasi virheellä.</translation>
     </message>
     <message>
         <source>Check for updates again later.</source>

@@ -654,9 +654,9 @@
         <translation>Sprawdź połączenie z Internetem lub ponownie sprawdź aktualizacje później.</translation>
     </message>
     <message>
-        <source>The update server refused the request.</source>
+        <source>The update server answered with an error.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Serwer aktualizacji odrzucił żądanie.</translation>
+        <translation>Serwer aktualizacji odpowiedział błędem.</translation>
     </message>
     <message>
         <source>Check for updates again later.</source>

@@ -4,7 +4,6 @@
 #include "updates/PublicKey.h"
 #include "updates/UpdateCheck.h"
 #include "updates/UpdateDownload.h"
-#include "updates/failureMessage.h"
 #include "updates/inBackground.h"
 #include "updates/showInFolder.h"
 #include "updates/updatesLog.h"
@@ -131,7 +130,7 @@ void StandardUpdater::showNoFeed()
 
 void StandardUpdater::showFailure(UpdateFailure failure)
 {
-    qCDebug(updatesLog) << "failed:" << failureMessage(failure).headline;
+    qCDebug(updatesLog) << "failed:" << failure;
     end();
     m_window.showFailure(failure);
 }

@@ -38,12 +38,12 @@ void UpdateCheck::readFeed()
 void UpdateCheck::report()
 {
     const std::optional<QList<AppcastItem>> items = m_items.result();
-    if (items) {
-        qCDebug(updatesLog) << "feed read:" << m_feed.size() << "bytes," << items->size() << "versions";
-    }
     if (!items) {
         Q_EMIT failed(UpdateFailure::feedNotUnderstood);
-    } else if (const auto update = newestUpdate(*items, m_program)) {
+        return;
+    }
+    qCDebug(updatesLog) << "feed read:" << m_feed.size() << "bytes," << items->size() << "versions";
+    if (const auto update = newestUpdate(*items, m_program)) {
         Q_EMIT found(*update);
     } else if (const auto newest = newestForNewerSystem(*items, m_program)) {
         Q_EMIT foundForNewerSystem(*newest);

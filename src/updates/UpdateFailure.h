@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QObject>
+
 namespace tunedeck {
+
+Q_NAMESPACE
 
 /// Why a check for updates or a download has failed.
 enum class UpdateFailure {
@@ -35,5 +39,7 @@ enum class UpdateFailure {
     /// The file could not be written.
     notSaved,
 };
+/// The log names it in English, whatever the user's language.
+Q_ENUM_NS(UpdateFailure)
 
 } // namespace tunedeck

@@ -27,7 +27,7 @@ FailureMessage messageOfConnection(UpdateFailure failure)
             UpdateWindow::tr("Check your connection to the internet, or check for updates again later.",
                 "Updates: what to do about an error")};
     case UpdateFailure::refused:
-        return {UpdateWindow::tr("The update server refused the request.", "Updates: title of an error"),
+        return {UpdateWindow::tr("The update server answered with an error.", "Updates: title of an error"),
             UpdateWindow::tr("Check for updates again later.", "Updates: what to do about an error")};
     case UpdateFailure::interrupted:
         return {UpdateWindow::tr("The connection to the update server was lost.", "Updates: title of an error"),
