@@ -19,7 +19,7 @@ namespace tunedeck {
 namespace {
 using namespace std::chrono_literals;
 
-Q_LOGGING_CATEGORY(log, "tunedeck.settings")
+Q_LOGGING_CATEGORY(log, "tunedeck.settings", QtWarningMsg)
 
 constexpr qint64 largestFile = 1024 * 1024;
 constexpr qsizetype longestString = 1000;

@@ -3,6 +3,6 @@
 
 namespace tunedeck {
 
-Q_LOGGING_CATEGORY(updatesLog, "tunedeck.updates", QtInfoMsg)
+Q_LOGGING_CATEGORY(updatesLog, "tunedeck.updates", QtWarningMsg)
 
 } // namespace tunedeck

@@ -7,7 +7,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
+#include <QLoggingCategory>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -50,6 +52,15 @@ void replace(const QString &path, const QByteArray &text)
     writeInPlace(path + QStringLiteral("~"), text);
     QFile::remove(path);
     QVERIFY(QFile::rename(path + QStringLiteral("~"), path));
+}
+
+QStringList settingsLines;
+
+void recordSettingsLine(QtMsgType, const QMessageLogContext &context, const QString &line)
+{
+    if (QLatin1String(context.category) == QLatin1String("tunedeck.settings")) {
+        settingsLines.append(line);
+    }
 }
 } // namespace
 
@@ -513,6 +524,24 @@ private Q_SLOTS:
             QCOMPARE(spy.count(), 3);
         }
         QCOMPARE(contents(m_path), QByteArray("[General]\nRemainingTimeEnabled=true\n"));
+    }
+
+    void onlyAUserWhoAsksForTheLogReadsThatTheFileCannotBeWritten()
+    {
+        const QString unwritable = m_path + QStringLiteral("/tunedeck/tunedeck.conf");
+        writeInPlace(m_path, "");
+        const auto off = qScopeGuard([] { QLoggingCategory::setFilterRules(QString()); });
+        for (const bool isAskedFor : {false, true}) {
+            QLoggingCategory::setFilterRules(isAskedFor ? QStringLiteral("tunedeck.settings=true") : QString());
+            settingsLines.clear();
+            const QtMessageHandler previous = qInstallMessageHandler(recordSettingsLine);
+            {
+                UserDefaults defaults(unwritable);
+                defaults.setBool(key, false);
+            }
+            qInstallMessageHandler(previous);
+            QCOMPARE(settingsLines.size(), isAskedFor ? 1 : 0);
+        }
     }
 
     void aReadOnlyFileIsLeftAsItIs()
