@@ -6,6 +6,7 @@
 #include "skin/drawing/PixelFont.h"
 #include "skin/views/ClassicAudioProgressSlider.h"
 #include "skin/views/PlainButton.h"
+#include "widgets/names.h"
 
 #include <QEvent>
 #include <QLabel>
@@ -90,9 +91,7 @@ void LcdView::setUpTexts()
     infoFont.setItalic(true);
     m_infoButton->setFont(infoFont);
     m_infoButton->setText(QStringLiteral("i"));
-    const QString drawer = tr("Show or hide the playlists", "The info button");
-    m_infoButton->setAccessibleName(drawer);
-    m_infoButton->setToolTip(drawer);
+    setName(*m_infoButton, tr("Show or hide the playlists", "The info button"));
 }
 
 void LcdView::layOut()

@@ -42,7 +42,6 @@ void TimeLabelMenu::addItem(const QString &text, const QString &identifier)
     QAction &item = *addAction(text);
     item.setObjectName(identifier);
     item.setCheckable(true);
-    connect(&item, &QAction::triggered, this, [this, &item] { Q_EMIT itemSelected(item); });
 }
 
 } // namespace tunedeck

@@ -9,7 +9,8 @@ class QLabel;
 
 namespace tunedeck {
 
-/// The context menu of the display's right time label. It offers the remaining time and the total time.
+/// The context menu of the display's right time label. It offers the remaining time and the total time,
+/// and the object name of each item is its MenuItemIdentifier.
 class TimeLabelMenu : public QMenu {
     Q_OBJECT
 
@@ -22,10 +23,6 @@ public:
 
     [[nodiscard]] static QString remainingTimeText();
     [[nodiscard]] static QString totalTimeText();
-
-Q_SIGNALS:
-    /// The user chose `item`, whose object name is its MenuItemIdentifier.
-    void itemSelected(const QAction &item);
 
 private:
     void addItem(const QString &text, const QString &identifier);

@@ -10,7 +10,6 @@
 #include "player/DrawerHost.h"
 #include "player/LcdView.h"
 #include "player/PlayerView.h"
-#include "player/TrackDisplay.h"
 #include "skin/views/ClassicAudioProgressSlider.h"
 #include "skin/views/DrawerBackground.h"
 #include "skin/views/PlainButton.h"
@@ -39,7 +38,6 @@ constexpr auto tooltipHoldOff = 1s;
 constexpr double seekStepInSec = 5;
 constexpr double silence = 0;
 constexpr double fullVolume = 100;
-
 } // namespace
 
 ViewController::ViewController(const Environment &environment, PlayerView &view, QObject *parent)
@@ -49,7 +47,7 @@ ViewController::ViewController(const Environment &environment, PlayerView &view,
     , m_appearance(environment.appearance)
     , m_drawerHost(environment.drawerHost)
     , m_view(view)
-    , m_display(new TrackDisplay(m_musicConnector, m_appearance, m_view.lcd(), this))
+    , m_display(m_musicConnector, m_appearance, m_view.lcd())
     , m_timeLabelMenu(m_view.lcd().secondaryTimeLabel(), [this](QAction &item) { return validateMenuItem(item); })
 {
     connect(&environment.windowActivation, &WindowActivation::windowDidBecomeMain, this,
@@ -62,7 +60,8 @@ ViewController::ViewController(const Environment &environment, PlayerView &view,
     bindRemainingTime();
     observeDockTileSettings();
     m_view.installEventFilter(this);
-    setUpTimeLabelMenu();
+    connect(
+        &m_timeLabelMenu, &QMenu::triggered, this, [this](const QAction *item) { timeLabelMenuItemSelected(*item); });
     observeExpansion();
     m_musicConnector.setDelegate(this);
     updateLCDForFeedType();
@@ -294,11 +293,6 @@ void ViewController::observeDockTileSettings()
         [this] { updateDockTile(m_musicConnector.currentState()); });
 }
 
-void ViewController::setUpTimeLabelMenu()
-{
-    connect(&m_timeLabelMenu, &TimeLabelMenu::itemSelected, this, &ViewController::timeLabelMenuItemSelected);
-}
-
 void ViewController::observeExpansion()
 {
     const auto hideWhenCollapsed = [this](bool expanded) {
@@ -319,7 +313,7 @@ void ViewController::updateLCDForFeedType()
         clearTrackInfo();
     }
     showTransportForFeedType(feedType);
-    m_display->showFeedType(feedType);
+    m_display.showFeedType(feedType);
 }
 
 /// Moves the keyboard focus to play/pause. Qt would move it to the next control, whatever Space does there.
@@ -349,20 +343,20 @@ void ViewController::showTransportForFeedType(FeedType feedType)
 
 void ViewController::clearTrackInfo()
 {
-    m_display->clear();
+    m_display.clear();
     Q_EMIT currentTrackInfoChanged(std::nullopt);
 }
 
 void ViewController::updateTrackInfo(const MusicConnectorTrack &track)
 {
-    if (m_display->showTrack(track)) {
+    if (m_display.showTrack(track)) {
         Q_EMIT currentTrackInfoChanged(track);
     }
 }
 
 void ViewController::updateSecondaryTimeLabel()
 {
-    m_display->setRemainingTimeShown(m_remainingTimeEnabled);
+    m_display.setRemainingTimeShown(m_remainingTimeEnabled);
 }
 
 void ViewController::updatePlayPauseGlyph(FourCharCode state)

@@ -5,6 +5,7 @@
 #include "music/MusicConnectorTrack.h"
 #include "music/MusicTypes.h"
 #include "player/TimeLabelMenu.h"
+#include "player/TrackDisplay.h"
 #include "skin/views/VolumeSlider.h"
 
 #include <QObject>
@@ -23,7 +24,6 @@ class DrawerHost;
 class HoldableButton;
 class MusicApplication;
 class PlayerView;
-class TrackDisplay;
 class UserDefaults;
 class WindowActivation;
 
@@ -110,7 +110,6 @@ private:
     void bindVolume();
     void bindRemainingTime();
     void observeDockTileSettings();
-    void setUpTimeLabelMenu();
     void observeExpansion();
 
     void updateLCDForFeedType();
@@ -135,7 +134,7 @@ private:
     std::optional<MusicConnectorTrack> m_currentTrack;
     bool m_mouseIsHovering = false;
     bool m_remainingTimeEnabled = true;
-    TrackDisplay *m_display;
+    TrackDisplay m_display;
     TimeLabelMenu m_timeLabelMenu;
     QTimer m_tooltipsTimer{this};
     QString m_volumeSliderTooltip;

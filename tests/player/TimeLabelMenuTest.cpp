@@ -52,8 +52,7 @@ private Q_SLOTS:
         QLabel label;
         TimeLabelMenu menu(label, [](QAction &) { return true; });
         QStringList chosen;
-        connect(
-            &menu, &TimeLabelMenu::itemSelected, this, [&](const QAction &item) { chosen.append(item.objectName()); });
+        connect(&menu, &QMenu::triggered, this, [&](const QAction *item) { chosen.append(item->objectName()); });
         menu.actions().at(1)->trigger();
         menu.actions().at(0)->trigger();
         QCOMPARE(chosen, (QStringList{MenuItemIdentifier::totalTime, MenuItemIdentifier::remainingTime}));
