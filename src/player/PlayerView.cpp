@@ -2,7 +2,6 @@
 #include "player/PlayerView.h"
 
 #include "player/LcdView.h"
-#include "skin/looks/LooksLog.h"
 #include "skin/views/DrawerBackground.h"
 #include "skin/views/PinstripeView.h"
 #include "skin/views/PlainButton.h"
@@ -62,7 +61,6 @@ PlayerView::PlayerView(const SkinEnvironment &environment, QWidget *parent)
     setUpWindowButtons();
     setUpTransport();
     setUpVolume();
-    new LooksLog(*m_lcd, environment);
     m_drawerContainerView->hide();
 }
 

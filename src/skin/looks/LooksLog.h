@@ -3,34 +3,26 @@
 
 #include "skin/looks/SkinEnvironment.h"
 
-#include <QObject>
-
 class QWidget;
 
 namespace tunedeck {
 
-/// Logs to "tunedeck.skin" how a view looks, the first time it is painted and after each change: the appearance, the
-/// accent colour and the scale.
-class LooksLog : public QObject {
-    Q_OBJECT
-
+/// Logs to "tunedeck.skin" how a view looks: the appearance, the accent colour and the scale.
+class LooksLog {
 public:
-    /// Belongs to `view`, which is painted whenever its looks change.
-    LooksLog(QWidget &view, const SkinEnvironment &environment);
-
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    /// Call it whenever `view` is painted. Logs the first time and after each change, and does nothing while the log is
+    /// off.
+    void logIfNew(const QWidget &view, const SkinEnvironment &environment);
 
 private:
     struct Looks {
         bool isDark = false;
         bool isGraphite = false;
-        double scale = 0;
+        double scale = 0; ///< device pixels per point; 0 before anything was logged
 
         bool operator==(const Looks &) const = default;
     };
 
-    QWidget &m_view;
-    SkinEnvironment m_environment;
     Looks m_logged;
 };
 

@@ -19,6 +19,7 @@ LCDBackgroundView::LCDBackgroundView(const SkinEnvironment &environment, QWidget
 
 void LCDBackgroundView::paintEvent(QPaintEvent *)
 {
+    m_looksLog.logIfNew(*this, m_environment);
     QPainter painter(this);
     const LCDBackgroundState state{.isDark = isDark(m_environment)};
     m_faces.draw(painter, rect(), state, [this, state](QPainter &face) {

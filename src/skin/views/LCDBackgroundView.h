@@ -4,13 +4,14 @@
 #include "skin/cells/LCDBackgroundCell.h"
 #include "skin/drawing/FaceCache.h"
 #include "skin/looks/ActivationFlag.h"
+#include "skin/looks/LooksLog.h"
 #include "skin/looks/SkinEnvironment.h"
 
 #include <QWidget>
 
 namespace tunedeck {
 
-/// The panel behind the display's texts and its progress slider.
+/// The panel behind the display's texts and its progress slider. Each paint logs the looks of the skin if they are new.
 class LCDBackgroundView : public QWidget {
     Q_OBJECT
 
@@ -27,6 +28,7 @@ private:
     ActivationFlag m_isMainWindow;
     LCDBackgroundCell m_cell;
     FaceCache<LCDBackgroundState> m_faces;
+    LooksLog m_looksLog;
 };
 
 } // namespace tunedeck

@@ -2,13 +2,13 @@
 #include "skin/looks/LooksLog.h"
 
 #include "skin/SkinLogRecorder.h"
+#include "skin/views/LCDBackgroundView.h"
 #include "support/SkinDesk.h"
 #include "support/registerTest.h"
 
 #include <QApplication>
 #include <QPixmap>
 #include <QTest>
-#include <QWidget>
 
 namespace tunedeck {
 
@@ -20,8 +20,7 @@ private Q_SLOTS:
     {
         const SkinLogRecorder log(true);
         SkinDesk desk;
-        QWidget view;
-        new LooksLog(view, desk.environment);
+        LCDBackgroundView view(desk.environment);
         paint(view);
         QCOMPARE(SkinLogRecorder::lines, {QStringLiteral("light appearance, blue accent, scale 1")});
         paint(view);
@@ -39,14 +38,13 @@ private Q_SLOTS:
     {
         const SkinLogRecorder log(false);
         SkinDesk desk;
-        QWidget view;
-        new LooksLog(view, desk.environment);
+        LCDBackgroundView view(desk.environment);
         paint(view);
         QVERIFY(SkinLogRecorder::lines.isEmpty());
     }
 
 private:
-    static void paint(QWidget &view) { view.grab(); }
+    static void paint(LCDBackgroundView &view) { view.grab(); }
 };
 
 } // namespace tunedeck
