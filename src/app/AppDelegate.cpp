@@ -45,13 +45,8 @@ bool isOnScreen(const QWidget &window)
     return window.isVisible() && !window.isMinimized();
 }
 
-void bringForward(Window &window)
-{
-    window.makeKeyAndOrderFront();
-    window.invalidateShadow();
-}
-
-void bringForward(PlaylistWindow &window)
+/// `WindowType` is Window or PlaylistWindow, whose only common base class has no shadow.
+template <typename WindowType> void bringToFrontWithShadow(WindowType &window)
 {
     bringToFront(window);
     window.invalidateShadow();
@@ -124,7 +119,7 @@ bool AppDelegate::applicationShouldHandleReopen(bool)
     auto *drawerWindow = lastWindow<PlaylistWindow>(windows);
     if (!drawerWindow) {
         if (mainWindow) {
-            bringForward(*mainWindow);
+            bringToFrontWithShadow(*mainWindow);
         }
         return true;
     }
@@ -132,9 +127,9 @@ bool AppDelegate::applicationShouldHandleReopen(bool)
         return false;
     }
     if (isOnScreen(*drawerWindow)) {
-        bringForward(*drawerWindow);
+        bringToFrontWithShadow(*drawerWindow);
     } else {
-        bringForward(*mainWindow);
+        bringToFrontWithShadow(*mainWindow);
     }
     return true;
 }

@@ -41,8 +41,9 @@ private:
 
 void logActivation(const ActivationToken &token)
 {
-    qCDebug(windowLog) << "activate with startup id" << shortened(token.x11StartupId) << "and token"
-                       << shortened(token.waylandToken);
+    // A token lets any program activate a window, so the log does not hold it.
+    qCDebug(windowLog) << "activate:" << (token.x11StartupId.isEmpty() ? "no startup id," : "a startup id,")
+                       << (token.waylandToken.isEmpty() ? "no token" : "a token");
 }
 
 QWindow &mainWindow(Application &application)

@@ -28,6 +28,8 @@
 #include "window/WindowController.h"
 
 #include <QApplication>
+#include <QLoggingCategory>
+#include <QScopeGuard>
 #include <QTest>
 
 using namespace tunedeck;
@@ -98,6 +100,18 @@ private Q_SLOTS:
         QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArray("another"));
         reopenWithToken(application, {{}, QStringLiteral("token")});
         QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+    }
+
+    void theLogSaysWhichTokensAStartHasButHoldsNone()
+    {
+        Desktop desktop;
+        Application application(desktop.environment());
+        QLoggingCategory::setFilterRules(QStringLiteral("tunedeck.window=true"));
+        const auto off = qScopeGuard([] { QLoggingCategory::setFilterRules(QString()); });
+        QTest::ignoreMessage(QtDebugMsg, "activate: no startup id, a token");
+        activateWithToken(application, {{}, QStringLiteral("token")});
+        QTest::ignoreMessage(QtDebugMsg, "activate: a startup id, no token");
+        activateWithToken(application, {QStringLiteral("id"), {}});
     }
 
     void theDrawerShowsThePlayersModes()
