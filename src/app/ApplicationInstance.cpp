@@ -2,7 +2,7 @@
 #include "app/ApplicationInstance.h"
 
 #include "platform/BundleInfo.h"
-#include "platform/logging.h"
+#include "platform/windowLog.h"
 
 #include <QCoreApplication>
 #include <QDBusMessage>

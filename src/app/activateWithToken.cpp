@@ -3,7 +3,7 @@
 
 #include "app/Application.h"
 #include "platform/ActivationToken.h"
-#include "platform/logging.h"
+#include "platform/windowLog.h"
 #include "platform/windowSystem.h"
 #include "window/WindowController.h"
 #include "x11/activateOnX11.h"

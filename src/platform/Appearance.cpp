@@ -2,7 +2,7 @@
 #include "platform/Appearance.h"
 
 #include "platform/UserDefaults.h"
-#include "platform/logging.h"
+#include "platform/windowLog.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>

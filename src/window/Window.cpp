@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "window/Window.h"
 
-#include "platform/logging.h"
+#include "platform/windowLog.h"
 #include "widgets/bringToFront.h"
 #include "widgets/canBeSeen.h"
 #include "window/WindowController.h"

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "platform/logging.h"
+#include "platform/windowLog.h"
 #include "support/registerTest.h"
 
 #include <QTest>
 
 namespace tunedeck {
 
-class loggingTest : public QObject {
+class windowLogTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -31,5 +31,5 @@ private Q_SLOTS:
 
 } // namespace tunedeck
 
-TUNEDECK_TEST(tunedeck::loggingTest, QCoreApplication)
-#include "loggingTest.moc"
+TUNEDECK_TEST(tunedeck::windowLogTest, QCoreApplication)
+#include "windowLogTest.moc"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/logging.h"
+#include "platform/windowLog.h"
 
 namespace tunedeck {
 
