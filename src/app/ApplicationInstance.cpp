@@ -2,6 +2,7 @@
 #include "app/ApplicationInstance.h"
 
 #include "platform/BundleInfo.h"
+#include "platform/shortened.h"
 #include "platform/windowLog.h"
 
 #include <QCoreApplication>

@@ -2,6 +2,7 @@
 #include "platform/Appearance.h"
 
 #include "platform/UserDefaults.h"
+#include "platform/shortened.h"
 #include "platform/windowLog.h"
 
 #include <QDBusArgument>

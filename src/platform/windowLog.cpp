@@ -3,12 +3,6 @@
 
 namespace tunedeck {
 
-Q_LOGGING_CATEGORY(windowLog, "tunedeck.window", QtInfoMsg)
-
-QString shortened(const QString &text)
-{
-    constexpr qsizetype longest = 200;
-    return text.size() <= longest ? text : text.first(longest - 1) + u'…';
-}
+Q_LOGGING_CATEGORY(windowLog, "tunedeck.window", QtWarningMsg)
 
 } // namespace tunedeck

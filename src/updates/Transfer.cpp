@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "updates/Transfer.h"
 
-#include "platform/windowLog.h"
+#include "platform/shortened.h"
 #include "updates/inBackground.h"
 #include "updates/updatesLog.h"
 

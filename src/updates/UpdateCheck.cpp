@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "updates/UpdateCheck.h"
 
-#include "platform/windowLog.h"
+#include "platform/shortened.h"
 #include "updates/inBackground.h"
 #include "updates/updatesLog.h"
 

@@ -18,15 +18,6 @@ private Q_SLOTS:
         QLoggingCategory::setFilterRules(QString());
         QVERIFY(!windowLog().isDebugEnabled());
     }
-
-    void aLineHoldsTwoHundredCharactersOfATextAtMost()
-    {
-        const QString longest(200, u'x');
-        QCOMPARE(shortened(QString()), QString());
-        QCOMPARE(shortened(longest), longest);
-        QCOMPARE(shortened(longest + u'y'), QString(199, u'x') + u'…');
-        QCOMPARE(shortened(QString(1'000'000, u'x')).size(), 200);
-    }
 };
 
 } // namespace tunedeck

@@ -2,7 +2,7 @@
 #include "music/mpris/bus/playersLog.h"
 
 #include "music/mpris/bus/BusValue.h"
-#include "platform/windowLog.h"
+#include "platform/shortened.h"
 
 namespace tunedeck {
 
