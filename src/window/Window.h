@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "window/WindowDrag.h"
+#include "widgets/WindowDrag.h"
 #include "window/WindowShadow.h"
 
 #include <QMargins>

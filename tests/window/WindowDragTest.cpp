@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "window/WindowDrag.h"
+#include "widgets/WindowDrag.h"
 
 #include "support/Desktop.h"
 #include "support/TimedStyle.h"

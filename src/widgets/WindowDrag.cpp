@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "window/WindowDrag.h"
+#include "widgets/WindowDrag.h"
 
 #include <QApplication>
 #include <QWidget>
