@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "drawer/PlaylistWindow.h"
 
-#include <QApplication>
 #include <QMouseEvent>
-#include <QScreen>
 #include <QWindow>
 
 namespace tunedeck {
@@ -23,38 +21,20 @@ void PlaylistWindow::invalidateShadow()
 
 void PlaylistWindow::mousePressEvent(QMouseEvent *event)
 {
-    m_followsPointer = false;
-    m_pressPosition.reset();
+    m_drag.end();
     if (event->button() == Qt::LeftButton) {
-        m_pressPosition = event->position().toPoint();
+        m_drag.pressBackground(event->position().toPoint());
     }
 }
 
 void PlaylistWindow::mouseMoveEvent(QMouseEvent *event)
 {
-    if (!m_pressPosition) {
-        return;
-    }
-    if (m_followsPointer) {
-        move(event->globalPosition().toPoint() - *m_pressPosition);
-        return;
-    }
-    const QPoint position = event->position().toPoint();
-    if ((position - *m_pressPosition).manhattanLength() < QApplication::startDragDistance()) {
-        return;
-    }
-    if (windowHandle()->startSystemMove()) {
-        m_pressPosition.reset();
-        return;
-    }
-    m_followsPointer = true;
-    move(event->globalPosition().toPoint() - *m_pressPosition);
+    m_drag.move(event->position().toPoint(), event->globalPosition().toPoint());
 }
 
 void PlaylistWindow::mouseReleaseEvent(QMouseEvent *)
 {
-    m_pressPosition.reset();
-    m_followsPointer = false;
+    m_drag.end();
 }
 
 } // namespace tunedeck

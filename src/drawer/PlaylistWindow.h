@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QPoint>
-#include <QWidget>
+#include "widgets/WindowDrag.h"
 
-#include <optional>
+#include <QWidget>
 
 namespace tunedeck {
 
@@ -25,9 +24,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
-    std::optional<QPoint> m_pressPosition;
-    /// While it is dragged where no window manager does it.
-    bool m_followsPointer = false;
+    WindowDrag m_drag{*this};
 };
 
 } // namespace tunedeck

@@ -42,6 +42,11 @@ void WindowDrag::press(QPoint position, const QRect &content)
     m_press = {position, edgesAt(position, content)};
 }
 
+void WindowDrag::pressBackground(QPoint position)
+{
+    m_press = {position, {}};
+}
+
 void WindowDrag::move(QPoint position, QPoint pointer)
 {
     if (m_ownDrag) {

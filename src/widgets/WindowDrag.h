@@ -11,7 +11,8 @@ class QWidget;
 
 namespace tunedeck {
 
-/// Drags of a frameless window with the mouse: its background moves it, its left and right edges resize it in width.
+/// Drags of a frameless window with the mouse: its background moves it, and its left and right edges can resize
+/// it in width.
 /// The window manager carries a drag out where it supports that; elsewhere the window follows the pointer by itself,
 /// within its minimum and maximum width.
 ///
@@ -28,6 +29,8 @@ public:
     void showCursor(QPoint position, const QRect &content);
     /// The left button goes down. A drag begins once the pointer has moved by Qt's start distance.
     void press(QPoint position, const QRect &content);
+    /// Like press(), for a window that no edge resizes.
+    void pressBackground(QPoint position);
     /// The pointer moves while the button is down. `pointer` is its position on the screen.
     void move(QPoint position, QPoint pointer);
     void end();

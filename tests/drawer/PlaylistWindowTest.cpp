@@ -70,6 +70,17 @@ private Q_SLOTS:
         QCOMPARE(window.geometry(), QRect(130, 220, 300, 64));
     }
 
+    void aDragOfItsEdgeMovesItToo()
+    {
+        PlaylistWindow window;
+        window.setGeometry(100, 200, 300, 64);
+        window.show();
+        QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, QPoint(1, 30));
+        QTest::mouseMove(window.windowHandle(), QPoint(41, 50));
+        QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, QPoint(1, 30));
+        QCOMPARE(window.geometry(), QRect(140, 220, 300, 64));
+    }
+
     void anotherButtonMovesNothing()
     {
         PlaylistWindow window;
