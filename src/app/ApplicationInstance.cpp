@@ -34,7 +34,7 @@ ApplicationInstance::ApplicationInstance(const QDBusConnection &bus, QObject *pa
     registerObject();
     m_isFirst = !m_bus.isConnected() || m_bus.registerService(applicationId.toString());
     // A second start must not reach a program that is about to end.
-    connect(qApp, &QCoreApplication::aboutToQuit, this,
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
         [this] { callBus(QStringLiteral("ReleaseName"), {applicationId.toString()}); });
 }
 

@@ -68,7 +68,7 @@ void SessionBus::tryToConnect()
     QThread *thread = QThread::create([bus = QPointer(this), address = m_address] {
         const QDBusConnection connection = connectTo(address);
         QMetaObject::invokeMethod(
-            qApp,
+            QCoreApplication::instance(),
             [bus, connection] {
                 if (bus) {
                     bus->setConnection(connection);

@@ -6,6 +6,7 @@
 #include "support/registerTest.h"
 
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -326,5 +327,5 @@ private Q_SLOTS:
     }
 };
 
-TUNEDECK_TEST(MusicConnectorPlaylistsTest, QCoreApplication)
+TUNEDECK_TEST(MusicConnectorPlaylistsTest, QGuiApplication)
 #include "MusicConnectorPlaylistsTest.moc"
