@@ -62,13 +62,15 @@ if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
         file(CONFIGURE OUTPUT ${source} CONTENT "// Headers alone.\n")
         add_library(tunedeck_precompiled_for_${way} OBJECT ${source})
         target_link_libraries(tunedeck_precompiled_for_${way} PRIVATE
-            tunedeck_options Qt6::Widgets Qt6::DBus Qt6::Network Qt6::Svg)
+            tunedeck_options Qt6::Widgets Qt6::DBus)
+        # Macros alone: a folder that uses these two must link them itself, as in a release.
+        target_compile_definitions(tunedeck_precompiled_for_${way} PRIVATE QT_NETWORK_LIB QT_SVG_LIB)
         target_precompile_headers(tunedeck_precompiled_for_${way} PRIVATE
             <QAction> <QApplication> <QDBusConnection> <QDBusMessage> <QDBusPendingCallWatcher> <QDir> <QHash> <QLabel>
             <QMenu> <QPainter> <QPainterPath> <QPointer> <QProcess> <QRegularExpression> <QTimer> <QUrl> <QVariantMap>
             <QWidget> <QWindow> <algorithm> <array> <chrono> <cmath> <functional> <memory> <optional> <vector>)
     endforeach()
-    target_link_libraries(tunedeck_precompiled_for_tests PRIVATE Qt6::Test)
+    target_link_libraries(tunedeck_precompiled_for_tests PRIVATE Qt6::Network Qt6::Test)
     target_precompile_headers(tunedeck_precompiled_for_tests PRIVATE <QSignalSpy> <QTemporaryDir> <QTest>)
     target_compile_options(tunedeck_precompiled_for_tests PRIVATE -O0)
 endif()
