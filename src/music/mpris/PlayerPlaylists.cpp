@@ -49,7 +49,7 @@ bool opensPlaylistFiles(const QVariantMap &properties)
         && std::ranges::any_of(types, [](const QString &type) { return playlistTypes.contains(type.toLower()); });
 }
 
-/// Whether an error means that there is no answer.
+/// Whether an error says only that the player did not answer.
 bool isSilence(const QDBusError &error)
 {
     return bus::isUnanswered(error) || error.type() == QDBusError::Disconnected

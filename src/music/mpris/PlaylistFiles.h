@@ -14,8 +14,7 @@ namespace tunedeck {
 
 inline constexpr qsizetype maximumPlaylistFiles = 10'000;
 
-/// The folder in which the user keeps music. Empty if the desktop names the home folder, which means that there is no
-/// such folder.
+/// The folder in which the user keeps music. Empty if the user has none: the desktop names the home folder then.
 [[nodiscard]] QString musicFolder();
 
 /// The readable playlist files (.m3u, .m3u8, .pls, .xspf) in `folder` and below it, sorted by name. Files of the same
