@@ -68,6 +68,8 @@ public:
     /// One of SongRepeat.
     [[nodiscard]] virtual std::optional<FourCharCode> songRepeat() const = 0;
     virtual bool setSongRepeat(FourCharCode repeat) = 0;
+    /// Music's answer to setting `control`, as far as Music has shown it; taken while Music does not run.
+    [[nodiscard]] virtual ControlAnswer answerTo(MusicControl /*control*/) const { return ControlAnswer::taken; }
 
     virtual bool playpause() = 0;
     virtual bool nextTrack() = 0;
@@ -104,6 +106,8 @@ Q_SIGNALS:
     void playerInfo(const QVariantMap &userInfo);
     /// Position, volume, shuffle or repeat changed without the track or the state.
     void playbackSettingsDidChange();
+    /// answerTo() changed for a control. A launch or a change of player is announced by didLaunch() alone.
+    void controlsDidChange();
     void didLaunch();
     void didTerminate();
     void respondingDidChange(bool isResponding);

@@ -77,4 +77,14 @@ enum class PlaylistSource {
 
 enum class RepeatMode { off = 0, one = 1, all = 2 };
 
+/// A state of Music that the user can set.
+enum class MusicControl { position, volume, shuffle, repeat };
+
+/// Whether Music takes what the user sets.
+enum class ControlAnswer {
+    taken, ///< it does, or nothing shows yet that it does not
+    missing, ///< Music has no such state, or cannot set it in the current track
+    ignored ///< Music reports such a state, and keeps it when another is set
+};
+
 } // namespace tunedeck

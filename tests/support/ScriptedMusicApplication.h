@@ -3,6 +3,7 @@
 
 #include "music/MusicApplication.h"
 
+#include <QMap>
 #include <QSet>
 #include <QStringList>
 
@@ -61,6 +62,13 @@ public:
         const std::lock_guard lock(m_mutex);
         m_backgroundAnswers = backgroundAnswers;
     }
+    /// At first every control is taken.
+    void answerControl(MusicControl control, ControlAnswer answer)
+    {
+        m_controls.insert(control, answer);
+        Q_EMIT controlsDidChange();
+    }
+
     /// Lets the next background reads wait until releaseBackground(), but no longer than a real Music's deadline.
     void holdBackground()
     {
@@ -134,6 +142,10 @@ public:
         return answered(QStringLiteral("songRepeat"), answers.songRepeat);
     }
     bool setSongRepeat(FourCharCode repeat) override { return sent(QStringLiteral("setSongRepeat"), textOf(repeat)); }
+    [[nodiscard]] ControlAnswer answerTo(MusicControl control) const override
+    {
+        return m_isRunning ? m_controls.value(control, ControlAnswer::taken) : ControlAnswer::taken;
+    }
 
     bool playpause() override { return sent(QStringLiteral("playpause")); }
     bool nextTrack() override { return sent(QStringLiteral("nextTrack")); }
@@ -221,6 +233,7 @@ private:
     }
 
     std::atomic<bool> m_isRunning = true;
+    QMap<MusicControl, ControlAnswer> m_controls;
     QStringList m_commands;
     mutable QStringList m_calls;
 
