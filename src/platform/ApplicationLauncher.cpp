@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/ApplicationLauncher.h"
 
+#include "platform/desktopEntry.h"
+
 #include <QDeadlineTimer>
 #include <QThread>
-
-#include <gio/gdesktopappinfo.h>
 
 #include <chrono>
 #include <future>
@@ -23,21 +23,10 @@ struct Unref {
 };
 using Application = std::unique_ptr<GAppInfo, Unref>;
 
-QString withoutSuffix(const QString &desktopEntry)
+Application findEntry(const QString &identifier)
 {
-    const QString suffix = QStringLiteral(".desktop");
-    return desktopEntry.endsWith(suffix) ? desktopEntry.chopped(suffix.size()) : desktopEntry;
-}
-
-Application findEntry(const QString &desktopEntry)
-{
-    // The identifier comes from a player, and GIO reads one with a slash as the path of any file.
-    if (desktopEntry.isEmpty() || desktopEntry.contains(u'/')) {
-        return nullptr;
-    }
-    const QByteArray identifier = (withoutSuffix(desktopEntry) + QStringLiteral(".desktop")).toUtf8();
-    GDesktopAppInfo *entry = g_desktop_app_info_new(identifier.constData());
-    return Application(entry ? G_APP_INFO(entry) : nullptr);
+    DesktopEntry entry = findDesktopEntry(identifier);
+    return Application(entry ? G_APP_INFO(entry.release()) : nullptr);
 }
 
 Application findDefault(const QString &contentType)
@@ -54,7 +43,7 @@ QString launchApplication(const Application &application)
     if (!application || !g_app_info_launch(application.get(), nullptr, nullptr, nullptr)) {
         return {};
     }
-    return withoutSuffix(QString::fromUtf8(g_app_info_get_id(application.get())));
+    return withoutDesktopSuffix(QString::fromUtf8(g_app_info_get_id(application.get())));
 }
 
 QString launchFirst(const QStringList &desktopEntries, const QString &contentType)

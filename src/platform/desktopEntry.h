@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <gio/gdesktopappinfo.h>
+
+#include <memory>
+
+namespace tunedeck {
+
+struct UnrefDesktopEntry {
+    void operator()(GDesktopAppInfo *entry) const { g_object_unref(entry); }
+};
+/// A desktop entry that GIO has read. Null if there is none.
+using DesktopEntry = std::unique_ptr<GDesktopAppInfo, UnrefDesktopEntry>;
+
+/// The installed desktop entry with this identifier, such as "vlc", with or without ".desktop". Null for an identifier
+/// with a slash. Reads files, so call it on a worker thread.
+[[nodiscard]] DesktopEntry findDesktopEntry(const QString &identifier);
+
+/// `identifier` without ".desktop" at its end.
+[[nodiscard]] QString withoutDesktopSuffix(const QString &identifier);
+
+} // namespace tunedeck
