@@ -147,7 +147,7 @@ std::optional<double> MprisMusicApplication::playerPosition() const
 
 bool MprisMusicApplication::setPlayerPosition(double seconds)
 {
-    return player() && player()->setPosition(seconds);
+    return player() && player()->commands().setPosition(seconds);
 }
 
 std::optional<int> MprisMusicApplication::soundVolume() const
@@ -163,7 +163,7 @@ bool MprisMusicApplication::setSoundVolume(qint64 volume)
     }
     // A little above the step, because cmus, mpDris2 and Clementine cut the rest off. 0 must stay silent.
     const double step = double(std::clamp<qint64>(volume, 0, 100));
-    return player()->setVolume(step > 0 ? std::min(1.0, (step + 0.4) / 100) : 0);
+    return player()->commands().setVolume(step > 0 ? std::min(1.0, (step + 0.4) / 100) : 0);
 }
 
 std::optional<bool> MprisMusicApplication::shuffleEnabled() const
@@ -173,7 +173,7 @@ std::optional<bool> MprisMusicApplication::shuffleEnabled() const
 
 bool MprisMusicApplication::setShuffleEnabled(bool enabled)
 {
-    return shuffleEnabled() && player()->setShuffle(enabled);
+    return shuffleEnabled() && player()->commands().setShuffle(enabled);
 }
 
 std::optional<FourCharCode> MprisMusicApplication::songRepeat() const
@@ -185,12 +185,12 @@ std::optional<FourCharCode> MprisMusicApplication::songRepeat() const
 bool MprisMusicApplication::setSongRepeat(FourCharCode repeat)
 {
     const std::optional<LoopStatus> status = loopStatus(repeat);
-    return status && songRepeat() && player()->setLoopStatus(*status);
+    return status && songRepeat() && player()->commands().setLoopStatus(*status);
 }
 
 bool MprisMusicApplication::playpause()
 {
-    if (!player() || !player()->askForPlayPause()) {
+    if (!player() || !player()->commands().askForPlayPause()) {
         return false;
     }
     ++m_playPauses;
@@ -200,7 +200,7 @@ bool MprisMusicApplication::playpause()
 
 bool MprisMusicApplication::nextTrack()
 {
-    return player() && player()->next();
+    return player() && player()->commands().next();
 }
 
 bool MprisMusicApplication::backTrack()
@@ -208,10 +208,10 @@ bool MprisMusicApplication::backTrack()
     if (!player()) {
         return false;
     }
-    if (playerPosition().value_or(0) > startOfTrack && player()->setPosition(0)) {
+    if (playerPosition().value_or(0) > startOfTrack && player()->commands().setPosition(0)) {
         return true;
     }
-    return player()->previous() || player()->setPosition(0);
+    return player()->commands().previous() || player()->commands().setPosition(0);
 }
 
 bool MprisMusicApplication::fastForward()
@@ -360,9 +360,9 @@ void MprisMusicApplication::finishPlayPauses()
     }
     // Two leave Music as it was. Sent to the player they would be heard, and need not cancel out.
     if (count % 2 == 0) {
-        player()->dropPlayPause();
+        player()->commands().dropPlayPause();
     } else {
-        player()->sendPlayPause();
+        player()->commands().sendPlayPause();
     }
     m_postsPlayerInfo = true;
 }
@@ -383,7 +383,7 @@ bool MprisMusicApplication::startSeek(SeekRamp::Direction direction)
 
 void MprisMusicApplication::seekOn()
 {
-    player()->setPosition(m_seek->advance());
+    player()->commands().setPosition(m_seek->advance());
 }
 
 void MprisMusicApplication::endSeek()

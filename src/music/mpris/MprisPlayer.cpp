@@ -5,11 +5,7 @@
 #include "music/mpris/bus/MprisNames.h"
 #include "music/mpris/bus/playersLog.h"
 
-#include <QDBusObjectPath>
-#include <QRegularExpression>
-
 #include <algorithm>
-#include <cmath>
 
 namespace tunedeck {
 
@@ -22,9 +18,6 @@ using ReadPurpose = PlayerMirror::ReadPurpose;
 constexpr Milliseconds longestDeadline{8'000};
 /// Changes come in bursts, one signal for each property.
 constexpr Milliseconds burst{40};
-/// Elisa, Chromium, Celluloid and mpv carry a command out up to 170 ms after they have answered it.
-constexpr Milliseconds effect{200};
-constexpr Milliseconds volumeEffect{300};
 constexpr Milliseconds movementOfStopped{400};
 constexpr Milliseconds sampling{2'000};
 constexpr Milliseconds samplingWhereSeeksAreAnnounced{10'000};
@@ -34,7 +27,6 @@ constexpr Milliseconds underWay{1'600};
 constexpr Milliseconds patienceWithRefusal{500};
 constexpr int maximumRefusals = 5;
 constexpr qsizetype maximumInbox = 32;
-constexpr double microsecondsPerSecond = 1e6;
 
 /// The desktop entry in a player's root properties; empty if it cannot be the name of a file.
 QString decodeDesktopEntry(const QVariantMap &properties)
@@ -42,41 +34,6 @@ QString decodeDesktopEntry(const QVariantMap &properties)
     constexpr qsizetype longestFileName = 255;
     const QString entry = bus::text(properties.value(QStringLiteral("DesktopEntry"))).value_or(QString());
     return entry.contains(u'/') || entry.size() > longestFileName ? QString() : entry;
-}
-
-/// The path that a seek must name. Rhythmbox and Strawberry send the track id as a text, Totem sends none.
-QDBusObjectPath trackPath(const QString &trackId)
-{
-    static const QRegularExpression path(QStringLiteral("^(/[A-Za-z0-9_]+)+$"));
-    return QDBusObjectPath(path.match(trackId).hasMatch() ? trackId : QStringLiteral("/"));
-}
-
-QString loopText(LoopStatus status)
-{
-    switch (status) {
-    case LoopStatus::None:
-        return QStringLiteral("None");
-    case LoopStatus::Track:
-        return QStringLiteral("Track");
-    case LoopStatus::Playlist:
-        return QStringLiteral("Playlist");
-    }
-    return {};
-}
-
-QString methodOf(MprisPlayer::Command command)
-{
-    switch (command) {
-    case MprisPlayer::Command::PlayPause:
-        return QStringLiteral("PlayPause");
-    case MprisPlayer::Command::Stop:
-        return QStringLiteral("Stop");
-    case MprisPlayer::Command::Next:
-        return QStringLiteral("Next");
-    case MprisPlayer::Command::Previous:
-        return QStringLiteral("Previous");
-    }
-    return {};
 }
 
 } // namespace
@@ -114,6 +71,9 @@ MprisPlayer::MprisPlayer(const QDBusConnection &connection, const QString &owner
     connect(&m_sampleUnderWay, &QTimer::timeout, this, &MprisPlayer::samplePosition);
 
     connect(&m_calls, &PlayerCalls::respondingChanged, this, &MprisPlayer::handleRespondingChanged);
+    connect(&m_commands, &PlayerCommands::mirrorChanged, this, &MprisPlayer::apply);
+    connect(&m_commands, &PlayerCommands::positionSent, this, [this] { m_sampleUnderWay.start(); });
+    connect(&m_commands, &PlayerCommands::effectExpected, this, &MprisPlayer::readAfter);
 
     subscribe(connection);
     askForProcessId(connection);
@@ -140,88 +100,6 @@ void MprisPlayer::refresh()
 {
     m_mirror.trustNextSample();
     read(ReadPurpose::Everything);
-}
-
-bool MprisPlayer::askForPlayPause()
-{
-    if (!takesCommands() || m_unanswered.testAnyFlags(Command::PlayPause | Command::Stop)) {
-        return false;
-    }
-    const bool isPlaying = m_mirror.status() == PlaybackStatus::Playing;
-    m_toggle = isPlaying && !m_mirror.canPause() ? Command::Stop : Command::PlayPause;
-    const PlaybackStatus idle = m_toggle == Command::Stop ? PlaybackStatus::Stopped : PlaybackStatus::Paused;
-    apply(m_mirror.askedForStatus(isPlaying ? idle : PlaybackStatus::Playing, now()));
-    return true;
-}
-
-void MprisPlayer::sendPlayPause()
-{
-    send(m_toggle, [this](const QDBusMessage &reply) {
-        if (bus::isError(reply)) {
-            apply(m_mirror.commandFailed(now()));
-        } else {
-            m_mirror.commandAnswered(now());
-            scheduleSettling();
-        }
-    });
-}
-
-void MprisPlayer::dropPlayPause()
-{
-    apply(m_mirror.commandFailed(now()));
-}
-
-bool MprisPlayer::next()
-{
-    return takesCommands() && m_mirror.canGoNext() && sendOnce(Command::Next);
-}
-
-bool MprisPlayer::previous()
-{
-    return takesCommands() && m_mirror.canGoPrevious() && sendOnce(Command::Previous);
-}
-
-bool MprisPlayer::setPosition(double seconds)
-{
-    if (!takesCommands() || !m_mirror.canSeek() || !std::isfinite(seconds)) {
-        return false;
-    }
-    // mpv, VLC and most others skip to the next track beyond the end, Rhythmbox also below 0.
-    const double latest = std::max(0.0, m_mirror.track().length.value_or(1e9) - 1);
-    const double target = std::clamp(seconds, 0.0, latest);
-    m_wantedPosition.want(target);
-    apply(m_mirror.askedForPosition(target, now()));
-    return true;
-}
-
-bool MprisPlayer::setVolume(double volume)
-{
-    if (!takesCommands() || !m_mirror.volume()) {
-        return false;
-    }
-    m_wantedVolume.want(volume);
-    apply(m_mirror.askedForVolume(volume, now()));
-    return true;
-}
-
-bool MprisPlayer::setShuffle(bool enabled)
-{
-    if (!takesCommands()) {
-        return false;
-    }
-    m_calls.setProperty(QStringLiteral("Shuffle"), enabled,
-        [this](const QDBusMessage &) { readAfter(effect, ReadPurpose::Everything); });
-    return true;
-}
-
-bool MprisPlayer::setLoopStatus(LoopStatus status)
-{
-    if (!takesCommands()) {
-        return false;
-    }
-    m_calls.setProperty(QStringLiteral("LoopStatus"), loopText(status),
-        [this](const QDBusMessage &) { readAfter(effect, ReadPurpose::Everything); });
-    return true;
 }
 
 // Reports of the player
@@ -421,62 +299,10 @@ void MprisPlayer::handleSeeked(const QDBusMessage &signal)
     updateSampling();
 }
 
-// Calls to the player
-
-bool MprisPlayer::sendOnce(Command command)
-{
-    if (m_unanswered.testFlag(command)) {
-        return false;
-    }
-    send(command, [](const QDBusMessage &) {});
-    return true;
-}
-
-void MprisPlayer::send(Command command, const bus::ReplyHandler &handler)
-{
-    m_unanswered.setFlag(command);
-    m_calls.ask(mpris::playerInterface, methodOf(command), {}, [this, command, handler](const QDBusMessage &reply) {
-        m_unanswered.setFlag(command, false);
-        handler(reply);
-        readAfter(effect, ReadPurpose::AllButModes);
-    });
-}
-
-void MprisPlayer::sendPosition(double seconds)
-{
-    m_sampleUnderWay.start();
-    const QVariant path = QVariant::fromValue(trackPath(m_mirror.reportedTrackId()));
-    const QVariant microseconds = qlonglong(std::llround(seconds * microsecondsPerSecond));
-    m_calls.ask(mpris::playerInterface, QStringLiteral("SetPosition"), {path, microseconds},
-        [this](const QDBusMessage &) { m_wantedPosition.answered(); });
-}
-
-void MprisPlayer::sendVolume(double volume)
-{
-    m_calls.setProperty(QStringLiteral("Volume"), volume, [this](const QDBusMessage &) {
-        if (!isResponding()) {
-            m_wantedVolume.forget();
-        }
-        if (m_wantedVolume.answered()) {
-            return;
-        }
-        m_mirror.volumeAnswered(now());
-        scheduleSettling();
-        readAfter(volumeEffect, ReadPurpose::AllButModes);
-    });
-}
-
-bool MprisPlayer::takesCommands() const
-{
-    return isAttached() && isResponding() && m_mirror.canControl();
-}
-
 void MprisPlayer::handleRespondingChanged(bool responding)
 {
     if (responding) {
         m_readDeadline = bus::deadline;
-    } else {
-        m_wantedPosition.forget();
     }
     m_mirror.setResponding(responding, now());
     read(ReadPurpose::Everything);

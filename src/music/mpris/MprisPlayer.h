@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "music/mpris/LatestWanted.h"
 #include "music/mpris/PlayerCalls.h"
+#include "music/mpris/PlayerCommands.h"
 #include "music/mpris/PlayerMirror.h"
 #include "music/mpris/PropertyTypes.h"
 
@@ -15,16 +15,13 @@
 
 namespace tunedeck {
 
-/// One player on the bus: keeps its mirror up to date and sends it commands. Nothing waits for the player. A player
-/// that is not responding (see PlayerCalls) gets no commands, as it would carry them out late.
+/// One player on the bus: keeps its mirror up to date. Nothing waits for the player.
 class MprisPlayer : public QObject {
     Q_OBJECT
 
 public:
     /// Whether the player was on the bus before the program looked, or came afterwards.
     enum class Arrival { WasThere, JustCame };
-    enum class Command { PlayPause = 1, Stop = 2, Next = 4, Previous = 8 };
-    Q_DECLARE_FLAGS(Commands, Command)
 
     /// `owner` is the player's unique name on the bus; `name` is its well-known name without "org.mpris.MediaPlayer2.".
     /// All properties are read at once.
@@ -45,30 +42,13 @@ public:
     [[nodiscard]] bool hasBeenAsked() const { return m_attachment != Attachment::Unasked; }
     [[nodiscard]] bool isResponding() const { return m_calls.isResponding(); }
     [[nodiscard]] const PlayerMirror &mirror() const { return m_mirror; }
+    /// Do not use them before isAttached() is true.
+    [[nodiscard]] PlayerCommands &commands() { return m_commands; }
 
     /// Whether its position is read from time to time while it plays. At first it is not.
     void setSampled(bool isSampled);
     /// Reads everything from the player again.
     void refresh();
-
-    /// @name Commands
-    /// Each returns whether it was, or will be, sent. One of a kind is under way at a time: the last of the seeks and
-    /// of the volumes wanted meanwhile follows its answer, other commands are dropped.
-    /// @{
-    /// Toggles between playing and pausing; stops a player that cannot pause. The mirror shows the effect at once. The
-    /// command is sent by sendPlayPause() or taken back by dropPlayPause().
-    bool askForPlayPause();
-    void sendPlayPause();
-    void dropPlayPause();
-    bool next();
-    bool previous();
-    /// `seconds` is clamped to 0 and a second before the end, as players skip the track beyond either.
-    bool setPosition(double seconds);
-    /// 0 to 1.
-    bool setVolume(double volume);
-    bool setShuffle(bool enabled);
-    bool setLoopStatus(LoopStatus status);
-    /// @}
 
 Q_SIGNALS:
     /// hasBeenAsked() is true from now on.
@@ -103,13 +83,7 @@ private:
     void handlePropertiesChanged(const QDBusMessage &signal);
     void handleSeeked(const QDBusMessage &signal);
 
-    bool sendOnce(Command command);
-    void send(Command command, const bus::ReplyHandler &handler);
-    void sendPosition(double seconds);
-    void sendVolume(double volume);
-
     [[nodiscard]] Instant now() const { return m_clock(); }
-    [[nodiscard]] bool takesCommands() const;
     void handleRespondingChanged(bool responding);
     void apply(PlayerMirror::Changes changes);
     void scheduleSettling();
@@ -124,6 +98,7 @@ private:
     QString m_desktopEntry;
 
     PlayerMirror m_mirror;
+    PlayerCommands m_commands{m_calls, m_mirror, m_clock};
     Attachment m_attachment = Attachment::Unasked;
     bool m_isSampled = false;
     bool m_announcesSeeks = false;
@@ -134,17 +109,10 @@ private:
     Milliseconds m_readDeadline;
     int m_refusals = 0;
 
-    Commands m_unanswered;
-    Command m_toggle = Command::PlayPause; ///< the command that sendPlayPause() sends
-    LatestWanted m_wantedPosition{[this](double seconds) { sendPosition(seconds); }};
-    LatestWanted m_wantedVolume{[this](double volume) { sendVolume(volume); }};
-
     QTimer m_readSoon{this};
     QTimer m_settle{this};
     QTimer m_sample{this};
     QTimer m_sampleUnderWay{this};
 };
-
-Q_DECLARE_OPERATORS_FOR_FLAGS(MprisPlayer::Commands)
 
 } // namespace tunedeck
