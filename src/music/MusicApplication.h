@@ -11,6 +11,8 @@
 
 namespace tunedeck {
 
+struct ActivationToken;
+
 /// A playlist of Music. A field that Music does not answer is none.
 struct MusicPlaylist {
     std::optional<qint64> id = {};
@@ -52,6 +54,14 @@ public:
     /// Whether the display is visible; at first it is. While it is not, a state that Music does not announce may be
     /// old.
     virtual void setWatched(bool isWatched) = 0;
+
+    /// The player's name for people: plain text of one line and at most 60 characters. Empty while Music does not run.
+    [[nodiscard]] virtual QString playerName() const { return {}; }
+    /// Whether Music answers showPlayer().
+    [[nodiscard]] virtual bool canShowPlayer() const { return false; }
+    /// Brings the player's own window to the front. The player takes the keyboard focus with `token`, which may be
+    /// empty. A player that runs without a window opens one.
+    virtual bool showPlayer(const ActivationToken & /*token*/) { return false; }
 
     /// One of PlayerState, or another code, which counts as playing. Always has a value while Music runs.
     [[nodiscard]] virtual std::optional<FourCharCode> playerState() const = 0;
@@ -111,6 +121,8 @@ Q_SIGNALS:
     void didLaunch();
     void didTerminate();
     void respondingDidChange(bool isResponding);
+    /// playerName() or canShowPlayer() may have changed, also by a launch, a change of player or Music's end.
+    void playerDidChange();
 };
 
 } // namespace tunedeck

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "music/MusicApplication.h"
+#include "platform/ActivationToken.h"
 
 #include <QMap>
 #include <QSet>
@@ -50,11 +51,20 @@ public:
     {
         m_isRunning = true;
         Q_EMIT didLaunch();
+        Q_EMIT playerDidChange();
     }
     void quit()
     {
         m_isRunning = false;
         Q_EMIT didTerminate();
+        Q_EMIT playerDidChange();
+    }
+    /// At first the player has no name, and no window that it could show.
+    void setPlayer(const QString &name, bool hasWindow)
+    {
+        m_playerName = name;
+        m_hasWindow = hasWindow;
+        Q_EMIT playerDidChange();
     }
 
     void answerInBackground(const BackgroundAnswers &backgroundAnswers)
@@ -104,6 +114,15 @@ public:
     [[nodiscard]] bool isRunning() const override { return m_isRunning; }
     void setWatched(bool watched) override { isWatched = watched; }
     bool activate() override { return isAnswered(QStringLiteral("activate")) && recorded(QStringLiteral("activate")); }
+
+    [[nodiscard]] QString playerName() const override { return m_isRunning ? m_playerName : QString(); }
+    [[nodiscard]] bool canShowPlayer() const override { return m_isRunning && m_hasWindow; }
+    bool showPlayer(const ActivationToken &token) override
+    {
+        const QString text = token.x11StartupId + token.waylandToken;
+        return m_hasWindow
+            && (text.isEmpty() ? sent(QStringLiteral("showPlayer")) : sent(QStringLiteral("showPlayer"), text));
+    }
 
     [[nodiscard]] std::optional<FourCharCode> playerState() const override
     {
@@ -233,6 +252,8 @@ private:
     }
 
     std::atomic<bool> m_isRunning = true;
+    QString m_playerName;
+    bool m_hasWindow = false;
     QMap<MusicControl, ControlAnswer> m_controls;
     QStringList m_commands;
     mutable QStringList m_calls;
