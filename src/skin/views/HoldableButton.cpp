@@ -97,6 +97,8 @@ void HoldableButton::endPress()
     m_timer.stop();
     setIntentionallyHeld(false);
     setDown(false);
+    // A click() has cleared isDown() by now, without a repaint.
+    update();
 }
 
 /// A button that is disabled or hidden while it is pressed gets no release.

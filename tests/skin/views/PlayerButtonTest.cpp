@@ -9,7 +9,10 @@
 
 #include <QApplication>
 #include <QGuiApplication>
+#include <QImage>
+#include <QPixmap>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWindow>
@@ -29,6 +32,15 @@ protected:
 
 /// The colour of a pressed face, above its glare.
 constexpr QPointF upperFace(17.5, 30.5);
+
+/// The button as last painted. A picture that the test asks for would hide that no one painted it.
+QImage seenFace(const QWidget &button)
+{
+    const QRect place(button.mapTo(button.window(), QPoint()), button.size());
+    const QPixmap screen =
+        button.screen()->grabWindow(button.window()->winId(), place.x(), place.y(), place.width(), place.height());
+    return screen.toImage();
+}
 } // namespace
 
 class PlayerButtonTest : public QObject {
@@ -113,6 +125,19 @@ private Q_SLOTS:
         QVERIFY(!m_seekButton->isHeld());
         QVERIFY(!m_seekButton->isIntentionallyHeld());
         QVERIFY(!m_seekButton->isDown());
+    }
+
+    void aClickLeavesTheFaceAsItWasOnTheScreen()
+    {
+        m_seekButton->setHoldButton(true);
+        PaintCounter paints(*m_seekButton);
+        const QImage before = seenFace(*m_seekButton);
+        QTest::mousePress(m_seekButton, Qt::LeftButton, {}, QPoint(12, 12));
+        QCOMPARE(paints.takeCount(), 1);
+        QVERIFY(seenFace(*m_seekButton) != before);
+        QTest::mouseRelease(m_seekButton, Qt::LeftButton, {}, QPoint(12, 12));
+        QCOMPARE(paints.takeCount(), 1);
+        QCOMPARE(seenFace(*m_seekButton), before);
     }
 
     void aPressedFaceIsBlueUnlessTheAccentIsGraphite()
