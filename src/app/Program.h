@@ -10,6 +10,7 @@
 #include "platform/ApplicationLauncher.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
+#include "x11/KeyboardGrabFilter.h"
 
 #include <QObject>
 
@@ -49,6 +50,7 @@ private:
     UserDefaults m_defaults;
     Appearance m_appearance;
     const DesktopFont m_desktopFont{m_appearance};
+    const KeyboardGrabFilter m_keyboardGrabFilter;
     const WindowActivation m_windowActivation;
     ApplicationLauncher m_launcher;
     MprisMusicApplication m_music;

@@ -127,6 +127,15 @@ void Window::flagsChanged(Qt::KeyboardModifiers modifiers)
     Q_EMIT shiftButtonHeldChanged(m_shiftButtonHeld);
 }
 
+/// No event reports a key that is pressed or released while a window manager moves the window.
+void Window::updateFlags(Qt::KeyboardModifiers modifiers)
+{
+    if (modifiers.testFlag(Qt::AltModifier) != m_optionButtonHeld
+        || modifiers.testFlag(Qt::ShiftModifier) != m_shiftButtonHeld) {
+        flagsChanged(modifiers);
+    }
+}
+
 void Window::cancelOperation()
 {
     if (m_controller.isExpanded()) {
@@ -241,6 +250,7 @@ bool Window::eventFilter(QObject *watched, QEvent *event)
         break;
     case QEvent::MouseMove: {
         const auto &move = *static_cast<QMouseEvent *>(event);
+        updateFlags(move.modifiers());
         if (move.buttons() == Qt::NoButton) {
             m_drag.showCursor(move.position().toPoint(), contentRect());
         }

@@ -84,6 +84,7 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    void updateFlags(Qt::KeyboardModifiers modifiers);
     void watchScreen();
     void applyScaleOfScreen();
     void setShadowMargins(const QMargins &margins);

@@ -7,6 +7,7 @@ Usage: window_test.py BUILD-FOLDER
 import contextlib
 import os
 import re
+import shutil
 import subprocess
 import sys
 import time
@@ -16,12 +17,14 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
 from session import (  # noqa: E402
-    Build, becomes, compositor, demo_player, running, seen_when, session, window_manager)
+    Build, becomes, compositor, demo_player, running, screen_picture, seen_when, session, settled, window_manager)
 from xserver import CLIENT_MESSAGE, XServer  # noqa: E402
 
 CONTENT = (450, 64)
 SHADOW = (14, 14, 9, 19)  # left, right, top, bottom
 METAL, DISPLAY, FORWARD = (128, 4), (300, 20), (106, 21)  # in the content
+SCREEN = (1280, 720)
+ACTIVE_METAL, INACTIVE_METAL = (199, 199, 199), (240, 240, 240)  # at METAL
 
 
 def output(*command: str) -> str:
@@ -104,6 +107,10 @@ class TunedeckWindow:
         return re.findall(r"_NET_WM_STATE_\w+", output("xprop", "-notype", "-id", self.id, "_NET_WM_STATE"))
 
     def drag(self, place: tuple[int, int], by: tuple[int, int]) -> None:
+        self.begin_drag(place, by)
+        self.end_drag()
+
+    def begin_drag(self, place: tuple[int, int], by: tuple[int, int]) -> None:
         x, y, _, _ = self.content()
         output("xdotool", "mousemove", str(x + place[0]), str(y + place[1]))
         output("xdotool", "mousedown", "1")
@@ -112,8 +119,16 @@ class TunedeckWindow:
         for step in range(1, 5):
             output("xdotool", "mousemove", str(x + place[0] + by[0] * step // 4), str(y + place[1] + by[1] * step // 4))
             self.settle()
+
+    def end_drag(self) -> None:
         output("xdotool", "mouseup", "1")
         self.settle()
+
+    def color(self, place: tuple[int, int]) -> tuple[int, ...]:
+        """What is seen at a place in the content."""
+        x, y, _, _ = self.content()
+        start = 3 * ((y + place[1]) * SCREEN[0] + x + place[0])
+        return tuple(screen_picture()[start:start + 3])
 
 
 class DesktopTest(unittest.TestCase):
@@ -121,6 +136,8 @@ class DesktopTest(unittest.TestCase):
     window_manager = "openbox"
 
     def setUp(self) -> None:
+        if not shutil.which(self.window_manager):
+            self.skipTest(f"{self.window_manager} is not installed")
         self.stack = contextlib.ExitStack()
         self.addCleanup(self.stack.close)
         self.home = self.stack.enter_context(session())
@@ -282,6 +299,40 @@ class WindowTest(DesktopTest):
         self.assertEqual(seen_when(messages.take, bool), [f'remove: ID="{startup_id}"'])
         window.settle()
         self.assertEqual(self.active_window(), int(other))
+
+
+class MetalTest(DesktopTest):
+    """Window managers grab the keyboard while they move a window and while they switch windows."""
+
+    def test_the_metal_keeps_its_colors_while_the_window_is_moved_or_resized(self) -> None:
+        window = self.open_window()
+        self.assert_becomes(ACTIVE_METAL, lambda: window.color(METAL))
+        for place, by in ((METAL, (60, 40)), ((448, 30), (-40, 0))):
+            window.begin_drag(place, by)
+            # Qt waits a while before it believes that the keyboard is gone.
+            self.assertEqual(settled(lambda: window.color(METAL)), ACTIVE_METAL)
+            window.end_drag()
+            self.assertEqual(settled(lambda: window.color(METAL)), ACTIVE_METAL)
+
+    def test_the_metal_becomes_pale_where_the_user_turns_to_another_window(self) -> None:
+        window = self.open_window()
+        self.use_other_window()
+        self.assert_becomes(INACTIVE_METAL, lambda: window.color(METAL))
+        for expected in (ACTIVE_METAL, INACTIVE_METAL):
+            output("xdotool", "keydown", "alt", "key", "Tab", "keyup", "alt")
+            self.assert_becomes(expected, lambda: window.color(METAL))
+
+
+class MetalOnMetacityTest(MetalTest):
+    window_manager = "metacity"
+
+
+class MetalOnXfwm4Test(MetalTest):
+    window_manager = "xfwm4"
+
+
+class MetalOnKWinTest(MetalTest):
+    window_manager = "kwin_x11"
 
 
 class KeyboardTest(DesktopTest):

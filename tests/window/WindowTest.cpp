@@ -214,6 +214,26 @@ private Q_SLOTS:
         QVERIFY(!window.optionButtonHeld());
     }
 
+    void thePointerShowsWhichKeysWereReleasedWhileTheWindowManagerHadThem()
+    {
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        window.flagsChanged(Qt::ShiftModifier | Qt::AltModifier);
+        QSignalSpy shift(&window, &Window::shiftButtonHeldChanged);
+        const QPointF place(100, 30);
+        for (int move = 0; move < 2; ++move) {
+            QMouseEvent moved(
+                QEvent::MouseMove, place, window.mapToGlobal(place), Qt::NoButton, Qt::NoButton, Qt::AltModifier);
+            QCoreApplication::sendEvent(window.windowHandle(), &moved);
+            QVERIFY(!window.shiftButtonHeld());
+            QVERIFY(window.optionButtonHeld());
+            QCOMPARE(shift.count(), 1);
+        }
+    }
+
     void escapeAndControlPeriodPutTheDrawerAway()
     {
         Desktop desktop;
