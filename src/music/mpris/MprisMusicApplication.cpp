@@ -190,10 +190,10 @@ bool MprisMusicApplication::setSongRepeat(FourCharCode repeat)
 
 bool MprisMusicApplication::playpause()
 {
-    if (!player() || !player()->commands().askForPlayPause()) {
+    if (!player() || !player()->commands().playPause()) {
         return false;
     }
-    ++m_playPauses;
+    m_postsPlayerInfo = true;
     finishTurnLater();
     return true;
 }
@@ -208,10 +208,13 @@ bool MprisMusicApplication::backTrack()
     if (!player()) {
         return false;
     }
-    if (playerPosition().value_or(0) > startOfTrack && player()->commands().setPosition(0)) {
+    PlayerCommands &commands = player()->commands();
+    // A track that is about to change is at its start, whatever the position of the one that is being left.
+    const bool isUnderWay = !commands.isSkipping() && playerPosition().value_or(0) > startOfTrack;
+    if (isUnderWay && commands.setPosition(0)) {
         return true;
     }
-    return player()->commands().previous() || player()->commands().setPosition(0);
+    return player()->mirror().canGoPrevious() ? commands.previous() : commands.setPosition(0);
 }
 
 bool MprisMusicApplication::fastForward()
@@ -284,7 +287,6 @@ void MprisMusicApplication::endBackground()
 void MprisMusicApplication::handleLeft(MprisPlayer *former)
 {
     endSeek();
-    m_playPauses = 0;
     former->setSampled(false);
     setPlaylists(nullptr);
     Q_EMIT didTerminate();
@@ -341,7 +343,6 @@ void MprisMusicApplication::finishTurnLater()
 void MprisMusicApplication::finishTurn()
 {
     m_finishesTurn = false;
-    finishPlayPauses();
     const bool postsPlayerInfo = std::exchange(m_postsPlayerInfo, false);
     const bool postsSettings = std::exchange(m_postsSettings, false);
     if (postsPlayerInfo && player()) {
@@ -350,21 +351,6 @@ void MprisMusicApplication::finishTurn()
     if (postsSettings && player()) {
         Q_EMIT playbackSettingsDidChange();
     }
-}
-
-void MprisMusicApplication::finishPlayPauses()
-{
-    const int count = std::exchange(m_playPauses, 0);
-    if (count == 0) {
-        return;
-    }
-    // Two leave Music as it was. Sent to the player they would be heard, and need not cancel out.
-    if (count % 2 == 0) {
-        player()->commands().dropPlayPause();
-    } else {
-        player()->commands().sendPlayPause();
-    }
-    m_postsPlayerInfo = true;
 }
 
 // Seeking while a button is held

@@ -89,10 +89,9 @@ private:
     /// Lets the threads go that wait for the former ones.
     void setPlaylists(std::shared_ptr<PlayerPlaylists> playlists);
 
-    /// Signals and the play/pause command wait for the end of this turn of the event loop.
+    /// Signals wait for the end of this turn of the event loop.
     void finishTurnLater();
     void finishTurn();
-    void finishPlayPauses();
 
     bool startSeek(SeekRamp::Direction direction);
     void seekOn();
@@ -111,7 +110,6 @@ private:
     QTimer m_seekTimer{this};
 
     bool m_finishesTurn = false;
-    int m_playPauses = 0;
     bool m_postsPlayerInfo = false;
     bool m_postsSettings = false;
 };

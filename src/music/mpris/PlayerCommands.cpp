@@ -19,6 +19,7 @@ using ReadPurpose = PlayerMirror::ReadPurpose;
 /// Elisa, Chromium, Celluloid and mpv carry a command out up to 170 ms after they have answered it.
 constexpr Milliseconds effect{200};
 constexpr Milliseconds volumeEffect{300};
+constexpr qsizetype maximumWaitingSkips = 8;
 constexpr double microsecondsPerSecond = 1e6;
 
 /// The path that a seek must name. Rhythmbox and Strawberry send the track id as a text, Totem sends none.
@@ -67,43 +68,34 @@ PlayerCommands::PlayerCommands(PlayerCalls &calls, PlayerMirror &mirror, Clock c
     connect(&m_calls, &PlayerCalls::respondingChanged, this, &PlayerCommands::handleRespondingChanged);
 }
 
-bool PlayerCommands::askForPlayPause()
+bool PlayerCommands::playPause()
 {
-    if (!areTaken() || m_unanswered.testAnyFlags(Command::PlayPause | Command::Stop)) {
+    if (!areTaken()) {
         return false;
     }
-    const bool isPlaying = m_mirror.status() == PlaybackStatus::Playing;
-    m_toggle = isPlaying && !m_mirror.canPause() ? Command::Stop : Command::PlayPause;
-    const PlaybackStatus idle = m_toggle == Command::Stop ? PlaybackStatus::Stopped : PlaybackStatus::Paused;
-    Q_EMIT mirrorChanged(m_mirror.askedForStatus(isPlaying ? idle : PlaybackStatus::Playing, now()));
+    if (!m_wantedStatus && !isToggling()) {
+        m_comingStatus = m_mirror.status();
+    }
+    const PlaybackStatus wanted = toggled(m_wantedStatus.value_or(m_comingStatus));
+    m_wantedStatus = wanted;
+    QMetaObject::invokeMethod(this, &PlayerCommands::sendPlayPause, Qt::QueuedConnection);
+    Q_EMIT mirrorChanged(m_mirror.askedForStatus(wanted, now()));
     return true;
-}
-
-void PlayerCommands::sendPlayPause()
-{
-    send(m_toggle, [this](const QDBusMessage &reply) {
-        if (bus::isError(reply)) {
-            Q_EMIT mirrorChanged(m_mirror.commandFailed(now()));
-        } else {
-            m_mirror.commandAnswered(now());
-            Q_EMIT mirrorChanged({});
-        }
-    });
-}
-
-void PlayerCommands::dropPlayPause()
-{
-    Q_EMIT mirrorChanged(m_mirror.commandFailed(now()));
 }
 
 bool PlayerCommands::next()
 {
-    return areTaken() && m_mirror.canGoNext() && sendOnce(Command::Next);
+    return areTaken() && m_mirror.canGoNext() && skip(Command::Next);
 }
 
 bool PlayerCommands::previous()
 {
-    return areTaken() && m_mirror.canGoPrevious() && sendOnce(Command::Previous);
+    return areTaken() && m_mirror.canGoPrevious() && skip(Command::Previous);
+}
+
+bool PlayerCommands::isSkipping() const
+{
+    return m_unanswered.testAnyFlags(Command::Next | Command::Previous);
 }
 
 bool PlayerCommands::setPosition(double seconds)
@@ -149,13 +141,72 @@ bool PlayerCommands::setLoopStatus(LoopStatus status)
     return true;
 }
 
-bool PlayerCommands::sendOnce(Command command)
+bool PlayerCommands::isToggling() const
 {
-    if (m_unanswered.testFlag(command)) {
+    return m_unanswered.testAnyFlags(Command::PlayPause | Command::Stop);
+}
+
+PlaybackStatus PlayerCommands::toggled(PlaybackStatus status) const
+{
+    if (status != PlaybackStatus::Playing) {
+        return PlaybackStatus::Playing;
+    }
+    if (m_comingStatus != PlaybackStatus::Playing) {
+        return m_comingStatus;
+    }
+    return m_mirror.canPause() ? PlaybackStatus::Paused : PlaybackStatus::Stopped;
+}
+
+void PlayerCommands::sendPlayPause()
+{
+    if (!m_wantedStatus || isToggling()) {
+        return;
+    }
+    const PlaybackStatus wanted = *std::exchange(m_wantedStatus, std::nullopt);
+    // Two leave the player as it is. Sent they would be heard, and need not cancel out.
+    if ((wanted == PlaybackStatus::Playing) == (m_comingStatus == PlaybackStatus::Playing)) {
+        m_mirror.commandAnswered(now());
+        Q_EMIT mirrorChanged({});
+        return;
+    }
+    m_comingStatus = wanted;
+    send(wanted == PlaybackStatus::Stopped ? Command::Stop : Command::PlayPause,
+        [this](const QDBusMessage &reply) { handlePlayPauseReply(reply); });
+    Q_EMIT mirrorChanged(m_mirror.askedForStatus(wanted, now()));
+}
+
+void PlayerCommands::handlePlayPauseReply(const QDBusMessage &reply)
+{
+    if (bus::isError(reply)) {
+        Q_EMIT mirrorChanged(m_mirror.commandFailed(now()));
+        m_comingStatus = m_mirror.status();
+    } else {
+        m_mirror.commandAnswered(now());
+        Q_EMIT mirrorChanged({});
+    }
+    sendPlayPause();
+}
+
+bool PlayerCommands::skip(Command command)
+{
+    if (!isSkipping()) {
+        sendSkip(command);
+        return true;
+    }
+    if (m_waitingSkips.size() == maximumWaitingSkips) {
         return false;
     }
-    send(command, [](const QDBusMessage &) {});
+    m_waitingSkips.append(command);
     return true;
+}
+
+void PlayerCommands::sendSkip(Command command)
+{
+    send(command, [this](const QDBusMessage &) {
+        if (!m_waitingSkips.isEmpty()) {
+            sendSkip(m_waitingSkips.takeFirst());
+        }
+    });
 }
 
 void PlayerCommands::send(Command command, const bus::ReplyHandler &handler)
@@ -194,8 +245,13 @@ void PlayerCommands::sendVolume(double volume)
 
 void PlayerCommands::handleRespondingChanged(bool responding)
 {
-    if (!responding) {
-        m_wantedPosition.forget();
+    if (responding) {
+        return;
+    }
+    m_wantedPosition.forget();
+    m_waitingSkips.clear();
+    if (std::exchange(m_wantedStatus, std::nullopt)) {
+        Q_EMIT mirrorChanged(m_mirror.commandFailed(now()));
     }
 }
 

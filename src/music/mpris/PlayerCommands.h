@@ -5,7 +5,10 @@
 #include "music/mpris/PlayerMirror.h"
 #include "music/mpris/bus/BusCall.h"
 
+#include <QList>
 #include <QObject>
+
+#include <optional>
 
 namespace tunedeck {
 
@@ -14,8 +17,9 @@ class PlayerCalls;
 /// Sends commands to one player, and lets its mirror believe what was asked for. A player that is not responding (see
 /// PlayerCalls) gets no commands, as it would carry them out late.
 ///
-/// Each command returns whether it was, or will be, sent. One of a kind is under way at a time: the last of the seeks
-/// and of the volumes wanted meanwhile follows its answer, other commands are dropped.
+/// Each command returns whether it was, or will be, sent. One of a kind is under way at a time. Of the seeks, the
+/// volumes and the states (playing or not) wanted meanwhile the last follows its answer; of the skips, to the next or
+/// previous track, each does, up to eight. What waits is dropped when the player stops responding.
 class PlayerCommands : public QObject {
     Q_OBJECT
 
@@ -27,12 +31,12 @@ public:
     PlayerCommands(PlayerCalls &calls, PlayerMirror &mirror, Clock clock, QObject *parent = nullptr);
 
     /// Toggles between playing and pausing; stops a player that cannot pause. The mirror shows the effect at once. The
-    /// command is sent by sendPlayPause() or taken back by dropPlayPause().
-    bool askForPlayPause();
-    void sendPlayPause();
-    void dropPlayPause();
+    /// command is sent at the end of this turn of the event loop, unless another one takes it back before.
+    bool playPause();
     bool next();
     bool previous();
+    /// Whether the player has not answered next() or previous() yet, so that its track is about to change.
+    [[nodiscard]] bool isSkipping() const;
     /// `seconds` is clamped to 0 and a second before the end, as players skip the track beyond either.
     bool setPosition(double seconds);
     /// 0 to 1.
@@ -48,7 +52,12 @@ Q_SIGNALS:
     void effectExpected(tunedeck::Milliseconds delay, tunedeck::PlayerMirror::ReadPurpose purpose);
 
 private:
-    bool sendOnce(Command command);
+    [[nodiscard]] bool isToggling() const;
+    [[nodiscard]] PlaybackStatus toggled(PlaybackStatus status) const;
+    void sendPlayPause();
+    void handlePlayPauseReply(const QDBusMessage &reply);
+    bool skip(Command command);
+    void sendSkip(Command command);
     void send(Command command, const bus::ReplyHandler &handler);
     void sendPosition(double seconds);
     void sendVolume(double volume);
@@ -62,7 +71,9 @@ private:
     Clock m_clock;
 
     Commands m_unanswered;
-    Command m_toggle = Command::PlayPause; ///< the command that sendPlayPause() sends
+    std::optional<PlaybackStatus> m_wantedStatus; ///< what the commands not sent yet lead to
+    PlaybackStatus m_comingStatus = PlaybackStatus::Stopped; ///< what the commands sent lead to
+    QList<Command> m_waitingSkips;
     LatestWanted m_wantedPosition{[this](double seconds) { sendPosition(seconds); }};
     LatestWanted m_wantedVolume{[this](double volume) { sendVolume(volume); }};
 };

@@ -15,6 +15,8 @@ constexpr Milliseconds blink{150};
 constexpr Milliseconds longestUnrest{500};
 /// Elisa, Chromium, Celluloid and mpv change their state up to 170 ms after they have answered a command.
 constexpr Milliseconds slownessAfterAnswer{250};
+/// Limit for a command that is not sent, or not answered, after all.
+constexpr Milliseconds longestExpectation{1'250};
 constexpr Milliseconds volumeEcho{250};
 constexpr double smallestGrowth = 0.2;
 constexpr double largestGrowth = 10;
@@ -106,7 +108,7 @@ PlayerMirror::Changes PlayerMirror::positionRead(double position, Instant now)
 PlayerMirror::Changes PlayerMirror::askedForStatus(PlaybackStatus status, Instant now)
 {
     const Believed before = believed();
-    m_expectation = Expectation{status, std::nullopt};
+    m_expectation = Expectation{status, now + longestExpectation};
     believeStatus(status, now);
     settle(now);
     return changesSince(before);
@@ -116,7 +118,7 @@ void PlayerMirror::commandAnswered(Instant now)
 {
     if (m_expectation) {
         m_expectation->until = now + slownessAfterAnswer;
-        settleLaterAt(*m_expectation->until);
+        settleLaterAt(m_expectation->until);
     }
 }
 
@@ -325,14 +327,11 @@ bool PlayerMirror::isBelievableAtOnce(const TrackDetails &track) const
 void PlayerMirror::settleStatus(Instant now)
 {
     const PlaybackStatus reported = reportedStatus();
-    if (m_expectation
-        && (reported == m_expectation->status || (m_expectation->until && now >= *m_expectation->until))) {
+    if (m_expectation && (reported == m_expectation->status || now >= m_expectation->until)) {
         m_expectation.reset();
     }
     if (m_expectation) {
-        if (m_expectation->until) {
-            settleLaterAt(*m_expectation->until);
-        }
+        settleLaterAt(m_expectation->until);
         return;
     }
     if (reported == m_status) {

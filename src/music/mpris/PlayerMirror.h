@@ -46,7 +46,7 @@ public:
 
     // Commands to the player
 
-    /// The user asked for `status`. It is believed until 250 ms after commandAnswered().
+    /// The user asked for `status`. It is believed until 250 ms after commandAnswered(), or for 1.25 s without one.
     Changes askedForStatus(PlaybackStatus status, Instant now);
     void commandAnswered(Instant now);
     Changes commandFailed(Instant now);
@@ -97,7 +97,7 @@ public:
 private:
     struct Expectation {
         PlaybackStatus status;
-        std::optional<Instant> until; ///< none while the command is unanswered
+        Instant until; ///< the end of the belief, whatever is reported
     };
     struct Sighting {
         double position; ///< seconds

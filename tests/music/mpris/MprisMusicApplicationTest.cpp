@@ -61,8 +61,15 @@ private Q_SLOTS:
     void twoPlayPausesInOneTurnNeverReachThePlayer();
     void onePlayPauseIsSentAndShownAtOnce();
     void aPlayerThatCannotPauseIsStopped();
-    void aPlayPauseWhileOneIsUnansweredIsDropped();
+    void ofPlayPausesWhileOneIsUnansweredTheLastWantedStateCounts_data();
+    void ofPlayPausesWhileOneIsUnansweredTheLastWantedStateCounts();
+    void aPlayPauseReachesThePlayerOnShowAlsoWhileAnotherPlays();
     void nextAndPreviousReachThePlayer();
+    void everySkipIsSentInItsOrderOneAfterTheOther();
+    void eightSkipsWaitAtMost();
+    void whatWaitsWhenThePlayerFallsSilentIsNeverSent();
+    void backTwiceIsPreviousTwice();
+    void backAfterAnUnansweredNextIsPrevious();
     void backGoesToTheStartOfATrackThatPlaysForAWhile();
     void backGoesToTheTrackBeforeUpToThreeSeconds_data();
     void backGoesToTheTrackBeforeUpToThreeSeconds();
@@ -314,18 +321,55 @@ void MprisMusicApplicationTest::aPlayerThatCannotPauseIsStopped()
     QTRY_COMPARE(m_music->playerState(), PlayerState::stopped);
 }
 
-void MprisMusicApplicationTest::aPlayPauseWhileOneIsUnansweredIsDropped()
+void MprisMusicApplicationTest::ofPlayPausesWhileOneIsUnansweredTheLastWantedStateCounts_data()
 {
+    QTest::addColumn<int>("more");
+    QTest::addColumn<QStringList>("expected");
+    QTest::addColumn<FourCharCode>("state");
+    QTest::newRow("none") << 0 << QStringList(1, u"PlayPause"_s) << PlayerState::paused;
+    QTest::newRow("one") << 1 << QStringList(2, u"PlayPause"_s) << PlayerState::playing;
+    QTest::newRow("two") << 2 << QStringList(1, u"PlayPause"_s) << PlayerState::paused;
+    QTest::newRow("three") << 3 << QStringList(2, u"PlayPause"_s) << PlayerState::playing;
+}
+
+void MprisMusicApplicationTest::ofPlayPausesWhileOneIsUnansweredTheLastWantedStateCounts()
+{
+    QFETCH(const int, more);
+    QFETCH(const QStringList, expected);
+    QFETCH(const FourCharCode, state);
     startPlayer({u"--play"_s});
     startMusic();
     tell(u"hold on"_s);
     QVERIFY(m_music->playpause());
     QTRY_COMPARE(commands(), QStringList{u"PlayPause"_s});
-    QVERIFY(!m_music->playpause());
+    for (int click = 0; click < more; ++click) {
+        QVERIFY(m_music->playpause());
+        QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
+    }
+    QCOMPARE(m_music->playerState(), state);
     tell(u"hold off"_s);
     QVERIFY(comesToRest());
-    QCOMPARE(commands(), QStringList{u"PlayPause"_s});
-    QCOMPARE(m_music->playerState(), PlayerState::paused);
+    QCOMPARE(commands(), expected);
+    QCOMPARE(m_music->playerState(), state);
+}
+
+void MprisMusicApplicationTest::aPlayPauseReachesThePlayerOnShowAlsoWhileAnotherPlays()
+{
+    startPlayer({u"--name"_s, u"first"_s, u"--play"_s});
+    const QDBusConnection control = m_bus->connect(QString::number(++m_connections));
+    const DemoPlayerProcess second(*m_bus, control, {u"--name"_s, u"second"_s, u"--track"_s, u"1"_s, u"--play"_s});
+    QVERIFY(second.isReady());
+    startMusic();
+    const bool firstIsOnShow = m_music->currentTrack()->duration == 204.0;
+    const DemoPlayerProcess &onShow = firstIsOnShow ? *m_player : second;
+    const DemoPlayerProcess &other = firstIsOnShow ? second : *m_player;
+    QVERIFY(comesToRest());
+    onShow.takeCalls();
+    other.takeCalls();
+    QVERIFY(m_music->playpause());
+    QVERIFY(comesToRest());
+    QCOMPARE(onShow.takeCommands(), QStringList{u"PlayPause"_s});
+    QCOMPARE(other.takeCommands(), QStringList());
 }
 
 void MprisMusicApplicationTest::nextAndPreviousReachThePlayer()
@@ -337,6 +381,87 @@ void MprisMusicApplicationTest::nextAndPreviousReachThePlayer()
     QTRY_VERIFY(m_music->currentTrack()->name != first);
     QVERIFY(m_music->backTrack());
     QTRY_COMPARE(m_music->currentTrack()->name, first);
+    QCOMPARE(commands(), (QStringList{u"Next"_s, u"Previous"_s}));
+}
+
+void MprisMusicApplicationTest::everySkipIsSentInItsOrderOneAfterTheOther()
+{
+    startPlayer({u"--play"_s, u"--track"_s, u"1"_s});
+    startMusic();
+    tell(u"hold on"_s);
+    QVERIFY(m_music->nextTrack());
+    QVERIFY(m_music->nextTrack());
+    QVERIFY(m_music->backTrack());
+    QVERIFY(m_music->nextTrack());
+    QTRY_COMPARE(commands(), QStringList{u"Next"_s});
+    tell(u"hold off"_s);
+    QVERIFY(comesToRest());
+    QCOMPARE(commands(), (QStringList{u"Next"_s, u"Next"_s, u"Previous"_s, u"Next"_s}));
+}
+
+void MprisMusicApplicationTest::eightSkipsWaitAtMost()
+{
+    startPlayer({u"--play"_s, u"--do"_s, u"loop Playlist"_s});
+    startMusic();
+    tell(u"hold on"_s);
+    for (int click = 0; click < 9; ++click) {
+        QVERIFY(m_music->nextTrack());
+    }
+    QVERIFY(!m_music->nextTrack());
+    QVERIFY(!m_music->backTrack());
+    tell(u"hold off"_s);
+    QVERIFY(comesToRest());
+    QCOMPARE(commands(), QStringList(9, u"Next"_s));
+}
+
+void MprisMusicApplicationTest::whatWaitsWhenThePlayerFallsSilentIsNeverSent()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    QVERIFY(comesToRest());
+    forgetCalls();
+    const QSignalSpy responding(m_music.get(), &MusicApplication::respondingDidChange);
+    tell(u"silent on"_s);
+    QVERIFY(m_music->nextTrack());
+    QVERIFY(m_music->nextTrack());
+    QVERIFY(m_music->playpause());
+    QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
+    QVERIFY(m_music->playpause());
+    QTRY_COMPARE_WITH_TIMEOUT(responding.count(), 1, 2'000);
+    QCOMPARE(m_music->playerState(), PlayerState::playing);
+    tell(u"silent off"_s);
+    tell(u"seek 10"_s);
+    QTRY_COMPARE(responding.count(), 2);
+    QVERIFY(comesToRest());
+    QCOMPARE(commands(), (QStringList{u"Next"_s, u"PlayPause"_s}));
+    QCOMPARE(m_music->playerState(), PlayerState::playing);
+}
+
+void MprisMusicApplicationTest::backTwiceIsPreviousTwice()
+{
+    startPlayer({u"--play"_s, u"--track"_s, u"2"_s});
+    startMusic();
+    tell(u"hold on"_s);
+    QVERIFY(m_music->backTrack());
+    // The track that is being left plays on meanwhile.
+    m_rest.skip(std::chrono::seconds(4));
+    QVERIFY(m_music->backTrack());
+    tell(u"hold off"_s);
+    QVERIFY(comesToRest());
+    QCOMPARE(commands(), QStringList(2, u"Previous"_s));
+}
+
+void MprisMusicApplicationTest::backAfterAnUnansweredNextIsPrevious()
+{
+    startPlayer({u"--play"_s, u"--track"_s, u"1"_s});
+    startMusic();
+    tell(u"seek 60"_s);
+    QTRY_VERIFY(m_music->playerPosition() > 59.0);
+    tell(u"hold on"_s);
+    QVERIFY(m_music->nextTrack());
+    QVERIFY(m_music->backTrack());
+    tell(u"hold off"_s);
+    QVERIFY(comesToRest());
     QCOMPARE(commands(), (QStringList{u"Next"_s, u"Previous"_s}));
 }
 

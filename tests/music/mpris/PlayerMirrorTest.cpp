@@ -353,13 +353,24 @@ private Q_SLOTS:
     {
         playOneFrom(10);
         m_mirror.askedForStatus(PlaybackStatus::Paused, at(1'000));
-        QCOMPARE(nextSettling(), -1);
         QCOMPARE(settled(1'900), nothing);
         m_mirror.commandAnswered(at(1'950));
         QCOMPARE(nextSettling(), 2'200);
         QCOMPARE(settled(2'199), nothing);
         QCOMPARE(settled(2'200), u"info status"_s);
         QCOMPARE(m_mirror.userInfo(), infoOfOne(u"Playing"_s));
+    }
+
+    void aCommandThatIsNeverAnsweredIsBelievedForASecondAndAQuarter()
+    {
+        playOneFrom(10);
+        m_mirror.askedForStatus(PlaybackStatus::Paused, at(1'000));
+        QCOMPARE(nextSettling(), 2'250);
+        QCOMPARE(settled(2'249), nothing);
+        QCOMPARE(m_mirror.status(), PlaybackStatus::Paused);
+        QCOMPARE(settled(2'250), u"info status"_s);
+        QCOMPARE(m_mirror.status(), PlaybackStatus::Playing);
+        QCOMPARE(nextSettling(), -1);
     }
 
     void aPlayWithoutEffectIsCorrectedToo()
