@@ -73,6 +73,37 @@ private Q_SLOTS:
         QCOMPARE(player.view.lcd().secondaryTimeLabel().text(), QStringLiteral("-3:09"));
     }
 
+    void anUntaggedTrackShowsItsTimesAlone()
+    {
+        Player player;
+        player.music.answers.currentTrack = MusicTrack{.duration = 12.0};
+        player.music.answers.playerPosition = 5.0;
+        player.music.answers.playerState = PlayerState::playing;
+        Q_EMIT player.music.playerInfo({{UserInfoKey::playerState, QStringLiteral("Playing")},
+            {UserInfoKey::totalTime, 12.0}, {UserInfoKey::location, QString()}});
+        QCOMPARE(player.displayed(), QStringList());
+        QVERIFY(player.view.lcd().trackProgressSlider().isEnabled());
+        QCOMPARE(player.view.lcd().primaryTimeLabel().text(), QStringLiteral("0:05"));
+        QCOMPARE(player.view.lcd().secondaryTimeLabel().text(), QStringLiteral("-0:06"));
+    }
+
+    void aFileWithoutALengthHasATotalTimeOfZero()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.music.answers.currentTrack = MusicTrack{.name = QStringLiteral("Endless")};
+        player.music.answers.playerPosition = 5.0;
+        Q_EMIT player.music.playerInfo({{UserInfoKey::playerState, QStringLiteral("Playing")},
+            {UserInfoKey::totalTime, 0.0}, {UserInfoKey::location, QStringLiteral("/music/endless.mp3")}});
+        QCOMPARE(player.displayed(), {QStringLiteral("Endless")});
+        QVERIFY(player.view.lcd().isLiveLabel().isHidden());
+        QVERIFY(player.view.backwardButton().isEnabled());
+        QVERIFY(player.view.forwardButton().isEnabled());
+        QCOMPARE(player.view.lcd().trackProgressSlider().doubleValue(), 0.0);
+        QCOMPARE(player.view.lcd().primaryTimeLabel().text(), QStringLiteral("0:05"));
+        QCOMPARE(player.view.lcd().secondaryTimeLabel().text(), QStringLiteral("-0:-5"));
+    }
+
     void aTrackWithoutArtistAndAlbumShowsItsNameOnly()
     {
         Player player;

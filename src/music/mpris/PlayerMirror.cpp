@@ -58,6 +58,7 @@ PlayerMirror::Changes PlayerMirror::read(const PlayerReport &report, ReadPurpose
     const double expected = m_clock.position(now);
     PlayerReport complete = report;
     complete.track = report.track.value_or(TrackDetails());
+    keepDistinctId(*complete.track);
     if (purpose == ReadPurpose::AllButModes) {
         complete.shuffle = m_report.shuffle;
         complete.loopStatus = m_report.loopStatus;
@@ -189,14 +190,11 @@ QVariantMap PlayerMirror::userInfo() const
     insertText(info, UserInfoKey::artist, m_track.artist());
     insertText(info, UserInfoKey::album, m_track.album);
     const bool isLive = m_track.isLiveStream();
-    if (m_track.length && !isLive) {
-        info.insert(UserInfoKey::totalTime, *m_track.length);
+    if (!isLive) {
+        // A file whose length is not known is no live stream: it has a total time of 0.
+        info.insert(UserInfoKey::totalTime, m_track.length.value_or(0));
     }
-    if (isLive || m_track.isFromWeb()) {
-        info.insert(UserInfoKey::storeUrl, m_track.url);
-    } else if (m_track.length) {
-        info.insert(UserInfoKey::location, m_track.url);
-    }
+    info.insert(isLive || m_track.isFromWeb() ? UserInfoKey::storeUrl : UserInfoKey::location, m_track.url);
     return info;
 }
 
@@ -205,7 +203,7 @@ std::optional<double> PlayerMirror::position(Instant now) const
     if (!m_report.position) {
         return std::nullopt;
     }
-    const double position = m_clock.position(now);
+    const double position = status() == PlaybackStatus::Stopped ? 0 : m_clock.position(now);
     return m_track.length && !m_track.lengthGrows ? std::min(position, *m_track.length) : position;
 }
 
@@ -219,6 +217,17 @@ bool PlayerMirror::mayPlayThoughStopped() const
 {
     return m_report.status.value_or(PlaybackStatus::Stopped) == PlaybackStatus::Stopped && m_report.track
         && !m_report.track->isEmpty() && hasPosition();
+}
+
+void PlayerMirror::keepDistinctId(TrackDetails &track) const
+{
+    // Sayonara sends a new track id at every read. Another track is announced.
+    const TrackDetails before = m_report.track.value_or(TrackDetails());
+    TrackDetails same = track;
+    same.distinctId = before.distinctId;
+    if (before.isNameless() && !before.isEmpty() && same.isSameTrack(before)) {
+        track.distinctId = before.distinctId;
+    }
 }
 
 void PlayerMirror::applyReport(PlayerReport report, Instant now)

@@ -74,7 +74,8 @@ public:
     [[nodiscard]] const TrackDetails &track() const { return m_track; }
     /// The keys and values of MusicApplication::playerInfo.
     [[nodiscard]] QVariantMap userInfo() const;
-    /// Seconds, 0 to the length of the track. None for a player that has never reported a position.
+    /// Seconds, 0 to the length of the track; 0 while there is nothing to play. None for a player that has never
+    /// reported a position.
     [[nodiscard]] std::optional<double> position(Instant now) const;
     /// 0 to 1.
     [[nodiscard]] std::optional<double> volume() const { return m_volume; }
@@ -111,6 +112,7 @@ private:
         std::optional<LoopStatus> loopStatus;
     };
 
+    void keepDistinctId(TrackDetails &track) const;
     void applyReport(PlayerReport report, Instant now);
     void applyPosition(double position, Instant now);
     void judgeMovement(double position, Instant now);

@@ -9,6 +9,7 @@
 #include <QtEndian>
 
 #include <array>
+#include <cmath>
 
 namespace tunedeck {
 
@@ -18,6 +19,14 @@ constexpr qsizetype maximumArtists = 32;
 /// A longer "track" is a stream: Chromium sends the largest integer for one.
 constexpr double maximumLength = 30.0 * 24 * 60 * 60;
 constexpr double microsecondsPerSecond = 1e6;
+/// VLC reports a length that is some milliseconds off at every read.
+constexpr double lengthDrift = 0.2; // seconds
+/// A stream's length grows by no more between two reports.
+constexpr double largestGrowth = 10; // seconds
+
+/// The keys of VLC, cmus and Celluloid for the song of a station, whose title stays the station's name.
+constexpr std::array songKeys{
+    QLatin1StringView("vlc:nowplaying"), QLatin1StringView("cmus:stream_title"), QLatin1StringView("icy-title")};
 
 /// Rhythmbox and Lollypop write "Unknown", Sayonara "Unknown artist", if the file has no tag.
 bool isPlaceholder(const QString &text)
@@ -62,11 +71,13 @@ QString schemeOf(const QString &url)
     return scheme.match(url).captured(1).toLower();
 }
 
-/// mpDris2 does not encode its addresses, so a "%" may be just that.
-QString percentDecoded(const QString &text)
+/// mpDris2 does not encode its addresses. A "%" in an address with a character that none has when it is encoded is just
+/// that.
+bool isEncoded(const QString &url, bool isFromWeb)
 {
-    static const QRegularExpression strayPercent(QStringLiteral("%(?![0-9a-fA-F]{2})"));
-    return text.contains(strayPercent) ? text : QUrl::fromPercentEncoding(text.toUtf8());
+    static const QRegularExpression never(QStringLiteral(R"([^!-~]|["<>\\^`{|}]|%(?![0-9a-fA-F]{2}))"));
+    static const QRegularExpression neverInFiles(QStringLiteral("[?#]|^/"));
+    return !url.contains(never) && (isFromWeb || !url.contains(neverInFiles));
 }
 
 QString lastPartOf(const QString &url, bool isFromWeb)
@@ -79,15 +90,57 @@ QString lastPartOf(const QString &url, bool isFromWeb)
     while (path.endsWith(u'/')) {
         path.chop(1);
     }
+    const QString last = path.mid(path.lastIndexOf(u'/') + 1);
     // Decoding can bring back control characters.
-    return bus::text(percentDecoded(path.mid(path.lastIndexOf(u'/') + 1))).value_or(QString());
+    return isEncoded(url, isFromWeb) ? bus::text(QUrl::fromPercentEncoding(last.toUtf8())).value_or(QString()) : last;
+}
+
+/// Quod Libet, Lollypop and Chromium send the path NoTrack for nothing, mpv sends /noplaylist.
+bool isIdOfATrack(const QString &trackId)
+{
+    static const QRegularExpression nothing(QStringLiteral("^$|^/$|/NoTrack$|^/noplaylist$|^/org/mpris/MediaPlayer2$"));
+    return !trackId.contains(nothing);
+}
+
+QString songOf(const QVariantMap &metadata)
+{
+    for (const QLatin1StringView key : songKeys) {
+        if (const QString song = textOf(metadata, key); !song.isEmpty()) {
+            return song;
+        }
+    }
+    return {};
+}
+
+/// The song takes the title's place, and the station the album's.
+void moveStation(TrackDetails &track, const QString &song)
+{
+    if (!song.isEmpty() && song != track.title) {
+        track.album = track.title.isEmpty() ? track.album : track.title;
+        track.title = song;
+    }
+}
+
+bool isSameLength(const std::optional<double> &one, const std::optional<double> &other)
+{
+    return one && other ? std::abs(*one - *other) < lengthDrift : one == other;
+}
+
+bool canGrowToEachOther(const std::optional<double> &one, const std::optional<double> &other)
+{
+    return one && other && std::abs(*one - *other) <= largestGrowth;
 }
 
 } // namespace
 
 bool TrackDetails::isEmpty() const
 {
-    return url.isEmpty() && title.isEmpty() && streamTitle.isEmpty();
+    return isNameless() && distinctId.isEmpty() && !length;
+}
+
+bool TrackDetails::isNameless() const
+{
+    return url.isEmpty() && title.isEmpty() && artists.isEmpty() && album.isEmpty();
 }
 
 bool TrackDetails::isComplete() const
@@ -115,18 +168,11 @@ bool TrackDetails::isLiveStream() const
 
 QString TrackDetails::name() const
 {
-    if (!streamTitle.isEmpty()) {
-        return streamTitle;
-    }
     return title.isEmpty() ? lastPartOf(url, isFromWeb()) : title;
 }
 
 QString TrackDetails::artist() const
 {
-    // VLC and Celluloid keep the station as the title, so it takes the artist's place.
-    if (artists.isEmpty() && !streamTitle.isEmpty() && streamTitle != title) {
-        return title;
-    }
     return artists.join(QStringLiteral(", "));
 }
 
@@ -137,12 +183,22 @@ qint64 TrackDetails::persistentId() const
         hash.addData(part.toUtf8());
         hash.addData(QByteArrayView("\0", 1));
     }
+    if (isNameless() && !isEmpty()) {
+        hash.addData(distinctId.toUtf8());
+        hash.addData(QByteArray::number(std::llround(length.value_or(0))));
+    }
     constexpr quint64 without63rdBit = 0x7fff'ffff'ffff'ffff;
     return static_cast<qint64>(qFromBigEndian<quint64>(hash.result().constData()) & without63rdBit);
 }
 
 bool TrackDetails::isSameTrack(const TrackDetails &other) const
 {
+    if (isNameless() && other.isNameless()) {
+        // A track id alone is no identity, but as long as nothing else differs much, it is all there is.
+        return distinctId == other.distinctId
+            && (isSameLength(length, other.length)
+                || (!distinctId.isEmpty() && canGrowToEachOther(length, other.length)));
+    }
     return url == other.url && name() == other.name() && artist() == other.artist() && album == other.album;
 }
 
@@ -157,11 +213,10 @@ TrackDetails decodeMetadata(const QVariantMap &metadata)
     track.genre = tagOf(metadata, QStringLiteral("xesam:genre"));
     track.length = lengthOf(metadata);
     if (!track.isLocalFile()) {
-        // The own keys of VLC and Celluloid, whose title stays the station's name.
-        track.streamTitle = textOf(metadata, QStringLiteral("vlc:nowplaying"));
-        if (track.streamTitle.isEmpty()) {
-            track.streamTitle = textOf(metadata, QStringLiteral("icy-title"));
-        }
+        moveStation(track, songOf(metadata));
+    }
+    if (track.isNameless() && isIdOfATrack(track.trackId)) {
+        track.distinctId = track.trackId;
     }
     if (const std::optional<double> processId = bus::number(metadata.value(QStringLiteral("kde:pid")))) {
         track.browserProcessId = *processId > 0 && *processId < 1e9 ? std::optional(qint64(*processId)) : std::nullopt;

@@ -167,7 +167,8 @@ private Q_SLOTS:
         read(properties(u"Playing"_s, {{u"xesam:url"_s, u"file:///music/untagged.mp3"_s}}, 0), 0);
         QCOMPARE(m_mirror.userInfo(),
             QVariantMap({{u"Player State"_s, u"Playing"_s}, {u"PersistentID"_s, qlonglong(5292824117517657355)},
-                {u"Name"_s, u"untagged.mp3"_s}}));
+                {u"Name"_s, u"untagged.mp3"_s}, {u"Total Time"_s, 0.0},
+                {u"Location"_s, u"file:///music/untagged.mp3"_s}}));
     }
 
     void aStoppedPlayerTellsItsStateAlone()
@@ -450,7 +451,8 @@ private Q_SLOTS:
         QCOMPARE(settled(1'150), u"info"_s);
         QCOMPARE(m_mirror.userInfo(),
             QVariantMap({{u"Player State"_s, u"Playing"_s}, {u"PersistentID"_s, qlonglong(5292824117517657355)},
-                {u"Name"_s, u"untagged.mp3"_s}}));
+                {u"Name"_s, u"untagged.mp3"_s}, {u"Total Time"_s, 0.0},
+                {u"Location"_s, u"file:///music/untagged.mp3"_s}}));
         // It began when it was announced, not when it was believed.
         QCOMPARE(position(1'150), 0.15);
     }
@@ -677,14 +679,72 @@ private Q_SLOTS:
         QCOMPARE(m_mirror.userInfo(), with(infoOfOne(u"Playing"_s), u"Total Time"_s, 105.0));
     }
 
-    void aFileWithoutALengthHasNoTimesAndIsNoStream()
+    void aFileWithoutALengthIsALocalTrack_data()
     {
-        read(properties(u"Playing"_s, with(one, u"mpris:length"_s, qlonglong(0)), 10), 0);
-        QVariantMap expected = infoOfOne(u"Playing"_s);
-        expected.remove(u"Total Time"_s);
-        expected.remove(u"Location"_s);
-        QCOMPARE(m_mirror.userInfo(), expected);
+        QTest::addColumn<QString>("url");
+        QTest::newRow("an address") << u"file:///music/1.flac"_s;
+        QTest::newRow("a plain path") << u"/music/1.flac"_s;
+    }
+    void aFileWithoutALengthIsALocalTrack()
+    {
+        QFETCH(QString, url);
+        read(properties(u"Playing"_s, metadata(url, u"One"_s, u"Ann"_s, u"Album"_s, 0), 10), 0);
+        const QVariantMap info = m_mirror.userInfo();
+        QCOMPARE(info.value(u"Total Time"_s), QVariant(0.0));
+        QCOMPARE(info.value(u"Location"_s), QVariant(url));
+        QVERIFY(!info.contains(u"Store URL"_s));
         QCOMPARE(position(1'000), 11.0);
+    }
+
+    // Tracks without a text
+
+    void cmusUntaggedFileIsATrackWithTimes()
+    {
+        const QVariantMap untagged{{u"mpris:trackid"_s, u"/3"_s}, {u"mpris:length"_s, qlonglong(12'000'000)}};
+        read(properties(u"Playing"_s, untagged, 5), 0);
+        QVariantMap info = m_mirror.userInfo();
+        QVERIFY(info.take(u"PersistentID"_s).toLongLong() > 0);
+        QCOMPARE(info,
+            QVariantMap({{u"Player State"_s, u"Playing"_s}, {u"Total Time"_s, 12.0}, {u"Location"_s, QString()}}));
+        QCOMPARE(position(1'000), 6.0);
+    }
+
+    void theNextUntaggedFileOfTheSameLengthIsAnotherTrack()
+    {
+        const QVariantMap untagged{{u"mpris:trackid"_s, u"/3"_s}, {u"mpris:length"_s, qlonglong(12'000'000)}};
+        read(properties(u"Playing"_s, untagged, 5), 0);
+        const QVariant id = m_mirror.userInfo().value(u"PersistentID"_s);
+        announced(track(with(untagged, u"mpris:trackid"_s, u"/4"_s)), 1'000);
+        settled(1'150);
+        QVERIFY(m_mirror.userInfo().value(u"PersistentID"_s) != id);
+        QCOMPARE(position(2'000), 1.0);
+    }
+
+    void aTrackIdThatDiffersAtEveryReadIsTheSameTrack()
+    {
+        const QVariantMap untagged{{u"mpris:trackid"_s, u"/a"_s}, {u"mpris:length"_s, qlonglong(12'000'000)}};
+        read(properties(u"Playing"_s, untagged, 5), 0);
+        const QVariantMap info = m_mirror.userInfo();
+        QCOMPARE(read(properties(u"Playing"_s, with(untagged, u"mpris:trackid"_s, u"/b"_s), 6), 1'000), nothing);
+        QCOMPARE(settled(1'500), nothing);
+        QCOMPARE(m_mirror.userInfo(), info);
+        QCOMPARE(m_mirror.reportedTrackId(), u"/b"_s);
+        QCOMPARE(position(2'000), 7.0);
+    }
+
+    void aTrackIdAloneIsSeenWithoutAnAnnouncement()
+    {
+        read(properties(u"Playing"_s, {}, 0), 0);
+        read(properties(u"Playing"_s, {{u"mpris:trackid"_s, u"/3"_s}}, 0), 1'000);
+        settled(1'150);
+        QCOMPARE(m_mirror.userInfo().value(u"Player State"_s), QVariant(u"Playing"_s));
+    }
+
+    void whatPlaysNoTrackIsAtTheStart()
+    {
+        read(properties(u"Playing"_s, {{u"mpris:trackid"_s, u"/noplaylist"_s}}, 11), 0);
+        QCOMPARE(m_mirror.userInfo(), infoOfStopped);
+        QCOMPARE(position(1'000), 0.0);
     }
 
     void aNewTitleOfALiveStreamLeavesItsClock()

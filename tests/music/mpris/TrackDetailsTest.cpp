@@ -62,7 +62,6 @@ private Q_SLOTS:
         QCOMPARE(track.artists, QStringList({u"Miles Davis"_s}));
         QCOMPARE(track.album, u"Kind of Blue"_s);
         QCOMPARE(track.genre, u"Jazz"_s);
-        QCOMPARE(track.streamTitle, QString());
         QCOMPARE(track.length, 545.0);
         QCOMPARE(track.lengthGrows, false);
         QCOMPARE(track.browserProcessId, std::nullopt);
@@ -107,7 +106,7 @@ private Q_SLOTS:
         for (QVariant &entry : metadata) {
             entry = value;
         }
-        for (const QString &key : {u"vlc:nowplaying"_s, u"icy-title"_s, u"kde:pid"_s}) {
+        for (const QString &key : {u"vlc:nowplaying"_s, u"cmus:stream_title"_s, u"icy-title"_s, u"kde:pid"_s}) {
             metadata.insert(key, value);
         }
         QCOMPARE(decodeMetadata(metadata), TrackDetails());
@@ -268,15 +267,24 @@ private Q_SLOTS:
         QCOMPARE(withUrl(u"///"_s).name(), QString());
     }
 
-    void mpDris2sUnescapedPathIsNotDecoded()
+    void anAddressThatIsNotEncodedIsNotDecoded_data()
     {
-        QCOMPARE(withUrl(u"file:///music/05 # % ü.mp3"_s).name(), u"05 # % ü.mp3"_s);
-        QCOMPARE(withUrl(u"/music/100%.mp3"_s).name(), u"100%.mp3"_s);
+        QTest::addColumn<QString>("url");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("mpDris2, a space") << u"file:///music/04-no tags #1 %41 u.mp3"_s << u"04-no tags #1 %41 u.mp3"_s;
+        QTest::newRow("mpDris2, a space before the name") << u"file:///my music/%41.mp3"_s << u"%41.mp3"_s;
+        QTest::newRow("mpDris2, an umlaut") << u"file:///music/ü%41.mp3"_s << u"ü%41.mp3"_s;
+        QTest::newRow("mpDris2, a lone percent sign") << u"file:///music/100%.mp3"_s << u"100%.mp3"_s;
+        QTest::newRow("a hash in a file's address") << u"file:///music/#1%41.mp3"_s << u"#1%41.mp3"_s;
+        QTest::newRow("a bracket") << u"file:///music/[1]%41<.mp3"_s << u"[1]%41<.mp3"_s;
+        QTest::newRow("a plain path") << u"/music/100%25.mp3"_s << u"100%25.mp3"_s;
+        QTest::newRow("a station") << u"http://radio.example/my station %41"_s << u"my station %41"_s;
     }
-
-    void elisasDisplayFormIsDecodedWhereItIsEncoded()
+    void anAddressThatIsNotEncodedIsNotDecoded()
     {
-        QCOMPARE(withUrl(u"file:///music/05 %23 %25 ü.mp3"_s).name(), u"05 # % ü.mp3"_s);
+        QFETCH(QString, url);
+        QFETCH(QString, name);
+        QCOMPARE(withUrl(url).name(), name);
     }
 
     void vlcsUntaggedFileHasTheNameOfTheFile()
@@ -291,12 +299,52 @@ private Q_SLOTS:
 
     // Missing parts
 
-    void aTrackWithoutTitleAndAddressIsEmpty()
+    void metadataThatShowsNoTrackIsEmpty_data()
     {
-        QVERIFY(decodeMetadata({{trackIdKey, u"/noplaylist"_s}}).isEmpty());
-        QVERIFY(decodeMetadata({{lengthKey, qlonglong(5'000'000)}, {artistKey, u"A"_s}, {albumKey, u"B"_s}}).isEmpty());
-        QVERIFY(!decodeMetadata({{titleKey, u"A"_s}}).isEmpty());
-        QVERIFY(!decodeMetadata({{urlKey, u"file:///a.mp3"_s}}).isEmpty());
+        QTest::addColumn<QVariantMap>("metadata");
+        QTest::newRow("mpv at rest") << QVariantMap{{trackIdKey, u"/noplaylist"_s}};
+        QTest::newRow("Quod Libet at rest")
+            << QVariantMap{{trackIdKey, u"/org/mpris/MediaPlayer2/TrackList/NoTrack"_s}};
+        QTest::newRow("Chromium between two tracks")
+            << QVariantMap{{trackIdKey, u"/org/chromium/MediaPlayer2/TrackList/NoTrack"_s}};
+        QTest::newRow("a root") << QVariantMap{{trackIdKey, u"/"_s}};
+        QTest::newRow("the object of the player itself") << QVariantMap{{trackIdKey, u"/org/mpris/MediaPlayer2"_s}};
+        QTest::newRow("an empty track id") << QVariantMap{{trackIdKey, QString()}};
+        QTest::newRow("a length of nothing") << QVariantMap{{lengthKey, qlonglong(0)}};
+        QTest::newRow("a genre alone") << QVariantMap{{genreKey, QStringList({u"Jazz"_s})}};
+    }
+    void metadataThatShowsNoTrackIsEmpty()
+    {
+        QFETCH(QVariantMap, metadata);
+        QVERIFY(decodeMetadata(metadata).isEmpty());
+    }
+
+    void metadataThatShowsATrackIsNotEmpty_data()
+    {
+        QTest::addColumn<QVariantMap>("metadata");
+        QTest::newRow("cmus, an untagged file")
+            << QVariantMap{{trackIdKey, u"/3"_s}, {lengthKey, qlonglong(12'000'000)}};
+        QTest::newRow("Totem, an untagged file") << QVariantMap{{lengthKey, qlonglong(12'000'000)}};
+        QTest::newRow("a track id alone") << QVariantMap{{trackIdKey, u"/3"_s}};
+        QTest::newRow("a track id that is no path") << QVariantMap{{trackIdKey, u"track:3"_s}};
+        QTest::newRow("a title alone") << QVariantMap{{titleKey, u"A"_s}};
+        QTest::newRow("an artist alone") << QVariantMap{{artistKey, u"A"_s}};
+        QTest::newRow("an album alone") << QVariantMap{{albumKey, u"A"_s}};
+        QTest::newRow("an address alone") << QVariantMap{{urlKey, u"file:///a.mp3"_s}};
+    }
+    void metadataThatShowsATrackIsNotEmpty()
+    {
+        QFETCH(QVariantMap, metadata);
+        QVERIFY(!decodeMetadata(metadata).isEmpty());
+    }
+
+    void aTrackWithoutTextsHasNoName()
+    {
+        const TrackDetails track = decodeMetadata({{trackIdKey, u"/3"_s}, {lengthKey, qlonglong(12'000'000)}});
+        QCOMPARE(track.name(), QString());
+        QCOMPARE(track.artist(), QString());
+        QVERIFY(!track.isComplete());
+        QVERIFY(!track.isLiveStream());
     }
 
     void aCompleteTrackHasTitleArtistOrAlbumAndLength()
@@ -350,20 +398,33 @@ private Q_SLOTS:
         QVERIFY(!file.isLiveStream());
     }
 
-    void vlcsNowPlayingIsTheNameAndItsStationTheArtist()
+    void aStationsSongIsTheNameAndTheStationTheAlbum_data()
     {
-        const TrackDetails track = decodeMetadata({{urlKey, u"http://radio.example/live"_s},
-            {titleKey, u"Radio Example"_s}, {u"vlc:nowplaying"_s, u"Miles Davis - So What"_s}});
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("url");
+        QTest::newRow("VLC") << u"vlc:nowplaying"_s << u"http://radio.example/live"_s;
+        QTest::newRow("cmus, which sends no address") << u"cmus:stream_title"_s << QString();
+        QTest::newRow("Celluloid") << u"icy-title"_s << u"http://radio.example/live.mp3"_s;
+    }
+    void aStationsSongIsTheNameAndTheStationTheAlbum()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, url);
+        const TrackDetails track =
+            decodeMetadata({{urlKey, url}, {titleKey, u"Radio Example"_s}, {key, u"Miles Davis - So What"_s}});
         QCOMPARE(track.name(), u"Miles Davis - So What"_s);
-        QCOMPARE(track.artist(), u"Radio Example"_s);
+        QCOMPARE(track.artist(), QString());
+        QCOMPARE(track.album, u"Radio Example"_s);
+        QVERIFY(track.isLiveStream());
     }
 
-    void celluloidsIcyTitleIsTheName()
+    void celluloidsSongHasNoStation()
     {
         const TrackDetails track = decodeMetadata(
             {{urlKey, u"http://radio.example/live.mp3"_s}, {u"icy-title"_s, u"Miles Davis - So What"_s}});
         QCOMPARE(track.name(), u"Miles Davis - So What"_s);
         QCOMPARE(track.artist(), QString());
+        QCOMPARE(track.album, QString());
     }
 
     void audaciousStationIsTheArtist()
@@ -375,18 +436,20 @@ private Q_SLOTS:
         QVERIFY(track.isLiveStream());
     }
 
-    void aStreamTitleThatRepeatsTheTitleIsNoArtist()
+    void aSongThatRepeatsTheTitleMakesNoStation()
     {
         const TrackDetails track = decodeMetadata(
             {{urlKey, u"http://radio.example/live"_s}, {titleKey, u"So What"_s}, {u"icy-title"_s, u"So What"_s}});
         QCOMPARE(track.name(), u"So What"_s);
         QCOMPARE(track.artist(), QString());
+        QCOMPARE(track.album, QString());
     }
 
-    void aFileHasNoStreamTitle()
+    void aFileHasNoStation()
     {
         QCOMPARE(decodeMetadata(soWhatWith(u"icy-title"_s, u"Old Radio"_s)).name(), u"So What"_s);
         QCOMPARE(decodeMetadata(soWhatWith(u"vlc:nowplaying"_s, u"Old Radio"_s)).name(), u"So What"_s);
+        QCOMPARE(decodeMetadata(soWhatWith(u"cmus:stream_title"_s, u"Old Radio"_s)).album, u"Kind of Blue"_s);
     }
 
     void theBrowserThatAnIntegrationSpeaksForIsKept()
@@ -450,6 +513,43 @@ private Q_SLOTS:
         QVERIFY(other != track);
         QVERIFY(other.isSameTrack(track));
         QCOMPARE(other.persistentId(), track.persistentId());
+    }
+
+    void tracksWithoutTextsDifferByTheirTrackIdOrLength_data()
+    {
+        QTest::addColumn<QVariantMap>("one");
+        QTest::addColumn<QVariantMap>("other");
+        const QVariant twelve = qlonglong(12'000'000);
+        QTest::newRow("cmus, two of one length") << QVariantMap{{trackIdKey, u"/3"_s}, {lengthKey, twelve}}
+                                                 << QVariantMap{{trackIdKey, u"/4"_s}, {lengthKey, twelve}};
+        QTest::newRow("Totem, which sends no track id")
+            << QVariantMap{{lengthKey, twelve}} << QVariantMap{{lengthKey, qlonglong(13'000'000)}};
+        QTest::newRow("a constant track id") << QVariantMap{{trackIdKey, u"/3"_s}, {lengthKey, twelve}}
+                                             << QVariantMap{{trackIdKey, u"/3"_s}, {lengthKey, qlonglong(180'000'000)}};
+        QTest::newRow("track ids alone") << QVariantMap{{trackIdKey, u"/3"_s}} << QVariantMap{{trackIdKey, u"/4"_s}};
+        QTest::newRow("a track id, and nothing") << QVariantMap{{trackIdKey, u"/3"_s}} << QVariantMap();
+    }
+    void tracksWithoutTextsDifferByTheirTrackIdOrLength()
+    {
+        QFETCH(QVariantMap, one);
+        QFETCH(QVariantMap, other);
+        QVERIFY(!decodeMetadata(one).isSameTrack(decodeMetadata(other)));
+        QVERIFY(decodeMetadata(one).persistentId() != decodeMetadata(other).persistentId());
+        QVERIFY(decodeMetadata(one).isSameTrack(decodeMetadata(one)));
+        QCOMPARE(decodeMetadata(one).persistentId(), decodeMetadata(one).persistentId());
+    }
+
+    void aTrackWithoutTextsStaysTheSameWhileItsLengthDriftsOrGrows()
+    {
+        const TrackDetails track = decodeMetadata({{trackIdKey, u"/3"_s}, {lengthKey, qlonglong(12'000'000)}});
+        const auto withLength = [](double seconds) {
+            return decodeMetadata({{trackIdKey, u"/3"_s}, {lengthKey, qlonglong(seconds * 1e6)}});
+        };
+        QVERIFY(track.isSameTrack(withLength(12.1)));
+        QVERIFY(track.isSameTrack(withLength(11.9)));
+        QVERIFY(track.isSameTrack(withLength(13)));
+        QVERIFY(withLength(13).isSameTrack(track));
+        QVERIFY(!track.isSameTrack(withLength(30)));
     }
 
     void whatMovesFromOneTagToTheNextMakesAnotherTrack()
