@@ -23,10 +23,11 @@ struct Unref {
 };
 using Application = std::unique_ptr<GAppInfo, Unref>;
 
-Application findEntry(const QString &identifier)
+/// What is judged is what is launched: the file may have changed since the player named it.
+Application findAudioApplication(const QString &identifier)
 {
     DesktopEntry entry = findDesktopEntry(identifier);
-    return Application(entry ? G_APP_INFO(entry.release()) : nullptr);
+    return Application(entry && isShownAudioApplication(entry) ? G_APP_INFO(entry.release()) : nullptr);
 }
 
 Application findDefault(const QString &contentType)
@@ -49,7 +50,7 @@ QString launchApplication(const Application &application)
 QString launchFirst(const QStringList &desktopEntries, const QString &contentType)
 {
     for (const QString &desktopEntry : desktopEntries) {
-        if (const QString launched = launchApplication(findEntry(desktopEntry)); !launched.isEmpty()) {
+        if (const QString launched = launchApplication(findAudioApplication(desktopEntry)); !launched.isEmpty()) {
             return launched;
         }
     }

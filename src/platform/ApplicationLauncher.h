@@ -20,9 +20,10 @@ public:
     ~ApplicationLauncher() override;
 
     /// Launches the first of `desktopEntries` (identifiers such as "vlc", with or without ".desktop") that is
-    /// installed, else the desktop's default application for `contentType` (such as "audio/mpeg"; empty for none).
-    /// Returns at once; one of the two signals follows. Ignores identifiers with a slash. A call while a launch
-    /// is under way does nothing and emits no signal of its own.
+    /// installed, shown in menus, and of a player, a browser or another application that opens audio files: players
+    /// name these entries, and may name any. If there is none, launches the desktop's default application for
+    /// `contentType` (such as "audio/mpeg"; empty for none). Returns at once; one of the two signals follows. Ignores
+    /// identifiers with a slash. A call while a launch is under way does nothing and emits no signal of its own.
     virtual void launch(const QStringList &desktopEntries, const QString &contentType);
 
 Q_SIGNALS:

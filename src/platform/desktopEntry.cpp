@@ -1,7 +1,36 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktopEntry.h"
 
+#include <QLatin1String>
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+
 namespace tunedeck {
+
+namespace {
+constexpr std::array audioCategories{
+    QLatin1String("Audio"), QLatin1String("AudioVideo"), QLatin1String("Player"), QLatin1String("WebBrowser")};
+
+bool isOfAudioCategory(const DesktopEntry &entry)
+{
+    const QStringList categories = QString::fromUtf8(g_desktop_app_info_get_categories(entry.get())).split(u';');
+    return std::ranges::any_of(
+        audioCategories, [&categories](QLatin1String category) { return categories.contains(category); });
+}
+
+bool opensAudioFiles(const DesktopEntry &entry)
+{
+    const char **types = g_app_info_get_supported_types(G_APP_INFO(entry.get()));
+    for (; types && *types; ++types) {
+        if (QLatin1String(*types).startsWith(QLatin1String("audio/"))) {
+            return true;
+        }
+    }
+    return false;
+}
+} // namespace
 
 DesktopEntry findDesktopEntry(const QString &identifier)
 {
@@ -11,6 +40,13 @@ DesktopEntry findDesktopEntry(const QString &identifier)
     }
     const QByteArray fileName = (withoutDesktopSuffix(identifier) + QStringLiteral(".desktop")).toUtf8();
     return DesktopEntry(g_desktop_app_info_new(fileName.constData()));
+}
+
+bool isShownAudioApplication(const DesktopEntry &entry)
+{
+    const bool isShown =
+        !g_desktop_app_info_get_nodisplay(entry.get()) && !g_desktop_app_info_get_is_hidden(entry.get());
+    return isShown && (isOfAudioCategory(entry) || opensAudioFiles(entry));
 }
 
 QString withoutDesktopSuffix(const QString &identifier)

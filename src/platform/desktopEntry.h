@@ -19,6 +19,10 @@ using DesktopEntry = std::unique_ptr<GDesktopAppInfo, UnrefDesktopEntry>;
 /// with a slash. Reads files, so call it on a worker thread.
 [[nodiscard]] DesktopEntry findDesktopEntry(const QString &identifier);
 
+/// Whether the desktop shows the entry, and its application plays audio: a player, a browser, or any application that
+/// opens audio files.
+[[nodiscard]] bool isShownAudioApplication(const DesktopEntry &entry);
+
 /// `identifier` without ".desktop" at its end.
 [[nodiscard]] QString withoutDesktopSuffix(const QString &identifier);
 

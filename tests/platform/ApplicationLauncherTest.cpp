@@ -32,14 +32,31 @@ private Q_SLOTS:
         // Nothing is at this address, so the connection fails at once.
         qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + m_home.filePath(QStringLiteral("bus")).toUtf8());
 
-        install(QStringLiteral("applications/tapedeck.desktop"), QStringLiteral("Tape"), QStringLiteral("touch"));
+        const QString isPlayer = QStringLiteral("Categories=AudioVideo;\n");
         install(
-            QStringLiteral("applications/org.example.Jukebox.desktop"), QStringLiteral("Box"), QStringLiteral("touch"));
+            QStringLiteral("applications/tapedeck.desktop"), QStringLiteral("Tape"), QStringLiteral("touch"), isPlayer);
+        install(QStringLiteral("applications/org.example.Jukebox.desktop"), QStringLiteral("Box"),
+            QStringLiteral("touch"), isPlayer);
         install(QStringLiteral("applications/dangling.desktop"), QStringLiteral("Gone"),
-            QStringLiteral("/nonexistent/program"));
-        install(QStringLiteral("outside.desktop"), QStringLiteral("Outside"), QStringLiteral("touch"));
+            QStringLiteral("/nonexistent/program"), isPlayer);
+        install(QStringLiteral("outside.desktop"), QStringLiteral("Outside"), QStringLiteral("touch"), isPlayer);
         install(QStringLiteral("applications/busy.desktop"), QStringLiteral("Busy"), QStringLiteral("touch"),
-            QStringLiteral("DBusActivatable=true\n"));
+            QStringLiteral("DBusActivatable=true\n") + isPlayer);
+        const auto installWith = [this](const QString &name, const QString &more) {
+            install(QStringLiteral("applications/%1.desktop").arg(name), name, QStringLiteral("touch"), more);
+        };
+        installWith(QStringLiteral("terminal"), QStringLiteral("Categories=System;TerminalEmulator;\n"));
+        installWith(QStringLiteral("handler"),
+            QStringLiteral("Categories=AudioVideo;Player;\nMimeType=audio/flac;\nNoDisplay=true\n"));
+        installWith(QStringLiteral("removed"), QStringLiteral("Categories=AudioVideo;Player;\nHidden=true\n"));
+        installWith(QStringLiteral("nearly"), QStringLiteral("Categories=AudioVideoEditing;X-Player;\n"));
+        installWith(QStringLiteral("viewer"), QStringLiteral("Categories=Office;\nMimeType=text/plain;image/png;\n"));
+        installWith(QStringLiteral("plain"), QString());
+        installWith(QStringLiteral("radio"), QStringLiteral("Categories=Qt;Audio;\n"));
+        installWith(QStringLiteral("cinema"), QStringLiteral("Categories=AudioVideo\n"));
+        installWith(QStringLiteral("gramophone"), QStringLiteral("Categories=Player;\n"));
+        installWith(QStringLiteral("browser"), QStringLiteral("Categories=Network;WebBrowser;\n"));
+        installWith(QStringLiteral("opener"), QStringLiteral("Categories=Utility;\nMimeType=text/plain;audio/ogg;\n"));
         write(QStringLiteral("mimeapps.list"),
             QStringLiteral("[Default Applications]\naudio/mpeg=org.example.Jukebox.desktop\n"
                            "audio/flac=dangling.desktop\n"));
@@ -98,6 +115,53 @@ private Q_SLOTS:
         QFETCH(const QStringList, entries);
         QFETCH(const QString, contentType);
         QCOMPARE(launchedBy(entries, contentType), std::nullopt);
+    }
+
+    void launchesAnyApplicationThatPlaysAudio_data()
+    {
+        QTest::addColumn<QString>("entry");
+        for (const char *entry : {"radio", "cinema", "gramophone", "browser", "opener"}) {
+            QTest::newRow(entry) << QString::fromLatin1(entry);
+        }
+    }
+
+    void launchesAnyApplicationThatPlaysAudio()
+    {
+        QFETCH(const QString, entry);
+        QCOMPARE(launchedBy({entry}, QString()), entry);
+        QTRY_VERIFY(hasRun(entry));
+    }
+
+    /// A player may name any entry as its own.
+    void launchesNoOtherApplication_data()
+    {
+        QTest::addColumn<QString>("entry");
+        QTest::newRow("a terminal") << QStringLiteral("terminal");
+        QTest::newRow("not shown in menus") << QStringLiteral("handler");
+        QTest::newRow("removed by the user") << QStringLiteral("removed");
+        QTest::newRow("categories that only look similar") << QStringLiteral("nearly");
+        QTest::newRow("opens other files") << QStringLiteral("viewer");
+        QTest::newRow("no category") << QStringLiteral("plain");
+    }
+
+    void launchesNoOtherApplication()
+    {
+        QFETCH(const QString, entry);
+        QCOMPARE(launchedBy({entry}, QString()), std::nullopt);
+        QCOMPARE(launchedBy({entry, QStringLiteral("tapedeck")}, QString()), QStringLiteral("tapedeck"));
+        QTRY_VERIFY(hasRun(QStringLiteral("Tape")));
+        QVERIFY(!hasRun(entry));
+        QVERIFY(QFile::remove(m_home.filePath(QStringLiteral("Tape"))));
+    }
+
+    void anEntryIsLookedAtRightBeforeItIsLaunched()
+    {
+        const QString path = QStringLiteral("applications/changing.desktop");
+        const QString program = QStringLiteral("touch");
+        install(path, QStringLiteral("Changing"), program, QStringLiteral("Categories=Audio;\n"));
+        QCOMPARE(launchedBy({QStringLiteral("changing")}, QString()), QStringLiteral("changing"));
+        install(path, QStringLiteral("Changing"), program, QStringLiteral("Categories=System;\n"));
+        QCOMPARE(launchedBy({QStringLiteral("changing")}, QString()), std::nullopt);
     }
 
     void neverLooksOutsideTheFoldersOfTheDesktop_data()
