@@ -154,6 +154,15 @@ private Q_SLOTS:
     void refusedAndImpossibleThingsDoNothing();
     void trackIdsTakeTheKindsOfRealPlayers();
     void signalsCanBeMissing();
+    void onePropertyCanChangeQuietly();
+    void playAndPauseCanToggle();
+    void aShuffleCanFlipAtEveryRead();
+    void seeksCanBeAnnouncedUnasked();
+    void aPositionCanBeOld();
+    void aTrackCanHaveNoTexts();
+    void aStationCanHaveItsSongUnderAKeyOfItsOwn_data();
+    void aStationCanHaveItsSongUnderAKeyOfItsOwn();
+    void theActivePlaylistCanBeTheViewedOne();
     void theNameCanBeGivenUpAndTakenAgain();
 
     void aLineThatIsWrongAtItsEndDoesNothing();
@@ -757,6 +766,118 @@ void DemoPlayerTest::signalsCanBeMissing()
     QTRY_COMPARE(m_changes, QList<QVariantMap>({{{u"PlaybackStatus"_s, u"Playing"_s}}}));
     QVERIFY(m_seeks.isEmpty());
     QVERIFY(position() >= 10'000'000);
+}
+
+void DemoPlayerTest::onePropertyCanChangeQuietly()
+{
+    DemoPlayer player(*m_bus, {});
+    QVERIFY(player.isReady());
+    QVERIFY(understands(u"quiet Volume"_s));
+    QVERIFY(understands(u"volume 0.25"_s));
+    QVERIFY(understands(u"shuffle on"_s));
+    QTRY_COMPARE(m_changes, QList<QVariantMap>({{{u"Shuffle"_s, true}}}));
+    QCOMPARE(get(u"Volume"_s), 0.25);
+    QVERIFY(understands(u"quiet none"_s));
+    QVERIFY(understands(u"volume 0.5"_s));
+    QTRY_COMPARE(m_changes.size(), 2);
+    QCOMPARE(m_changes.last(), QVariantMap({{u"Volume"_s, 0.5}}));
+}
+
+void DemoPlayerTest::playAndPauseCanToggle()
+{
+    DemoPlayer player(*m_bus, {u"--play"_s, u"--do"_s, u"toggling on"_s});
+    QVERIFY(player.isReady());
+    QVERIFY(does(u"Play"_s));
+    QCOMPARE(status(), u"Paused"_s);
+    QVERIFY(does(u"Pause"_s));
+    QCOMPARE(status(), u"Playing"_s);
+    QVERIFY(does(u"PlayPause"_s));
+    QCOMPARE(status(), u"Paused"_s);
+}
+
+void DemoPlayerTest::aShuffleCanFlipAtEveryRead()
+{
+    DemoPlayer player(*m_bus, {u"--do"_s, u"flip on"_s});
+    QVERIFY(player.isReady());
+    const bool first = get(u"Shuffle"_s).toBool();
+    QCOMPARE(getAll().value(u"Shuffle"_s).toBool(), !first);
+    QVERIFY(set(u"Shuffle"_s, !first));
+    QCOMPARE(get(u"Shuffle"_s).toBool(), first);
+    QVERIFY(understands(u"play"_s));
+    QTRY_COMPARE(m_changes.size(), 1);
+    QVERIFY(!m_changes.constFirst().contains(u"Shuffle"_s));
+}
+
+void DemoPlayerTest::seeksCanBeAnnouncedUnasked()
+{
+    DemoPlayer player(*m_bus, {u"--play"_s, u"--do"_s, u"unasked 20"_s});
+    QVERIFY(player.isReady());
+    QTRY_VERIFY(m_seeks.size() >= 3);
+    QVERIFY(m_seeks.at(2) > m_seeks.at(0));
+    QVERIFY(understands(u"unasked 0"_s));
+}
+
+void DemoPlayerTest::aPositionCanBeOld()
+{
+    DemoPlayer player(*m_bus, {u"--play"_s, u"--do"_s, u"stale 2000"_s});
+    QVERIFY(player.isReady());
+    QVERIFY(understands(u"seek 11.9"_s));
+    const qlonglong reported = position();
+    QVERIFY2(reported == 10'000'000 || reported == 12'000'000, qPrintable(QString::number(reported)));
+}
+
+void DemoPlayerTest::aTrackCanHaveNoTexts()
+{
+    DemoPlayer player(*m_bus, {u"--play"_s, u"--do"_s, u"textless on"_s});
+    QVERIFY(player.isReady());
+    QCOMPARE(metadata().keys(), QStringList({u"mpris:length"_s, u"mpris:trackid"_s}));
+    QVERIFY(understands(u"trackid none"_s));
+    QCOMPARE(metadata().keys(), QStringList({u"mpris:length"_s}));
+}
+
+void DemoPlayerTest::aStationCanHaveItsSongUnderAKeyOfItsOwn_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("key");
+    QTest::newRow("VLC") << u"station vlc"_s << u"vlc:nowplaying"_s;
+    QTest::newRow("cmus") << u"station cmus"_s << u"cmus:stream_title"_s;
+    QTest::newRow("Celluloid") << u"station celluloid"_s << u"icy-title"_s;
+}
+
+void DemoPlayerTest::aStationCanHaveItsSongUnderAKeyOfItsOwn()
+{
+    QFETCH(QString, line);
+    QFETCH(QString, key);
+    DemoPlayer player(*m_bus, {u"--play"_s, u"--track"_s, u"9"_s, u"--do"_s, line});
+    QVERIFY(player.isReady());
+    QCOMPARE(metadata().value(u"xesam:title"_s), u"Pelican Radio"_s);
+    QCOMPARE(metadata().value(key), u"Tin Orchid - Sleeper Carriage Nine"_s);
+    QVERIFY(understands(u"station off"_s));
+    QCOMPARE(metadata().value(u"xesam:title"_s), u"Tin Orchid - Sleeper Carriage Nine"_s);
+    QVERIFY(!metadata().contains(key));
+}
+
+void DemoPlayerTest::theActivePlaylistCanBeTheViewedOne()
+{
+    DemoPlayer player(*m_bus, {u"--do"_s, u"viewed 2"_s});
+    QVERIFY(player.isReady());
+    const auto active = [this] {
+        const auto argument = get(u"ActivePlaylist"_s, playlistsInterface).value<QDBusArgument>();
+        bool isValid = false;
+        QDBusObjectPath id;
+        argument.beginStructure();
+        argument >> isValid;
+        argument.beginStructure();
+        argument >> id;
+        return isValid ? id.path() : QString();
+    };
+    QCOMPARE(active(), u"/org/tunedeck/demo/playlist/2"_s);
+    const QVariant first = QVariant::fromValue(QDBusObjectPath(u"/org/tunedeck/demo/playlist/1"_s));
+    QCOMPARE(call(playlistsInterface, u"ActivatePlaylist"_s, {first}).type(), QDBusMessage::ReplyMessage);
+    QCOMPARE(status(), u"Playing"_s);
+    QCOMPARE(active(), u"/org/tunedeck/demo/playlist/2"_s);
+    QVERIFY(understands(u"viewed off"_s));
+    QCOMPARE(active(), u"/org/tunedeck/demo/playlist/1"_s);
 }
 
 void DemoPlayerTest::theNameCanBeGivenUpAndTakenAgain()

@@ -116,7 +116,10 @@ MprisObject::MprisObject(Player &player, const Oddities &oddities, Script &scrip
     m_stageTimer.setSingleShot(true);
     m_stageTimer.setTimerType(Qt::PreciseTimer);
     connect(&m_stageTimer, &QTimer::timeout, this, &MprisObject::showNextStage);
+    m_unaskedSeekTimer.setTimerType(Qt::PreciseTimer);
+    connect(&m_unaskedSeekTimer, &QTimer::timeout, this, [this] { emitSeeked(position()); });
     connect(&player, &Player::changed, this, qOverload<>(&MprisObject::announce));
+    connect(&player, &Player::changed, this, &MprisObject::timeUnaskedSeeks);
     connect(&player, &Player::trackStarted, this, &MprisObject::showTrack);
     connect(&player, &Player::seeked, this, [this](auto position) { emitSeeked(position.count()); });
     connect(&player, &Player::playlistRenamed, this, [this](qsizetype number) {
@@ -125,6 +128,7 @@ MprisObject::MprisObject(Player &player, const Oddities &oddities, Script &scrip
     });
     connect(&script, &Script::lineDone, this, qOverload<>(&MprisObject::announce));
     connect(&script, &Script::lineDone, this, &MprisObject::answerHeldCalls);
+    connect(&script, &Script::lineDone, this, &MprisObject::timeUnaskedSeeks);
     connect(&script, &Script::floodWanted, this, [this](int count) {
         const bool isFlooding = m_floodLeft > 0;
         m_floodLeft += count;
@@ -257,6 +261,7 @@ QDBusMessage MprisObject::get(const QDBusMessage &call)
     if (m_oddities.deadly.contains(name)) {
         std::abort();
     }
+    m_flippedShuffle = !m_flippedShuffle;
     const Property *const wanted = property(call.arguments().constFirst().toString(), name);
     if (!wanted || m_oddities.absent.contains(name)) {
         return call.createErrorReply(QDBusError::UnknownProperty, u"No property \"%1\""_s.arg(name));
@@ -290,6 +295,7 @@ QDBusMessage MprisObject::getAll(const QDBusMessage &call)
     if (!offers(interface) || !m_announced.contains(interface)) {
         return unknownInterface(call, interface);
     }
+    m_flippedShuffle = !m_flippedShuffle;
     return call.createReply(valuesOf(interface));
 }
 
@@ -365,13 +371,17 @@ QList<MprisObject::Property> MprisObject::playerProperties()
             "Rate", [this] { return m_player.rate(); },
             [this](const QVariant &value) { m_player.setRate(value.toDouble()); }),
         make(
-            "Shuffle", [this] { return m_player.isShuffled(); },
-            [this](const QVariant &value) { m_player.setShuffled(value.toBool()); }),
+            "Shuffle", [this] { return m_oddities.flipsShuffle ? m_flippedShuffle : m_player.isShuffled(); },
+            [this](const QVariant &value) {
+                if (!m_oddities.flipsShuffle) {
+                    m_player.setShuffled(value.toBool());
+                }
+            }),
         make("Metadata", [this] { return metadata(); }),
         make(
             "Volume", [this] { return m_player.volume(); },
             [this](const QVariant &value) { m_player.setVolume(std::clamp(value.toDouble(), 0.0, 1.0)); }),
-        make("Position", [this] { return QVariant::fromValue<qlonglong>(m_player.position().count()); }),
+        make("Position", [this] { return QVariant::fromValue<qlonglong>(position()); }),
         make("MinimumRate", [] { return Player::minimumRate; }),
         make("MaximumRate", [] { return Player::maximumRate; }),
     };
@@ -392,14 +402,7 @@ QList<MprisObject::Property> MprisObject::playlistsProperties() const
             [] {
                 return QStringList{u"UserDefined"_s, u"Alphabetical"_s};
             }),
-        make(u"ActivePlaylist"_s,
-            [this] {
-                ActivePlaylist active;
-                if (const auto number = m_player.activePlaylist()) {
-                    active = {true, entryOf(*number, m_player.playlists().at(*number))};
-                }
-                return QVariant::fromValue(active);
-            }),
+        make(u"ActivePlaylist"_s, [this] { return QVariant::fromValue(activePlaylist()); }),
     };
 }
 
@@ -412,10 +415,12 @@ QList<MprisObject::Method> MprisObject::playerMethods()
     return {
         make("Next", "", command(u"CanGoNext"_s, [this] { m_player.next(); })),
         make("Previous", "", command(u"CanGoPrevious"_s, [this] { m_player.previous(); })),
-        make("Pause", "", command(u"CanPause"_s, [this] { m_player.pause(); })),
+        make("Pause", "",
+            command(u"CanPause"_s, [this] { m_oddities.togglesAlways ? m_player.playPause() : m_player.pause(); })),
         make("PlayPause", "", command(u"CanPause"_s, [this] { m_player.playPause(); })),
         make("Stop", "", command(u"CanControl"_s, [this] { m_player.stop(); })),
-        make("Play", "", command(u"CanPlay"_s, [this] { m_player.play(); })),
+        make("Play", "",
+            command(u"CanPlay"_s, [this] { m_oddities.togglesAlways ? m_player.playPause() : m_player.play(); })),
         make("Seek", "x",
             [this](const QVariantList &arguments) -> QVariantList {
                 if (can(u"CanSeek"_s)) {
@@ -503,6 +508,35 @@ QString MprisObject::status() const
     return m_player.status() == PlaybackStatus::Playing ? u"Playing"_s : u"Paused"_s;
 }
 
+qint64 MprisObject::position() const
+{
+    const std::chrono::microseconds position = m_player.position();
+    return (m_oddities.stale > 0ms ? position - position % m_oddities.stale : position).count();
+}
+
+ActivePlaylist MprisObject::activePlaylist() const
+{
+    const qsizetype number = m_oddities.viewedPlaylist.value_or(m_player.activePlaylist().value_or(-1));
+    if (number < 0 || number >= m_player.playlists().size()) {
+        return {};
+    }
+    return {true, entryOf(number, m_player.playlists().at(number))};
+}
+
+QVariantMap MprisObject::tags(const Track &track) const
+{
+    if (m_oddities.hasNoTexts) {
+        return {};
+    }
+    QVariantMap tags{{u"xesam:url"_s, track.url}, {u"xesam:title"_s, track.title}, {u"xesam:artist"_s, track.artists},
+        {u"xesam:album"_s, track.album}, {u"xesam:genre"_s, track.genres}};
+    if (track.isLive() && !m_oddities.songKey.isEmpty()) {
+        tags.insert(m_oddities.songKey, track.title);
+        tags.insert(u"xesam:title"_s, u"Pelican Radio"_s);
+    }
+    return tags;
+}
+
 QVariantMap MprisObject::metadata() const
 {
     const std::optional<Track> track = m_player.currentTrack();
@@ -510,8 +544,8 @@ QVariantMap MprisObject::metadata() const
     if (!track || isHidden || m_stage == Stage::Nothing) {
         return {};
     }
-    QVariantMap tags{{u"mpris:trackid"_s, trackId()}, {u"xesam:url"_s, track->url}, {u"xesam:title"_s, track->title},
-        {u"xesam:artist"_s, track->artists}, {u"xesam:album"_s, track->album}, {u"xesam:genre"_s, track->genres}};
+    QVariantMap tags = this->tags(*track);
+    tags.insert(u"mpris:trackid"_s, trackId());
     if (track->length) {
         tags.insert(u"mpris:length"_s, QVariant::fromValue<qlonglong>(track->length->count()));
     }
@@ -592,11 +626,14 @@ void MprisObject::announce(const QString &interface, const QStringList &names)
     const QVariant volumeBefore = announced.value(u"Volume"_s);
     QVariantMap changed;
     for (const QString &name : names) {
-        const bool changesByItself = name == u"Position"_s && !m_oddities.wrong.contains(name);
+        const bool isFlipped = name == u"Shuffle"_s && m_oddities.flipsShuffle;
+        const bool changesByItself = (name == u"Position"_s || isFlipped) && !m_oddities.wrong.contains(name);
         if (values.value(name) == announced.value(name) || changesByItself || !offers(interface)) {
             continue;
         }
-        changed.insert(name, values.value(name));
+        if (!m_oddities.quiet.contains(name)) {
+            changed.insert(name, values.value(name));
+        }
         announced.insert(name, values.value(name));
     }
     if (changed.contains(u"Volume"_s) && m_oddities.volumeEchoes > 1) {
@@ -628,6 +665,15 @@ void MprisObject::emitSeeked(qint64 position)
     if (m_oddities.announcesSeeks) {
         send(QDBusMessage::createSignal(objectPath(), playerInterface(), u"Seeked"_s)
             << QVariant::fromValue<qlonglong>(position));
+    }
+}
+
+void MprisObject::timeUnaskedSeeks()
+{
+    if (m_oddities.unaskedSeeks == 0ms || m_player.status() != PlaybackStatus::Playing) {
+        m_unaskedSeekTimer.stop();
+    } else if (!m_unaskedSeekTimer.isActive() || m_unaskedSeekTimer.intervalAsDuration() != m_oddities.unaskedSeeks) {
+        m_unaskedSeekTimer.start(m_oddities.unaskedSeeks);
     }
 }
 

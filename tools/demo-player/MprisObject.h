@@ -18,6 +18,7 @@ namespace tunedeck::demo {
 class Player;
 class Script;
 struct Oddities;
+struct Track;
 
 /// The player as MPRIS shows it, changed by the oddities, and the interface for scripts.
 ///
@@ -84,7 +85,11 @@ private:
     [[nodiscard]] std::function<QVariantList(const QVariantList &)> command(
         const QString &capability, const std::function<void()> &action);
     [[nodiscard]] QString status() const;
+    [[nodiscard]] qint64 position() const;
+    [[nodiscard]] ActivePlaylist activePlaylist() const;
     [[nodiscard]] QVariantMap metadata() const;
+    /// The texts and the address.
+    [[nodiscard]] QVariantMap tags(const Track &track) const;
     [[nodiscard]] QVariant trackId() const;
     [[nodiscard]] bool isCurrentTrack(const QString &id) const;
     [[nodiscard]] QList<PlaylistEntry> playlists(const QVariantList &arguments) const;
@@ -99,6 +104,7 @@ private:
     void enterStage(Stage stage);
     void showNextStage();
     void flood();
+    void timeUnaskedSeeks();
 
     Player &m_player;
     const Oddities &m_oddities;
@@ -111,6 +117,8 @@ private:
     QList<QDBusMessage> m_heldCalls;
     Stage m_stage = Stage::Everything;
     QTimer m_stageTimer;
+    QTimer m_unaskedSeekTimer;
+    bool m_flippedShuffle = false;
     int m_floodLeft = 0;
 };
 

@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <limits>
+#include <optional>
 
 namespace tunedeck::demo {
 
@@ -28,6 +29,8 @@ struct Oddities {
     QSet<QString> absent; ///< properties and metadata keys
     QSet<QString> deadly; ///< properties whose Get kills the player
     QSet<QString> refused; ///< properties whose Set succeeds and changes nothing
+    QSet<QString> quiet; ///< properties whose changes are not announced
+    bool flipsShuffle = false; ///< Shuffle is another at every read, and cannot be set
     QSet<QString> denied; ///< properties of the name Can…
 
     bool announcesProperties = true;
@@ -35,8 +38,14 @@ struct Oddities {
     int volumeEchoes = 1;
     std::chrono::milliseconds blink{0};
     std::chrono::milliseconds partial{0};
+    std::chrono::milliseconds unaskedSeeks{0}; ///< time between two while it plays; 0: none
+    std::chrono::milliseconds stale{0}; ///< the position is that of the last multiple of this time
 
     bool keepsMetadataWhenStopped = false;
+    bool hasNoTexts = false; ///< the metadata has neither an address nor a text
+    QString songKey; ///< metadata key for the song of a live stream; empty: its title
+    std::optional<qsizetype> viewedPlaylist; ///< the ActivePlaylist, whatever plays
+    bool togglesAlways = false; ///< Play and Pause do what PlayPause does
     TrackIdKind trackId = TrackIdKind::Path;
     int integratedPid = 0; ///< process of the browser for whose tab this player speaks; 0: none
 };

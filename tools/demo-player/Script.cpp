@@ -57,6 +57,8 @@ const QList<Script::Line> &Script::lines()
         {"refuse KEY|none",
             "lets setting the property KEY succeed without effect, as Chromium does with Volume; none ends all",
             &Script::readRefuse},
+        {"toggling on|off", "Play and Pause both toggle, as in Celluloid", &Script::readToggling},
+        {"flip on|off", "Shuffle is another at every read and cannot be set, as in mpv", &Script::readFlip},
         {"cannot KEY on|off",
             "KEY (CanPlay, CanPause, CanSeek, CanGoNext, CanGoPrevious, CanControl) is false and its calls do nothing",
             &Script::readCannot},
@@ -77,12 +79,27 @@ const QList<Script::Line> &Script::lines()
             "sets the form of mpris:trackid: string as in Rhythmbox, constant as in Audacious, none as in Totem, which "
             "lets SetPosition take any id",
             &Script::readTrackId},
+        {"textless on|off",
+            "sends no address and no text, but the track id and the length, as cmus does for an untagged file; with "
+            "trackid none as Totem does",
+            &Script::readTextless},
+        {"station vlc|cmus|celluloid|off",
+            "sends the song of a live stream as vlc:nowplaying, cmus:stream_title or icy-title, and the station as the "
+            "title",
+            &Script::readStation},
+        {"viewed N|off", "playlist N is active whatever plays, also while stopped, as the one that Strawberry shows",
+            &Script::readViewed},
+        {"stale MS", "reports a position that is up to MS old, as mpDris2 does; 0 ends it", &Script::readStale},
         {"stoppedkeeps on|off", "keeps Metadata while stopped, as VLC does", &Script::readStoppedKeeps},
         {"integration PID", "adds kde:pid to the metadata: a tab of the browser PID; 0 ends it",
             &Script::readIntegration},
 
         {"signals properties|seeked on|off", "announces changes or not; Celluloid announces no seeks",
             &Script::readSignals},
+        {"quiet KEY|none",
+            "does not announce changes of the property KEY, as Totem with Volume and cmus with Shuffle; none ends all",
+            &Script::readQuiet},
+        {"unasked MS", "announces a seek every MS while it plays, as Sayonara does; 0 ends it", &Script::readUnasked},
         {"blink MS", "announces a new track first as Stopped without metadata, for MS, as Chromium does; 0 ends it",
             &Script::readBlink},
         {"partial MS", "announces a new track first with id and length alone, for MS, as Chromium does; 0 ends it",
@@ -250,6 +267,16 @@ Script::Action Script::readRefuse(Words &words)
     return [this, key] { m_oddities.refused.insert(key); };
 }
 
+Script::Action Script::readToggling(Words &words)
+{
+    return [this, isOn = words.onOff()] { m_oddities.togglesAlways = isOn; };
+}
+
+Script::Action Script::readFlip(Words &words)
+{
+    return [this, isOn = words.onOff()] { m_oddities.flipsShuffle = isOn; };
+}
+
 Script::Action Script::readCannot(Words &words)
 {
     const QString key =
@@ -335,6 +362,33 @@ Script::Action Script::readTrackId(Words &words)
     return [this, kind] { m_oddities.trackId = kind; };
 }
 
+Script::Action Script::readTextless(Words &words)
+{
+    return [this, isOn = words.onOff()] { m_oddities.hasNoTexts = isOn; };
+}
+
+Script::Action Script::readStation(Words &words)
+{
+    const QStringList names{u"vlc"_s, u"cmus"_s, u"celluloid"_s, u"off"_s};
+    const QStringList keys{u"vlc:nowplaying"_s, u"cmus:stream_title"_s, u"icy-title"_s, QString()};
+    return [this, key = keys.at(names.indexOf(words.oneOf(names)))] { m_oddities.songKey = key; };
+}
+
+Script::Action Script::readViewed(Words &words)
+{
+    Words number = words;
+    if (words.word() == u"off"_s) {
+        return [this] { m_oddities.viewedPlaylist.reset(); };
+    }
+    const int last = static_cast<int>(m_player.playlists().size()) - 1;
+    return [this, viewed = number.integer(0, last)] { m_oddities.viewedPlaylist = viewed; };
+}
+
+Script::Action Script::readStale(Words &words)
+{
+    return [this, time = words.milliseconds()] { m_oddities.stale = time; };
+}
+
 Script::Action Script::readStoppedKeeps(Words &words)
 {
     return [this, isOn = words.onOff()] { m_oddities.keepsMetadataWhenStopped = isOn; };
@@ -350,6 +404,20 @@ Script::Action Script::readSignals(Words &words)
     const QString which = words.oneOf({u"properties"_s, u"seeked"_s});
     bool Oddities::*const announces = which == u"seeked"_s ? &Oddities::announcesSeeks : &Oddities::announcesProperties;
     return [this, announces, isOn = words.onOff()] { m_oddities.*announces = isOn; };
+}
+
+Script::Action Script::readQuiet(Words &words)
+{
+    const QString key = words.word();
+    if (key == u"none"_s) {
+        return [this] { m_oddities.quiet.clear(); };
+    }
+    return [this, key] { m_oddities.quiet.insert(key); };
+}
+
+Script::Action Script::readUnasked(Words &words)
+{
+    return [this, time = words.milliseconds()] { m_oddities.unaskedSeeks = time; };
 }
 
 Script::Action Script::readBlink(Words &words)

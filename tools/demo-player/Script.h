@@ -67,6 +67,8 @@ private:
     Action readHold(Words &words);
     Action readSilent(Words &words);
     Action readRefuse(Words &words);
+    Action readFlip(Words &words);
+    Action readToggling(Words &words);
     Action readCannot(Words &words);
     Action readPlaylists(Words &words);
     Action readPages(Words &words);
@@ -77,10 +79,16 @@ private:
     Action readRight(Words &words);
     Action readAbsent(Words &words);
     Action readTrackId(Words &words);
+    Action readStale(Words &words);
+    Action readViewed(Words &words);
+    Action readStation(Words &words);
+    Action readTextless(Words &words);
     Action readStoppedKeeps(Words &words);
     Action readIntegration(Words &words);
     // Signals
     Action readSignals(Words &words);
+    Action readUnasked(Words &words);
+    Action readQuiet(Words &words);
     Action readBlink(Words &words);
     Action readPartial(Words &words);
     Action readEcho(Words &words);
