@@ -222,6 +222,24 @@ class WindowTest(DesktopTest):
         window.drag(FORWARD, (60, 40))
         self.assertEqual(window.content(), before)
 
+    def position(self) -> int:
+        """The player's, in microseconds."""
+        told = output("gdbus", "call", "--session", "--dest", "org.mpris.MediaPlayer2.tunedeckdemo", "--object-path",
+                      "/org/mpris/MediaPlayer2", "--method", "org.freedesktop.DBus.Properties.Get",
+                      "org.mpris.MediaPlayer2.Player", "Position")
+        return int(re.search(r"\bint64 (\d+)", told)[1])
+
+    def test_a_seek_ends_though_a_menu_gets_the_release(self) -> None:
+        window = self.open_window()
+        output("xdotool", "key", "--window", window.id, "space")
+        before = settled(self.position)
+        x, y, _, _ = window.content()
+        output("xdotool", "mousemove", str(x + FORWARD[0]), str(y + FORWARD[1]), "mousedown", "1")
+        self.assertTrue(becomes(lambda: self.position() > before))
+        output("xdotool", "mousedown", "3", "mouseup", "1", "mouseup", "3", "key", "Escape")
+        # A seek that nothing ends goes on to the end of the track, which is minutes away.
+        self.assertLess(settled(self.position), before + 60_000_000)
+
     def test_the_sides_resize_it_within_its_limits(self) -> None:
         window = self.open_window()
         x, y, width, height = window.content()

@@ -101,9 +101,9 @@ void HoldableButton::endPress()
     update();
 }
 
-/// A button that is disabled or hidden while it is pressed gets no release.
 void HoldableButton::cancelPress()
 {
+    SkinnedButton::cancelPress();
     if (!m_isHeld) {
         return;
     }

@@ -44,13 +44,13 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void changeEvent(QEvent *event) override;
     void hideEvent(QHideEvent *event) override;
+    void cancelPress() override;
 
 private:
     void setIntentionallyHeld(bool isIntentionallyHeld);
     void setHeld(bool isHeld);
     void beginPress();
     void endPress();
-    void cancelPress();
 
     bool m_isHoldButton = false;
     bool m_isIntentionallyHeld = false;

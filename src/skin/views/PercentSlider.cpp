@@ -74,6 +74,7 @@ PercentSlider::PercentSlider(QSizeF knobSize, QWidget *parent)
     setFocusPolicy(Qt::TabFocus);
     // The keys move the knob in their own direction, also where text runs to the left.
     setLayoutDirection(Qt::LeftToRight);
+    connect(&m_missedRelease, &MissedRelease::missed, this, [this] { setSliderDown(false); });
     connect(this, &QSlider::valueChanged, this, [this] { Q_EMIT adjusted(doubleValue()); });
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "widgets/MissedRelease.h"
+
 #include <QRectF>
 #include <QSizeF>
 #include <QSlider>
@@ -51,6 +53,7 @@ private:
     qint64 m_paintedKnob = 0;
     /// The distance of the pointer from the left edge of the knob it drags, in points.
     double m_grip = 0;
+    MissedRelease m_missedRelease{*this};
 };
 
 } // namespace tunedeck

@@ -19,6 +19,7 @@ SkinnedButton::SkinnedButton(QWidget *parent)
     : QAbstractButton(parent)
 {
     setFocusPolicy(Qt::TabFocus);
+    connect(&m_missedRelease, &MissedRelease::missed, this, [this] { cancelPress(); });
 }
 
 bool SkinnedButton::event(QEvent *event)
@@ -36,6 +37,11 @@ void SkinnedButton::mouseMoveEvent(QMouseEvent *event)
     QAbstractButton::mouseMoveEvent(event);
     // An ignored event would reach the window and drag it.
     event->accept();
+}
+
+void SkinnedButton::cancelPress()
+{
+    setDown(false);
 }
 
 } // namespace tunedeck

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "widgets/MissedRelease.h"
+
 #include <QAbstractButton>
 
 namespace tunedeck {
@@ -18,6 +20,11 @@ public:
 protected:
     bool event(QEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
+    /// The button gets no release: the press ends without a click.
+    virtual void cancelPress();
+
+private:
+    MissedRelease m_missedRelease{*this};
 };
 
 } // namespace tunedeck

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "skin/views/HoldableButton.h"
 
+#include "support/MenuWindow.h"
 #include "support/elapse.h"
+#include "support/failOnWarning.h"
 #include "support/registerTest.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QPointer>
-#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -46,7 +47,7 @@ class HoldableButtonTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+    void init() { tunedeck::failOnWarning(); }
 
     void aNewButtonIsNeitherHeldNorAHoldButton()
     {
@@ -226,6 +227,42 @@ private Q_SLOTS:
         button.hide();
         QVERIFY(!button.timer().isActive());
         QVERIFY(!button.isHeld());
+    }
+
+    void aHoldEndsThoughAMenuGetsTheRelease()
+    {
+        auto *button = new HoldButton;
+        MenuWindow window(*button);
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QSignalSpy intentionallyHeld(button, &PlainButton::isIntentionallyHeldChanged);
+        window.press(Qt::LeftButton);
+        QVERIFY(elapse(button->timer()));
+        QVERIFY(button->isIntentionallyHeld());
+        window.press(Qt::RightButton);
+        QVERIFY(window.isMenuOpen());
+        QVERIFY(button->isIntentionallyHeld());
+        window.release(Qt::LeftButton);
+        QVERIFY(!button->isIntentionallyHeld());
+        QVERIFY(!button->isHeld());
+        QVERIFY(!button->isDown());
+        QCOMPARE(intentionallyHeld.count(), 2);
+    }
+
+    void aPressThatIsReleasedOnAMenuIsNeitherAClickNorAHold()
+    {
+        auto *button = new HoldButton;
+        MenuWindow window(*button);
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QSignalSpy clicked(button, &PlainButton::clicked);
+        window.press(Qt::LeftButton);
+        window.press(Qt::RightButton);
+        window.release(Qt::LeftButton);
+        QVERIFY(!button->timer().isActive());
+        QVERIFY(!button->isHeld());
+        QVERIFY(!button->isDown());
+        window.release(Qt::RightButton);
+        window.closeMenu();
+        QCOMPARE(clicked.count(), 0);
     }
 
     void theKeyboardClicksAHoldButton()

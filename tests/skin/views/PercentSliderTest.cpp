@@ -2,10 +2,11 @@
 #include "skin/views/PercentSlider.h"
 
 #include "skin/PaintCounter.h"
+#include "support/MenuWindow.h"
+#include "support/failOnWarning.h"
 #include "support/registerTest.h"
 
 #include <QApplication>
-#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWheelEvent>
@@ -22,7 +23,7 @@ class PercentSliderTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+    void init() { tunedeck::failOnWarning(); }
 
     void aValueIsKeptToAHundredth()
     {
@@ -78,6 +79,19 @@ private Q_SLOTS:
         slider.hide();
         slider.show();
         QVERIFY(!slider.isSliderDown());
+    }
+
+    void aSliderThatIsReleasedOnAMenuLetsGo()
+    {
+        auto *slider = new PercentSlider(knobSize);
+        MenuWindow window(*slider);
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        window.press(Qt::LeftButton);
+        window.press(Qt::RightButton);
+        QVERIFY(window.isMenuOpen());
+        QVERIFY(slider->isSliderDown());
+        window.release(Qt::LeftButton);
+        QVERIFY(!slider->isSliderDown());
     }
 
     void whatIsNotFiniteIsTheStart()

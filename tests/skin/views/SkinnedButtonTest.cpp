@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "skin/views/SkinnedButton.h"
+#include "support/MenuWindow.h"
+#include "support/failOnWarning.h"
 #include "support/registerTest.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QMouseEvent>
-#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -35,7 +36,7 @@ class SkinnedButtonTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+    void init() { tunedeck::failOnWarning(); }
 
     void aClickDoesNotTakeTheKeyboard()
     {
@@ -92,6 +93,21 @@ private Q_SLOTS:
         QCoreApplication::sendEvent(&button, &moved);
         QVERIFY(moved.isAccepted());
         QCOMPARE(window.moves, 0);
+    }
+
+    void aButtonThatIsReleasedOnAMenuComesUpWithoutAClick()
+    {
+        auto *button = new PlainButton;
+        MenuWindow window(*button);
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QSignalSpy clicked(button, &PlainButton::clicked);
+        window.press(Qt::LeftButton);
+        window.press(Qt::RightButton);
+        QVERIFY(window.isMenuOpen());
+        QVERIFY(button->isDown());
+        window.release(Qt::LeftButton);
+        QVERIFY(!button->isDown());
+        QCOMPARE(clicked.count(), 0);
     }
 
     void aDisabledButtonKeepsTheMouseFromTheWindow()
