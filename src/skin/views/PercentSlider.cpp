@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "skin/views/PercentSlider.h"
 
+#include "widgets/isMouseButtonEvent.h"
+
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QMouseEvent>
@@ -108,6 +110,11 @@ QRectF PercentSlider::knobRect() const
 
 bool PercentSlider::event(QEvent *event)
 {
+    // A press that a disabled slider ignores would reach the window and drag it.
+    if (!isEnabled() && isMouseButtonEvent(*event)) {
+        event->accept();
+        return true;
+    }
     if (event->type() == QEvent::Paint) {
         m_paintedKnob = knobPixel();
     }

@@ -16,6 +16,7 @@ namespace tunedeck {
 namespace {
 constexpr int notch = QWheelEvent::DefaultDeltasPerStep;
 constexpr double touchpadDivisor = 2.5;
+constexpr double disabledOpacity = 0.35;
 /// In milliseconds. After a longer pause a part of a notch no longer counts.
 constexpr quint64 longestPauseInNotch = 1000;
 
@@ -83,6 +84,7 @@ QRectF VolumeSlider::customHitTestArea() const
 void VolumeSlider::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
+    painter.setOpacity(isEnabled() ? 1 : disabledOpacity);
     paintBar(painter);
     paintKnob(painter);
 }

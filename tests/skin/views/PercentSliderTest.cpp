@@ -205,6 +205,19 @@ private Q_SLOTS:
         QCOMPARE(slider.doubleValue(), grasped);
     }
 
+    void aPressOnADisabledSliderDoesNotReachTheWindow()
+    {
+        PercentSlider slider(knobSize);
+        slider.setEnabled(false);
+        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent event(type, QPointF(5, 5), QPointF(5, 5), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+            event.ignore();
+            QCoreApplication::sendEvent(&slider, &event);
+            QVERIFY(event.isAccepted());
+        }
+        QVERIFY(!slider.isSliderDown());
+    }
+
     void theRightArrowMovesTheKnobToTheRightInEveryLanguage()
     {
         QWidget window;

@@ -247,6 +247,18 @@ private Q_SLOTS:
         QVERIFY(paints.wasPaintedWhole());
     }
 
+    void aDisabledSliderIsFaint()
+    {
+        const SkinDesk desk;
+        VolumeSlider slider(desk.environment);
+        slider.resize(68, 20);
+        slider.setDoubleValue(0);
+        QCOMPARE(Picture(slider).at(7, 10).alpha(), 255);
+        slider.setEnabled(false);
+        QVERIFY(Picture(slider).at(7, 10).alpha() < 128);
+        QVERIFY(Picture(slider).at(7, 10).alpha() > 50);
+    }
+
     void itsGrooveFollowsTheAppearance()
     {
         SkinDesk desk;
