@@ -43,9 +43,51 @@
         <translation>Ei kappaletta</translation>
     </message>
     <message>
-        <source>Music is not responding</source>
-        <comment>Tooltip of the LCD while Music is frozen</comment>
-        <translation>Soitin ei vastaa</translation>
+        <source>%1 cannot seek in this track</source>
+        <comment>Tooltip of a disabled control</comment>
+        <extracomment>%1 is the player.</extracomment>
+        <translation>%1 ei voi siirtyä tässä kappaleessa</translation>
+    </message>
+    <message>
+        <source>%1 has no volume control</source>
+        <comment>Tooltip of a disabled control</comment>
+        <translation>%1 ei tarjoa äänenvoimakkuuden säätöä</translation>
+    </message>
+    <message>
+        <source>%1 has no shuffle mode</source>
+        <comment>Tooltip of a disabled control</comment>
+        <translation>%1 ei tarjoa satunnaistoistoa</translation>
+    </message>
+    <message>
+        <source>%1 has no repeat mode</source>
+        <comment>Tooltip of a disabled control</comment>
+        <translation>%1 ei tarjoa kertausta</translation>
+    </message>
+    <message>
+        <source>%1 keeps its own volume</source>
+        <comment>Tooltip of a disabled control</comment>
+        <translation>%1 pitää oman äänenvoimakkuutensa</translation>
+    </message>
+    <message>
+        <source>%1 keeps its own shuffle mode</source>
+        <comment>Tooltip of a disabled control</comment>
+        <translation>%1 pitää oman satunnaistoistonsa</translation>
+    </message>
+    <message>
+        <source>%1 keeps its own repeat mode</source>
+        <comment>Tooltip of a disabled control</comment>
+        <translation>%1 pitää oman kertauksensa</translation>
+    </message>
+    <message>
+        <source>%1 is not responding</source>
+        <comment>In the LCD while the player hangs</comment>
+        <extracomment>%1 is the player. Also the tooltip of the controls that are then disabled.</extracomment>
+        <translation>%1 ei vastaa</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <comment>In place of the name of a player that has none: the music player</comment>
+        <translation>Soitin</translation>
     </message>
 </context>
 <context>
@@ -92,6 +134,24 @@
         <source>Preferences</source>
         <comment>Window Title for Preferences</comment>
         <translation>Asetukset</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::ControlAvailability</name>
+    <message>
+        <source>Play or stop playing live audio</source>
+        <comment>For UI labels: Play or stop playing live audio</comment>
+        <translation>Toista suoraa lähetystä tai pysäytä se</translation>
+    </message>
+    <message>
+        <source>Play or pause the current track</source>
+        <comment>For UI labels: Play or pause the current track</comment>
+        <translation>Toista nykyinen kappale tai keskeytä se</translation>
+    </message>
+    <message>
+        <source>Live audio has no other tracks</source>
+        <comment>Tooltip of the disabled buttons to the next and previous track</comment>
+        <translation>Suorassa lähetyksessä ei ole muita kappaleita</translation>
     </message>
 </context>
 <context>
@@ -880,16 +940,6 @@
         <source>Pause</source>
         <comment>For UI labels: Pause</comment>
         <translation>Keskeytä</translation>
-    </message>
-    <message>
-        <source>Play or stop playing live audio</source>
-        <comment>For UI labels: Play or stop playing live audio</comment>
-        <translation>Toista suoraa lähetystä tai pysäytä se</translation>
-    </message>
-    <message>
-        <source>Play or pause the current track</source>
-        <comment>For UI labels: Play or pause the current track</comment>
-        <translation>Toista nykyinen kappale tai keskeytä se</translation>
     </message>
 </context>
 </TS>

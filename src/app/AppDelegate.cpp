@@ -159,7 +159,7 @@ bool AppDelegate::validateMenuItem(const QAction &item) const
     const QString identifier = item.objectName();
     if (identifier == MenuItemIdentifier::playPause || identifier == MenuItemIdentifier::next
         || identifier == MenuItemIdentifier::previous) {
-        return m_musicConnector.isMusicAppRunning();
+        return m_musicConnector.isMusicAppRunning() && m_musicConnector.musicApp().isResponding();
     }
     return true;
 }

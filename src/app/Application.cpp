@@ -7,6 +7,7 @@
 #include "drawer/PlaylistView.h"
 #include "drawer/PlaylistViewController.h"
 #include "help/HelpWindow.h"
+#include "music/MusicApplication.h"
 #include "platform/Appearance.h"
 #include "platform/BundleInfo.h"
 #include "platform/UserDefaults.h"
@@ -189,6 +190,9 @@ void Application::connectMenus()
     MenuValidation &validation = m_mainMenu->validation();
     connect(&m_musicConnector, &MusicConnector::isMusicAppRunningChanged, &validation, &MenuValidation::validate);
     connect(&m_musicConnector, &MusicConnector::feedTypeChanged, &validation, &MenuValidation::validate);
+    const MusicApplication &music = m_musicConnector.musicApp();
+    connect(&music, &MusicApplication::respondingDidChange, &validation, &MenuValidation::validate);
+    connect(&music, &MusicApplication::controlsDidChange, &validation, &MenuValidation::validate);
     connect(&m_defaults, &UserDefaults::valueChanged, &validation, &MenuValidation::validate);
     connect(m_windowController.get(), &DrawerHost::isExpandedChanged, &validation, &MenuValidation::validate);
 }

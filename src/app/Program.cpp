@@ -108,6 +108,7 @@ void Program::serveDockMenu()
     connect(&viewController, &ViewController::playPauseTitleChanged, m_dockMenu.get(), &DockMenuServer::update);
     connect(&musicConnector, &MusicConnector::isMusicAppRunningChanged, m_dockMenu.get(), &DockMenuServer::update);
     connect(&musicConnector, &MusicConnector::feedTypeChanged, m_dockMenu.get(), &DockMenuServer::update);
+    connect(&m_music, &MusicApplication::respondingDidChange, m_dockMenu.get(), &DockMenuServer::update);
     connect(&m_defaults, &UserDefaults::valueChanged, m_dockMenu.get(), &DockMenuServer::update);
 }
 

@@ -5,16 +5,19 @@
 #include "music/MusicApplication.h"
 #include "music/MusicConnector.h"
 #include "music/isMenuItemEnabled.h"
+#include "music/obstacles.h"
 #include "music/statusTexts.h"
 #include "platform/FatalError.h"
 #include "skin/views/MetalButton.h"
 #include "skin/views/MetalPopupButton.h"
 #include "widgets/names.h"
+#include "widgets/setUsable.h"
 
 #include <QAction>
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace tunedeck {
 
@@ -60,11 +63,11 @@ QString nameOf(RepeatMode mode)
     fatalError("Impossible repeat mode");
 }
 
-void setState(MetalButton &button, const QString &image, const QString &name)
+void setState(MetalButton &button, const QString &image, const QString &name, const QString &obstacle)
 {
     button.setImage(image);
-    button.setToolTip(name);
     updateAccessibleName(button, name);
+    setUsable(button, obstacle, name);
 }
 } // namespace
 
@@ -72,6 +75,7 @@ PlaylistViewController::PlaylistViewController(MusicConnector &musicConnector, P
     : QObject(parent)
     , m_musicConnector(musicConnector)
     , m_view(view)
+    , m_doneToolTip(view.doneButton().toolTip())
 {
     connect(&m_view.shuffleButton(), &MetalButton::clicked, this, &PlaylistViewController::shuffleButtonPressed);
     connect(&m_view.repeatButton(), &MetalButton::clicked, this, &PlaylistViewController::repeatButtonPressed);
@@ -84,6 +88,10 @@ PlaylistViewController::PlaylistViewController(MusicConnector &musicConnector, P
     connect(&m_musicConnector, &MusicConnector::playlistOptionsChanged, this, &PlaylistViewController::showPlaylists);
     connect(&m_musicConnector, &MusicConnector::selectedPlaylistChanged, this,
         &PlaylistViewController::showSelectedPlaylist);
+    const MusicApplication &music = m_musicConnector.musicApp();
+    connect(&music, &MusicApplication::respondingDidChange, this, &PlaylistViewController::refreshControls);
+    connect(&music, &MusicApplication::controlsDidChange, this, &PlaylistViewController::refreshControls);
+    connect(&music, &MusicApplication::playerDidChange, this, &PlaylistViewController::refreshControls);
     m_view.playlistPicker().setModel(&m_playlistNames);
     showPlaylists();
     refreshButtons();
@@ -117,14 +125,11 @@ void PlaylistViewController::showPlaylists()
     for (const PlaylistOption &option : m_musicConnector.playlistOptions()) {
         names.append(option.name);
     }
-    MetalPopupButton &picker = m_view.playlistPicker();
     {
         // The whole list at once: adding thousands of entries one by one is slow.
-        const QSignalBlocker blocker(picker);
+        const QSignalBlocker blocker(m_view.playlistPicker());
         m_playlistNames.setStringList(names);
     }
-    picker.setEnabled(!names.isEmpty());
-    picker.setToolTip(names.isEmpty() ? whyEmpty() : tr("Choose a playlist", "Tooltip of the playlist picker"));
     showSelectedPlaylist();
 }
 
@@ -157,7 +162,18 @@ void PlaylistViewController::showSelectedPlaylist()
     m_view.playlistPicker().setCurrentIndex(
         found == options.end() ? noPlaylist : static_cast<int>(found - options.begin()));
     m_view.playlistPicker().update();
-    m_view.doneButton().setEnabled(selected.has_value());
+    enablePlaylistControls();
+}
+
+void PlaylistViewController::enablePlaylistControls()
+{
+    QString obstacle = obstacleToCommands(m_musicConnector.musicApp());
+    m_view.doneButton().setEnabled(obstacle.isEmpty() && m_musicConnector.selectedPlaylist());
+    explain(m_view.doneButton(), obstacle, m_doneToolTip);
+    if (obstacle.isEmpty() && m_musicConnector.playlistOptions().isEmpty()) {
+        obstacle = whyEmpty();
+    }
+    setUsable(m_view.playlistPicker(), obstacle, tr("Choose a playlist", "Tooltip of the playlist picker"));
 }
 
 void PlaylistViewController::selectPlaylist(int index)
@@ -168,14 +184,31 @@ void PlaylistViewController::selectPlaylist(int index)
     }
 }
 
+/// Enables the controls that Music answers, and disables the others.
+void PlaylistViewController::refreshControls()
+{
+    if (!obstacleToCommands(m_musicConnector.musicApp()).isEmpty()) {
+        for (QWidget *control : std::initializer_list<QWidget *>{
+                 &m_view.playlistPicker(), &m_view.doneButton(), &m_view.shuffleButton(), &m_view.repeatButton()}) {
+            m_focus.take(*control);
+        }
+    }
+    enablePlaylistControls();
+    refreshButtons();
+    m_focus.giveBack();
+}
+
 void PlaylistViewController::refreshButtons()
 {
-    const bool isShuffled = m_musicConnector.musicApp().shuffleEnabled().value_or(false);
+    const MusicApplication &music = m_musicConnector.musicApp();
+    const bool isShuffled = music.shuffleEnabled().value_or(false);
     setState(m_view.shuffleButton(), isShuffled ? QStringLiteral("shuffle_on") : QStringLiteral("shuffle_off"),
         isShuffled ? tr("Shuffle: on", "For accessibility: the shuffle button")
-                   : tr("Shuffle: off", "For accessibility: the shuffle button"));
+                   : tr("Shuffle: off", "For accessibility: the shuffle button"),
+        obstacleTo(MusicControl::shuffle, music));
     m_shownRepeatMode = m_musicConnector.repeatMode();
-    setState(m_view.repeatButton(), imageOf(m_shownRepeatMode), nameOf(m_shownRepeatMode));
+    setState(m_view.repeatButton(), imageOf(m_shownRepeatMode), nameOf(m_shownRepeatMode),
+        obstacleTo(MusicControl::repeat, music));
 }
 
 } // namespace tunedeck

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "music/MusicTypes.h"
+#include "widgets/FocusKeeper.h"
 
 #include <QObject>
+#include <QString>
 #include <QStringListModel>
 
 class QAction;
@@ -34,11 +36,15 @@ private:
     void showPlaylists();
     [[nodiscard]] QString whyEmpty() const;
     void showSelectedPlaylist();
+    void enablePlaylistControls();
+    void refreshControls();
     void selectPlaylist(int index);
     void refreshButtons();
 
     MusicConnector &m_musicConnector;
     PlaylistView &m_view;
+    QString m_doneToolTip;
+    FocusKeeper m_focus;
     QStringListModel m_playlistNames;
     /// The mode that the button shows: Music's, until a click asks for another.
     RepeatMode m_shownRepeatMode = RepeatMode::off;

@@ -2,6 +2,7 @@
 #include "music/isMenuItemEnabled.h"
 
 #include "music/MenuItemIdentifier.h"
+#include "music/MusicApplication.h"
 #include "music/MusicConnector.h"
 
 namespace tunedeck {
@@ -9,12 +10,16 @@ namespace tunedeck {
 bool isMenuItemEnabled(const QString &identifier, const MusicConnector &musicConnector)
 {
     using namespace MenuItemIdentifier;
-    const bool isMusicAppRunning = musicConnector.isMusicAppRunning();
-    if (identifier == playPause || identifier == volumeUp || identifier == volumeDown) {
-        return isMusicAppRunning;
+    const MusicApplication &music = musicConnector.musicApp();
+    const bool takesCommands = musicConnector.isMusicAppRunning() && music.isResponding();
+    if (identifier == playPause) {
+        return takesCommands;
+    }
+    if (identifier == volumeUp || identifier == volumeDown) {
+        return takesCommands && music.answerTo(MusicControl::volume) == ControlAnswer::taken;
     }
     if (identifier == next || identifier == previous) {
-        return isMusicAppRunning && musicConnector.feedType() != FeedType::liveStream;
+        return takesCommands && musicConnector.feedType() != FeedType::liveStream;
     }
     return identifier == openMusicApp || identifier == closeWindow;
 }

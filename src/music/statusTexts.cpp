@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "music/statusTexts.h"
 
+#include "music/MusicApplication.h"
+
 #include <QCoreApplication>
 
 namespace tunedeck {
@@ -16,10 +18,19 @@ QString noSongText()
     return QCoreApplication::translate("tunedeck", "No Song", "'No Song' displayed in LCD");
 }
 
-QString musicIsNotRespondingText()
+QString playerIsNotRespondingText(const QString &playerName)
 {
-    return QCoreApplication::translate(
-        "tunedeck", "Music is not responding", "Tooltip of the LCD while Music is frozen");
+    //: %1 is the player. Also the tooltip of the controls that are then disabled.
+    return QCoreApplication::translate("tunedeck", "%1 is not responding", "In the LCD while the player hangs")
+        .arg(playerName);
+}
+
+QString playerNameText(const MusicApplication &music)
+{
+    const QString name = music.playerName();
+    return name.isEmpty() ? QCoreApplication::translate(
+               "tunedeck", "Music", "In place of the name of a player that has none: the music player")
+                          : name;
 }
 
 } // namespace tunedeck

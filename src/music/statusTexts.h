@@ -5,13 +5,17 @@
 
 namespace tunedeck {
 
+class MusicApplication;
+
 // Texts that the window shows where Music has no track to show or does not answer.
 
 /// "Music is not open", for the display and for the empty playlist picker.
 [[nodiscard]] QString musicIsNotOpenText();
 /// "No Song", for the display while nothing is loaded.
 [[nodiscard]] QString noSongText();
-/// "Music is not responding", the tooltip of the display.
-[[nodiscard]] QString musicIsNotRespondingText();
+/// "Strawberry is not responding", for the display and for the controls that are then disabled.
+[[nodiscard]] QString playerIsNotRespondingText(const QString &playerName);
+/// The name of the player that `music` is, or "Music" where it has none.
+[[nodiscard]] QString playerNameText(const MusicApplication &music);
 
 } // namespace tunedeck

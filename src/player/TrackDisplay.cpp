@@ -3,6 +3,7 @@
 
 #include "music/MusicApplication.h"
 #include "music/MusicConnector.h"
+#include "music/obstacles.h"
 #include "music/statusTexts.h"
 #include "platform/Appearance.h"
 #include "player/LcdView.h"
@@ -20,6 +21,12 @@ QString sentenceCased(const QString &text)
     const QString lower = text.toLower();
     return lower.left(1).toUpper() + lower.mid(1);
 }
+
+QString asOneText(QStringList texts)
+{
+    texts.removeAll(QString());
+    return texts.join(QStringLiteral(" – "));
+}
 } // namespace
 
 TrackDisplay::TrackDisplay(
@@ -30,7 +37,10 @@ TrackDisplay::TrackDisplay(
 {
     followTimes();
     followAppearance(appearance);
-    followResponding();
+    const MusicApplication &music = m_musicConnector.musicApp();
+    connect(&music, &MusicApplication::respondingDidChange, this, &TrackDisplay::showTexts);
+    connect(&music, &MusicApplication::playerDidChange, this, &TrackDisplay::showTexts);
+    showTexts();
 }
 
 void TrackDisplay::showFeedType(FeedType feedType)
@@ -41,7 +51,6 @@ void TrackDisplay::showFeedType(FeedType feedType)
     m_lcd.primaryTimeLabel().setHidden(isLive);
     m_lcd.secondaryTimeLabel().setHidden(isLive);
     showFallbackText(feedType);
-    m_lcd.trackProgressSlider().setEnabled(!isEmptyFeed(feedType));
 }
 
 bool TrackDisplay::showTrack(const MusicConnectorTrack &track)
@@ -49,19 +58,22 @@ bool TrackDisplay::showTrack(const MusicConnectorTrack &track)
     if (showFallbackText(m_musicConnector.feedType())) {
         return false;
     }
-    QStringList strings;
+    m_fallbackText.clear();
+    m_trackTexts.clear();
     for (const std::optional<QString> &text : {track.trackName, track.artistName, track.albumName}) {
         if (text) {
-            strings.append(*text);
+            m_trackTexts.append(*text);
         }
     }
-    m_lcd.trackInfoLabel().setDisplayStrings(strings);
+    showTexts();
     return true;
 }
 
 void TrackDisplay::clear()
 {
-    m_lcd.trackInfoLabel().setDisplayStrings({});
+    m_fallbackText.clear();
+    m_trackTexts.clear();
+    showTexts();
 }
 
 void TrackDisplay::setRemainingTimeShown(bool isShown)
@@ -106,27 +118,33 @@ void TrackDisplay::followAppearance(const Appearance &appearance)
         [&label](AppearanceName name) { label.setDark(isDark(name)); });
 }
 
-void TrackDisplay::followResponding()
-{
-    const MusicApplication &music = m_musicConnector.musicApp();
-    const auto showWhetherMusicResponds = [this](bool isResponding) {
-        m_lcd.setToolTip(isResponding ? QString() : musicIsNotRespondingText());
-    };
-    connect(&music, &MusicApplication::respondingDidChange, this, showWhetherMusicResponds);
-    showWhetherMusicResponds(music.isResponding());
-}
-
 bool TrackDisplay::showFallbackText(FeedType feedType)
 {
     if (!m_musicConnector.isMusicAppRunning()) {
-        m_lcd.trackInfoLabel().setDisplayStrings({musicIsNotOpenText()});
-        return true;
+        m_fallbackText = musicIsNotOpenText();
+    } else if (isEmptyFeed(feedType)) {
+        m_fallbackText = noSongText();
+    } else {
+        return false;
     }
-    if (isEmptyFeed(feedType)) {
-        m_lcd.trackInfoLabel().setDisplayStrings({noSongText()});
-        return true;
+    m_trackTexts.clear();
+    showTexts();
+    return true;
+}
+
+void TrackDisplay::showTexts()
+{
+    const QString silence = obstacleToCommands(m_musicConnector.musicApp());
+    QStringList strings = m_fallbackText.isEmpty() ? m_trackTexts : QStringList{m_fallbackText};
+    if (!silence.isEmpty()) {
+        // The silence comes first, as a long track would take a while to scroll by.
+        strings = {silence};
+        if (!m_trackTexts.isEmpty()) {
+            strings.append(asOneText(m_trackTexts));
+        }
     }
-    return false;
+    m_lcd.trackInfoLabel().setDisplayStrings(strings);
+    m_lcd.setToolTip(silence);
 }
 
 } // namespace tunedeck

@@ -3,7 +3,10 @@
 
 #include "music/MusicTypes.h"
 
+#include <QMetaObject>
 #include <QObject>
+#include <QString>
+#include <QStringList>
 
 namespace tunedeck {
 
@@ -13,8 +16,9 @@ class MusicConnector;
 struct MusicConnectorTrack;
 
 /// Shows on the LCD what plays: the track's texts, or why there are none, and the times. A live stream has neither
-/// times nor progress, so the live marker takes their place. The progress itself is the ViewController's: it belongs to
-/// the user while the user drags the knob.
+/// times nor progress, so the live marker takes their place. While Music is silent, that comes first, and the track
+/// second as one text. The progress itself is the ViewController's: it belongs to the user while the user drags the
+/// knob.
 class TrackDisplay : public QObject {
     Q_OBJECT
 
@@ -23,7 +27,7 @@ public:
     TrackDisplay(
         const MusicConnector &musicConnector, const Appearance &appearance, LcdView &lcd, QObject *parent = nullptr);
 
-    /// Shows the controls that a feed of this type has, and a fallback text where nothing plays.
+    /// Shows the times or the live marker, as a feed of this type has them, and a fallback text where nothing plays.
     void showFeedType(FeedType feedType);
     /// Shows the texts that `track` has. Where nothing plays it shows the fallback text and returns false.
     bool showTrack(const MusicConnectorTrack &track);
@@ -34,12 +38,14 @@ public:
 private:
     void followTimes();
     void followAppearance(const Appearance &appearance);
-    void followResponding();
     /// Returns false, and shows nothing, where Music plays.
     bool showFallbackText(FeedType feedType);
+    void showTexts();
 
     const MusicConnector &m_musicConnector;
     LcdView &m_lcd;
+    QStringList m_trackTexts;
+    QString m_fallbackText; ///< in place of the track's; empty while Music plays
     QMetaObject::Connection m_secondaryTimeBinding;
 };
 

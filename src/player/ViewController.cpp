@@ -48,6 +48,8 @@ ViewController::ViewController(const Environment &environment, PlayerView &view,
     , m_drawerHost(environment.drawerHost)
     , m_view(view)
     , m_display(m_musicConnector, m_appearance, m_view.lcd())
+    , m_volumeSliderTooltip(m_view.volumeSlider().toolTip())
+    , m_availability(m_musicConnector, m_view)
     , m_timeLabelMenu(m_view.lcd().secondaryTimeLabel(), [this](QAction &item) { return validateMenuItem(item); })
 {
     connect(&environment.windowActivation, &WindowActivation::windowDidBecomeMain, this,
@@ -268,11 +270,15 @@ void ViewController::bindVolume()
         connect(speaker, &QAbstractButton::clicked, this, [this, speaker] { volMinMaxSet(*speaker); });
     }
     slider.setScrollEventsDelegate(this);
-    m_volumeSliderTooltip = slider.toolTip();
     m_tooltipsTimer.setObjectName(QStringLiteral("tooltipsTimer"));
     m_tooltipsTimer.setSingleShot(true);
     m_tooltipsTimer.setInterval(tooltipHoldOff);
-    connect(&m_tooltipsTimer, &QTimer::timeout, &slider, [this, &slider] { slider.setToolTip(m_volumeSliderTooltip); });
+    connect(&m_tooltipsTimer, &QTimer::timeout, &slider, [this, &slider] {
+        // The tooltip of a disabled slider says why it is disabled.
+        if (slider.isEnabled()) {
+            slider.setToolTip(m_volumeSliderTooltip);
+        }
+    });
     m_defaults.bind(SettingsKey::volumeButtonsHidden, this, [this](bool hidden) {
         m_view.volumeMinButton().setHidden(hidden);
         m_view.volumeMaxButton().setHidden(hidden);
@@ -312,33 +318,9 @@ void ViewController::updateLCDForFeedType()
     if (feedType == FeedType::unknown || (feedType == FeedType::stopped && state == PlayerState::stopped)) {
         clearTrackInfo();
     }
-    showTransportForFeedType(feedType);
+    // This first: the keyboard leaves a slider that is then hidden.
+    m_availability.update();
     m_display.showFeedType(feedType);
-}
-
-/// Moves the keyboard focus to play/pause. Qt would move it to the next control, whatever Space does there.
-void ViewController::moveKeyboardFrom(const QWidget &control)
-{
-    if (control.hasFocus()) {
-        m_view.playPauseButton().setFocus(Qt::TabFocusReason);
-    }
-}
-
-void ViewController::showTransportForFeedType(FeedType feedType)
-{
-    const bool isLive = feedType == FeedType::liveStream;
-    if (isLive || isEmptyFeed(feedType)) {
-        moveKeyboardFrom(m_view.lcd().trackProgressSlider());
-    }
-    if (isLive) {
-        moveKeyboardFrom(m_view.backwardButton());
-        moveKeyboardFrom(m_view.forwardButton());
-    }
-    m_view.backwardButton().setEnabled(!isLive);
-    m_view.forwardButton().setEnabled(!isLive);
-    m_view.playPauseButton().setToolTip(isLive
-            ? tr("Play or stop playing live audio", "For UI labels: Play or stop playing live audio")
-            : tr("Play or pause the current track", "For UI labels: Play or pause the current track"));
 }
 
 void ViewController::clearTrackInfo()

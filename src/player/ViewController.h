@@ -4,6 +4,7 @@
 #include "music/MusicConnector.h"
 #include "music/MusicConnectorTrack.h"
 #include "music/MusicTypes.h"
+#include "player/ControlAvailability.h"
 #include "player/TimeLabelMenu.h"
 #include "player/TrackDisplay.h"
 #include "skin/views/VolumeSlider.h"
@@ -113,8 +114,6 @@ private:
     void observeExpansion();
 
     void updateLCDForFeedType();
-    void moveKeyboardFrom(const QWidget &control);
-    void showTransportForFeedType(FeedType feedType);
     void clearTrackInfo();
     void updateTrackInfo(const MusicConnectorTrack &track);
     void updateSecondaryTimeLabel();
@@ -135,9 +134,10 @@ private:
     bool m_mouseIsHovering = false;
     bool m_remainingTimeEnabled = true;
     TrackDisplay m_display;
+    QString m_volumeSliderTooltip;
+    ControlAvailability m_availability;
     TimeLabelMenu m_timeLabelMenu;
     QTimer m_tooltipsTimer{this};
-    QString m_volumeSliderTooltip;
     QTimer m_dragLetGoTimer{this};
     bool m_isScrubbing = false;
     double m_lastNewPositionInSec = 0;

@@ -79,6 +79,50 @@ private Q_SLOTS:
         QVERIFY(!isEnabled(previous));
     }
 
+    void itemsFollowMusicsAnswersWithoutAMenuBeingOpened()
+    {
+        using namespace MenuItemIdentifier;
+        Desktop desktop;
+        Application application(desktop.environment());
+        desktop.playTrack();
+        const auto isEnabled = [&application](const QString &identifier) {
+            return application.mainMenu().item(identifier)->isEnabled();
+        };
+        desktop.music.setResponding(false);
+        for (const QString &identifier : {playPause, next, previous, volumeUp, volumeDown}) {
+            QVERIFY(!isEnabled(identifier));
+        }
+        QVERIFY(isEnabled(openMusicApp));
+        desktop.music.setResponding(true);
+        for (const QString &identifier : {playPause, next, previous, volumeUp, volumeDown}) {
+            QVERIFY(isEnabled(identifier));
+        }
+        desktop.music.answerControl(MusicControl::volume, ControlAnswer::ignored);
+        QVERIFY(!isEnabled(volumeUp));
+        QVERIFY(!isEnabled(volumeDown));
+        QVERIFY(isEnabled(playPause));
+    }
+
+    void theDockMenusItemsAreDisabledWhileMusicIsSilent()
+    {
+        using namespace MenuItemIdentifier;
+        Desktop desktop;
+        Application application(desktop.environment());
+        desktop.playTrack();
+        for (const bool isResponding : {false, true}) {
+            desktop.music.setResponding(isResponding);
+            const std::unique_ptr<QMenu> menu = application.delegate().applicationDockMenu();
+            int found = 0;
+            for (const QAction *item : menu->actions()) {
+                if (item->objectName() == playPause || item->objectName() == next || item->objectName() == previous) {
+                    QCOMPARE(item->isEnabled(), isResponding);
+                    ++found;
+                }
+            }
+            QCOMPARE(found, 3);
+        }
+    }
+
     void onWaylandNothingCanBeKeptAbove()
     {
         QVERIFY(canKeepAbove(QStringLiteral("xcb")));

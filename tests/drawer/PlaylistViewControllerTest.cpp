@@ -60,6 +60,11 @@ struct Drawer {
         connector->refreshPlaybackSettings();
     }
 
+    [[nodiscard]] QList<QWidget *> controls()
+    {
+        return {&view.playlistPicker(), &view.doneButton(), &view.shuffleButton(), &view.repeatButton()};
+    }
+
     [[nodiscard]] bool isItemEnabled(const QString &identifier) const
     {
         QAction item;
@@ -90,6 +95,94 @@ private Q_SLOTS:
         QCOMPARE(drawer.view.shuffleButton().accessibleName(), QStringLiteral("Shuffle: on"));
         drawer.say(false, SongRepeat::off);
         QCOMPARE(drawer.view.shuffleButton().image(), QStringLiteral("shuffle_off"));
+    }
+
+    void aSilentMusicDisablesTheDrawersControlsAndEachSaysWhy()
+    {
+        Drawer drawer;
+        QVERIFY(drawer.load({QStringLiteral("Blues"), QStringLiteral("Jazz")}, 2));
+        const QList<QWidget *> controls = drawer.controls();
+        drawer.music.setPlayer(QStringLiteral("Strawberry"), false);
+        drawer.music.setResponding(false);
+        for (const QWidget *control : controls) {
+            QVERIFY(!control->isEnabled());
+            QCOMPARE(control->toolTip(), QStringLiteral("Strawberry is not responding"));
+            QCOMPARE(control->accessibleDescription(), QStringLiteral("Strawberry is not responding"));
+        }
+        drawer.say(true, SongRepeat::one);
+        drawer.connector->setSelectedPlaylist(drawer.connector->playlistOptions().first());
+        for (const QWidget *control : controls) {
+            QVERIFY(!control->isEnabled());
+        }
+        drawer.music.setResponding(true);
+        const QStringList toolTips{QStringLiteral("Choose a playlist"), QStringLiteral("Play the chosen playlist"),
+            QStringLiteral("Shuffle: on"), QStringLiteral("Repeat: one")};
+        for (qsizetype index = 0; index < controls.size(); ++index) {
+            QVERIFY(controls.at(index)->isEnabled());
+            QCOMPARE(controls.at(index)->toolTip(), toolTips.at(index));
+            QVERIFY(controls.at(index)->accessibleDescription().isEmpty());
+        }
+    }
+
+    void aSilenceEndsWithoutAPlaylistToPlay()
+    {
+        Drawer drawer;
+        drawer.music.setResponding(false);
+        drawer.music.setResponding(true);
+        QVERIFY(!drawer.view.playlistPicker().isEnabled());
+        QVERIFY(!drawer.view.doneButton().isEnabled());
+        QVERIFY(drawer.view.shuffleButton().isEnabled());
+    }
+
+    void aModeThatMusicDoesNotTakeIsDisabledAndSaysWhy_data()
+    {
+        QTest::addColumn<MusicControl>("control");
+        QTest::addColumn<ControlAnswer>("answer");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("no shuffle") << MusicControl::shuffle << ControlAnswer::missing
+                                    << QStringLiteral("Dragon has no shuffle mode");
+        QTest::newRow("shuffle ignored") << MusicControl::shuffle << ControlAnswer::ignored
+                                         << QStringLiteral("Dragon keeps its own shuffle mode");
+        QTest::newRow("no repeat") << MusicControl::repeat << ControlAnswer::missing
+                                   << QStringLiteral("Dragon has no repeat mode");
+        QTest::newRow("repeat ignored") << MusicControl::repeat << ControlAnswer::ignored
+                                        << QStringLiteral("Dragon keeps its own repeat mode");
+    }
+
+    void aModeThatMusicDoesNotTakeIsDisabledAndSaysWhy()
+    {
+        QFETCH(const MusicControl, control);
+        QFETCH(const ControlAnswer, answer);
+        Drawer drawer;
+        drawer.music.setPlayer(QStringLiteral("Dragon"), false);
+        const bool isShuffle = control == MusicControl::shuffle;
+        MetalButton &button = isShuffle ? drawer.view.shuffleButton() : drawer.view.repeatButton();
+        const MetalButton &other = isShuffle ? drawer.view.repeatButton() : drawer.view.shuffleButton();
+        drawer.music.answerControl(control, answer);
+        drawer.say(false, SongRepeat::off);
+        QVERIFY(!button.isEnabled());
+        QTEST(button.toolTip(), "reason");
+        QTEST(button.accessibleDescription(), "reason");
+        QVERIFY(other.isEnabled());
+        drawer.music.answerControl(control, ControlAnswer::taken);
+        QVERIFY(button.isEnabled());
+        QVERIFY(button.accessibleDescription().isEmpty());
+    }
+
+    void theKeyboardComesBackToTheDrawerAfterASilence()
+    {
+        Drawer drawer;
+        QVERIFY(drawer.load({QStringLiteral("Blues"), QStringLiteral("Jazz")}, 2));
+        drawer.view.resize(450, 64);
+        drawer.view.show();
+        QVERIFY(QTest::qWaitForWindowActive(&drawer.view));
+        for (QWidget *control : drawer.controls()) {
+            control->setFocus();
+            drawer.music.setResponding(false);
+            QVERIFY(!drawer.view.focusWidget());
+            drawer.music.setResponding(true);
+            QVERIFY(control->hasFocus());
+        }
     }
 
     void eachRepeatModeHasItsImage()

@@ -120,16 +120,59 @@ private Q_SLOTS:
         QCOMPARE(player.displayed(), (QStringList{QString(), QStringLiteral("Band")}));
     }
 
-    void aFrozenMusicKeepsTheTrackAndIsTold()
+    void aSilentMusicIsShownInWordsBesideTheTrackUntilItAnswers()
     {
         Player player;
         player.play(localTrackInfo());
         QVERIFY(player.view.lcd().toolTip().isEmpty());
-        Q_EMIT player.music.respondingDidChange(false);
+        player.music.setResponding(false);
+        QCOMPARE(player.displayed(),
+            (QStringList{QStringLiteral("Music is not responding"), QStringLiteral("Blues – Band – Record")}));
         QCOMPARE(player.view.lcd().toolTip(), QStringLiteral("Music is not responding"));
-        QCOMPARE(player.displayed().first(), QStringLiteral("Blues"));
-        Q_EMIT player.music.respondingDidChange(true);
+        player.music.setResponding(true);
+        QCOMPARE(player.displayed(),
+            (QStringList{QStringLiteral("Blues"), QStringLiteral("Band"), QStringLiteral("Record")}));
         QVERIFY(player.view.lcd().toolTip().isEmpty());
+    }
+
+    void aSilenceNamesThePlayer()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.music.setPlayer(QStringLiteral("Salt & Pepper"), false);
+        player.music.setResponding(false);
+        QCOMPARE(player.displayed().first(), QStringLiteral("Salt & Pepper is not responding"));
+        player.music.setPlayer(QStringLiteral("%1 Strawberry"), false);
+        QCOMPARE(player.displayed().first(), QStringLiteral("%1 Strawberry is not responding"));
+    }
+
+    void theTextOfATrackInASilenceHasOnlyWhatTheTrackHas()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.music.setResponding(false);
+        player.controller->setCurrentTrack(
+            MusicConnectorTrack(QStringLiteral("Alone"), {}, QString(), 10.0, QStringLiteral("Jazz")));
+        QCOMPARE(player.displayed(), (QStringList{QStringLiteral("Music is not responding"), QStringLiteral("Alone")}));
+    }
+
+    void aSilentMusicWithoutATrackShowsItsSilenceAlone()
+    {
+        Player player;
+        player.music.setResponding(false);
+        QCOMPARE(player.displayed(), {QStringLiteral("Music is not responding")});
+        player.music.quit();
+        QCOMPARE(player.displayed(), {QStringLiteral("Music is not open")});
+        QVERIFY(player.view.lcd().toolTip().isEmpty());
+    }
+
+    void theScreenReaderHearsOfASilence()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        player.music.setResponding(false);
+        QTRY_COMPARE(accessible(player.view.lcd().trackInfoLabel()).text(QAccessible::Name),
+            QStringLiteral("Music is not responding, Blues – Band – Record"));
     }
 
     void aStoppedPlayerThatReportsAPositionShowsNone()

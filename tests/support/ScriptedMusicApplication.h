@@ -67,6 +67,12 @@ public:
         Q_EMIT playerDidChange();
     }
 
+    void setResponding(bool responding)
+    {
+        m_isResponding = responding;
+        Q_EMIT respondingDidChange(responding);
+    }
+
     void answerInBackground(const BackgroundAnswers &backgroundAnswers)
     {
         const std::lock_guard lock(m_mutex);
@@ -112,6 +118,7 @@ public:
     }
 
     [[nodiscard]] bool isRunning() const override { return m_isRunning; }
+    [[nodiscard]] bool isResponding() const override { return m_isResponding; }
     void setWatched(bool watched) override { isWatched = watched; }
     bool activate() override { return isAnswered(QStringLiteral("activate")) && recorded(QStringLiteral("activate")); }
 
@@ -252,6 +259,7 @@ private:
     }
 
     std::atomic<bool> m_isRunning = true;
+    bool m_isResponding = true;
     QString m_playerName;
     bool m_hasWindow = false;
     QMap<MusicControl, ControlAnswer> m_controls;

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include "music/obstacles.h"
+
+#include "music/MusicApplication.h"
+#include "music/statusTexts.h"
+#include "platform/FatalError.h"
+
+#include <QCoreApplication>
+
+namespace tunedeck {
+
+namespace {
+QString missingText(MusicControl control)
+{
+    switch (control) {
+    case MusicControl::position:
+        //: %1 is the player.
+        return QCoreApplication::translate("tunedeck", "%1 cannot seek in this track", "Tooltip of a disabled control");
+    case MusicControl::volume:
+        return QCoreApplication::translate("tunedeck", "%1 has no volume control", "Tooltip of a disabled control");
+    case MusicControl::shuffle:
+        return QCoreApplication::translate("tunedeck", "%1 has no shuffle mode", "Tooltip of a disabled control");
+    case MusicControl::repeat:
+        return QCoreApplication::translate("tunedeck", "%1 has no repeat mode", "Tooltip of a disabled control");
+    }
+    fatalError("Impossible control");
+}
+
+QString ignoredText(MusicControl control)
+{
+    switch (control) {
+    case MusicControl::position:
+        return missingText(control);
+    case MusicControl::volume:
+        return QCoreApplication::translate("tunedeck", "%1 keeps its own volume", "Tooltip of a disabled control");
+    case MusicControl::shuffle:
+        return QCoreApplication::translate(
+            "tunedeck", "%1 keeps its own shuffle mode", "Tooltip of a disabled control");
+    case MusicControl::repeat:
+        return QCoreApplication::translate("tunedeck", "%1 keeps its own repeat mode", "Tooltip of a disabled control");
+    }
+    fatalError("Impossible control");
+}
+} // namespace
+
+QString obstacleToCommands(const MusicApplication &music)
+{
+    return music.isRunning() && !music.isResponding() ? playerIsNotRespondingText(playerNameText(music)) : QString();
+}
+
+QString obstacleTo(MusicControl control, const MusicApplication &music)
+{
+    if (const QString silence = obstacleToCommands(music); !silence.isEmpty()) {
+        return silence;
+    }
+    switch (music.answerTo(control)) {
+    case ControlAnswer::taken:
+        return {};
+    case ControlAnswer::missing:
+        return missingText(control).arg(playerNameText(music));
+    case ControlAnswer::ignored:
+        return ignoredText(control).arg(playerNameText(music));
+    }
+    fatalError("Impossible answer to a control");
+}
+
+} // namespace tunedeck

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "music/MusicTypes.h"
+
+#include <QString>
+
+namespace tunedeck {
+
+class MusicApplication;
+
+// Texts for the user that say why a control of Music cannot be used. Empty where it can be, and while Music does not
+// run.
+
+/// Why no command reaches Music: "Strawberry is not responding".
+[[nodiscard]] QString obstacleToCommands(const MusicApplication &music);
+/// Why the user cannot set `control`: obstacleToCommands(), else that Music does not take it.
+[[nodiscard]] QString obstacleTo(MusicControl control, const MusicApplication &music);
+
+} // namespace tunedeck
