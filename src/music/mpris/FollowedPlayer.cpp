@@ -27,12 +27,15 @@ const char *reasonText(FollowReason reason)
 
 } // namespace
 
-FollowedPlayer::FollowedPlayer(const QDBusConnection &bus, UserDefaults &defaults, Clock clock, QObject *parent)
+FollowedPlayer::FollowedPlayer(
+    const QDBusConnection &bus, UserDefaults &defaults, Clock clock, QObject *parent, const QString &processes)
     : QObject(parent)
     , m_defaults(defaults)
     , m_clock(std::move(clock))
     , m_registry(std::make_unique<PlayerRegistry>(bus, m_clock, this))
+    , m_launchEntry(processes)
 {
+    connect(&m_launchEntry, &LaunchEntry::finished, this, &FollowedPlayer::remember);
     connectRegistry();
     connect(&m_defaults, &UserDefaults::valueChanged, this, [this](const QString &key) {
         if (key == SettingsKey::followedPlayer) {
@@ -171,10 +174,16 @@ void FollowedPlayer::remember()
     if (!m_player) {
         return;
     }
-    const QString entry = m_player->desktopEntry();
     const QString family = playerFamily(m_player->name());
-    store(SettingsKey::lastFollowedPlayer, entry.isEmpty() ? family : entry);
-    if (family == m_defaults.stringForKey(SettingsKey::followedPlayer) && !entry.isEmpty()) {
+    const QString named = m_player->desktopEntry();
+    m_launchEntry.find(m_player->processId(), named.isEmpty() ? family : named);
+    const QString &entry = m_launchEntry.entry();
+    if (entry.isEmpty()) {
+        return;
+    }
+    store(SettingsKey::lastFollowedPlayer, entry);
+    const bool isMoreThanTheFamily = !named.isEmpty() || entry != family;
+    if (family == m_defaults.stringForKey(SettingsKey::followedPlayer) && isMoreThanTheFamily) {
         store(SettingsKey::followedPlayerEntry, family + u'/' + entry);
     }
 }

@@ -3,6 +3,7 @@
 
 #include "music/mpris/PlayerChoice.h"
 #include "music/mpris/PlayerRegistry.h"
+#include "platform/LaunchEntry.h"
 
 #include <QDBusConnection>
 #include <QHash>
@@ -30,8 +31,9 @@ class FollowedPlayer : public QObject {
     Q_OBJECT
 
 public:
-    /// `defaults` must outlive this object.
-    FollowedPlayer(const QDBusConnection &bus, UserDefaults &defaults, Clock clock, QObject *parent = nullptr);
+    /// `defaults` must outlive this object. `processes` is the folder with a folder for each process.
+    FollowedPlayer(const QDBusConnection &bus, UserDefaults &defaults, Clock clock, QObject *parent = nullptr,
+        const QString &processes = QStringLiteral("/proc"));
 
     /// Leaves the player, then looks for players on `bus`; for none if `bus` is not connected.
     void setBus(const QDBusConnection &bus);
@@ -80,6 +82,7 @@ private:
     Clock m_clock;
     std::unique_ptr<PlayerRegistry> m_registry;
     MprisPlayer *m_player = nullptr;
+    LaunchEntry m_launchEntry; ///< of the followed player
     QHash<QString, quint64> m_lastPlayed; ///< by owner: a number that grows with time
     quint64 m_plays = 0;
 };

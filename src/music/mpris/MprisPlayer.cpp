@@ -119,6 +119,7 @@ void MprisPlayer::askForProcessId(const QDBusConnection &connection)
         [this](const QDBusMessage &reply) {
             if (const std::optional<double> processId = bus::number(bus::plainArgument(reply, 0))) {
                 m_processId = qint64(*processId);
+                Q_EMIT identityChanged();
             }
         });
 }

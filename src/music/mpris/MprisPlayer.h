@@ -54,6 +54,7 @@ Q_SIGNALS:
     /// hasBeenAsked() is true from now on.
     void asked();
     void attached();
+    /// identity(), desktopEntry() or processId() is known.
     void identityChanged();
     void changed(tunedeck::PlayerMirror::Changes changes);
     void respondingChanged(bool responding);

@@ -20,6 +20,7 @@ public:
     DemoPlayerProcess &operator=(const DemoPlayerProcess &) = delete;
 
     [[nodiscard]] bool isReady() const;
+    [[nodiscard]] qint64 processId() const { return m_process.processId(); }
     /// Makes the player carry out `line`; false if it does not understand it. Returns when it is done.
     bool tell(const QString &line) const;
     /// The calls that the player received since the last takeCalls() or takeCommands().

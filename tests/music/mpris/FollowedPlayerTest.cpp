@@ -5,6 +5,8 @@
 #include "support/PrivateBus.h"
 #include "support/registerTest.h"
 
+#include <QDir>
+#include <QFile>
 #include <QGuiApplication>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -29,18 +31,22 @@ private Q_SLOTS:
     void thePinnedPlayersEntryIsOfNoUseForAnother();
     void anEntryThatIsNoFileNameIsNotRemembered_data();
     void anEntryThatIsNoFileNameIsNotRemembered();
+    void aSandboxedPlayerIsRememberedByItsOwnEntryAlone();
     void thePlayersThatCanBeFollowedAreToldAsTheyComeAndGo();
 
 private:
     [[nodiscard]] std::unique_ptr<DemoPlayerProcess> newPlayer(const QStringList &arguments);
     void startPlayer(const QStringList &arguments);
     void startFollowing();
+    /// Makes it look as if the player runs in the Flatpak of `application`.
+    void putIntoFlatpak(const DemoPlayerProcess &player, const QString &application);
 
     std::unique_ptr<PrivateBus> m_bus;
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<UserDefaults> m_defaults;
     std::unique_ptr<DemoPlayerProcess> m_player;
     std::unique_ptr<FollowedPlayer> m_followed;
+    QString m_processes = u"/proc"_s;
     int m_connections = 0;
 };
 
@@ -59,6 +65,7 @@ void FollowedPlayerTest::cleanup()
     m_player.reset();
     m_defaults.reset();
     m_bus.reset();
+    m_processes = u"/proc"_s;
     for (; m_connections > 0; --m_connections) {
         QDBusConnection::disconnectFromBus(QString::number(m_connections));
     }
@@ -78,9 +85,19 @@ void FollowedPlayerTest::startPlayer(const QStringList &arguments)
 
 void FollowedPlayerTest::startFollowing()
 {
-    m_followed = std::make_unique<FollowedPlayer>(
-        m_bus->connect(QString::number(++m_connections)), *m_defaults, std::chrono::steady_clock::now);
+    m_followed = std::make_unique<FollowedPlayer>(m_bus->connect(QString::number(++m_connections)), *m_defaults,
+        std::chrono::steady_clock::now, nullptr, m_processes);
     QTRY_VERIFY(m_followed->isReady());
+}
+
+void FollowedPlayerTest::putIntoFlatpak(const DemoPlayerProcess &player, const QString &application)
+{
+    m_processes = m_folder->filePath(u"processes"_s);
+    const QString root = u"%1/%2/root"_s.arg(m_processes).arg(player.processId());
+    QVERIFY(QDir().mkpath(root));
+    QFile information(root + u"/.flatpak-info"_s);
+    QVERIFY(information.open(QIODevice::WriteOnly));
+    QVERIFY(information.write(u"[Application]\nname=%1\n"_s.arg(application).toUtf8()) > 0);
 }
 
 void FollowedPlayerTest::theOneThatPlaysIsFollowed()
@@ -141,11 +158,22 @@ void FollowedPlayerTest::anEntryThatIsNoFileNameIsNotRemembered()
     m_defaults->setValue(u"FollowedPlayer"_s, u"odd"_s);
     startPlayer({u"--name"_s, u"odd.instance1"_s, u"--do"_s, u"wrong DesktopEntry "_s + entry});
     startFollowing();
-    QVERIFY(m_followed->player());
+    QTRY_COMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"odd"_s);
     m_player.reset();
     QTRY_VERIFY(!m_followed->player());
     QCOMPARE(m_defaults->stringForKey(u"FollowedPlayerEntry"_s), QString());
     QCOMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"odd"_s);
+}
+
+void FollowedPlayerTest::aSandboxedPlayerIsRememberedByItsOwnEntryAlone()
+{
+    m_defaults->setValue(u"FollowedPlayer"_s, u"boxed"_s);
+    startPlayer({u"--play"_s, u"--name"_s, u"boxed"_s, u"--do"_s, u"wrong DesktopEntry string victim"_s});
+    putIntoFlatpak(*m_player, u"org.example.Boxed"_s);
+    startFollowing();
+    QTRY_COMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"org.example.Boxed"_s);
+    QCOMPARE(m_defaults->stringForKey(u"FollowedPlayerEntry"_s), u"boxed/org.example.Boxed"_s);
+    QCOMPARE(m_followed->entriesToLaunch(), (QStringList{u"org.example.Boxed"_s, u"boxed"_s, u"org.example.Boxed"_s}));
 }
 
 void FollowedPlayerTest::thePlayersThatCanBeFollowedAreToldAsTheyComeAndGo()
