@@ -56,6 +56,7 @@ private Q_SLOTS:
         installWith(QStringLiteral("cinema"), QStringLiteral("Categories=AudioVideo\n"));
         installWith(QStringLiteral("gramophone"), QStringLiteral("Categories=Player;\n"));
         installWith(QStringLiteral("browser"), QStringLiteral("Categories=Network;WebBrowser;\n"));
+        installWith(QStringLiteral("changing"), QStringLiteral("Categories=Audio;\n"));
         installWith(QStringLiteral("opener"), QStringLiteral("Categories=Utility;\nMimeType=text/plain;audio/ogg;\n"));
         write(QStringLiteral("mimeapps.list"),
             QStringLiteral("[Default Applications]\naudio/mpeg=org.example.Jukebox.desktop\n"
@@ -156,11 +157,9 @@ private Q_SLOTS:
 
     void anEntryIsLookedAtRightBeforeItIsLaunched()
     {
-        const QString path = QStringLiteral("applications/changing.desktop");
-        const QString program = QStringLiteral("touch");
-        install(path, QStringLiteral("Changing"), program, QStringLiteral("Categories=Audio;\n"));
         QCOMPARE(launchedBy({QStringLiteral("changing")}, QString()), QStringLiteral("changing"));
-        install(path, QStringLiteral("Changing"), program, QStringLiteral("Categories=System;\n"));
+        install(QStringLiteral("applications/changing.desktop"), QStringLiteral("changing"), QStringLiteral("touch"),
+            QStringLiteral("Categories=System;\n"));
         QCOMPARE(launchedBy({QStringLiteral("changing")}, QString()), std::nullopt);
     }
 
