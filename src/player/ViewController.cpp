@@ -241,7 +241,11 @@ void ViewController::setUpProgressSlider()
     m_dragLetGoTimer.setObjectName(QStringLiteral("dragLetGoTimer"));
     m_dragLetGoTimer.setSingleShot(true);
     m_dragLetGoTimer.setInterval(dragLetGoDelay);
-    connect(&m_dragLetGoTimer, &QTimer::timeout, this, [this] { m_isScrubbing = false; });
+    connect(&m_dragLetGoTimer, &QTimer::timeout, this, [this] {
+        m_isScrubbing = false;
+        // The next update never comes while the player is paused. The knob must not stay where the player cannot go.
+        m_musicConnector.updatePlayerProgressInfo();
+    });
 }
 
 void ViewController::observeConnector()

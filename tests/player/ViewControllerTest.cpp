@@ -410,8 +410,21 @@ private Q_SLOTS:
         player.connector->updatePlayerProgressInfo();
         QCOMPARE(slider.doubleValue(), 50.0);
         QVERIFY(elapse(letGo));
-        QCOMPARE(slider.doubleValue(), 50.0);
+        QCOMPARE(slider.doubleValue(), 5.0);
+        player.music.answers.playerPosition = 20.0;
         player.connector->updatePlayerProgressInfo();
+        QCOMPARE(slider.doubleValue(), 10.0);
+    }
+
+    void aKnobThatAPausedPlayerDoesNotFollowGoesBack()
+    {
+        Player player;
+        player.play(localTrackInfo(), PlayerState::paused);
+        PercentSlider &slider = player.view.lcd().trackProgressSlider();
+        QCOMPARE(slider.doubleValue(), 5.0);
+        drag(slider, 50);
+        QCOMPARE(slider.doubleValue(), 50.0);
+        QVERIFY(elapse(player.timer(u"dragLetGoTimer")));
         QCOMPARE(slider.doubleValue(), 5.0);
     }
 
