@@ -5,7 +5,6 @@
 #include "platform/ApplicationLauncher.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace tunedeck {
 
@@ -152,8 +151,7 @@ bool MprisMusicApplication::setPlayerPosition(double seconds)
 
 std::optional<int> MprisMusicApplication::soundVolume() const
 {
-    const std::optional<double> volume = player() ? player()->mirror().volume() : std::nullopt;
-    return volume ? std::optional(int(std::lround(*volume * 100))) : std::nullopt;
+    return player() ? player()->mirror().volumeStep() : std::nullopt;
 }
 
 bool MprisMusicApplication::setSoundVolume(qint64 volume)

@@ -117,7 +117,8 @@ bool PlayerCommands::setVolume(double volume)
         return false;
     }
     m_wantedVolume.want(volume);
-    Q_EMIT mirrorChanged(m_mirror.askedForVolume(volume, now()));
+    // The user's own volume is no change to be reported back, where its fraction would be lost.
+    m_mirror.askedForVolume(volume, now());
     return true;
 }
 

@@ -136,13 +136,11 @@ PlayerMirror::Changes PlayerMirror::askedForPosition(double target, Instant now)
     return {.settings = true};
 }
 
-PlayerMirror::Changes PlayerMirror::askedForVolume(double volume, Instant now)
+void PlayerMirror::askedForVolume(double volume, Instant now)
 {
-    const Believed before = believed();
     m_volume = volume;
     m_volumeUnanswered = true;
     m_volumeHeldUntil = now + volumeEcho;
-    return changesSince(before);
 }
 
 void PlayerMirror::volumeAnswered(Instant now)
@@ -205,6 +203,11 @@ std::optional<double> PlayerMirror::position(Instant now) const
     }
     const double position = status() == PlaybackStatus::Stopped ? 0 : m_clock.position(now);
     return m_track.length && !m_track.lengthGrows ? std::min(position, *m_track.length) : position;
+}
+
+std::optional<int> PlayerMirror::volumeStep() const
+{
+    return m_volume ? std::optional(int(std::lround(*m_volume * 100))) : std::nullopt;
 }
 
 const QString &PlayerMirror::reportedTrackId() const
@@ -421,14 +424,15 @@ void PlayerMirror::settleLaterAt(Instant moment)
 
 PlayerMirror::Believed PlayerMirror::believed() const
 {
-    return {userInfo(), status(), m_volume, m_report.shuffle, m_report.loopStatus};
+    return {userInfo(), status(), volumeStep(), m_report.shuffle, m_report.loopStatus};
 }
 
 PlayerMirror::Changes PlayerMirror::changesSince(const Believed &before) const
 {
     const Believed now = believed();
     return {.userInfo = now.userInfo != before.userInfo,
-        .settings = now.volume != before.volume || now.shuffle != before.shuffle || now.loopStatus != before.loopStatus,
+        .settings =
+            now.volumeStep != before.volumeStep || now.shuffle != before.shuffle || now.loopStatus != before.loopStatus,
         .status = now.status != before.status};
 }
 

@@ -52,8 +52,9 @@ public:
     Changes commandFailed(Instant now);
     /// Seconds.
     Changes askedForPosition(double target, Instant now);
-    /// `volume` is 0 to 1. Reports of the volume are ignored until 250 ms after volumeAnswered().
-    Changes askedForVolume(double volume, Instant now);
+    /// `volume` is 0 to 1. Reports of the volume are ignored until 250 ms after volumeAnswered(). A report of the same
+    /// step, such as a rounded one, is no change then.
+    void askedForVolume(double volume, Instant now);
     void volumeAnswered(Instant now);
 
     // Time
@@ -79,6 +80,8 @@ public:
     [[nodiscard]] std::optional<double> position(Instant now) const;
     /// 0 to 1.
     [[nodiscard]] std::optional<double> volume() const { return m_volume; }
+    /// The volume in the steps in which it is set: 0 to 100.
+    [[nodiscard]] std::optional<int> volumeStep() const;
     [[nodiscard]] std::optional<bool> shuffle() const { return m_report.shuffle; }
     [[nodiscard]] std::optional<LoopStatus> loopStatus() const { return m_report.loopStatus; }
 
@@ -107,7 +110,7 @@ private:
     struct Believed {
         QVariantMap userInfo;
         PlaybackStatus status;
-        std::optional<double> volume;
+        std::optional<int> volumeStep;
         std::optional<bool> shuffle;
         std::optional<LoopStatus> loopStatus;
     };

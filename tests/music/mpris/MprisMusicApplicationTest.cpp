@@ -84,6 +84,7 @@ private Q_SLOTS:
     void ofManyVolumesOneIsUnderWayAndTheLastIsTheLastWanted();
     void everyVolumeIsReadBackAsItWasSet();
     void anEchoOfOurVolumeDoesNotMoveIt();
+    void aVolumeInSmallStepsKeepsItsFraction();
     void shuffleAndRepeatAreWhatThePlayerSaysAfterwards();
     void aRefusedRepeatStaysWhatItWas();
     void holdingForwardSeeksInGrowingStepsUntilResume();
@@ -658,6 +659,36 @@ void MprisMusicApplicationTest::anEchoOfOurVolumeDoesNotMoveIt()
     QCOMPARE(m_music->soundVolume(), 20);
     volumes.removeAll(20);
     QCOMPARE(volumes, QList<int>());
+}
+
+void MprisMusicApplicationTest::aVolumeInSmallStepsKeepsItsFraction()
+{
+    startPlayer({u"--play"_s, u"--do"_s, u"volume 0.5"_s, u"--do"_s, u"echo 3"_s});
+    startMusic();
+    tell(u"pause"_s);
+    QTRY_COMPARE(m_music->playerState(), PlayerState::paused);
+    QVERIFY(comesToRest());
+    QCoreApplication::processEvents();
+    const WindowActivation windowActivation;
+    MusicConnector connector(*m_music, windowActivation);
+    // The connector asks for it, and reads the volume then.
+    const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
+    QTRY_VERIFY(info.count() > 0);
+    QVERIFY(comesToRest());
+    QCoreApplication::processEvents();
+    QCOMPARE(connector.soundVolume(), 50.0);
+    const QSignalSpy settings(m_music.get(), &MusicApplication::playbackSettingsDidChange);
+    for (int step = 0; step < 5; ++step) {
+        connector.adjustVolume(-0.4);
+        QVERIFY(step % 2 == 0 ? MusicAtRest::roundTrip(m_musicConnection) : comesToRest());
+    }
+    QVERIFY(comesToRest());
+    QCOMPARE(settings.count(), 0);
+    QVERIFY(std::abs(connector.soundVolume() - 48.0) < 1e-9);
+    QCOMPARE(commands().last(), u"Set Volume 0.484"_s);
+    // A change in the player's own window is Music's.
+    tell(u"volume 0.3"_s);
+    QTRY_COMPARE(connector.soundVolume(), 30.0);
 }
 
 void MprisMusicApplicationTest::shuffleAndRepeatAreWhatThePlayerSaysAfterwards()
