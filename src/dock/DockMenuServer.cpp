@@ -4,6 +4,7 @@
 #include "platform/BundleInfo.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -22,6 +23,10 @@ constexpr int longestLabel = 100;
 constexpr QLatin1String menuPath("/org/tunedeck/Tunedeck/DockMenu");
 constexpr QLatin1String unityService("com.canonical.Unity");
 constexpr QLatin1String clicked("clicked");
+constexpr QLatin1String childrenDisplay("children-display");
+const QString submenu = QStringLiteral("submenu");
+/// Players come and go, so more keys than this are not kept beside those of the items on show.
+constexpr qsizetype mostKeys = 1'000;
 
 /// Converts Qt's mark of a mnemonic, "&", to that of docks, "_". Cuts long texts and joins lines, since a player may
 /// send any text as a title.
@@ -59,11 +64,27 @@ QVariantMap propertiesOf(const QAction &action)
         {QStringLiteral("enabled"), action.isEnabled()},
         {QStringLiteral("visible"), action.isVisible()},
     };
+    if (const QVariant iconName = action.data(); iconName.isValid()) {
+        properties.insert(QStringLiteral("icon-name"), iconName.toString());
+    }
+    if (action.menu()) {
+        properties.insert(childrenDisplay, submenu);
+    }
     if (action.isCheckable()) {
-        properties.insert(QStringLiteral("toggle-type"), QStringLiteral("checkmark"));
+        const bool isRadio = action.actionGroup() && action.actionGroup()->isExclusive();
+        properties.insert(
+            QStringLiteral("toggle-type"), isRadio ? QStringLiteral("radio") : QStringLiteral("checkmark"));
         properties.insert(QStringLiteral("toggle-state"), action.isChecked() ? 1 : 0);
     }
     return properties;
+}
+
+/// The key of `action` among those of its menu.
+QString keyOf(const QAction &action, qsizetype position)
+{
+    // Docks may not support an item that turns into a separator.
+    const QString place = (action.isSeparator() ? u'-' : u'+') + QString::number(position);
+    return action.objectName().isEmpty() ? place : action.objectName();
 }
 
 /// Keeps only the named properties, or all if there are no names.
@@ -194,12 +215,7 @@ uint DockMenuServer::GetLayout(
         return m_revision;
     }
     m_isRead = true;
-    layout.item = reduced(*parent, propertyNames);
-    if (parentId == rootId && recursionDepth != 0) {
-        std::for_each(m_items.begin() + 1, m_items.end(), [&](const DockMenuItem &child) {
-            layout.children.append(QVariant::fromValue(DockMenuLayout{reduced(child, propertyNames), {}}));
-        });
-    }
+    layout = layoutOf(*parent, recursionDepth, propertyNames);
     return m_revision;
 }
 
@@ -261,7 +277,7 @@ bool DockMenuServer::AboutToShow(int id)
     if (!item(id)) {
         refuse();
     }
-    return hasChanged && id == rootId;
+    return hasChanged && isMenu(id);
 }
 
 QList<int> DockMenuServer::AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors)
@@ -271,7 +287,11 @@ QList<int> DockMenuServer::AboutToShowGroup(const QList<int> &ids, QList<int> &i
     if (!ids.isEmpty() && idErrors.size() == ids.size()) {
         refuse();
     }
-    return hasChanged && ids.contains(rootId) ? QList{rootId} : QList<int>();
+    QList<int> changed;
+    if (hasChanged) {
+        std::ranges::copy_if(ids, std::back_inserter(changed), [this](int id) { return isMenu(id); });
+    }
+    return changed;
 }
 
 void DockMenuServer::announce()
@@ -287,15 +307,10 @@ bool DockMenuServer::rebuild()
 {
     m_actions.clear();
     m_menu = m_build();
-    QList<DockMenuItem> items{{rootId, {{QStringLiteral("children-display"), QStringLiteral("submenu")}}}};
-    const QList<QAction *> actions = m_menu->actions();
-    for (qsizetype position = 0; position < actions.size(); ++position) {
-        QAction *action = actions.at(position);
-        const int id = idOf(*action, position);
-        items.append({id, propertiesOf(*action)});
-        m_actions.insert(id, action);
-    }
-    if (items == std::exchange(m_items, items)) {
+    Tree tree{{{rootId, {{childrenDisplay, submenu}}}}, {}};
+    addItems(*m_menu, rootId, QString(), tree);
+    forgetOldKeys();
+    if (tree == std::exchange(m_tree, tree)) {
         return false;
     }
     ++m_revision;
@@ -305,23 +320,56 @@ bool DockMenuServer::rebuild()
     return true;
 }
 
+void DockMenuServer::addItems(const QMenu &menu, int menuId, const QString &menuKey, Tree &tree)
+{
+    tree.children.insert(menuId, {});
+    const QList<QAction *> actions = menu.actions();
+    for (qsizetype position = 0; position < actions.size(); ++position) {
+        QAction *action = actions.at(position);
+        const QString key = menuKey + keyOf(*action, position);
+        const int id = idOf(key);
+        tree.items.append({id, propertiesOf(*action)});
+        tree.children[menuId].append(id);
+        m_actions.insert(id, action);
+        if (action->menu()) {
+            addItems(*action->menu(), id, key + u'/', tree);
+        }
+    }
+}
+
+void DockMenuServer::forgetOldKeys()
+{
+    if (m_ids.size() > mostKeys) {
+        m_ids.removeIf([this](const QHash<QString, int>::iterator key) { return !m_actions.contains(key.value()); });
+    }
+}
+
 const QList<DockMenuItem> &DockMenuServer::items()
 {
     if (!m_menu) {
         rebuild();
     }
-    return m_items;
+    return m_tree.items;
 }
 
-int DockMenuServer::idOf(const QAction &action, qsizetype position)
+DockMenuLayout DockMenuServer::layoutOf(const DockMenuItem &item, int depth, const QStringList &propertyNames)
 {
-    // Docks may not support an item that turns into a separator.
-    const QString place = (action.isSeparator() ? u'-' : u'+') + QString::number(position);
-    const QString key = action.objectName().isEmpty() ? place : action.objectName();
-    if (!m_keys.contains(key)) {
-        m_keys.append(key);
+    DockMenuLayout layout{reduced(item, propertyNames), {}};
+    if (depth == 0) {
+        return layout;
     }
-    return static_cast<int>(m_keys.indexOf(key)) + 1;
+    for (const int id : m_tree.children.value(item.id)) {
+        // A depth below 0 is no limit.
+        const DockMenuLayout child = layoutOf(*this->item(id), std::max(depth - 1, -1), propertyNames);
+        layout.children.append(QVariant::fromValue(child));
+    }
+    return layout;
+}
+
+int DockMenuServer::idOf(const QString &key)
+{
+    const auto known = m_ids.constFind(key);
+    return known != m_ids.constEnd() ? *known : *m_ids.insert(key, ++m_lastId);
 }
 
 const DockMenuItem *DockMenuServer::item(int id)

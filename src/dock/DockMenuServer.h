@@ -55,8 +55,9 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, DockMenuEvent &ev
 /// has read the menu, the server reports the next change to it. It builds and sends nothing before a dock reads, nor
 /// between such a report and the next reading.
 ///
-/// An action keeps its item id when the menu is rebuilt if it has the same object name. An action without an object
-/// name keeps it if it is of the same kind and in the same position. Submenus are not served.
+/// An action keeps its item id when the menu is rebuilt if it is in the same menu and has the same object name. An
+/// action without an object name keeps it if it is of the same kind and in the same position. An action of an exclusive
+/// group is a radio item. The data() of an action, a text, is the name of its icon.
 class DockMenuServer : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
@@ -95,11 +96,24 @@ Q_SIGNALS:
     Q_SCRIPTABLE void LayoutUpdated(uint revision, int parent);
 
 private:
+    struct Tree {
+        QList<DockMenuItem>
+            items; ///< the menu itself, then its actions in their order, each before those of its submenu
+        QHash<int, QList<int>> children; ///< by the id of a menu
+
+        bool operator==(const Tree &) const = default;
+    };
+
     void announce();
     /// Returns whether the menu has changed.
     bool rebuild();
+    /// Adds the items of `menu`, whose id is `menuId` and whose key is `menuKey`, and those of its submenus.
+    void addItems(const QMenu &menu, int menuId, const QString &menuKey, Tree &tree);
+    void forgetOldKeys();
     [[nodiscard]] const QList<DockMenuItem> &items();
-    [[nodiscard]] int idOf(const QAction &action, qsizetype position);
+    [[nodiscard]] DockMenuLayout layoutOf(const DockMenuItem &item, int depth, const QStringList &propertyNames);
+    [[nodiscard]] bool isMenu(int id) const { return m_tree.children.contains(id); }
+    [[nodiscard]] int idOf(const QString &key);
     [[nodiscard]] const DockMenuItem *item(int id);
     void click(int id);
     void refuse() const;
@@ -109,9 +123,10 @@ private:
     QDBusServiceWatcher m_unityWatcher;
     QTimer m_updateTimer{this};
     std::unique_ptr<QMenu> m_menu;
-    QList<DockMenuItem> m_items; ///< the menu itself, then its actions in their order
-    QHash<int, QAction *> m_actions; ///< the menu's actions by item id
-    QStringList m_keys; ///< the key of an item is at its id minus one
+    Tree m_tree;
+    QHash<int, QAction *> m_actions; ///< the actions by item id
+    QHash<QString, int> m_ids; ///< by the key of an item
+    int m_lastId = 0;
     uint m_revision = 0;
     bool m_isRead = false;
 };

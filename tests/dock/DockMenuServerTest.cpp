@@ -5,6 +5,7 @@
 #include "support/registerTest.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QApplication>
 #include <QDBusArgument>
 #include <QDBusMessage>
@@ -29,6 +30,7 @@ struct Contents {
     bool isKeptAbove = false;
     int builds = 0;
     QStringList triggered;
+    QStringList players; ///< in a submenu, if there are any
 
     std::unique_ptr<QMenu> build()
     {
@@ -42,10 +44,27 @@ struct Contents {
         QAction *keepAbove = addCommand(*menu, u"Keep Above"_s, u"KeepAbove"_s);
         keepAbove->setCheckable(true);
         keepAbove->setChecked(isKeptAbove);
+        if (!players.isEmpty()) {
+            addPlayers(*menu);
+        }
         return menu;
     }
 
 private:
+    void addPlayers(QMenu &menu)
+    {
+        QMenu *submenu = menu.addMenu(u"Follow"_s);
+        submenu->menuAction()->setObjectName(u"Follow"_s);
+        auto *group = new QActionGroup(submenu);
+        for (const QString &player : std::as_const(players)) {
+            QAction *action = addCommand(*submenu, player, player);
+            action->setCheckable(true);
+            action->setActionGroup(group);
+            action->setData(player.toLower());
+        }
+        submenu->actions().constFirst()->setChecked(true);
+    }
+
     QAction *addCommand(QMenu &menu, const QString &title, const QString &name)
     {
         QAction *action = menu.addAction(title);
@@ -101,6 +120,20 @@ public:
         for (const QVariant &child :
             qdbus_cast<DockMenuLayout>(answer.arguments().value(1).value<QDBusArgument>()).children) {
             lines.append(lineOf(qdbus_cast<DockMenuLayout>(child).item));
+        }
+        return lines;
+    }
+    /// A line for each item of the menu `parentId` and of its submenus, down to `depth`, further in with each submenu.
+    [[nodiscard]] QStringList tree(int parentId, int depth, const QStringList &propertyNames) const
+    {
+        const QDBusMessage answer = ask(u"GetLayout"_s, {parentId, depth, propertyNames});
+        return linesOf(qdbus_cast<DockMenuLayout>(answer.arguments().value(1).value<QDBusArgument>()), QString());
+    }
+    static QStringList linesOf(const DockMenuLayout &layout, const QString &indentation)
+    {
+        QStringList lines{indentation + lineOf(layout.item)};
+        for (const QVariant &child : layout.children) {
+            lines += linesOf(qdbus_cast<DockMenuLayout>(child), indentation + u' ');
         }
         return lines;
     }
@@ -213,6 +246,67 @@ private Q_SLOTS:
         const auto layout = qdbus_cast<DockMenuLayout>(answer.arguments().value(1).value<QDBusArgument>());
         QCOMPARE(Dock::lineOf(layout.item), u"0 children-display=submenu"_s);
         QVERIFY(layout.children.isEmpty());
+    }
+
+    void aSubmenuIsReadWithItsMenuOrAlone()
+    {
+        Session session;
+        session.contents.players = {u"VLC"_s, u"Strawberry"_s};
+        const QStringList properties{u"children-display"_s, u"icon-name"_s, u"toggle-type"_s, u"toggle-state"_s};
+        const QStringList submenu{u"5 children-display=submenu"_s,
+            u" 6 icon-name=vlc toggle-state=1 toggle-type=radio"_s,
+            u" 7 icon-name=strawberry toggle-state=0 toggle-type=radio"_s};
+        const QStringList whole = session.dock.tree(0, -1, properties);
+        QCOMPARE(whole.size(), 8);
+        QCOMPARE(whole.at(5), u' ' + submenu.at(0));
+        QCOMPARE(whole.at(7), u' ' + submenu.at(2));
+        QCOMPARE(session.dock.tree(0, 1, properties).size(), 6);
+        QCOMPARE(session.dock.tree(0, 2, properties), whole);
+        QCOMPARE(session.dock.tree(5, -1, properties), submenu);
+        QCOMPARE(session.dock.tree(5, 0, properties), submenu.first(1));
+    }
+
+    void anItemOfASubmenuIsClicked()
+    {
+        Session session;
+        session.contents.players = {u"VLC"_s, u"Strawberry"_s};
+        session.dock.read();
+        session.contents.players = {u"mpv"_s, u"VLC"_s, u"Strawberry"_s};
+        session.dock.read();
+        session.dock.ask(u"Event"_s, {7, u"clicked"_s, QVariant::fromValue(QDBusVariant(0)), 0U});
+        QCOMPARE(session.contents.triggered, {u"Strawberry"_s});
+    }
+
+    void aChangeInASubmenuIsReported()
+    {
+        Session session;
+        session.contents.players = {u"VLC"_s};
+        session.dock.read();
+        QCOMPARE(session.dock.ask(u"AboutToShow"_s, {5}).arguments(), {false});
+        session.contents.players.append(u"Strawberry"_s);
+        QCOMPARE(session.dock.ask(u"AboutToShow"_s, {5}).arguments(), {true});
+        QCOMPARE(session.dock.updates, QList{2U});
+        session.dock.read();
+        session.contents.players.append(u"mpv"_s);
+        session.menu.update();
+        QTRY_COMPARE(session.dock.updates, (QList<uint>{2U, 3U}));
+    }
+
+    void playersThatComeAndGoKeepNothing()
+    {
+        Session session;
+        for (int run = 0; run < 30; ++run) {
+            session.contents.players.clear();
+            for (int player = 0; player < 64; ++player) {
+                session.contents.players.append(u"P%1"_s.arg(run * 64 + player));
+            }
+            session.dock.read();
+        }
+        // An id that was forgotten is not used for another item.
+        session.dock.ask(u"Event"_s, {6, u"clicked"_s, QVariant::fromValue(QDBusVariant(0)), 0U});
+        session.dock.ask(u"Event"_s, {6 + 29 * 64, u"clicked"_s, QVariant::fromValue(QDBusVariant(0)), 0U});
+        QCOMPARE(session.contents.triggered, {u"P%1"_s.arg(29 * 64)});
+        QCOMPARE(session.dock.tree(0, 1, {u"label"_s}).at(3), u" 3 label=Pa_use"_s);
     }
 
     void anItemIsReadAlone()
