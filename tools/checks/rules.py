@@ -21,7 +21,8 @@ MAY_INCLUDE = {
     "x11": {"platform"},
     "music": {"platform"},
     "music/mpris/bus": {"platform"},
-    "music/mpris": {"platform", "music", "music/mpris/bus"},
+    "music/mpris/choice": {"platform", "music"},
+    "music/mpris": {"platform", "music", "music/mpris/bus", "music/mpris/choice"},
     # Drawing code keeps no state and knows neither the user's settings nor the window's.
     "skin/drawing": {"platform"},
     "skin/cells": {"platform", "skin/drawing"},

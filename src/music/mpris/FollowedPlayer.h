@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "music/mpris/PlayerChoice.h"
+#include "music/mpris/choice/PlayerChoice.h"
 #include "music/mpris/PlayerRegistry.h"
 #include "platform/LaunchEntry.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "music/mpris/PlayerChoice.h"
+#include "music/mpris/choice/PlayerChoice.h"
 #include "support/registerTest.h"
 
 #include <QRegularExpression>
