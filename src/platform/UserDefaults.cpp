@@ -23,6 +23,7 @@ Q_LOGGING_CATEGORY(log, "tunedeck.settings", QtWarningMsg)
 
 constexpr qint64 largestFile = 1024 * 1024;
 constexpr qsizetype longestString = 1000;
+constexpr qsizetype longestList = 1000;
 /// A program that writes the file in place truncates it first. After this time it is complete.
 constexpr auto settleTime = 50ms;
 constexpr auto retryInterval = 500ms;
@@ -34,11 +35,13 @@ QString fileInConfigurationFolder()
         + QStringLiteral("/tunedeck/tunedeck.conf");
 }
 
-/// The file returns numbers and Booleans as text. Converting them at once keeps a value equal to itself after it was
-/// written and read.
+/// The file returns numbers and Booleans as text, and a list of one text as that text. Converting them at once keeps a
+/// value equal to itself after it was written and read.
 QVariant asStored(const QVariant &value)
 {
     switch (value.typeId()) {
+    case QMetaType::QStringList:
+        return value.toStringList().size() > 1 ? value : value.toStringList().value(0);
     case QMetaType::Bool:
     case QMetaType::Int:
     case QMetaType::UInt:
@@ -78,6 +81,21 @@ std::optional<QString> asString(const QVariant &value)
         return std::nullopt;
     }
     return value.toString().left(longestString);
+}
+
+std::optional<QStringList> asStringList(const QVariant &value)
+{
+    if (value.typeId() != QMetaType::QString && value.typeId() != QMetaType::QStringList) {
+        return std::nullopt;
+    }
+    QStringList texts = value.toStringList().mid(0, longestList);
+    if (texts == QStringList(QString())) {
+        return QStringList();
+    }
+    for (QString &text : texts) {
+        text.truncate(longestString);
+    }
+    return texts;
 }
 
 /// Replaces a file at `to`. QFile::rename() does not replace, and copies if it cannot rename, which may block.
@@ -188,6 +206,11 @@ qlonglong UserDefaults::integerForKey(const QString &key) const
 QString UserDefaults::stringForKey(const QString &key) const
 {
     return firstFitting(key, asString);
+}
+
+QStringList UserDefaults::stringListForKey(const QString &key) const
+{
+    return firstFitting(key, asStringList);
 }
 
 void UserDefaults::setBool(const QString &key, bool value)

@@ -4,6 +4,7 @@
 #include <QFileSystemWatcher>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 #include <QVariant>
 #include <QVariantHash>
@@ -31,6 +32,11 @@ inline const QString followedPlayer = QStringLiteral("FollowedPlayer");
 inline const QString followedPlayerEntry = QStringLiteral("FollowedPlayerEntry");
 /// The desktop entry of the player followed last (text).
 inline const QString lastFollowedPlayer = QStringLiteral("LastFollowedPlayer");
+/// The name of the player to follow, for the time in which it does not run (text): its identifier, a line end, and its
+/// name.
+inline const QString followedPlayerName = QStringLiteral("FollowedPlayerName");
+/// The players that are never followed unless the user pins them (texts): of each its identifier, then its name.
+inline const QString neverFollowedPlayers = QStringLiteral("NeverFollowedPlayers");
 } // namespace SettingsKey
 
 /// The value of SettingsKey::appleAccentColor for grey. Any other value, or none, is a colour.
@@ -67,6 +73,8 @@ public:
     [[nodiscard]] qlonglong integerForKey(const QString &key) const;
     /// Empty for a key that has no value in any layer. At most 1,000 characters.
     [[nodiscard]] QString stringForKey(const QString &key) const;
+    /// Empty for a key that has no value in any layer. At most 1,000 texts of at most 1,000 characters.
+    [[nodiscard]] QStringList stringListForKey(const QString &key) const;
 
     void setBool(const QString &key, bool value);
     void setValue(const QString &key, const QVariant &value);

@@ -95,6 +95,7 @@ private Q_SLOTS:
         QCOMPARE(defaults.boolForKey(key), false);
         QCOMPARE(defaults.integerForKey(key), 0);
         QCOMPARE(defaults.stringForKey(key), QString());
+        QCOMPARE(defaults.stringListForKey(key), QStringList());
     }
 
     void registeringAddsToWhatWasRegistered()
@@ -233,6 +234,39 @@ private Q_SLOTS:
         defaults.registerDefaults({{QStringLiteral("List"), QStringLiteral("default")}});
         QCOMPARE(defaults.stringForKey(QStringLiteral("Name")), QString(1000, u'x'));
         QCOMPARE(defaults.stringForKey(QStringLiteral("List")), QStringLiteral("default"));
+    }
+
+    void textsOutliveTheObject_data()
+    {
+        QTest::addColumn<QStringList>("texts");
+        QTest::newRow("none") << QStringList();
+        QTest::newRow("one") << QStringList{QStringLiteral("a, b")};
+        QTest::newRow("several") << QStringList{QStringLiteral("a, \"b\""), QString(), QStringLiteral("ü\n")};
+    }
+    void textsOutliveTheObject()
+    {
+        QFETCH(const QStringList, texts);
+        {
+            UserDefaults defaults(m_path);
+            defaults.setValue(QStringLiteral("List"), QStringList{QStringLiteral("former"), QStringLiteral("ones")});
+            defaults.setValue(QStringLiteral("List"), texts);
+            QCOMPARE(defaults.stringListForKey(QStringLiteral("List")), texts);
+        }
+        const UserDefaults defaults(m_path);
+        QCOMPARE(defaults.stringListForKey(QStringLiteral("List")), texts);
+    }
+
+    void textsAreCut()
+    {
+        QByteArray thousandAndOne("[General]\nList=");
+        for (int i = 0; i < 1000; ++i) {
+            thousandAndOne += "a, ";
+        }
+        writeInPlace(m_path, thousandAndOne + "b\nLong=" + QByteArray(1001, 'x') + ", y\nName=x\n");
+        const UserDefaults defaults(m_path);
+        QCOMPARE(defaults.stringListForKey(QStringLiteral("List")).size(), 1000);
+        QCOMPARE(defaults.stringListForKey(QStringLiteral("List")).last(), QStringLiteral("a"));
+        QCOMPARE(defaults.stringListForKey(QStringLiteral("Long")).first(), QString(1000, u'x'));
     }
 
     void aWriteIsAnnouncedAtOnceAndOnce_data()
