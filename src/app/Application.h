@@ -20,7 +20,7 @@ class MainMenu;
 class MusicApplication;
 class PlayerView;
 class PlaylistViewController;
-class SeenPlayers;
+class FollowablePlayers;
 class Updater;
 class UserDefaults;
 class ViewController;
@@ -39,7 +39,7 @@ public:
         UserDefaults &defaults;
         Appearance &appearance;
         const WindowActivation &windowActivation;
-        SeenPlayers &players;
+        FollowablePlayers &players;
         Updater &updater;
     };
 
@@ -77,7 +77,7 @@ private:
     void showDockTile(const QString &imageName);
 
     UserDefaults &m_defaults;
-    SeenPlayers &m_players;
+    FollowablePlayers &m_players;
     Updater &m_updater;
     SkinEnvironment m_skinEnvironment;
     MusicConnector m_musicConnector;

@@ -52,8 +52,8 @@ void Program::start()
     if (m_application) {
         return;
     }
-    m_application = std::make_unique<Application>(
-        Application::Environment{m_music, m_defaults, m_appearance, m_windowActivation, m_players, m_updater});
+    m_application = std::make_unique<Application>(Application::Environment{
+        m_music, m_defaults, m_appearance, m_windowActivation, m_music.followablePlayers(), m_updater});
     connect(m_application.get(), &Application::restartRequested, this, &Program::restartRequested);
     AppDelegate &delegate = m_application->delegate();
     connect(&m_instance, &ApplicationInstance::actionRequested, &delegate,

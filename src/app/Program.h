@@ -2,7 +2,6 @@
 #pragma once
 
 #include "app/DesktopFont.h"
-#include "app/MprisSeenPlayers.h"
 #include "app/SoftwareUpdater.h"
 #include "music/mpris/MprisMusicApplication.h"
 #include "platform/ActivationToken.h"
@@ -54,7 +53,6 @@ private:
     const WindowActivation m_windowActivation;
     ApplicationLauncher m_launcher;
     MprisMusicApplication m_music;
-    MprisSeenPlayers m_players{m_music};
     SoftwareUpdater m_updater;
     std::unique_ptr<Application> m_application;
     std::unique_ptr<DockMenuServer> m_dockMenu;

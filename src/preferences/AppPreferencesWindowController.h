@@ -23,7 +23,7 @@ class QGraphicsOpacityEffect;
 namespace tunedeck {
 
 class PreferencesPaneController;
-class SeenPlayers;
+class FollowablePlayers;
 class Updater;
 class UserDefaults;
 
@@ -39,7 +39,7 @@ public:
     /// The objects that the panes show and change. All must outlive the controller.
     struct Environment {
         UserDefaults &defaults;
-        SeenPlayers &players;
+        FollowablePlayers &players;
         Updater &updater;
     };
 

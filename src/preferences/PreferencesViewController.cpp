@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "preferences/PreferencesViewController.h"
 
+#include "music/FollowablePlayers.h"
+#include "music/menuText.h"
 #include "platform/UserDefaults.h"
 #include "preferences/ExplanationLabel.h"
 #include "preferences/PaneMetrics.h"
-#include "preferences/SeenPlayers.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -19,19 +20,18 @@
 namespace tunedeck {
 
 namespace {
-constexpr qsizetype longestName = 60;
-constexpr qsizetype mostPlayers = 50;
 constexpr int narrowestPicker = 20; // characters
 
-/// A short name of one line: a player may send any text as its name.
-QString shownName(const SeenPlayer &player)
+/// An entry of the list with a short name of one line: a player may send any text as its name.
+FollowablePlayer listEntry(const QString &id, const QString &name)
 {
-    const QString line = player.name.left(longestName).simplified();
-    return line.isEmpty() ? player.id.left(longestName).simplified() : line;
+    const QString line = menuText(name);
+    return {.id = id, .name = line.isEmpty() ? menuText(id) : line, .desktopEntry = {}, .title = {}};
 }
 } // namespace
 
-PreferencesViewController::PreferencesViewController(UserDefaults &defaults, SeenPlayers &players, QObject *parent)
+PreferencesViewController::PreferencesViewController(
+    UserDefaults &defaults, FollowablePlayers &players, QObject *parent)
     : PreferencesPaneController(parent)
     , m_defaults(defaults)
     , m_players(players)
@@ -48,7 +48,7 @@ PreferencesViewController::PreferencesViewController(UserDefaults &defaults, See
     m_defaults.bind(SettingsKey::remainingTimeEnabled, this, [this](bool enabled) { setElapsedTimeEnabled(enabled); });
 
     connect(m_followedPlayerPicker, &QComboBox::activated, this, &PreferencesViewController::followPlayer);
-    connect(&m_players, &SeenPlayers::seenPlayersChanged, this, &PreferencesViewController::refreshPlayers);
+    connect(&m_players, &FollowablePlayers::followablePlayersChanged, this, &PreferencesViewController::refreshPlayers);
     connect(&m_defaults, &UserDefaults::valueChanged, this, [this](const QString &key) {
         if (key == SettingsKey::followedPlayer) {
             refreshPlayers();
@@ -117,19 +117,21 @@ void PreferencesViewController::refreshRadioButtons()
     (showsRemainingTime ? m_radioButtonRemainingTime : m_radioButtonTotalTime)->setChecked(true);
 }
 
-QList<SeenPlayer> PreferencesViewController::offeredPlayers() const
+QList<FollowablePlayer> PreferencesViewController::offeredPlayers() const
 {
-    QList<SeenPlayer> players = {{QString(), tr("Automatic", "In the list of players to follow: the one that plays")}};
-    const QList<SeenPlayer> seen = m_players.seenPlayers();
-    for (const SeenPlayer &player : seen.first(std::min(seen.size(), mostPlayers))) {
-        players.append({player.id, shownName(player)});
+    QList<FollowablePlayer> players = {
+        listEntry(QString(), tr("Automatic", "In the list of players to follow: the one that plays"))};
+    const QList<FollowablePlayer> seen = m_players.followablePlayers();
+    for (const FollowablePlayer &player :
+        seen.first(std::min(seen.size(), qsizetype(FollowablePlayers::maximumPlayers)))) {
+        players.append(listEntry(player.id, player.name));
     }
     const QString followed = m_defaults.stringForKey(SettingsKey::followedPlayer);
-    const auto isFollowed = [&followed](const SeenPlayer &player) { return player.id == followed; };
+    const auto isFollowed = [&followed](const FollowablePlayer &player) { return player.id == followed; };
     if (std::none_of(players.begin(), players.end(), isFollowed)) {
         // The list has its name from when it ran.
         const int row = m_followedPlayerPicker->findData(followed);
-        players.append({followed, shownName({followed, m_followedPlayerPicker->itemText(row)})});
+        players.append(listEntry(followed, m_followedPlayerPicker->itemText(row)));
     }
     return players;
 }
@@ -137,21 +139,21 @@ QList<SeenPlayer> PreferencesViewController::offeredPlayers() const
 /// Changes the entries one by one, so that an open list keeps its position.
 void PreferencesViewController::refreshPlayers()
 {
-    const QList<SeenPlayer> players = offeredPlayers();
+    const QList<FollowablePlayer> players = offeredPlayers();
     QComboBox &picker = *m_followedPlayerPicker;
     for (int row = picker.count() - 1; row >= 0; --row) {
         const auto isInRow = [id = picker.itemData(row).toString()](
-                                 const SeenPlayer &player) { return player.id == id; };
+                                 const FollowablePlayer &player) { return player.id == id; };
         if (std::none_of(players.begin(), players.end(), isInRow)) {
             picker.removeItem(row);
         }
     }
     for (int row = 0; row < players.size(); ++row) {
-        const auto &[id, name] = players.at(row);
-        if (picker.itemData(row) != id) {
-            picker.insertItem(row, name, id);
+        const FollowablePlayer &player = players.at(row);
+        if (picker.itemData(row) != player.id) {
+            picker.insertItem(row, player.name, player.id);
         }
-        picker.setItemText(row, name);
+        picker.setItemText(row, player.name);
     }
     // Entries whose order has changed are in the list twice now; the old ones are at its end.
     while (picker.count() > players.size()) {

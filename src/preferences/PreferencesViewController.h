@@ -13,9 +13,9 @@ class QRadioButton;
 
 namespace tunedeck {
 
-class SeenPlayers;
+class FollowablePlayers;
 class UserDefaults;
-struct SeenPlayer;
+struct FollowablePlayer;
 
 /// The General pane: which time the display shows on its right, and which player is followed.
 class PreferencesViewController : public PreferencesPaneController {
@@ -28,7 +28,7 @@ public:
     static constexpr QLatin1String closeWindowItem{"File_CloseWindow"};
 
     /// Both references must outlive the controller.
-    PreferencesViewController(UserDefaults &defaults, SeenPlayers &players, QObject *parent = nullptr);
+    PreferencesViewController(UserDefaults &defaults, FollowablePlayers &players, QObject *parent = nullptr);
 
     [[nodiscard]] QWidget &view() override { return m_view; }
     [[nodiscard]] QRadioButton &radioButtonRemainingTime() { return *m_radioButtonRemainingTime; }
@@ -54,12 +54,12 @@ private:
     void layOut();
     void refreshRadioButtons();
     /// The running players and the followed one, which need not run, with names that can be shown.
-    [[nodiscard]] QList<SeenPlayer> offeredPlayers() const;
+    [[nodiscard]] QList<FollowablePlayer> offeredPlayers() const;
     void refreshPlayers();
     void followPlayer(int row);
 
     UserDefaults &m_defaults;
-    SeenPlayers &m_players;
+    FollowablePlayers &m_players;
     QWidget m_view;
     QRadioButton *m_radioButtonRemainingTime;
     QRadioButton *m_radioButtonTotalTime;

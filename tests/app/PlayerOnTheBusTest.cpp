@@ -52,7 +52,7 @@ struct Program {
     explicit Program(const QStringList &playerArguments)
         : player(bus, bus.connect(u"player's control"_s), playerArguments)
         , music(connection, defaults, launcher, rest.clock())
-        , application({music, defaults, appearance, windowActivation, players, updater})
+        , application({music, defaults, appearance, windowActivation, music.followablePlayers(), updater})
     {
         application.showMainWindow();
     }
@@ -84,7 +84,6 @@ struct Program {
     UserDefaults defaults{folder.filePath(u"settings"_s)};
     Appearance appearance{defaults, QDBusConnection(u"none"_s)};
     WindowActivation windowActivation;
-    NoPlayers players;
     CountingUpdater updater;
     ApplicationLauncher launcher;
     DemoPlayerProcess player;

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/UserDefaults.h"
-#include "preferences/SeenPlayers.h"
 #include "preferences/Updater.h"
+#include "support/ScriptedFollowablePlayers.h"
 #include "support/failOnWarning.h"
 
 #include <QAccessible>
@@ -14,20 +14,6 @@
 #include <memory>
 
 namespace tunedeck {
-
-class ScriptedPlayers : public SeenPlayers {
-public:
-    [[nodiscard]] QList<SeenPlayer> seenPlayers() const override { return m_players; }
-
-    void set(const QList<SeenPlayer> &players)
-    {
-        m_players = players;
-        Q_EMIT seenPlayersChanged();
-    }
-
-private:
-    QList<SeenPlayer> m_players;
-};
 
 class CountingUpdater : public Updater {
 public:
@@ -40,7 +26,7 @@ public:
 struct PreferencesDesk {
     QTemporaryDir folder;
     UserDefaults defaults{folder.filePath(QStringLiteral("settings"))};
-    ScriptedPlayers players;
+    ScriptedFollowablePlayers players;
     CountingUpdater updater;
 
     PreferencesDesk()

@@ -120,7 +120,7 @@ private Q_SLOTS:
     void aChangeInAnotherProcessMovesTheSelections()
     {
         PreferencesDesk desk;
-        desk.players.set({{vlc, QStringLiteral("VLC")}});
+        desk.players.set({playerNamed(vlc, QStringLiteral("VLC"))});
         PreferencesViewController controller(desk.defaults, desk.players);
         const auto other = desk.otherDefaults();
         other->setBool(SettingsKey::remainingTimeEnabled, false);
@@ -170,7 +170,8 @@ private Q_SLOTS:
     void itOffersAutomaticAndThenThePlayersThatRun()
     {
         PreferencesDesk desk;
-        desk.players.set({{vlc, QStringLiteral("VLC media player")}, {mpv, QStringLiteral("mpv")}});
+        desk.players.set(
+            {playerNamed(vlc, QStringLiteral("VLC media player")), playerNamed(mpv, QStringLiteral("mpv"))});
         PreferencesViewController controller(desk.defaults, desk.players);
         QCOMPARE(entries(controller.followedPlayerPicker()),
             QStringList({QStringLiteral("Automatic"), QStringLiteral("VLC media player"), QStringLiteral("mpv")}));
@@ -180,7 +181,7 @@ private Q_SLOTS:
     void choosingAPlayerWritesItsIdentifierAndAutomaticNothing()
     {
         PreferencesDesk desk;
-        desk.players.set({{vlc, QStringLiteral("VLC")}});
+        desk.players.set({playerNamed(vlc, QStringLiteral("VLC"))});
         PreferencesViewController controller(desk.defaults, desk.players);
         choose(controller.followedPlayerPicker(), QStringLiteral("VLC"));
         QCOMPARE(desk.defaults.stringForKey(followedPlayer), vlc);
@@ -193,21 +194,22 @@ private Q_SLOTS:
     void theListFollowsThePlayersWithoutLosingTheSelection()
     {
         PreferencesDesk desk;
-        desk.players.set({{vlc, QStringLiteral("VLC")}, {mpv, QStringLiteral("mpv")}});
+        desk.players.set({playerNamed(vlc, QStringLiteral("VLC")), playerNamed(mpv, QStringLiteral("mpv"))});
         desk.defaults.setValue(followedPlayer, mpv);
         PreferencesViewController controller(desk.defaults, desk.players);
         const QComboBox &picker = controller.followedPlayerPicker();
         QCOMPARE(picker.currentText(), QStringLiteral("mpv"));
         const QSignalSpy writes(&desk.defaults, &UserDefaults::valueChanged);
 
-        const SeenPlayer strawberry{QStringLiteral("strawberry"), QStringLiteral("Strawberry")};
-        desk.players.set({strawberry, {mpv, QStringLiteral("mpv")}, {vlc, QStringLiteral("VLC")}});
+        const FollowablePlayer strawberry = playerNamed(QStringLiteral("strawberry"), QStringLiteral("Strawberry"));
+        desk.players.set(
+            {strawberry, playerNamed(mpv, QStringLiteral("mpv")), playerNamed(vlc, QStringLiteral("VLC"))});
         QCOMPARE(entries(picker),
             QStringList({QStringLiteral("Automatic"), QStringLiteral("Strawberry"), QStringLiteral("mpv"),
                 QStringLiteral("VLC")}));
         QCOMPARE(picker.currentText(), QStringLiteral("mpv"));
 
-        desk.players.set({{mpv, QStringLiteral("mpv Media Player")}});
+        desk.players.set({playerNamed(mpv, QStringLiteral("mpv Media Player"))});
         QCOMPARE(entries(picker), QStringList({QStringLiteral("Automatic"), QStringLiteral("mpv Media Player")}));
         QCOMPARE(picker.currentText(), QStringLiteral("mpv Media Player"));
         QCOMPARE(writes.count(), 0);
@@ -216,13 +218,13 @@ private Q_SLOTS:
     void aListThatIsOpenStaysOpenAndKeepsWhatIsHighlighted()
     {
         PreferencesDesk desk;
-        desk.players.set({{vlc, QStringLiteral("VLC")}, {mpv, QStringLiteral("mpv")}});
+        desk.players.set({playerNamed(vlc, QStringLiteral("VLC")), playerNamed(mpv, QStringLiteral("mpv"))});
         PreferencesViewController controller(desk.defaults, desk.players);
         controller.view().show();
         QComboBox &picker = controller.followedPlayerPicker();
         picker.showPopup();
         picker.view()->setCurrentIndex(picker.model()->index(2, 0));
-        desk.players.set({{mpv, QStringLiteral("mpv")}});
+        desk.players.set({playerNamed(mpv, QStringLiteral("mpv"))});
         QVERIFY(picker.view()->isVisible());
         QCOMPARE(picker.view()->currentIndex().data().toString(), QStringLiteral("mpv"));
         QCOMPARE(desk.defaults.stringForKey(followedPlayer), QString());
@@ -232,7 +234,7 @@ private Q_SLOTS:
     void theFollowedPlayerStaysInTheListWhenItQuits()
     {
         PreferencesDesk desk;
-        desk.players.set({{vlc, QStringLiteral("VLC")}});
+        desk.players.set({playerNamed(vlc, QStringLiteral("VLC"))});
         desk.defaults.setValue(followedPlayer, vlc);
         PreferencesViewController controller(desk.defaults, desk.players);
         desk.players.set({});
@@ -247,7 +249,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::newRow("player") << vlc << QStringLiteral("vlc");
         QTest::newRow("with points in it") << mpv << QStringLiteral("org.example.player");
-        QTest::newRow("longest") << QString(1000, u'x') << QString(60, u'x');
+        QTest::newRow("longest") << QString(1000, u'x') << QString(59, u'x') + u'…';
     }
 
     void aFollowedPlayerThatWasNeverSeenIsCalledByItsIdentifier()
@@ -267,7 +269,7 @@ private Q_SLOTS:
         QTest::newRow("ampersand") << QStringLiteral("Salt & Pepper") << QStringLiteral("Salt & Pepper");
         QTest::newRow("markup") << QStringLiteral("<b>VLC</b>") << QStringLiteral("<b>VLC</b>");
         QTest::newRow("lines") << QStringLiteral(" VLC\n\tmedia player\n") << QStringLiteral("VLC media player");
-        QTest::newRow("long") << QString(100'000, u'x') << QString(60, u'x');
+        QTest::newRow("long") << QString(100'000, u'x') << QString(59, u'x') + u'…';
         QTest::newRow("none") << QString() << QStringLiteral("vlc");
         QTest::newRow("empty line") << QStringLiteral(" \n ") << QStringLiteral("vlc");
     }
@@ -276,7 +278,7 @@ private Q_SLOTS:
     {
         QFETCH(const QString, name);
         PreferencesDesk desk;
-        desk.players.set({{vlc, name}});
+        desk.players.set({playerNamed(vlc, name)});
         PreferencesViewController controller(desk.defaults, desk.players);
         QTEST(controller.followedPlayerPicker().itemText(1), "shown");
     }
@@ -284,14 +286,14 @@ private Q_SLOTS:
     void thousandsOfPlayersDoNotFillTheList()
     {
         PreferencesDesk desk;
-        QList<SeenPlayer> crowd;
+        QList<FollowablePlayer> crowd;
         for (int i = 0; i < 5000; ++i) {
-            crowd.append({QStringLiteral("p%1").arg(i), QString()});
+            crowd.append(playerNamed(QStringLiteral("p%1").arg(i), QString()));
         }
         desk.defaults.setValue(followedPlayer, QStringLiteral("p4999"));
         desk.players.set(crowd);
         PreferencesViewController controller(desk.defaults, desk.players);
-        QCOMPARE(controller.followedPlayerPicker().count(), 52);
+        QCOMPARE(controller.followedPlayerPicker().count(), 66);
         QCOMPARE(controller.followedPlayerPicker().currentText(), QStringLiteral("p4999"));
     }
 

@@ -5,8 +5,8 @@
 #include "platform/Appearance.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
-#include "preferences/SeenPlayers.h"
 #include "preferences/Updater.h"
+#include "support/ScriptedFollowablePlayers.h"
 #include "support/ScriptedMusicApplication.h"
 #include "support/failOnWarning.h"
 
@@ -16,11 +16,6 @@
 #include <QTest>
 
 namespace tunedeck {
-
-class NoPlayers : public SeenPlayers {
-public:
-    [[nodiscard]] QList<SeenPlayer> seenPlayers() const override { return {}; }
-};
 
 class CountingUpdater : public Updater {
 public:
@@ -35,7 +30,7 @@ struct Desktop {
     Appearance appearance{defaults, QDBusConnection(QStringLiteral("none"))};
     WindowActivation windowActivation;
     ScriptedMusicApplication music;
-    NoPlayers players;
+    ScriptedFollowablePlayers players;
     CountingUpdater updater;
 
     [[nodiscard]] Application::Environment environment()

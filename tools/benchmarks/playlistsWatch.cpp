@@ -4,7 +4,6 @@
 // and then how much memory it has to itself, in kilobytes.
 
 #include "app/Application.h"
-#include "app/MprisSeenPlayers.h"
 #include "app/SoftwareUpdater.h"
 #include "drawer/PlaylistView.h"
 #include "drawer/PlaylistViewController.h"
@@ -78,12 +77,11 @@ int main(int argc, char *argv[])
     const WindowActivation windowActivation;
     ApplicationLauncher launcher;
     MprisMusicApplication music(bus, defaults, launcher);
-    MprisSeenPlayers players(music);
     SoftwareUpdater updater(bus);
     if (!QTest::qWaitFor([&] { return music.isReady(); })) {
         return 1;
     }
-    Application application({music, defaults, appearance, windowActivation, players, updater});
+    Application application({music, defaults, appearance, windowActivation, music.followablePlayers(), updater});
     application.showMainWindow();
     MusicConnector &connector = application.musicConnector();
     const auto isLoaded = [&] { return connector.selectedPlaylist().has_value(); };

@@ -31,7 +31,7 @@ MAY_INCLUDE = {
     "player": {"platform", "widgets", "music", *SKIN},
     "drawer": {"platform", "widgets", "music", *SKIN},
     "help": {"platform", "widgets"},
-    "preferences": {"platform", "widgets"},
+    "preferences": {"platform", "widgets", "music"},
     "updates": {"platform", "widgets"},
     "window": {"platform", "widgets", "x11", "music", "player", *SKIN},
     "dock": {"platform", "music"},

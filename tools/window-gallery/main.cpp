@@ -5,12 +5,12 @@
 #include "app/AboutWindow.h"
 #include "app/installTranslators.h"
 #include "help/HelpWindow.h"
+#include "music/FollowablePlayers.h"
 #include "platform/Appearance.h"
 #include "platform/BundleInfo.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
 #include "preferences/AppPreferencesWindowController.h"
-#include "preferences/SeenPlayers.h"
 #include "preferences/Updater.h"
 #include "skin/looks/SkinEnvironment.h"
 #include "skin/views/AboutPinstripeView.h"
@@ -34,12 +34,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class TwoPlayers : public SeenPlayers {
+class TwoPlayers : public FollowablePlayers {
 public:
-    [[nodiscard]] QList<SeenPlayer> seenPlayers() const override
+    [[nodiscard]] QList<FollowablePlayer> followablePlayers() const override
     {
-        return {{u"first"_s, u"Plain Player"_s}, {u"second"_s, u"Salt & Pepper Player"_s}};
+        return {{.id = u"first"_s, .name = u"Plain Player"_s, .desktopEntry = {}, .title = {}},
+            {.id = u"second"_s, .name = u"Salt & Pepper Player"_s, .desktopEntry = {}, .title = {}}};
     }
+    [[nodiscard]] QList<NeverFollowedPlayer> neverFollowedPlayers() const override { return {}; }
+    [[nodiscard]] QString awaitedPlayer() const override { return {}; }
+    void neverFollow(const QString &) override { }
+    void allowToFollow(const QString &) override { }
 };
 
 class NoUpdater : public Updater {

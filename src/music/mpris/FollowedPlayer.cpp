@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/FollowedPlayer.h"
 
+#include "music/menuText.h"
 #include "music/mpris/bus/playersLog.h"
+#include "music/mpris/choice/NeverFollowed.h"
+#include "music/mpris/choice/PlayerPin.h"
 #include "platform/UserDefaults.h"
 
 #include <algorithm>
@@ -9,6 +12,8 @@
 namespace tunedeck {
 
 namespace {
+
+constexpr QChar nameMark = u'\n'; // no name contains it
 
 const char *reasonText(FollowReason reason)
 {
@@ -38,7 +43,7 @@ FollowedPlayer::FollowedPlayer(
     connect(&m_launchEntry, &LaunchEntry::finished, this, &FollowedPlayer::remember);
     connectRegistry();
     connect(&m_defaults, &UserDefaults::valueChanged, this, [this](const QString &key) {
-        if (key == SettingsKey::followedPlayer) {
+        if (key == SettingsKey::followedPlayer || key == SettingsKey::neverFollowedPlayers) {
             reconsider();
             remember();
         }
@@ -67,16 +72,28 @@ void FollowedPlayer::connectRegistry()
     connect(m_registry.get(), &PlayerRegistry::ready, this, &FollowedPlayer::ready);
 }
 
-QList<FollowablePlayer> FollowedPlayer::followablePlayers() const
+QList<MprisPlayer *> FollowedPlayer::followablePlayers() const
 {
-    QList<FollowablePlayer> players;
+    QList<MprisPlayer *> players;
     for (const PlayerCandidate &candidate : tunedeck::followablePlayers(candidates())) {
-        const QString family = playerFamily(candidate.name);
-        if (std::ranges::find(players, family, &FollowablePlayer::family) == players.end()) {
-            players.append({family, playerOf(candidate.owner)->identity()});
-        }
+        players.append(playerOf(candidate.owner));
     }
     return players;
+}
+
+QString FollowedPlayer::awaitedPlayer() const
+{
+    const QString id = m_defaults.stringForKey(SettingsKey::followedPlayer);
+    const PlayerPin pin = PlayerPin::fromId(id);
+    const auto isPinned = [&pin](const MprisPlayer *player) {
+        return player->isAttached() && pin.match(player->name(), player->identity()) != PlayerPin::Match::None;
+    };
+    if (pin.family.isEmpty() || std::ranges::any_of(m_registry->players(), isPinned)) {
+        return {};
+    }
+    const QString known = m_defaults.stringForKey(SettingsKey::followedPlayerName);
+    const QString name = known.section(nameMark, 0, 0) == id ? known.section(nameMark, 1) : pin.identity;
+    return menuText(name.isEmpty() ? pin.family : name);
 }
 
 QStringList FollowedPlayer::entriesToLaunch() const
@@ -108,6 +125,7 @@ void FollowedPlayer::handleChanged(MprisPlayer *player, PlayerMirror::Changes ch
     }
     if (changes.status || changes.userInfo) {
         reconsider();
+        Q_EMIT followablePlayersChanged();
     }
 }
 
@@ -124,9 +142,17 @@ void FollowedPlayer::handleRemoved(MprisPlayer *player)
 
 QList<PlayerCandidate> FollowedPlayer::candidates() const
 {
+    const PlayerPin pinned = PlayerPin::fromId(m_defaults.stringForKey(SettingsKey::followedPlayer));
+    const QList<PlayerPin> never = NeverFollowed(m_defaults).pins();
+    const auto fits = [](const MprisPlayer *player) {
+        return [player](const PlayerPin &pin) {
+            return pin.match(player->name(), player->identity()) != PlayerPin::Match::None;
+        };
+    };
     QList<PlayerCandidate> candidates;
     for (const MprisPlayer *player : m_registry->players()) {
-        if (!player->isAttached()) {
+        const auto fitsPlayer = fits(player);
+        if (!player->isAttached() || (!fitsPlayer(pinned) && std::ranges::any_of(never, fitsPlayer))) {
             continue;
         }
         candidates.append({.owner = player->owner(),
@@ -163,6 +189,7 @@ void FollowedPlayer::follow(MprisPlayer *player)
         m_player = player;
         remember();
         Q_EMIT followed(player);
+        Q_EMIT followablePlayersChanged();
     }
     if (isResponding() != wasResponding) {
         Q_EMIT respondingChanged(isResponding());
@@ -175,6 +202,10 @@ void FollowedPlayer::remember()
         return;
     }
     const QString family = playerFamily(m_player->name());
+    const QString pinned = m_defaults.stringForKey(SettingsKey::followedPlayer);
+    if (PlayerPin::fromId(pinned).match(m_player->name(), m_player->identity()) != PlayerPin::Match::None) {
+        store(SettingsKey::followedPlayerName, pinned + nameMark + m_player->identity());
+    }
     const QString named = m_player->desktopEntry();
     m_launchEntry.find(m_player->processId(), named.isEmpty() ? family : named);
     const QString &entry = m_launchEntry.entry();
@@ -183,7 +214,7 @@ void FollowedPlayer::remember()
     }
     store(SettingsKey::lastFollowedPlayer, entry);
     const bool isMoreThanTheFamily = !named.isEmpty() || entry != family;
-    if (family == m_defaults.stringForKey(SettingsKey::followedPlayer) && isMoreThanTheFamily) {
+    if (family == pinned && isMoreThanTheFamily) {
         store(SettingsKey::followedPlayerEntry, family + u'/' + entry);
     }
 }

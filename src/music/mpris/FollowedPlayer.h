@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "music/mpris/choice/PlayerChoice.h"
 #include "music/mpris/PlayerRegistry.h"
+#include "music/mpris/choice/PlayerChoice.h"
 #include "platform/LaunchEntry.h"
 
 #include <QDBusConnection>
@@ -17,14 +17,6 @@
 namespace tunedeck {
 
 class UserDefaults;
-
-/// A player that can be followed.
-struct FollowablePlayer {
-    QString family; ///< value of the setting "FollowedPlayer" that pins it
-    QString identity; ///< the name it gives itself; plain text
-
-    bool operator==(const FollowablePlayer &) const = default;
-};
 
 /// Follows one of the players on the bus, chosen by choosePlayer(), and stores in the settings how to launch it again.
 class FollowedPlayer : public QObject {
@@ -44,8 +36,10 @@ public:
     [[nodiscard]] bool isResponding() const { return !m_player || m_player->isResponding(); }
     /// Whether the players that were on the bus at the start have been found.
     [[nodiscard]] bool isReady() const { return m_registry->isReady(); }
-    /// The players on the bus, each family once, in the order in which they came.
-    [[nodiscard]] QList<FollowablePlayer> followablePlayers() const;
+    /// The players to choose from, in the order in which they came.
+    [[nodiscard]] QList<MprisPlayer *> followablePlayers() const;
+    /// The name of the pinned player while it does not run; empty if it runs or no player is pinned.
+    [[nodiscard]] QString awaitedPlayer() const;
     /// The desktop entries to try when the user opens Music: the pinned player's, then that of the player followed
     /// last.
     [[nodiscard]] QStringList entriesToLaunch() const;
@@ -59,6 +53,7 @@ Q_SIGNALS:
     /// The followed player has changed.
     void playerChanged(tunedeck::PlayerMirror::Changes changes);
     void respondingChanged(bool responding);
+    /// A player has come or gone, or its name, state or track has changed. Emitted as often as that happens.
     void followablePlayersChanged();
 
 private:

@@ -54,6 +54,7 @@ MprisMusicApplication::MprisMusicApplication(
     , m_launcher(launcher)
     , m_clock(std::move(clock))
     , m_followed(bus, defaults, m_clock, this)
+    , m_followable(m_followed, defaults, this)
 {
     m_seekTimer.setObjectName(QStringLiteral("seekTimer"));
     m_seekTimer.setInterval(SeekRamp::interval);
@@ -66,8 +67,6 @@ MprisMusicApplication::MprisMusicApplication(
         Q_EMIT respondingDidChange(isResponding);
     });
     connect(&m_followed, &FollowedPlayer::ready, this, &MprisMusicApplication::becomeReady);
-    connect(
-        &m_followed, &FollowedPlayer::followablePlayersChanged, this, &MprisMusicApplication::followablePlayersChanged);
 }
 
 MprisMusicApplication::~MprisMusicApplication() = default;

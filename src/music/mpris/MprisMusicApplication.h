@@ -3,6 +3,7 @@
 
 #include "music/MusicApplication.h"
 #include "music/mpris/FollowedPlayer.h"
+#include "music/mpris/MprisFollowablePlayers.h"
 #include "music/mpris/SeekRamp.h"
 #include "music/mpris/bus/Instant.h"
 
@@ -37,8 +38,8 @@ public:
     void setBus(const QDBusConnection &bus);
     /// Whether the players that were on the bus at the start have been found.
     [[nodiscard]] bool isReady() const { return m_followed.isReady(); }
-    /// The players on the bus, each family once, in the order in which they came.
-    [[nodiscard]] QList<FollowablePlayer> followablePlayers() const { return m_followed.followablePlayers(); }
+    /// The players that the user can choose from.
+    [[nodiscard]] FollowablePlayers &followablePlayers() { return m_followable; }
     /// Reads everything from the player again, including what it does not announce.
     void refreshPlayer();
 
@@ -75,7 +76,6 @@ public:
 
 Q_SIGNALS:
     void ready();
-    void followablePlayersChanged();
 
 private:
     [[nodiscard]] MprisPlayer *player() const { return m_followed.player(); }
@@ -101,6 +101,7 @@ private:
     ApplicationLauncher &m_launcher;
     Clock m_clock;
     FollowedPlayer m_followed;
+    MprisFollowablePlayers m_followable;
     bool m_isWatched = true;
 
     mutable std::mutex m_playlistsMutex;

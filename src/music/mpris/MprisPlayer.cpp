@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/MprisPlayer.h"
 
+#include "music/menuText.h"
 #include "music/mpris/bus/BusValue.h"
 #include "music/mpris/bus/MprisNames.h"
 #include "music/mpris/bus/playersLog.h"
@@ -83,7 +84,7 @@ MprisPlayer::MprisPlayer(const QDBusConnection &connection, const QString &owner
 
 QString MprisPlayer::identity() const
 {
-    return m_identity.isEmpty() ? m_name : m_identity;
+    return m_identity.isEmpty() ? menuText(m_name) : m_identity;
 }
 
 void MprisPlayer::setSampled(bool isSampled)
@@ -129,7 +130,7 @@ void MprisPlayer::askWhatItIs()
     m_calls.getAll(mpris::rootInterface, [this](const QDBusMessage &reply) {
         const QVariantMap properties = bus::plainMap(reply, 0);
         m_desktopEntry = decodeDesktopEntry(properties);
-        m_identity = bus::text(properties.value(QStringLiteral("Identity"))).value_or(QString());
+        m_identity = menuText(bus::text(properties.value(QStringLiteral("Identity"))).value_or(QString()));
         Q_EMIT identityChanged();
     });
 }

@@ -31,7 +31,7 @@ public:
     [[nodiscard]] const QString &owner() const { return m_calls.owner(); }
     [[nodiscard]] const QString &name() const { return m_name; }
     [[nodiscard]] std::optional<qint64> processId() const { return m_processId; }
-    /// The name that the player gives itself, else its bus name.
+    /// The name that the player gives itself, else its bus name (see menuText()).
     [[nodiscard]] QString identity() const;
     /// Identifier of the player's desktop entry, without a slash and not longer than 255 characters; empty if the
     /// player names none.

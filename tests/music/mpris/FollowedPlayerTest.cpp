@@ -32,7 +32,6 @@ private Q_SLOTS:
     void anEntryThatIsNoFileNameIsNotRemembered_data();
     void anEntryThatIsNoFileNameIsNotRemembered();
     void aSandboxedPlayerIsRememberedByItsOwnEntryAlone();
-    void thePlayersThatCanBeFollowedAreToldAsTheyComeAndGo();
 
 private:
     [[nodiscard]] std::unique_ptr<DemoPlayerProcess> newPlayer(const QStringList &arguments);
@@ -174,18 +173,6 @@ void FollowedPlayerTest::aSandboxedPlayerIsRememberedByItsOwnEntryAlone()
     QTRY_COMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"org.example.Boxed"_s);
     QCOMPARE(m_defaults->stringForKey(u"FollowedPlayerEntry"_s), u"boxed/org.example.Boxed"_s);
     QCOMPARE(m_followed->entriesToLaunch(), (QStringList{u"org.example.Boxed"_s, u"boxed"_s, u"org.example.Boxed"_s}));
-}
-
-void FollowedPlayerTest::thePlayersThatCanBeFollowedAreToldAsTheyComeAndGo()
-{
-    startFollowing();
-    const QSignalSpy told(m_followed.get(), &FollowedPlayer::followablePlayersChanged);
-    QCOMPARE(m_followed->followablePlayers(), QList<FollowablePlayer>());
-    startPlayer({u"--play"_s, u"--name"_s, u"player.instance12"_s});
-    QTRY_COMPARE(m_followed->followablePlayers(), (QList<FollowablePlayer>{{u"player"_s, u"Tunedeck Demo Player"_s}}));
-    QVERIFY(told.count() > 0);
-    m_player.reset();
-    QTRY_COMPARE(m_followed->followablePlayers(), QList<FollowablePlayer>());
 }
 
 } // namespace tunedeck

@@ -95,15 +95,6 @@ private Q_SLOTS:
         QCOMPARE(choice({chromium, playing(elisa, 1)}, u"chrom"_s), u":1.3"_s);
     }
 
-    void aFamilyIsNamedWithoutTheInstance()
-    {
-        QCOMPARE(playerFamily(u"chromium.instance77"_s), u"chromium"_s);
-        QCOMPARE(playerFamily(u"firefox.instance_1_42"_s), u"firefox"_s);
-        QCOMPARE(playerFamily(u"org.example.player"_s), u"org.example.player"_s);
-        QCOMPARE(playerFamily(u".instance"_s), u".instance"_s);
-        QCOMPARE(playerFamily(QString()), QString());
-    }
-
     void whatCannotBeFollowedIsNotOffered()
     {
         const QList<PlayerCandidate> followable =

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/choice/PlayerChoice.h"
 
+#include "music/mpris/choice/PlayerPin.h"
+
 #include <algorithm>
 
 namespace tunedeck {
@@ -62,12 +64,6 @@ FollowReason reasonFor(const PlayerCandidate &candidate, const QString &pinned)
 }
 
 } // namespace
-
-QString playerFamily(const QString &name)
-{
-    const qsizetype mark = name.indexOf(instanceMark);
-    return mark > 0 ? name.left(mark) : name;
-}
 
 QList<PlayerCandidate> followablePlayers(const QList<PlayerCandidate> &candidates)
 {

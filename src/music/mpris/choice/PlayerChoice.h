@@ -19,9 +19,6 @@ struct PlayerCandidate {
         browserProcessId; ///< process of the browser for which this player, an integration service, speaks
 };
 
-/// The name that all instances of a player share: "chromium" for "chromium.instance1234".
-[[nodiscard]] QString playerFamily(const QString &name);
-
 /// The candidates that can be followed: without proxies of other players, the second name of a process, and a browser
 /// for which an integration service speaks.
 [[nodiscard]] QList<PlayerCandidate> followablePlayers(const QList<PlayerCandidate> &candidates);

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "music/mpris/choice/PlayerPin.h"
+
+#include <QHash>
+#include <QRegularExpression>
+
+namespace tunedeck {
+
+namespace {
+
+constexpr QLatin1String instanceMark(".instance");
+constexpr QChar separator = u'/'; // no bus name contains it
+
+/// Where the part of the name begins that is new at every start; its length if there is none. That part is a number of
+/// four digits or more, such as a process has, or eight or more hexadecimal digits, such as a UUID has.
+qsizetype newPart(const QString &name)
+{
+    static const QRegularExpression bridge(
+        QStringLiteral("^(kdeconnect|gsconnect)[._-]"), QRegularExpression::CaseInsensitiveOption);
+    if (const QRegularExpressionMatch match = bridge.match(name); match.hasMatch()) {
+        return match.capturedEnd(1);
+    }
+    static const QRegularExpression part(QStringLiteral(
+        "(?:[._-]?[0-9]{4,}|[._-][A-Za-z]?(?:(?=[a-f]*[0-9])[0-9a-f]{8,}|(?=[A-F]*[0-9])[0-9A-F]{8,}))(?:[._-]|$)"));
+    const QRegularExpressionMatch match = part.match(name);
+    return match.hasMatch() && match.capturedStart() > 0 ? match.capturedStart() : name.size();
+}
+
+bool isNewAtEveryStart(const QString &name)
+{
+    return !name.contains(instanceMark) && newPart(name) < name.size();
+}
+
+PlayerPin pinOf(const NamedPlayer &player)
+{
+    return {.family = playerFamily(player.name),
+        .identity = isNewAtEveryStart(player.name) ? player.identity : QString(),
+        .name = {}};
+}
+
+} // namespace
+
+QString playerFamily(const QString &name)
+{
+    const qsizetype mark = name.indexOf(instanceMark);
+    return mark > 0 ? name.left(mark) : name.left(newPart(name));
+}
+
+PlayerPin PlayerPin::fromId(const QString &id)
+{
+    return {.family = playerFamily(id.section(separator, 0, 0)),
+        .identity = id.section(separator, 2),
+        .name = id.section(separator, 1, 1)};
+}
+
+QString PlayerPin::id() const
+{
+    return name.isEmpty() && identity.isEmpty() ? family : family + separator + name + separator + identity;
+}
+
+PlayerPin::Match PlayerPin::match(const QString &playerName, const QString &playerIdentity) const
+{
+    if (family.isEmpty() || playerFamily(playerName) != family || (!identity.isEmpty() && playerIdentity != identity)) {
+        return Match::None;
+    }
+    return playerName == name ? Match::SameName : Match::SamePlayer;
+}
+
+QList<PlayerPin> distinctPins(const QList<NamedPlayer> &players)
+{
+    QList<PlayerPin> pins;
+    QHash<QString, int> uses;
+    for (const NamedPlayer &player : players) {
+        pins.append(pinOf(player));
+        ++uses[pins.last().id()];
+    }
+    for (qsizetype i = 0; i < pins.size(); ++i) {
+        if (uses.value(pins[i].id()) > 1) {
+            pins[i].identity = players[i].identity;
+            pins[i].name = players[i].name;
+        }
+    }
+    return pins;
+}
+
+} // namespace tunedeck
