@@ -2,6 +2,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/AboutWindow.h"
+#include "app/palettes.h"
 #include "dock/DockMenuItems.h"
 #include "drawer/PlaylistWindow.h"
 #include "music/MenuItemIdentifier.h"
@@ -21,7 +22,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
-#include <QPalette>
 #include <QWindow>
 
 namespace tunedeck {
@@ -52,13 +52,6 @@ template <typename WindowType> void bringToFrontWithShadow(WindowType &window)
     window.invalidateShadow();
 }
 
-QPalette classicPalette()
-{
-    QPalette palette(QColor(0xe8, 0xe8, 0xe8), QColor(0xf2, 0xf2, 0xf2));
-    palette.setColor(QPalette::Highlight, QColor(0x38, 0x75, 0xd7));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    return palette;
-}
 } // namespace
 
 AppDelegate::AppDelegate(MusicConnector &musicConnector, UserDefaults &defaults, Appearance &appearance,
@@ -71,6 +64,8 @@ AppDelegate::AppDelegate(MusicConnector &musicConnector, UserDefaults &defaults,
 {
     connect(&windowActivation, &WindowActivation::windowDidBecomeKey, this, &AppDelegate::windowDidBecomeKey);
     connect(&windowActivation, &WindowActivation::windowDidResignKey, this, &AppDelegate::windowDidResignKey);
+    connect(&m_appearance, &Appearance::effectiveAppearanceChanged, this,
+        [this] { applyPalette(m_appearance, m_isAppearanceClassic); });
 }
 
 AppDelegate::~AppDelegate() = default;
@@ -83,14 +78,8 @@ void AppDelegate::setPlayPauseMenuItem(QAction *item)
 void AppDelegate::setAppearanceClassic(bool classic)
 {
     m_isAppearanceClassic = classic;
-    // The appearance comes first: while it is forced, the palette does not count as the system's.
-    if (classic) {
-        m_appearance.setApplicationAppearance(AppearanceName::Aqua);
-        QApplication::setPalette(classicPalette());
-    } else {
-        m_appearance.setApplicationAppearance(std::nullopt);
-        QApplication::setPalette(QPalette());
-    }
+    m_appearance.setApplicationAppearance(classic ? std::optional(AppearanceName::Aqua) : std::nullopt);
+    applyPalette(m_appearance, classic);
     Q_EMIT isAppearanceClassicChanged(classic);
 }
 

@@ -13,7 +13,6 @@
 #include <QDBusVariant>
 #include <QEvent>
 #include <QGuiApplication>
-#include <QPalette>
 
 #include <algorithm>
 #include <array>
@@ -125,11 +124,15 @@ void Appearance::setApplicationAppearance(std::optional<AppearanceName> name)
     update();
 }
 
+void Appearance::setPalette(const std::optional<QPalette> &palette)
+{
+    m_hasOwnPalette = palette.has_value();
+    QGuiApplication::setPalette(palette.value_or(QPalette()));
+}
+
 bool Appearance::eventFilter(QObject *watched, QEvent *event)
 {
-    // A forced appearance comes with its own palette. When the force ends, the system's palette comes back as another
-    // change.
-    if (event->type() == QEvent::ApplicationPaletteChange && !m_application) {
+    if (event->type() == QEvent::ApplicationPaletteChange && !m_hasOwnPalette) {
         m_palette = readPalette();
         update();
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPalette>
 #include <QVariant>
 
 #include <optional>
@@ -41,12 +42,16 @@ public:
     /// Asks the portal on another bus from now on.
     void setBus(const QDBusConnection &bus);
 
-    /// Forces an appearance on the application; no value lets it follow the system. Sets no palette. Call it before
-    /// setting the palette of a forced appearance, otherwise that palette counts as the system's.
+    /// Forces an appearance on the application; no value lets it follow the system. Sets no palette.
     void setApplicationAppearance(std::optional<AppearanceName> name);
     [[nodiscard]] std::optional<AppearanceName> applicationAppearance() const { return m_application; }
     /// The appearance to draw.
     [[nodiscard]] AppearanceName effectiveAppearance() const { return m_effective; }
+    /// Sets the palette of menus and ordinary windows. It does not count as the system's. No value is the system's own
+    /// palette.
+    void setPalette(const std::optional<QPalette> &palette);
+    /// Whether the system's own palette is dark.
+    [[nodiscard]] bool isSystemPaletteDark() const { return m_palette.dark.value_or(false); }
     [[nodiscard]] bool isMotionReduced() const { return m_isMotionReduced; }
     /// The factor for the size of every text, from 0.5 to 3. It is 1 if the portal does not say.
     [[nodiscard]] double textScale() const { return m_text.scale; }
@@ -95,7 +100,8 @@ private:
     void update();
 
     UserDefaults &m_defaults;
-    System m_palette;
+    bool m_hasOwnPalette = false;
+    System m_palette; ///< the system's
     System m_portal;
     std::optional<AppearanceName> m_application;
     AppearanceName m_effective = AppearanceName::Aqua;

@@ -166,6 +166,18 @@ private Q_SLOTS:
         QCOMPARE(QApplication::palette(), before);
     }
 
+    void menusAreDarkOnADarkDesktopWhosePaletteIsLight()
+    {
+        Program program;
+        const QPalette desktops = QApplication::palette();
+        program.delegate->setAppearanceClassic(false);
+        program.appearance.setApplicationAppearance(AppearanceName::DarkAqua);
+        QVERIFY(QApplication::palette().color(QPalette::Window).lightness() < 80);
+        QVERIFY(QApplication::palette().color(QPalette::WindowText).lightness() > 200);
+        program.appearance.setApplicationAppearance(std::nullopt);
+        QCOMPARE(QApplication::palette(), desktops);
+    }
+
     void theTerminationStopsBothTimers()
     {
         Program program;

@@ -493,15 +493,16 @@ private Q_SLOTS:
         QCOMPARE(spy.count(), 3);
     }
 
-    void thePaletteOfAForcedAppearanceIsNotTheSystems()
+    void theProgramsOwnPaletteIsNotTheSystems()
     {
         removePortal();
-        setDarkPalette();
-        Appearance appearance(*m_defaults, *m_connection);
-        appearance.setApplicationAppearance(AppearanceName::Aqua);
         setLightPalette();
-        appearance.setApplicationAppearance(std::nullopt);
-        QCOMPARE(appearance.effectiveAppearance(), AppearanceName::DarkAqua);
+        Appearance appearance(*m_defaults, *m_connection);
+        appearance.setPalette(QPalette(Qt::black, Qt::black));
+        QVERIFY(!appearance.isSystemPaletteDark());
+        QCOMPARE(appearance.effectiveAppearance(), AppearanceName::Aqua);
+        appearance.setPalette(std::nullopt);
+        QCOMPARE(QGuiApplication::palette(), QPalette());
     }
 
     void theSystemIsFollowedBehindAForcedAppearance()

@@ -4,6 +4,7 @@
 
 #include "app/AboutWindow.h"
 #include "app/installTranslators.h"
+#include "app/palettes.h"
 #include "help/HelpWindow.h"
 #include "music/FollowablePlayers.h"
 #include "platform/Appearance.h"
@@ -65,17 +66,6 @@ public:
         return hint == SH_Widget_Animation_Duration ? 0 : QProxyStyle::styleHint(hint, option, widget, returnData);
     }
 };
-
-QPalette darkPalette()
-{
-    QPalette palette(QColor(53, 54, 58), QColor(42, 43, 46));
-    palette.setColor(QPalette::Base, QColor(32, 33, 36));
-    palette.setColor(QPalette::Link, QColor(120, 170, 255));
-    palette.setColor(QPalette::Highlight, QColor(61, 126, 212));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::PlaceholderText, QColor(150, 150, 155));
-    return palette;
-}
 
 class Gallery {
 public:
