@@ -12,8 +12,6 @@ namespace tunedeck {
 
 namespace {
 
-using ReadPurpose = PlayerMirror::ReadPurpose;
-
 /// Longest time that a read waits for a player that is not responding. A read that was not answered in time is repeated
 /// at once, so that a frozen player finds one in its inbox the moment it thaws.
 constexpr Milliseconds longestDeadline{8'000};
@@ -53,23 +51,23 @@ MprisPlayer::MprisPlayer(const QDBusConnection &connection, const QString &owner
     }
     m_readSoon.setSingleShot(true);
     m_readSoon.setInterval(burst);
-    connect(&m_readSoon, &QTimer::timeout, this, [this] { read(ReadPurpose::AllButModes); });
+    connect(&m_readSoon, &QTimer::timeout, this, &MprisPlayer::read);
     m_settle.setObjectName(QStringLiteral("settleTimer"));
     m_settle.setSingleShot(true);
     m_settle.setTimerType(Qt::PreciseTimer);
     connect(&m_settle, &QTimer::timeout, this, [this] {
         const PlayerMirror::Changes changes = m_mirror.settle(now());
         if (changes.userInfo) {
-            read(ReadPurpose::AllButModes);
+            read();
         }
         apply(changes);
     });
     m_sample.setObjectName(QStringLiteral("sampleTimer"));
-    connect(&m_sample, &QTimer::timeout, this, &MprisPlayer::samplePosition);
+    connect(&m_sample, &QTimer::timeout, this, &MprisPlayer::sample);
     m_sampleUnderWay.setObjectName(QStringLiteral("underWayTimer"));
     m_sampleUnderWay.setSingleShot(true);
     m_sampleUnderWay.setInterval(underWay);
-    connect(&m_sampleUnderWay, &QTimer::timeout, this, &MprisPlayer::samplePosition);
+    connect(&m_sampleUnderWay, &QTimer::timeout, this, &MprisPlayer::sample);
 
     connect(&m_calls, &PlayerCalls::respondingChanged, this, &MprisPlayer::handleRespondingChanged);
     connect(&m_commands, &PlayerCommands::mirrorChanged, this, &MprisPlayer::apply);
@@ -79,7 +77,7 @@ MprisPlayer::MprisPlayer(const QDBusConnection &connection, const QString &owner
     subscribe(connection);
     askForProcessId(connection);
     askWhatItIs();
-    read(ReadPurpose::Everything);
+    read();
 }
 
 QString MprisPlayer::identity() const
@@ -92,7 +90,7 @@ void MprisPlayer::setSampled(bool isSampled)
     m_isSampled = isSampled;
     if (isSampled) {
         m_mirror.trustNextSample();
-        samplePosition();
+        sample();
     }
     updateSampling();
 }
@@ -100,7 +98,7 @@ void MprisPlayer::setSampled(bool isSampled)
 void MprisPlayer::refresh()
 {
     m_mirror.trustNextSample();
-    read(ReadPurpose::Everything);
+    read();
 }
 
 // Reports of the player
@@ -135,26 +133,26 @@ void MprisPlayer::askWhatItIs()
     });
 }
 
-void MprisPlayer::read(ReadPurpose purpose)
+void MprisPlayer::read()
 {
     m_readSoon.stop();
     if (m_readUnderWay) {
-        m_nextRead = m_nextRead == ReadPurpose::Everything ? ReadPurpose::Everything : purpose;
+        m_readsAgain = true;
         return;
     }
-    m_readUnderWay = purpose;
+    m_readUnderWay = true;
     m_calls.getAll(
         mpris::playerInterface, [this](const QDBusMessage &reply) { handleRead(reply); }, m_readDeadline);
 }
 
 void MprisPlayer::handleRead(const QDBusMessage &reply)
 {
-    const ReadPurpose purpose = *std::exchange(m_readUnderWay, std::nullopt);
+    m_readUnderWay = false;
     const bool isFirstAnswer = m_attachment == Attachment::Unasked;
     if (bus::isError(reply)) {
         handleFailedRead(reply);
     } else {
-        applyRead(bus::plainMap(reply, 0), purpose);
+        applyRead(bus::plainMap(reply, 0));
     }
     if (isFirstAnswer) {
         if (m_attachment == Attachment::Unasked) {
@@ -164,19 +162,19 @@ void MprisPlayer::handleRead(const QDBusMessage &reply)
     }
 }
 
-void MprisPlayer::readAfter(Milliseconds delay, ReadPurpose purpose)
+void MprisPlayer::readAfter(Milliseconds delay)
 {
     auto *later = new QTimer(this);
     later->setSingleShot(true);
     later->setTimerType(Qt::PreciseTimer);
-    connect(later, &QTimer::timeout, this, [this, later, purpose] {
+    connect(later, &QTimer::timeout, this, [this, later] {
         later->deleteLater();
-        read(purpose);
+        read();
     });
     later->start(delay);
 }
 
-void MprisPlayer::applyRead(const QVariantMap &properties, ReadPurpose purpose)
+void MprisPlayer::applyRead(const QVariantMap &properties)
 {
     m_readDeadline = bus::deadline;
     m_propertyTypes.check(properties);
@@ -184,17 +182,19 @@ void MprisPlayer::applyRead(const QVariantMap &properties, ReadPurpose purpose)
     if (!isAttached() && !properties.contains(QStringLiteral("PlaybackStatus"))) {
         return;
     }
-    const PlayerMirror::Changes changes = m_mirror.read(decodePlayerProperties(properties), purpose, now());
+    const PlayerMirror::Changes changes = m_mirror.read(decodePlayerProperties(properties), now());
     if (std::exchange(m_attachment, Attachment::Attached) != Attachment::Attached) {
         qCDebug(playersLog).noquote() << loggable(m_name) << "at" << owner() << "is attached";
         Q_EMIT attached();
         if (m_mirror.mayPlayThoughStopped()) {
-            readAfter(movementOfStopped, ReadPurpose::AllButModes);
+            readAfter(movementOfStopped);
         }
     }
     apply(changes);
-    if (const auto next = std::exchange(m_nextRead, std::nullopt)) {
-        read(*next);
+    if (std::exchange(m_readsAgain, false)) {
+        read();
+    } else if (m_mirror.isInDoubt()) {
+        m_readSoon.start();
     }
 }
 
@@ -203,35 +203,24 @@ void MprisPlayer::handleFailedRead(const QDBusMessage &reply)
     const QDBusError error(reply);
     if (bus::isUnanswered(error)) {
         m_readDeadline = std::min(m_readDeadline * 2, longestDeadline);
-        read(ReadPurpose::Everything);
+        read();
         return;
     }
     qCDebug(playersLog).noquote() << loggable(m_name) << "at" << owner()
                                   << "refused to be read:" << loggable(error.name()) << loggable(error.message());
     if (!isAttached() && ++m_refusals < maximumRefusals) {
         // Players take their name before they are ready to answer.
-        readAfter(patienceWithRefusal, ReadPurpose::Everything);
+        readAfter(patienceWithRefusal);
     }
 }
 
-void MprisPlayer::samplePosition()
+void MprisPlayer::sample()
 {
-    if (!isAttached() || !isResponding()) {
-        return;
+    if (isAttached() && isResponding()) {
+        // Totem's volume, cmus' shuffle and VLC's song of a station change without an announcement. And Celluloid
+        // aborts when it is asked for a property that it does not list, so it is asked for all that it lists.
+        read();
     }
-    // VLC does not announce the next song of a stream. And Celluloid aborts when it is asked for a property that it
-    // does not list.
-    if (m_mirror.track().isLiveStream() || !m_mirror.hasPosition()) {
-        read(ReadPurpose::AllButModes);
-        return;
-    }
-    m_calls.ask(mpris::propertiesInterface, QStringLiteral("Get"), {mpris::playerInterface, QStringLiteral("Position")},
-        [this](const QDBusMessage &reply) {
-            if (const std::optional<double> position = decodePosition(bus::plainArgument(reply, 0));
-                position && !bus::isError(reply)) {
-                apply(m_mirror.positionRead(*position, now()));
-            }
-        });
 }
 
 void MprisPlayer::onPropertiesChanged(const QDBusMessage &signal)
@@ -286,7 +275,7 @@ void MprisPlayer::handlePropertiesChanged(const QDBusMessage &signal)
     const PlayerReport report = decodePlayerProperties(properties);
     const PlayerMirror::Changes changes = m_mirror.announced(report, now());
     if (report.track && m_mirror.mayPlayThoughStopped()) {
-        readAfter(movementOfStopped, ReadPurpose::AllButModes);
+        readAfter(movementOfStopped);
     }
     apply(changes);
 }
@@ -307,7 +296,7 @@ void MprisPlayer::handleRespondingChanged(bool responding)
         m_readDeadline = bus::deadline;
     }
     m_mirror.setResponding(responding, now());
-    read(ReadPurpose::Everything);
+    read();
     updateSampling();
     Q_EMIT respondingChanged(responding);
 }

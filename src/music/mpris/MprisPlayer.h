@@ -73,12 +73,12 @@ private:
     void subscribe(const QDBusConnection &connection);
     void askForProcessId(const QDBusConnection &connection);
     void askWhatItIs();
-    void read(PlayerMirror::ReadPurpose purpose);
-    void readAfter(Milliseconds delay, PlayerMirror::ReadPurpose purpose);
+    void read();
+    void readAfter(Milliseconds delay);
     void handleRead(const QDBusMessage &reply);
-    void applyRead(const QVariantMap &properties, PlayerMirror::ReadPurpose purpose);
+    void applyRead(const QVariantMap &properties);
     void handleFailedRead(const QDBusMessage &reply);
-    void samplePosition();
+    void sample();
     void onSignal(const QDBusMessage &signal);
     void handleInbox();
     void handlePropertiesChanged(const QDBusMessage &signal);
@@ -105,8 +105,8 @@ private:
     bool m_announcesSeeks = false;
 
     QList<QDBusMessage> m_inbox;
-    std::optional<PlayerMirror::ReadPurpose> m_readUnderWay;
-    std::optional<PlayerMirror::ReadPurpose> m_nextRead;
+    bool m_readUnderWay = false;
+    bool m_readsAgain = false; ///< once the read under way is answered
     Milliseconds m_readDeadline;
     int m_refusals = 0;
 

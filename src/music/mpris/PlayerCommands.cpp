@@ -14,8 +14,6 @@ namespace tunedeck {
 
 namespace {
 
-using ReadPurpose = PlayerMirror::ReadPurpose;
-
 /// Elisa, Chromium, Celluloid and mpv carry a command out up to 170 ms after they have answered it.
 constexpr Milliseconds effect{200};
 constexpr Milliseconds volumeEffect{300};
@@ -127,8 +125,8 @@ bool PlayerCommands::setShuffle(bool enabled)
     if (!areTaken()) {
         return false;
     }
-    m_calls.setProperty(QStringLiteral("Shuffle"), enabled,
-        [this](const QDBusMessage &) { Q_EMIT effectExpected(effect, ReadPurpose::Everything); });
+    m_calls.setProperty(
+        QStringLiteral("Shuffle"), enabled, [this](const QDBusMessage &) { Q_EMIT effectExpected(effect); });
     return true;
 }
 
@@ -138,7 +136,7 @@ bool PlayerCommands::setLoopStatus(LoopStatus status)
         return false;
     }
     m_calls.setProperty(QStringLiteral("LoopStatus"), loopText(status),
-        [this](const QDBusMessage &) { Q_EMIT effectExpected(effect, ReadPurpose::Everything); });
+        [this](const QDBusMessage &) { Q_EMIT effectExpected(effect); });
     return true;
 }
 
@@ -216,7 +214,7 @@ void PlayerCommands::send(Command command, const bus::ReplyHandler &handler)
     m_calls.ask(mpris::playerInterface, methodOf(command), {}, [this, command, handler](const QDBusMessage &reply) {
         m_unanswered.setFlag(command, false);
         handler(reply);
-        Q_EMIT effectExpected(effect, ReadPurpose::AllButModes);
+        Q_EMIT effectExpected(effect);
     });
 }
 
@@ -240,7 +238,7 @@ void PlayerCommands::sendVolume(double volume)
         }
         m_mirror.volumeAnswered(now());
         Q_EMIT mirrorChanged({});
-        Q_EMIT effectExpected(volumeEffect, ReadPurpose::AllButModes);
+        Q_EMIT effectExpected(volumeEffect);
     });
 }
 

@@ -49,7 +49,7 @@ Q_SIGNALS:
     void mirrorChanged(tunedeck::PlayerMirror::Changes changes);
     void positionSent();
     /// The player has answered a command. After `delay` a read shows its effect.
-    void effectExpected(tunedeck::Milliseconds delay, tunedeck::PlayerMirror::ReadPurpose purpose);
+    void effectExpected(tunedeck::Milliseconds delay);
 
 private:
     [[nodiscard]] bool isToggling() const;

@@ -52,17 +52,18 @@ void PlayerMirror::distrustFirstReport()
     m_believesAtOnce = false;
 }
 
-PlayerMirror::Changes PlayerMirror::read(const PlayerReport &report, ReadPurpose purpose, Instant now)
+PlayerMirror::Changes PlayerMirror::read(const PlayerReport &report, Instant now)
 {
     const Believed before = believed();
     const double expected = m_clock.position(now);
     PlayerReport complete = report;
     complete.track = report.track.value_or(TrackDetails());
     keepDistinctId(*complete.track);
-    if (purpose == ReadPurpose::AllButModes) {
-        complete.shuffle = m_report.shuffle;
-        complete.loopStatus = m_report.loopStatus;
+    if (!report.position && report.status == PlaybackStatus::Playing) {
+        // Rhythmbox has none for up to 35 ms at a track change.
+        complete.position = m_report.position;
     }
+    m_modes.read(report);
     applyReport(complete, now);
     if (report.position) {
         applyPosition(*report.position, now);
@@ -79,6 +80,7 @@ PlayerMirror::Changes PlayerMirror::announced(const PlayerReport &report, Instan
         setPlaysThoughStopped(false, now);
         m_sightingWhileStopped.reset();
     }
+    m_modes.announced(report);
     PlayerReport merged = m_report;
     merge(merged, report);
     applyReport(merged, now);
@@ -94,16 +96,6 @@ PlayerMirror::Changes PlayerMirror::seeked(double position, Instant now)
     m_targetIsOurs = false;
     m_clock.trustTarget(position, now);
     return {.settings = true};
-}
-
-PlayerMirror::Changes PlayerMirror::positionRead(double position, Instant now)
-{
-    const Believed before = believed();
-    const double expected = m_clock.position(now);
-    applyPosition(position, now);
-    Changes changes = changesSince(before);
-    changes.settings |= m_clock.position(now) != expected;
-    return changes;
 }
 
 PlayerMirror::Changes PlayerMirror::askedForStatus(PlaybackStatus status, Instant now)
@@ -219,7 +211,7 @@ const QString &PlayerMirror::reportedTrackId() const
 bool PlayerMirror::mayPlayThoughStopped() const
 {
     return m_report.status.value_or(PlaybackStatus::Stopped) == PlaybackStatus::Stopped && m_report.track
-        && !m_report.track->isEmpty() && hasPosition();
+        && !m_report.track->isEmpty() && m_report.position;
 }
 
 void PlayerMirror::keepDistinctId(TrackDetails &track) const
@@ -424,7 +416,7 @@ void PlayerMirror::settleLaterAt(Instant moment)
 
 PlayerMirror::Believed PlayerMirror::believed() const
 {
-    return {userInfo(), status(), volumeStep(), m_report.shuffle, m_report.loopStatus};
+    return {userInfo(), status(), volumeStep(), shuffle(), loopStatus()};
 }
 
 PlayerMirror::Changes PlayerMirror::changesSince(const Believed &before) const

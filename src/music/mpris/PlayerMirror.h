@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "music/mpris/PlayerModes.h"
 #include "music/mpris/PlayerReport.h"
 #include "music/mpris/PositionClock.h"
 #include "music/mpris/bus/Instant.h"
@@ -25,10 +26,6 @@ public:
         bool settings = false; ///< position (other than by time), volume, shuffle or loop status
         bool status = false; ///< status() differs
     };
-    /// Whether a read may change shuffle and loop status. mpv answers a new random value on every read, so only reads
-    /// made for them may.
-    enum class ReadPurpose { Everything, AllButModes };
-
     /// Lets the first report wait like every other. Call this for a player that has just come: Celluloid announces a
     /// track before it has read its tags. A player that was there before can be believed at once.
     void distrustFirstReport();
@@ -36,13 +33,11 @@ public:
     // Reports of the player
 
     /// All properties, as read from the player.
-    Changes read(const PlayerReport &report, ReadPurpose purpose, Instant now);
+    Changes read(const PlayerReport &report, Instant now);
     /// The properties that the player announced.
     Changes announced(const PlayerReport &report, Instant now);
     /// Seconds.
     Changes seeked(double position, Instant now);
-    /// The position alone, as read from the player. Seconds.
-    Changes positionRead(double position, Instant now);
 
     // Commands to the player
 
@@ -82,8 +77,8 @@ public:
     [[nodiscard]] std::optional<double> volume() const { return m_volume; }
     /// The volume in the steps in which it is set: 0 to 100.
     [[nodiscard]] std::optional<int> volumeStep() const;
-    [[nodiscard]] std::optional<bool> shuffle() const { return m_report.shuffle; }
-    [[nodiscard]] std::optional<LoopStatus> loopStatus() const { return m_report.loopStatus; }
+    [[nodiscard]] std::optional<bool> shuffle() const { return m_modes.shuffle(); }
+    [[nodiscard]] std::optional<LoopStatus> loopStatus() const { return m_modes.loopStatus(); }
 
     [[nodiscard]] bool canControl() const { return m_report.canControl.value_or(true); }
     [[nodiscard]] bool canPause() const { return m_report.canPause.value_or(true); }
@@ -93,10 +88,10 @@ public:
     /// The track id last reported, which a seek must name; empty if there is none.
     [[nodiscard]] const QString &reportedTrackId() const;
     /// Whether the player says Stopped and yet has a track that may be playing, as mpv does when it was started idle;
-    /// see positionRead().
+    /// two reads show it.
     [[nodiscard]] bool mayPlayThoughStopped() const;
-    /// Whether the player lists its position. Celluloid aborts when it is asked for a property that it does not list.
-    [[nodiscard]] bool hasPosition() const { return m_report.position.has_value(); }
+    /// Whether only a further read can show what to believe.
+    [[nodiscard]] bool isInDoubt() const { return m_modes.isInDoubt(); }
 
 private:
     struct Expectation {
@@ -136,6 +131,7 @@ private:
     [[nodiscard]] Changes changesSince(const Believed &before) const;
 
     PlayerReport m_report;
+    PlayerModes m_modes;
     bool m_believesAtOnce = true;
     Instant m_statusSince{};
     Instant m_trackSince{};

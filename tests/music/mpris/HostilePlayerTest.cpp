@@ -208,7 +208,7 @@ void HostilePlayerTest::aPlayerThatListsNoPropertyIsNeverAskedForOne()
     QVERIFY(elapse(*m_music->findChild<QTimer *>(u"sampleTimer"_s)));
     QVERIFY(comesToRest());
     QVERIFY(m_music->isRunning());
-    QVERIFY(m_player->takeCalls().filter(u"Get Position"_s).isEmpty());
+    QVERIFY(m_player->takeCalls().filter(u"Get "_s).isEmpty());
 }
 
 void HostilePlayerTest::aFloodOfSignalsLeavesTheEventLoopResponsive()

@@ -11,8 +11,6 @@ namespace tunedeck {
 
 namespace {
 
-using ReadPurpose = PlayerMirror::ReadPurpose;
-
 /// `milliseconds` after the test began.
 Instant at(int milliseconds)
 {
@@ -106,10 +104,11 @@ class PlayerMirrorTest : public QObject {
     Q_OBJECT
 
 private:
-    QString read(const QVariantMap &map, int time, ReadPurpose purpose = ReadPurpose::AllButModes)
+    QString read(const QVariantMap &map, int time)
     {
-        return words(m_mirror.read(decodePlayerProperties(map), purpose, at(time)));
+        return words(m_mirror.read(decodePlayerProperties(map), at(time)));
     }
+    QString playingOneReadAt(double position, int time) { return read(properties(u"Playing"_s, one, position), time); }
     QString announced(const QVariantMap &map, int time)
     {
         return words(m_mirror.announced(decodePlayerProperties(map), at(time)));
@@ -122,7 +121,7 @@ private:
         const std::optional<Instant> next = m_mirror.nextSettling();
         return next ? std::chrono::duration_cast<Milliseconds>(*next - at(0)).count() : -1;
     }
-    void playOneFrom(double seconds) { read(properties(u"Playing"_s, one, seconds), 0, ReadPurpose::Everything); }
+    void playOneFrom(double seconds) { playingOneReadAt(seconds, 0); }
 
     PlayerMirror m_mirror;
 
@@ -286,7 +285,7 @@ private Q_SLOTS:
         announced(status(u"Stopped"_s), 1'000);
         QCOMPARE(read(properties(u"Stopped"_s, one, 0), 1'040), nothing);
         QCOMPARE(position(1'040), 91.04);
-        QCOMPARE(words(m_mirror.positionRead(0, at(1'050))), nothing);
+        QCOMPARE(read(properties(u"Stopped"_s, one, 0), 1'050), nothing);
         announced(status(u"Playing"_s), 1'100);
         QCOMPARE(position(1'100), 91.1);
     }
@@ -761,9 +760,9 @@ private Q_SLOTS:
     void aSampleWithinTheToleranceMovesNothing()
     {
         playOneFrom(10);
-        QCOMPARE(words(m_mirror.positionRead(13.1, at(2'000))), nothing);
+        QCOMPARE(playingOneReadAt(13.1, 2'000), nothing);
         QCOMPARE(position(2'000), 12.0);
-        QCOMPARE(words(m_mirror.positionRead(15, at(2'000))), u"settings"_s);
+        QCOMPARE(playingOneReadAt(15, 2'000), u"settings"_s);
         QCOMPARE(position(2'000), 15.0);
     }
 
@@ -771,7 +770,7 @@ private Q_SLOTS:
     {
         playOneFrom(10);
         m_mirror.trustNextSample();
-        QCOMPARE(words(m_mirror.positionRead(12.5, at(2'000))), u"settings"_s);
+        QCOMPARE(playingOneReadAt(12.5, 2'000), u"settings"_s);
         QCOMPARE(position(2'000), 12.5);
     }
 
@@ -781,9 +780,9 @@ private Q_SLOTS:
         QCOMPARE(words(m_mirror.askedForPosition(60, at(1'000))), u"settings"_s);
         QCOMPARE(position(1'000), 60.0);
         QCOMPARE(read(properties(u"Playing"_s, one, 11), 1'040), nothing);
-        QCOMPARE(words(m_mirror.positionRead(0, at(2'499))), nothing);
+        QCOMPARE(playingOneReadAt(0, 2'499), nothing);
         QCOMPARE(position(2'499), 61.499);
-        QCOMPARE(words(m_mirror.positionRead(13, at(2'500))), u"settings"_s);
+        QCOMPARE(playingOneReadAt(13, 2'500), u"settings"_s);
         QCOMPARE(position(2'500), 13.0);
     }
 
@@ -806,7 +805,7 @@ private Q_SLOTS:
     {
         playOneFrom(10);
         m_mirror.seeked(60, at(1'000));
-        QCOMPARE(words(m_mirror.positionRead(11.2, at(1'200))), nothing);
+        QCOMPARE(playingOneReadAt(11.2, 1'200), nothing);
         QCOMPARE(position(1'200), 60.2);
     }
 
@@ -871,7 +870,7 @@ private Q_SLOTS:
         m_mirror.askedForPosition(60, at(1'000));
         announced(track(two), 1'100);
         QCOMPARE(position(1'100), 0.0);
-        m_mirror.positionRead(0.5, at(1'200));
+        read(properties(u"Playing"_s, two, 0.5), 1'200);
         QCOMPARE(position(1'200), 0.5);
     }
 
@@ -884,7 +883,7 @@ private Q_SLOTS:
         m_mirror.setResponding(true, at(9'000));
         QCOMPARE(position(10'000), 12.0);
         // It may have played on meanwhile, so its next position is believed, however little it differs.
-        m_mirror.positionRead(12.5, at(10'000));
+        playingOneReadAt(12.5, 10'000);
         QCOMPARE(position(10'000), 12.5);
     }
 
@@ -920,10 +919,15 @@ private Q_SLOTS:
     void rhythmboxTellsNoPositionWhileStopped()
     {
         playOneFrom(10);
-        QVERIFY(m_mirror.hasPosition());
         read(status(u"Stopped"_s), 1'000);
-        QVERIFY(!m_mirror.hasPosition());
         QCOMPARE(m_mirror.position(at(1'000)), std::nullopt);
+    }
+
+    void rhythmboxTellsNoPositionForAMomentAtATrackChange()
+    {
+        playOneFrom(10);
+        read({{u"PlaybackStatus"_s, u"Playing"_s}, {u"Metadata"_s, one}}, 1'000);
+        QCOMPARE(position(1'000), 11.0);
     }
 
     // Stopped and yet playing
@@ -1108,24 +1112,35 @@ private Q_SLOTS:
 
     // Shuffle and loop status
 
-    void mpvsRandomShuffleIsReadOnlyOnPurpose()
+    void cmusQuietShuffleAndLoopStatusAreSeen()
+    {
+        QVariantMap answer = properties(u"Paused"_s, one, 0);
+        answer.insert(u"Shuffle"_s, false);
+        answer.insert(u"LoopStatus"_s, u"None"_s);
+        read(answer, 0);
+        answer.insert(u"LoopStatus"_s, u"Playlist"_s);
+        QCOMPARE(read(answer, 1'000), u"settings"_s);
+        QCOMPARE(m_mirror.loopStatus(), LoopStatus::Playlist);
+        answer.insert(u"Shuffle"_s, true);
+        QCOMPARE(read(answer, 2'000), nothing);
+        QVERIFY(m_mirror.isInDoubt());
+        QCOMPARE(read(answer, 2'040), nothing);
+        QCOMPARE(read(answer, 2'080), u"settings"_s);
+        QCOMPARE(m_mirror.shuffle(), true);
+        QVERIFY(!m_mirror.isInDoubt());
+    }
+
+    void mpvsRandomShuffleIsUnknown()
     {
         QVariantMap answer = properties(u"Playing"_s, one, 0);
         answer.insert(u"Shuffle"_s, true);
-        answer.insert(u"LoopStatus"_s, u"None"_s);
-        read(answer, 0, ReadPurpose::Everything);
+        read(answer, 0);
         QCOMPARE(m_mirror.shuffle(), true);
-        QCOMPARE(m_mirror.loopStatus(), LoopStatus::None);
-
         answer.insert(u"Shuffle"_s, false);
-        answer.insert(u"LoopStatus"_s, u"Track"_s);
-        QCOMPARE(read(answer, 100, ReadPurpose::AllButModes), nothing);
-        QCOMPARE(m_mirror.shuffle(), true);
-        QCOMPARE(m_mirror.loopStatus(), LoopStatus::None);
-
-        QCOMPARE(read(answer, 200, ReadPurpose::Everything), u"settings"_s);
-        QCOMPARE(m_mirror.shuffle(), false);
-        QCOMPARE(m_mirror.loopStatus(), LoopStatus::Track);
+        QCOMPARE(read(answer, 1'000), nothing);
+        answer.insert(u"Shuffle"_s, true);
+        QCOMPARE(read(answer, 1'040), u"settings"_s);
+        QCOMPARE(m_mirror.shuffle(), std::nullopt);
     }
 
     void announcedModesAreBelieved()
