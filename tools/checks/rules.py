@@ -22,7 +22,8 @@ MAY_INCLUDE = {
     "music": {"platform"},
     "music/mpris/bus": {"platform"},
     "music/mpris/choice": {"platform", "music"},
-    "music/mpris": {"platform", "music", "music/mpris/bus", "music/mpris/choice"},
+    "music/mpris/desktop": {"platform", "music/mpris/bus"},
+    "music/mpris": {"platform", "music", "music/mpris/bus", "music/mpris/choice", "music/mpris/desktop"},
     # Drawing code keeps no state and knows neither the user's settings nor the window's.
     "skin/drawing": {"platform"},
     "skin/cells": {"platform", "skin/drawing"},

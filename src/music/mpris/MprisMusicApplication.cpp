@@ -65,7 +65,9 @@ MprisMusicApplication::MprisMusicApplication(
     connect(&m_followed, &FollowedPlayer::respondingChanged, this, [this](bool isResponding) {
         endSeek();
         Q_EMIT respondingDidChange(isResponding);
+        Q_EMIT playerDidChange();
     });
+    connect(&m_playerWindow, &PlayerWindow::changed, this, &MprisMusicApplication::playerDidChange);
     connect(&m_followed, &FollowedPlayer::ready, this, &MprisMusicApplication::becomeReady);
 }
 
@@ -75,6 +77,7 @@ void MprisMusicApplication::setBus(const QDBusConnection &bus)
 {
     m_bus = bus;
     m_followed.setBus(bus);
+    m_playerWindow.setBus(bus);
 }
 
 void MprisMusicApplication::refreshPlayer()
@@ -103,6 +106,21 @@ bool MprisMusicApplication::activate()
     }
     m_launcher.launch(m_followed.entriesToLaunch(), QStringLiteral("audio/mpeg"));
     return true;
+}
+
+QString MprisMusicApplication::playerName() const
+{
+    return player() ? player()->identity() : QString();
+}
+
+bool MprisMusicApplication::canShowPlayer() const
+{
+    return player() && player()->isResponding() && m_playerWindow.canBeShown();
+}
+
+bool MprisMusicApplication::showPlayer(const ActivationToken &token)
+{
+    return canShowPlayer() && m_playerWindow.show(token);
 }
 
 std::optional<FourCharCode> MprisMusicApplication::playerState() const
@@ -285,17 +303,31 @@ void MprisMusicApplication::handleLeft(MprisPlayer *former)
 {
     endSeek();
     former->setSampled(false);
+    disconnect(former, &MprisPlayer::identityChanged, this, nullptr);
+    m_playerWindow.setPlayer(std::nullopt);
     setPlaylists(nullptr);
     Q_EMIT didTerminate();
+    Q_EMIT playerDidChange();
 }
 
 void MprisMusicApplication::handleFollowed(MprisPlayer *player)
 {
     player->setSampled(m_isWatched);
     setPlaylists(std::make_shared<PlayerPlaylists>(m_bus, player->owner()));
+    connect(player, &MprisPlayer::identityChanged, this, &MprisMusicApplication::handleIdentity);
     Q_EMIT didLaunch();
+    handleIdentity();
     m_postsPlayerInfo = true;
     finishTurnLater();
+}
+
+void MprisMusicApplication::handleIdentity()
+{
+    m_playerWindow.setPlayer(PlayerWindow::Player{.owner = player()->owner(),
+        .processId = player()->processId(),
+        .desktopEntry = player()->desktopEntry(),
+        .canRaise = player()->canRaise()});
+    Q_EMIT playerDidChange();
 }
 
 void MprisMusicApplication::handleChanged(PlayerMirror::Changes changes)

@@ -6,6 +6,8 @@
 #include "music/mpris/MprisFollowablePlayers.h"
 #include "music/mpris/SeekRamp.h"
 #include "music/mpris/bus/Instant.h"
+#include "music/mpris/desktop/PlayerWindow.h"
+#include "platform/DesktopEntries.h"
 
 #include <QDBusConnection>
 #include <QTimer>
@@ -40,6 +42,8 @@ public:
     [[nodiscard]] bool isReady() const { return m_followed.isReady(); }
     /// The players that the user can choose from.
     [[nodiscard]] FollowablePlayers &followablePlayers() { return m_followable; }
+    /// What the desktop knows of players, such as their icons.
+    [[nodiscard]] DesktopEntries &desktopEntries() { return m_desktopEntries; }
     /// Reads everything from the player again, including what it does not announce.
     void refreshPlayer();
 
@@ -47,6 +51,10 @@ public:
     [[nodiscard]] bool isResponding() const override { return m_followed.isResponding(); }
     bool activate() override;
     void setWatched(bool isWatched) override;
+
+    [[nodiscard]] QString playerName() const override;
+    [[nodiscard]] bool canShowPlayer() const override;
+    bool showPlayer(const ActivationToken &token) override;
 
     [[nodiscard]] std::optional<FourCharCode> playerState() const override;
     [[nodiscard]] std::optional<MusicTrack> currentTrack() const override;
@@ -81,6 +89,7 @@ private:
     [[nodiscard]] MprisPlayer *player() const { return m_followed.player(); }
     void handleLeft(MprisPlayer *former);
     void handleFollowed(MprisPlayer *player);
+    void handleIdentity();
     void handleChanged(PlayerMirror::Changes changes);
     void becomeReady();
 
@@ -102,6 +111,8 @@ private:
     Clock m_clock;
     FollowedPlayer m_followed;
     MprisFollowablePlayers m_followable;
+    DesktopEntries m_desktopEntries;
+    PlayerWindow m_playerWindow{m_bus, m_desktopEntries};
     bool m_isWatched = true;
 
     mutable std::mutex m_playlistsMutex;

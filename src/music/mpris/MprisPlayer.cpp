@@ -128,6 +128,7 @@ void MprisPlayer::askWhatItIs()
     m_calls.getAll(mpris::rootInterface, [this](const QDBusMessage &reply) {
         const QVariantMap properties = bus::plainMap(reply, 0);
         m_desktopEntry = decodeDesktopEntry(properties);
+        m_canRaise = bus::boolean(properties.value(QStringLiteral("CanRaise"))).value_or(false);
         m_identity = menuText(bus::text(properties.value(QStringLiteral("Identity"))).value_or(QString()));
         Q_EMIT identityChanged();
     });

@@ -36,6 +36,8 @@ public:
     /// Identifier of the player's desktop entry, without a slash and not longer than 255 characters; empty if the
     /// player names none.
     [[nodiscard]] const QString &desktopEntry() const { return m_desktopEntry; }
+    /// Whether the player says that it can show its own window.
+    [[nodiscard]] bool canRaise() const { return m_canRaise; }
     /// Whether the player has answered in full once. Only then it can be followed.
     [[nodiscard]] bool isAttached() const { return m_attachment == Attachment::Attached; }
     /// Whether the first read has been answered or refused, or was not answered in time.
@@ -54,7 +56,7 @@ Q_SIGNALS:
     /// hasBeenAsked() is true from now on.
     void asked();
     void attached();
-    /// identity(), desktopEntry() or processId() is known.
+    /// identity(), desktopEntry(), canRaise() or processId() is known.
     void identityChanged();
     void changed(tunedeck::PlayerMirror::Changes changes);
     void respondingChanged(bool responding);
@@ -97,6 +99,7 @@ private:
     std::optional<qint64> m_processId;
     QString m_identity;
     QString m_desktopEntry;
+    bool m_canRaise = false;
 
     PlayerMirror m_mirror;
     PlayerCommands m_commands{m_calls, m_mirror, m_clock};

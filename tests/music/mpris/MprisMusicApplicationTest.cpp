@@ -3,6 +3,7 @@
 #include "DemoPlayerProcess.h"
 #include "MusicAtRest.h"
 #include "music/MusicConnector.h"
+#include "platform/ActivationToken.h"
 #include "platform/ApplicationLauncher.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
@@ -105,6 +106,9 @@ private Q_SLOTS:
     void aFrozenPlayerStopsTheClockAndIsSentNothing();
     void aFrozenPlayerThatDiesIsNoLongerSaidNotToRespond();
     void aPlayerFrozenAtTheStartIsNotThereYet();
+    void thePlayerIsNamedWithCharactersThatFitAMenu();
+    void aPlayerThatSaysItCanShowsItsWindow();
+    void aPlayerThatCannotShowItsWindowIsNotAskedTo();
     void openingLaunchesThePlayerFollowedLast();
     void aBusThatGoesTakesItsPlayersWithItAndOneThatComesBringsIts();
     void theStartUpShowsTheTrack();
@@ -1040,6 +1044,48 @@ void MprisMusicApplicationTest::aPlayerFrozenAtTheStartIsNotThereYet()
     m_player->thaw();
     QTRY_VERIFY_WITH_TIMEOUT(m_music->isRunning(), 2'000);
     QCOMPARE(m_music->playerState(), PlayerState::playing);
+}
+
+void MprisMusicApplicationTest::thePlayerIsNamedWithCharactersThatFitAMenu()
+{
+    startMusic();
+    QCOMPARE(m_music->playerName(), QString());
+    const QSignalSpy changed(m_music.get(), &MusicApplication::playerDidChange);
+    startPlayer({u"--do"_s, u"wrong Identity string \u202eDeck\t%1"_s.arg(QString(100, u'x'))});
+    QTRY_COMPARE(m_music->playerName(), u"Deck %1…"_s.arg(QString(54, u'x')));
+    QVERIFY(changed.count() > 0);
+    m_player.reset();
+    QTRY_COMPARE(m_music->playerName(), QString());
+}
+
+void MprisMusicApplicationTest::aPlayerThatSaysItCanShowsItsWindow()
+{
+    startPlayer({u"--do"_s, u"wrong CanRaise bool true"_s});
+    startMusic();
+    QTRY_VERIFY(m_music->canShowPlayer());
+    QVERIFY(m_music->showPlayer({}));
+    QTRY_COMPARE(commands(), QStringList{u"Raise"_s});
+    const QSignalSpy changed(m_music.get(), &MusicApplication::playerDidChange);
+    m_player->freeze();
+    m_music->nextTrack();
+    QTRY_VERIFY(!m_music->isResponding());
+    QVERIFY(changed.count() > 0);
+    QVERIFY(!m_music->canShowPlayer());
+    QVERIFY(!m_music->showPlayer({}));
+    m_player->thaw();
+    QTRY_VERIFY(m_music->canShowPlayer());
+    QCOMPARE(commands().count(u"Raise"_s), 1);
+}
+
+void MprisMusicApplicationTest::aPlayerThatCannotShowItsWindowIsNotAskedTo()
+{
+    startPlayer();
+    startMusic();
+    QTRY_COMPARE(m_music->playerName(), u"Tunedeck Demo Player"_s);
+    QVERIFY(!m_music->canShowPlayer());
+    QVERIFY(!m_music->showPlayer({}));
+    QVERIFY(m_music->nextTrack());
+    QTRY_COMPARE(commands(), QStringList{u"Next"_s});
 }
 
 void MprisMusicApplicationTest::openingLaunchesThePlayerFollowedLast()
