@@ -67,6 +67,7 @@ Application::Application(const Environment &environment, QObject *parent)
         &WindowController::setMotionReduced);
     Window &window = m_windowController->window();
     window.setWindowTitle(bundleInfo(u"CFBundleName").value_or(QString()));
+    m_companionWindows = std::make_unique<CompanionWindows>(window);
     m_playerView = new PlayerView(m_skinEnvironment);
     window.setContentView(m_playerView);
     const ViewController::Environment playerEnvironment{

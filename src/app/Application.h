@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/CompanionWindows.h"
 #include "music/MusicConnector.h"
 #include "skin/looks/SkinEnvironment.h"
 
@@ -83,6 +84,7 @@ private:
     MusicConnector m_musicConnector;
     AppDelegate m_delegate;
     std::unique_ptr<WindowController> m_windowController;
+    std::unique_ptr<CompanionWindows> m_companionWindows;
     PlayerView *m_playerView; ///< owned by the window
     QString m_dockTile;
     QTimer m_dockTileTimer{this};

@@ -133,6 +133,10 @@ void AppPreferencesWindow::restoreFrame()
         move(movedInto(screen->availableGeometry(), QRect(saved->topLeft(), size)));
         return;
     }
+    const bool hasPlace = testAttribute(Qt::WA_Moved);
+    if (hasPlace) {
+        return;
+    }
     if (const QScreen *screen = screenOfUser()) {
         const QRect area = screen->availableGeometry();
         move(movedInto(area, QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, area)));

@@ -29,8 +29,9 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    /// Moves the window to the top left corner of the saved frame, or if that is on no screen, to the middle of the
-    /// screen that the user works on. Keeps the window on that screen as far as it fits.
+    /// Moves the window to the top left corner of the saved frame. If that is on no screen, the window keeps the place
+    /// that it was given, or if it has none, goes to the middle of the screen that the user works on. Keeps the window
+    /// on its screen as far as it fits.
     void restoreFrame();
     void saveFrame();
     [[nodiscard]] QSize expectedFrameSize() const;

@@ -90,6 +90,7 @@ void Window::setLevel(WindowLevel level)
 {
     m_level = level;
     applyLevel();
+    Q_EMIT levelChanged(level);
 }
 
 QRect Window::contentRect() const

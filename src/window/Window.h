@@ -67,6 +67,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     void shiftButtonHeldChanged(bool held);
     void optionButtonHeldChanged(bool held);
+    void levelChanged(tunedeck::WindowLevel level);
     /// Whether any part of the window is on a screen. It is not while the window is hidden, minimised or, on desktops
     /// that report it, covered.
     void canBeSeenChanged(bool canBeSeen);

@@ -21,6 +21,7 @@ from session import (  # noqa: E402
 from xserver import CLIENT_MESSAGE, XServer  # noqa: E402
 
 CONTENT = (450, 64)
+DRAWER = 60  # what the open drawer adds to the height
 SHADOW = (14, 14, 9, 19)  # left, right, top, bottom
 METAL, DISPLAY, FORWARD = (128, 4), (300, 20), (106, 21)  # in the content
 SCREEN = (1280, 720)
@@ -33,6 +34,11 @@ def output(*command: str) -> str:
 
 def window_of(process: subprocess.Popen) -> str:
     return output("xdotool", "search", "--sync", "--onlyvisible", "--pid", str(process.pid)).split()[0]
+
+
+def geometry_of(window: str) -> tuple[int, int, int, int]:
+    told = dict(line.split("=") for line in output("xdotool", "getwindowgeometry", "--shell", window).splitlines())
+    return tuple(int(told[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
 
 
 def server_time() -> int:
@@ -78,8 +84,7 @@ class TunedeckWindow:
             server.await_program(int(self.id))
 
     def geometry(self) -> tuple[int, int, int, int]:
-        told = dict(line.split("=") for line in output("xdotool", "getwindowgeometry", "--shell", self.id).splitlines())
-        return tuple(int(told[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+        return geometry_of(self.id)
 
     def numbers(self, property_name: str) -> list[int]:
         return [int(number) for number in re.findall(r"\d+", output("xprop", "-notype", "-id", self.id, property_name)
@@ -181,6 +186,24 @@ class WindowTest(DesktopTest):
             self.assertEqual(tuple(window.numbers("_GTK_FRAME_EXTENTS")), SHADOW)
             self.assertEqual(window.content()[2:], CONTENT)
             self.assertEqual(window.limits(), ["378 by 92", "578 by 92"])
+
+    def test_its_other_windows_open_above_it_and_leave_it_free(self) -> None:
+        self.keep_above()
+        window = self.open_window()
+        output("xdotool", "key", "ctrl+comma")
+        other = output("xdotool", "search", "--sync", "--onlyvisible", "--name", "^General$").split()[0]
+        self.assertIn(hex(int(window.id)), output("xprop", "-notype", "-id", other, "WM_TRANSIENT_FOR"))
+        self.assert_becomes(True, lambda: self.stacking().index(int(other)) > self.stacking().index(int(window.id)))
+        x, y, width, height = window.content()
+        self.assert_becomes(True, lambda: geometry_of(other)[1] > y + height + DRAWER)
+        # A click on the player raises it among the windows of its level.
+        output("xdotool", "mousemove", str(x + METAL[0]), str(y + METAL[1]), "click", "1")
+        window.settle()
+        self.assertGreater(self.stacking().index(int(other)), self.stacking().index(int(window.id)))
+
+    def stacking(self) -> list[int]:
+        told = output("xprop", "-root", "-notype", "_NET_CLIENT_LIST_STACKING")
+        return [int(number, 16) for number in re.findall(r"0x[0-9a-f]+", told)]
 
     def test_without_a_compositor_there_are_no_margins(self) -> None:
         window = self.open_window()

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+
+class QWidget;
+
+namespace tunedeck {
+
+class Window;
+
+/// Keeps the program's other windows (preferences, about, help, updates, messages) with the player: the window manager
+/// stacks them above it, at its level, and each opens where it does not cover the player, if the screen has room.
+class CompanionWindows : public QObject {
+    Q_OBJECT
+
+public:
+    /// `player` must outlive this object.
+    explicit CompanionWindows(Window &player, QObject *parent = nullptr);
+
+protected:
+    /// Watches all objects of the application, since the module for updates opens a window of its own.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void join(QWidget &window);
+    void applyFlags(QWidget &window) const;
+    void applyFlagsToAll() const;
+
+    Window &m_player;
+};
+
+} // namespace tunedeck
