@@ -273,6 +273,11 @@
         <translation>Das Symbol im Dock wechselt mit der Arbeitsumgebung zwischen Hell und Dunkel.</translation>
     </message>
     <message>
+        <source>This desktop always shows the same icon.</source>
+        <comment>Below the check box &quot;Dark icon on a dark desktop&quot;, where it has no effect</comment>
+        <translation>Diese Arbeitsumgebung zeigt immer dasselbe Symbol.</translation>
+    </message>
+    <message>
         <source>&amp;Hide the volume buttons</source>
         <comment>Check box in the Interface pane</comment>
         <translation>&amp;Lautstärkeknöpfe ausblenden</translation>

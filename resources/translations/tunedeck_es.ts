@@ -273,6 +273,11 @@
         <translation>El icono del dock es claro u oscuro como el escritorio.</translation>
     </message>
     <message>
+        <source>This desktop always shows the same icon.</source>
+        <comment>Below the check box &quot;Dark icon on a dark desktop&quot;, where it has no effect</comment>
+        <translation>Este escritorio muestra siempre el mismo icono.</translation>
+    </message>
+    <message>
         <source>&amp;Hide the volume buttons</source>
         <comment>Check box in the Interface pane</comment>
         <translation>&amp;Ocultar los botones de volumen</translation>

@@ -273,6 +273,11 @@
         <translation>Telakan kuvake on vaalea tai tumma työpöydän mukaan.</translation>
     </message>
     <message>
+        <source>This desktop always shows the same icon.</source>
+        <comment>Below the check box &quot;Dark icon on a dark desktop&quot;, where it has no effect</comment>
+        <translation>Tämä työpöytä näyttää aina saman kuvakkeen.</translation>
+    </message>
+    <message>
         <source>&amp;Hide the volume buttons</source>
         <comment>Check box in the Interface pane</comment>
         <translation>&amp;Piilota äänenvoimakkuuspainikkeet</translation>

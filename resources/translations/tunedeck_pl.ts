@@ -273,6 +273,11 @@
         <translation>Ikona w doku jest jasna lub ciemna, tak jak pulpit.</translation>
     </message>
     <message>
+        <source>This desktop always shows the same icon.</source>
+        <comment>Below the check box &quot;Dark icon on a dark desktop&quot;, where it has no effect</comment>
+        <translation>Ten pulpit zawsze pokazuje tę samą ikonę.</translation>
+    </message>
+    <message>
         <source>&amp;Hide the volume buttons</source>
         <comment>Check box in the Interface pane</comment>
         <translation>&amp;Ukryj przyciski głośności</translation>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "preferences/AppPreferencesWindowController.h"
 
+#include "platform/windowSystem.h"
 #include "preferences/InterfacePreferencesViewController.h"
 #include "preferences/PreferencesViewController.h"
 #include "preferences/SymbolIcon.h"
@@ -31,7 +32,7 @@ std::unique_ptr<PreferencesPaneController> instantiateController(
         return std::make_unique<PreferencesViewController>(environment.defaults, environment.players);
     }
     if (identifier == interfacePane) {
-        return std::make_unique<InterfacePreferencesViewController>(environment.defaults);
+        return std::make_unique<InterfacePreferencesViewController>(environment.defaults, showsWindowIcons());
     }
     if (identifier == updatesPane) {
         return std::make_unique<UpdatePreferencesViewController>(environment.updater);

@@ -23,7 +23,8 @@ int textInset(const QCheckBox &box)
 }
 } // namespace
 
-InterfacePreferencesViewController::InterfacePreferencesViewController(UserDefaults &defaults, QObject *parent)
+InterfacePreferencesViewController::InterfacePreferencesViewController(
+    UserDefaults &defaults, bool showsWindowIcons, QObject *parent)
     : PreferencesPaneController(parent)
     , m_defaults(defaults)
 {
@@ -35,13 +36,16 @@ InterfacePreferencesViewController::InterfacePreferencesViewController(UserDefau
             tr("The window stays light, even on a dark desktop.", "Below the check box \"Classic appearance\""));
     m_appearanceUpdatesDockIconBox = addCheckBox(SettingsKey::appearanceUpdatesDockIcon,
         tr("&Dark icon on a dark desktop", "Check box in the Interface pane: the program's icon in the dock"),
-        tr("The icon in the dock is light or dark, like the desktop.",
-            "Below the check box \"Dark icon on a dark desktop\""));
+        showsWindowIcons ? tr("The icon in the dock is light or dark, like the desktop.",
+            "Below the check box \"Dark icon on a dark desktop\"")
+                         : tr("This desktop always shows the same icon.",
+                             "Below the check box \"Dark icon on a dark desktop\", where it has no effect"));
     m_volumeButtonsHiddenBox = addCheckBox(SettingsKey::volumeButtonsHidden,
         tr("&Hide the volume buttons", "Check box in the Interface pane"),
         tr("These are the two speakers beside the volume slider.", "Below the check box \"Hide the volume buttons\""));
-    m_defaults.bind(SettingsKey::appearanceClassic, this,
-        [this](bool isClassic) { m_appearanceUpdatesDockIconBox->parentWidget()->setDisabled(isClassic); });
+    m_defaults.bind(SettingsKey::appearanceClassic, this, [this, showsWindowIcons](bool isClassic) {
+        m_appearanceUpdatesDockIconBox->parentWidget()->setEnabled(showsWindowIcons && !isClassic);
+    });
 }
 
 QCheckBox *InterfacePreferencesViewController::addCheckBox(

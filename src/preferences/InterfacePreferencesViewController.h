@@ -16,12 +16,13 @@ class InterfacePreferencesViewController : public PreferencesPaneController {
     Q_OBJECT
 
 public:
-    /// `defaults` must outlive the controller.
-    explicit InterfacePreferencesViewController(UserDefaults &defaults, QObject *parent = nullptr);
+    /// `defaults` must outlive the controller. `showsWindowIcons` is whether the desktop shows the program's own icon.
+    InterfacePreferencesViewController(UserDefaults &defaults, bool showsWindowIcons, QObject *parent = nullptr);
 
     [[nodiscard]] QWidget &view() override { return m_view; }
     [[nodiscard]] QCheckBox &appearanceClassicBox() { return *m_appearanceClassicBox; }
-    /// Disabled while the appearance is classic, because it has no effect then.
+    /// Disabled where it has no effect: while the appearance is classic, and on a desktop that does not show the
+    /// program's own icon.
     [[nodiscard]] QCheckBox &appearanceUpdatesDockIconBox() { return *m_appearanceUpdatesDockIconBox; }
     [[nodiscard]] QCheckBox &volumeButtonsHiddenBox() { return *m_volumeButtonsHiddenBox; }
 

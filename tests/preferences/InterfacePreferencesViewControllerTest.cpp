@@ -42,7 +42,7 @@ private Q_SLOTS:
         QFETCH(const BoxOf, boxOf);
         PreferencesDesk desk;
         desk.defaults.setBool(SettingsKey::appearanceClassic, false);
-        InterfacePreferencesViewController controller(desk.defaults);
+        InterfacePreferencesViewController controller(desk.defaults, true);
         QCheckBox &box = (controller.*boxOf)();
         const bool before = desk.defaults.boolForKey(key);
         QCOMPARE(box.isChecked(), before);
@@ -60,7 +60,7 @@ private Q_SLOTS:
         QFETCH(const QString, key);
         QFETCH(const BoxOf, boxOf);
         PreferencesDesk desk;
-        InterfacePreferencesViewController controller(desk.defaults);
+        InterfacePreferencesViewController controller(desk.defaults, true);
         for (const bool value : {true, false, true}) {
             desk.defaults.setBool(key, value);
             QCOMPARE((controller.*boxOf)().isChecked(), value);
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QFETCH(const QString, key);
         QFETCH(const BoxOf, boxOf);
         PreferencesDesk desk;
-        InterfacePreferencesViewController controller(desk.defaults);
+        InterfacePreferencesViewController controller(desk.defaults, true);
         const QCheckBox &box = (controller.*boxOf)();
         const bool before = box.isChecked();
         const auto other = desk.otherDefaults();
@@ -86,7 +86,7 @@ private Q_SLOTS:
     void theDockIconIsOnlyChosenWhereTheAppearanceIsNotClassic()
     {
         PreferencesDesk desk;
-        InterfacePreferencesViewController controller(desk.defaults);
+        InterfacePreferencesViewController controller(desk.defaults, true);
         QVERIFY(!controller.appearanceUpdatesDockIconBox().isEnabled());
         QVERIFY(controller.appearanceUpdatesDockIconBox().isChecked());
         controller.appearanceClassicBox().click();
@@ -96,10 +96,23 @@ private Q_SLOTS:
         QVERIFY(controller.volumeButtonsHiddenBox().isEnabled());
     }
 
+    void theDockIconIsNotOfferedWhereTheDesktopShowsAnother()
+    {
+        PreferencesDesk desk;
+        desk.defaults.setBool(SettingsKey::appearanceClassic, false);
+        InterfacePreferencesViewController controller(desk.defaults, false);
+        const QCheckBox &box = controller.appearanceUpdatesDockIconBox();
+        QVERIFY(!box.isEnabled());
+        QCOMPARE(box.accessibleDescription(), QStringLiteral("This desktop always shows the same icon."));
+        desk.defaults.setBool(SettingsKey::appearanceClassic, true);
+        desk.defaults.setBool(SettingsKey::appearanceClassic, false);
+        QVERIFY(!box.isEnabled());
+    }
+
     void explanationsAreSeenAndHeard()
     {
         PreferencesDesk desk;
-        InterfacePreferencesViewController controller(desk.defaults);
+        InterfacePreferencesViewController controller(desk.defaults, true);
         const QList<ExplanationLabel *> labels = controller.view().findChildren<ExplanationLabel *>();
         QCOMPARE(labels.size(), 3);
         for (const ExplanationLabel *label : labels) {
@@ -133,7 +146,7 @@ private Q_SLOTS:
     void itsControlsAreAccessible()
     {
         PreferencesDesk desk;
-        InterfacePreferencesViewController controller(desk.defaults);
+        InterfacePreferencesViewController controller(desk.defaults, true);
         verifyControlsAreAccessible(controller.view());
         QCOMPARE(tabOrder(controller.view()),
             QList<QWidget *>({&controller.appearanceClassicBox(), &controller.appearanceUpdatesDockIconBox(),
