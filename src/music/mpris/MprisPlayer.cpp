@@ -234,7 +234,6 @@ void MprisPlayer::onPropertiesChanged(const QDBusMessage &signal)
 
 void MprisPlayer::onSeeked(const QDBusMessage &signal)
 {
-    m_announcesSeeks = true;
     onSignal(signal);
 }
 
@@ -283,12 +282,15 @@ void MprisPlayer::handlePropertiesChanged(const QDBusMessage &signal)
 
 void MprisPlayer::handleSeeked(const QDBusMessage &signal)
 {
-    if (const std::optional<double> position = decodePosition(bus::plainArgument(signal, 0));
-        position && isAttached()) {
-        apply(m_mirror.seeked(*position, now()));
+    const std::optional<double> position = decodePosition(bus::plainArgument(signal, 0));
+    if (!position || !isAttached()) {
+        return;
     }
-    m_sampleUnderWay.start();
-    updateSampling();
+    const PlayerMirror::Changes changes = m_mirror.seeked(*position, now());
+    if (changes.settings) {
+        m_sampleUnderWay.start();
+    }
+    apply(changes);
 }
 
 void MprisPlayer::handleRespondingChanged(bool responding)
@@ -307,6 +309,9 @@ void MprisPlayer::apply(PlayerMirror::Changes changes)
     scheduleSettling();
     updateSampling();
     if (changes.userInfo && m_mirror.status() == PlaybackStatus::Playing) {
+        m_sampleUnderWay.start();
+    }
+    if (m_isSampled && m_mirror.isPositionInDoubt() && !m_sampleUnderWay.isActive()) {
         m_sampleUnderWay.start();
     }
     if (changes.userInfo || changes.settings || changes.status) {
@@ -330,7 +335,7 @@ void MprisPlayer::updateSampling()
         return;
     }
     const Milliseconds interval =
-        m_announcesSeeks && !m_mirror.track().isLiveStream() ? samplingWhereSeeksAreAnnounced : sampling;
+        m_mirror.announcesSeeks() && !m_mirror.track().isLiveStream() ? samplingWhereSeeksAreAnnounced : sampling;
     if (!m_sample.isActive() || m_sample.intervalAsDuration() != interval) {
         m_sample.start(interval);
     }

@@ -105,7 +105,6 @@ private:
     PlayerCommands m_commands{m_calls, m_mirror, m_clock};
     Attachment m_attachment = Attachment::Unasked;
     bool m_isSampled = false;
-    bool m_announcesSeeks = false;
 
     QList<QDBusMessage> m_inbox;
     bool m_readUnderWay = false;

@@ -91,11 +91,13 @@ PlayerMirror::Changes PlayerMirror::seeked(double position, Instant now)
 {
     // After our own seek the target is believed: cmus announces the place it left, Strawberry a rounded one.
     if (m_targetIsOurs && m_clock.trustsTarget(now)) {
+        m_announcesSeeks = true;
         return {};
     }
     m_targetIsOurs = false;
-    m_clock.trustTarget(position, now);
-    return {.settings = true};
+    const bool isJump = m_clock.jump(position, now);
+    m_isJumpUnproven |= isJump;
+    return {.settings = isJump};
 }
 
 PlayerMirror::Changes PlayerMirror::askedForStatus(PlaybackStatus status, Instant now)
@@ -269,7 +271,16 @@ void PlayerMirror::applyPosition(double position, Instant now)
     const bool isOfThisTrack = m_report.track.value_or(TrackDetails()).isSameTrack(m_track);
     if (isOfThisTrack && status() != PlaybackStatus::Stopped && reportedStatus() != PlaybackStatus::Stopped) {
         m_report.position = position;
+        proveJump(position, now);
         m_clock.sample(position, now);
+    }
+}
+
+void PlayerMirror::proveJump(double position, Instant now)
+{
+    if (m_isJumpUnproven && !m_clock.trustsTarget(now)) {
+        m_isJumpUnproven = false;
+        m_announcesSeeks |= m_clock.agreesWith(position, now);
     }
 }
 
@@ -401,6 +412,7 @@ void PlayerMirror::believeTrack(const TrackDetails &track)
 {
     const bool isAnother = !track.isSameTrack(m_track);
     m_track = track;
+    m_isJumpUnproven &= !isAnother;
     // Only Audacious, Quod Libet, cmus and Sayonara announce a seek at a track change, so the change itself sets the
     // clock back.
     if (isAnother && !track.isLiveStream()) {

@@ -36,7 +36,7 @@ public:
     Changes read(const PlayerReport &report, Instant now);
     /// The properties that the player announced.
     Changes announced(const PlayerReport &report, Instant now);
-    /// Seconds.
+    /// The player says that it jumped to `position`, in seconds.
     Changes seeked(double position, Instant now);
 
     // Commands to the player
@@ -92,6 +92,11 @@ public:
     [[nodiscard]] bool mayPlayThoughStopped() const;
     /// Whether only a further read can show what to believe.
     [[nodiscard]] bool isInDoubt() const { return m_modes.isInDoubt(); }
+    /// Whether only further reads, some time from now, show whether the clock is ahead of the player.
+    [[nodiscard]] bool isPositionInDoubt() const { return m_clock.isInDoubt(); }
+    /// Whether the player has shown that it announces its seeks: one of ours, or one of its own after which it was
+    /// where it had said.
+    [[nodiscard]] bool announcesSeeks() const { return m_announcesSeeks; }
 
 private:
     struct Expectation {
@@ -113,6 +118,7 @@ private:
     void keepDistinctId(TrackDetails &track) const;
     void applyReport(PlayerReport report, Instant now);
     void applyPosition(double position, Instant now);
+    void proveJump(double position, Instant now);
     void judgeMovement(double position, Instant now);
     void setPlaysThoughStopped(bool plays, Instant now);
     [[nodiscard]] bool growsAsItPlays(const TrackDetails &track) const;
@@ -149,6 +155,8 @@ private:
 
     PositionClock m_clock;
     bool m_targetIsOurs = false;
+    bool m_isJumpUnproven = false;
+    bool m_announcesSeeks = false;
     bool m_isResponding = true;
     std::optional<Instant> m_nextSettling;
 };

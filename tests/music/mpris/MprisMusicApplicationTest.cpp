@@ -13,6 +13,7 @@
 
 #include <QDBusConnectionInterface>
 #include <QDBusServiceWatcher>
+#include <QEventLoop>
 #include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -93,6 +94,8 @@ private Q_SLOTS:
     void whatThePlayerChangesQuietlyIsSeenByTheNextSample();
     void aShuffleThatFlipsAtEveryReadIsUnknown();
     void aSampleIsOneMessage();
+    void seeksThatNobodyMadeEarnNoRest();
+    void aSeekThatTheClockBearsOutEarnsARest();
     void anUntaggedFileIsATrackWithTimes();
     void theSongOfAStationIsShownWithTheStation();
     void aTrackThatIsLateInStartingShowsWithinTwoAndAHalfSeconds();
@@ -798,6 +801,36 @@ void MprisMusicApplicationTest::aSampleIsOneMessage()
     QVERIFY(elapse(timer(u"sampleTimer"_s)));
     QVERIFY(comesToRest());
     QCOMPARE(m_player->takeCalls(), QStringList({u"GetAll org.mpris.MediaPlayer2.Player"_s}));
+}
+
+void MprisMusicApplicationTest::seeksThatNobodyMadeEarnNoRest()
+{
+    startPlayer({u"--play"_s, u"--do"_s, u"unasked 20"_s, u"--do"_s, u"stale 2000"_s});
+    startMusic();
+    const QSignalSpy settings(m_music.get(), &MusicApplication::playbackSettingsDidChange);
+    for (int seek = 0; seek < 10; ++seek) {
+        QEventLoop untilSeeked;
+        QVERIFY(m_musicConnection.connect({}, u"/org/mpris/MediaPlayer2"_s, u"org.mpris.MediaPlayer2.Player"_s,
+            u"Seeked"_s, &untilSeeked, SLOT(quit())));
+        untilSeeked.exec();
+    }
+    QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
+    QCOMPARE(timer(u"sampleTimer"_s).interval(), 2'000);
+    QCOMPARE(settings.count(), 0);
+}
+
+void MprisMusicApplicationTest::aSeekThatTheClockBearsOutEarnsARest()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    tell(u"seek 60"_s);
+    QTRY_VERIFY(m_music->playerPosition() > 59.0);
+    QCOMPARE(timer(u"sampleTimer"_s).interval(), 2'000);
+    // The wait for the next sample is skipped, and so is that part of the track.
+    tell(u"signals seeked off"_s);
+    tell(u"seek 61.6"_s);
+    QVERIFY(comesToRest());
+    QCOMPARE(timer(u"sampleTimer"_s).interval(), 10'000);
 }
 
 void MprisMusicApplicationTest::anUntaggedFileIsATrackWithTimes()

@@ -801,6 +801,66 @@ private Q_SLOTS:
         QCOMPARE(position(1'000), 60.0);
     }
 
+    void mpDris2sUnaskedSeekedWithAnOldPositionIsNoSeek()
+    {
+        playOneFrom(10);
+        QCOMPARE(words(m_mirror.seeked(13, at(5'000))), nothing);
+        QCOMPARE(position(5'000), 15.0);
+        QVERIFY(m_mirror.isPositionInDoubt());
+        QCOMPARE(playingOneReadAt(16.4, 6'600), nothing);
+        QCOMPARE(position(6'600), 16.6);
+        QVERIFY(!m_mirror.isPositionInDoubt());
+        QVERIFY(!m_mirror.announcesSeeks());
+    }
+
+    void aSmallStepBackInThePlayerIsBelievedOnceItIsBorneOut()
+    {
+        playOneFrom(10);
+        m_mirror.seeked(13, at(5'000));
+        QCOMPARE(playingOneReadAt(14.6, 6'600), nothing);
+        QCOMPARE(playingOneReadAt(16.2, 8'200), u"settings"_s);
+        QCOMPARE(position(8'200), 16.2);
+    }
+
+    void sayonarasSeekedOfEverySecondIsNoSeek()
+    {
+        playOneFrom(10);
+        for (int second = 1; second <= 5; ++second) {
+            QCOMPARE(words(m_mirror.seeked(9.95 + second, at(second * 1'000))), nothing);
+        }
+        QCOMPARE(position(5'000), 15.0);
+        QVERIFY(!m_mirror.isPositionInDoubt());
+        QVERIFY(!m_mirror.announcesSeeks());
+    }
+
+    void aSeekedThatFollowsOurSeekShowsThatThePlayerAnnouncesThem()
+    {
+        playOneFrom(10);
+        m_mirror.askedForPosition(60, at(1'000));
+        QVERIFY(!m_mirror.announcesSeeks());
+        m_mirror.seeked(60, at(1'005));
+        QVERIFY(m_mirror.announcesSeeks());
+    }
+
+    void aSeekedThatItsClockBearsOutShowsThatThePlayerAnnouncesThem()
+    {
+        playOneFrom(10);
+        m_mirror.seeked(60, at(1'000));
+        QVERIFY(!m_mirror.announcesSeeks());
+        playingOneReadAt(61.6, 2'600);
+        QVERIFY(m_mirror.announcesSeeks());
+    }
+
+    void aSeekedThatItsClockDoesNotBearOutShowsNothing()
+    {
+        playOneFrom(10);
+        m_mirror.seeked(60, at(1'000));
+        playingOneReadAt(12.6, 2'600);
+        QCOMPARE(position(2'600), 12.6);
+        playingOneReadAt(14.6, 4'600);
+        QVERIFY(!m_mirror.announcesSeeks());
+    }
+
     void audaciousPositionThatFollowsItsSeekedLateIsIgnored()
     {
         playOneFrom(10);

@@ -99,8 +99,8 @@ private Q_SLOTS:
         PositionClock clock = clockRunningFrom(10);
         clock.sample(12.25, at(1'000));
         QCOMPARE(clock.position(at(1'000)), 12.25);
-        clock.sample(12, at(2'500));
-        QCOMPARE(clock.position(at(2'500)), 12.0);
+        clock.sample(10, at(2'500));
+        QCOMPARE(clock.position(at(2'500)), 10.0);
     }
 
     void rhythmboxsWholeSecondsDoNotMakeItHop()
@@ -112,6 +112,85 @@ private Q_SLOTS:
         QCOMPARE(clock.position(at(2'000)), 12.9);
         clock.sample(16, at(6'050));
         QCOMPARE(clock.position(at(6'050)), 16.95);
+    }
+
+    void mpDris2sOldPositionsDoNotSetItBack()
+    {
+        PositionClock clock = clockRunningFrom(10);
+        clock.sample(10.1, at(2'000));
+        QCOMPARE(clock.position(at(2'000)), 12.0);
+        QVERIFY(clock.isInDoubt());
+        clock.sample(13.5, at(4'000));
+        QVERIFY(!clock.isInDoubt());
+        clock.sample(14.1, at(6'000));
+        clock.sample(16, at(8'000));
+        QCOMPARE(clock.position(at(8'000)), 18.0);
+        QVERIFY(clock.isInDoubt());
+    }
+
+    void aSmallStepBackIsBelievedOnceThreeSamplesShowIt()
+    {
+        PositionClock clock = clockRunningFrom(10);
+        clock.sample(10, at(2'000));
+        clock.sample(12, at(4'000));
+        QCOMPARE(clock.position(at(4'000)), 14.0);
+        clock.sample(14, at(6'000));
+        QCOMPARE(clock.position(at(6'000)), 14.0);
+        QVERIFY(!clock.isInDoubt());
+    }
+
+    void aSmallStepBackOfAStandingClockIsBelievedAtOnce()
+    {
+        PositionClock clock = clockRunningFrom(10);
+        clock.setRunning(false, at(2'000));
+        clock.sample(10, at(3'000));
+        QCOMPARE(clock.position(at(3'000)), 10.0);
+    }
+
+    void anAnnouncedJumpMovesTheClockAtOnce_data()
+    {
+        QTest::addColumn<double>("position");
+        QTest::newRow("forwards") << 60.0;
+        QTest::newRow("a little forwards") << 12.5;
+        QTest::newRow("backwards") << 5.0;
+        QTest::newRow("backwards beyond what can be an old position") << 9.4;
+        QTest::newRow("to the start") << 0.0;
+    }
+    void anAnnouncedJumpMovesTheClockAtOnce()
+    {
+        QFETCH(double, position);
+        PositionClock clock = clockRunningFrom(10);
+        QVERIFY(clock.jump(position, at(2'000)));
+        QCOMPARE(clock.position(at(2'000)), position);
+        QVERIFY(clock.trustsTarget(at(2'000)));
+    }
+
+    void anAnnouncementOfWhereTheClockIsOrWasIsNoJump_data()
+    {
+        QTest::addColumn<double>("position");
+        QTest::addColumn<bool>("isInDoubt");
+        QTest::newRow("Sayonara, each second") << 12.0 << false;
+        QTest::newRow("Sayonara, a little ahead") << 12.2 << false;
+        QTest::newRow("mpDris2, a second old") << 11.0 << false;
+        QTest::newRow("mpDris2, two seconds old") << 10.0 << true;
+    }
+    void anAnnouncementOfWhereTheClockIsOrWasIsNoJump()
+    {
+        QFETCH(double, position);
+        QFETCH(bool, isInDoubt);
+        PositionClock clock = clockRunningFrom(10);
+        QVERIFY(!clock.jump(position, at(2'000)));
+        QCOMPARE(clock.position(at(2'000)), 12.0);
+        QVERIFY(!clock.trustsTarget(at(2'000)));
+        QCOMPARE(clock.isInDoubt(), isInDoubt);
+    }
+
+    void aStandingClockTakesEveryAnnouncement()
+    {
+        PositionClock clock = clockRunningFrom(10);
+        clock.setRunning(false, at(2'000));
+        QVERIFY(clock.jump(11.5, at(3'000)));
+        QCOMPARE(clock.position(at(3'000)), 11.5);
     }
 
     void theFirstSampleIsTakenAsItIs()
