@@ -11,6 +11,7 @@
 #include <QShowEvent>
 #include <QStringList>
 #include <QStyle>
+#include <QWindow>
 
 #include <algorithm>
 #include <array>
@@ -105,9 +106,17 @@ void AppPreferencesWindow::cancelOperation()
 void AppPreferencesWindow::showEvent(QShowEvent *event)
 {
     QMainWindow::showEvent(event);
-    if (!event->spontaneous()) {
+    windowHandle()->installEventFilter(this);
+}
+
+bool AppPreferencesWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    // The last moment before the window system gets the window. A place given any earlier does not outlast Qt's own
+    // preparations.
+    if (watched == windowHandle() && event->type() == QEvent::Show && !event->spontaneous()) {
         restoreFrame();
     }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void AppPreferencesWindow::closeEvent(QCloseEvent *event)
@@ -130,7 +139,7 @@ void AppPreferencesWindow::restoreFrame()
     const QSize size = expectedFrameSize();
     const auto saved = frameFromText(m_defaults.stringForKey(windowFrameAutosaveNameIdentifier));
     if (const QScreen *screen = saved ? screenWithMostOf(*saved) : nullptr) {
-        move(movedInto(screen->availableGeometry(), QRect(saved->topLeft(), size)));
+        moveFrame(movedInto(screen->availableGeometry(), QRect(saved->topLeft(), size)));
         return;
     }
     const bool hasPlace = testAttribute(Qt::WA_Moved);
@@ -139,8 +148,15 @@ void AppPreferencesWindow::restoreFrame()
     }
     if (const QScreen *screen = screenOfUser()) {
         const QRect area = screen->availableGeometry();
-        move(movedInto(area, QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, area)));
+        moveFrame(movedInto(area, QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, area)));
     }
+}
+
+/// move() would place the window without its frame, as long as the frame is unknown: the window would climb by a title
+/// bar at every start.
+void AppPreferencesWindow::moveFrame(QPoint topLeft)
+{
+    windowHandle()->setFramePosition(topLeft);
 }
 
 void AppPreferencesWindow::saveFrame()

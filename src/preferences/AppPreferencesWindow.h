@@ -24,6 +24,8 @@ public Q_SLOTS:
     void cancelOperation();
 
 protected:
+    /// Watches the native window.
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
@@ -33,6 +35,7 @@ private:
     /// that it was given, or if it has none, goes to the middle of the screen that the user works on. Keeps the window
     /// on its screen as far as it fits.
     void restoreFrame();
+    void moveFrame(QPoint topLeft);
     void saveFrame();
     [[nodiscard]] QSize expectedFrameSize() const;
 

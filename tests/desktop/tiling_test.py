@@ -15,7 +15,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
 from session import (  # noqa: E402
     Build, becomes, demo_player, running, seen_when, session, settled, tiling_window_manager)
-from window_test import CONTENT, TunedeckWindow, output  # noqa: E402
+from window_test import CONTENT, TunedeckWindow, output, window_of  # noqa: E402
 
 MINIMISE = (15, 32)  # in the content
 
@@ -29,7 +29,7 @@ class TilingTest(unittest.TestCase):
         stack.enter_context(session())
         stack.enter_context(tiling_window_manager())
         stack.enter_context(demo_player(self.build, "--play", "--track", "0"))
-        self.window = TunedeckWindow(stack.enter_context(running(self.build.tunedeck)))
+        self.window = TunedeckWindow(window_of(stack.enter_context(running(self.build.tunedeck))))
 
     def assert_becomes(self, expected: object, read: Callable[[], object]) -> None:
         self.assertEqual(seen_when(read, lambda seen: seen == expected), expected)

@@ -33,7 +33,18 @@ def output(*command: str) -> str:
 
 
 def window_of(process: subprocess.Popen) -> str:
-    return output("xdotool", "search", "--sync", "--onlyvisible", "--pid", str(process.pid)).split()[0]
+    return shown_window("--pid", str(process.pid))
+
+
+def window_named(title: str) -> str:
+    return shown_window("--name", f"^{re.escape(title)}$")
+
+
+def shown_window(*criterion: str) -> str:
+    # The search fails where another window vanishes meanwhile.
+    command = ("xdotool", "search", "--onlyvisible", *criterion)
+    found = seen_when(lambda: subprocess.run(command, stdout=subprocess.PIPE, text=True).stdout.split(), bool)
+    return found[0]
 
 
 def geometry_of(window: str) -> tuple[int, int, int, int]:
@@ -70,8 +81,8 @@ class StartupMessages:
 
 
 class TunedeckWindow:
-    def __init__(self, process: subprocess.Popen) -> None:
-        self.id = window_of(process)
+    def __init__(self, window: str) -> None:
+        self.id = window
         self.settle()
 
     def settle(self) -> None:
@@ -150,7 +161,7 @@ class DesktopTest(unittest.TestCase):
         self.stack.enter_context(demo_player(self.build, "--play", "--track", "0"))
 
     def open_window(self, *arguments: str) -> TunedeckWindow:
-        return TunedeckWindow(self.stack.enter_context(running(self.build.tunedeck, *arguments)))
+        return TunedeckWindow(window_of(self.stack.enter_context(running(self.build.tunedeck, *arguments))))
 
     def use_other_window(self) -> str:
         """Clicks on another window and types. Returns the window."""
@@ -274,7 +285,7 @@ class WindowTest(DesktopTest):
     def test_the_drawer_opens_and_closes_below_the_player(self) -> None:
         for surroundings in (compositor(), contextlib.nullcontext()):
             with surroundings, contextlib.ExitStack() as stack:
-                window = TunedeckWindow(stack.enter_context(running(self.build.tunedeck)))
+                window = TunedeckWindow(window_of(stack.enter_context(running(self.build.tunedeck))))
                 x, y, width, height = window.content()
                 for expected in (height + 60, height):
                     output("xdotool", "key", "--window", window.id, "ctrl+l")
@@ -332,7 +343,7 @@ class WindowTest(DesktopTest):
         self.addCleanup(os.environ.pop, "DESKTOP_STARTUP_ID")
         program = self.stack.enter_context(running(self.build.tunedeck, "--action", "next"))
         self.assertEqual(seen_when(messages.take, bool), [f'remove: ID="{startup_id}"'])
-        window = TunedeckWindow(program)
+        window = TunedeckWindow(window_of(program))
         window.settle()
         self.assertEqual(self.active_window(), int(other))
         second = subprocess.run([self.build.tunedeck, "--action", "next"], timeout=20)
@@ -373,6 +384,41 @@ class MetalOnXfwm4Test(MetalTest):
 
 
 class MetalOnKWinTest(MetalTest):
+    window_manager = "kwin_x11"
+
+
+class PreferencesTest(DesktopTest):
+    def open_preferences(self, window: TunedeckWindow) -> TunedeckWindow:
+        self.assert_active_window_becomes(window.id)
+        output("xdotool", "key", "ctrl+comma")
+        return TunedeckWindow(window_named("General"))
+
+    def test_the_preferences_open_where_they_were_at_every_start(self) -> None:
+        places = set()
+        for _ in range(3):
+            with running(self.build.tunedeck) as process:
+                window = TunedeckWindow(window_of(process))
+                preferences = self.open_preferences(window)
+                self.assert_becomes(4, lambda: len(preferences.numbers("_NET_FRAME_EXTENTS")))
+                preferences.settle()
+                places.add(preferences.geometry())
+                self.assert_active_window_becomes(preferences.id)
+                output("xdotool", "key", "Escape")
+                self.assert_active_window_becomes(window.id)
+                output("xdotool", "key", "ctrl+q")
+                process.wait(10)
+        self.assertEqual(len(places), 1, places)
+
+
+class PreferencesOnMetacityTest(PreferencesTest):
+    window_manager = "metacity"
+
+
+class PreferencesOnXfwm4Test(PreferencesTest):
+    window_manager = "xfwm4"
+
+
+class PreferencesOnKWinTest(PreferencesTest):
     window_manager = "kwin_x11"
 
 

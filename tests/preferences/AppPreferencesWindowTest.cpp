@@ -98,7 +98,7 @@ private Q_SLOTS:
             window.close();
             window.move(0, 0);
             window.show();
-            QCOMPARE(window.pos(), QPoint(30, 40));
+            QTRY_COMPARE(window.pos(), QPoint(30, 40));
             window.close();
         }
         AppPreferencesWindow next(desk.defaults);
