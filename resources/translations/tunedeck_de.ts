@@ -89,6 +89,41 @@
         <comment>In place of the name of a player that has none: the music player</comment>
         <translation>Der Musikplayer</translation>
     </message>
+    <message>
+        <source>Automatic (%1)</source>
+        <comment>In the list of players to follow: the one that plays, which is %1 now</comment>
+        <translation>Automatisch (%1)</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <comment>In the list of players to follow: the one that plays</comment>
+        <translation>Automatisch</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <comment>In the list of players to follow: the player, and the track that it plays</comment>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 (not open)</source>
+        <comment>In the list of players to follow: a chosen player that does not run</comment>
+        <translation>%1 (nicht geöffnet)</translation>
+    </message>
+    <message>
+        <source>Follow</source>
+        <comment>Menu title: which player to follow</comment>
+        <translation>Player folgen</translation>
+    </message>
+    <message>
+        <source>Never Follow %1</source>
+        <comment>Menu command: leave the player %1 out for good</comment>
+        <translation>%1 nie folgen</translation>
+    </message>
+    <message>
+        <source>Waiting for %1</source>
+        <comment>Tooltip of the LCD: %1 is the player to follow</comment>
+        <translation>Warten auf %1</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>
@@ -437,6 +472,11 @@
         <source>Use the window&apos;s menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
         <comment>Tooltip of the menu command to keep the window above all others</comment>
         <translation>Nutzen Sie stattdessen das Fenstermenü: Alt+Leertaste in GNOME, Alt+F3 in KDE Plasma.</translation>
+    </message>
+    <message>
+        <source>Follow Automatically</source>
+        <comment>Menu command: stop waiting for the chosen player</comment>
+        <translation>Automatisch folgen</translation>
     </message>
 </context>
 <context>

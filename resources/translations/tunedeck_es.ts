@@ -89,6 +89,41 @@
         <comment>In place of the name of a player that has none: the music player</comment>
         <translation>El reproductor</translation>
     </message>
+    <message>
+        <source>Automatic (%1)</source>
+        <comment>In the list of players to follow: the one that plays, which is %1 now</comment>
+        <translation>Automático (%1)</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <comment>In the list of players to follow: the one that plays</comment>
+        <translation>Automático</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <comment>In the list of players to follow: the player, and the track that it plays</comment>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 (not open)</source>
+        <comment>In the list of players to follow: a chosen player that does not run</comment>
+        <translation>%1 (no está abierto)</translation>
+    </message>
+    <message>
+        <source>Follow</source>
+        <comment>Menu title: which player to follow</comment>
+        <translation>Seguir</translation>
+    </message>
+    <message>
+        <source>Never Follow %1</source>
+        <comment>Menu command: leave the player %1 out for good</comment>
+        <translation>No seguir nunca a %1</translation>
+    </message>
+    <message>
+        <source>Waiting for %1</source>
+        <comment>Tooltip of the LCD: %1 is the player to follow</comment>
+        <translation>Esperando a %1</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>
@@ -437,6 +472,11 @@
         <source>Use the window&apos;s menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
         <comment>Tooltip of the menu command to keep the window above all others</comment>
         <translation>Use en su lugar el menú de la ventana: Alt+Espacio en GNOME, Alt+F3 en KDE Plasma.</translation>
+    </message>
+    <message>
+        <source>Follow Automatically</source>
+        <comment>Menu command: stop waiting for the chosen player</comment>
+        <translation>Seguir automáticamente</translation>
     </message>
 </context>
 <context>

@@ -5,11 +5,14 @@
 #include "app/palettes.h"
 #include "dock/DockMenuItems.h"
 #include "drawer/PlaylistWindow.h"
+#include "music/FollowablePlayers.h"
 #include "music/MenuItemIdentifier.h"
 #include "music/MusicApplication.h"
 #include "music/MusicConnector.h"
+#include "music/followChoices.h"
 #include "platform/Appearance.h"
 #include "platform/BundleInfo.h"
+#include "platform/DesktopEntries.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
 #include "skin/looks/SkinEnvironment.h"
@@ -55,11 +58,14 @@ template <typename WindowType> void bringToFrontWithShadow(WindowType &window)
 } // namespace
 
 AppDelegate::AppDelegate(MusicConnector &musicConnector, UserDefaults &defaults, Appearance &appearance,
-    const WindowActivation &windowActivation, QObject *parent)
+    const WindowActivation &windowActivation, FollowablePlayers &players, DesktopEntries &desktopEntries,
+    QObject *parent)
     : QObject(parent)
     , m_musicConnector(musicConnector)
     , m_defaults(defaults)
     , m_appearance(appearance)
+    , m_players(players)
+    , m_desktopEntries(desktopEntries)
     , m_pinstripesView(std::make_unique<AboutPinstripeView>(SkinEnvironment{defaults, appearance, windowActivation}))
 {
     connect(&windowActivation, &WindowActivation::windowDidBecomeKey, this, &AppDelegate::windowDidBecomeKey);
@@ -131,6 +137,12 @@ std::unique_ptr<QMenu> AppDelegate::applicationDockMenu()
         .isLiveStream = m_musicConnector.feedType() == FeedType::liveStream,
         .playPauseTitle = m_playPauseMenuItem ? m_playPauseMenuItem->text() : QString(),
         .isKeptAbove = m_defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows),
+        .followChoices = followChoices(m_players, m_defaults.stringForKey(SettingsKey::followedPlayer)),
+        .followedPlayer = followedPlayer(m_players),
+        .iconName =
+            [this](const QString &desktopEntry) {
+                return m_desktopEntries.facts(desktopEntry).value_or(DesktopEntryFacts()).iconName;
+            },
     };
     return items.menu({
         .receiver = this,
@@ -139,6 +151,8 @@ std::unique_ptr<QMenu> AppDelegate::applicationDockMenu()
         .next = [this] { nextPressed(); },
         .previous = [this] { prevPressed(); },
         .toggleKeepAbove = [this] { toggleKeepMainWindowAboveOtherWindows(); },
+        .follow = [this](const QString &id) { m_defaults.setValue(SettingsKey::followedPlayer, id); },
+        .neverFollow = [this](const QString &id) { m_players.neverFollow(id); },
         .validate = [this](const QAction &item) { return validateMenuItem(item); },
     });
 }

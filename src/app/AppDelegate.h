@@ -19,6 +19,8 @@ namespace tunedeck {
 class AboutPinstripeView;
 class AboutWindow;
 class Appearance;
+class DesktopEntries;
+class FollowablePlayers;
 class MusicConnector;
 class UserDefaults;
 class WindowActivation;
@@ -34,7 +36,8 @@ class AppDelegate : public QObject {
 public:
     /// All references must outlive the delegate.
     AppDelegate(MusicConnector &musicConnector, UserDefaults &defaults, Appearance &appearance,
-        const WindowActivation &windowActivation, QObject *parent = nullptr);
+        const WindowActivation &windowActivation, FollowablePlayers &players, DesktopEntries &desktopEntries,
+        QObject *parent = nullptr);
     ~AppDelegate() override;
 
     /// The main menu's play/pause item, whose title the dock menu shows.
@@ -94,6 +97,8 @@ private:
     MusicConnector &m_musicConnector;
     UserDefaults &m_defaults;
     Appearance &m_appearance;
+    FollowablePlayers &m_players;
+    DesktopEntries &m_desktopEntries;
     std::unique_ptr<AboutWindow> m_aboutWindow;
     std::unique_ptr<AboutPinstripeView> m_pinstripesView; ///< a child of the window, so it is destroyed first
     QPointer<QAction> m_playPauseMenuItem;

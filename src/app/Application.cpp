@@ -53,10 +53,12 @@ Application::Application(const Environment &environment, QObject *parent)
     : QObject(parent)
     , m_defaults(environment.defaults)
     , m_players(environment.players)
+    , m_desktopEntries(environment.desktopEntries)
     , m_updater(environment.updater)
     , m_skinEnvironment{environment.defaults, environment.appearance, environment.windowActivation}
     , m_musicConnector(environment.musicApp, environment.windowActivation)
-    , m_delegate(m_musicConnector, environment.defaults, environment.appearance, environment.windowActivation)
+    , m_delegate(m_musicConnector, environment.defaults, environment.appearance, environment.windowActivation,
+          environment.players, environment.desktopEntries)
 {
     // This registers the settings' defaults, so it comes before anything reads a setting.
     m_delegate.applicationDidFinishLaunching();
@@ -70,8 +72,8 @@ Application::Application(const Environment &environment, QObject *parent)
     m_companionWindows = std::make_unique<CompanionWindows>(window);
     m_playerView = new PlayerView(m_skinEnvironment);
     window.setContentView(m_playerView);
-    const ViewController::Environment playerEnvironment{
-        m_musicConnector, m_defaults, environment.appearance, environment.windowActivation, *m_windowController};
+    const ViewController::Environment playerEnvironment{m_musicConnector, m_defaults, environment.appearance,
+        environment.windowActivation, environment.players, *m_windowController};
     m_viewController = std::make_unique<ViewController>(playerEnvironment, *m_playerView);
 
     m_dockTileTimer.setSingleShot(true);
@@ -105,8 +107,8 @@ PlaylistViewController &Application::playlistViewController()
 MainMenu &Application::mainMenu()
 {
     if (!m_mainMenu) {
-        m_mainMenu =
-            std::make_unique<MainMenu>(m_delegate, *m_windowController, *m_viewController, playlistViewController());
+        m_mainMenu = std::make_unique<MainMenu>(m_delegate, *m_windowController, *m_viewController,
+            playlistViewController(), FollowMenu::Environment{m_players, m_defaults, m_desktopEntries});
         connect(m_mainMenu.get(), &MainMenu::updateCheckRequested, &m_updater, &Updater::checkForUpdates);
         connectMenus();
         connectXWayland();

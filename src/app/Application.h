@@ -21,6 +21,7 @@ class MainMenu;
 class MusicApplication;
 class PlayerView;
 class PlaylistViewController;
+class DesktopEntries;
 class FollowablePlayers;
 class Updater;
 class UserDefaults;
@@ -41,6 +42,7 @@ public:
         Appearance &appearance;
         const WindowActivation &windowActivation;
         FollowablePlayers &players;
+        DesktopEntries &desktopEntries;
         Updater &updater;
     };
 
@@ -79,6 +81,7 @@ private:
 
     UserDefaults &m_defaults;
     FollowablePlayers &m_players;
+    DesktopEntries &m_desktopEntries;
     Updater &m_updater;
     SkinEnvironment m_skinEnvironment;
     MusicConnector m_musicConnector;

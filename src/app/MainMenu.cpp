@@ -3,8 +3,11 @@
 
 #include "app/AppDelegate.h"
 #include "drawer/PlaylistViewController.h"
+#include "music/FollowablePlayers.h"
 #include "music/MenuItemIdentifier.h"
+#include "music/followChoices.h"
 #include "platform/BundleInfo.h"
+#include "platform/UserDefaults.h"
 #include "platform/windowSystem.h"
 #include "player/ViewController.h"
 #include "window/WindowController.h"
@@ -16,12 +19,13 @@
 namespace tunedeck {
 
 MainMenu::MainMenu(AppDelegate &delegate, WindowController &windowController, ViewController &viewController,
-    PlaylistViewController &playlistViewController, QObject *parent)
+    PlaylistViewController &playlistViewController, const FollowMenu::Environment &followEnvironment, QObject *parent)
     : QObject(parent)
     , m_delegate(delegate)
     , m_windowController(windowController)
     , m_viewController(viewController)
     , m_playlistViewController(playlistViewController)
+    , m_followEnvironment(followEnvironment)
     , m_delegateValidates([this](QAction &item) { return m_delegate.validateMenuItem(item); })
     , m_windowControllerValidates([this](QAction &item) { return m_windowController.validateMenuItem(item); })
     , m_viewControllerValidates([this](QAction &item) { return m_viewController.validateMenuItem(item); })
@@ -31,6 +35,7 @@ MainMenu::MainMenu(AppDelegate &delegate, WindowController &windowController, Vi
     buildApplicationMenu(addMenu(bundleInfo(u"CFBundleName").value_or(QString())));
     buildFileMenu(addMenu(tr("File", "Menu title")));
     buildControlsMenu(addMenu(tr("Controls", "Menu title")));
+    buildFollowMenu(addMenu(followMenuTitle()));
     m_windowMenu = &addMenu(tr("Window", "Menu title"));
     buildWindowMenu(*m_windowMenu);
     buildHelpMenu(addMenu(tr("Help", "Menu title")));
@@ -42,6 +47,7 @@ MainMenu::MainMenu(AppDelegate &delegate, WindowController &windowController, Vi
     // A menu bar that the desktop does not show must not cover the player.
     menuBar->setVisible(menuBar->isNativeMenuBar());
     menuBar->resize(0, 0);
+    addStopWaitingItem();
 
     connect(&window, &QWidget::customContextMenuRequested, this, &MainMenu::popUpAt);
     auto *keyboardRequest = new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F10), &window);
@@ -133,6 +139,12 @@ void MainMenu::buildControlsMenu(QMenu &menu)
     addVolumeItem(menu, {tr("Volume Down", "Menu command"), MenuItemIdentifier::volumeDown, {Qt::CTRL | Qt::Key_Down}});
 }
 
+void MainMenu::buildFollowMenu(QMenu &menu)
+{
+    menu.menuAction()->setObjectName(QStringLiteral("Follow"));
+    new FollowMenu(menu, m_followEnvironment, this);
+}
+
 void MainMenu::buildWindowMenu(QMenu &menu)
 {
     Window &window = m_windowController.window();
@@ -174,6 +186,26 @@ void MainMenu::addKeepAboveItem(QMenu &menu)
     item->setCheckable(true);
     connect(
         item, &QAction::triggered, &m_windowController, &WindowController::toggleKeepMainWindowAboveAllOtherWindows);
+}
+
+/// While a player is awaited, the context menu begins with the command that ends the wait. A menu bar has no such
+/// place.
+void MainMenu::addStopWaitingItem()
+{
+    auto *item = new QAction(tr("Follow Automatically", "Menu command: stop waiting for the chosen player"), this);
+    item->setObjectName(QStringLiteral("Follow_StopWaiting"));
+    auto *separator = new QAction(this);
+    separator->setSeparator(true);
+    m_contextMenu.insertActions(m_contextMenu.actions().constFirst(), {item, separator});
+    connect(item, &QAction::triggered, this,
+        [this] { m_followEnvironment.defaults.setValue(SettingsKey::followedPlayer, QString()); });
+    const auto showWhileAwaited = [this, item, separator] {
+        const bool isAwaited = !m_followEnvironment.players.awaitedPlayer().isEmpty();
+        item->setVisible(isAwaited);
+        separator->setVisible(isAwaited);
+    };
+    connect(&m_contextMenu, &QMenu::aboutToShow, this, showWhileAwaited);
+    showWhileAwaited();
 }
 
 void MainMenu::buildHelpMenu(QMenu &menu)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/FollowMenu.h"
 #include "app/MenuValidation.h"
 
 #include <QKeySequence>
@@ -23,7 +24,8 @@ class MainMenu : public QObject {
 public:
     /// All references must outlive the menu.
     MainMenu(AppDelegate &delegate, WindowController &windowController, ViewController &viewController,
-        PlaylistViewController &playlistViewController, QObject *parent = nullptr);
+        PlaylistViewController &playlistViewController, const FollowMenu::Environment &followEnvironment,
+        QObject *parent = nullptr);
 
     [[nodiscard]] QAction &playPauseMenuItem() const;
     /// The item with this identifier; null if there is none.
@@ -51,6 +53,7 @@ private:
     void buildApplicationMenu(QMenu &menu);
     void buildFileMenu(QMenu &menu);
     void buildControlsMenu(QMenu &menu);
+    void buildFollowMenu(QMenu &menu);
     void buildWindowMenu(QMenu &menu);
     void buildHelpMenu(QMenu &menu);
     QMenu &addMenu(const QString &title);
@@ -58,12 +61,14 @@ private:
     void addTransportItem(QMenu &menu, const Command &command, void (AppDelegate::*action)());
     void addPauseKeys();
     void addKeepAboveItem(QMenu &menu);
+    void addStopWaitingItem();
     void addVolumeItem(QMenu &menu, const Command &command);
 
     AppDelegate &m_delegate;
     WindowController &m_windowController;
     ViewController &m_viewController;
     PlaylistViewController &m_playlistViewController;
+    FollowMenu::Environment m_followEnvironment;
     MenuValidation::Validator m_delegateValidates;
     MenuValidation::Validator m_windowControllerValidates;
     MenuValidation::Validator m_viewControllerValidates;

@@ -52,8 +52,8 @@ void Program::start()
     if (m_application) {
         return;
     }
-    m_application = std::make_unique<Application>(Application::Environment{
-        m_music, m_defaults, m_appearance, m_windowActivation, m_music.followablePlayers(), m_updater});
+    m_application = std::make_unique<Application>(Application::Environment{m_music, m_defaults, m_appearance,
+        m_windowActivation, m_music.followablePlayers(), m_music.desktopEntries(), m_updater});
     connect(m_application.get(), &Application::restartRequested, this, &Program::restartRequested);
     AppDelegate &delegate = m_application->delegate();
     connect(&m_instance, &ApplicationInstance::actionRequested, &delegate,
@@ -109,6 +109,9 @@ void Program::serveDockMenu()
     connect(&musicConnector, &MusicConnector::isMusicAppRunningChanged, m_dockMenu.get(), &DockMenuServer::update);
     connect(&musicConnector, &MusicConnector::feedTypeChanged, m_dockMenu.get(), &DockMenuServer::update);
     connect(&m_music, &MusicApplication::respondingDidChange, m_dockMenu.get(), &DockMenuServer::update);
+    connect(&m_music.followablePlayers(), &FollowablePlayers::followablePlayersChanged, m_dockMenu.get(),
+        &DockMenuServer::update);
+    connect(&m_music.desktopEntries(), &DesktopEntries::factsKnown, m_dockMenu.get(), &DockMenuServer::update);
     connect(&m_defaults, &UserDefaults::valueChanged, m_dockMenu.get(), &DockMenuServer::update);
 }
 

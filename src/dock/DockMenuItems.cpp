@@ -3,19 +3,15 @@
 
 #include "music/MenuItemIdentifier.h"
 #include "platform/windowSystem.h"
+#include "widgets/literalTitle.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QMenu>
 
 namespace tunedeck {
 
 namespace {
-/// A menu reads "&" as the mark of a mnemonic; a track's title has none.
-QString literalTitle(QString text)
-{
-    return text.replace(u'&', QStringLiteral("&&"));
-}
-
 /// Menus have no indentation of their own.
 QString indented(const QString &title)
 {
@@ -54,6 +50,7 @@ std::unique_ptr<QMenu> DockMenuItems::menu(const Commands &commands) const
     addTransportBlock(*menu, commands);
     menu->addSeparator();
     addKeepAboveItem(*menu, commands);
+    addFollowMenu(*menu, commands);
     return menu;
 }
 
@@ -93,6 +90,34 @@ void DockMenuItems::addKeepAboveItem(QMenu &menu, const Commands &commands) cons
     item->setCheckable(true);
     item->setChecked(isKeptAbove);
     item->setEnabled(canKeepAbove());
+}
+
+void DockMenuItems::addFollowMenu(QMenu &menu, const Commands &commands) const
+{
+    constexpr qsizetype automaticAlone = 1;
+    if (followChoices.size() <= automaticAlone) {
+        return;
+    }
+    QMenu *follow = menu.addMenu(followMenuTitle());
+    follow->menuAction()->setObjectName(QStringLiteral("Follow"));
+    auto *group = new QActionGroup(follow);
+    for (const FollowChoice &choice : followChoices) {
+        QAction *item = follow->addAction(literalTitle(choice.text));
+        item->setObjectName(QStringLiteral("Follow_") + choice.id);
+        item->setCheckable(true);
+        item->setActionGroup(group);
+        item->setChecked(choice.isChosen);
+        item->setData(choice.desktopEntry.isEmpty() ? QString() : iconName(choice.desktopEntry));
+        QObject::connect(
+            item, &QAction::triggered, commands.receiver, [command = commands.follow, id = choice.id] { command(id); });
+    }
+    if (followedPlayer) {
+        follow->addSeparator();
+        QAction *item = follow->addAction(literalTitle(neverFollowText(*followedPlayer)));
+        item->setObjectName(QStringLiteral("NeverFollow_") + followedPlayer->id);
+        QObject::connect(item, &QAction::triggered, commands.receiver,
+            [command = commands.neverFollow, id = followedPlayer->id] { command(id); });
+    }
 }
 
 } // namespace tunedeck

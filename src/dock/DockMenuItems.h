@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "music/FollowablePlayers.h"
 #include "music/MusicConnectorTrack.h"
+#include "music/followChoices.h"
 
 #include <QCoreApplication>
+#include <QList>
 #include <QString>
 
 #include <functional>
@@ -29,6 +32,9 @@ public:
         std::function<void()> next;
         std::function<void()> previous;
         std::function<void()> toggleKeepAbove;
+        /// Follows the player with this identifier; the program chooses one if it is empty.
+        std::function<void(const QString &id)> follow;
+        std::function<void(const QString &id)> neverFollow;
         /// Returns whether the command of `item`, which its object name identifies, is enabled.
         std::function<bool(const QAction &item)> validate;
     };
@@ -38,6 +44,10 @@ public:
     bool isLiveStream = false; ///< such a stream has no next and no previous track
     QString playPauseTitle;
     bool isKeptAbove = false;
+    QList<FollowChoice> followChoices; ///< of a submenu, which needs two
+    std::optional<FollowablePlayer> followedPlayer;
+    /// The name of the icon of the desktop entry with this identifier; empty if it is not known.
+    std::function<QString(const QString &desktopEntry)> iconName;
 
     [[nodiscard]] std::unique_ptr<QMenu> menu(const Commands &commands) const;
 
@@ -45,6 +55,7 @@ private:
     void addTrackBlock(QMenu &menu) const;
     void addTransportBlock(QMenu &menu, const Commands &commands) const;
     void addKeepAboveItem(QMenu &menu, const Commands &commands) const;
+    void addFollowMenu(QMenu &menu, const Commands &commands) const;
 };
 
 } // namespace tunedeck

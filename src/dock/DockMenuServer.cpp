@@ -326,7 +326,11 @@ void DockMenuServer::addItems(const QMenu &menu, int menuId, const QString &menu
     const QList<QAction *> actions = menu.actions();
     for (qsizetype position = 0; position < actions.size(); ++position) {
         QAction *action = actions.at(position);
-        const QString key = menuKey + keyOf(*action, position);
+        QString key = menuKey + keyOf(*action, position);
+        while (m_actions.contains(idOf(key))) {
+            // Two players may have one identifier.
+            key += u'+';
+        }
         const int id = idOf(key);
         tree.items.append({id, propertiesOf(*action)});
         tree.children[menuId].append(id);

@@ -3,6 +3,7 @@
 
 #include "music/MusicApplication.h"
 #include "music/MusicConnector.h"
+#include "music/followChoices.h"
 #include "music/obstacles.h"
 #include "music/statusTexts.h"
 #include "platform/Appearance.h"
@@ -29,10 +30,11 @@ QString asOneText(QStringList texts)
 }
 } // namespace
 
-TrackDisplay::TrackDisplay(
-    const MusicConnector &musicConnector, const Appearance &appearance, LcdView &lcd, QObject *parent)
+TrackDisplay::TrackDisplay(const MusicConnector &musicConnector, const FollowablePlayers &players,
+    const Appearance &appearance, LcdView &lcd, QObject *parent)
     : QObject(parent)
     , m_musicConnector(musicConnector)
+    , m_players(players)
     , m_lcd(lcd)
 {
     followTimes();
@@ -40,6 +42,7 @@ TrackDisplay::TrackDisplay(
     const MusicApplication &music = m_musicConnector.musicApp();
     connect(&music, &MusicApplication::respondingDidChange, this, &TrackDisplay::showTexts);
     connect(&music, &MusicApplication::playerDidChange, this, &TrackDisplay::showTexts);
+    connect(&players, &FollowablePlayers::followablePlayersChanged, this, &TrackDisplay::updateToolTip);
     showTexts();
 }
 
@@ -144,7 +147,20 @@ void TrackDisplay::showTexts()
         }
     }
     m_lcd.trackInfoLabel().setDisplayStrings(strings);
-    m_lcd.setToolTip(silence);
+    updateToolTip();
+}
+
+void TrackDisplay::updateToolTip()
+{
+    const QString silence = obstacleToCommands(m_musicConnector.musicApp());
+    const QString toolTip = silence.isEmpty() ? waitingText(m_players) : silence;
+    m_lcd.setToolTip(toolTip);
+    // The silence is among the texts already.
+    ScrollingMarqueeView &label = m_lcd.trackInfoLabel();
+    if (const QString description = silence.isEmpty() ? toolTip : QString();
+        label.accessibleDescription() != description) {
+        label.setAccessibleDescription(description);
+    }
 }
 
 } // namespace tunedeck

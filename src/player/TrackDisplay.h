@@ -11,21 +11,22 @@
 namespace tunedeck {
 
 class Appearance;
+class FollowablePlayers;
 class LcdView;
 class MusicConnector;
 struct MusicConnectorTrack;
 
 /// Shows on the LCD what plays: the track's texts, or why there are none, and the times. A live stream has neither
 /// times nor progress, so the live marker takes their place. While Music is silent, that comes first, and the track
-/// second as one text. The progress itself is the ViewController's: it belongs to the user while the user drags the
-/// knob.
+/// second as one text. The tooltip says for which player the program waits. The progress itself is the
+/// ViewController's: it belongs to the user while the user drags the knob.
 class TrackDisplay : public QObject {
     Q_OBJECT
 
 public:
     /// Follows the connector's times and the appearance. All arguments must outlive this object.
-    TrackDisplay(
-        const MusicConnector &musicConnector, const Appearance &appearance, LcdView &lcd, QObject *parent = nullptr);
+    TrackDisplay(const MusicConnector &musicConnector, const FollowablePlayers &players, const Appearance &appearance,
+        LcdView &lcd, QObject *parent = nullptr);
 
     /// Shows the times or the live marker, as a feed of this type has them, and a fallback text where nothing plays.
     void showFeedType(FeedType feedType);
@@ -41,8 +42,10 @@ private:
     /// Returns false, and shows nothing, where Music plays.
     bool showFallbackText(FeedType feedType);
     void showTexts();
+    void updateToolTip();
 
     const MusicConnector &m_musicConnector;
+    const FollowablePlayers &m_players;
     LcdView &m_lcd;
     QStringList m_trackTexts;
     QString m_fallbackText; ///< in place of the track's; empty while Music plays

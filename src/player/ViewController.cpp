@@ -47,7 +47,7 @@ ViewController::ViewController(const Environment &environment, PlayerView &view,
     , m_appearance(environment.appearance)
     , m_drawerHost(environment.drawerHost)
     , m_view(view)
-    , m_display(m_musicConnector, m_appearance, m_view.lcd())
+    , m_display(m_musicConnector, environment.players, m_appearance, m_view.lcd())
     , m_volumeSliderTooltip(m_view.volumeSlider().toolTip())
     , m_availability(m_musicConnector, m_view)
     , m_timeLabelMenu(m_view.lcd().secondaryTimeLabel(), [this](QAction &item) { return validateMenuItem(item); })

@@ -22,6 +22,7 @@ namespace tunedeck {
 
 class Appearance;
 class DrawerHost;
+class FollowablePlayers;
 class HoldableButton;
 class MusicApplication;
 class PlayerView;
@@ -46,6 +47,7 @@ public:
         UserDefaults &defaults;
         const Appearance &appearance;
         const WindowActivation &windowActivation;
+        const FollowablePlayers &players;
         DrawerHost &drawerHost;
     };
 

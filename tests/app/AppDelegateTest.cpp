@@ -43,7 +43,7 @@ struct Program : Desktop {
     {
         music.setRunning(isMusicRunning);
         connector.emplace(music, windowActivation);
-        delegate.emplace(*connector, defaults, appearance, windowActivation);
+        delegate.emplace(*connector, defaults, appearance, windowActivation, players, desktopEntries);
     }
     ~Program() { QApplication::setPalette(QPalette()); }
 
@@ -449,6 +449,25 @@ private Q_SLOTS:
         for (const QAction *item : menu->actions()) {
             QVERIFY(item->shortcut().isEmpty());
         }
+    }
+
+    void theDockMenuChoosesThePlayerToFollow()
+    {
+        Program program;
+        program.players.players = {playerNamed(QStringLiteral("vlc"), QStringLiteral("VLC")),
+            playerNamed(QStringLiteral("mpv"), QStringLiteral("mpv"))};
+        program.players.players.last().isFollowed = true;
+        const auto menu = program.delegate->applicationDockMenu();
+        const QList<QAction *> items = menu->actions().constLast()->menu()->actions();
+        QCOMPARE(items.size(), 5);
+        QCOMPARE(items.at(0)->text(), QStringLiteral("Automatic (mpv)"));
+        items.at(1)->trigger();
+        QCOMPARE(program.defaults.stringForKey(SettingsKey::followedPlayer), QStringLiteral("vlc"));
+        items.at(0)->trigger();
+        QCOMPARE(program.defaults.stringForKey(SettingsKey::followedPlayer), QString());
+        QCOMPARE(items.at(4)->text(), QStringLiteral("Never Follow mpv"));
+        items.at(4)->trigger();
+        QCOMPARE(program.players.left, {QStringLiteral("mpv")});
     }
 
     void theDockMenuOfALiveStreamCannotSkip()

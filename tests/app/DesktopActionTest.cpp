@@ -54,7 +54,8 @@ private Q_SLOTS:
         Desktop desktop;
         desktop.music.setRunning(true);
         MusicConnector connector(desktop.music, desktop.windowActivation);
-        AppDelegate delegate(connector, desktop.defaults, desktop.appearance, desktop.windowActivation);
+        AppDelegate delegate(connector, desktop.defaults, desktop.appearance, desktop.windowActivation, desktop.players,
+            desktop.desktopEntries);
         const WindowController controller(desktop.defaults);
         perform(DesktopAction::PlayPause, delegate);
         perform(DesktopAction::Next, delegate);

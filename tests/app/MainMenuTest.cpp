@@ -30,17 +30,38 @@ private Q_SLOTS:
     }
     void cleanup() { QApplication::setPalette(QPalette()); }
 
-    void itHasFiveMenus()
+    void itHasSixMenus()
     {
         Desktop desktop;
         Application application(desktop.environment());
         QStringList titles;
         for (const QAction *menu : application.mainMenu().contextMenu().actions()) {
-            titles.append(menu->text());
+            if (menu->isVisible()) {
+                titles.append(menu->text());
+            }
         }
         QCOMPARE(titles,
             (QStringList{QStringLiteral("Tunedeck"), QStringLiteral("File"), QStringLiteral("Controls"),
-                QStringLiteral("Window"), QStringLiteral("Help")}));
+                QStringLiteral("Follow"), QStringLiteral("Window"), QStringLiteral("Help")}));
+    }
+
+    void whileAPlayerIsAwaitedTheContextMenuBeginsWithTheEndOfTheWait()
+    {
+        Desktop desktop;
+        desktop.defaults.setValue(SettingsKey::followedPlayer, QStringLiteral("strawberry"));
+        Application application(desktop.environment());
+        QMenu &menu = application.mainMenu().contextMenu();
+        QAction *item = menu.actions().constFirst();
+        QVERIFY(!item->isVisible());
+        desktop.players.awaited = QStringLiteral("Strawberry");
+        Q_EMIT menu.aboutToShow();
+        QVERIFY(item->isVisible());
+        QCOMPARE(item->text(), QStringLiteral("Follow Automatically"));
+        item->trigger();
+        QCOMPARE(desktop.defaults.stringForKey(SettingsKey::followedPlayer), QString());
+        desktop.players.awaited.clear();
+        Q_EMIT menu.aboutToShow();
+        QVERIFY(!item->isVisible());
     }
 
     void thePreferencesHaveAKeyOnEveryDesktop()

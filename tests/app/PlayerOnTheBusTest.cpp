@@ -52,7 +52,8 @@ struct Program {
     explicit Program(const QStringList &playerArguments)
         : player(bus, bus.connect(u"player's control"_s), playerArguments)
         , music(connection, defaults, launcher, rest.clock())
-        , application({music, defaults, appearance, windowActivation, music.followablePlayers(), updater})
+        , application({music, defaults, appearance, windowActivation, music.followablePlayers(), music.desktopEntries(),
+              updater})
     {
         application.showMainWindow();
     }

@@ -4,6 +4,7 @@
 #include "support/registerTest.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QApplication>
 #include <QMenu>
 #include <QRegularExpression>
@@ -32,6 +33,8 @@ struct Recorder {
             .next = recorded(u"next"_s),
             .previous = recorded(u"previous"_s),
             .toggleKeepAbove = recorded(u"toggleKeepAbove"_s),
+            .follow = [this](const QString &id) { names.append(u"follow "_s + id); },
+            .neverFollow = [this](const QString &id) { names.append(u"neverFollow "_s + id); },
             .validate = [this](const QAction &item) { return item.objectName() != disabled; },
         };
     }
@@ -109,6 +112,50 @@ private Q_SLOTS:
         itemOf(*items.menu(recorder.commands()), MenuItemIdentifier::openMusicApp)->trigger();
         QCOMPARE(recorder.names,
             (QStringList{u"playPause"_s, u"next"_s, u"previous"_s, u"toggleKeepAbove"_s, u"openMusicApp"_s}));
+    }
+
+    void thePlayersToFollowAreInASubmenu()
+    {
+        Recorder recorder;
+        DockMenuItems items;
+        QCOMPARE(titles(*items.menu(recorder.commands())).last(), u"Keep Above All Other Windows"_s);
+
+        items.followChoices = {{.id = {}, .text = u"Automatic"_s, .desktopEntry = {}},
+            {.id = u"vlc"_s, .text = u"Salt & Pepper"_s, .desktopEntry = u"org.videolan.VLC"_s, .isChosen = true}};
+        items.followedPlayer = FollowablePlayer{.id = u"vlc"_s, .name = u"A & B"_s, .desktopEntry = {}, .title = {}};
+        items.iconName = [](const QString &desktopEntry) { return u"icon of "_s + desktopEntry; };
+        const auto menu = items.menu(recorder.commands());
+        QCOMPARE(titles(*menu).last(), u"Follow"_s);
+        const QMenu &follow = *menu->actions().constLast()->menu();
+        QCOMPARE(titles(follow), (QStringList{u"Automatic"_s, u"Salt && Pepper"_s, u"-"_s, u"Never Follow A && B"_s}));
+        const QList<QAction *> actions = follow.actions();
+        QVERIFY(!actions.at(0)->isChecked());
+        QVERIFY(actions.at(1)->isChecked());
+        QVERIFY(actions.at(1)->actionGroup()->isExclusive());
+        QCOMPARE(actions.at(0)->data(), QVariant(QString()));
+        QCOMPARE(actions.at(1)->data(), QVariant(u"icon of org.videolan.VLC"_s));
+        for (QAction *action : actions) {
+            action->trigger();
+        }
+        QCOMPARE(recorder.names, (QStringList{u"follow "_s, u"follow vlc"_s, u"neverFollow vlc"_s}));
+    }
+
+    void withoutAFollowedPlayerNoneCanBeLeftOut()
+    {
+        Recorder recorder;
+        DockMenuItems items;
+        items.followChoices = {{.id = {}, .text = u"Automatic"_s, .desktopEntry = {}},
+            {.id = u"vlc"_s, .text = u"VLC (not open)"_s, .desktopEntry = {}, .isChosen = true}};
+        QCOMPARE(titles(*items.menu(recorder.commands())->actions().constLast()->menu()),
+            (QStringList{u"Automatic"_s, u"VLC (not open)"_s}));
+    }
+
+    void whereThereIsNothingToChooseTheSubmenuIsLeftOut()
+    {
+        Recorder recorder;
+        DockMenuItems items;
+        items.followChoices = {{.id = {}, .text = u"Automatic"_s, .desktopEntry = {}, .isChosen = true}};
+        QCOMPARE(titles(*items.menu(recorder.commands())).last(), u"Keep Above All Other Windows"_s);
     }
 
     void anItemIsEnabledAsItsValidationSays()

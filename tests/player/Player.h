@@ -11,6 +11,7 @@
 #include "player/ViewController.h"
 #include "skin/looks/SkinEnvironment.h"
 #include "skin/views/VolumeSlider.h"
+#include "support/ScriptedFollowablePlayers.h"
 #include "support/ScriptedMusicApplication.h"
 
 #include <QAccessible>
@@ -71,7 +72,7 @@ struct Player {
 
     [[nodiscard]] ViewController::Environment environment()
     {
-        return {*connector, defaults, appearance, windowActivation, drawerHost};
+        return {*connector, defaults, appearance, windowActivation, players, drawerHost};
     }
     [[nodiscard]] SkinEnvironment skin() const { return {defaults, appearance, windowActivation}; }
 
@@ -114,6 +115,7 @@ struct Player {
     Appearance appearance{defaults, QDBusConnection(QStringLiteral("none"))};
     WindowActivation windowActivation;
     ScriptedMusicApplication music;
+    ScriptedFollowablePlayers players;
     ScriptedDrawerHost drawerHost;
     std::optional<MusicConnector> connector;
     PlayerView view{skin()};

@@ -166,6 +166,21 @@ private Q_SLOTS:
         QVERIFY(player.view.lcd().toolTip().isEmpty());
     }
 
+    void theTooltipSaysForWhichPlayerTheProgramWaits()
+    {
+        Player player(false);
+        LcdView &lcd = player.view.lcd();
+        player.players.awaited = QStringLiteral("Strawberry");
+        Q_EMIT player.players.followablePlayersChanged();
+        QCOMPARE(lcd.toolTip(), QStringLiteral("Waiting for Strawberry"));
+        QCOMPARE(
+            accessible(lcd.trackInfoLabel()).text(QAccessible::Description), QStringLiteral("Waiting for Strawberry"));
+        player.players.awaited.clear();
+        Q_EMIT player.players.followablePlayersChanged();
+        QVERIFY(lcd.toolTip().isEmpty());
+        QVERIFY(lcd.trackInfoLabel().accessibleDescription().isEmpty());
+    }
+
     void theScreenReaderHearsOfASilence()
     {
         Player player;

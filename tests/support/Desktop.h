@@ -3,6 +3,7 @@
 
 #include "app/Application.h"
 #include "platform/Appearance.h"
+#include "platform/DesktopEntries.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
 #include "preferences/Updater.h"
@@ -31,11 +32,12 @@ struct Desktop {
     WindowActivation windowActivation;
     ScriptedMusicApplication music;
     ScriptedFollowablePlayers players;
+    DesktopEntries desktopEntries;
     CountingUpdater updater;
 
     [[nodiscard]] Application::Environment environment()
     {
-        return {music, defaults, appearance, windowActivation, players, updater};
+        return {music, defaults, appearance, windowActivation, players, desktopEntries, updater};
     }
 
     /// As the portal tells it.

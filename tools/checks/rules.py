@@ -35,7 +35,7 @@ MAY_INCLUDE = {
     "preferences": {"platform", "widgets", "music"},
     "updates": {"platform", "widgets"},
     "window": {"platform", "widgets", "x11", "music", "player", *SKIN},
-    "dock": {"platform", "music"},
+    "dock": {"platform", "widgets", "music"},
     "app": {"platform", "widgets", "x11", "music", "music/mpris", *SKIN, "player", "drawer", "help", "preferences",
         "updates", "window", "dock"},
 }

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+class QAction;
+class QActionGroup;
+class QMenu;
+
+namespace tunedeck {
+
+class DesktopEntries;
+class FollowablePlayers;
+class UserDefaults;
+struct FollowChoice;
+
+/// The menu from which the user chooses the player to follow, or leaves the choice to the program, and the command that
+/// leaves a player out for good. It is filled when it opens.
+///
+/// An open menu follows the players, but no item moves or changes its meaning under the user's hand: new players are
+/// added at the end of the list, and those that have gone are disabled until the menu closes.
+class FollowMenu : public QObject {
+    Q_OBJECT
+
+public:
+    struct Environment {
+        FollowablePlayers &players;
+        UserDefaults &defaults;
+        DesktopEntries &desktopEntries;
+    };
+
+    /// Fills `menu`. All references must outlive this object.
+    FollowMenu(QMenu &menu, const Environment &environment, QObject *parent = nullptr);
+
+private:
+    void fill();
+    void refill();
+    [[nodiscard]] QList<FollowChoice> choices() const;
+    QAction &addEntry(const QString &id);
+    void show(const FollowChoice &choice, QAction &entry);
+    void offerNeverFollow();
+    [[nodiscard]] bool isRunning(const QString &id) const;
+
+    QMenu &m_menu;
+    FollowablePlayers &m_players;
+    UserDefaults &m_defaults;
+    DesktopEntries &m_desktopEntries;
+    QActionGroup *m_group;
+    QList<QAction *> m_choices; ///< in the order of the menu; their data() is the player's identifier
+    QAction *m_separator = nullptr; ///< below the list; null if the list is all
+    QAction *m_neverFollow = nullptr; ///< its data() is the player's identifier; null if no player runs
+};
+
+} // namespace tunedeck
