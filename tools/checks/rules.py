@@ -23,7 +23,9 @@ MAY_INCLUDE = {
     "music/mpris/bus": {"platform"},
     "music/mpris/choice": {"platform", "music"},
     "music/mpris/desktop": {"platform", "music/mpris/bus"},
-    "music/mpris": {"platform", "music", "music/mpris/bus", "music/mpris/choice", "music/mpris/desktop"},
+    "music/mpris/report": {"music", "music/mpris/bus"},
+    "music/mpris": {"platform", "music", "music/mpris/bus", "music/mpris/choice", "music/mpris/desktop",
+        "music/mpris/report"},
     # Drawing code keeps no state and knows neither the user's settings nor the window's.
     "skin/drawing": {"platform"},
     "skin/cells": {"platform", "skin/drawing"},

@@ -4,7 +4,7 @@
 #include "music/mpris/PlayerCalls.h"
 #include "music/mpris/PlayerCommands.h"
 #include "music/mpris/PlayerMirror.h"
-#include "music/mpris/PropertyTypes.h"
+#include "music/mpris/report/PropertyTypes.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

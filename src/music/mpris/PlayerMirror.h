@@ -2,9 +2,9 @@
 #pragma once
 
 #include "music/mpris/PlayerModes.h"
-#include "music/mpris/PlayerReport.h"
 #include "music/mpris/PositionClock.h"
 #include "music/mpris/bus/Instant.h"
+#include "music/mpris/report/PlayerReport.h"
 
 #include <QVariantMap>
 

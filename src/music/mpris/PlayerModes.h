@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "music/mpris/PlayerReport.h"
+#include "music/mpris/report/PlayerReport.h"
 
 #include <optional>
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlayerPlaylists.h"
 
-#include "music/mpris/PlayerReport.h"
 #include "music/mpris/PlaylistFiles.h"
 #include "music/mpris/PlaylistPages.h"
 #include "music/mpris/bus/BusCall.h"
 #include "music/mpris/bus/BusValue.h"
 #include "music/mpris/bus/MprisNames.h"
+#include "music/mpris/report/PlayerReport.h"
 
 #include <QDBusError>
 #include <QDBusObjectPath>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "music/mpris/PropertyTypes.h"
+#include "music/mpris/report/PropertyTypes.h"
 #include "music/mpris/bus/playersLog.h"
 #include "support/registerTest.h"
 

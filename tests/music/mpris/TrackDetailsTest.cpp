@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "music/mpris/TrackDetails.h"
+#include "music/mpris/report/TrackDetails.h"
 #include "music/mpris/bus/BusValue.h"
 #include "support/registerTest.h"
 

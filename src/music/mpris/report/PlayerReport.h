@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "music/mpris/TrackDetails.h"
+#include "music/mpris/report/TrackDetails.h"
 
 #include <QVariantMap>
 

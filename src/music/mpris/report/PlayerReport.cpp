@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "music/mpris/PlayerReport.h"
+#include "music/mpris/report/PlayerReport.h"
 
 #include "music/mpris/bus/BusValue.h"
 
