@@ -375,6 +375,7 @@ void MprisMusicApplication::finishTurn()
     const bool postsPlayerInfo = std::exchange(m_postsPlayerInfo, false);
     const bool postsSettings = std::exchange(m_postsSettings, false);
     if (postsPlayerInfo && player()) {
+        m_postedDuringSeek |= m_seek.has_value();
         Q_EMIT playerInfo(player()->mirror().userInfo());
     }
     if (postsSettings && player()) {
@@ -405,6 +406,11 @@ void MprisMusicApplication::endSeek()
 {
     m_seekTimer.stop();
     m_seek.reset();
+    // What was posted meanwhile was read together with the state of a Music that seeks.
+    if (std::exchange(m_postedDuringSeek, false)) {
+        m_postsPlayerInfo = true;
+        finishTurnLater();
+    }
 }
 
 } // namespace tunedeck

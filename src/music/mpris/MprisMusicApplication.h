@@ -119,6 +119,7 @@ private:
     std::shared_ptr<PlayerPlaylists> m_playlists;
 
     std::optional<SeekRamp> m_seek;
+    bool m_postedDuringSeek = false;
     QTimer m_seekTimer{this};
 
     bool m_finishesTurn = false;

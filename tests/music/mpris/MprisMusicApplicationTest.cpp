@@ -90,6 +90,9 @@ private Q_SLOTS:
     void shuffleAndRepeatAreWhatThePlayerSaysAfterwards();
     void aRefusedRepeatStaysWhatItWas();
     void holdingForwardSeeksInGrowingStepsUntilResume();
+    void whatChangedDuringAHoldIsPostedAtItsEnd_data();
+    void whatChangedDuringAHoldIsPostedAtItsEnd();
+    void aHoldThatChangedNothingPostsNothing();
     void aSeekInThePlayersWindowShowsWithinTwoAndAHalfSecondsEvenUnsaid();
     void whatThePlayerChangesQuietlyIsSeenByTheNextSample();
     void aShuffleThatFlipsAtEveryReadIsUnknown();
@@ -753,6 +756,53 @@ void MprisMusicApplicationTest::holdingForwardSeeksInGrowingStepsUntilResume()
     QCOMPARE(m_music->playerState(), PlayerState::rewinding);
     QVERIFY(m_music->resume());
     QTRY_VERIFY(m_music->playerPosition() > 106.0 && m_music->playerPosition() < 109.5);
+}
+
+void MprisMusicApplicationTest::whatChangedDuringAHoldIsPostedAtItsEnd_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("during");
+    QTest::newRow("paused") << u"play"_s << u"pause"_s;
+    QTest::newRow("another title while paused") << u"pause"_s << u"title Another One"_s;
+}
+
+void MprisMusicApplicationTest::whatChangedDuringAHoldIsPostedAtItsEnd()
+{
+    QFETCH(const QString, before);
+    QFETCH(const QString, during);
+    startPlayer({u"--play"_s, u"--track"_s, u"4"_s});
+    startMusic();
+    const WindowActivation windowActivation;
+    const MusicConnector connector(*m_music, windowActivation);
+    tell(before);
+    QTRY_COMPARE(connector.currentState(), before == u"play" ? PlayerState::playing : PlayerState::paused);
+    QVERIFY(comesToRest());
+    QVERIFY(m_music->fastForward());
+    timer(u"seekTimer"_s).start(std::chrono::hours(1));
+    const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
+    tell(during);
+    QTRY_VERIFY(info.count() > 0);
+    // A Music that seeks counts as playing.
+    QCOMPARE(connector.currentState(), PlayerState::fastForwarding);
+    QVERIFY(connector.isProgressPollingTimerActive());
+    QVERIFY(m_music->resume());
+    QTRY_COMPARE(connector.currentState(), PlayerState::paused);
+    QVERIFY(!connector.isProgressPollingTimerActive());
+}
+
+void MprisMusicApplicationTest::aHoldThatChangedNothingPostsNothing()
+{
+    startPlayer({u"--play"_s, u"--track"_s, u"4"_s});
+    startMusic();
+    QVERIFY(comesToRest());
+    QCoreApplication::processEvents();
+    const QSignalSpy info(m_music.get(), &MusicApplication::playerInfo);
+    QVERIFY(m_music->fastForward());
+    QVERIFY(m_music->resume());
+    // A plain click ends a hold that never began.
+    QVERIFY(m_music->resume());
+    QVERIFY(comesToRest());
+    QCOMPARE(info.count(), 0);
 }
 
 void MprisMusicApplicationTest::aSeekInThePlayersWindowShowsWithinTwoAndAHalfSecondsEvenUnsaid()
