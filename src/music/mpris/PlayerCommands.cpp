@@ -125,8 +125,9 @@ bool PlayerCommands::setShuffle(bool enabled)
     if (!areTaken()) {
         return false;
     }
-    m_calls.setProperty(
-        QStringLiteral("Shuffle"), enabled, [this](const QDBusMessage &) { Q_EMIT effectExpected(effect); });
+    m_mirror.askedForShuffle(enabled, now());
+    m_wantedShuffle.want(enabled);
+    Q_EMIT mirrorChanged({});
     return true;
 }
 
@@ -135,8 +136,9 @@ bool PlayerCommands::setLoopStatus(LoopStatus status)
     if (!areTaken()) {
         return false;
     }
-    m_calls.setProperty(QStringLiteral("LoopStatus"), loopText(status),
-        [this](const QDBusMessage &) { Q_EMIT effectExpected(effect); });
+    m_mirror.askedForLoopStatus(status, now());
+    m_wantedLoopStatus.want(status);
+    Q_EMIT mirrorChanged({});
     return true;
 }
 
@@ -230,9 +232,6 @@ void PlayerCommands::sendPosition(double seconds)
 void PlayerCommands::sendVolume(double volume)
 {
     m_calls.setProperty(QStringLiteral("Volume"), volume, [this](const QDBusMessage &) {
-        if (!m_calls.isResponding()) {
-            m_wantedVolume.forget();
-        }
         if (m_wantedVolume.answered()) {
             return;
         }
@@ -242,12 +241,41 @@ void PlayerCommands::sendVolume(double volume)
     });
 }
 
+void PlayerCommands::sendShuffle(bool enabled)
+{
+    m_mirror.askedForShuffle(enabled, now());
+    m_calls.setProperty(QStringLiteral("Shuffle"), enabled, [this](const QDBusMessage &) {
+        if (m_wantedShuffle.answered()) {
+            return;
+        }
+        m_mirror.shuffleAnswered(now());
+        Q_EMIT mirrorChanged({});
+        Q_EMIT effectExpected(effect);
+    });
+}
+
+void PlayerCommands::sendLoopStatus(LoopStatus status)
+{
+    m_mirror.askedForLoopStatus(status, now());
+    m_calls.setProperty(QStringLiteral("LoopStatus"), loopText(status), [this](const QDBusMessage &) {
+        if (m_wantedLoopStatus.answered()) {
+            return;
+        }
+        m_mirror.loopStatusAnswered(now());
+        Q_EMIT mirrorChanged({});
+        Q_EMIT effectExpected(effect);
+    });
+}
+
 void PlayerCommands::handleRespondingChanged(bool responding)
 {
     if (responding) {
         return;
     }
     m_wantedPosition.forget();
+    m_wantedVolume.forget();
+    m_wantedShuffle.forget();
+    m_wantedLoopStatus.forget();
     m_waitingSkips.clear();
     if (std::exchange(m_wantedStatus, std::nullopt)) {
         Q_EMIT mirrorChanged(m_mirror.commandFailed(now()));

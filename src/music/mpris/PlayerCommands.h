@@ -17,9 +17,9 @@ class PlayerCalls;
 /// Sends commands to one player, and lets its mirror believe what was asked for. A player that is not responding (see
 /// PlayerCalls) gets no commands, as it would carry them out late.
 ///
-/// Each command returns whether it was, or will be, sent. One of a kind is under way at a time. Of the seeks, the
-/// volumes and the states (playing or not) wanted meanwhile the last follows its answer; of the skips, to the next or
-/// previous track, each does, up to eight. What waits is dropped when the player stops responding.
+/// Each command returns whether it was, or will be, sent. One of a kind is under way at a time. Of the seeks,
+/// volumes, modes and states (playing or not) wanted meanwhile the last follows its answer; of the skips, to the next
+/// or previous track, each does, up to eight. What waits is dropped when the player stops responding.
 class PlayerCommands : public QObject {
     Q_OBJECT
 
@@ -61,6 +61,8 @@ private:
     void send(Command command, const bus::ReplyHandler &handler);
     void sendPosition(double seconds);
     void sendVolume(double volume);
+    void sendShuffle(bool enabled);
+    void sendLoopStatus(LoopStatus status);
     void handleRespondingChanged(bool responding);
 
     [[nodiscard]] Instant now() const { return m_clock(); }
@@ -74,8 +76,10 @@ private:
     std::optional<PlaybackStatus> m_wantedStatus; ///< what the commands not sent yet lead to
     PlaybackStatus m_comingStatus = PlaybackStatus::Stopped; ///< what the commands sent lead to
     QList<Command> m_waitingSkips;
-    LatestWanted m_wantedPosition{[this](double seconds) { sendPosition(seconds); }};
-    LatestWanted m_wantedVolume{[this](double volume) { sendVolume(volume); }};
+    LatestWanted<double> m_wantedPosition{[this](double seconds) { sendPosition(seconds); }};
+    LatestWanted<double> m_wantedVolume{[this](double volume) { sendVolume(volume); }};
+    LatestWanted<bool> m_wantedShuffle{[this](bool enabled) { sendShuffle(enabled); }};
+    LatestWanted<LoopStatus> m_wantedLoopStatus{[this](LoopStatus status) { sendLoopStatus(status); }};
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(PlayerCommands::Commands)

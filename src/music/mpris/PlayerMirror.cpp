@@ -64,6 +64,8 @@ PlayerMirror::Changes PlayerMirror::read(const PlayerReport &report, Instant now
         complete.position = m_report.position;
     }
     m_modes.read(report);
+    m_askedShuffle.read(now);
+    m_askedLoopStatus.read(now);
     applyReport(complete, now);
     if (report.position) {
         applyPosition(*report.position, now);
@@ -144,6 +146,31 @@ void PlayerMirror::volumeAnswered(Instant now)
     settleLaterAt(*m_volumeHeldUntil);
 }
 
+void PlayerMirror::askedForShuffle(bool enabled, Instant now)
+{
+    m_modes.askedForShuffle(enabled);
+    m_askedShuffle.ask(enabled, now);
+    settleLaterAt(m_askedShuffle.until());
+}
+
+void PlayerMirror::shuffleAnswered(Instant now)
+{
+    m_askedShuffle.answered(now);
+    settleLaterAt(m_askedShuffle.until());
+}
+
+void PlayerMirror::askedForLoopStatus(LoopStatus status, Instant now)
+{
+    m_askedLoopStatus.ask(status, now);
+    settleLaterAt(m_askedLoopStatus.until());
+}
+
+void PlayerMirror::loopStatusAnswered(Instant now)
+{
+    m_askedLoopStatus.answered(now);
+    settleLaterAt(m_askedLoopStatus.until());
+}
+
 PlayerMirror::Changes PlayerMirror::settle(Instant now)
 {
     const Believed before = believed();
@@ -151,6 +178,7 @@ PlayerMirror::Changes PlayerMirror::settle(Instant now)
     settleTrack(now);
     settleStatus(now);
     settleVolume(now);
+    settleModes(now);
     return changesSince(before);
 }
 
@@ -202,6 +230,16 @@ std::optional<double> PlayerMirror::position(Instant now) const
 std::optional<int> PlayerMirror::volumeStep() const
 {
     return m_volume ? std::optional(int(std::lround(*m_volume * 100))) : std::nullopt;
+}
+
+std::optional<bool> PlayerMirror::shuffle() const
+{
+    return m_askedShuffle.value() ? m_askedShuffle.value() : m_modes.shuffle();
+}
+
+std::optional<LoopStatus> PlayerMirror::loopStatus() const
+{
+    return m_askedLoopStatus.value() ? m_askedLoopStatus.value() : m_modes.loopStatus();
 }
 
 const QString &PlayerMirror::reportedTrackId() const
@@ -392,6 +430,18 @@ void PlayerMirror::settleVolume(Instant now)
     const bool isSilenceOfStopped = m_report.volume == 0.0 && m_volume && reportedStatus() == PlaybackStatus::Stopped;
     if (!isSilenceOfStopped) {
         m_volume = m_report.volume;
+    }
+}
+
+void PlayerMirror::settleModes(Instant now)
+{
+    m_askedShuffle.settle(now);
+    m_askedLoopStatus.settle(now);
+    if (m_askedShuffle.value()) {
+        settleLaterAt(m_askedShuffle.until());
+    }
+    if (m_askedLoopStatus.value()) {
+        settleLaterAt(m_askedLoopStatus.until());
     }
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "music/mpris/AskedValue.h"
 #include "music/mpris/PlayerModes.h"
 #include "music/mpris/PositionClock.h"
 #include "music/mpris/bus/Instant.h"
@@ -51,6 +52,11 @@ public:
     /// step, such as a rounded one, is no change then.
     void askedForVolume(double volume, Instant now);
     void volumeAnswered(Instant now);
+    /// See AskedValue.
+    void askedForShuffle(bool enabled, Instant now);
+    void shuffleAnswered(Instant now);
+    void askedForLoopStatus(LoopStatus status, Instant now);
+    void loopStatusAnswered(Instant now);
 
     // Time
 
@@ -77,8 +83,8 @@ public:
     [[nodiscard]] std::optional<double> volume() const { return m_volume; }
     /// The volume in the steps in which it is set: 0 to 100.
     [[nodiscard]] std::optional<int> volumeStep() const;
-    [[nodiscard]] std::optional<bool> shuffle() const { return m_modes.shuffle(); }
-    [[nodiscard]] std::optional<LoopStatus> loopStatus() const { return m_modes.loopStatus(); }
+    [[nodiscard]] std::optional<bool> shuffle() const;
+    [[nodiscard]] std::optional<LoopStatus> loopStatus() const;
 
     [[nodiscard]] bool canControl() const { return m_report.canControl.value_or(true); }
     [[nodiscard]] bool canPause() const { return m_report.canPause.value_or(true); }
@@ -129,6 +135,7 @@ private:
     void settleStatus(Instant now);
     void settleTrack(Instant now);
     void settleVolume(Instant now);
+    void settleModes(Instant now);
     void believeStatus(PlaybackStatus status, Instant since);
     void believeTrack(const TrackDetails &track);
     void settleLaterAt(Instant moment);
@@ -152,6 +159,8 @@ private:
     std::optional<Expectation> m_expectation;
     bool m_volumeUnanswered = false;
     std::optional<Instant> m_volumeHeldUntil;
+    AskedValue<bool> m_askedShuffle;
+    AskedValue<LoopStatus> m_askedLoopStatus;
 
     PositionClock m_clock;
     bool m_targetIsOurs = false;

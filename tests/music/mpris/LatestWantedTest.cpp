@@ -14,13 +14,13 @@ class LatestWantedTest : public QObject {
 
 private:
     QList<double> m_sent;
-    LatestWanted m_wanted{[this](double value) { m_sent.append(value); }};
+    LatestWanted<double> m_wanted{[this](double value) { m_sent.append(value); }};
 
 private Q_SLOTS:
     void init()
     {
         QTest::failOnWarning(QRegularExpression(u".*"_s));
-        m_wanted = LatestWanted([this](double value) { m_sent.append(value); });
+        m_wanted = LatestWanted<double>([this](double value) { m_sent.append(value); });
         m_sent.clear();
     }
 
@@ -40,6 +40,17 @@ private Q_SLOTS:
         QCOMPARE(m_sent, (QList<double>{1, 3}));
         QVERIFY(!m_wanted.answered());
         QCOMPARE(m_sent, (QList<double>{1, 3}));
+    }
+
+    void theUnansweredValueIsNotSentAgain()
+    {
+        m_wanted.want(1);
+        m_wanted.want(2);
+        m_wanted.want(1);
+        QVERIFY(!m_wanted.answered());
+        QCOMPARE(m_sent, QList<double>{1});
+        m_wanted.want(1);
+        QCOMPARE(m_sent, (QList<double>{1, 1}));
     }
 
     void aForgottenValueIsNotSent()

@@ -89,6 +89,10 @@ private Q_SLOTS:
     void aVolumeInSmallStepsKeepsItsFraction();
     void shuffleAndRepeatAreWhatThePlayerSaysAfterwards();
     void aRefusedRepeatStaysWhatItWas();
+    void twoClicksOnShuffleOrRepeatAreTwoValues_data();
+    void twoClicksOnShuffleOrRepeatAreTwoValues();
+    void ofManyModesOneIsUnderWayAndTheLastIsTheLastWanted();
+    void aRefusedShuffleIsAnnouncedAsThePlayerReportsIt();
     void holdingForwardSeeksInGrowingStepsUntilResume();
     void whatChangedDuringAHoldIsPostedAtItsEnd_data();
     void whatChangedDuringAHoldIsPostedAtItsEnd();
@@ -710,7 +714,6 @@ void MprisMusicApplicationTest::shuffleAndRepeatAreWhatThePlayerSaysAfterwards()
 {
     startPlayer({u"--play"_s});
     startMusic();
-    const QSignalSpy settings(m_music.get(), &MusicApplication::playbackSettingsDidChange);
     QCOMPARE(m_music->shuffleEnabled(), false);
     QVERIFY(m_music->setShuffleEnabled(true));
     QTRY_COMPARE(m_music->shuffleEnabled(), true);
@@ -718,7 +721,15 @@ void MprisMusicApplicationTest::shuffleAndRepeatAreWhatThePlayerSaysAfterwards()
     QTRY_COMPARE(m_music->songRepeat(), SongRepeat::one);
     QVERIFY(m_music->setSongRepeat(SongRepeat::all));
     QTRY_COMPARE(m_music->songRepeat(), SongRepeat::all);
-    QTRY_VERIFY(settings.count() >= 3);
+    QVERIFY(comesToRest());
+    QCOMPARE(commands(), (QStringList{u"Set Shuffle true"_s, u"Set LoopStatus Track"_s, u"Set LoopStatus Playlist"_s}));
+    // A change in the player's own window is Music's.
+    const QSignalSpy settings(m_music.get(), &MusicApplication::playbackSettingsDidChange);
+    tell(u"shuffle off"_s);
+    tell(u"loop None"_s);
+    QTRY_COMPARE(m_music->songRepeat(), SongRepeat::off);
+    QCOMPARE(m_music->shuffleEnabled(), false);
+    QTRY_VERIFY(settings.count() > 0);
 }
 
 void MprisMusicApplicationTest::aRefusedRepeatStaysWhatItWas()
@@ -728,6 +739,81 @@ void MprisMusicApplicationTest::aRefusedRepeatStaysWhatItWas()
     QVERIFY(m_music->setSongRepeat(SongRepeat::one));
     QVERIFY(comesToRest());
     QCOMPARE(m_music->songRepeat(), SongRepeat::off);
+}
+
+void MprisMusicApplicationTest::twoClicksOnShuffleOrRepeatAreTwoValues_data()
+{
+    QTest::addColumn<QString>("answers");
+    QTest::newRow("at once") << u"late 0"_s;
+    QTest::newRow("late") << u"late 300"_s;
+    QTest::newRow("after both clicks") << u"hold on"_s;
+}
+
+void MprisMusicApplicationTest::twoClicksOnShuffleOrRepeatAreTwoValues()
+{
+    QFETCH(const QString, answers);
+    startPlayer({u"--play"_s});
+    startMusic();
+    const WindowActivation windowActivation;
+    MusicConnector connector(*m_music, windowActivation);
+    QVERIFY(comesToRest());
+    QCoreApplication::processEvents();
+    forgetCalls();
+    QList<bool> shuffles;
+    QList<RepeatMode> repeats;
+    connect(&connector, &MusicConnector::shuffleEnabledChanged, this, [&](bool isOn) { shuffles.append(isOn); });
+    connect(&connector, &MusicConnector::repeatModeChanged, this, [&](RepeatMode mode) { repeats.append(mode); });
+    tell(answers);
+    for (int click = 0; click < 2; ++click) {
+        connector.setShuffle(!connector.shuffleEnabled());
+        connector.setRepeat(connector.repeatMode() == RepeatMode::off ? RepeatMode::all : RepeatMode::one);
+        QCoreApplication::processEvents();
+    }
+    QCOMPARE(shuffles, (QList<bool>{true, false}));
+    QCOMPARE(repeats, (QList<RepeatMode>{RepeatMode::all, RepeatMode::one}));
+    tell(u"hold off"_s);
+    QVERIFY(comesToRest());
+    QCOMPARE(commands().filter(u"Shuffle"_s), (QStringList{u"Set Shuffle true"_s, u"Set Shuffle false"_s}));
+    QCOMPARE(
+        commands().filter(u"LoopStatus"_s), (QStringList{u"Set LoopStatus Playlist"_s, u"Set LoopStatus Track"_s}));
+    QCOMPARE(connector.shuffleEnabled(), false);
+    QCOMPARE(connector.repeatMode(), RepeatMode::one);
+    QCOMPARE(m_music->songRepeat(), SongRepeat::one);
+}
+
+void MprisMusicApplicationTest::ofManyModesOneIsUnderWayAndTheLastIsTheLastWanted()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    tell(u"hold on"_s);
+    for (const bool isOn : {true, false, true, false, true}) {
+        QVERIFY(m_music->setShuffleEnabled(isOn));
+        QCOMPARE(m_music->shuffleEnabled(), isOn);
+    }
+    for (const FourCharCode repeat : {SongRepeat::all, SongRepeat::one, SongRepeat::off, SongRepeat::one}) {
+        QVERIFY(m_music->setSongRepeat(repeat));
+        QCOMPARE(m_music->songRepeat(), repeat);
+    }
+    tell(u"hold off"_s);
+    QVERIFY(comesToRest());
+    // The last shuffle is the one that was under way.
+    QCOMPARE(commands(), (QStringList{u"Set Shuffle true"_s, u"Set LoopStatus Playlist"_s, u"Set LoopStatus Track"_s}));
+    QCOMPARE(m_music->shuffleEnabled(), true);
+    QCOMPARE(m_music->songRepeat(), SongRepeat::one);
+}
+
+void MprisMusicApplicationTest::aRefusedShuffleIsAnnouncedAsThePlayerReportsIt()
+{
+    startPlayer({u"--play"_s, u"--do"_s, u"refuse Shuffle"_s});
+    startMusic();
+    const WindowActivation windowActivation;
+    MusicConnector connector(*m_music, windowActivation);
+    QVERIFY(comesToRest());
+    QCoreApplication::processEvents();
+    connector.setShuffle(true);
+    QCOMPARE(connector.shuffleEnabled(), true);
+    QVERIFY(comesToRest());
+    QTRY_COMPARE(connector.shuffleEnabled(), false);
 }
 
 void MprisMusicApplicationTest::holdingForwardSeeksInGrowingStepsUntilResume()

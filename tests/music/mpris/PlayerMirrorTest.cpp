@@ -1203,6 +1203,43 @@ private Q_SLOTS:
         QCOMPARE(m_mirror.shuffle(), std::nullopt);
     }
 
+    void aModeThatWasAskedForIsBelievedUntilItsEffectIsRead()
+    {
+        QVariantMap answer = properties(u"Playing"_s, one, 0);
+        answer.insert(u"Shuffle"_s, false);
+        answer.insert(u"LoopStatus"_s, u"None"_s);
+        read(answer, 0);
+        m_mirror.askedForShuffle(true, at(1'000));
+        m_mirror.askedForLoopStatus(LoopStatus::Track, at(1'000));
+        QCOMPARE(m_mirror.shuffle(), true);
+        QCOMPARE(m_mirror.loopStatus(), LoopStatus::Track);
+        m_mirror.shuffleAnswered(at(1'010));
+        m_mirror.loopStatusAnswered(at(1'010));
+        // Quod Libet announces the old mode first.
+        QCOMPARE(announced({{u"Shuffle"_s, false}, {u"LoopStatus"_s, u"None"_s}}, 1'015), nothing);
+        QCOMPARE(read(answer, 1'060), nothing);
+        QCOMPARE(announced({{u"Shuffle"_s, true}}, 1'100), nothing);
+        answer.insert(u"Shuffle"_s, true);
+        QCOMPARE(read(answer, 1'211), u"settings"_s);
+        QCOMPARE(m_mirror.shuffle(), true);
+        QCOMPARE(m_mirror.loopStatus(), LoopStatus::None);
+        QCOMPARE(nextSettling(), -1);
+    }
+
+    void aModeThatIsNeverAnsweredIsBelievedForASecondAndAQuarter()
+    {
+        QVariantMap answer = properties(u"Playing"_s, one, 0);
+        answer.insert(u"Shuffle"_s, false);
+        read(answer, 0);
+        m_mirror.askedForShuffle(true, at(1'000));
+        QCOMPARE(nextSettling(), 2'250);
+        QCOMPARE(settled(2'249), nothing);
+        QCOMPARE(m_mirror.shuffle(), true);
+        QCOMPARE(settled(2'250), u"settings"_s);
+        QCOMPARE(m_mirror.shuffle(), false);
+        QCOMPARE(nextSettling(), -1);
+    }
+
     void announcedModesAreBelieved()
     {
         playOneFrom(0);
