@@ -14,8 +14,7 @@
 namespace tunedeck {
 
 /// Metal along the view's lower edge, painted by `Cell`. It is darker while a window of the program is main or while
-/// the main window stays on top. Whether it stays on top is read when the view is resized and when a
-/// window becomes main or no longer is.
+/// the main window stays on top.
 template <typename Cell> class MetalGround : public QWidget {
 public:
     explicit MetalGround(const SkinEnvironment &environment, QWidget *parent = nullptr)
@@ -24,6 +23,11 @@ public:
         , m_isMainWindow(environment.windowActivation, ActivationFlag::Status::Main)
     {
         connect(&m_isMainWindow, &ActivationFlag::changed, this, [this] { layOut(); });
+        connect(&environment.defaults, &UserDefaults::valueChanged, this, [this](const QString &key) {
+            if (key == SettingsKey::keepMainWindowAboveAllOtherWindows) {
+                layOut();
+            }
+        });
     }
 
     [[nodiscard]] bool isMainWindow() const { return m_isMainWindow.isSet(); }

@@ -61,13 +61,18 @@ private Q_SLOTS:
         QVERIFY(isNear(body(), activeBody));
     }
 
-    void whetherItIsKeptAboveIsAskedWhenItIsResized()
+    void itIsPaintedAsTheSettingSaysAtOnce()
     {
-        QVERIFY(isNear(body(), inactiveBody));
+        PaintCounter paints(*m_view);
+        focus(nullptr);
+        static_cast<void>(paints.takeCount());
         m_desk->defaults.setBool(SettingsKey::keepMainWindowAboveAllOtherWindows, true);
-        QVERIFY(isNear(body(), inactiveBody));
-        m_view->resize(320, 64);
+        QCOMPARE(paints.takeCount(), 1);
+        m_desk->defaults.setBool(SettingsKey::remainingTimeEnabled, false);
+        QCOMPARE(paints.takeCount(), 0);
         QVERIFY(isNear(body(), activeBody));
+        m_desk->defaults.setBool(SettingsKey::keepMainWindowAboveAllOtherWindows, false);
+        QVERIFY(isNear(body(), inactiveBody));
     }
 
     void itIsPaintedAgainWhenAWindowBecomesMain()

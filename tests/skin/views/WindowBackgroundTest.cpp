@@ -2,6 +2,7 @@
 #include "skin/views/WindowBackground.h"
 
 #include "skin/FocusedWindow.h"
+#include "skin/PaintCounter.h"
 #include "skin/Picture.h"
 #include "support/SkinDesk.h"
 #include "support/registerTest.h"
@@ -58,13 +59,18 @@ private Q_SLOTS:
         QVERIFY(isNear(metal(), activeMetal));
     }
 
-    void whetherItIsKeptAboveIsAskedWhenItIsResized()
+    void itIsPaintedAsTheSettingSaysAtOnce()
     {
-        QVERIFY(isNear(metal(), inactiveMetal));
+        PaintCounter paints(*m_view);
+        focus(nullptr);
+        static_cast<void>(paints.takeCount());
         m_desk->defaults.setBool(SettingsKey::keepMainWindowAboveAllOtherWindows, true);
-        QVERIFY(isNear(metal(), inactiveMetal));
-        m_view->resize(220, 64);
+        QCOMPARE(paints.takeCount(), 1);
+        m_desk->defaults.setBool(SettingsKey::remainingTimeEnabled, false);
+        QCOMPARE(paints.takeCount(), 0);
         QVERIFY(isNear(metal(), activeMetal));
+        m_desk->defaults.setBool(SettingsKey::keepMainWindowAboveAllOtherWindows, false);
+        QVERIFY(isNear(metal(), inactiveMetal));
     }
 
     void theDarkAppearanceDoesNotChangeTheMetal()
