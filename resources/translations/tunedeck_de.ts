@@ -124,6 +124,17 @@
         <comment>Tooltip of the LCD: %1 is the player to follow</comment>
         <translation>Warten auf %1</translation>
     </message>
+    <message>
+        <source>Show Player</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Player anzeigen</translation>
+    </message>
+    <message>
+        <source>Show %1</source>
+        <comment>Menu command: show the player&apos;s own window</comment>
+        <extracomment>%1 is the player.</extracomment>
+        <translation>%1 anzeigen</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>

@@ -124,6 +124,17 @@
         <comment>Tooltip of the LCD: %1 is the player to follow</comment>
         <translation>Odotetaan: %1</translation>
     </message>
+    <message>
+        <source>Show Player</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Näytä soitin</translation>
+    </message>
+    <message>
+        <source>Show %1</source>
+        <comment>Menu command: show the player&apos;s own window</comment>
+        <extracomment>%1 is the player.</extracomment>
+        <translation>Näytä %1</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>

@@ -10,6 +10,8 @@
 #include "music/MusicApplication.h"
 #include "music/MusicConnector.h"
 #include "music/followChoices.h"
+#include "music/statusTexts.h"
+#include "platform/ActivationToken.h"
 #include "platform/Appearance.h"
 #include "platform/BundleInfo.h"
 #include "platform/DesktopEntries.h"
@@ -21,6 +23,7 @@
 #include "widgets/bringToFront.h"
 #include "window/Window.h"
 #include "window/WindowController.h"
+#include "x11/activateOnX11.h"
 
 #include <QAction>
 #include <QApplication>
@@ -136,6 +139,7 @@ std::unique_ptr<QMenu> AppDelegate::applicationDockMenu()
         .isMusicAppRunning = m_musicConnector.isMusicAppRunning(),
         .isLiveStream = m_musicConnector.feedType() == FeedType::liveStream,
         .playPauseTitle = m_playPauseMenuItem ? m_playPauseMenuItem->text() : QString(),
+        .playerName = m_musicConnector.musicApp().playerName(),
         .isKeptAbove = m_defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows),
         .followChoices = followChoices(m_players, m_defaults.stringForKey(SettingsKey::followedPlayer)),
         .followedPlayer = followedPlayer(m_players),
@@ -150,6 +154,7 @@ std::unique_ptr<QMenu> AppDelegate::applicationDockMenu()
         .playPause = [this] { playPausePressed(); },
         .next = [this] { nextPressed(); },
         .previous = [this] { prevPressed(); },
+        .showPlayer = [this] { showPlayer(); },
         .toggleKeepAbove = [this] { toggleKeepMainWindowAboveOtherWindows(); },
         .follow = [this](const QString &id) { m_defaults.setValue(SettingsKey::followedPlayer, id); },
         .neverFollow = [this](const QString &id) { m_players.neverFollow(id); },
@@ -164,7 +169,15 @@ bool AppDelegate::validateMenuItem(const QAction &item) const
         || identifier == MenuItemIdentifier::previous) {
         return m_musicConnector.isMusicAppRunning() && m_musicConnector.musicApp().isResponding();
     }
+    if (identifier == MenuItemIdentifier::showPlayer) {
+        return m_musicConnector.musicApp().canShowPlayer();
+    }
     return true;
+}
+
+QString AppDelegate::showPlayerTitle() const
+{
+    return showPlayerText(m_musicConnector.musicApp().playerName());
 }
 
 void AppDelegate::volumeButtonPressed(const QAction &sender)
@@ -209,6 +222,20 @@ void AppDelegate::openMusicApp()
 {
     MusicApplication &music = m_musicConnector.musicApp();
     if (!music.isRunning() && !music.activate()) {
+        QApplication::beep();
+    }
+}
+
+void AppDelegate::showPlayer()
+{
+    const auto *mainWindow = lastWindow<Window>(QApplication::topLevelWidgets());
+    const bool isUsed = mainWindow && mainWindow->isActiveWindow();
+    showPlayerWithToken(isUsed ? tokenOfUserTimeOnX11(*mainWindow->windowHandle()) : ActivationToken());
+}
+
+void AppDelegate::showPlayerWithToken(const ActivationToken &token)
+{
+    if (!m_musicConnector.musicApp().showPlayer(token)) {
         QApplication::beep();
     }
 }

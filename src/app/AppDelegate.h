@@ -24,6 +24,7 @@ class FollowablePlayers;
 class MusicConnector;
 class UserDefaults;
 class WindowActivation;
+struct ActivationToken;
 
 /// Listens to the application's events, and carries out the commands that belong to no window. Registers the settings'
 /// defaults, forces the light appearance if the user wants it, answers the dock, and passes playback commands to the
@@ -63,11 +64,15 @@ public:
 
     /// Returns whether `item` is enabled.
     [[nodiscard]] bool validateMenuItem(const QAction &item) const;
+    /// The title of the command that shows the player's own window.
+    [[nodiscard]] QString showPlayerTitle() const;
     /// Turns Music's volume up or down, depending on the identifier of `sender`.
     void volumeButtonPressed(const QAction &sender);
     /// These two tell the stripes whether the about window is key.
     void windowDidBecomeKey(const QWindow *window);
     void windowDidResignKey(const QWindow *window);
+    /// Brings the player's own window to the front. The player takes the keyboard focus with `token`.
+    void showPlayerWithToken(const ActivationToken &token);
 
 public Q_SLOTS:
     void playPausePressed();
@@ -76,6 +81,8 @@ public Q_SLOTS:
     void nextPressed();
     void prevPressed();
     void openMusicApp();
+    /// The same for a user who asks for it in a menu of this program.
+    void showPlayer();
     void toggleKeepMainWindowAboveOtherWindows();
     void preferencesButtonAction();
     /// Creates the about window on the first call, and brings it to the front on every call.

@@ -193,6 +193,7 @@ void Application::connectMenus()
     MenuValidation &validation = m_mainMenu->validation();
     connect(&m_musicConnector, &MusicConnector::isMusicAppRunningChanged, &validation, &MenuValidation::validate);
     connect(&m_musicConnector, &MusicConnector::feedTypeChanged, &validation, &MenuValidation::validate);
+    connect(&m_musicConnector.musicApp(), &MusicApplication::playerDidChange, &validation, &MenuValidation::validate);
     const MusicApplication &music = m_musicConnector.musicApp();
     connect(&music, &MusicApplication::respondingDidChange, &validation, &MenuValidation::validate);
     connect(&music, &MusicApplication::controlsDidChange, &validation, &MenuValidation::validate);

@@ -84,18 +84,18 @@ bool ApplicationInstance::isAskedForActionsAlone() const
     return m_isActionRequested && !m_isActivated;
 }
 
-void ApplicationInstance::requestAction(DesktopAction action)
+void ApplicationInstance::requestAction(DesktopAction action, const ActivationToken &token)
 {
     m_isActionRequested = true;
     if (canDeliver(action)) {
-        Q_EMIT actionRequested(action);
+        Q_EMIT actionRequested(action, token);
         return;
     }
     if (m_waitingActions.isEmpty()) {
         m_patience.start();
     }
     if (m_waitingActions.size() < mostWaitingActions) {
-        m_waitingActions.append(action);
+        m_waitingActions.append({action, token});
     }
 }
 
@@ -118,12 +118,12 @@ bool ApplicationInstance::canDeliver(DesktopAction action) const
 
 void ApplicationInstance::deliverWaitingActions()
 {
-    const QList<DesktopAction> actions = std::exchange(m_waitingActions, {});
-    for (const DesktopAction action : actions) {
-        if (canDeliver(action)) {
-            Q_EMIT actionRequested(action);
+    const QList<Request> requests = std::exchange(m_waitingActions, {});
+    for (const Request &request : requests) {
+        if (canDeliver(request.action)) {
+            Q_EMIT actionRequested(request.action, request.token);
         } else {
-            m_waitingActions.append(action);
+            m_waitingActions.append(request);
         }
     }
     if (m_waitingActions.isEmpty()) {
@@ -147,14 +147,15 @@ void ApplicationInstance::Open(const QStringList &, const QVariantMap &platformD
 void ApplicationInstance::ActivateAction(
     const QString &actionName, const QVariantList &parameter, const QVariantMap &platformData)
 {
-    Q_EMIT tokenUnused(ActivationToken::fromPlatformData(platformData));
+    const ActivationToken token = ActivationToken::fromPlatformData(platformData);
+    Q_EMIT tokenUnused(token);
     const std::optional<DesktopAction> action = desktopActionNamed(actionName);
     if (!action || !parameter.isEmpty()) {
         qCDebug(windowLog) << "refused: unknown action, or an action with a parameter:" << shortened(actionName);
         return;
     }
     qCDebug(windowLog) << "asked for the action" << actionName;
-    requestAction(*action);
+    requestAction(*action, token);
 }
 
 } // namespace tunedeck

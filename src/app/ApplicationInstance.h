@@ -36,7 +36,7 @@ public:
     /// True while only actions have been requested: the window then opens without taking the keyboard focus.
     [[nodiscard]] bool isAskedForActionsAlone() const;
     /// Emits actionRequested() as soon as the action can be carried out, or never if that takes longer than a second.
-    void requestAction(DesktopAction action);
+    void requestAction(DesktopAction action, const ActivationToken &token = {});
     /// Call this when actions can be carried out, except those that need Music.
     void deliverActions();
 
@@ -52,11 +52,17 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void activated(const tunedeck::ActivationToken &token);
-    /// The token came with an action, which does not take the keyboard focus.
+    /// The token came with an action, for which this program does not take the keyboard focus.
     void tokenUnused(const tunedeck::ActivationToken &token);
-    void actionRequested(tunedeck::DesktopAction action);
+    /// `token` is for another program that the action shows.
+    void actionRequested(tunedeck::DesktopAction action, const tunedeck::ActivationToken &token);
 
 private:
+    struct Request {
+        DesktopAction action;
+        ActivationToken token;
+    };
+
     void registerObject();
     void callBus(const QString &method, const QVariantList &arguments);
     [[nodiscard]] bool canDeliver(DesktopAction action) const;
@@ -68,7 +74,7 @@ private:
     bool m_isActionRequested = false;
     bool m_deliversActions = false;
     bool m_deliversMusicActions = false;
-    QList<DesktopAction> m_waitingActions;
+    QList<Request> m_waitingActions;
     QTimer m_patience{this};
 };
 

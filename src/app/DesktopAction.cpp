@@ -12,14 +12,26 @@ namespace {
 struct Entry {
     DesktopAction action;
     QStringView name;
-    void (AppDelegate::*command)();
+    void (*command)(AppDelegate &delegate, const ActivationToken &token);
 };
 
+/// A command that needs no token.
+template <void (AppDelegate::*command)()> void carryOut(AppDelegate &delegate, const ActivationToken &)
+{
+    (delegate.*command)();
+}
+
+void showPlayer(AppDelegate &delegate, const ActivationToken &token)
+{
+    delegate.showPlayerWithToken(token);
+}
+
 constexpr std::array entries{
-    Entry{DesktopAction::PlayPause, u"play-pause", &AppDelegate::playPausePressed},
-    Entry{DesktopAction::Next, u"next", &AppDelegate::nextPressed},
-    Entry{DesktopAction::Previous, u"previous", &AppDelegate::prevPressed},
-    Entry{DesktopAction::KeepAbove, u"keep-above", &AppDelegate::toggleKeepMainWindowAboveOtherWindows},
+    Entry{DesktopAction::PlayPause, u"play-pause", &carryOut<&AppDelegate::playPausePressed>},
+    Entry{DesktopAction::Next, u"next", &carryOut<&AppDelegate::nextPressed>},
+    Entry{DesktopAction::Previous, u"previous", &carryOut<&AppDelegate::prevPressed>},
+    Entry{DesktopAction::RaisePlayer, u"raise-player", &showPlayer},
+    Entry{DesktopAction::KeepAbove, u"keep-above", &carryOut<&AppDelegate::toggleKeepMainWindowAboveOtherWindows>},
 };
 
 const Entry &entryOf(DesktopAction action)
@@ -53,9 +65,9 @@ bool needsMusic(DesktopAction action)
     return action != DesktopAction::KeepAbove;
 }
 
-void perform(DesktopAction action, AppDelegate &delegate)
+void perform(DesktopAction action, AppDelegate &delegate, const ActivationToken &token)
 {
-    (delegate.*entryOf(action).command)();
+    entryOf(action).command(delegate, token);
 }
 
 } // namespace tunedeck

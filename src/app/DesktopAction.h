@@ -9,9 +9,10 @@
 namespace tunedeck {
 
 class AppDelegate;
+struct ActivationToken;
 
 /// The actions that the desktop entry offers besides starting the program.
-enum class DesktopAction { PlayPause, Next, Previous, KeepAbove };
+enum class DesktopAction { PlayPause, Next, Previous, RaisePlayer, KeepAbove };
 
 /// The action's name in the desktop entry.
 [[nodiscard]] QString desktopActionName(DesktopAction action);
@@ -20,6 +21,7 @@ enum class DesktopAction { PlayPause, Next, Previous, KeepAbove };
 [[nodiscard]] QStringList desktopActionNames();
 /// Whether the action cannot be carried out before the state of Music is known.
 [[nodiscard]] bool needsMusic(DesktopAction action);
-void perform(DesktopAction action, AppDelegate &delegate);
+/// `token` came with the action.
+void perform(DesktopAction action, AppDelegate &delegate, const ActivationToken &token);
 
 } // namespace tunedeck

@@ -10,6 +10,7 @@
 #include "platform/UserDefaults.h"
 #include "platform/windowSystem.h"
 #include "player/ViewController.h"
+#include "widgets/literalTitle.h"
 #include "window/WindowController.h"
 
 #include <QApplication>
@@ -112,12 +113,25 @@ void MainMenu::buildFileMenu(QMenu &menu)
         {tr("Open \"Music\"", "Command to open main Music app"), MenuItemIdentifier::openMusicApp, {},
             {m_delegateValidates, m_viewControllerValidates}});
     connect(open, &QAction::triggered, &m_delegate, &AppDelegate::openMusicApp);
+    addShowPlayerItem(menu);
     menu.addSeparator();
 
     QAction *close = addItem(menu,
         {tr("Close Window", "Menu command"), MenuItemIdentifier::closeWindow, {Qt::CTRL | Qt::Key_W},
             {m_viewControllerValidates}});
     connect(close, &QAction::triggered, &m_viewController, &ViewController::closeWindow);
+}
+
+void MainMenu::addShowPlayerItem(QMenu &menu)
+{
+    const MenuValidation::Validator setTitle = [this](QAction &item) {
+        item.setText(literalTitle(m_delegate.showPlayerTitle()));
+        return true;
+    };
+    QAction *show = addItem(menu,
+        {QString(), MenuItemIdentifier::showPlayer, {Qt::CTRL | Qt::SHIFT | Qt::Key_O},
+            {setTitle, m_delegateValidates}});
+    connect(show, &QAction::triggered, &m_delegate, &AppDelegate::showPlayer);
 }
 
 void MainMenu::buildControlsMenu(QMenu &menu)

@@ -52,6 +52,7 @@ private:
     void popUpAt(QPoint position);
     void buildApplicationMenu(QMenu &menu);
     void buildFileMenu(QMenu &menu);
+    void addShowPlayerItem(QMenu &menu);
     void buildControlsMenu(QMenu &menu);
     void buildFollowMenu(QMenu &menu);
     void buildWindowMenu(QMenu &menu);

@@ -57,7 +57,7 @@ void Program::start()
     connect(m_application.get(), &Application::restartRequested, this, &Program::restartRequested);
     AppDelegate &delegate = m_application->delegate();
     connect(&m_instance, &ApplicationInstance::actionRequested, &delegate,
-        [&delegate](DesktopAction action) { perform(action, delegate); });
+        [&delegate](DesktopAction action, const ActivationToken &token) { perform(action, delegate, token); });
     show();
     m_instance.deliverActions();
     if (m_music.isReady()) {
@@ -108,6 +108,7 @@ void Program::serveDockMenu()
     connect(&viewController, &ViewController::playPauseTitleChanged, m_dockMenu.get(), &DockMenuServer::update);
     connect(&musicConnector, &MusicConnector::isMusicAppRunningChanged, m_dockMenu.get(), &DockMenuServer::update);
     connect(&musicConnector, &MusicConnector::feedTypeChanged, m_dockMenu.get(), &DockMenuServer::update);
+    connect(&m_music, &MusicApplication::playerDidChange, m_dockMenu.get(), &DockMenuServer::update);
     connect(&m_music, &MusicApplication::respondingDidChange, m_dockMenu.get(), &DockMenuServer::update);
     connect(&m_music.followablePlayers(), &FollowablePlayers::followablePlayersChanged, m_dockMenu.get(),
         &DockMenuServer::update);

@@ -119,7 +119,7 @@ int run(int argc, char *argv[])
         return askFirst(instance, action, token);
     }
     if (action) {
-        instance.requestAction(*action);
+        instance.requestAction(*action, token);
     }
 
     const Program program(sessionBus, instance, token);

@@ -2,6 +2,7 @@
 #include "dock/DockMenuItems.h"
 
 #include "music/MenuItemIdentifier.h"
+#include "music/statusTexts.h"
 #include "platform/windowSystem.h"
 #include "widgets/literalTitle.h"
 
@@ -49,6 +50,7 @@ std::unique_ptr<QMenu> DockMenuItems::menu(const Commands &commands) const
     addTrackBlock(*menu);
     addTransportBlock(*menu, commands);
     menu->addSeparator();
+    addShowPlayerItem(*menu, commands);
     addKeepAboveItem(*menu, commands);
     addFollowMenu(*menu, commands);
     return menu;
@@ -79,6 +81,14 @@ void DockMenuItems::addTransportBlock(QMenu &menu, const Commands &commands) con
         addItem(menu, tr("Next", "For UI labels: Next"), MenuItemIdentifier::next, commands.next, commands);
         addItem(
             menu, tr("Previous", "For UI labels: Previous"), MenuItemIdentifier::previous, commands.previous, commands);
+    }
+}
+
+void DockMenuItems::addShowPlayerItem(QMenu &menu, const Commands &commands) const
+{
+    if (isMusicAppRunning) {
+        addItem(menu, literalTitle(showPlayerText(playerName)), MenuItemIdentifier::showPlayer, commands.showPlayer,
+            commands);
     }
 }
 

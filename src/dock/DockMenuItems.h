@@ -31,6 +31,7 @@ public:
         std::function<void()> playPause;
         std::function<void()> next;
         std::function<void()> previous;
+        std::function<void()> showPlayer;
         std::function<void()> toggleKeepAbove;
         /// Follows the player with this identifier; the program chooses one if it is empty.
         std::function<void(const QString &id)> follow;
@@ -43,6 +44,7 @@ public:
     bool isMusicAppRunning = false;
     bool isLiveStream = false; ///< such a stream has no next and no previous track
     QString playPauseTitle;
+    QString playerName; ///< may be empty
     bool isKeptAbove = false;
     QList<FollowChoice> followChoices; ///< of a submenu, which needs two
     std::optional<FollowablePlayer> followedPlayer;
@@ -54,6 +56,7 @@ public:
 private:
     void addTrackBlock(QMenu &menu) const;
     void addTransportBlock(QMenu &menu, const Commands &commands) const;
+    void addShowPlayerItem(QMenu &menu, const Commands &commands) const;
     void addKeepAboveItem(QMenu &menu, const Commands &commands) const;
     void addFollowMenu(QMenu &menu, const Commands &commands) const;
 };

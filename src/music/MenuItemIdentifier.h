@@ -12,6 +12,7 @@ inline const QString previous = QStringLiteral("Controls_Prev");
 inline const QString volumeUp = QStringLiteral("Controls_VolUp");
 inline const QString volumeDown = QStringLiteral("Controls_VolDown");
 inline const QString openMusicApp = QStringLiteral("File_OpenMusicApp");
+inline const QString showPlayer = QStringLiteral("File_ShowPlayer");
 inline const QString closeWindow = QStringLiteral("File_CloseWindow");
 inline const QString keepAboveAllWindows = QStringLiteral("Window_KeepAboveAllWindows");
 inline const QString remainingTime = QStringLiteral("ContextualMenu_RemainingTime");

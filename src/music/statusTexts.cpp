@@ -33,4 +33,14 @@ QString playerNameText(const MusicApplication &music)
                           : name;
 }
 
+QString showPlayerText(const QString &playerName)
+{
+    if (playerName.isEmpty()) {
+        return QCoreApplication::translate("tunedeck", "Show Player", "Menu command that is disabled");
+    }
+    //: %1 is the player.
+    return QCoreApplication::translate("tunedeck", "Show %1", "Menu command: show the player's own window")
+        .arg(playerName);
+}
+
 } // namespace tunedeck

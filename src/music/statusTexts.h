@@ -17,5 +17,7 @@ class MusicApplication;
 [[nodiscard]] QString playerIsNotRespondingText(const QString &playerName);
 /// The name of the player that `music` is, or "Music" where it has none.
 [[nodiscard]] QString playerNameText(const MusicApplication &music);
+/// "Show Strawberry", the command that shows the player's own window; "Show Player" if `playerName` is empty.
+[[nodiscard]] QString showPlayerText(const QString &playerName);
 
 } // namespace tunedeck

@@ -118,6 +118,20 @@ void activateOnX11(const QWindow &window, const ActivationToken &token)
     xcb_flush(x11Connection());
 }
 
+ActivationToken tokenOfUserTimeOnX11(const QWindow &window)
+{
+    if (!x11Connection()) {
+        return {};
+    }
+    const xcb_window_t timed = windowOfUserTime(static_cast<xcb_window_t>(window.winId()));
+    const std::optional<std::uint32_t> time = x11Number(timed, x11Atom("_NET_WM_USER_TIME"));
+    if (!time || *time == XCB_CURRENT_TIME) {
+        return {};
+    }
+    // Nobody is told of a start, so the text before the time means nothing.
+    return {.x11StartupId = QStringLiteral("tunedeck_TIME%1").arg(*time), .waylandToken = {}};
+}
+
 void endStartupNotificationOnX11(const ActivationToken &token)
 {
     if (!x11Connection() || token.x11StartupId.isEmpty()) {

@@ -19,6 +19,10 @@ void setStartupIdOnX11(const QWindow &window, const ActivationToken &token);
 /// this program, which may be long ago.
 void activateOnX11(const QWindow &window, const ActivationToken &token);
 
+/// A token with the time when the user last did something in `window`, for another program whose window the user wants
+/// to see now. Empty if the time is not known.
+[[nodiscard]] ActivationToken tokenOfUserTimeOnX11(const QWindow &window);
+
 /// Ends the startup notification, so that docks stop showing a busy pointer.
 void endStartupNotificationOnX11(const ActivationToken &token);
 

@@ -445,6 +445,7 @@ private Q_SLOTS:
                 QStringLiteral("(    Track: Salt && Pepper)"), QStringLiteral("(    Artist: Band)"),
                 QStringLiteral("(    Album: Record)"), QStringLiteral("-"), QStringLiteral("Pause|Controls_PlayPause"),
                 QStringLiteral("Next|Controls_Next"), QStringLiteral("Previous|Controls_Prev"), QStringLiteral("-"),
+                QStringLiteral("(Show Player|File_ShowPlayer)"),
                 QStringLiteral("Keep Above All Other Windows|Window_KeepAboveAllWindows")}));
         for (const QAction *item : menu->actions()) {
             QVERIFY(item->shortcut().isEmpty());
@@ -478,6 +479,7 @@ private Q_SLOTS:
         program.delegate->setPlayPauseMenuItem(&playPause);
         QCOMPARE(contents(*program.delegate->applicationDockMenu()),
             (QStringList{QStringLiteral("Stop|Controls_PlayPause"), QStringLiteral("-"),
+                QStringLiteral("(Show Player|File_ShowPlayer)"),
                 QStringLiteral("Keep Above All Other Windows|Window_KeepAboveAllWindows")}));
     }
 
@@ -492,6 +494,19 @@ private Q_SLOTS:
         itemOf(*menu, MenuItemIdentifier::previous)->trigger();
         QCOMPARE(program.music.commands(),
             (QStringList{QStringLiteral("playpause"), QStringLiteral("nextTrack"), QStringLiteral("backTrack")}));
+    }
+
+    void theDockMenuShowsThePlayersOwnWindow()
+    {
+        Program program;
+        program.music.setPlayer(QStringLiteral("Salt & Pepper"), true);
+        const auto menu = program.delegate->applicationDockMenu();
+        QAction *show = itemOf(*menu, MenuItemIdentifier::showPlayer);
+        QCOMPARE(show->text(), QStringLiteral("Show Salt && Pepper"));
+        QVERIFY(show->isEnabled());
+        program.music.clearRecords();
+        show->trigger();
+        QCOMPARE(program.music.commands(), {QStringLiteral("showPlayer")});
     }
 
     void theDockMenusCheckMarkIsTheSetting()

@@ -27,14 +27,19 @@ public:
     explicit DeliveredActions(ApplicationInstance &instance)
     {
         QObject::connect(&instance, &ApplicationInstance::actionRequested, &m_context,
-            [this](DesktopAction action) { m_names.append(desktopActionName(action)); });
+            [this](DesktopAction action, const ActivationToken &token) {
+                m_names.append(desktopActionName(action));
+                m_tokens.append(token);
+            });
     }
 
     [[nodiscard]] QStringList names() const { return m_names; }
+    [[nodiscard]] QList<ActivationToken> tokens() const { return m_tokens; }
 
 private:
     QObject m_context;
     QStringList m_names;
+    QList<ActivationToken> m_tokens;
 };
 
 const ActivationToken tokenOfDock{QStringLiteral("dock-1_TIME7"), QStringLiteral("token")};
@@ -119,6 +124,7 @@ private Q_SLOTS:
         second.askFirst(DesktopAction::Next, tokenOfDock, [&answered](bool isAnswered) { answered = isAnswered; });
         QTRY_COMPARE(answered, true);
         QCOMPARE(delivered.names(), {QStringLiteral("next")});
+        QCOMPARE(delivered.tokens(), {tokenOfDock});
         QCOMPARE(activated.count(), 0);
         QCOMPARE(left.count(), 1);
         QCOMPARE(left.constFirst().constFirst().value<ActivationToken>(), tokenOfDock);

@@ -33,6 +33,7 @@ private Q_SLOTS:
         QCOMPARE(desktopActionNamed(u"play-pause"), DesktopAction::PlayPause);
         QCOMPARE(desktopActionNamed(u"next"), DesktopAction::Next);
         QCOMPARE(desktopActionNamed(u"previous"), DesktopAction::Previous);
+        QCOMPARE(desktopActionNamed(u"raise-player"), DesktopAction::RaisePlayer);
         QCOMPARE(desktopActionNamed(u"keep-above"), DesktopAction::KeepAbove);
         QVERIFY(!desktopActionNamed(u""));
         QVERIFY(!desktopActionNamed(u"quit"));
@@ -46,6 +47,7 @@ private Q_SLOTS:
         QVERIFY(needsMusic(DesktopAction::PlayPause));
         QVERIFY(needsMusic(DesktopAction::Next));
         QVERIFY(needsMusic(DesktopAction::Previous));
+        QVERIFY(needsMusic(DesktopAction::RaisePlayer));
         QVERIFY(!needsMusic(DesktopAction::KeepAbove));
     }
 
@@ -57,12 +59,16 @@ private Q_SLOTS:
         AppDelegate delegate(connector, desktop.defaults, desktop.appearance, desktop.windowActivation, desktop.players,
             desktop.desktopEntries);
         const WindowController controller(desktop.defaults);
-        perform(DesktopAction::PlayPause, delegate);
-        perform(DesktopAction::Next, delegate);
-        perform(DesktopAction::Previous, delegate);
+        perform(DesktopAction::PlayPause, delegate, {});
+        perform(DesktopAction::Next, delegate, {});
+        perform(DesktopAction::Previous, delegate, {});
         QCOMPARE(desktop.music.commands(),
             (QStringList{QStringLiteral("playpause"), QStringLiteral("nextTrack"), QStringLiteral("backTrack")}));
-        perform(DesktopAction::KeepAbove, delegate);
+        desktop.music.clearRecords();
+        desktop.music.setPlayer(QStringLiteral("Player"), true);
+        perform(DesktopAction::RaisePlayer, delegate, {.x11StartupId = {}, .waylandToken = QStringLiteral("token")});
+        QCOMPARE(desktop.music.commands(), {QStringLiteral("showPlayer token")});
+        perform(DesktopAction::KeepAbove, delegate, {});
         QVERIFY(controller.keepAboveAllWindows());
     }
 };

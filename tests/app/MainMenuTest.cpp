@@ -144,6 +144,49 @@ private Q_SLOTS:
         }
     }
 
+    void thePlayersOwnWindowIsShownFromTheFileMenu()
+    {
+        Desktop desktop;
+        desktop.music.setRunning(false);
+        Application application(desktop.environment());
+        QAction *show = application.mainMenu().item(MenuItemIdentifier::showPlayer);
+        QCOMPARE(show->text(), QStringLiteral("Show Player"));
+        QVERIFY(!show->isEnabled());
+        QCOMPARE(show->shortcut(), QKeySequence(QStringLiteral("Ctrl+Shift+O")));
+
+        desktop.music.setRunning(true);
+        desktop.music.setPlayer(QStringLiteral("Salt & Pepper"), false);
+        QCOMPARE(show->text(), QStringLiteral("Show Salt && Pepper"));
+        QVERIFY(!show->isEnabled());
+        desktop.music.setPlayer(QStringLiteral("Strawberry"), true);
+        QCOMPARE(show->text(), QStringLiteral("Show Strawberry"));
+        QVERIFY(show->isEnabled());
+        desktop.music.clearRecords();
+        show->trigger();
+        QCOMPARE(desktop.music.commands(), {QStringLiteral("showPlayer")});
+        desktop.music.quit();
+        QCOMPARE(show->text(), QStringLiteral("Show Player"));
+        QVERIFY(!show->isEnabled());
+    }
+
+    void showingThePlayerIsDirectlyBelowOpeningIt()
+    {
+        Desktop desktop;
+        Application application(desktop.environment());
+        QStringList identifiers;
+        for (const QAction *menu : application.mainMenu().contextMenu().actions()) {
+            if (menu->text() != QStringLiteral("File")) {
+                continue;
+            }
+            for (const QAction *item : menu->menu()->actions()) {
+                identifiers.append(item->objectName());
+            }
+        }
+        QCOMPARE(identifiers,
+            (QStringList{MenuItemIdentifier::openMusicApp, MenuItemIdentifier::showPlayer, QString(),
+                MenuItemIdentifier::closeWindow}));
+    }
+
     void onWaylandNothingCanBeKeptAbove()
     {
         QVERIFY(canKeepAbove(QStringLiteral("xcb")));

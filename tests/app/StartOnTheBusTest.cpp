@@ -293,6 +293,16 @@ private Q_SLOTS:
         QVERIFY(session.isProgramRunning());
     }
 
+    void aCommandLineShowsThePlayersOwnWindow()
+    {
+        const Session session({u"--play"_s, u"--do"_s, u"wrong CanRaise bool true"_s});
+        const CommandLine first(session, {u"--action"_s, u"raise-player"_s});
+        QCOMPARE(session.commands(1), {u"Raise"_s});
+        CommandLine second(session, {u"--action"_s, u"raise-player"_s});
+        QCOMPARE(second.exitCode(), 0);
+        QCOMPARE(session.commands(1), {u"Raise"_s});
+    }
+
     void aWindowIsKeptAboveBeforeThePlayerHasAnswered()
     {
         const Session session({u"--play"_s, u"--do"_s, u"late 500"_s});

@@ -32,6 +32,7 @@ struct Recorder {
             .playPause = recorded(u"playPause"_s),
             .next = recorded(u"next"_s),
             .previous = recorded(u"previous"_s),
+            .showPlayer = recorded(u"showPlayer"_s),
             .toggleKeepAbove = recorded(u"toggleKeepAbove"_s),
             .follow = [this](const QString &id) { names.append(u"follow "_s + id); },
             .neverFollow = [this](const QString &id) { names.append(u"neverFollow "_s + id); },
@@ -104,14 +105,28 @@ private Q_SLOTS:
         items.playPauseTitle = u"Pause"_s;
         const auto menu = items.menu(recorder.commands());
         QCOMPARE(itemOf(*menu, MenuItemIdentifier::playPause)->text(), u"Pause"_s);
-        for (const QString &identifier : {MenuItemIdentifier::playPause, MenuItemIdentifier::next,
-                 MenuItemIdentifier::previous, MenuItemIdentifier::keepAboveAllWindows}) {
+        for (const QString &identifier :
+            {MenuItemIdentifier::playPause, MenuItemIdentifier::next, MenuItemIdentifier::previous,
+                MenuItemIdentifier::showPlayer, MenuItemIdentifier::keepAboveAllWindows}) {
             itemOf(*menu, identifier)->trigger();
         }
         items.isMusicAppRunning = false;
         itemOf(*items.menu(recorder.commands()), MenuItemIdentifier::openMusicApp)->trigger();
         QCOMPARE(recorder.names,
-            (QStringList{u"playPause"_s, u"next"_s, u"previous"_s, u"toggleKeepAbove"_s, u"openMusicApp"_s}));
+            (QStringList{
+                u"playPause"_s, u"next"_s, u"previous"_s, u"showPlayer"_s, u"toggleKeepAbove"_s, u"openMusicApp"_s}));
+    }
+
+    void thePlayersOwnWindowIsOfferedWhileItRuns()
+    {
+        Recorder recorder;
+        DockMenuItems items;
+        QVERIFY(!itemOf(*items.menu(recorder.commands()), MenuItemIdentifier::showPlayer));
+        items.isMusicAppRunning = true;
+        QCOMPARE(itemOf(*items.menu(recorder.commands()), MenuItemIdentifier::showPlayer)->text(), u"Show Player"_s);
+        items.playerName = u"Salt & Pepper"_s;
+        QCOMPARE(
+            itemOf(*items.menu(recorder.commands()), MenuItemIdentifier::showPlayer)->text(), u"Show Salt && Pepper"_s);
     }
 
     void thePlayersToFollowAreInASubmenu()
