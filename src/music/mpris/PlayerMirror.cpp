@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlayerMirror.h"
 
-#include "music/MusicTypes.h"
+#include "music/mpris/report/userInfoOf.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,26 +24,6 @@ constexpr int growthsOfAStream = 2;
 constexpr double movement = 0.1;
 /// Two positions closer together in time do not show whether the player moves.
 constexpr Milliseconds shortestMovement{200};
-
-QString statusText(PlaybackStatus status)
-{
-    switch (status) {
-    case PlaybackStatus::Stopped:
-        return QStringLiteral("Stopped");
-    case PlaybackStatus::Paused:
-        return QStringLiteral("Paused");
-    case PlaybackStatus::Playing:
-        return QStringLiteral("Playing");
-    }
-    return {};
-}
-
-void insertText(QVariantMap &map, const QString &key, const QString &text)
-{
-    if (!text.isEmpty()) {
-        map.insert(key, text);
-    }
-}
 
 } // namespace
 
@@ -201,21 +181,7 @@ PlaybackStatus PlayerMirror::status() const
 
 QVariantMap PlayerMirror::userInfo() const
 {
-    QVariantMap info{{UserInfoKey::playerState, statusText(status())}};
-    if (status() == PlaybackStatus::Stopped) {
-        return info;
-    }
-    info.insert(UserInfoKey::persistentId, m_track.persistentId());
-    insertText(info, UserInfoKey::name, m_track.name());
-    insertText(info, UserInfoKey::artist, m_track.artist());
-    insertText(info, UserInfoKey::album, m_track.album);
-    const bool isLive = m_track.isLiveStream();
-    if (!isLive) {
-        // A file whose length is not known is no live stream: it has a total time of 0.
-        info.insert(UserInfoKey::totalTime, m_track.length.value_or(0));
-    }
-    info.insert(isLive || m_track.isFromWeb() ? UserInfoKey::storeUrl : UserInfoKey::location, m_track.url);
-    return info;
+    return userInfoOf(m_track, status());
 }
 
 std::optional<double> PlayerMirror::position(Instant now) const
