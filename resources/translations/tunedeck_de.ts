@@ -499,6 +499,19 @@
     </message>
 </context>
 <context>
+    <name>tunedeck::NeverFollowedView</name>
+    <message>
+        <source>Follow &amp;Again</source>
+        <comment>Button in the General pane: take a player out of the list</comment>
+        <translation>Wieder &amp;folgen</translation>
+    </message>
+    <message>
+        <source>Players that are never followed</source>
+        <comment>For accessibility: a list in the General pane</comment>
+        <translation>Player, denen nie gefolgt wird</translation>
+    </message>
+</context>
+<context>
     <name>tunedeck::PlayerView</name>
     <message>
         <source>Close</source>
@@ -660,9 +673,9 @@
         <translation>Zeitangabe rechts:</translation>
     </message>
     <message>
-        <source>Automatic</source>
-        <comment>In the list of players to follow: the one that plays</comment>
-        <translation>Automatisch</translation>
+        <source>&amp;Never follow:</source>
+        <comment>Caption in the General pane, before the list of such players</comment>
+        <translation>&amp;Nie folgen:</translation>
     </message>
 </context>
 <context>

@@ -499,6 +499,19 @@
     </message>
 </context>
 <context>
+    <name>tunedeck::NeverFollowedView</name>
+    <message>
+        <source>Follow &amp;Again</source>
+        <comment>Button in the General pane: take a player out of the list</comment>
+        <translation>Seguir de &amp;nuevo</translation>
+    </message>
+    <message>
+        <source>Players that are never followed</source>
+        <comment>For accessibility: a list in the General pane</comment>
+        <translation>Reproductores que no se siguen nunca</translation>
+    </message>
+</context>
+<context>
     <name>tunedeck::PlayerView</name>
     <message>
         <source>Close</source>
@@ -660,9 +673,9 @@
         <translation>Tiempo de la derecha:</translation>
     </message>
     <message>
-        <source>Automatic</source>
-        <comment>In the list of players to follow: the one that plays</comment>
-        <translation>Automático</translation>
+        <source>&amp;Never follow:</source>
+        <comment>Caption in the General pane, before the list of such players</comment>
+        <translation>&amp;No seguir nunca:</translation>
     </message>
 </context>
 <context>

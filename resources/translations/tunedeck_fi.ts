@@ -499,6 +499,19 @@
     </message>
 </context>
 <context>
+    <name>tunedeck::NeverFollowedView</name>
+    <message>
+        <source>Follow &amp;Again</source>
+        <comment>Button in the General pane: take a player out of the list</comment>
+        <translation>Seuraa &amp;taas</translation>
+    </message>
+    <message>
+        <source>Players that are never followed</source>
+        <comment>For accessibility: a list in the General pane</comment>
+        <translation>Soittimet, joita ei seurata koskaan</translation>
+    </message>
+</context>
+<context>
     <name>tunedeck::PlayerView</name>
     <message>
         <source>Close</source>
@@ -660,9 +673,9 @@
         <translation>Aika oikealla:</translation>
     </message>
     <message>
-        <source>Automatic</source>
-        <comment>In the list of players to follow: the one that plays</comment>
-        <translation>Automaattinen</translation>
+        <source>&amp;Never follow:</source>
+        <comment>Caption in the General pane, before the list of such players</comment>
+        <translation>Ei seurata &amp;koskaan:</translation>
     </message>
 </context>
 <context>

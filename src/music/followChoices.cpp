@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <utility>
 
 namespace tunedeck {
 
@@ -23,7 +24,10 @@ FollowChoice automaticChoice(const FollowablePlayers &players, bool isChosen)
 
 QString textOf(const FollowablePlayer &player)
 {
-    const QString name = menuText(player.name.isEmpty() ? player.id : player.name);
+    QString name = menuText(player.name);
+    if (name.isEmpty()) {
+        name = menuText(player.id);
+    }
     if (player.title.isEmpty()) {
         return name;
     }
@@ -58,8 +62,9 @@ FollowChoice awaitedChoice(const FollowablePlayers &players, const QString &id)
 QList<FollowChoice> followChoices(const FollowablePlayers &players, const QString &pinned)
 {
     QList<FollowChoice> choices{automaticChoice(players, pinned.isEmpty())};
-    const QList<FollowablePlayer> running = players.followablePlayers();
-    for (const FollowablePlayer &player : running) {
+    QList<FollowablePlayer> running = players.followablePlayers();
+    running.resize(std::min(running.size(), qsizetype(FollowablePlayers::maximumPlayers)));
+    for (const FollowablePlayer &player : std::as_const(running)) {
         choices.append({.id = player.id, .text = textOf(player), .desktopEntry = player.desktopEntry});
     }
     if (pinned.isEmpty()) {

@@ -4,20 +4,20 @@
 #include "preferences/PreferencesPaneController.h"
 
 #include <QLatin1String>
-#include <QList>
 #include <QWidget>
 
 class QAction;
-class QComboBox;
 class QRadioButton;
 
 namespace tunedeck {
 
 class FollowablePlayers;
+class FollowedPlayerPicker;
+class NeverFollowedView;
 class UserDefaults;
-struct FollowablePlayer;
 
-/// The General pane: which time the display shows on its right, and which player is followed.
+/// The General pane: which time the display shows on its right, which player is followed, and which
+/// ones never are.
 class PreferencesViewController : public PreferencesPaneController {
     Q_OBJECT
     Q_PROPERTY(
@@ -33,7 +33,8 @@ public:
     [[nodiscard]] QWidget &view() override { return m_view; }
     [[nodiscard]] QRadioButton &radioButtonRemainingTime() { return *m_radioButtonRemainingTime; }
     [[nodiscard]] QRadioButton &radioButtonTotalTime() { return *m_radioButtonTotalTime; }
-    [[nodiscard]] QComboBox &followedPlayerPicker() { return *m_followedPlayerPicker; }
+    [[nodiscard]] FollowedPlayerPicker &followedPlayerPicker() { return *m_followedPlayerPicker; }
+    [[nodiscard]] NeverFollowedView &neverFollowed() { return *m_neverFollowed; }
 
     /// Despite its name: whether the remaining time is shown.
     [[nodiscard]] bool elapsedTimeEnabled() const { return m_elapsedTimeEnabled; }
@@ -53,17 +54,13 @@ Q_SIGNALS:
 private:
     void layOut();
     void refreshRadioButtons();
-    /// The running players and the followed one, which need not run, with names that can be shown.
-    [[nodiscard]] QList<FollowablePlayer> offeredPlayers() const;
-    void refreshPlayers();
-    void followPlayer(int row);
 
     UserDefaults &m_defaults;
-    FollowablePlayers &m_players;
     QWidget m_view;
     QRadioButton *m_radioButtonRemainingTime;
     QRadioButton *m_radioButtonTotalTime;
-    QComboBox *m_followedPlayerPicker;
+    FollowedPlayerPicker *m_followedPlayerPicker;
+    NeverFollowedView *m_neverFollowed;
     bool m_elapsedTimeEnabled = false;
 };
 

@@ -56,7 +56,7 @@ inline QList<QWidget *> tabOrder(QWidget &view)
 {
     QList<QWidget *> controls;
     for (QWidget *next = view.nextInFocusChain(); next != &view; next = next->nextInFocusChain()) {
-        if (view.isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus) != 0) {
+        if (view.isAncestorOf(next) && next->isVisibleTo(&view) && (next->focusPolicy() & Qt::TabFocus) != 0) {
             controls.append(next);
         }
     }

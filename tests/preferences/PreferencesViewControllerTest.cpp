@@ -2,6 +2,8 @@
 #include "preferences/PreferencesViewController.h"
 
 #include "PreferencesDesk.h"
+#include "preferences/FollowedPlayerPicker.h"
+#include "preferences/NeverFollowedView.h"
 #include "support/registerTest.h"
 
 #include <QAbstractItemView>
@@ -9,6 +11,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
 
@@ -178,6 +182,66 @@ private Q_SLOTS:
         QCOMPARE(controller.followedPlayerPicker().currentIndex(), 0);
     }
 
+    void itShowsWhatThePlayersPlayAndWhichIsFollowed()
+    {
+        PreferencesDesk desk;
+        desk.players.set({playerNamed(vlc, QStringLiteral("VLC")), playerNamed(mpv, QStringLiteral("mpv"))});
+        PreferencesViewController controller(desk.defaults, desk.players);
+        FollowablePlayer playing = playerNamed(mpv, QStringLiteral("mpv"));
+        playing.title = QStringLiteral("Salt & Pepper");
+        playing.isFollowed = true;
+        desk.players.set({playerNamed(vlc, QStringLiteral("VLC")), playing});
+        QCOMPARE(entries(controller.followedPlayerPicker()),
+            QStringList(
+                {QStringLiteral("Automatic (mpv)"), QStringLiteral("VLC"), QStringLiteral("mpv: Salt & Pepper")}));
+        QCOMPARE(controller.followedPlayerPicker().currentIndex(), 0);
+    }
+
+    void playersThatAreNeverFollowedAreListedAndTakenBack()
+    {
+        PreferencesDesk desk;
+        PreferencesViewController controller(desk.defaults, desk.players);
+        controller.view().show();
+        QVERIFY(!controller.neverFollowed().isVisible());
+        const int height = controller.view().sizeHint().height();
+        desk.players.neverFollowed = {
+            {vlc, QStringLiteral("VLC")}, {mpv, QStringLiteral("mpv")}, {QStringLiteral("third"), QString(80, u'x')}};
+        Q_EMIT desk.players.followablePlayersChanged();
+        QVERIFY(controller.neverFollowed().isVisible());
+        QVERIFY(controller.view().sizeHint().height() > height);
+        QListWidget &list = controller.neverFollowed().list();
+        QCOMPARE(list.count(), 3);
+        QCOMPARE(list.item(0)->text(), QStringLiteral("VLC"));
+        QCOMPARE(list.item(2)->text().size(), 60);
+
+        list.setCurrentRow(1);
+        QListWidgetItem *const item = list.item(0);
+        desk.players.set({playerNamed(vlc, QStringLiteral("VLC"))});
+        // What screen readers are at stays.
+        QCOMPARE(list.item(0), item);
+        controller.neverFollowed().followAgainButton().click();
+        QCOMPARE(desk.players.allowed, {mpv});
+        desk.players.neverFollowed.removeAt(1);
+        Q_EMIT desk.players.followablePlayersChanged();
+        QCOMPARE(list.currentRow(), 1);
+        QVERIFY(controller.neverFollowed().followAgainButton().isEnabled());
+        desk.players.neverFollowed.clear();
+        Q_EMIT desk.players.followablePlayersChanged();
+        QVERIFY(!controller.neverFollowed().isVisible());
+        QCOMPARE(controller.view().sizeHint().height(), height);
+    }
+
+    void theListOfPlayersThatAreNeverFollowedIsAccessible()
+    {
+        PreferencesDesk desk;
+        desk.players.neverFollowed = {{vlc, QStringLiteral("VLC")}};
+        PreferencesViewController controller(desk.defaults, desk.players);
+        verifyControlsAreAccessible(controller.view());
+        NeverFollowedView &view = controller.neverFollowed();
+        QCOMPARE(tabOrder(controller.view()).mid(3), QList<QWidget *>({&view.list(), &view.followAgainButton()}));
+        QCOMPARE(spokenName(view.list()), QStringLiteral("Players that are never followed"));
+    }
+
     void choosingAPlayerWritesItsIdentifierAndAutomaticNothing()
     {
         PreferencesDesk desk;
@@ -237,18 +301,19 @@ private Q_SLOTS:
         desk.players.set({playerNamed(vlc, QStringLiteral("VLC"))});
         desk.defaults.setValue(followedPlayer, vlc);
         PreferencesViewController controller(desk.defaults, desk.players);
+        desk.players.awaited = QStringLiteral("VLC");
         desk.players.set({});
         QCOMPARE(entries(controller.followedPlayerPicker()),
-            QStringList({QStringLiteral("Automatic"), QStringLiteral("VLC")}));
-        QCOMPARE(controller.followedPlayerPicker().currentText(), QStringLiteral("VLC"));
+            QStringList({QStringLiteral("Automatic"), QStringLiteral("VLC (not open)")}));
+        QCOMPARE(controller.followedPlayerPicker().currentText(), QStringLiteral("VLC (not open)"));
     }
 
     void aFollowedPlayerThatWasNeverSeenIsCalledByItsIdentifier_data()
     {
         QTest::addColumn<QString>("id");
         QTest::addColumn<QString>("name");
-        QTest::newRow("player") << vlc << QStringLiteral("vlc");
-        QTest::newRow("with points in it") << mpv << QStringLiteral("org.example.player");
+        QTest::newRow("player") << vlc << QStringLiteral("vlc (not open)");
+        QTest::newRow("with points in it") << mpv << QStringLiteral("org.example.player (not open)");
         QTest::newRow("longest") << QString(1000, u'x') << QString(59, u'x') + u'…';
     }
 
@@ -294,7 +359,7 @@ private Q_SLOTS:
         desk.players.set(crowd);
         PreferencesViewController controller(desk.defaults, desk.players);
         QCOMPARE(controller.followedPlayerPicker().count(), 66);
-        QCOMPARE(controller.followedPlayerPicker().currentText(), QStringLiteral("p4999"));
+        QCOMPARE(controller.followedPlayerPicker().currentText(), QStringLiteral("p4999 (not open)"));
     }
 
     void itsControlsAreAccessible()
