@@ -313,7 +313,7 @@ void MprisMusicApplication::handleLeft(MprisPlayer *former)
 void MprisMusicApplication::handleFollowed(MprisPlayer *player)
 {
     player->setSampled(m_isWatched);
-    setPlaylists(std::make_shared<PlayerPlaylists>(m_bus, player->owner()));
+    setPlaylists(std::make_shared<PlayerPlaylists>(m_bus, player->owner(), player->playingPlaylist()));
     connect(player, &MprisPlayer::identityChanged, this, &MprisMusicApplication::handleIdentity);
     Q_EMIT didLaunch();
     handleIdentity();

@@ -5,6 +5,7 @@
 #include "music/mpris/bus/BusValue.h"
 #include "music/mpris/bus/MprisNames.h"
 #include "music/mpris/bus/playersLog.h"
+#include "music/mpris/choice/PlayerPin.h"
 
 #include <algorithm>
 
@@ -44,6 +45,7 @@ MprisPlayer::MprisPlayer(const QDBusConnection &connection, const QString &owner
     , m_clock(std::move(clock))
     , m_calls(connection, owner, this)
     , m_propertyTypes(name)
+    , m_playingPlaylist(std::make_shared<PlayingPlaylist>(playerFamily(name)))
     , m_readDeadline(bus::deadline)
 {
     if (arrival == Arrival::JustCame) {
@@ -313,6 +315,9 @@ void MprisPlayer::apply(PlayerMirror::Changes changes)
     }
     if (m_isSampled && m_mirror.isPositionInDoubt() && !m_sampleUnderWay.isActive()) {
         m_sampleUnderWay.start();
+    }
+    if (changes.status) {
+        m_playingPlaylist->setStopped(m_mirror.status() == PlaybackStatus::Stopped);
     }
     if (changes.userInfo || changes.settings || changes.status) {
         Q_EMIT changed(changes);

@@ -4,6 +4,7 @@
 #include "music/mpris/PlayerCalls.h"
 #include "music/mpris/PlayerCommands.h"
 #include "music/mpris/PlayerMirror.h"
+#include "music/mpris/PlayingPlaylist.h"
 #include "music/mpris/report/PropertyTypes.h"
 
 #include <QDBusConnection>
@@ -11,6 +12,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <memory>
 #include <optional>
 
 namespace tunedeck {
@@ -46,6 +48,7 @@ public:
     [[nodiscard]] const PlayerMirror &mirror() const { return m_mirror; }
     /// Do not use them before isAttached() is true.
     [[nodiscard]] PlayerCommands &commands() { return m_commands; }
+    [[nodiscard]] const std::shared_ptr<PlayingPlaylist> &playingPlaylist() const { return m_playingPlaylist; }
 
     /// Whether its position is read from time to time while it plays. At first it is not.
     void setSampled(bool isSampled);
@@ -102,6 +105,7 @@ private:
     bool m_canRaise = false;
 
     PlayerMirror m_mirror;
+    std::shared_ptr<PlayingPlaylist> m_playingPlaylist;
     PlayerCommands m_commands{m_calls, m_mirror, m_clock};
     Attachment m_attachment = Attachment::Unasked;
     bool m_isSampled = false;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlayerPlaylists.h"
 
+#include "music/mpris/PlayingPlaylist.h"
 #include "music/mpris/PlaylistFiles.h"
 #include "music/mpris/PlaylistPages.h"
 #include "music/mpris/bus/BusCall.h"
@@ -14,6 +15,7 @@
 #include <QDeadlineTimer>
 #include <QEventLoop> // waits on a worker thread
 #include <QSet>
+#include <QTimer>
 #include <QUrl>
 
 #include <algorithm>
@@ -24,6 +26,8 @@ namespace {
 
 /// Time for the whole list, however many pages it has.
 constexpr Milliseconds listDeadline{4'000};
+/// Time that ActivePlaylist gets to become the playlist that was activated.
+constexpr Milliseconds following{500};
 
 /// The order in which the player shows its playlists, if it lists that order, else the first that it lists: Rhythmbox
 /// lists "Alphabetical" alone, Strawberry "User".
@@ -58,16 +62,21 @@ bool isSilence(const QDBusError &error)
 
 } // namespace
 
-PlayerPlaylists::PlayerPlaylists(const QDBusConnection &bus, const QString &owner)
+PlayerPlaylists::PlayerPlaylists(
+    const QDBusConnection &bus, const QString &owner, std::shared_ptr<PlayingPlaylist> playing)
     : m_bus(bus)
     , m_owner(owner)
+    , m_playing(std::move(playing))
 {
 }
 
 std::optional<PlaylistDetails> PlayerPlaylists::readActive() const
 {
-    const std::optional<QVariantMap> all = properties(mpris::playlistsInterface);
-    return all ? decodeActivePlaylist(all->value(QStringLiteral("ActivePlaylist"))) : std::nullopt;
+    const std::optional<PlaylistDetails> active = readActiveProperty(bus::deadline);
+    if (m_playing->isSuspect(active) && isStopped()) {
+        m_playing->noteActiveIsOnView();
+    }
+    return m_playing->judge(active);
 }
 
 std::optional<QVariantList> PlayerPlaylists::readIds()
@@ -78,16 +87,16 @@ std::optional<QVariantList> PlayerPlaylists::readIds()
     }
     QVariantList ids;
     QVariantList names;
-    QHash<qint64, QString> paths;
+    QHash<qint64, PlaylistDetails> playlists;
     for (const PlaylistDetails &playlist : offer->playlists) {
         ids.append(playlist.id);
         names.append(playlist.name);
-        paths.insert(playlist.id, playlist.path);
+        playlists.insert(playlist.id, playlist);
     }
     const std::lock_guard lock(m_mutex);
     m_source = offer->source;
     m_names = names;
-    m_paths = paths;
+    m_playlists = playlists;
     return ids;
 }
 
@@ -109,7 +118,14 @@ bool PlayerPlaylists::play(qint64 id)
     if (!place) {
         return false;
     }
-    return place->source == PlaylistSource::files ? open(place->path) : pauseWhatPlays() && activate(place->path);
+    if (place->source == PlaylistSource::files) {
+        return open(place->playlist.path);
+    }
+    if (!pauseWhatPlays() || !activate(place->playlist)) {
+        return false;
+    }
+    learnWhetherActiveFollows(place->playlist);
+    return true;
 }
 
 void PlayerPlaylists::stopWaiting()
@@ -162,8 +178,8 @@ std::optional<QList<PlaylistDetails>> PlayerPlaylists::readPages(
 std::optional<PlayerPlaylists::Place> PlayerPlaylists::placeOf(qint64 id) const
 {
     const std::lock_guard lock(m_mutex);
-    const auto found = m_paths.constFind(id);
-    return found == m_paths.cend() ? std::nullopt : std::optional(Place{m_source, *found});
+    const auto found = m_playlists.constFind(id);
+    return found == m_playlists.cend() ? std::nullopt : std::optional(Place{m_source, *found});
 }
 
 /// Pauses the player. Rhythmbox toggles between playing and pausing when it is told to play a playlist. False if the
@@ -183,11 +199,45 @@ bool PlayerPlaylists::pauseWhatPlays() const
         && ask(mpris::playerInterface, command, {}, bus::deadline).type() == QDBusMessage::ReplyMessage;
 }
 
-bool PlayerPlaylists::activate(const QString &path) const
+bool PlayerPlaylists::activate(const PlaylistDetails &playlist) const
 {
-    const QVariant playlist = QVariant::fromValue(QDBusObjectPath(path));
-    return ask(mpris::playlistsInterface, QStringLiteral("ActivatePlaylist"), {playlist}, bus::deadline).type()
-        == QDBusMessage::ReplyMessage;
+    const QVariant path = QVariant::fromValue(QDBusObjectPath(playlist.path));
+    const QDBusMessage reply =
+        ask(mpris::playlistsInterface, QStringLiteral("ActivatePlaylist"), {path}, bus::deadline);
+    if (reply.type() != QDBusMessage::ReplyMessage) {
+        return false;
+    }
+    m_playing->noteActivated(playlist);
+    return true;
+}
+
+void PlayerPlaylists::learnWhetherActiveFollows(const PlaylistDetails &activated) const
+{
+    if (m_playing->isKnown()) {
+        return;
+    }
+    std::optional<PlaylistDetails> active = readActiveProperty(following);
+    if (!active || active->id != activated.id) {
+        wait(following);
+        active = readActiveProperty(following);
+    }
+    if (active && active->id == activated.id) {
+        m_playing->noteActiveFollows();
+    } else if (active) {
+        m_playing->noteActiveIsOnView();
+    }
+}
+
+std::optional<PlaylistDetails> PlayerPlaylists::readActiveProperty(Milliseconds patience) const
+{
+    const std::optional<QVariantMap> all = properties(mpris::playlistsInterface, patience);
+    return all ? decodeActivePlaylist(all->value(QStringLiteral("ActivePlaylist"))) : std::nullopt;
+}
+
+bool PlayerPlaylists::isStopped() const
+{
+    const std::optional<QVariantMap> all = properties(mpris::playerInterface);
+    return all && decodePlayerProperties(*all).status == PlaybackStatus::Stopped;
 }
 
 bool PlayerPlaylists::open(const QString &file) const
@@ -197,9 +247,9 @@ bool PlayerPlaylists::open(const QString &file) const
         == QDBusMessage::ReplyMessage;
 }
 
-std::optional<QVariantMap> PlayerPlaylists::properties(const QString &interface) const
+std::optional<QVariantMap> PlayerPlaylists::properties(const QString &interface, Milliseconds patience) const
 {
-    const QDBusMessage reply = ask(mpris::propertiesInterface, QStringLiteral("GetAll"), {interface}, bus::deadline);
+    const QDBusMessage reply = ask(mpris::propertiesInterface, QStringLiteral("GetAll"), {interface}, patience);
     if (reply.type() == QDBusMessage::InvalidMessage) {
         return std::nullopt;
     }
@@ -225,6 +275,19 @@ QDBusMessage PlayerPlaylists::ask(
     loop.exec();
     const bool isSilent = !answer.isFinished() || (answer.isError() && isSilence(answer.error()));
     return isSilent ? QDBusMessage() : answer.reply();
+}
+
+void PlayerPlaylists::wait(Milliseconds time) const
+{
+    if (m_stop.stop_requested()) {
+        return;
+    }
+    QEventLoop loop; // waits on a worker thread
+    QTimer::singleShot(time, &loop, &QEventLoop::quit); // waits on a worker thread
+    const std::stop_callback letGo(m_stop.get_token(), [&loop] {
+        QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection); // waits on a worker thread
+    });
+    loop.exec();
 }
 
 } // namespace tunedeck

@@ -3,7 +3,7 @@
 
 #include "music/MusicTypes.h"
 #include "music/mpris/PlaylistDetails.h"
-#include "music/mpris/bus/Instant.h"
+#include "music/mpris/bus/BusCall.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -12,6 +12,7 @@
 #include <QString>
 #include <QVariantMap>
 
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <stop_token>
@@ -20,13 +21,15 @@ class QDeadlineTimer;
 
 namespace tunedeck {
 
+class PlayingPlaylist;
+
 /// The playlists of a player, for threads that may wait for it: its own, or the playlist files in the user's music
 /// folder if the player has none of its own but opens such files. Any thread may call any member. Reading the list and
-/// the playlist that plays takes 5 s at most, playing one 3 s.
+/// the playlist that plays takes 5 s at most, playing one 4.5 s.
 class PlayerPlaylists {
 public:
     /// `owner` is the player's unique name on the bus.
-    PlayerPlaylists(const QDBusConnection &bus, const QString &owner);
+    PlayerPlaylists(const QDBusConnection &bus, const QString &owner, std::shared_ptr<PlayingPlaylist> playing);
 
     /// The playlist that the player plays.
     [[nodiscard]] std::optional<PlaylistDetails> readActive() const;
@@ -43,10 +46,9 @@ public:
     void stopWaiting();
 
 private:
-    /// The path of a playlist, whose meaning depends on the source.
     struct Place {
         PlaylistSource source;
-        QString path;
+        PlaylistDetails playlist;
     };
     struct Offer {
         PlaylistSource source = PlaylistSource::unknown;
@@ -59,22 +61,29 @@ private:
         const QVariantMap &properties, const QDeadlineTimer &deadline) const;
     [[nodiscard]] std::optional<Place> placeOf(qint64 id) const;
     bool pauseWhatPlays() const;
-    bool activate(const QString &path) const;
+    bool activate(const PlaylistDetails &playlist) const;
+    /// Watches whether ActivePlaylist becomes `activated`, unless it is known what it means.
+    void learnWhetherActiveFollows(const PlaylistDetails &activated) const;
+    [[nodiscard]] std::optional<PlaylistDetails> readActiveProperty(Milliseconds patience) const;
+    [[nodiscard]] bool isStopped() const;
     bool open(const QString &file) const;
     /// The plain properties of an interface, empty if the player has no such interface. None if it does not answer.
-    [[nodiscard]] std::optional<QVariantMap> properties(const QString &interface) const;
+    [[nodiscard]] std::optional<QVariantMap> properties(
+        const QString &interface, Milliseconds patience = bus::deadline) const;
     /// The player's reply, which may be an error; an invalid message if it does not answer within `patience`.
     [[nodiscard]] QDBusMessage ask(
         const QString &interface, const QString &method, const QVariantList &arguments, Milliseconds patience) const;
+    void wait(Milliseconds time) const;
 
     const QDBusConnection m_bus;
     const QString m_owner;
+    const std::shared_ptr<PlayingPlaylist> m_playing;
     std::stop_source m_stop;
 
     mutable std::mutex m_mutex;
     PlaylistSource m_source = PlaylistSource::unknown;
     std::optional<QVariantList> m_names;
-    QHash<qint64, QString> m_paths; ///< by id
+    QHash<qint64, PlaylistDetails> m_playlists; ///< by id
 };
 
 } // namespace tunedeck

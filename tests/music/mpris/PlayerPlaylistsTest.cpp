@@ -5,6 +5,7 @@
 #include "MusicAtRest.h"
 #include "music/MusicConnector.h"
 #include "music/mpris/MprisMusicApplication.h"
+#include "music/mpris/PlayingPlaylist.h"
 #include "platform/ApplicationLauncher.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
@@ -77,13 +78,17 @@ private Q_SLOTS:
     void aPlaylistIsPlayedOncePlayingHasStopped_data();
     void aPlaylistIsPlayedOncePlayingHasStopped();
     void thePlaylistThatPlaysIsNotPlayedAgain();
+    void thePlaylistOnViewInAStoppedPlayerIsPlayed();
+    void aPlaylistOnViewWhileAnotherPlaysIsPlayed();
+    void strawberrysPlaylistOnViewIsPlayed_data();
+    void strawberrysPlaylistOnViewIsPlayed();
     void aPlaylistThatWasNeverListedIsNotPlayed();
     void aPlayerThatTakesNoCommandsIsSentNone();
     void aMusicThatDoesNotRunIsLaunchedInstead();
 
 private:
     void keepInTheMusicFolder(const QStringList &files) const;
-    void startPlayer(const QStringList &lines);
+    void startPlayer(const QStringList &lines, const QString &name = u"tunedeckdemo"_s);
     void startMusic();
     void startConnector();
     void forgetCalls();
@@ -93,6 +98,8 @@ private:
     [[nodiscard]] QStringList commands();
     [[nodiscard]] bool comesToRest() const { return m_rest.isReached(*m_music, m_musicConnection); }
     void tell(const QString &line) const { QVERIFY2(m_player->tell(line), qPrintable(line)); }
+    /// The user chooses a playlist, and Done has been carried out when this returns.
+    void play(qsizetype number);
     [[nodiscard]] PlaylistOption option(qsizetype number) const { return m_connector->playlistOptions().at(number); }
 
     std::unique_ptr<PrivateBus> m_bus;
@@ -145,9 +152,9 @@ void PlayerPlaylistsTest::keepInTheMusicFolder(const QStringList &files) const
     }
 }
 
-void PlayerPlaylistsTest::startPlayer(const QStringList &lines)
+void PlayerPlaylistsTest::startPlayer(const QStringList &lines, const QString &name)
 {
-    QStringList arguments{u"--play"_s};
+    QStringList arguments{u"--play"_s, u"--name"_s, name};
     for (const QString &line : lines) {
         arguments << u"--do"_s << line;
     }
@@ -188,6 +195,14 @@ QStringList PlayerPlaylistsTest::commands()
     QStringList commands = calls();
     commands.removeIf([](const QString &call) { return call.startsWith(u"Get"); });
     return commands;
+}
+
+void PlayerPlaylistsTest::play(qsizetype number)
+{
+    m_connector->setSelectedPlaylist(option(number));
+    m_connector->playSelectedPlaylist();
+    QVERIFY(finishBackgroundJobs(*m_connector));
+    QVERIFY(comesToRest());
 }
 
 void PlayerPlaylistsTest::allPlaylistsAreLoadedPageByPage_data()
@@ -417,7 +432,7 @@ void PlayerPlaylistsTest::whoeverWaitsIsLetGoAtOnce()
     startPlayer({});
     const QDBusConnection connection = m_bus->connect(u"music"_s);
     const QString owner = connection.interface()->serviceOwner(u"org.mpris.MediaPlayer2.tunedeckdemo"_s);
-    PlayerPlaylists playlists(connection, owner);
+    PlayerPlaylists playlists(connection, owner, std::make_shared<PlayingPlaylist>(u"tunedeckdemo"_s));
     QVERIFY(onAnotherThread([&] { return playlists.readIds(); }).has_value());
     tell(u"silent on"_s);
     forgetCalls();
@@ -509,6 +524,59 @@ void PlayerPlaylistsTest::thePlaylistThatPlaysIsNotPlayedAgain()
     QVERIFY(finishBackgroundJobs(*m_connector));
     QVERIFY(comesToRest());
     QCOMPARE(commands(), QStringList());
+}
+
+void PlayerPlaylistsTest::thePlaylistOnViewInAStoppedPlayerIsPlayed()
+{
+    const QString activation = u"ActivatePlaylist "_s + playlistPath + u'2';
+    startPlayer({u"stop"_s, u"viewed 2"_s});
+    startConnector();
+    QCOMPARE(m_connector->selectedPlaylist(), std::nullopt);
+    play(2);
+    QCOMPARE(commands(), QStringList{activation});
+    QTRY_COMPARE(m_music->playerState(), PlayerState::playing);
+    // It plays now, whatever is on view.
+    tell(u"viewed 1"_s);
+    play(2);
+    QCOMPARE(commands(), QStringList{activation});
+    m_connector->loadPlaylists();
+    QVERIFY(finishBackgroundJobs(*m_connector));
+    QCOMPARE(m_connector->selectedPlaylist(), std::optional(option(2)));
+    tell(u"stop"_s);
+    QTRY_COMPARE(m_music->playerState(), PlayerState::stopped);
+    play(2);
+    QCOMPARE(commands(), QStringList(2, activation));
+}
+
+void PlayerPlaylistsTest::aPlaylistOnViewWhileAnotherPlaysIsPlayed()
+{
+    const QString activation = u"ActivatePlaylist "_s + playlistPath;
+    startPlayer({u"viewed 2"_s});
+    startConnector();
+    play(3);
+    QCOMPARE(commands(), (QStringList{u"Pause"_s, activation + u'3'}));
+    // What is on view has not followed, so it says nothing of what plays.
+    play(2);
+    QCOMPARE(commands().filter(u"ActivatePlaylist"_s), (QStringList{activation + u'3', activation + u'2'}));
+    play(2);
+    QCOMPARE(commands().filter(u"ActivatePlaylist"_s), (QStringList{activation + u'3', activation + u'2'}));
+}
+
+void PlayerPlaylistsTest::strawberrysPlaylistOnViewIsPlayed_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("Strawberry") << u"strawberry"_s;
+    QTest::newRow("Clementine") << u"clementine"_s;
+}
+
+void PlayerPlaylistsTest::strawberrysPlaylistOnViewIsPlayed()
+{
+    QFETCH(const QString, name);
+    startPlayer({u"viewed 2"_s}, name);
+    startConnector();
+    QCOMPARE(m_connector->selectedPlaylist(), std::nullopt);
+    play(2);
+    QCOMPARE(commands(), (QStringList{u"Pause"_s, u"ActivatePlaylist "_s + playlistPath + u'2'}));
 }
 
 void PlayerPlaylistsTest::aPlaylistThatWasNeverListedIsNotPlayed()
