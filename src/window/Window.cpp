@@ -100,6 +100,16 @@ QRect Window::contentRect() const
     return {inside.topLeft(), inside.size().boundedTo(m_maximumContentSize)};
 }
 
+QRect Window::contentGeometry() const
+{
+    return contentRect().translated(geometry().topLeft());
+}
+
+void Window::setContentGeometry(const QRect &place)
+{
+    setGeometry(place.marginsAdded(m_shadowMargins));
+}
+
 void Window::resizeContent(QSize size)
 {
     resize(size.grownBy(m_shadowMargins));

@@ -44,6 +44,9 @@ public:
 
     /// The content's place in the window.
     [[nodiscard]] QRect contentRect() const;
+    /// The content's place on the screen. On Wayland, only its size is right.
+    [[nodiscard]] QRect contentGeometry() const;
+    void setContentGeometry(const QRect &place);
     void resizeContent(QSize size);
     /// Limits the sizes that the user can give to the content.
     void setContentSizeLimits(QSize minimum, QSize maximum);

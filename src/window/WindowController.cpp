@@ -16,9 +16,8 @@ WindowController::WindowController(UserDefaults &defaults, QObject *parent)
     , m_defaults(defaults)
     , m_window(*this)
 {
-    connect(&m_heightAnimation, &QVariantAnimation::valueChanged, this, [this](const QVariant &height) {
-        m_window.resizeContent({m_window.contentRect().width(), height.toInt()});
-    });
+    connect(&m_heightAnimation, &QVariantAnimation::valueChanged, this,
+        [this](const QVariant &height) { m_room.setHeight(height.toInt()); });
     connect(&m_heightAnimation, &QVariantAnimation::finished, this, &WindowController::finishResize);
     limitHeight(collapsedHeight, collapsedHeight);
     m_defaults.bind(SettingsKey::keepMainWindowAboveAllOtherWindows, this,
@@ -77,11 +76,21 @@ void WindowController::resizeToTargetHeight()
     }
     // Window managers refuse a size outside the limits, so these include every step of the animation.
     limitHeight(std::min(height, target), std::max(height, target));
+    if (m_isExpanded) {
+        m_room.beginOpening();
+    } else {
+        m_room.beginClosing();
+    }
     m_heightAnimation.run(height, target);
 }
 
 void WindowController::finishResize()
 {
+    if (m_isExpanded) {
+        m_room.finishOpening();
+    } else {
+        m_room.finishClosing();
+    }
     limitHeight(targetHeight(), targetHeight());
     Q_EMIT isExpandedChanged(m_isExpanded);
 }

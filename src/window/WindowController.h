@@ -3,6 +3,7 @@
 
 #include "player/DrawerHost.h"
 #include "widgets/ResizeAnimation.h"
+#include "window/RoomForDrawer.h"
 #include "window/Window.h"
 
 class QAction;
@@ -33,7 +34,7 @@ public:
     /// With reduced motion, the drawer opens and closes without an animation.
     void setMotionReduced(bool isReduced) { m_heightAnimation.setMotionReduced(isReduced); }
     [[nodiscard]] bool isExpanded() const override { return m_isExpanded; }
-    /// The window's top edge keeps its place.
+    /// The window's top edge keeps its place, except at the lower edge of the screen (see RoomForDrawer).
     void setExpanded(bool expanded) override;
 
     /// Returns whether this controller enables `item`. Also sets the check mark of the keep-above item.
@@ -55,6 +56,7 @@ private:
     bool m_keepAboveAllWindows = false;
     bool m_isExpanded = false;
     Window m_window;
+    RoomForDrawer m_room{m_window, this};
     ResizeAnimation m_heightAnimation{m_window};
 };
 

@@ -113,6 +113,13 @@ class TunedeckWindow:
         left, right, top, bottom = self.numbers("_GTK_FRAME_EXTENTS")
         return x + left, y + top, width - left - right, height - top - bottom
 
+    def move_to(self, x: int, y: int) -> tuple[int, int, int, int]:
+        """Moves the content, and returns its new place."""
+        left, _, top, _ = self.numbers("_GTK_FRAME_EXTENTS")
+        output("xdotool", "windowmove", "--sync", self.id, str(x - left), str(y - top))
+        self.settle()
+        return self.content()
+
     def minimise_and_restore(self) -> None:
         output("xdotool", "windowminimize", "--sync", self.id)
         self.settle()
@@ -384,6 +391,50 @@ class MetalOnXfwm4Test(MetalTest):
 
 
 class MetalOnKWinTest(MetalTest):
+    window_manager = "kwin_x11"
+
+
+class LowerEdgeTest(DesktopTest):
+    """Window managers push a window up that would grow beyond the screen."""
+
+    def test_a_window_that_was_pushed_up_for_the_drawer_goes_back(self) -> None:
+        for surroundings in (contextlib.nullcontext(), compositor()):
+            with surroundings, running(self.build.tunedeck) as process:
+                window = TunedeckWindow(window_of(process))
+                before = window.move_to(300, SCREEN[1] - CONTENT[1] - 10)
+                self.toggle_drawer(window)
+                self.assert_becomes(CONTENT[1] + 60, lambda: window.content()[3])
+                self.assertLess(settled(window.content)[1], before[1])
+                self.toggle_drawer(window)
+                self.assert_becomes(before, window.content)
+                self.assertEqual(settled(window.content), before)
+
+    def test_a_window_that_was_moved_while_the_drawer_was_open_stays(self) -> None:
+        window = self.open_window()
+        window.move_to(300, SCREEN[1] - CONTENT[1] - 10)
+        self.toggle_drawer(window)
+        self.assert_becomes(CONTENT[1] + 60, lambda: window.content()[3])
+        x, y, _, _ = settled(window.content)
+        window.drag(METAL, (-100, -40))
+        moved = window.content()
+        self.assertNotEqual(moved[:2], (x, y))
+        self.toggle_drawer(window)
+        self.assert_becomes((*moved[:2], *CONTENT), window.content)
+        self.assertEqual(settled(window.content), (*moved[:2], *CONTENT))
+
+    def toggle_drawer(self, window: TunedeckWindow) -> None:
+        output("xdotool", "key", "--window", window.id, "ctrl+l")
+
+
+class LowerEdgeOnMetacityTest(LowerEdgeTest):
+    window_manager = "metacity"
+
+
+class LowerEdgeOnXfwm4Test(LowerEdgeTest):
+    window_manager = "xfwm4"
+
+
+class LowerEdgeOnKWinTest(LowerEdgeTest):
     window_manager = "kwin_x11"
 
 

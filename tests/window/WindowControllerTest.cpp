@@ -4,12 +4,14 @@
 #include "music/MenuItemIdentifier.h"
 #include "support/Desktop.h"
 #include "support/TimedStyle.h"
+#include "support/elapse.h"
 #include "support/registerTest.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 using namespace tunedeck;
 
@@ -27,6 +29,12 @@ public:
         return false;
     }
 };
+
+/// The time in which a window manager makes room for the drawer.
+QTimer &settling(WindowController &controller)
+{
+    return *controller.findChild<QTimer *>(QStringLiteral("settling"));
+}
 } // namespace
 
 class WindowControllerTest : public QObject {
@@ -110,6 +118,82 @@ private Q_SLOTS:
         QCOMPARE(window.geometry(), QRect(100, 80, 420, 64));
         QCOMPARE(window.minimumSize(), QSize(350, 64));
         QCOMPARE(window.maximumSize(), QSize(550, 64));
+    }
+
+    void aWindowThatWasPushedUpForTheDrawerGoesBack_data()
+    {
+        QTest::addColumn<int>("duration");
+        QTest::newRow("animated") << 40;
+        QTest::newRow("at once") << 0;
+    }
+
+    void aWindowThatWasPushedUpForTheDrawerGoesBack()
+    {
+        QFETCH(const int, duration);
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        window.setGeometry(100, 700, 420, 64);
+        window.show();
+        controller.setExpanded(true);
+        // The window manager's part.
+        window.move(100, 676);
+        QVERIFY(elapse(settling(controller)));
+        m_style->animationDuration = duration;
+        ResizeCounter resizes;
+        window.installEventFilter(&resizes);
+        controller.setExpanded(false);
+        QTRY_COMPARE(window.geometry(), QRect(100, 700, 420, 64));
+        QCOMPARE(window.minimumSize(), QSize(350, 64));
+        QVERIFY(duration == 0 || resizes.heights.size() > 1);
+    }
+
+    void aWindowThatTheUserMovesWhileTheDrawerIsOpenStays_data()
+    {
+        QTest::addColumn<QPoint>("pushedTo");
+        QTest::addColumn<QPoint>("movedTo");
+        QTest::newRow("after a push") << QPoint(100, 676) << QPoint(100, 680);
+        QTest::newRow("without a push") << QPoint(100, 700) << QPoint(100, 690);
+        QTest::newRow("to the side") << QPoint(100, 676) << QPoint(101, 676);
+        QTest::newRow("further than the window is high, at once") << QPoint(100, 570) << QPoint(100, 570);
+        QTest::newRow("down, at once") << QPoint(100, 720) << QPoint(100, 720);
+    }
+
+    void aWindowThatTheUserMovesWhileTheDrawerIsOpenStays()
+    {
+        QFETCH(const QPoint, pushedTo);
+        QFETCH(const QPoint, movedTo);
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        window.setGeometry(100, 700, 420, 64);
+        window.show();
+        controller.setExpanded(true);
+        window.move(pushedTo);
+        if (movedTo != pushedTo) {
+            QVERIFY(elapse(settling(controller)));
+        }
+        window.move(movedTo);
+        controller.setExpanded(false);
+        QCOMPARE(window.geometry(), QRect(movedTo, QSize(420, 64)));
+    }
+
+    void aDrawerThatIsClosedAndOpenedInOneGoForgetsNoPlace()
+    {
+        Desktop desktop;
+        m_style->animationDuration = 10'000;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        window.setGeometry(100, 700, 420, 64);
+        window.show();
+        controller.setExpanded(true);
+        QTRY_VERIFY(window.height() > 64);
+        window.move(100, 699);
+        controller.setExpanded(false);
+        controller.setExpanded(true);
+        m_style->animationDuration = 0;
+        controller.setExpanded(false);
+        QTRY_COMPARE(window.geometry(), QRect(100, 700, 420, 64));
     }
 
     void theWidthStaysWithinItsLimitsAndTheHeightIsFixed()

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "window/RoomForDrawer.h"
+
+#include "window/Window.h"
+
+#include <chrono>
+
+namespace tunedeck {
+
+namespace {
+/// Time that a window manager gets to push the window up.
+constexpr std::chrono::milliseconds settlingTime{1000};
+} // namespace
+
+RoomForDrawer::RoomForDrawer(Window &window, QObject *parent)
+    : QObject(parent)
+    , m_window(window)
+{
+    m_settling.setObjectName(QStringLiteral("settling"));
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(settlingTime);
+    connect(&m_settling, &QTimer::timeout, this, [this] { m_placeWhenOpen = m_window.contentGeometry().topLeft(); });
+}
+
+void RoomForDrawer::beginOpening()
+{
+    // A window that is on its way back has not reached its place.
+    if (!m_goesBack) {
+        m_before = m_window.contentGeometry();
+    }
+    m_goesBack = false;
+    m_placeWhenOpen.reset();
+}
+
+void RoomForDrawer::beginClosing()
+{
+    m_settling.stop();
+    m_open = m_window.contentGeometry();
+    m_goesBack = wasPushed();
+}
+
+void RoomForDrawer::setHeight(int height)
+{
+    QRect place = m_window.contentGeometry();
+    if (!m_goesBack) {
+        m_window.resizeContent({place.width(), height});
+        return;
+    }
+    const double rest = double(height - m_before.height()) / (m_open.height() - m_before.height());
+    place.moveTop(m_before.top() - qRound(rest * (m_before.top() - m_open.top())));
+    place.setHeight(height);
+    m_window.setContentGeometry(place);
+}
+
+void RoomForDrawer::finishOpening()
+{
+    m_settling.start();
+}
+
+void RoomForDrawer::finishClosing()
+{
+    if (m_goesBack) {
+        setHeight(m_before.height());
+        m_goesBack = false;
+    }
+}
+
+/// Whether the window manager, rather than the user, has brought the window from its former place to the present one.
+bool RoomForDrawer::wasPushed() const
+{
+    const int push = m_before.top() - m_open.top();
+    return m_open.topLeft() == m_placeWhenOpen.value_or(m_open.topLeft()) && m_open.left() == m_before.left()
+        && push > 0 && push <= m_window.height() && m_open.height() > m_before.height();
+}
+
+} // namespace tunedeck

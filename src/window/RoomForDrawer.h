@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QPoint>
+#include <QRect>
+#include <QTimer>
+
+#include <optional>
+
+namespace tunedeck {
+
+class Window;
+
+/// Changes the window's height for the drawer. The top edge keeps its place. At the lower edge of the screen, however,
+/// window managers push the growing window up: then it goes back while the drawer closes, unless the user has moved it
+/// in the meantime.
+class RoomForDrawer : public QObject {
+    Q_OBJECT
+
+public:
+    /// `window` must outlive this object.
+    explicit RoomForDrawer(Window &window, QObject *parent = nullptr);
+
+    void beginOpening();
+    void beginClosing();
+    /// Gives the window's content this height, in points.
+    void setHeight(int height);
+    void finishOpening();
+    void finishClosing();
+
+private:
+    [[nodiscard]] bool wasPushed() const;
+
+    Window &m_window;
+    QRect m_before; ///< the content's place on the screen before the drawer opened
+    QRect m_open; ///< its place when the drawer began to close
+    std::optional<QPoint> m_placeWhenOpen; ///< its top left corner, once the window manager has made room
+    bool m_goesBack = false;
+    QTimer m_settling{this};
+};
+
+} // namespace tunedeck
