@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "PlayerWitness.h"
 
+#include <QDBusArgument>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QTest>
+#include <QUrl>
+
+#include <csignal>
 
 namespace tunedeck {
 
@@ -44,6 +48,12 @@ QString PlayerWitness::status() const
     return property(playerInterface, QStringLiteral("PlaybackStatus")).toString();
 }
 
+QString PlayerWitness::title() const
+{
+    const QVariant metadata = property(playerInterface, QStringLiteral("Metadata"));
+    return qdbus_cast<QVariantMap>(metadata).value(QStringLiteral("xesam:title")).toString();
+}
+
 double PlayerWitness::position() const
 {
     constexpr double microsecondsPerSecond = 1e6;
@@ -70,10 +80,23 @@ void PlayerWitness::awaitQuiet()
     (void)QTest::qWaitFor([this] { return m_sinceReport.elapsed() >= quiet; }, longestReports);
 }
 
+void PlayerWitness::openFile(const QString &path) const
+{
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(m_player, objectPath, playerInterface, QStringLiteral("OpenUri"));
+    message.setArguments({QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)});
+    m_bus.send(message);
+}
+
 void PlayerWitness::quitPlayer() const
 {
     m_bus.send(QDBusMessage::createMethodCall(
         m_player, objectPath, QStringLiteral("org.mpris.MediaPlayer2"), QStringLiteral("Quit")));
+}
+
+void PlayerWitness::closePlayer() const
+{
+    ::kill(pid_t(m_bus.interface()->servicePid(m_player).value()), SIGTERM);
 }
 
 bool PlayerWitness::isGone() const

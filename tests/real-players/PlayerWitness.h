@@ -22,6 +22,8 @@ public:
     [[nodiscard]] bool findPlayer();
     /// "Playing", "Paused" or "Stopped"; empty if the player does not say.
     [[nodiscard]] QString status() const;
+    /// The title in the player's metadata; empty if there is none.
+    [[nodiscard]] QString title() const;
     /// Seconds; below 0 if the player does not say.
     [[nodiscard]] double position() const;
     /// 0 to 1; below 0 if the player does not say.
@@ -33,7 +35,11 @@ public:
     /// if the player keeps reporting.
     void awaitQuiet();
 
+    /// Asks the player to play the file.
+    void openFile(const QString &path) const;
     void quitPlayer() const;
+    /// Ends the player's process as its user would who closes its window.
+    void closePlayer() const;
     /// Whether the player has given up all its names.
     [[nodiscard]] bool isGone() const;
 
