@@ -132,7 +132,7 @@ private Q_SLOTS:
         QTRY_COMPARE(changed.count(), 1);
         QVERIFY(m_window->show({}));
         QTRY_COMPARE(application.calls, QStringList{u"/org/example/Juke_box Activate"_s});
-        QCOMPARE(m_program->calls, QStringList());
+        QTRY_COMPARE(m_program->calls, QStringList{u"/org/mpris/MediaPlayer2 Raise"_s});
     }
 
     void noOtherProgramIsActivated()
@@ -190,9 +190,17 @@ private Q_SLOTS:
         QCOMPARE(changed.count(), 0);
     }
 
-    void aPlayerThatRefusesToBeActivatedIsRaised()
+    void aPlayerThatIsActivatedIsRaisedWhereItCan_data()
     {
-        m_program->refusesToActivate = true;
+        QTest::addColumn<bool>("refuses");
+        QTest::newRow("it may answer and do nothing") << false;
+        QTest::newRow("it refuses to be activated") << true;
+    }
+
+    void aPlayerThatIsActivatedIsRaisedWhereItCan()
+    {
+        QFETCH(const bool, refuses);
+        m_program->refusesToActivate = refuses;
         QVERIFY(m_player->registerService(jukebox));
         const QSignalSpy changed(m_window.get(), &PlayerWindow::changed);
         m_window->setPlayer(player(jukebox, true));

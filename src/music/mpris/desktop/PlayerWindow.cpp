@@ -148,12 +148,12 @@ void PlayerWindow::setApplication(const QString &owner)
     }
 }
 
+/// Totem answers and shows nothing, but can be raised. A window that has come already is not changed by that.
 void PlayerWindow::activate(const ActivationToken &token)
 {
     const auto handleAnswer = [this, player = m_player](const QDBusMessage &answer) {
-        // A late answer is no refusal: the window may come all the same.
-        const bool isRefused = bus::isError(answer) && !bus::isUnanswered(QDBusError(answer));
-        if (isRefused && player == m_player && m_player->canRaise) {
+        const bool isAnswered = !bus::isError(answer) || !bus::isUnanswered(QDBusError(answer));
+        if (isAnswered && player == m_player && m_player->canRaise) {
             raise();
         }
     };

@@ -15,8 +15,8 @@ struct ActivationToken;
 class DesktopEntries;
 
 /// The own window of a player. It is shown by activating the player's application over D-Bus, where its desktop entry
-/// allows that and the player's process has the entry's name on the bus; else by the player's Raise. Neither starts a
-/// program.
+/// allows that and the player's process has the entry's name on the bus; then by the player's Raise, where it says that
+/// it has one. Neither starts a program.
 class PlayerWindow : public QObject {
     Q_OBJECT
 
@@ -38,7 +38,7 @@ public:
     void setPlayer(const std::optional<Player> &player);
 
     [[nodiscard]] bool canBeShown() const;
-    /// Sends one message, and does not wait for the answer. Returns canBeShown().
+    /// Sends the first message, and does not wait for the answer. Returns canBeShown().
     bool show(const ActivationToken &token);
 
 Q_SIGNALS:
