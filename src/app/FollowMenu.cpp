@@ -99,6 +99,9 @@ void FollowMenu::show(const FollowChoice &choice, QAction &entry)
     entry.setText(literalTitle(choice.text));
     entry.setEnabled(true);
     entry.setChecked(choice.isChosen);
+    QFont font = m_menu.font();
+    font.setBold(choice.isFollowed);
+    entry.setFont(font);
     if (entry.icon().isNull() && !choice.desktopEntry.isEmpty()) {
         const std::optional<DesktopEntryFacts> facts = m_desktopEntries.facts(choice.desktopEntry);
         if (facts && !facts->icon.isNull()) {

@@ -17,7 +17,7 @@ class UserDefaults;
 struct FollowChoice;
 
 /// The menu from which the user chooses the player to follow, or leaves the choice to the program, and the command that
-/// leaves a player out for good. It is filled when it opens.
+/// leaves a player out for good. It is filled when it opens. The player that is followed now is bold.
 ///
 /// An open menu follows the players, but no item moves or changes its meaning under the user's hand: new players are
 /// added at the end of the list, and those that have gone are disabled until the menu closes.

@@ -65,7 +65,10 @@ QList<FollowChoice> followChoices(const FollowablePlayers &players, const QStrin
     QList<FollowablePlayer> running = players.followablePlayers();
     running.resize(std::min(running.size(), qsizetype(FollowablePlayers::maximumPlayers)));
     for (const FollowablePlayer &player : std::as_const(running)) {
-        choices.append({.id = player.id, .text = textOf(player), .desktopEntry = player.desktopEntry});
+        choices.append({.id = player.id,
+            .text = textOf(player),
+            .desktopEntry = player.desktopEntry,
+            .isFollowed = player.isFollowed});
     }
     if (pinned.isEmpty()) {
         return choices;

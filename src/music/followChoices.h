@@ -16,6 +16,7 @@ struct FollowChoice {
     QString text; ///< for people, see menuText()
     QString desktopEntry; ///< identifier of the player's desktop entry, for its icon; empty if none is known
     bool isChosen = false;
+    bool isFollowed = false; ///< it is the player that is followed now, chosen or not
 
     bool operator==(const FollowChoice &) const = default;
 };

@@ -100,6 +100,21 @@ private Q_SLOTS:
         QVERIFY(!follow.item(u"Never Follow Strawberry"_s).isCheckable());
     }
 
+    void thePlayerThatIsFollowedIsBold()
+    {
+        Follow follow;
+        follow.open();
+        QVERIFY(follow.item(u"Strawberry: Quince Harbour Timetable"_s).font().bold());
+        QVERIFY(!follow.item(u"VLC"_s).font().bold());
+        QVERIFY(!follow.item(u"Automatic (Strawberry)"_s).font().bold());
+        QList<FollowablePlayer> players = follow.players.players;
+        players[0].isFollowed = true;
+        players[1].isFollowed = false;
+        follow.players.set(players);
+        QVERIFY(follow.item(u"VLC"_s).font().bold());
+        QVERIFY(!follow.item(u"Strawberry: Quince Harbour Timetable"_s).font().bold());
+    }
+
     void aClosedMenuDoesNotFollowThePlayers()
     {
         Follow follow;
