@@ -203,6 +203,11 @@ bool MprisMusicApplication::setSongRepeat(FourCharCode repeat)
     return status && songRepeat() && player()->commands().setLoopStatus(*status);
 }
 
+ControlAnswer MprisMusicApplication::answerTo(MusicControl control) const
+{
+    return player() ? player()->mirror().answerTo(control) : ControlAnswer::taken;
+}
+
 bool MprisMusicApplication::playpause()
 {
     if (!player() || !player()->commands().playPause()) {
@@ -334,6 +339,7 @@ void MprisMusicApplication::handleChanged(PlayerMirror::Changes changes)
 {
     m_postsPlayerInfo |= changes.userInfo;
     m_postsSettings |= changes.settings;
+    m_postsControls |= changes.controls;
     finishTurnLater();
 }
 
@@ -374,12 +380,16 @@ void MprisMusicApplication::finishTurn()
     m_finishesTurn = false;
     const bool postsPlayerInfo = std::exchange(m_postsPlayerInfo, false);
     const bool postsSettings = std::exchange(m_postsSettings, false);
+    const bool postsControls = std::exchange(m_postsControls, false);
     if (postsPlayerInfo && player()) {
         m_postedDuringSeek |= m_seek.has_value();
         Q_EMIT playerInfo(player()->mirror().userInfo());
     }
     if (postsSettings && player()) {
         Q_EMIT playbackSettingsDidChange();
+    }
+    if (postsControls && player()) {
+        Q_EMIT controlsDidChange();
     }
 }
 

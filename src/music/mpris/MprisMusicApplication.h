@@ -66,6 +66,7 @@ public:
     bool setShuffleEnabled(bool enabled) override;
     [[nodiscard]] std::optional<FourCharCode> songRepeat() const override;
     bool setSongRepeat(FourCharCode repeat) override;
+    [[nodiscard]] ControlAnswer answerTo(MusicControl control) const override;
 
     bool playpause() override;
     bool nextTrack() override;
@@ -125,6 +126,7 @@ private:
     bool m_finishesTurn = false;
     bool m_postsPlayerInfo = false;
     bool m_postsSettings = false;
+    bool m_postsControls = false;
 };
 
 } // namespace tunedeck

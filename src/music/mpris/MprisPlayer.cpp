@@ -319,7 +319,7 @@ void MprisPlayer::apply(PlayerMirror::Changes changes)
     if (changes.status) {
         m_playingPlaylist->setStopped(m_mirror.status() == PlaybackStatus::Stopped);
     }
-    if (changes.userInfo || changes.settings || changes.status) {
+    if (changes.userInfo || changes.settings || changes.status || changes.controls) {
         Q_EMIT changed(changes);
     }
 }

@@ -47,6 +47,7 @@ PlayerMirror::Changes PlayerMirror::read(const PlayerReport &report, Instant now
     m_askedShuffle.read(now);
     m_askedLoopStatus.read(now);
     applyReport(complete, now);
+    m_controls.read(report, now);
     if (report.position) {
         applyPosition(*report.position, now);
     }
@@ -66,6 +67,7 @@ PlayerMirror::Changes PlayerMirror::announced(const PlayerReport &report, Instan
     PlayerReport merged = m_report;
     merge(merged, report);
     applyReport(merged, now);
+    m_controls.announced(report, now);
     return changesSince(before);
 }
 
@@ -114,6 +116,10 @@ PlayerMirror::Changes PlayerMirror::askedForPosition(double target, Instant now)
 
 void PlayerMirror::askedForVolume(double volume, Instant now)
 {
+    if (status() != PlaybackStatus::Stopped) {
+        // VLC has no volume while it is stopped, Totem has one of -1.
+        m_controls.askedForVolume(volume);
+    }
     m_volume = volume;
     m_volumeUnanswered = true;
     m_volumeHeldUntil = now + volumeEcho;
@@ -121,6 +127,7 @@ void PlayerMirror::askedForVolume(double volume, Instant now)
 
 void PlayerMirror::volumeAnswered(Instant now)
 {
+    m_controls.answered(MusicControl::volume, now);
     m_volumeUnanswered = false;
     m_volumeHeldUntil = now + volumeEcho;
     settleLaterAt(*m_volumeHeldUntil);
@@ -128,6 +135,7 @@ void PlayerMirror::volumeAnswered(Instant now)
 
 void PlayerMirror::askedForShuffle(bool enabled, Instant now)
 {
+    m_controls.askedForShuffle(enabled);
     m_modes.askedForShuffle(enabled);
     m_askedShuffle.ask(enabled, now);
     settleLaterAt(m_askedShuffle.until());
@@ -135,18 +143,21 @@ void PlayerMirror::askedForShuffle(bool enabled, Instant now)
 
 void PlayerMirror::shuffleAnswered(Instant now)
 {
+    m_controls.answered(MusicControl::shuffle, now);
     m_askedShuffle.answered(now);
     settleLaterAt(m_askedShuffle.until());
 }
 
 void PlayerMirror::askedForLoopStatus(LoopStatus status, Instant now)
 {
+    m_controls.askedForLoopStatus(status);
     m_askedLoopStatus.ask(status, now);
     settleLaterAt(m_askedLoopStatus.until());
 }
 
 void PlayerMirror::loopStatusAnswered(Instant now)
 {
+    m_controls.answered(MusicControl::repeat, now);
     m_askedLoopStatus.answered(now);
     settleLaterAt(m_askedLoopStatus.until());
 }
@@ -159,11 +170,13 @@ PlayerMirror::Changes PlayerMirror::settle(Instant now)
     settleStatus(now);
     settleVolume(now);
     settleModes(now);
+    settleSeekability(now);
     return changesSince(before);
 }
 
 void PlayerMirror::setResponding(bool responding, Instant now)
 {
+    m_controls.forgetAsked();
     m_isResponding = responding;
     m_clock.setRunning(responding && m_status == PlaybackStatus::Playing, now);
     m_clock.trustNextSample();
@@ -206,6 +219,20 @@ std::optional<bool> PlayerMirror::shuffle() const
 std::optional<LoopStatus> PlayerMirror::loopStatus() const
 {
     return m_askedLoopStatus.value() ? m_askedLoopStatus.value() : m_modes.loopStatus();
+}
+
+ControlAnswer PlayerMirror::answerTo(MusicControl control) const
+{
+    if (!canControl()) {
+        return ControlAnswer::missing;
+    }
+    if (control == MusicControl::position) {
+        return m_isSeekable ? ControlAnswer::taken : ControlAnswer::missing;
+    }
+    if (control == MusicControl::shuffle && m_modes.flips()) {
+        return ControlAnswer::ignored;
+    }
+    return m_controls.answer(control);
 }
 
 const QString &PlayerMirror::reportedTrackId() const
@@ -411,12 +438,31 @@ void PlayerMirror::settleModes(Instant now)
     }
 }
 
+void PlayerMirror::settleSeekability(Instant now)
+{
+    const bool isReported = status() == PlaybackStatus::Stopped || (canSeek() && m_report.position && m_track.length);
+    if (isReported) {
+        m_unseekableSince.reset();
+    } else if (!m_unseekableSince) {
+        m_unseekableSince = now;
+    }
+    // VLC and Chromium cannot seek for a moment at a track change.
+    if (isReported || m_believesAtOnce || now >= *m_unseekableSince + blink) {
+        m_isSeekable = isReported;
+    } else if (m_isSeekable) {
+        settleLaterAt(*m_unseekableSince + blink);
+    }
+}
+
 void PlayerMirror::believeStatus(PlaybackStatus status, Instant since)
 {
     if (status == m_status) {
         return;
     }
     m_status = status;
+    if (status == PlaybackStatus::Stopped) {
+        m_controls.forgetAsked(MusicControl::volume);
+    }
     m_clock.setRunning(m_isResponding && status == PlaybackStatus::Playing, since);
     if (status == PlaybackStatus::Stopped) {
         m_clock.setPosition(0, since);
@@ -429,6 +475,10 @@ void PlayerMirror::believeTrack(const TrackDetails &track)
     const bool isAnother = !track.isSameTrack(m_track);
     m_track = track;
     m_isJumpUnproven &= !isAnother;
+    if (isAnother) {
+        // VLC loses the volumes that it is sent for a second around a track change.
+        m_controls.forgetAsked(MusicControl::volume);
+    }
     // Only Audacious, Quod Libet, cmus and Sayonara announce a seek at a track change, so the change itself sets the
     // clock back.
     if (isAnother && !track.isLiveStream()) {
@@ -444,7 +494,9 @@ void PlayerMirror::settleLaterAt(Instant moment)
 
 PlayerMirror::Believed PlayerMirror::believed() const
 {
-    return {userInfo(), status(), volumeStep(), shuffle(), loopStatus()};
+    return {userInfo(), status(), volumeStep(), shuffle(), loopStatus(),
+        {answerTo(MusicControl::position), answerTo(MusicControl::volume), answerTo(MusicControl::shuffle),
+            answerTo(MusicControl::repeat)}};
 }
 
 PlayerMirror::Changes PlayerMirror::changesSince(const Believed &before) const
@@ -453,7 +505,8 @@ PlayerMirror::Changes PlayerMirror::changesSince(const Believed &before) const
     return {.userInfo = now.userInfo != before.userInfo,
         .settings =
             now.volumeStep != before.volumeStep || now.shuffle != before.shuffle || now.loopStatus != before.loopStatus,
-        .status = now.status != before.status};
+        .status = now.status != before.status,
+        .controls = now.controls != before.controls};
 }
 
 } // namespace tunedeck

@@ -4,11 +4,13 @@
 #include "music/mpris/AskedValue.h"
 #include "music/mpris/PlayerModes.h"
 #include "music/mpris/PositionClock.h"
+#include "music/mpris/TakenControls.h"
 #include "music/mpris/bus/Instant.h"
 #include "music/mpris/report/PlayerReport.h"
 
 #include <QVariantMap>
 
+#include <array>
 #include <optional>
 
 namespace tunedeck {
@@ -26,6 +28,7 @@ public:
         bool userInfo = false; ///< userInfo() differs
         bool settings = false; ///< position (other than by time), volume, shuffle or loop status
         bool status = false; ///< status() differs
+        bool controls = false; ///< answerTo() differs for one of them
     };
     /// Lets the first report wait like every other. Call this for a player that has just come: Celluloid announces a
     /// track before it has read its tags. A player that was there before can be believed at once.
@@ -86,6 +89,8 @@ public:
     [[nodiscard]] std::optional<bool> shuffle() const;
     [[nodiscard]] std::optional<LoopStatus> loopStatus() const;
 
+    [[nodiscard]] ControlAnswer answerTo(MusicControl control) const;
+
     [[nodiscard]] bool canControl() const { return m_report.canControl.value_or(true); }
     [[nodiscard]] bool canPause() const { return m_report.canPause.value_or(true); }
     [[nodiscard]] bool canSeek() const { return canControl() && m_report.canSeek.value_or(true); }
@@ -119,6 +124,7 @@ private:
         std::optional<int> volumeStep;
         std::optional<bool> shuffle;
         std::optional<LoopStatus> loopStatus;
+        std::array<ControlAnswer, 4> controls;
     };
 
     void keepDistinctId(TrackDetails &track) const;
@@ -136,6 +142,7 @@ private:
     void settleTrack(Instant now);
     void settleVolume(Instant now);
     void settleModes(Instant now);
+    void settleSeekability(Instant now);
     void believeStatus(PlaybackStatus status, Instant since);
     void believeTrack(const TrackDetails &track);
     void settleLaterAt(Instant moment);
@@ -145,6 +152,7 @@ private:
 
     PlayerReport m_report;
     PlayerModes m_modes;
+    TakenControls m_controls;
     bool m_believesAtOnce = true;
     Instant m_statusSince{};
     Instant m_trackSince{};
@@ -163,6 +171,8 @@ private:
     AskedValue<LoopStatus> m_askedLoopStatus;
 
     PositionClock m_clock;
+    bool m_isSeekable = true;
+    std::optional<Instant> m_unseekableSince; ///< as reported
     bool m_targetIsOurs = false;
     bool m_isJumpUnproven = false;
     bool m_announcesSeeks = false;

@@ -20,12 +20,85 @@ std::size_t index(MusicControl control)
     return static_cast<std::size_t>(control);
 }
 
+template <typename Mode> std::optional<double> numberOf(std::optional<Mode> mode)
+{
+    return mode ? std::optional(static_cast<double>(*mode)) : std::nullopt;
+}
+
 bool isSame(double one, double other)
 {
     return std::abs(one - other) < volumeStep / 10;
 }
 
 } // namespace
+
+void TakenControls::read(const PlayerReport &report, Instant at)
+{
+    shown(MusicControl::volume, report.volume, at);
+    shown(MusicControl::shuffle, numberOf(report.shuffle), at);
+    shown(MusicControl::repeat, numberOf(report.loopStatus), at);
+}
+
+void TakenControls::announced(const PlayerReport &report, Instant at)
+{
+    if (report.volume) {
+        shown(MusicControl::volume, report.volume, at);
+    }
+    if (report.shuffle) {
+        shown(MusicControl::shuffle, numberOf(report.shuffle), at);
+    }
+    if (report.loopStatus) {
+        shown(MusicControl::repeat, numberOf(report.loopStatus), at);
+    }
+}
+
+void TakenControls::askedForVolume(double volume)
+{
+    ask(MusicControl::volume, volume);
+}
+
+void TakenControls::askedForShuffle(bool enabled)
+{
+    ask(MusicControl::shuffle, *numberOf(std::optional(enabled)));
+}
+
+void TakenControls::askedForLoopStatus(LoopStatus status)
+{
+    // Rhythmbox and Totem take None and Playlist, and ignore Track alone.
+    if (status == LoopStatus::Track) {
+        forgetAsked(MusicControl::repeat);
+    } else {
+        ask(MusicControl::repeat, *numberOf(std::optional(status)));
+    }
+}
+
+void TakenControls::answered(MusicControl which, Instant at)
+{
+    if (std::optional<Attempt> &attempt = m_controls.at(index(which)).attempt) {
+        attempt->answered = at;
+    }
+}
+
+void TakenControls::forgetAsked(MusicControl which)
+{
+    m_controls.at(index(which)).attempt.reset();
+}
+
+void TakenControls::forgetAsked()
+{
+    for (Control &control : m_controls) {
+        control.attempt.reset();
+    }
+}
+
+ControlAnswer TakenControls::answer(MusicControl which) const
+{
+    const Control &control = m_controls.at(index(which));
+    if (!control.shown) {
+        return ControlAnswer::missing;
+    }
+    return control.ignoredAttempts >= attemptsToIgnore ? ControlAnswer::ignored : ControlAnswer::taken;
+}
 
 void TakenControls::shown(MusicControl which, std::optional<double> value, Instant at)
 {
@@ -41,30 +114,9 @@ void TakenControls::shown(MusicControl which, std::optional<double> value, Insta
     }
 }
 
-void TakenControls::asked(MusicControl which, double value)
+void TakenControls::ask(MusicControl which, double value)
 {
     m_controls.at(index(which)).attempt = Attempt{value, std::nullopt};
-}
-
-void TakenControls::answered(MusicControl which, Instant at)
-{
-    if (std::optional<Attempt> &attempt = m_controls.at(index(which)).attempt) {
-        attempt->answered = at;
-    }
-}
-
-void TakenControls::forgetAsked(MusicControl which)
-{
-    m_controls.at(index(which)).attempt.reset();
-}
-
-ControlAnswer TakenControls::answer(MusicControl which) const
-{
-    const Control &control = m_controls.at(index(which));
-    if (!control.shown) {
-        return ControlAnswer::missing;
-    }
-    return control.ignoredAttempts >= attemptsToIgnore ? ControlAnswer::ignored : ControlAnswer::taken;
 }
 
 void TakenControls::judge(Control &control, Instant at)

@@ -104,6 +104,11 @@ private Q_SLOTS:
     void seeksThatNobodyMadeEarnNoRest();
     void aSeekThatTheClockBearsOutEarnsARest();
     void anUntaggedFileIsATrackWithTimes();
+    void whatThePlayerDoesNotListIsMissing();
+    void aTrackThatCannotBeSoughtInHasNoPositionToSet();
+    void whatThePlayerIgnoresTwiceIsIgnored_data();
+    void whatThePlayerIgnoresTwiceIsIgnored();
+    void rhythmboxsRefusalOfOneModeIsNotItsRefusalOfAll();
     void theSongOfAStationIsShownWithTheStation();
     void aTrackThatIsLateInStartingShowsWithinTwoAndAHalfSeconds();
     void aPausedPlayerIsLeftAlone();
@@ -926,6 +931,7 @@ void MprisMusicApplicationTest::aShuffleThatFlipsAtEveryReadIsUnknown()
     QVERIFY(comesToRest());
     QCOMPARE(m_music->shuffleEnabled(), std::nullopt);
     QVERIFY(!m_music->setShuffleEnabled(true));
+    QCOMPARE(m_music->answerTo(MusicControl::shuffle), ControlAnswer::ignored);
 }
 
 void MprisMusicApplicationTest::aSampleIsOneMessage()
@@ -979,6 +985,97 @@ void MprisMusicApplicationTest::anUntaggedFileIsATrackWithTimes()
     QVERIFY(track);
     QCOMPARE(track->name, std::nullopt);
     QCOMPARE(track->duration, 204.0);
+}
+
+void MprisMusicApplicationTest::whatThePlayerDoesNotListIsMissing()
+{
+    startPlayer({u"--play"_s, u"--do"_s, u"absent Position"_s, u"--do"_s, u"absent Volume"_s, u"--do"_s,
+        u"absent Shuffle"_s, u"--do"_s, u"absent LoopStatus"_s});
+    startMusic();
+    for (const MusicControl control :
+        {MusicControl::position, MusicControl::volume, MusicControl::shuffle, MusicControl::repeat}) {
+        QCOMPARE(m_music->answerTo(control), ControlAnswer::missing);
+    }
+    const QSignalSpy controls(m_music.get(), &MusicApplication::controlsDidChange);
+    tell(u"right all"_s);
+    QTRY_COMPARE(m_music->answerTo(MusicControl::volume), ControlAnswer::taken);
+    QVERIFY(comesToRest());
+    for (const MusicControl control :
+        {MusicControl::position, MusicControl::volume, MusicControl::shuffle, MusicControl::repeat}) {
+        QCOMPARE(m_music->answerTo(control), ControlAnswer::taken);
+    }
+    QVERIFY(controls.count() >= 1);
+}
+
+void MprisMusicApplicationTest::aTrackThatCannotBeSoughtInHasNoPositionToSet()
+{
+    startPlayer({u"--play"_s});
+    startMusic();
+    QCOMPARE(m_music->answerTo(MusicControl::position), ControlAnswer::taken);
+    const QSignalSpy controls(m_music.get(), &MusicApplication::controlsDidChange);
+    tell(u"cannot CanSeek on"_s);
+    QTRY_COMPARE(m_music->answerTo(MusicControl::position), ControlAnswer::missing);
+    QTRY_COMPARE(controls.count(), 1);
+    tell(u"cannot CanSeek off"_s);
+    QTRY_COMPARE(m_music->answerTo(MusicControl::position), ControlAnswer::taken);
+    QTRY_COMPARE(controls.count(), 2);
+    tell(u"cannot CanControl on"_s);
+    QTRY_COMPARE(m_music->answerTo(MusicControl::position), ControlAnswer::missing);
+    QCOMPARE(m_music->answerTo(MusicControl::shuffle), ControlAnswer::missing);
+}
+
+void MprisMusicApplicationTest::whatThePlayerIgnoresTwiceIsIgnored_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<MusicControl>("control");
+    QTest::addColumn<QString>("taken");
+    QTest::newRow("Chromium's volume") << u"refuse Volume"_s << MusicControl::volume << u"volume 0.3"_s;
+    QTest::newRow("Dragon's shuffle") << u"refuse Shuffle"_s << MusicControl::shuffle << u"shuffle on"_s;
+    QTest::newRow("Dragon's repeat") << u"refuse LoopStatus"_s << MusicControl::repeat << u"loop Track"_s;
+}
+
+void MprisMusicApplicationTest::whatThePlayerIgnoresTwiceIsIgnored()
+{
+    QFETCH(QString, line);
+    QFETCH(MusicControl, control);
+    QFETCH(QString, taken);
+    startPlayer({u"--play"_s, u"--do"_s, line});
+    startMusic();
+    const QSignalSpy controls(m_music.get(), &MusicApplication::controlsDidChange);
+    const auto setAndRead = [this, control] {
+        const bool isSent = control == MusicControl::volume ? m_music->setSoundVolume(20)
+            : control == MusicControl::shuffle              ? m_music->setShuffleEnabled(true)
+                                                            : m_music->setSongRepeat(SongRepeat::all);
+        if (!isSent || !comesToRest()) {
+            return false;
+        }
+        // A player may take 170 ms to carry out what it has answered.
+        m_rest.skip(Milliseconds(200));
+        m_music->refreshPlayer();
+        return comesToRest();
+    };
+    QVERIFY(setAndRead());
+    QCOMPARE(m_music->answerTo(control), ControlAnswer::taken);
+    QVERIFY(setAndRead());
+    QCOMPARE(m_music->answerTo(control), ControlAnswer::ignored);
+    QCOMPARE(controls.count(), 1);
+    tell(taken);
+    QTRY_COMPARE(m_music->answerTo(control), ControlAnswer::taken);
+    QTRY_COMPARE(controls.count(), 2);
+}
+
+void MprisMusicApplicationTest::rhythmboxsRefusalOfOneModeIsNotItsRefusalOfAll()
+{
+    startPlayer({u"--play"_s, u"--do"_s, u"refuse LoopStatus"_s});
+    startMusic();
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        QVERIFY(m_music->setSongRepeat(SongRepeat::one));
+        QVERIFY(comesToRest());
+        m_rest.skip(Milliseconds(200));
+        m_music->refreshPlayer();
+        QVERIFY(comesToRest());
+    }
+    QCOMPARE(m_music->answerTo(MusicControl::repeat), ControlAnswer::taken);
 }
 
 void MprisMusicApplicationTest::theSongOfAStationIsShownWithTheStation()

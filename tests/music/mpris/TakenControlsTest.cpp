@@ -18,12 +18,14 @@ class Told {
 public:
     Told &shows(std::optional<double> value)
     {
-        m_controls.shown(volume, value, m_now);
+        PlayerReport report;
+        report.volume = value;
+        m_controls.read(report, m_now);
         return *this;
     }
     Told &isAsked(double value)
     {
-        m_controls.asked(volume, value);
+        m_controls.askedForVolume(value);
         return *this;
     }
     Told &answers()
@@ -109,6 +111,60 @@ private Q_SLOTS:
     {
         QFETCH(Told, player);
         QTEST(player.controls().answer(volume), "answer");
+    }
+
+    void dragonsModesAreIgnored()
+    {
+        TakenControls controls;
+        PlayerReport dragon;
+        dragon.shuffle = false;
+        dragon.loopStatus = LoopStatus::None;
+        Instant now(std::chrono::hours(1));
+        controls.read(dragon, now);
+        for (int attempt = 0; attempt < 2; ++attempt) {
+            QCOMPARE(controls.answer(MusicControl::shuffle), taken);
+            QCOMPARE(controls.answer(MusicControl::repeat), taken);
+            controls.askedForShuffle(true);
+            controls.askedForLoopStatus(LoopStatus::Playlist);
+            controls.answered(MusicControl::shuffle, now);
+            controls.answered(MusicControl::repeat, now);
+            now += Milliseconds(200);
+            controls.read(dragon, now);
+        }
+        QCOMPARE(controls.answer(MusicControl::shuffle), ignored);
+        QCOMPARE(controls.answer(MusicControl::repeat), ignored);
+    }
+
+    void rhythmboxIgnoresOneModeAlone()
+    {
+        TakenControls controls;
+        PlayerReport rhythmbox;
+        rhythmbox.loopStatus = LoopStatus::None;
+        Instant now(std::chrono::hours(1));
+        controls.read(rhythmbox, now);
+        for (int attempt = 0; attempt < 5; ++attempt) {
+            controls.askedForLoopStatus(LoopStatus::Track);
+            controls.answered(MusicControl::repeat, now);
+            now += Milliseconds(200);
+            controls.read(rhythmbox, now);
+        }
+        QCOMPARE(controls.answer(MusicControl::repeat), taken);
+    }
+
+    void anAnnouncementOfOtherPropertiesShowsNothing()
+    {
+        TakenControls controls;
+        PlayerReport chromium;
+        chromium.volume = 1;
+        Instant now(std::chrono::hours(1));
+        controls.read(chromium, now);
+        for (int attempt = 0; attempt < 3; ++attempt) {
+            controls.askedForVolume(0.5);
+            controls.answered(MusicControl::volume, now);
+            now += Milliseconds(200);
+            controls.announced(PlayerReport(), now);
+        }
+        QCOMPARE(controls.answer(MusicControl::volume), taken);
     }
 
     void eachControlIsJudgedByItself()
