@@ -285,7 +285,7 @@ private Q_SLOTS:
         QCOMPARE(session.dock.ask(u"AboutToShow"_s, {5}).arguments(), {false});
         session.contents.players.append(u"Strawberry"_s);
         QCOMPARE(session.dock.ask(u"AboutToShow"_s, {5}).arguments(), {true});
-        QCOMPARE(session.dock.updates, QList{2U});
+        QTRY_COMPARE(session.dock.updates, QList{2U});
         session.dock.read();
         session.contents.players.append(u"mpv"_s);
         session.menu.update();

@@ -101,7 +101,7 @@ class DesktopEntryTest(PackagingTest):
                          {"Keywords": 7} | {f"Keywords[{language}]": 7 for language in LANGUAGES})
 
     def test_the_actions_are_those_that_are_described(self) -> None:
-        self.assertEqual(self.entry["Actions"], "play-pause;next;previous;keep-above;")
+        self.assertEqual(self.entry["Actions"], "play-pause;next;previous;raise-player;keep-above;")
         described = [name for name in self.groups.sections() if name.startswith("Desktop Action ")]
         self.assertEqual([name.removeprefix("Desktop Action ") + ";" for name in described],
                          re.findall(r"[^;]+;", self.entry["Actions"]))
