@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/ApplicationLauncher.h"
 
+#include "platform/BundleInfo.h"
 #include "platform/desktopEntry.h"
 
 #include <QDeadlineTimer>
@@ -23,9 +24,13 @@ struct Unref {
 };
 using Application = std::unique_ptr<GAppInfo, Unref>;
 
-/// What is judged is what is launched: the file may have changed since the player named it.
+/// What is judged is what is launched: the file may have changed since the player named it. This program is a player
+/// for the desktop, but starting it again would play nothing.
 Application findAudioApplication(const QString &identifier)
 {
+    if (withoutDesktopSuffix(identifier) == applicationId) {
+        return nullptr;
+    }
     DesktopEntry entry = findDesktopEntry(identifier);
     return Application(entry && isShownAudioApplication(entry) ? G_APP_INFO(entry.release()) : nullptr);
 }

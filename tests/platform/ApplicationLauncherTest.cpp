@@ -52,6 +52,7 @@ private Q_SLOTS:
         installWith(QStringLiteral("nearly"), QStringLiteral("Categories=AudioVideoEditing;X-Player;\n"));
         installWith(QStringLiteral("viewer"), QStringLiteral("Categories=Office;\nMimeType=text/plain;image/png;\n"));
         installWith(QStringLiteral("plain"), QString());
+        installWith(QStringLiteral("org.tunedeck.Tunedeck"), isPlayer);
         installWith(QStringLiteral("radio"), QStringLiteral("Categories=Qt;Audio;\n"));
         installWith(QStringLiteral("cinema"), QStringLiteral("Categories=AudioVideo\n"));
         installWith(QStringLiteral("gramophone"), QStringLiteral("Categories=Player;\n"));
@@ -143,6 +144,7 @@ private Q_SLOTS:
         QTest::newRow("categories that only look similar") << QStringLiteral("nearly");
         QTest::newRow("opens other files") << QStringLiteral("viewer");
         QTest::newRow("no category") << QStringLiteral("plain");
+        QTest::newRow("this program") << QStringLiteral("org.tunedeck.Tunedeck");
     }
 
     void launchesNoOtherApplication()
