@@ -342,6 +342,31 @@ class WindowTest(DesktopTest):
         self.open_window()
         self.assertEqual(messages.take(), [f'remove: ID="{startup_id}"'])
 
+    def test_a_player_that_is_shown_gets_the_time_when_the_user_asked_for_it(self) -> None:
+        name = "org.mpris.MediaPlayer2.tunedeckdemo"
+        entries = self.home / ".local/share/applications"
+        entries.mkdir(parents=True)
+        (entries / f"{name}.desktop").write_text(
+            "[Desktop Entry]\nType=Application\nName=Demo\nExec=false\nDBusActivatable=true\n")
+        output("dbus-send", "--print-reply", f"--dest={name}", "/org/mpris/MediaPlayer2",
+               "org.tunedeck.DemoPlayer.Script", f"string:wrong DesktopEntry string {name}")
+        window = self.open_window()
+        calls = self.home / "calls"
+        self.stack.enter_context(running("dbus-monitor", "--session", "interface='org.freedesktop.Application'",
+                                         stdout=self.stack.enter_context(calls.open("w"))))
+        self.assertIn("NameLost", seen_when(calls.read_text, lambda text: "NameLost" in text))
+        output("xdotool", "windowactivate", "--sync", window.id)
+        before = server_time()
+
+        def calls_after_a_key() -> str:
+            output("xdotool", "key", "ctrl+shift+o")
+            window.settle()
+            return calls.read_text()
+
+        # The program finds out while its window opens whether the player can be shown.
+        seen = re.search(r"_TIME(\d+)", seen_when(calls_after_a_key, lambda text: "_TIME" in text))
+        self.assertIn(int(seen[1]), range(before, server_time() + 1))
+
     def test_a_start_for_an_action_leaves_the_keyboard_and_tells_docks_that_it_is_over(self) -> None:
         other = self.use_other_window()
         messages = StartupMessages()
