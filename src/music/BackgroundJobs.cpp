@@ -5,10 +5,14 @@
 #include "music/typedValue.h"
 
 #include <algorithm>
+#include <chrono>
+#include <utility>
 
 namespace tunedeck {
 
 namespace {
+
+constexpr std::chrono::seconds patienceWithLaunch{10};
 
 /// None if there is no column, or `convert` cannot read one of its elements.
 template <typename Value>
@@ -55,11 +59,12 @@ std::optional<LoadedPlaylists> readPlaylists(const MusicApplication &musicApp)
     return loaded;
 }
 
+/// Whether Music plays the playlist now, as far as it answers.
 bool playUnlessCurrent(MusicApplication &musicApp, qint64 playlistId)
 {
     const std::optional<MusicPlaylist> currentPlaylist = musicApp.currentPlaylist();
     const bool isCurrent = currentPlaylist && currentPlaylist->id == playlistId;
-    return !isCurrent && musicApp.playPlaylist(playlistId);
+    return isCurrent || musicApp.playPlaylist(playlistId);
 }
 
 QStringList readOutputNames(const MusicApplication &musicApp)
@@ -85,6 +90,9 @@ BackgroundJobs::BackgroundJobs(MusicApplication &musicApp, QObject *parent)
 {
     // The jobs wait rather than work, and none may wait for another, not even on a single processor.
     m_pool.setMaxThreadCount(3);
+    m_awaitedPlaylist.setObjectName(QStringLiteral("awaitedPlaylistTimer"));
+    m_awaitedPlaylist.setSingleShot(true);
+    m_awaitedPlaylist.setInterval(patienceWithLaunch);
 }
 
 BackgroundJobs::~BackgroundJobs()
@@ -104,19 +112,20 @@ void BackgroundJobs::loadPlaylists()
     start(readPlaylists, [this](const std::optional<LoadedPlaylists> &loaded) {
         m_isLoadingPlaylists = false;
         if (loaded) {
-            Q_EMIT playlistsLoaded(*loaded);
+            finishLoadingPlaylists(*loaded);
         }
     });
 }
 
 void BackgroundJobs::playPlaylist(qint64 id)
 {
-    if (m_isPlayingPlaylist) {
-        return;
+    m_awaitedPlaylist.stop();
+    m_chosenPlaylist = id;
+    if (!m_playlistUnderWay) {
+        startPlaying(id);
+    } else {
+        m_nextPlaylist = id == m_playlistUnderWay ? std::nullopt : std::optional(id);
     }
-    m_isPlayingPlaylist = true;
-    start([id](MusicApplication &musicApp) { return playUnlessCurrent(musicApp, id); },
-        [this](bool) { m_isPlayingPlaylist = false; });
 }
 
 void BackgroundJobs::readAudioOutputNames()
@@ -135,7 +144,8 @@ void BackgroundJobs::cancel()
     ++m_session;
     m_pool.clear();
     m_isLoadingPlaylists = false;
-    m_isPlayingPlaylist = false;
+    m_playlistUnderWay.reset();
+    m_nextPlaylist.reset();
     m_isReadingAudioOutputs = false;
     m_readsAudioOutputsAgain = false;
 }
@@ -150,6 +160,42 @@ template <typename Work, typename Apply> void BackgroundJobs::start(Work work, A
         };
         QMetaObject::invokeMethod(this, handOver, Qt::QueuedConnection);
     });
+}
+
+void BackgroundJobs::finishLoadingPlaylists(const LoadedPlaylists &loaded)
+{
+    Q_EMIT playlistsLoaded(loaded);
+    const bool isListed =
+        std::ranges::find(loaded.options, m_chosenPlaylist, &PlaylistOption::id) != loaded.options.end();
+    if (isListed && m_awaitedPlaylist.isActive()) {
+        playPlaylist(m_chosenPlaylist);
+    }
+}
+
+void BackgroundJobs::startPlaying(qint64 id)
+{
+    m_playlistUnderWay = id;
+    m_pool.start([this, id, session = m_session] {
+        const bool isPlayed = playUnlessCurrent(m_musicApp, id);
+        QMetaObject::invokeMethod(
+            this, [this, isPlayed, session] { finishPlaying(isPlayed, session); }, Qt::QueuedConnection);
+    });
+}
+
+void BackgroundJobs::finishPlaying(bool isPlayed, quint64 session)
+{
+    if (session == m_session) {
+        m_playlistUnderWay.reset();
+    }
+    if (m_playlistUnderWay) {
+        return;
+    }
+    if (const std::optional<qint64> next = std::exchange(m_nextPlaylist, std::nullopt)) {
+        startPlaying(*next);
+    } else if (!isPlayed && !m_musicApp.isRunning()) {
+        // Music is being launched. It may also have quit meanwhile.
+        m_awaitedPlaylist.start();
+    }
 }
 
 void BackgroundJobs::finishReadingAudioOutputs(const QStringList &names)

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QStringList>
 #include <QThreadPool>
+#include <QTimer>
 
 #include <optional>
 
@@ -36,8 +37,8 @@ public:
 
     /// Does nothing while Music does not run or a load is under way.
     void loadPlaylists();
-    /// Plays the playlist with this id, unless Music plays it already. Does nothing while another is about to be
-    /// played.
+    /// Plays the playlist with this id, unless Music plays it already. While another is about to be played, the last
+    /// one chosen follows it. A Music that does not run is launched, and plays the playlist if it lists it within 10 s.
     void playPlaylist(qint64 id);
     /// Does nothing while Music does not run. While a read is under way, a single further one follows it.
     void readAudioOutputNames();
@@ -54,6 +55,10 @@ private:
     /// Calls `work` with Music on a thread of the pool, then `apply` with its result on the main thread, unless the job
     /// has been cancelled in the meantime.
     template <typename Work, typename Apply> void start(Work work, Apply apply);
+    void finishLoadingPlaylists(const LoadedPlaylists &loaded);
+    void startPlaying(qint64 id);
+    /// `isPlayed` is false if Music did not answer that it plays the playlist.
+    void finishPlaying(bool isPlayed, quint64 session);
     void finishReadingAudioOutputs(const QStringList &names);
 
     MusicApplication &m_musicApp;
@@ -61,7 +66,10 @@ private:
     /// Counts the times Music quit: the result of a job from an earlier session is out of date.
     quint64 m_session = 0;
     bool m_isLoadingPlaylists = false;
-    bool m_isPlayingPlaylist = false;
+    std::optional<qint64> m_playlistUnderWay;
+    std::optional<qint64> m_nextPlaylist;
+    qint64 m_chosenPlaylist = 0; ///< the last one
+    QTimer m_awaitedPlaylist{this}; ///< active while the chosen playlist waits for Music
     bool m_isReadingAudioOutputs = false;
     bool m_readsAudioOutputsAgain = false;
 };

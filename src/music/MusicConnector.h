@@ -117,8 +117,8 @@ public:
 
     /// Loads the playlists in the background. Does nothing while a load is under way.
     void loadPlaylists();
-    /// Plays the selected playlist in the background, unless Music plays it already. Does nothing while an earlier call
-    /// is under way.
+    /// Plays the selected playlist in the background, unless Music plays it already; see
+    /// BackgroundJobs::playPlaylist().
     void playSelectedPlaylist();
 
 Q_SIGNALS:

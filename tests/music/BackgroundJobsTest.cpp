@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "music/BackgroundJobs.h"
 #include "support/ScriptedMusicApplication.h"
+#include "support/elapse.h"
 #include "support/finishBackgroundJobs.h"
 #include "support/registerTest.h"
 
@@ -108,20 +109,95 @@ private Q_SLOTS:
         QCOMPARE(music.backgroundReads(), QStringList(2, u"currentAirPlayDevices"_s));
     }
 
-    void aPlaylistIsNotPlayedWhileAnotherIsAboutToBe()
+    void ofThePlaylistsChosenWhileOneIsAboutToBePlayedTheLastFollows_data()
+    {
+        QTest::addColumn<QList<qint64>>("chosen");
+        QTest::addColumn<QStringList>("reads");
+        const QStringList first{u"currentPlaylist"_s, u"playPlaylist 1"_s};
+        QTest::newRow("another") << QList<qint64>{1, 2}
+                                 << first + QStringList{u"currentPlaylist"_s, u"playPlaylist 2"_s};
+        QTest::newRow("two others") << QList<qint64>{1, 2, 3}
+                                    << first + QStringList{u"currentPlaylist"_s, u"playPlaylist 3"_s};
+        QTest::newRow("the same") << QList<qint64>{1, 1} << first;
+        QTest::newRow("another, then the same") << QList<qint64>{1, 2, 1} << first;
+    }
+    void ofThePlaylistsChosenWhileOneIsAboutToBePlayedTheLastFollows()
+    {
+        QFETCH(const QList<qint64>, chosen);
+        ScriptedMusicApplication music;
+        BackgroundJobs jobs(music);
+        music.holdBackground();
+        for (const qint64 id : chosen) {
+            jobs.playPlaylist(id);
+        }
+        music.releaseBackground();
+        QVERIFY(finishBackgroundJobs(jobs));
+        QTEST(music.backgroundReads(), "reads");
+    }
+
+    void aPlaylistThatWaitsIsNotPlayedAfterMusicQuit()
     {
         ScriptedMusicApplication music;
         BackgroundJobs jobs(music);
         music.holdBackground();
         jobs.playPlaylist(1);
         jobs.playPlaylist(2);
+        jobs.cancel();
         music.releaseBackground();
         QVERIFY(finishBackgroundJobs(jobs));
-        QCOMPARE(music.backgroundReads(), (QStringList{u"currentPlaylist"_s, u"playPlaylist 1"_s}));
-        music.clearRecords();
+        QVERIFY(!music.backgroundReads().contains(u"playPlaylist 2"_s));
+    }
+
+    void aPlaylistChosenWhileMusicDoesNotRunIsPlayedWhenItsListIsLoaded_data()
+    {
+        QTest::addColumn<QVariantList>("ids");
+        QTest::addColumn<bool>("isInTime");
+        QTest::addColumn<bool>("isPlayed");
+        QTest::newRow("in time") << QVariantList{1, 2} << true << true;
+        QTest::newRow("too late") << QVariantList{1, 2} << false << false;
+        QTest::newRow("not in the list") << QVariantList{1, 3} << true << false;
+    }
+    void aPlaylistChosenWhileMusicDoesNotRunIsPlayedWhenItsListIsLoaded()
+    {
+        QFETCH(const QVariantList, ids);
+        QFETCH(const bool, isInTime);
+        QFETCH(const bool, isPlayed);
+        ScriptedMusicApplication music;
+        BackgroundJobs jobs(music);
+        music.setRunning(false);
         jobs.playPlaylist(2);
         QVERIFY(finishBackgroundJobs(jobs));
         QCOMPARE(music.backgroundReads(), (QStringList{u"currentPlaylist"_s, u"playPlaylist 2"_s}));
+        auto *patience = jobs.findChild<QTimer *>(u"awaitedPlaylistTimer"_s);
+        QVERIFY(patience);
+        QCOMPARE(patience->interval(), 10'000);
+        if (!isInTime) {
+            QVERIFY(elapse(*patience));
+        }
+        music.clearRecords();
+        music.answerInBackground({.playlistIds = ids, .playlistNames = QVariantList{u"A"_s, u"B"_s}});
+        music.setRunning(true);
+        jobs.loadPlaylists();
+        QVERIFY(finishBackgroundJobs(jobs));
+        QCOMPARE(music.backgroundReads().contains(u"playPlaylist 2"_s), isPlayed);
+        // It is played once.
+        music.clearRecords();
+        jobs.loadPlaylists();
+        QVERIFY(finishBackgroundJobs(jobs));
+        QVERIFY(!music.backgroundReads().contains(u"playPlaylist 2"_s));
+    }
+
+    void aRunningMusicIsNotAskedAgainForAPlaylist()
+    {
+        ScriptedMusicApplication music;
+        music.answerInBackground({.playlistIds = QVariantList{1}, .playlistNames = QVariantList{u"A"_s}});
+        BackgroundJobs jobs(music);
+        jobs.playPlaylist(1);
+        QVERIFY(finishBackgroundJobs(jobs));
+        music.clearRecords();
+        jobs.loadPlaylists();
+        QVERIFY(finishBackgroundJobs(jobs));
+        QVERIFY(!music.backgroundReads().contains(u"playPlaylist 1"_s));
     }
 
     void thePlaylistThatMusicPlaysIsNotPlayedAgain()

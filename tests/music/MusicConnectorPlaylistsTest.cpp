@@ -275,7 +275,7 @@ private Q_SLOTS:
         QTRY_COMPARE(music.backgroundReads(), QStringList({u"currentPlaylist"_s, u"playPlaylist 3"_s}));
     }
 
-    void whileOnePlaylistIsAboutToBePlayedNoOtherIs()
+    void aPlaylistChosenWhileAnotherIsAboutToBePlayedFollowsIt()
     {
         ScriptedMusicApplication music;
         MusicConnector connector(music, m_windowActivation);
@@ -288,13 +288,26 @@ private Q_SLOTS:
         connector.setSelectedPlaylist(PlaylistOption{2, u"B"_s});
         connector.playSelectedPlaylist();
         music.releaseBackground();
-        const QStringList first = {u"currentPlaylist"_s, u"playPlaylist 1"_s};
-        QTRY_COMPARE(music.backgroundReads(), first);
         QVERIFY(finishBackgroundJobs(connector));
-        QCOMPARE(music.backgroundReads(), first);
+        QCOMPARE(music.backgroundReads(),
+            QStringList({u"currentPlaylist"_s, u"playPlaylist 1"_s, u"currentPlaylist"_s, u"playPlaylist 2"_s}));
+    }
 
+    void aPlaylistChosenWhileMusicDoesNotRunIsPlayedOnceItIsThere()
+    {
+        ScriptedMusicApplication music;
+        music.setRunning(false);
+        MusicConnector connector(music, m_windowActivation);
+        connector.setSelectedPlaylist(PlaylistOption{2, u"B"_s});
         connector.playSelectedPlaylist();
-        QTRY_COMPARE(music.backgroundReads(), first + QStringList({u"currentPlaylist"_s, u"playPlaylist 2"_s}));
+        QVERIFY(finishBackgroundJobs(connector));
+        music.clearRecords();
+        music.answerInBackground({.playlistIds = QVariantList{1, 2}, .playlistNames = QVariantList{u"A"_s, u"B"_s}});
+        music.launch();
+        QVERIFY(finishBackgroundJobs(connector));
+        QCOMPARE(music.backgroundReads(),
+            QStringList({u"currentPlaylist"_s, u"playlistIds"_s, u"playlistNames"_s, u"currentPlaylist"_s,
+                u"playPlaylist 2"_s}));
     }
 
     void aMusicThatQuitWhileAPlaylistWasAboutToBePlayedDoesNotKeepTheNextFromIt()

@@ -85,6 +85,7 @@ private Q_SLOTS:
     void aPlaylistThatWasNeverListedIsNotPlayed();
     void aPlayerThatTakesNoCommandsIsSentNone();
     void aMusicThatDoesNotRunIsLaunchedInstead();
+    void aPlaylistChosenBeforeThePlayerIsThereIsPlayedThen();
 
 private:
     void keepInTheMusicFolder(const QStringList &files) const;
@@ -601,6 +602,19 @@ void PlayerPlaylistsTest::aMusicThatDoesNotRunIsLaunchedInstead()
     startMusic();
     QVERIFY(!onAnotherThread([this] { return m_music->playPlaylist(7); }));
     QTRY_COMPARE(m_launcher.launches, 1);
+}
+
+void PlayerPlaylistsTest::aPlaylistChosenBeforeThePlayerIsThereIsPlayedThen()
+{
+    startMusic();
+    m_connector = std::make_unique<MusicConnector>(*m_music, m_windowActivation);
+    const QString chosen = playlistPath + u'2';
+    m_connector->setSelectedPlaylist(PlaylistOption{playlistId(chosen), u"Chosen"_s});
+    m_connector->playSelectedPlaylist();
+    QTRY_COMPARE(m_launcher.launches, 1);
+    startPlayer({u"stop"_s});
+    QTRY_COMPARE(commands(), QStringList{u"ActivatePlaylist "_s + chosen});
+    QTRY_COMPARE(m_music->playerState(), PlayerState::playing);
 }
 
 } // namespace tunedeck
