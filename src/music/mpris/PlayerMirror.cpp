@@ -18,6 +18,8 @@ constexpr Milliseconds slownessAfterAnswer{250};
 /// Limit for a command that is not sent, or not answered, after all.
 constexpr Milliseconds longestExpectation{1'250};
 constexpr Milliseconds volumeEcho{250};
+/// A correction of the position by less is not seen, and not worth reading the volume again, without its fraction.
+constexpr double smallestStep = 0.05; // seconds
 constexpr double smallestGrowth = 0.2;
 constexpr double largestGrowth = 10;
 constexpr int growthsOfAStream = 2;
@@ -52,7 +54,7 @@ PlayerMirror::Changes PlayerMirror::read(const PlayerReport &report, Instant now
         applyPosition(*report.position, now);
     }
     Changes changes = changesSince(before);
-    changes.settings |= m_clock.position(now) != expected;
+    changes.settings |= std::abs(m_clock.position(now) - expected) > smallestStep;
     return changes;
 }
 

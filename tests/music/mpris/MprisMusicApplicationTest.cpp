@@ -704,7 +704,10 @@ void MprisMusicApplicationTest::aVolumeInSmallStepsKeepsItsFraction()
     const QSignalSpy settings(m_music.get(), &MusicApplication::playbackSettingsDidChange);
     for (int step = 0; step < 5; ++step) {
         connector.adjustVolume(-0.4);
-        QVERIFY(step % 2 == 0 ? MusicAtRest::roundTrip(m_musicConnection) : comesToRest());
+        // All echoes are here before time is skipped.
+        QTRY_VERIFY(!MusicAtRest::hasUnansweredCall(*m_music));
+        QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
+        QCoreApplication::processEvents();
     }
     QVERIFY(comesToRest());
     QCOMPARE(settings.count(), 0);

@@ -1120,6 +1120,17 @@ private Q_SLOTS:
         QCOMPARE(announced({{u"Volume"_s, 0.486}}, 3'000), u"settings"_s);
     }
 
+    void aPositionThatIsCorrectedUnseenIsNoChange()
+    {
+        playOneFrom(10);
+        m_mirror.askedForStatus(PlaybackStatus::Paused, at(1'000));
+        QCOMPARE(read(properties(u"Paused"_s, one, 11.04), 1'040), nothing);
+        QCOMPARE(position(1'040), 11.04);
+        m_mirror.trustNextSample();
+        QCOMPARE(read(properties(u"Paused"_s, one, 11.1), 1'100), u"settings"_s);
+        QCOMPARE(position(1'100), 11.1);
+    }
+
     void chromiumsIgnoredVolumeGoesBack()
     {
         read(with(properties(u"Playing"_s, one, 0), u"Volume"_s, 1.0), 0);
