@@ -168,6 +168,8 @@ private Q_SLOTS:
     void aLineThatIsWrongAtItsEndDoesNothing();
     void tellSendsALine();
     void aSecondPlayerTakesANameOfItsOwn();
+    void severalPlayersOfOneProcessHaveANameAndAConnectionEach();
+    void aPlayerThatReplacesAnotherTakesItsNameWithoutAGap();
     void terminationIsClean();
     void itEndsWithItsBus();
 };
@@ -932,6 +934,42 @@ void DemoPlayerTest::aSecondPlayerTakesANameOfItsOwn()
     QCOMPARE(m_connection.interface()->servicePid(service).value(), static_cast<uint>(first.pid()));
     const QString name = u"%1.instance%2"_s.arg(service).arg(second.pid());
     QCOMPARE(m_connection.interface()->servicePid(name).value(), static_cast<uint>(second.pid()));
+}
+
+void DemoPlayerTest::severalPlayersOfOneProcessHaveANameAndAConnectionEach()
+{
+    DemoPlayer phone(*m_bus, {u"--also"_s, u"phone.second"_s, u"--play"_s});
+    QVERIFY(phone.isReady());
+    const QString second = u"org.mpris.MediaPlayer2.phone.second"_s;
+    const QDBusConnectionInterface &bus = *m_connection.interface();
+    for (const QString &name : {service, second}) {
+        QCOMPARE(bus.servicePid(name).value(), static_cast<uint>(phone.pid()));
+    }
+    QVERIFY(bus.serviceOwner(service).value() != bus.serviceOwner(second).value());
+
+    DemoPlayer obeyed(*m_bus, {u"--name"_s, u"phone.second"_s, u"--tell"_s, u"track 4"_s});
+    QVERIFY(obeyed.process().waitForFinished(patience));
+    QCOMPARE(obeyed.process().exitCode(), 0);
+    QCOMPARE(trackId(), u"/org/tunedeck/demo/track/0"_s);
+    auto question = QDBusMessage::createMethodCall(second, path, propertiesInterface, u"Get"_s);
+    question.setArguments({playerInterface, u"Metadata"_s});
+    const auto answer = m_connection.call(question).arguments().value(0).value<QDBusVariant>().variant();
+    QCOMPARE(mapOf(answer).value(u"mpris:trackid"_s).value<QDBusObjectPath>().path(), u"/org/tunedeck/demo/track/4"_s);
+}
+
+void DemoPlayerTest::aPlayerThatReplacesAnotherTakesItsNameWithoutAGap()
+{
+    DemoPlayer first(*m_bus, {});
+    QVERIFY(first.isReady());
+    const QString former = m_connection.interface()->serviceOwner(service);
+    QDBusServiceWatcher watcher(service, m_connection);
+    QSignalSpy changes(&watcher, &QDBusServiceWatcher::serviceOwnerChanged);
+    DemoPlayer second(*m_bus, {u"--replace"_s});
+    QVERIFY(second.isReady());
+    QTRY_COMPARE(changes.size(), 1);
+    const QString owner = m_connection.interface()->serviceOwner(service);
+    QCOMPARE(changes.first(), (QVariantList{service, former, owner}));
+    QCOMPARE(m_connection.interface()->servicePid(service).value(), static_cast<uint>(second.pid()));
 }
 
 void DemoPlayerTest::terminationIsClean()

@@ -19,11 +19,23 @@ BusName::BusName(const QDBusConnection &connection, const QString &player)
 
 bool BusName::take()
 {
-    if (m_connection.registerService(m_name)) {
+    if (isTaken(QDBusConnectionInterface::DontQueueService)) {
         return true;
     }
     m_name += QStringLiteral(".instance%1").arg(QCoreApplication::applicationPid());
-    return m_connection.registerService(m_name);
+    return isTaken(QDBusConnectionInterface::DontQueueService);
+}
+
+bool BusName::replaceOwner()
+{
+    return isTaken(QDBusConnectionInterface::ReplaceExistingService);
+}
+
+bool BusName::isTaken(QDBusConnectionInterface::ServiceQueueOptions options) const
+{
+    const auto reply =
+        m_connection.interface()->registerService(m_name, options, QDBusConnectionInterface::AllowReplacement);
+    return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
 }
 
 void BusName::giveUp()

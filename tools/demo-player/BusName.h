@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QString>
 
 namespace tunedeck::demo {
@@ -17,11 +18,15 @@ public:
     [[nodiscard]] QString name() const { return m_name; }
     /// Takes the name, or, if another player has it, the name of a further instance. False if the bus gives neither.
     bool take();
+    /// Takes the name, also from a demo player that has it. False if the bus does not give it.
+    bool replaceOwner();
     void giveUp();
     /// Returns when every message sent so far has reached the bus. Call it before the process ends.
     void flush();
 
 private:
+    [[nodiscard]] bool isTaken(QDBusConnectionInterface::ServiceQueueOptions options) const;
+
     QDBusConnection m_connection;
     QString m_name;
 };

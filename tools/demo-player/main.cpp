@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "BusName.h"
 #include "BusTypes.h"
-#include "MprisObject.h"
-#include "Oddities.h"
-#include "Player.h"
-#include "Script.h"
+#include "Library.h"
+#include "PlayerOnBus.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -12,10 +10,12 @@
 #include <QDBusError>
 #include <QSocketNotifier>
 #include <QTextStream>
-#include <QTimer>
 
 #include <csignal>
+#include <memory>
+#include <optional>
 #include <sys/signalfd.h>
+#include <vector>
 
 namespace {
 
@@ -24,9 +24,11 @@ using namespace Qt::StringLiterals;
 
 struct Options {
     QString name;
+    QStringList furtherNames;
     quint32 seed;
     qsizetype track;
     bool plays;
+    bool replaces;
     QStringList lines;
 };
 
@@ -34,11 +36,6 @@ int fail(const QString &reason)
 {
     QTextStream(stderr) << reason << Qt::endl;
     return EXIT_FAILURE;
-}
-
-std::chrono::microseconds monotonicTime()
-{
-    return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now().time_since_epoch());
 }
 
 QString lengthText(const Track &track)
@@ -75,31 +72,6 @@ int tell(const QString &name, const QString &line)
     return reply.type() == QDBusMessage::ReplyMessage ? EXIT_SUCCESS : fail(reply.errorMessage());
 }
 
-/// Wakes the player when its next event is due.
-void drive(Player &player, QTimer &timer)
-{
-    const auto rearm = [&player, &timer] {
-        using std::chrono::milliseconds;
-        const auto time = player.timeToNextEvent();
-        if (!time) {
-            timer.stop();
-            return;
-        }
-        // An hour at most, as a timer cannot hold the longest lengths; advance() does nothing when woken early.
-        constexpr milliseconds longest = std::chrono::hours(1);
-        timer.start(qMin(std::chrono::ceil<milliseconds>(*time), longest));
-    };
-    timer.setSingleShot(true);
-    timer.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&timer, &QTimer::timeout, &player, [&player, rearm] {
-        player.advance();
-        rearm();
-    });
-    QObject::connect(&player, &Player::changed, &timer, rearm);
-    QObject::connect(&player, &Player::trackStarted, &timer, rearm);
-    QObject::connect(&player, &Player::seeked, &timer, rearm);
-}
-
 /// Returns a descriptor that reports SIGTERM and SIGINT. Call it before the first thread starts, which would otherwise
 /// get them.
 int openTerminationSignals()
@@ -112,46 +84,55 @@ int openTerminationSignals()
     return signalfd(-1, &signals, SFD_CLOEXEC);
 }
 
+/// Players in this process, each on a connection of its own.
+using Players = std::vector<std::unique_ptr<PlayerOnBus>>;
+
+/// Lets a player of `options` with this name appear. Returns the reason if it cannot.
+std::optional<QString> addPlayer(
+    Players &players, const QDBusConnection &connection, const QString &name, const Options &options)
+{
+    if (!connection.isConnected()) {
+        return connection.lastError().message();
+    }
+    auto player = std::make_unique<PlayerOnBus>(connection, name, options.seed);
+    // Queued, so that the answer to Quit is still sent.
+    QObject::connect(player.get(), &PlayerOnBus::quitRequested, QCoreApplication::instance(), &QCoreApplication::quit,
+        Qt::QueuedConnection);
+    const bool isFirst = players.empty();
+    const std::optional<QString> error = player->appear({.track = options.track,
+        .plays = isFirst && options.plays,
+        .lines = isFirst ? options.lines : QStringList(),
+        .replaces = options.replaces});
+    players.push_back(std::move(player));
+    return error;
+}
+
 int run(const Options &options, int terminationSignals)
 {
-    QDBusConnection connection = QDBusConnection::sessionBus();
-    if (!connection.isConnected()) {
-        return fail(connection.lastError().message());
-    }
     registerBusTypes();
-    Player player(monotonicTime, options.seed);
-    Oddities oddities;
-    BusName busName(connection, options.name);
-    Script script(player, oddities, busName);
-    MprisObject object(player, oddities, script, connection);
-    QTimer timer;
-    drive(player, timer);
-
     auto *const application = QCoreApplication::instance();
     const QSocketNotifier notifier(terminationSignals, QSocketNotifier::Read);
     QObject::connect(&notifier, &QSocketNotifier::activated, application, &QCoreApplication::quit);
-    // Queued, so that the answer to Quit is still sent.
-    QObject::connect(&object, &MprisObject::quitRequested, application, &QCoreApplication::quit, Qt::QueuedConnection);
+    QDBusConnection connection = QDBusConnection::sessionBus();
     // A player whose bus has ended cannot be reached, not even to end it.
     connection.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s,
         application, SLOT(quit()));
 
-    player.goToTrack(options.track);
-    if (options.plays) {
-        player.play();
+    Players players;
+    if (const auto error = addPlayer(players, connection, options.name, options)) {
+        return fail(*error);
     }
-    for (const QString &line : options.lines) {
-        if (const auto error = script.run(line)) {
-            return fail(u"%1: %2"_s.arg(line, *error));
+    for (const QString &name : options.furtherNames) {
+        const QDBusConnection further = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
+        if (const auto error = addPlayer(players, further, name, options)) {
+            return fail(*error);
         }
-    }
-    if (!connection.registerVirtualObject(QString::fromLatin1(MprisObject::path), &object) || !busName.take()) {
-        return fail(u"The bus refuses the name %1"_s.arg(busName.name()));
     }
     QTextStream(stdout) << "ready" << Qt::endl;
     const int result = QCoreApplication::exec();
-    busName.giveUp();
-    busName.flush();
+    for (const std::unique_ptr<PlayerOnBus> &player : players) {
+        player->leave();
+    }
     return result;
 }
 
@@ -171,13 +152,18 @@ int main(int argc, char *argv[])
     parser.addHelpOption();
     const QCommandLineOption name(
         u"name"_s, u"The bus name, after \"org.mpris.MediaPlayer2.\"."_s, u"NAME"_s, u"tunedeckdemo"_s);
+    const QCommandLineOption also(u"also"_s,
+        u"Adds a player called NAME on a connection of its own; may be repeated. It does not play, and --do does not "
+        "reach it; --tell does, by --name."_s,
+        u"NAME"_s);
+    const QCommandLineOption replace(u"replace"_s, u"Takes the name from the demo player that has it."_s);
     const QCommandLineOption play(u"play"_s, u"Plays at once."_s);
     const QCommandLineOption track(u"track"_s, u"Starts at track N of the library."_s, u"N"_s, u"0"_s);
     const QCommandLineOption seed(u"seed"_s, u"Decides the order of shuffling."_s, u"N"_s, u"1"_s);
     const QCommandLineOption line(u"do"_s, u"Carries out LINE before the start; may be repeated."_s, u"LINE"_s);
     const QCommandLineOption list(u"list"_s, u"Prints the library."_s);
     const QCommandLineOption tellLine(u"tell"_s, u"Sends LINE to the running demo player."_s, u"LINE"_s);
-    parser.addOptions({name, play, track, seed, line, list, tellLine});
+    parser.addOptions({name, also, replace, play, track, seed, line, list, tellLine});
     parser.process(application);
 
     if (!parser.positionalArguments().isEmpty()) {
@@ -191,8 +177,8 @@ int main(int argc, char *argv[])
     }
     bool isSeed = false;
     bool isTrack = false;
-    const Options options{parser.value(name), parser.value(seed).toUInt(&isSeed),
-        parser.value(track).toLongLong(&isTrack), parser.isSet(play), parser.values(line)};
+    const Options options{parser.value(name), parser.values(also), parser.value(seed).toUInt(&isSeed),
+        parser.value(track).toLongLong(&isTrack), parser.isSet(play), parser.isSet(replace), parser.values(line)};
     if (!isSeed || !isTrack || options.track < 0 || options.track >= library().size()) {
         return fail(u"--seed takes a whole number, --track the number of a track (see --list)"_s);
     }
