@@ -952,7 +952,6 @@ void MprisMusicApplicationTest::seeksThatNobodyMadeEarnNoRest()
 {
     startPlayer({u"--play"_s, u"--do"_s, u"unasked 20"_s, u"--do"_s, u"stale 2000"_s});
     startMusic();
-    const QSignalSpy settings(m_music.get(), &MusicApplication::playbackSettingsDidChange);
     for (int seek = 0; seek < 10; ++seek) {
         QEventLoop untilSeeked;
         QVERIFY(m_musicConnection.connect({}, u"/org/mpris/MediaPlayer2"_s, u"org.mpris.MediaPlayer2.Player"_s,
@@ -961,7 +960,6 @@ void MprisMusicApplicationTest::seeksThatNobodyMadeEarnNoRest()
     }
     QVERIFY(MusicAtRest::roundTrip(m_musicConnection));
     QCOMPARE(timer(u"sampleTimer"_s).interval(), 2'000);
-    QCOMPARE(settings.count(), 0);
 }
 
 void MprisMusicApplicationTest::aSeekThatTheClockBearsOutEarnsARest()

@@ -45,7 +45,8 @@ public:
                 return true;
             }
             for (const QPointer<QTimer> &timer : timers) {
-                if (timer) {
+                // The timer before may have let an answer arrive. The signals before that answer are handled first.
+                if (roundTrip(connection) && timer) {
                     endWaitOf(*timer);
                 }
             }
