@@ -97,13 +97,15 @@ void MainMenu::buildApplicationMenu(QMenu &menu)
     connect(checkForUpdates, &QAction::triggered, this, &MainMenu::updateCheckRequested);
     menu.addSeparator();
 
-    QAction *preferences = addItem(
-        menu, {tr("Preferences…", "Menu command"), QStringLiteral("Tunedeck_Preferences"), {Qt::CTRL | Qt::Key_Comma}});
+    QAction *preferences = addItem(menu,
+        {tr("Preferences…", "Menu command"), QStringLiteral("Tunedeck_Preferences"), {Qt::CTRL | Qt::Key_Comma}, {},
+            Qt::ApplicationShortcut});
     connect(preferences, &QAction::triggered, &m_delegate, &AppDelegate::preferencesButtonAction);
     menu.addSeparator();
 
-    QAction *quit =
-        addItem(menu, {tr("Quit", "Menu command"), QStringLiteral("Tunedeck_Quit"), {Qt::CTRL | Qt::Key_Q}});
+    QAction *quit = addItem(menu,
+        {tr("Quit", "Menu command"), QStringLiteral("Tunedeck_Quit"), {Qt::CTRL | Qt::Key_Q}, {},
+            Qt::ApplicationShortcut});
     connect(quit, &QAction::triggered, qApp, &QApplication::quit);
 }
 
@@ -129,28 +131,37 @@ void MainMenu::addShowPlayerItem(QMenu &menu)
         return true;
     };
     QAction *show = addItem(menu,
-        {QString(), MenuItemIdentifier::showPlayer, {Qt::CTRL | Qt::SHIFT | Qt::Key_O},
-            {setTitle, m_delegateValidates}});
+        {QString(), MenuItemIdentifier::showPlayer, {Qt::CTRL | Qt::SHIFT | Qt::Key_O}, {setTitle, m_delegateValidates},
+            Qt::ApplicationShortcut});
     connect(show, &QAction::triggered, &m_delegate, &AppDelegate::showPlayer);
 }
 
 void MainMenu::buildControlsMenu(QMenu &menu)
 {
-    addTransportItem(menu,
-        {tr("Play", "For UI labels: Play"), MenuItemIdentifier::playPause,
-            {Qt::Key_Space, Qt::Key_MediaTogglePlayPause, Qt::Key_MediaPlay}},
+    addTransportItem(menu, {tr("Play", "For UI labels: Play"), MenuItemIdentifier::playPause, {Qt::Key_Space}},
         &AppDelegate::playPausePressed);
+    // Space presses buttons in other windows, so only the media keys play and pause there.
+    const QAction *mediaKeys =
+        addKeys(QStringLiteral("Controls_MediaKeys"), {Qt::Key_MediaTogglePlayPause, Qt::Key_MediaPlay});
+    connect(mediaKeys, &QAction::triggered, item(MenuItemIdentifier::playPause), &QAction::trigger);
     addTransportItem(menu,
-        {tr("Next", "For UI labels: Next"), MenuItemIdentifier::next, {Qt::CTRL | Qt::Key_Right, Qt::Key_MediaNext}},
+        {tr("Next", "For UI labels: Next"), MenuItemIdentifier::next, {Qt::CTRL | Qt::Key_Right, Qt::Key_MediaNext}, {},
+            Qt::ApplicationShortcut},
         &AppDelegate::nextPressed);
     addTransportItem(menu,
         {tr("Previous", "For UI labels: Previous"), MenuItemIdentifier::previous,
-            {Qt::CTRL | Qt::Key_Left, Qt::Key_MediaPrevious}},
+            {Qt::CTRL | Qt::Key_Left, Qt::Key_MediaPrevious}, {}, Qt::ApplicationShortcut},
         &AppDelegate::prevPressed);
-    addPauseKeys();
+    // The Pause and Stop keys must not start a paused track, so they are no shortcuts of Play.
+    const QAction *pauseKeys = addKeys(QStringLiteral("Controls_Pause"), {Qt::Key_MediaPause, Qt::Key_MediaStop});
+    connect(pauseKeys, &QAction::triggered, &m_delegate, &AppDelegate::pausePressed);
     menu.addSeparator();
-    addVolumeItem(menu, {tr("Volume Up", "Menu command"), MenuItemIdentifier::volumeUp, {Qt::CTRL | Qt::Key_Up}});
-    addVolumeItem(menu, {tr("Volume Down", "Menu command"), MenuItemIdentifier::volumeDown, {Qt::CTRL | Qt::Key_Down}});
+    addVolumeItem(menu,
+        {tr("Volume Up", "Menu command"), MenuItemIdentifier::volumeUp, {Qt::CTRL | Qt::Key_Up}, {},
+            Qt::ApplicationShortcut});
+    addVolumeItem(menu,
+        {tr("Volume Down", "Menu command"), MenuItemIdentifier::volumeDown, {Qt::CTRL | Qt::Key_Down}, {},
+            Qt::ApplicationShortcut});
 }
 
 void MainMenu::buildFollowMenu(QMenu &menu)
@@ -224,8 +235,9 @@ void MainMenu::addStopWaitingItem()
 
 void MainMenu::buildHelpMenu(QMenu &menu)
 {
-    QAction *help = addItem(
-        menu, {tr("Tunedeck Help", "Menu command"), QStringLiteral("Help_Contents"), {QKeySequence::HelpContents}});
+    QAction *help = addItem(menu,
+        {tr("Tunedeck Help", "Menu command"), QStringLiteral("Help_Contents"), {QKeySequence::HelpContents}, {},
+            Qt::ApplicationShortcut});
     connect(help, &QAction::triggered, &m_delegate, &AppDelegate::openHelp);
     menu.addSeparator();
 
@@ -245,6 +257,7 @@ QAction *MainMenu::addItem(QMenu &menu, const Command &command)
     QAction *item = menu.addAction(command.title);
     item->setObjectName(command.identifier);
     item->setShortcuts(command.shortcuts);
+    item->setShortcutContext(command.shortcutContext);
     m_windowController.window().addAction(item);
     if (!command.validators.isEmpty()) {
         m_validation.add(item, command.validators);
@@ -262,15 +275,16 @@ void MainMenu::addTransportItem(QMenu &menu, const Command &command, void (AppDe
     connect(item, &QAction::triggered, &m_delegate, action);
 }
 
-/// The Pause and Stop keys must not start a paused track, so they are no shortcuts of Play. They need no menu item.
-void MainMenu::addPauseKeys()
+/// Keys for the whole program that need no menu item.
+QAction *MainMenu::addKeys(const QString &identifier, const QList<QKeySequence> &keys)
 {
-    auto *pause = new QAction(this);
-    pause->setObjectName(QStringLiteral("Controls_Pause"));
-    pause->setShortcuts({Qt::Key_MediaPause, Qt::Key_MediaStop});
-    pause->setAutoRepeat(false);
-    m_windowController.window().addAction(pause);
-    connect(pause, &QAction::triggered, &m_delegate, &AppDelegate::pausePressed);
+    auto *command = new QAction(this);
+    command->setObjectName(identifier);
+    command->setShortcuts(keys);
+    command->setShortcutContext(Qt::ApplicationShortcut);
+    command->setAutoRepeat(false);
+    m_windowController.window().addAction(command);
+    return command;
 }
 
 void MainMenu::addVolumeItem(QMenu &menu, const Command &command)

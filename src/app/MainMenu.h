@@ -17,7 +17,7 @@ class PlaylistViewController;
 class WindowController;
 
 /// The program's menus: the context menu of the main window, and on desktops that have one, the global menu bar. The
-/// shortcuts belong to the main window.
+/// shortcuts of what concerns the main window belong to that window, the others work in every window of the program.
 class MainMenu : public QObject {
     Q_OBJECT
 
@@ -46,6 +46,7 @@ private:
         QString identifier;
         QList<QKeySequence> shortcuts = {};
         QList<MenuValidation::Validator> validators = {};
+        Qt::ShortcutContext shortcutContext = Qt::WindowShortcut;
     };
 
     /// `position` is in the main window, in points.
@@ -60,7 +61,7 @@ private:
     QMenu &addMenu(const QString &title);
     QAction *addItem(QMenu &menu, const Command &command);
     void addTransportItem(QMenu &menu, const Command &command, void (AppDelegate::*action)());
-    void addPauseKeys();
+    QAction *addKeys(const QString &identifier, const QList<QKeySequence> &keys);
     void addKeepAboveItem(QMenu &menu);
     void addStopWaitingItem();
     void addVolumeItem(QMenu &menu, const Command &command);

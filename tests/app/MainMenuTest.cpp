@@ -263,6 +263,67 @@ private Q_SLOTS:
         QVERIFY(desktop.music.commands().isEmpty());
     }
 
+    void theProgramsShortcutsWorkInEveryWindow()
+    {
+        Desktop desktop;
+        Application application(desktop.environment());
+        desktop.playTrack();
+        application.showMainWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&application.windowController().window()));
+        desktop.music.answers.soundVolume = 50;
+        application.musicConnector().refreshPlaybackSettings();
+        desktop.music.clearRecords();
+        QSignalSpy preferences(&application.delegate(), &AppDelegate::preferencesRequested);
+        QSignalSpy help(&application.delegate(), &AppDelegate::helpRequested);
+        QSignalSpy quit(application.mainMenu().item(QStringLiteral("Tunedeck_Quit")), &QAction::triggered);
+
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        const auto press = [&other](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+            QTest::keyClick(other.windowHandle(), key, modifiers);
+        };
+        press(Qt::Key_Right, Qt::ControlModifier);
+        press(Qt::Key_Left, Qt::ControlModifier);
+        press(Qt::Key_Up, Qt::ControlModifier);
+        press(Qt::Key_Down, Qt::ControlModifier);
+        QCOMPARE(desktop.music.commands(),
+            (QStringList{QStringLiteral("nextTrack"), QStringLiteral("backTrack"), QStringLiteral("setSoundVolume 54"),
+                QStringLiteral("setSoundVolume 50")}));
+        press(Qt::Key_Q, Qt::ControlModifier);
+        QCOMPARE(quit.count(), 1);
+        press(Qt::Key_F1);
+        QCOMPARE(help.count(), 1);
+        press(Qt::Key_Comma, Qt::ControlModifier);
+        QCOMPARE(preferences.count(), 1);
+    }
+
+    void keysOfTheMainWindowAloneDoNothingInOthers()
+    {
+        Desktop desktop;
+        Application application(desktop.environment());
+        desktop.playTrack();
+        application.showMainWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&application.windowController().window()));
+        desktop.music.clearRecords();
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        // The main window may still be on its way to the front.
+        QCoreApplication::processEvents();
+        QTRY_COMPARE(QApplication::activeWindow(), &other);
+        QTest::keyClick(other.windowHandle(), Qt::Key_Space);
+        QTest::keyClick(other.windowHandle(), Qt::Key_L, Qt::ControlModifier);
+        QTest::keyClick(other.windowHandle(), Qt::Key_M, Qt::ControlModifier);
+        QTest::keyClick(other.windowHandle(), Qt::Key_W, Qt::ControlModifier);
+        QCOMPARE(desktop.music.commands(), QStringList());
+        QVERIFY(!application.windowController().isExpanded());
+        QVERIFY(application.windowController().window().isVisible());
+        QVERIFY(!application.windowController().window().isMinimized());
+    }
+
     void mediaKeysAreShortcutsToo()
     {
         using namespace MenuItemIdentifier;
@@ -271,10 +332,25 @@ private Q_SLOTS:
         const auto hasShortcut = [&application](const QString &identifier, Qt::Key key) {
             return application.mainMenu().item(identifier)->shortcuts().contains(QKeySequence(key));
         };
-        QVERIFY(hasShortcut(playPause, Qt::Key_MediaTogglePlayPause));
-        QVERIFY(hasShortcut(playPause, Qt::Key_MediaPlay));
         QVERIFY(hasShortcut(next, Qt::Key_MediaNext));
         QVERIFY(hasShortcut(previous, Qt::Key_MediaPrevious));
+    }
+
+    void theMediaKeysPlayAsTheMenuItemDoes()
+    {
+        Desktop desktop;
+        Application application(desktop.environment());
+        desktop.playTrack();
+        auto *keys = application.mainMenu().findChild<QAction *>(QStringLiteral("Controls_MediaKeys"));
+        QCOMPARE(keys->shortcuts(), (QList<QKeySequence>{Qt::Key_MediaTogglePlayPause, Qt::Key_MediaPlay}));
+        QCOMPARE(keys->shortcutContext(), Qt::ApplicationShortcut);
+        desktop.music.clearRecords();
+        keys->trigger();
+        QCOMPARE(desktop.music.commands(), {QStringLiteral("playpause")});
+        desktop.music.quit();
+        desktop.music.clearRecords();
+        keys->trigger();
+        QVERIFY(desktop.music.commands().isEmpty());
     }
 
     void aKeyThatPausesNeverPlays()
@@ -285,6 +361,7 @@ private Q_SLOTS:
         auto *pause = application.mainMenu().findChild<QAction *>(QStringLiteral("Controls_Pause"));
         QVERIFY(application.windowController().window().actions().contains(pause));
         QCOMPARE(pause->shortcuts(), (QList<QKeySequence>{Qt::Key_MediaPause, Qt::Key_MediaStop}));
+        QCOMPARE(pause->shortcutContext(), Qt::ApplicationShortcut);
         desktop.music.clearRecords();
         pause->trigger();
         QCOMPARE(desktop.music.commands(), {QStringLiteral("playpause")});
