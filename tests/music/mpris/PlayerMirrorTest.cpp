@@ -1270,6 +1270,68 @@ private Q_SLOTS:
 
     // Abilities
 
+    void thePositionCanBeSetWhereThePlayerCanSeekInATrackWithALength_data()
+    {
+        QTest::addColumn<QVariantMap>("properties");
+        QTest::addColumn<ControlAnswer>("answer");
+        const QVariantMap playing = properties(u"Playing"_s, one, 10);
+        QVariantMap withoutPosition = playing;
+        withoutPosition.remove(u"Position"_s);
+        QTest::newRow("a track") << playing << ControlAnswer::taken;
+        QTest::newRow("a player that cannot seek") << with(playing, u"CanSeek"_s, false) << ControlAnswer::missing;
+        QTest::newRow("a player that cannot be controlled")
+            << with(playing, u"CanControl"_s, false) << ControlAnswer::missing;
+        QTest::newRow("a player without a position") << withoutPosition << ControlAnswer::missing;
+        QTest::newRow("a file without a length")
+            << properties(u"Playing"_s, with(one, u"mpris:length"_s, qlonglong(0)), 10) << ControlAnswer::missing;
+        QTest::newRow("VLC, stopped") << with(properties(u"Stopped"_s, one, 0), u"CanSeek"_s, false)
+                                      << ControlAnswer::taken;
+    }
+    void thePositionCanBeSetWhereThePlayerCanSeekInATrackWithALength()
+    {
+        QFETCH(QVariantMap, properties);
+        read(properties, 0);
+        QTEST(m_mirror.answerTo(MusicControl::position), "answer");
+    }
+
+    void aMomentInWhichVlcCannotSeekIsNotSeen()
+    {
+        playOneFrom(10);
+        announced({{u"CanSeek"_s, false}}, 1'000);
+        QCOMPARE(nextSettling(), 1'150);
+        announced({{u"CanSeek"_s, true}}, 1'100);
+        settled(1'150);
+        QCOMPARE(m_mirror.answerTo(MusicControl::position), ControlAnswer::taken);
+        announced({{u"CanSeek"_s, false}}, 2'000);
+        QVERIFY(m_mirror.settle(at(2'150)).controls);
+        QCOMPARE(m_mirror.answerTo(MusicControl::position), ControlAnswer::missing);
+    }
+
+    void whatVlcLosesAroundATrackChangeIsNotIgnored()
+    {
+        const auto playing = [](const QVariantMap &map) {
+            return with(properties(u"Playing"_s, map, 0), u"Volume"_s, 1.0);
+        };
+        read(playing(one), 0);
+        for (int change = 1; change <= 4; ++change) {
+            m_mirror.askedForVolume(0.5, at(change * 1'000));
+            m_mirror.volumeAnswered(at(change * 1'000));
+            read(playing(change % 2 == 0 ? one : two), change * 1'000 + 300);
+        }
+        QCOMPARE(m_mirror.answerTo(MusicControl::volume), ControlAnswer::taken);
+    }
+
+    void theVolumeOfAStoppedPlayerShowsNothing()
+    {
+        read(with(properties(u"Stopped"_s, one, 0), u"Volume"_s, 0.0), 0);
+        for (int attempt = 1; attempt <= 3; ++attempt) {
+            m_mirror.askedForVolume(0.5, at(attempt * 1'000));
+            m_mirror.volumeAnswered(at(attempt * 1'000));
+            read(with(properties(u"Stopped"_s, one, 0), u"Volume"_s, 0.0), attempt * 1'000 + 300);
+        }
+        QCOMPARE(m_mirror.answerTo(MusicControl::volume), ControlAnswer::taken);
+    }
+
     void aPlayerThatCannotBeControlledCanNeitherSeekNorSkip()
     {
         QVariantMap answer = properties(u"Playing"_s, one, 0);
