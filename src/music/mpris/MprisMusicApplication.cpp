@@ -397,18 +397,27 @@ void MprisMusicApplication::finishTurn()
 
 bool MprisMusicApplication::startSeek(SeekRamp::Direction direction)
 {
-    const std::optional<double> position = playerPosition();
-    if (!position || !player()->isResponding() || !player()->mirror().canSeek()) {
+    if (!playerPosition() || !player()->isResponding() || !player()->mirror().canSeek()) {
         return false;
     }
-    m_seek.emplace(direction, *position, player()->mirror().track().length);
+    beginSeekHere(direction);
     m_seekTimer.start();
     seekOn();
     return true;
 }
 
+void MprisMusicApplication::beginSeekHere(SeekRamp::Direction direction)
+{
+    m_soughtTrack = player()->mirror().track();
+    m_seek.emplace(direction, playerPosition().value_or(0), m_soughtTrack.length);
+}
+
 void MprisMusicApplication::seekOn()
 {
+    // The target is a place in the track before, which may be near the end of this one.
+    if (!player()->mirror().track().isSameTrack(m_soughtTrack)) {
+        beginSeekHere(m_seek->direction());
+    }
     player()->commands().setPosition(m_seek->advance());
 }
 

@@ -104,6 +104,7 @@ private:
     void finishTurn();
 
     bool startSeek(SeekRamp::Direction direction);
+    void beginSeekHere(SeekRamp::Direction direction);
     void seekOn();
     void endSeek();
 
@@ -120,6 +121,7 @@ private:
     std::shared_ptr<PlayerPlaylists> m_playlists;
 
     std::optional<SeekRamp> m_seek;
+    TrackDetails m_soughtTrack;
     bool m_postedDuringSeek = false;
     QTimer m_seekTimer{this};
 

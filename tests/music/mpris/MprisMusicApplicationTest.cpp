@@ -94,6 +94,7 @@ private Q_SLOTS:
     void ofManyModesOneIsUnderWayAndTheLastIsTheLastWanted();
     void aRefusedShuffleIsAnnouncedAsThePlayerReportsIt();
     void holdingForwardSeeksInGrowingStepsUntilResume();
+    void aHoldGoesOnFromTheStartOfTheNextTrack();
     void whatChangedDuringAHoldIsPostedAtItsEnd_data();
     void whatChangedDuringAHoldIsPostedAtItsEnd();
     void aHoldThatChangedNothingPostsNothing();
@@ -850,6 +851,26 @@ void MprisMusicApplicationTest::holdingForwardSeeksInGrowingStepsUntilResume()
     QCOMPARE(m_music->playerState(), PlayerState::rewinding);
     QVERIFY(m_music->resume());
     QTRY_VERIFY(m_music->playerPosition() > 106.0 && m_music->playerPosition() < 109.5);
+}
+
+void MprisMusicApplicationTest::aHoldGoesOnFromTheStartOfTheNextTrack()
+{
+    startPlayer({u"--play"_s, u"--track"_s, u"4"_s});
+    startMusic();
+    QVERIFY(m_music->setPlayerPosition(100));
+    QVERIFY(comesToRest());
+    QVERIFY(m_music->fastForward());
+    QTimer &seekTimer = timer(u"seekTimer"_s);
+    seekTimer.start(std::chrono::hours(1));
+    tell(u"track 1"_s);
+    QTRY_COMPARE(m_music->currentTrack()->duration, 135.0);
+    QVERIFY(comesToRest());
+    forgetCalls();
+    QVERIFY(elapse(seekTimer));
+    QTRY_COMPARE(commands().size(), 1);
+    const QStringList words = commands().constFirst().split(u' ');
+    QCOMPARE(words.value(1), u"/org/tunedeck/demo/track/1"_s);
+    QVERIFY2(words.value(2).toLongLong() < 10'000'000, qPrintable(words.value(2)));
 }
 
 void MprisMusicApplicationTest::whatChangedDuringAHoldIsPostedAtItsEnd_data()
