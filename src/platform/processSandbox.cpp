@@ -72,7 +72,7 @@ std::optional<ProcessSandbox> sandboxOf(Kind kind, const QString &application)
 
 std::optional<ProcessSandbox> sandboxOfProcess(qint64 processId, const QString &processes)
 {
-    const QString process = QStringLiteral("%1/%2").arg(processes).arg(processId);
+    const QString process = processes + u'/' + QString::number(processId);
     // The file is missing also where the process has ended. Its control groups are missing then, too.
     const Reading flatpak = read(process + QStringLiteral("/root/.flatpak-info"));
     if (flatpak.content) {
