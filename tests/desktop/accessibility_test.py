@@ -327,6 +327,23 @@ class ScreenReaderTest(DesktopTest):
         self.assertIn(("label", "Live"), self.read())
         self.assert_soon(True, lambda: ("push button", "Stop") in self.read())
 
+    def test_a_player_that_hangs_is_spoken_of_and_the_controls_say_why_they_are_disabled(self) -> None:
+        hangs = "Tunedeck Demo Player is not responding"
+        self.player.tell("silent on")
+        self.press("Next")
+        self.assert_soon([f"{hangs}, {FIRST_TRACK.replace(', ', ' – ')}"], self.spoken)
+        disabled = (("push button", "Previous"), ("push button", "Next"), ("push button", "Silence"),
+                    ("slider", "Volume"), ("slider", "Position"), ("push button", "Done"))
+        for role, name in disabled:
+            control = self.find(role, name)
+            self.assertFalse(has(control, State.SENSITIVE))
+            self.assertEqual(control.get_description(), hangs)
+        self.assertTrue(has(self.find("push button", "Show or hide the playlists"), State.SENSITIVE))
+        self.player.tell("silent off")
+        self.player.tell("volume 0.5")
+        for role, name in disabled:
+            self.assert_soon(True, lambda role=role, name=name: has(self.find(role, name), State.SENSITIVE))
+
     def test_the_keyboard_goes_through_what_is_seen_and_is_told_of(self) -> None:
         closed = ["Previous", "Play", "Next", "Silence", "Volume", "Full volume", "Position",
                   "Show or hide the playlists", "Close", "Minimize", "Zoom"]
