@@ -6,13 +6,16 @@
 #include "platform/UserDefaults.h"
 #include "widgets/literalTitle.h"
 
+#include <QActionEvent>
 #include <QActionGroup>
+#include <QCoreApplication>
 #include <QIcon>
 #include <QMenu>
 #include <QPixmap>
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace tunedeck {
 
@@ -28,10 +31,17 @@ FollowMenu::FollowMenu(QMenu &menu, const Environment &environment, QObject *par
     , m_defaults(environment.defaults)
     , m_desktopEntries(environment.desktopEntries)
     , m_group(new QActionGroup(this))
+    , m_separator(menu.addSeparator())
+    , m_neverFollow(menu.addAction(QString()))
 {
-    // A global menu bar reads the menu before it opens.
-    fill();
-    connect(&menu, &QMenu::aboutToShow, this, &FollowMenu::fill);
+    connect(
+        m_neverFollow, &QAction::triggered, this, [this] { m_players.neverFollow(m_neverFollow->data().toString()); });
+    menu.installEventFilter(this);
+    connect(&menu, &QMenu::aboutToShow, this, [this] {
+        // Those of players that come while the menu is open are there from the start, and not visible.
+        addEntries(mostChoices);
+        fill();
+    });
     const auto refillIfOpen = [this] {
         if (m_menu.isVisible()) {
             refill();
@@ -40,16 +50,30 @@ FollowMenu::FollowMenu(QMenu &menu, const Environment &environment, QObject *par
     connect(&m_players, &FollowablePlayers::followablePlayersChanged, this, refillIfOpen);
     connect(&m_desktopEntries, &DesktopEntries::factsKnown, this, refillIfOpen);
     connect(&m_defaults, &UserDefaults::valueChanged, this, refillIfOpen);
+    // A global menu bar reads the menu before it opens.
+    fill();
+}
+
+bool FollowMenu::eventFilter(QObject *watched, QEvent *event)
+{
+    // An open menu measures all its items after the change of any.
+    if (watched == &m_menu && event->type() == QEvent::ActionChanged && m_isRefilling) {
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void FollowMenu::fill()
 {
-    m_menu.clear();
-    m_choices.clear();
-    m_separator = nullptr;
     const QList<FollowChoice> choices = this->choices();
-    for (const FollowChoice &choice : choices) {
-        show(choice, addEntry(choice.id));
+    addEntries(choices.size());
+    for (qsizetype index = 0; index < m_entries.size(); ++index) {
+        QAction &entry = *m_entries.at(index);
+        entry.setIcon(QIcon());
+        entry.setVisible(index < choices.size());
+        if (entry.isVisible()) {
+            show(choices.at(index), entry);
+        }
     }
     offerNeverFollow();
 }
@@ -57,23 +81,29 @@ void FollowMenu::fill()
 /// Changes an open menu.
 void FollowMenu::refill()
 {
-    QList<QAction *> gone = m_choices;
+    m_isRefilling = true;
+    QList<QAction *> gone;
+    QList<QAction *> free;
+    for (QAction *entry : std::as_const(m_entries)) {
+        (entry->isVisible() ? gone : free).append(entry);
+    }
     const QList<FollowChoice> choices = this->choices();
     for (const FollowChoice &choice : choices) {
         const auto entry = std::ranges::find(gone, choice.id, [](const QAction *action) { return action->data(); });
         if (entry != gone.end()) {
             show(choice, **entry);
             gone.erase(entry);
-        } else if (m_choices.size() < mostChoices) {
-            show(choice, addEntry(choice.id));
+        } else if (!free.isEmpty()) {
+            show(choice, *free.takeFirst());
         }
     }
     for (QAction *entry : std::as_const(gone)) {
         entry->setEnabled(false);
     }
-    if (m_neverFollow) {
-        m_neverFollow->setEnabled(isRunning(m_neverFollow->data().toString()));
-    }
+    m_neverFollow->setEnabled(isRunning(m_neverFollow->data().toString()));
+    m_isRefilling = false;
+    QActionEvent change(QEvent::ActionChanged, m_neverFollow);
+    QCoreApplication::sendEvent(&m_menu, &change);
 }
 
 QList<FollowChoice> FollowMenu::choices() const
@@ -81,22 +111,25 @@ QList<FollowChoice> FollowMenu::choices() const
     return followChoices(m_players, m_defaults.stringForKey(SettingsKey::followedPlayer));
 }
 
-QAction &FollowMenu::addEntry(const QString &id)
+void FollowMenu::addEntries(qsizetype count)
 {
-    auto *entry = new QAction(&m_menu);
-    entry->setData(id);
-    entry->setCheckable(true);
-    entry->setActionGroup(m_group);
-    entry->setIconVisibleInMenu(true);
-    m_menu.insertAction(m_separator, entry);
-    m_choices.append(entry);
-    connect(entry, &QAction::triggered, this, [this, id] { m_defaults.setValue(SettingsKey::followedPlayer, id); });
-    return *entry;
+    while (m_entries.size() < count) {
+        auto *entry = new QAction(&m_menu);
+        entry->setCheckable(true);
+        entry->setActionGroup(m_group);
+        entry->setIconVisibleInMenu(true);
+        m_menu.insertAction(m_separator, entry);
+        m_entries.append(entry);
+        connect(entry, &QAction::triggered, this,
+            [this, entry] { m_defaults.setValue(SettingsKey::followedPlayer, entry->data().toString()); });
+    }
 }
 
 void FollowMenu::show(const FollowChoice &choice, QAction &entry)
 {
+    entry.setData(choice.id);
     entry.setText(literalTitle(choice.text));
+    entry.setVisible(true);
     entry.setEnabled(true);
     entry.setChecked(choice.isChosen);
     QFont font = m_menu.font();
@@ -113,14 +146,13 @@ void FollowMenu::show(const FollowChoice &choice, QAction &entry)
 void FollowMenu::offerNeverFollow()
 {
     const std::optional<FollowablePlayer> followed = followedPlayer(m_players);
-    if (!followed) {
-        m_neverFollow = nullptr;
-        return;
+    m_separator->setVisible(followed.has_value());
+    m_neverFollow->setVisible(followed.has_value());
+    if (followed) {
+        m_neverFollow->setText(literalTitle(neverFollowText(*followed)));
+        m_neverFollow->setData(followed->id);
+        m_neverFollow->setEnabled(true);
     }
-    m_separator = m_menu.addSeparator();
-    m_neverFollow = m_menu.addAction(literalTitle(neverFollowText(*followed)));
-    m_neverFollow->setData(followed->id);
-    connect(m_neverFollow, &QAction::triggered, this, [this, id = followed->id] { m_players.neverFollow(id); });
 }
 
 bool FollowMenu::isRunning(const QString &id) const

@@ -34,11 +34,14 @@ public:
     /// Fills `menu`. All references must outlive this object.
     FollowMenu(QMenu &menu, const Environment &environment, QObject *parent = nullptr);
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void fill();
     void refill();
     [[nodiscard]] QList<FollowChoice> choices() const;
-    QAction &addEntry(const QString &id);
+    /// Up to `count` of them in all.
+    void addEntries(qsizetype count);
     void show(const FollowChoice &choice, QAction &entry);
     void offerNeverFollow();
     [[nodiscard]] bool isRunning(const QString &id) const;
@@ -48,9 +51,10 @@ private:
     UserDefaults &m_defaults;
     DesktopEntries &m_desktopEntries;
     QActionGroup *m_group;
-    QList<QAction *> m_choices; ///< in the order of the menu; their data() is the player's identifier
-    QAction *m_separator = nullptr; ///< below the list; null if the list is all
-    QAction *m_neverFollow = nullptr; ///< its data() is the player's identifier; null if no player runs
+    QList<QAction *> m_entries; ///< in the order of the menu; the data() of a visible one is its player's identifier
+    QAction *m_separator; ///< below the entries
+    QAction *m_neverFollow; ///< its data() is the player's identifier
+    bool m_isRefilling = false;
 };
 
 } // namespace tunedeck

@@ -4,6 +4,7 @@
 #include "platform/DesktopEntries.h"
 #include "platform/UserDefaults.h"
 #include "support/ScriptedFollowablePlayers.h"
+#include "support/TurnWatch.h"
 #include "support/registerTest.h"
 
 #include <QAccessible>
@@ -43,6 +44,9 @@ struct Follow {
     {
         QStringList lines;
         for (const QAction *action : menu.actions()) {
+            if (!action->isVisible()) {
+                continue;
+            }
             lines.append(action->isSeparator() ? u"-"_s
                                                : (action->isChecked() ? u"* "_s : u"  "_s) + action->text()
                         + (action->isEnabled() ? QString() : u" (disabled)"_s));
@@ -61,6 +65,17 @@ struct Follow {
     }
 
     [[nodiscard]] QString pinned() const { return defaults.stringForKey(SettingsKey::followedPlayer); }
+};
+
+class ResizeCounter : public QObject {
+public:
+    int count = 0;
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        count += event->type() == QEvent::Resize ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
 };
 
 /// Installs a desktop entry "demo" with an icon in a folder of the test's own.
@@ -196,6 +211,15 @@ private Q_SLOTS:
         QVERIFY(!follow.item(u"Automatic"_s).isChecked());
     }
 
+    void aFirstPlayerComesToAnOpenMenu()
+    {
+        Follow follow;
+        follow.players.players.clear();
+        follow.open();
+        follow.players.set({playerNamed(u"mpv"_s, u"mpv"_s)});
+        QCOMPARE(follow.lines(), (QStringList{u"* Automatic"_s, u"  mpv"_s}));
+    }
+
     void aPinnedPlayerThatDoesNotRunIsInTheList()
     {
         Follow follow;
@@ -218,7 +242,30 @@ private Q_SLOTS:
             follow.players.set(crowd);
         }
         // Also the separator and the command below.
-        QVERIFY(follow.menu.actions().size() <= 64 + 2 + 2);
+        QCOMPARE(follow.lines().size(), 64 + 2 + 2);
+        QCOMPARE(follow.menu.actions().size(), 64 + 2 + 2);
+    }
+
+    void aFullMenuWhoseEveryEntryChangesIsLaidOutOnce()
+    {
+        Follow follow;
+        const auto crowd = [](int longer) {
+            QList<FollowablePlayer> players;
+            for (int player = 0; player < 64; ++player) {
+                players.append(playerNamed(u"p%1"_s.arg(player), QString(1 + longer * player / 2, u'M')));
+            }
+            return players;
+        };
+        follow.players.set(crowd(0));
+        follow.open();
+        ResizeCounter counter;
+        follow.menu.installEventFilter(&counter);
+        TurnWatch watch;
+        // Each entry is wider than the one before.
+        follow.players.set(crowd(1));
+        QCOMPARE(follow.menu.actions().at(64)->text(), QString(32, u'M'));
+        QCOMPARE(counter.count, 1);
+        QVERIFY(watch.longest() < 50);
     }
 
     void aPlayerHasTheIconOfItsDesktopEntryOnceItIsRead()
