@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/FollowedPlayer.h"
 
-#include "music/menuText.h"
 #include "music/mpris/bus/playersLog.h"
 #include "music/mpris/choice/NeverFollowed.h"
-#include "music/mpris/choice/PlayerPin.h"
 #include "platform/UserDefaults.h"
 
 #include <algorithm>
@@ -13,13 +11,17 @@ namespace tunedeck {
 
 namespace {
 
-constexpr QChar nameMark = u'\n'; // no name contains it
+/// The two names of a player, or a browser and what shows its tab, notice within this time of each other that they do
+/// not play any more.
+constexpr Milliseconds settling{500};
 
 const char *reasonText(FollowReason reason)
 {
     switch (reason) {
     case FollowReason::Pinned:
         return "because it is pinned";
+    case FollowReason::Commanded:
+        return "because the user has commanded it last";
     case FollowReason::Plays:
         return "because it plays";
     case FollowReason::PlayedLast:
@@ -38,12 +40,16 @@ FollowedPlayer::FollowedPlayer(
     , m_defaults(defaults)
     , m_clock(std::move(clock))
     , m_registry(std::make_unique<PlayerRegistry>(bus, m_clock, this))
-    , m_launchEntry(processes)
+    , m_memory(defaults, processes, this)
 {
-    connect(&m_launchEntry, &LaunchEntry::finished, this, &FollowedPlayer::remember);
+    m_settled.setObjectName(QStringLiteral("settledTimer"));
+    m_settled.setSingleShot(true);
+    m_settled.setInterval(settling);
+    connect(&m_settled, &QTimer::timeout, this, &FollowedPlayer::reconsiderLater);
     connectRegistry();
     connect(&m_defaults, &UserDefaults::valueChanged, this, [this](const QString &key) {
         if (key == SettingsKey::followedPlayer || key == SettingsKey::neverFollowedPlayers) {
+            m_registry->prefer(wishes().pinned.family);
             reconsider();
             remember();
         }
@@ -53,7 +59,8 @@ FollowedPlayer::FollowedPlayer(
 void FollowedPlayer::setBus(const QDBusConnection &bus)
 {
     follow(nullptr);
-    m_lastPlayed.clear();
+    m_histories.clear();
+    m_lastCommand.reset();
     m_registry = std::make_unique<PlayerRegistry>(bus, m_clock, this);
     connectRegistry();
     Q_EMIT followablePlayersChanged();
@@ -61,6 +68,7 @@ void FollowedPlayer::setBus(const QDBusConnection &bus)
 
 void FollowedPlayer::connectRegistry()
 {
+    m_registry->prefer(wishes().pinned.family);
     connect(m_registry.get(), &PlayerRegistry::playerAttached, this, &FollowedPlayer::handleAttached);
     connect(m_registry.get(), &PlayerRegistry::playerChanged, this, &FollowedPlayer::handleChanged);
     connect(m_registry.get(), &PlayerRegistry::playerRemoved, this, &FollowedPlayer::handleRemoved);
@@ -69,107 +77,151 @@ void FollowedPlayer::connectRegistry()
             Q_EMIT respondingChanged(player->isResponding());
         }
     });
-    connect(m_registry.get(), &PlayerRegistry::ready, this, &FollowedPlayer::ready);
+    connect(m_registry.get(), &PlayerRegistry::ready, this, [this] {
+        // The window that waits for the players opens now, and must know which is followed.
+        reconsider();
+        Q_EMIT ready();
+    });
 }
 
 QList<MprisPlayer *> FollowedPlayer::followablePlayers() const
 {
     QList<MprisPlayer *> players;
-    for (const PlayerCandidate &candidate : tunedeck::followablePlayers(candidates())) {
-        players.append(playerOf(candidate.owner));
+    const QList<PlayerCandidate> followable = tunedeck::followablePlayers(candidates(), wishes());
+    for (const PlayerCandidate &candidate : followable) {
+        players.append(m_registry->player(candidate.name));
     }
     return players;
 }
 
 QString FollowedPlayer::awaitedPlayer() const
 {
-    const QString id = m_defaults.stringForKey(SettingsKey::followedPlayer);
-    const PlayerPin pin = PlayerPin::fromId(id);
-    const auto isPinned = [&pin](const MprisPlayer *player) {
-        return player->isAttached() && pin.match(player->name(), player->identity()) != PlayerPin::Match::None;
-    };
-    if (pin.family.isEmpty() || std::ranges::any_of(m_registry->players(), isPinned)) {
-        return {};
-    }
-    const QString known = m_defaults.stringForKey(SettingsKey::followedPlayerName);
-    const QString name = known.section(nameMark, 0, 0) == id ? known.section(nameMark, 1) : pin.identity;
-    return menuText(name.isEmpty() ? pin.family : name);
+    const PlayerPin pinned = wishes().pinned;
+    const QList<PlayerCandidate> running = candidates();
+    const bool isRunning = std::ranges::any_of(running, [&](const PlayerCandidate &candidate) {
+        return pinned.match(candidate.name, candidate.identity) != PlayerPin::Match::None;
+    });
+    return isRunning ? QString() : m_memory.pinnedPlayersName();
 }
 
-QStringList FollowedPlayer::entriesToLaunch() const
+void FollowedPlayer::noteCommand()
 {
-    QStringList entries{pinnedPlayersEntry(), m_defaults.stringForKey(SettingsKey::followedPlayer),
-        m_defaults.stringForKey(SettingsKey::lastFollowedPlayer)};
-    entries.removeAll(QString());
-    return entries;
+    if (m_player) {
+        noteCommandOf(m_player);
+    }
 }
 
 void FollowedPlayer::handleAttached(MprisPlayer *player)
 {
-    if (player->mirror().status() == PlaybackStatus::Playing) {
-        m_lastPlayed[player->owner()] = ++m_plays;
-    }
-    connect(player, &MprisPlayer::identityChanged, this, &FollowedPlayer::remember);
-    connect(player, &MprisPlayer::identityChanged, this, &FollowedPlayer::followablePlayersChanged);
-    reconsider();
+    noteStatus(player);
+    connect(player, &MprisPlayer::identityChanged, this, [this, player] {
+        if (player == m_player) {
+            remember();
+        }
+        // A pin may name its player by its identity.
+        reconsiderLater();
+        Q_EMIT followablePlayersChanged();
+    });
+    connect(&player->commands(), &PlayerCommands::given, this, [this, player] { noteCommandOf(player); });
+    reconsiderLater();
     Q_EMIT followablePlayersChanged();
 }
 
 void FollowedPlayer::handleChanged(MprisPlayer *player, PlayerMirror::Changes changes)
 {
-    if (changes.status && player->mirror().status() == PlaybackStatus::Playing) {
-        m_lastPlayed[player->owner()] = ++m_plays;
+    if (changes.status) {
+        noteStatus(player);
     }
     if (player == m_player) {
+        if (changes.status) {
+            remember();
+        }
         Q_EMIT playerChanged(changes);
     }
     if (changes.status || changes.userInfo) {
-        reconsider();
+        reconsiderLater();
         Q_EMIT followablePlayersChanged();
     }
 }
 
 void FollowedPlayer::handleRemoved(MprisPlayer *player)
 {
-    m_lastPlayed.remove(player->owner());
+    m_histories.remove(player);
+    if (m_lastCommand && m_lastCommand->name == player->name()) {
+        m_lastCommand.reset();
+    }
     if (player == m_player) {
         // The next player is chosen at once, so that both changes happen in one turn.
         follow(nullptr);
+        reconsider();
     }
-    reconsider();
+    reconsiderLater();
     Q_EMIT followablePlayersChanged();
+}
+
+void FollowedPlayer::noteStatus(const MprisPlayer *player)
+{
+    History &history = m_histories[player];
+    history.lastChanged = m_clock();
+    if (player->mirror().status() == PlaybackStatus::Playing) {
+        history.lastPlayed = ++m_time;
+    }
+    if (m_histories.size() > 1) {
+        m_settled.start();
+    }
+}
+
+void FollowedPlayer::noteCommandOf(const MprisPlayer *player)
+{
+    m_lastCommand = LastCommand{.name = player->name(), .time = ++m_time};
+}
+
+PlayerWishes FollowedPlayer::wishes() const
+{
+    return {.pinned = PlayerPin::fromId(m_defaults.stringForKey(SettingsKey::followedPlayer)),
+        .neverFollowed = NeverFollowed(m_defaults).pins()};
 }
 
 QList<PlayerCandidate> FollowedPlayer::candidates() const
 {
-    const PlayerPin pinned = PlayerPin::fromId(m_defaults.stringForKey(SettingsKey::followedPlayer));
-    const QList<PlayerPin> never = NeverFollowed(m_defaults).pins();
-    const auto fits = [](const MprisPlayer *player) {
-        return [player](const PlayerPin &pin) {
-            return pin.match(player->name(), player->identity()) != PlayerPin::Match::None;
-        };
-    };
     QList<PlayerCandidate> candidates;
     for (const MprisPlayer *player : m_registry->players()) {
-        const auto fitsPlayer = fits(player);
-        if (!player->isAttached() || (!fitsPlayer(pinned) && std::ranges::any_of(never, fitsPlayer))) {
-            continue;
+        if (player->isAttached()) {
+            candidates.append({.name = player->name(),
+                .identity = player->identity(),
+                .processId = player->processId(),
+                .isPlaying = player->mirror().status() == PlaybackStatus::Playing,
+                .hasJustChanged = hasJustChanged(player),
+                .lastPlayed = m_histories.value(player).lastPlayed,
+                .browserProcessId = player->mirror().track().browserProcessId});
         }
-        candidates.append({.owner = player->owner(),
-            .name = player->name(),
-            .processId = player->processId(),
-            .isPlaying = player->mirror().status() == PlaybackStatus::Playing,
-            .lastPlayed = m_lastPlayed.value(player->owner()),
-            .browserProcessId = player->mirror().track().browserProcessId});
     }
     return candidates;
 }
 
+bool FollowedPlayer::hasJustChanged(const MprisPlayer *player) const
+{
+    return m_settled.isActive() && m_clock() - m_histories.value(player).lastChanged < settling;
+}
+
+void FollowedPlayer::reconsiderLater()
+{
+    if (!std::exchange(m_reconsiders, true)) {
+        QMetaObject::invokeMethod(this, &FollowedPlayer::reconsider, Qt::QueuedConnection);
+    }
+}
+
 void FollowedPlayer::reconsider()
 {
-    const std::optional<PlayerDecision> decision = choosePlayer(
-        candidates(), m_defaults.stringForKey(SettingsKey::followedPlayer), m_player ? m_player->owner() : QString());
-    MprisPlayer *player = decision ? playerOf(decision->owner) : nullptr;
+    m_reconsiders = false;
+    const PlayerWishes wanted = wishes();
+    const QList<PlayerCandidate> followable = tunedeck::followablePlayers(candidates(), wanted);
+    if (m_lastCommand && !stillCounts(*m_lastCommand, followable)) {
+        m_lastCommand.reset();
+    }
+    const std::optional<PlayerDecision> decision = choosePlayer(followable, wanted.pinned,
+        m_lastCommand ? m_lastCommand->name : QString(), m_player ? m_player->name() : QString());
+    MprisPlayer *player = decision ? m_registry->player(decision->name) : nullptr;
     if (player && player != m_player) {
         qCDebug(playersLog).noquote() << "Following" << loggable(player->name()) << reasonText(decision->reason);
     }
@@ -189,55 +241,22 @@ void FollowedPlayer::follow(MprisPlayer *player)
         m_player = player;
         remember();
         Q_EMIT followed(player);
-        Q_EMIT followablePlayersChanged();
     }
     if (isResponding() != wasResponding) {
         Q_EMIT respondingChanged(isResponding());
     }
+    Q_EMIT followablePlayersChanged();
 }
 
 void FollowedPlayer::remember()
 {
-    if (!m_player) {
-        return;
+    if (m_player) {
+        m_memory.remember({.name = m_player->name(),
+                              .identity = m_player->identity(),
+                              .desktopEntry = m_player->desktopEntry(),
+                              .processId = m_player->processId()},
+            m_histories.value(m_player).lastPlayed > 0);
     }
-    const QString family = playerFamily(m_player->name());
-    const QString pinned = m_defaults.stringForKey(SettingsKey::followedPlayer);
-    if (PlayerPin::fromId(pinned).match(m_player->name(), m_player->identity()) != PlayerPin::Match::None) {
-        store(SettingsKey::followedPlayerName, pinned + nameMark + m_player->identity());
-    }
-    const QString named = m_player->desktopEntry();
-    m_launchEntry.find(m_player->processId(), named.isEmpty() ? family : named);
-    const QString &entry = m_launchEntry.entry();
-    if (entry.isEmpty()) {
-        return;
-    }
-    store(SettingsKey::lastFollowedPlayer, entry);
-    const bool isMoreThanTheFamily = !named.isEmpty() || entry != family;
-    if (family == pinned && isMoreThanTheFamily) {
-        store(SettingsKey::followedPlayerEntry, family + u'/' + entry);
-    }
-}
-
-void FollowedPlayer::store(const QString &key, const QString &text)
-{
-    if (m_defaults.stringForKey(key) != text) {
-        m_defaults.setValue(key, text);
-    }
-}
-
-QString FollowedPlayer::pinnedPlayersEntry() const
-{
-    const QString known = m_defaults.stringForKey(SettingsKey::followedPlayerEntry);
-    const QString pinned = m_defaults.stringForKey(SettingsKey::followedPlayer);
-    return known.section(u'/', 0, 0) == pinned ? known.section(u'/', 1) : QString();
-}
-
-MprisPlayer *FollowedPlayer::playerOf(const QString &owner) const
-{
-    const std::vector<MprisPlayer *> players = m_registry->players();
-    const auto found = std::ranges::find(players, owner, &MprisPlayer::owner);
-    return found == players.end() ? nullptr : *found;
 }
 
 } // namespace tunedeck

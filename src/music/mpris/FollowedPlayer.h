@@ -3,13 +3,14 @@
 
 #include "music/mpris/PlayerRegistry.h"
 #include "music/mpris/choice/PlayerChoice.h"
-#include "platform/LaunchEntry.h"
+#include "music/mpris/choice/PlayerMemory.h"
 
 #include <QDBusConnection>
 #include <QHash>
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 
 #include <memory>
 #include <optional>
@@ -18,7 +19,9 @@ namespace tunedeck {
 
 class UserDefaults;
 
-/// Follows one of the players on the bus, chosen by choosePlayer(), and stores in the settings how to launch it again.
+/// Follows one of the players on the bus, chosen by choosePlayer(). Where players change, the choice is made at the end
+/// of the turn of the event loop, so that a command and all that it changes belong to the player that was followed when
+/// it was called. It is made at once where the user pins a player, and where the followed one leaves.
 class FollowedPlayer : public QObject {
     Q_OBJECT
 
@@ -36,13 +39,16 @@ public:
     [[nodiscard]] bool isResponding() const { return !m_player || m_player->isResponding(); }
     /// Whether the players that were on the bus at the start have been found.
     [[nodiscard]] bool isReady() const { return m_registry->isReady(); }
-    /// The players to choose from, in the order in which they came.
+    /// The players to choose from, in the order in which they came to the bus.
     [[nodiscard]] QList<MprisPlayer *> followablePlayers() const;
     /// The name of the pinned player while it does not run; empty if it runs or no player is pinned.
     [[nodiscard]] QString awaitedPlayer() const;
     /// The desktop entries to try when the user opens Music: the pinned player's, then that of the player followed
     /// last.
-    [[nodiscard]] QStringList entriesToLaunch() const;
+    [[nodiscard]] QStringList entriesToLaunch() const { return m_memory.entriesToLaunch(); }
+
+    /// Call this when the followed player has got a command by another way than its commands().
+    void noteCommand();
 
 Q_SIGNALS:
     void ready();
@@ -62,24 +68,34 @@ private:
     void handleChanged(MprisPlayer *player, PlayerMirror::Changes changes);
     void handleRemoved(MprisPlayer *player);
 
+    void noteStatus(const MprisPlayer *player);
+    void noteCommandOf(const MprisPlayer *player);
+
+    [[nodiscard]] PlayerWishes wishes() const;
     [[nodiscard]] QList<PlayerCandidate> candidates() const;
+    [[nodiscard]] bool hasJustChanged(const MprisPlayer *player) const;
+    void reconsiderLater();
     void reconsider();
     void follow(MprisPlayer *player);
-    /// Stores what to open once the followed player does not run any more.
+    /// Remembers the followed player.
     void remember();
-    void store(const QString &key, const QString &text);
-    /// The desktop entry that the pinned player had when it was followed; empty if none is known.
-    [[nodiscard]] QString pinnedPlayersEntry() const;
-    /// Null if no player has this owner.
-    [[nodiscard]] MprisPlayer *playerOf(const QString &owner) const;
+
+    /// What is known of a player beside its mirror.
+    struct History {
+        quint64 lastPlayed = 0; ///< see PlayerCandidate::lastPlayed
+        Instant lastChanged; ///< when it began or ceased to play
+    };
 
     UserDefaults &m_defaults;
     Clock m_clock;
     std::unique_ptr<PlayerRegistry> m_registry;
     MprisPlayer *m_player = nullptr;
-    LaunchEntry m_launchEntry; ///< of the followed player
-    QHash<QString, quint64> m_lastPlayed; ///< by owner: a number that grows with time
-    quint64 m_plays = 0;
+    PlayerMemory m_memory;
+    QHash<const MprisPlayer *, History> m_histories;
+    quint64 m_time = 0; ///< counts what begins to play and what is commanded
+    std::optional<LastCommand> m_lastCommand;
+    bool m_reconsiders = false;
+    QTimer m_settled{this}; ///< runs while a player has just changed
 };
 
 } // namespace tunedeck

@@ -284,6 +284,13 @@ PlaylistSource MprisMusicApplication::playlistSource() const
 bool MprisMusicApplication::playPlaylist(qint64 id)
 {
     if (const std::shared_ptr<PlayerPlaylists> followed = playlists()) {
+        // A thread of its own plays it.
+        const auto note = [this, followed] {
+            if (playlists() == followed) {
+                m_followed.noteCommand();
+            }
+        };
+        QMetaObject::invokeMethod(this, note, Qt::QueuedConnection);
         return followed->play(id);
     }
     QMetaObject::invokeMethod(this, &MprisMusicApplication::activate, Qt::QueuedConnection);
@@ -318,7 +325,7 @@ void MprisMusicApplication::handleLeft(MprisPlayer *former)
 void MprisMusicApplication::handleFollowed(MprisPlayer *player)
 {
     player->setSampled(m_isWatched);
-    setPlaylists(std::make_shared<PlayerPlaylists>(m_bus, player->owner(), player->playingPlaylist()));
+    setPlaylists(std::make_shared<PlayerPlaylists>(m_bus, player->destination(), player->playingPlaylist()));
     connect(player, &MprisPlayer::identityChanged, this, &MprisMusicApplication::handleIdentity);
     Q_EMIT didLaunch();
     handleIdentity();

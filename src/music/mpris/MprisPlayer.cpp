@@ -19,6 +19,8 @@ constexpr Milliseconds longestDeadline{8'000};
 /// Changes come in bursts, one signal for each property.
 constexpr Milliseconds burst{40};
 constexpr Milliseconds movementOfStopped{400};
+/// A player may announce a new name a hundred times a second.
+constexpr Milliseconds changesOfName{300};
 constexpr Milliseconds sampling{2'000};
 constexpr Milliseconds samplingWhereSeeksAreAnnounced{10'000};
 /// After this time the mirror listens to positions again after a seek, and a track that began is under way: Elisa
@@ -38,14 +40,14 @@ QString decodeDesktopEntry(const QVariantMap &properties)
 
 } // namespace
 
-MprisPlayer::MprisPlayer(const QDBusConnection &connection, const QString &owner, const QString &name, Arrival arrival,
-    Clock clock, QObject *parent)
+MprisPlayer::MprisPlayer(
+    const QDBusConnection &connection, PlayerAddress address, Arrival arrival, Clock clock, QObject *parent)
     : QObject(parent)
-    , m_name(name)
+    , m_address(std::move(address))
     , m_clock(std::move(clock))
-    , m_calls(connection, owner, this)
-    , m_propertyTypes(name)
-    , m_playingPlaylist(std::make_shared<PlayingPlaylist>(playerFamily(name)))
+    , m_calls(connection, m_address.owner, this)
+    , m_propertyTypes(m_address.name)
+    , m_playingPlaylist(std::make_shared<PlayingPlaylist>(playerFamily(m_address.name)))
     , m_readDeadline(bus::deadline)
 {
     if (arrival == Arrival::JustCame) {
@@ -54,6 +56,9 @@ MprisPlayer::MprisPlayer(const QDBusConnection &connection, const QString &owner
     m_readSoon.setSingleShot(true);
     m_readSoon.setInterval(burst);
     connect(&m_readSoon, &QTimer::timeout, this, &MprisPlayer::read);
+    m_askSoon.setSingleShot(true);
+    m_askSoon.setInterval(changesOfName);
+    connect(&m_askSoon, &QTimer::timeout, this, &MprisPlayer::askWhatItIs);
     m_settle.setObjectName(QStringLiteral("settleTimer"));
     m_settle.setSingleShot(true);
     m_settle.setTimerType(Qt::PreciseTimer);
@@ -76,15 +81,15 @@ MprisPlayer::MprisPlayer(const QDBusConnection &connection, const QString &owner
     connect(&m_commands, &PlayerCommands::positionSent, this, [this] { m_sampleUnderWay.start(); });
     connect(&m_commands, &PlayerCommands::effectExpected, this, &MprisPlayer::readAfter);
 
+    chooseDestination();
     subscribe(connection);
-    askForProcessId(connection);
     askWhatItIs();
     read();
 }
 
 QString MprisPlayer::identity() const
 {
-    return m_identity.isEmpty() ? menuText(m_name) : m_identity;
+    return m_identity.isEmpty() ? menuText(m_address.name) : m_identity;
 }
 
 void MprisPlayer::setSampled(bool isSampled)
@@ -103,7 +108,23 @@ void MprisPlayer::refresh()
     read();
 }
 
+void MprisPlayer::setSharesConnection(bool sharesConnection)
+{
+    if (std::exchange(m_address.sharesConnection, sharesConnection) == sharesConnection) {
+        return;
+    }
+    chooseDestination();
+    // What it has said until now may have been about another player.
+    askWhatItIs();
+    refresh();
+}
+
 // Reports of the player
+
+void MprisPlayer::chooseDestination()
+{
+    m_calls.addressByName(m_address.sharesConnection ? mpris::namePrefix + m_address.name : QString());
+}
 
 void MprisPlayer::subscribe(const QDBusConnection &connection)
 {
@@ -114,20 +135,12 @@ void MprisPlayer::subscribe(const QDBusConnection &connection)
         SLOT(onSeeked(QDBusMessage)));
 }
 
-void MprisPlayer::askForProcessId(const QDBusConnection &connection)
-{
-    bus::send(connection, bus::daemonCall(QStringLiteral("GetConnectionUnixProcessID"), {owner()}), this,
-        [this](const QDBusMessage &reply) {
-            if (const std::optional<double> processId = bus::number(bus::plainArgument(reply, 0))) {
-                m_processId = qint64(*processId);
-                Q_EMIT identityChanged();
-            }
-        });
-}
-
 void MprisPlayer::askWhatItIs()
 {
     m_calls.getAll(mpris::rootInterface, [this](const QDBusMessage &reply) {
+        if (bus::isError(reply) && !m_identity.isEmpty()) {
+            return;
+        }
         const QVariantMap properties = bus::plainMap(reply, 0);
         m_desktopEntry = decodeDesktopEntry(properties);
         m_canRaise = bus::boolean(properties.value(QStringLiteral("CanRaise"))).value_or(false);
@@ -187,7 +200,7 @@ void MprisPlayer::applyRead(const QVariantMap &properties)
     }
     const PlayerMirror::Changes changes = m_mirror.read(decodePlayerProperties(properties), now());
     if (std::exchange(m_attachment, Attachment::Attached) != Attachment::Attached) {
-        qCDebug(playersLog).noquote() << loggable(m_name) << "at" << owner() << "is attached";
+        qCDebug(playersLog).noquote() << loggable(m_address.name) << "at" << owner() << "is attached";
         Q_EMIT attached();
         if (m_mirror.mayPlayThoughStopped()) {
             readAfter(movementOfStopped);
@@ -209,7 +222,7 @@ void MprisPlayer::handleFailedRead(const QDBusMessage &reply)
         read();
         return;
     }
-    qCDebug(playersLog).noquote() << loggable(m_name) << "at" << owner()
+    qCDebug(playersLog).noquote() << loggable(m_address.name) << "at" << owner()
                                   << "refused to be read:" << loggable(error.name()) << loggable(error.message());
     if (!isAttached() && ++m_refusals < maximumRefusals) {
         // Players take their name before they are ready to answer.
@@ -228,10 +241,12 @@ void MprisPlayer::sample()
 
 void MprisPlayer::onPropertiesChanged(const QDBusMessage &signal)
 {
-    if (signal.arguments().value(0).toString() != mpris::playerInterface) {
-        return;
+    const QString interface = signal.arguments().value(0).toString();
+    if (interface == mpris::playerInterface) {
+        onSignal(signal);
+    } else if (interface == mpris::rootInterface && !m_askSoon.isActive()) {
+        m_askSoon.start();
     }
-    onSignal(signal);
 }
 
 void MprisPlayer::onSeeked(const QDBusMessage &signal)
@@ -255,6 +270,11 @@ void MprisPlayer::handleInbox()
 {
     m_calls.noteSignOfLife();
     const QList<QDBusMessage> inbox = std::exchange(m_inbox, {});
+    if (m_address.sharesConnection) {
+        m_mirror.trustNextSample();
+        readSoon();
+        return;
+    }
     for (const QDBusMessage &signal : inbox) {
         if (signal.member() == u"Seeked") {
             handleSeeked(signal);
@@ -264,11 +284,16 @@ void MprisPlayer::handleInbox()
     }
 }
 
-void MprisPlayer::handlePropertiesChanged(const QDBusMessage &signal)
+void MprisPlayer::readSoon()
 {
     if (!m_readSoon.isActive()) {
         m_readSoon.start();
     }
+}
+
+void MprisPlayer::handlePropertiesChanged(const QDBusMessage &signal)
+{
+    readSoon();
     if (!isAttached()) {
         return;
     }

@@ -17,6 +17,14 @@
 
 namespace tunedeck {
 
+/// Where a player is on the bus.
+struct PlayerAddress {
+    QString owner; ///< unique name of its connection
+    QString name; ///< well-known name without "org.mpris.MediaPlayer2."
+    std::optional<qint64> processId; ///< none if the bus does not know
+    bool sharesConnection = false; ///< whether its connection shows other players too
+};
+
 /// One player on the bus: keeps its mirror up to date. Nothing waits for the player.
 class MprisPlayer : public QObject {
     Q_OBJECT
@@ -25,14 +33,15 @@ public:
     /// Whether the player was on the bus before the program looked, or came afterwards.
     enum class Arrival { WasThere, JustCame };
 
-    /// `owner` is the player's unique name on the bus; `name` is its well-known name without "org.mpris.MediaPlayer2.".
     /// All properties are read at once.
-    MprisPlayer(const QDBusConnection &connection, const QString &owner, const QString &name, Arrival arrival,
-        Clock clock, QObject *parent = nullptr);
+    MprisPlayer(const QDBusConnection &connection, PlayerAddress address, Arrival arrival, Clock clock,
+        QObject *parent = nullptr);
 
     [[nodiscard]] const QString &owner() const { return m_calls.owner(); }
-    [[nodiscard]] const QString &name() const { return m_name; }
-    [[nodiscard]] std::optional<qint64> processId() const { return m_processId; }
+    [[nodiscard]] const QString &name() const { return m_address.name; }
+    [[nodiscard]] std::optional<qint64> processId() const { return m_address.processId; }
+    /// The name on the bus that calls go to.
+    [[nodiscard]] const QString &destination() const { return m_calls.destination(); }
     /// The name that the player gives itself, else its bus name (see menuText()).
     [[nodiscard]] QString identity() const;
     /// Identifier of the player's desktop entry, without a slash and not longer than 255 characters; empty if the
@@ -54,12 +63,15 @@ public:
     void setSampled(bool isSampled);
     /// Reads everything from the player again.
     void refresh();
+    /// See PlayerAddress. Where several players share a connection, a signal only means that one of them has changed,
+    /// as it carries no other name than the connection's.
+    void setSharesConnection(bool sharesConnection);
 
 Q_SIGNALS:
     /// hasBeenAsked() is true from now on.
     void asked();
     void attached();
-    /// identity(), desktopEntry(), canRaise() or processId() is known.
+    /// identity(), desktopEntry(), canRaise() are known, or have changed.
     void identityChanged();
     void changed(tunedeck::PlayerMirror::Changes changes);
     void respondingChanged(bool responding);
@@ -76,7 +88,7 @@ private:
     };
 
     void subscribe(const QDBusConnection &connection);
-    void askForProcessId(const QDBusConnection &connection);
+    void chooseDestination();
     void askWhatItIs();
     void read();
     void readAfter(Milliseconds delay);
@@ -86,6 +98,7 @@ private:
     void sample();
     void onSignal(const QDBusMessage &signal);
     void handleInbox();
+    void readSoon();
     void handlePropertiesChanged(const QDBusMessage &signal);
     void handleSeeked(const QDBusMessage &signal);
 
@@ -95,11 +108,10 @@ private:
     void scheduleSettling();
     void updateSampling();
 
-    QString m_name;
+    PlayerAddress m_address;
     Clock m_clock;
     PlayerCalls m_calls;
     PropertyTypes m_propertyTypes;
-    std::optional<qint64> m_processId;
     QString m_identity;
     QString m_desktopEntry;
     bool m_canRaise = false;
@@ -117,6 +129,7 @@ private:
     int m_refusals = 0;
 
     QTimer m_readSoon{this};
+    QTimer m_askSoon{this};
     QTimer m_settle{this};
     QTimer m_sample{this};
     QTimer m_sampleUnderWay{this};

@@ -8,10 +8,21 @@
 
 namespace tunedeck {
 
+namespace {
+
+/// Stands for an answer of a player that has taken the name over: it is not about this player.
+QDBusMessage strangersReply()
+{
+    return QDBusMessage::createError(QDBusError(QDBusError::ServiceUnknown, QString()));
+}
+
+} // namespace
+
 PlayerCalls::PlayerCalls(const QDBusConnection &bus, const QString &owner, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
     , m_owner(owner)
+    , m_destination(owner)
 {
 }
 
@@ -27,9 +38,9 @@ void PlayerCalls::ask(const QString &interface, const QString &method, const QVa
             // Otherwise the bus answers for a player that is gone.
             setResponding(true);
         }
-        handler(reply);
+        handler(isFromStranger(reply) ? strangersReply() : reply);
     };
-    bus::send(m_bus, bus::playerCall(m_owner, interface, method, arguments), this, judgeAndHandle, patience);
+    bus::send(m_bus, bus::playerCall(m_destination, interface, method, arguments), this, judgeAndHandle, patience);
 }
 
 void PlayerCalls::getAll(const QString &interface, const bus::ReplyHandler &handler, Milliseconds patience)
@@ -46,6 +57,11 @@ void PlayerCalls::setProperty(const QString &property, const QVariant &value, co
 void PlayerCalls::noteSignOfLife()
 {
     setResponding(true);
+}
+
+bool PlayerCalls::isFromStranger(const QDBusMessage &reply) const
+{
+    return reply.type() == QDBusMessage::ReplyMessage && reply.service() != m_owner;
 }
 
 void PlayerCalls::setResponding(bool responding)

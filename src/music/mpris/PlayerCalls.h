@@ -13,10 +13,17 @@ class PlayerCalls : public QObject {
     Q_OBJECT
 
 public:
-    /// `owner` is the player's unique name on the bus, so that no call can start a program.
+    /// `owner` is the player's unique name on the bus. Calls go to it, so that none can start a program, or reach
+    /// another player that takes the name over.
     PlayerCalls(const QDBusConnection &bus, const QString &owner, QObject *parent = nullptr);
 
     [[nodiscard]] const QString &owner() const { return m_owner; }
+    /// Where calls go: owner(), unless addressByName() says otherwise.
+    [[nodiscard]] const QString &destination() const { return m_destination; }
+    /// Sends calls to `busName`, which the owner must own, or to owner() again if `busName` is empty. A connection that
+    /// shows several players learns only so which of them is meant. If the name changes hands while a call is on its
+    /// way, the answer of the new owner is an error; bus::send() forbids to start a program.
+    void addressByName(const QString &busName) { m_destination = busName.isEmpty() ? m_owner : busName; }
     /// At first true.
     [[nodiscard]] bool isResponding() const { return m_isResponding; }
 
@@ -35,10 +42,12 @@ Q_SIGNALS:
     void respondingChanged(bool responding);
 
 private:
+    [[nodiscard]] bool isFromStranger(const QDBusMessage &reply) const;
     void setResponding(bool responding);
 
     QDBusConnection m_bus;
     QString m_owner;
+    QString m_destination;
     bool m_isResponding = true;
 };
 

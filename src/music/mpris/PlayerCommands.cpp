@@ -76,6 +76,7 @@ bool PlayerCommands::playPause()
     }
     const PlaybackStatus wanted = toggled(m_wantedStatus.value_or(m_comingStatus));
     m_wantedStatus = wanted;
+    Q_EMIT given();
     QMetaObject::invokeMethod(this, &PlayerCommands::sendPlayPause, Qt::QueuedConnection);
     Q_EMIT mirrorChanged(m_mirror.askedForStatus(wanted, now()));
     return true;
@@ -104,6 +105,7 @@ bool PlayerCommands::setPosition(double seconds)
     // mpv, VLC and most others skip to the next track beyond the end, Rhythmbox also below 0.
     const double latest = std::max(0.0, m_mirror.track().length.value_or(1e9) - 1);
     const double target = std::clamp(seconds, 0.0, latest);
+    Q_EMIT given();
     m_wantedPosition.want(target);
     Q_EMIT mirrorChanged(m_mirror.askedForPosition(target, now()));
     return true;
@@ -114,6 +116,7 @@ bool PlayerCommands::setVolume(double volume)
     if (!areTaken() || !m_mirror.volume()) {
         return false;
     }
+    Q_EMIT given();
     m_wantedVolume.want(volume);
     // The user's own volume is no change to be reported back, where its fraction would be lost.
     m_mirror.askedForVolume(volume, now());
@@ -125,6 +128,7 @@ bool PlayerCommands::setShuffle(bool enabled)
     if (!areTaken()) {
         return false;
     }
+    Q_EMIT given();
     m_mirror.askedForShuffle(enabled, now());
     m_wantedShuffle.want(enabled);
     Q_EMIT mirrorChanged({});
@@ -136,6 +140,7 @@ bool PlayerCommands::setLoopStatus(LoopStatus status)
     if (!areTaken()) {
         return false;
     }
+    Q_EMIT given();
     m_mirror.askedForLoopStatus(status, now());
     m_wantedLoopStatus.want(status);
     Q_EMIT mirrorChanged({});
@@ -190,6 +195,7 @@ void PlayerCommands::handlePlayPauseReply(const QDBusMessage &reply)
 
 bool PlayerCommands::skip(Command command)
 {
+    Q_EMIT given();
     if (!isSkipping()) {
         sendSkip(command);
         return true;

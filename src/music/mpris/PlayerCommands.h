@@ -45,6 +45,8 @@ public:
     bool setLoopStatus(LoopStatus status);
 
 Q_SIGNALS:
+    /// A command was given that this player answers.
+    void given();
     /// A command changed the mirror, or what the mirror waits for.
     void mirrorChanged(tunedeck::PlayerMirror::Changes changes);
     void positionSent();

@@ -28,7 +28,7 @@ class PlayingPlaylist;
 /// the playlist that plays takes 5 s at most, playing one 4.5 s.
 class PlayerPlaylists {
 public:
-    /// `owner` is the player's unique name on the bus.
+    /// `owner` is the name on the bus that calls to the player go to (see MprisPlayer::destination()).
     PlayerPlaylists(const QDBusConnection &bus, const QString &owner, std::shared_ptr<PlayingPlaylist> playing);
 
     /// The playlist that the player plays.

@@ -3,20 +3,24 @@
 
 #include "music/mpris/MprisPlayer.h"
 #include "music/mpris/bus/Instant.h"
+#include "music/mpris/bus/NamesOnBus.h"
 
 #include <QDBusConnection>
-#include <QDBusServiceWatcher>
-#include <QMap>
 #include <QObject>
+#include <QStringList>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
 namespace tunedeck {
 
-/// The players on the bus, as they come and go. A player is a connection, identified by its unique name, whatever names
-/// it owns.
+/// The players on the bus, as they come and go. A player is a name together with the connection that owns it: one
+/// connection or process may show many players.
+///
+/// At most 64 players are read, and four of one process unless it is a phone bridge. Players that come in a flood, or
+/// whose names change hands all the time, are read a few at a time.
 class PlayerRegistry : public QObject {
     Q_OBJECT
 
@@ -25,8 +29,12 @@ public:
 
     /// In the order in which they came to the bus.
     [[nodiscard]] std::vector<MprisPlayer *> players() const;
+    /// The player with this bus name, without "org.mpris.MediaPlayer2."; null if there is none.
+    [[nodiscard]] MprisPlayer *player(const QString &name) const;
     /// Whether every player that was there at the start has been found and asked.
     [[nodiscard]] bool isReady() const { return m_isReady; }
+    /// Players of this family (see playerFamily()) are read even if there are too many; up to four.
+    void prefer(const QString &family);
 
 Q_SIGNALS:
     void ready();
@@ -37,22 +45,36 @@ Q_SIGNALS:
     void playerRemoved(tunedeck::MprisPlayer *player);
 
 private:
-    void list();
-    void handleList(const QStringList &names);
-    void findOwner(const QString &name);
-    void ownerChanged(const QString &name, const QString &owner);
-    void add(const QString &name, const QString &owner, MprisPlayer::Arrival arrival);
+    void handleOwned(const QString &name);
+    void handleOwnerChanged(const QString &name);
+    void admitLater(Milliseconds delay);
+    void admit();
+    [[nodiscard]] bool isTooMany(const QString &name, const NamesOnBus::Owner &owner) const;
+    /// How many players may be read of the process that shows this one.
+    [[nodiscard]] int mostOfProcess(const QString &name, const std::vector<const MprisPlayer *> &ofProcess) const;
+    [[nodiscard]] bool isPreferred(const QString &name) const;
+    /// Takes one addition from the budget, if there is any left.
+    [[nodiscard]] bool mayAddNow();
+    void add(const QString &name, const NamesOnBus::Owner &owner);
+    /// Looks again at the names that were too many.
+    void reconsiderSurplus();
+    /// Whether its name has another owner by now, or none.
+    [[nodiscard]] bool isOwnerless(const MprisPlayer &player) const;
     void removeOwnerless();
+    void remove(const std::function<bool(const MprisPlayer &)> &isRemoved);
     void updateReady();
 
     QDBusConnection m_bus;
     Clock m_clock;
-    QDBusServiceWatcher m_watcher;
-    QMap<QString, QString> m_owners; ///< by name on the bus
+    NamesOnBus m_names;
+    QString m_preferred;
     std::vector<std::unique_ptr<MprisPlayer>> m_players;
+    QStringList m_waiting; ///< names of players to read next
+    bool m_hasSurplus = false; ///< whether there are more players than may be read
+    double m_budget; ///< how many players may be added at m_budgetTime
+    Instant m_budgetTime;
+    QTimer m_admission{this};
     QTimer m_removal{this};
-    int m_ownersToFind = 0;
-    bool m_isListed = false;
     bool m_isReady = false;
 };
 

@@ -3,6 +3,7 @@
 #include "DemoPlayerProcess.h"
 #include "platform/UserDefaults.h"
 #include "support/PrivateBus.h"
+#include "support/elapse.h"
 #include "support/registerTest.h"
 
 #include <QDir>
@@ -37,6 +38,8 @@ private:
     [[nodiscard]] std::unique_ptr<DemoPlayerProcess> newPlayer(const QStringList &arguments);
     void startPlayer(const QStringList &arguments);
     void startFollowing();
+    /// The text in the settings when all that is to be remembered has been written.
+    [[nodiscard]] QString remembered(const QString &key) const;
     /// Makes it look as if the player runs in the Flatpak of `application`.
     void putIntoFlatpak(const DemoPlayerProcess &player, const QString &application);
 
@@ -99,6 +102,12 @@ void FollowedPlayerTest::putIntoFlatpak(const DemoPlayerProcess &player, const Q
     QVERIFY(information.write(u"[Application]\nname=%1\n"_s.arg(application).toUtf8()) > 0);
 }
 
+QString FollowedPlayerTest::remembered(const QString &key) const
+{
+    elapse(*m_followed->findChild<QTimer *>(u"memoryTimer"_s));
+    return m_defaults->stringForKey(key);
+}
+
 void FollowedPlayerTest::theOneThatPlaysIsFollowed()
 {
     startPlayer({u"--name"_s, u"idle"_s});
@@ -111,13 +120,14 @@ void FollowedPlayerTest::theOneThatPlaysIsFollowed()
 
 void FollowedPlayerTest::openingLaunchesThePinnedPlayerByTheEntryThatItNamed()
 {
-    std::unique_ptr<DemoPlayerProcess> other = newPlayer({u"--name"_s, u"other"_s});
+    std::unique_ptr<DemoPlayerProcess> other = newPlayer({u"--name"_s, u"other"_s, u"--play"_s});
     QVERIFY(other->isReady());
     startPlayer({u"--play"_s, u"--name"_s, u"favourite"_s, u"--do"_s, u"wrong DesktopEntry string org.Favourite"_s});
     startFollowing();
     m_defaults->setValue(u"FollowedPlayer"_s, u"favourite"_s);
+    QTRY_COMPARE(remembered(u"FollowedPlayerEntry"_s), u"favourite/org.Favourite"_s);
     m_player.reset();
-    QTRY_COMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"tunedeck-demo-player"_s);
+    QTRY_COMPARE(remembered(u"LastFollowedPlayer"_s), u"tunedeck-demo-player"_s);
     other.reset();
     QTRY_VERIFY(!m_followed->player());
     QCOMPARE(
@@ -130,8 +140,8 @@ void FollowedPlayerTest::thePinnedPlayersNewEntryIsRememberedEvenIfItIsItsFamily
     m_defaults->setValue(u"FollowedPlayerEntry"_s, u"favourite/org.Former"_s);
     startPlayer({u"--play"_s, u"--name"_s, u"favourite"_s, u"--do"_s, u"wrong DesktopEntry string favourite"_s});
     startFollowing();
-    QTRY_COMPARE(m_defaults->stringForKey(u"FollowedPlayerEntry"_s), u"favourite/favourite"_s);
-    QCOMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"favourite"_s);
+    QTRY_COMPARE(remembered(u"FollowedPlayerEntry"_s), u"favourite/favourite"_s);
+    QCOMPARE(remembered(u"LastFollowedPlayer"_s), u"favourite"_s);
 }
 
 void FollowedPlayerTest::thePinnedPlayersEntryIsOfNoUseForAnother()
@@ -155,13 +165,13 @@ void FollowedPlayerTest::anEntryThatIsNoFileNameIsNotRemembered()
 {
     QFETCH(const QString, entry);
     m_defaults->setValue(u"FollowedPlayer"_s, u"odd"_s);
-    startPlayer({u"--name"_s, u"odd.instance1"_s, u"--do"_s, u"wrong DesktopEntry "_s + entry});
+    startPlayer({u"--play"_s, u"--name"_s, u"odd.instance1"_s, u"--do"_s, u"wrong DesktopEntry "_s + entry});
     startFollowing();
-    QTRY_COMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"odd"_s);
+    QTRY_COMPARE(remembered(u"LastFollowedPlayer"_s), u"odd"_s);
     m_player.reset();
     QTRY_VERIFY(!m_followed->player());
-    QCOMPARE(m_defaults->stringForKey(u"FollowedPlayerEntry"_s), QString());
-    QCOMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"odd"_s);
+    QCOMPARE(remembered(u"FollowedPlayerEntry"_s), QString());
+    QCOMPARE(remembered(u"LastFollowedPlayer"_s), u"odd"_s);
 }
 
 void FollowedPlayerTest::aSandboxedPlayerIsRememberedByItsOwnEntryAlone()
@@ -170,8 +180,8 @@ void FollowedPlayerTest::aSandboxedPlayerIsRememberedByItsOwnEntryAlone()
     startPlayer({u"--play"_s, u"--name"_s, u"boxed"_s, u"--do"_s, u"wrong DesktopEntry string victim"_s});
     putIntoFlatpak(*m_player, u"org.example.Boxed"_s);
     startFollowing();
-    QTRY_COMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"org.example.Boxed"_s);
-    QCOMPARE(m_defaults->stringForKey(u"FollowedPlayerEntry"_s), u"boxed/org.example.Boxed"_s);
+    QTRY_COMPARE(remembered(u"LastFollowedPlayer"_s), u"org.example.Boxed"_s);
+    QCOMPARE(remembered(u"FollowedPlayerEntry"_s), u"boxed/org.example.Boxed"_s);
     QCOMPARE(m_followed->entriesToLaunch(), (QStringList{u"org.example.Boxed"_s, u"boxed"_s, u"org.example.Boxed"_s}));
 }
 

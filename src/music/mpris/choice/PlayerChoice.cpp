@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/choice/PlayerChoice.h"
 
-#include "music/mpris/choice/PlayerPin.h"
-
 #include <algorithm>
+#include <tuple>
 
 namespace tunedeck {
 
@@ -11,51 +10,65 @@ namespace {
 
 /// playerctld repeats the player that was active last under a name of its own.
 constexpr QStringView proxyName = u"playerctld";
+/// Plasma's browser integration shows the tabs of browsers, which also show themselves. Only of it is believed which
+/// browser's tab it shows: any player may name any process.
+constexpr QStringView integrationName = u"plasma-browser-integration";
 constexpr QLatin1String instanceMark(".instance");
 
-/// Whether `candidate` is the name to drop of two that one process owns: "vlc.instance1234" beside "vlc", otherwise the
-/// later one.
-bool isSecondName(const PlayerCandidate &candidate, const QList<PlayerCandidate> &candidates)
+using Match = PlayerPin::Match;
+
+Match matchOf(const PlayerCandidate &candidate, const PlayerPin &pin)
 {
-    if (!candidate.processId) {
+    return pin.match(candidate.name, candidate.identity);
+}
+
+/// Whether VLC's way of taking two names is behind it: "vlc" and "vlc.instance1234". In a sandbox the number is that of
+/// the process inside, so there the name that the player gives itself must be the same.
+bool isSecondNameOf(const PlayerCandidate &candidate, const PlayerCandidate &other)
+{
+    const QString first = other.name + instanceMark;
+    if (!candidate.processId || candidate.processId != other.processId || !candidate.name.startsWith(first)) {
         return false;
     }
-    bool isAfterCandidate = false;
-    for (const PlayerCandidate &other : candidates) {
-        if (other.owner == candidate.owner) {
-            isAfterCandidate = true;
-            continue;
-        }
-        if (other.processId != candidate.processId) {
-            continue;
-        }
-        if (candidate.name.startsWith(other.name + instanceMark)) {
-            return true;
-        }
-        if (!isAfterCandidate && !other.name.startsWith(candidate.name + instanceMark)) {
-            return true;
-        }
+    bool isNumber = false;
+    const qlonglong number = candidate.name.sliced(first.size()).toLongLong(&isNumber);
+    return isNumber && (number == candidate.processId || candidate.identity == other.identity);
+}
+
+bool isBrowserShownBy(const PlayerCandidate &candidate, const PlayerCandidate &other)
+{
+    return candidate.processId && playerFamily(other.name) == integrationName
+        && playerFamily(candidate.name) != integrationName && other.browserProcessId == candidate.processId;
+}
+
+/// Whether `candidate` is left out because `other` shows the same.
+bool yieldsTo(const PlayerCandidate &candidate, const PlayerCandidate &other, const PlayerPin &pinned)
+{
+    if (!isSecondNameOf(candidate, other) && !isBrowserShownBy(candidate, other)) {
+        return false;
     }
-    return false;
+    if (matchOf(candidate, pinned) > matchOf(other, pinned)) {
+        return false;
+    }
+    // The two notice within a moment of each other that they do not play any more.
+    const bool isSettled = !candidate.hasJustChanged && !other.hasJustChanged;
+    return !candidate.isPlaying || other.isPlaying || !isSettled;
 }
 
-/// Whether another candidate, an integration service, speaks for this browser.
-bool isSpokenFor(const PlayerCandidate &candidate, const QList<PlayerCandidate> &candidates)
+bool isExcluded(const PlayerCandidate &candidate, const PlayerWishes &wishes)
 {
-    return candidate.processId && std::ranges::any_of(candidates, [&](const PlayerCandidate &other) {
-        return other.owner != candidate.owner && other.browserProcessId == candidate.processId;
-    });
+    return matchOf(candidate, wishes.pinned) == Match::None
+        && std::ranges::any_of(
+            wishes.neverFollowed, [&](const PlayerPin &never) { return matchOf(candidate, never) != Match::None; });
 }
 
-bool isPinned(const PlayerCandidate &candidate, const QString &pinned)
+FollowReason reasonFor(const PlayerCandidate &candidate, const PlayerPin &pinned, const QString &commanded)
 {
-    return !pinned.isEmpty() && playerFamily(candidate.name) == pinned;
-}
-
-FollowReason reasonFor(const PlayerCandidate &candidate, const QString &pinned)
-{
-    if (isPinned(candidate, pinned)) {
+    if (matchOf(candidate, pinned) != Match::None) {
         return FollowReason::Pinned;
+    }
+    if (candidate.name == commanded) {
+        return FollowReason::Commanded;
     }
     if (candidate.isPlaying) {
         return FollowReason::Plays;
@@ -65,30 +78,42 @@ FollowReason reasonFor(const PlayerCandidate &candidate, const QString &pinned)
 
 } // namespace
 
-QList<PlayerCandidate> followablePlayers(const QList<PlayerCandidate> &candidates)
+QList<PlayerCandidate> followablePlayers(const QList<PlayerCandidate> &candidates, const PlayerWishes &wishes)
 {
+    QList<PlayerCandidate> allowed;
+    std::ranges::copy_if(candidates, std::back_inserter(allowed), [&](const PlayerCandidate &candidate) {
+        return candidate.name != proxyName && !isExcluded(candidate, wishes);
+    });
     QList<PlayerCandidate> result;
-    std::ranges::copy_if(candidates, std::back_inserter(result), [&](const PlayerCandidate &candidate) {
-        return candidate.name != proxyName && !isSecondName(candidate, candidates)
-            && !isSpokenFor(candidate, candidates);
+    std::ranges::copy_if(allowed, std::back_inserter(result), [&](const PlayerCandidate &candidate) {
+        return std::ranges::none_of(
+            allowed, [&](const PlayerCandidate &other) { return yieldsTo(candidate, other, wishes.pinned); });
     });
     return result;
 }
 
-std::optional<PlayerDecision> choosePlayer(
-    const QList<PlayerCandidate> &candidates, const QString &pinned, const QString &current)
+bool stillCounts(const LastCommand &command, const QList<PlayerCandidate> &followable)
 {
-    const QList<PlayerCandidate> eligible = followablePlayers(candidates);
-    if (eligible.isEmpty()) {
+    const auto hasBegunSince = [&](const PlayerCandidate &candidate) {
+        return candidate.name != command.name && candidate.lastPlayed > command.time;
+    };
+    return std::ranges::find(followable, command.name, &PlayerCandidate::name) != followable.end()
+        && std::ranges::none_of(followable, hasBegunSince);
+}
+
+std::optional<PlayerDecision> choosePlayer(
+    const QList<PlayerCandidate> &followable, const PlayerPin &pinned, const QString &commanded, const QString &current)
+{
+    if (followable.isEmpty()) {
         return std::nullopt;
     }
     const auto rank = [&](const PlayerCandidate &candidate) {
-        return std::tuple(isPinned(candidate, pinned), candidate.isPlaying,
-            candidate.isPlaying && candidate.owner == current, candidate.lastPlayed);
+        return std::tuple(matchOf(candidate, pinned), !commanded.isEmpty() && candidate.name == commanded,
+            candidate.isPlaying, candidate.isPlaying && candidate.name == current, candidate.lastPlayed);
     };
     // max_element() returns the first of several that rank alike, so the order on the bus decides last.
-    const PlayerCandidate &chosen = *std::ranges::max_element(eligible, std::ranges::less{}, rank);
-    return PlayerDecision{chosen.owner, reasonFor(chosen, pinned)};
+    const PlayerCandidate &chosen = *std::ranges::max_element(followable, std::ranges::less{}, rank);
+    return PlayerDecision{chosen.name, reasonFor(chosen, pinned, commanded)};
 }
 
 } // namespace tunedeck

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: MIT
+#include "music/mpris/bus/NamesOnBus.h"
+
+#include "music/mpris/bus/BusCall.h"
+#include "music/mpris/bus/BusValue.h"
+#include "music/mpris/bus/MprisNames.h"
+
+#include <QDBusReply>
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+namespace tunedeck {
+
+namespace {
+
+constexpr qsizetype maximumNames = 4'000;
+/// A bus with thousands of names is asked for them little by little.
+constexpr int maximumQuestions = 16;
+
+/// The bus numbers its connections: ":1.9" came before ":1.10".
+bool cameBefore(const QString &connection, const QString &other)
+{
+    return std::tuple(connection.size(), connection) < std::tuple(other.size(), other);
+}
+
+} // namespace
+
+NamesOnBus::NamesOnBus(const QDBusConnection &bus, QObject *parent)
+    : QObject(parent)
+    , m_bus(bus)
+{
+    // Watched first and listed second, so that no player that comes in between is missed.
+    connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+        [this](const QString &name, const QString &, const QString &owner) { handleOwnerChanged(name, owner); });
+    m_watcher.setConnection(m_bus);
+    m_watcher.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
+    m_watcher.addWatchedService(mpris::rootInterface + u'*');
+    list();
+}
+
+std::optional<NamesOnBus::Owner> NamesOnBus::owner(const QString &name) const
+{
+    const auto record = m_records.constFind(name);
+    if (record == m_records.constEnd() || !m_processes.contains(record->connection)) {
+        return std::nullopt;
+    }
+    return Owner{.connection = record->connection,
+        .processId = m_processes.value(record->connection),
+        .cameLater = record->cameLater};
+}
+
+bool NamesOnBus::isOwnedBy(const QString &name, const QString &connection) const
+{
+    const auto record = m_records.constFind(name);
+    return record != m_records.constEnd() && record->connection == connection;
+}
+
+void NamesOnBus::list()
+{
+    m_hasMissed = false;
+    if (!m_bus.isConnected()) {
+        QMetaObject::invokeMethod(
+            this, [this] { handleList({}); }, Qt::QueuedConnection);
+        return;
+    }
+    bus::send(m_bus, bus::daemonCall(QStringLiteral("ListNames")), this,
+        [this](const QDBusMessage &reply) { handleList(reply.arguments().value(0).toStringList()); });
+}
+
+void NamesOnBus::handleList(const QStringList &names)
+{
+    m_isListed = true;
+    for (const QString &busName : names) {
+        const QString name = busName.mid(mpris::namePrefix.size());
+        if (busName.startsWith(mpris::namePrefix) && !m_records.contains(name)) {
+            m_unresolved.append(name);
+        }
+    }
+    m_hasMissed |= m_unresolved.size() > maximumNames;
+    m_unresolved = m_unresolved.mid(0, maximumNames);
+    askMore();
+}
+
+void NamesOnBus::handleOwnerChanged(const QString &busName, const QString &connection)
+{
+    if (!busName.startsWith(mpris::namePrefix)) {
+        return;
+    }
+    const QString name = busName.mid(mpris::namePrefix.size());
+    if (isOwnedBy(name, connection)) {
+        return;
+    }
+    remove(name);
+    if (!connection.isEmpty()) {
+        add(name, {.connection = connection, .cameLater = true});
+    }
+    Q_EMIT ownerChanged(name);
+    askMore();
+    if (m_hasMissed && m_records.size() < maximumNames / 2) {
+        list();
+    }
+}
+
+void NamesOnBus::askMore()
+{
+    while (m_questions < maximumQuestions && !m_unresolved.isEmpty()) {
+        askForOwner(m_unresolved.takeFirst());
+    }
+    while (m_questions < maximumQuestions && !m_unidentified.isEmpty()) {
+        askForProcess(m_unidentified.takeFirst());
+    }
+    updateComplete();
+}
+
+void NamesOnBus::askForOwner(const QString &name)
+{
+    ++m_questions;
+    const auto handleOwner = [this, name](const QDBusReply<QString> &owner) {
+        --m_questions;
+        // A name that has changed hands since then has been announced.
+        if (owner.isValid() && !m_records.contains(name)) {
+            add(name, {.connection = owner.value(), .cameLater = m_isComplete});
+        }
+        askMore();
+    };
+    bus::send(m_bus, bus::daemonCall(QStringLiteral("GetNameOwner"), {mpris::namePrefix + name}), this, handleOwner);
+}
+
+void NamesOnBus::askForProcess(const QString &connection)
+{
+    ++m_questions;
+    const auto handleProcess = [this, connection](const QDBusMessage &reply) {
+        --m_questions;
+        if (m_namesOf.contains(connection)) {
+            const std::optional<double> number = bus::number(bus::plainArgument(reply, 0));
+            m_processes.insert(
+                connection, number && !bus::isError(reply) ? std::optional(qint64(*number)) : std::nullopt);
+            const QStringList names = m_isComplete ? m_records.keys() : QStringList();
+            for (const QString &name : names) {
+                if (isOwnedBy(name, connection)) {
+                    announce(name);
+                }
+            }
+        }
+        askMore();
+    };
+    bus::send(m_bus, bus::daemonCall(QStringLiteral("GetConnectionUnixProcessID"), {connection}), this, handleProcess);
+}
+
+void NamesOnBus::add(const QString &name, const Record &record)
+{
+    if (m_records.size() >= maximumNames) {
+        m_hasMissed = true;
+        return;
+    }
+    m_records.insert(name, record);
+    const bool isFirst = ++m_namesOf[record.connection] == 1;
+    if (isFirst) {
+        m_unidentified.append(record.connection);
+    } else if (m_isComplete && m_processes.contains(record.connection)) {
+        // First ownerChanged() is emitted.
+        QMetaObject::invokeMethod(
+            this, [this, name] { announce(name); }, Qt::QueuedConnection);
+    }
+}
+
+void NamesOnBus::remove(const QString &name)
+{
+    if (!m_records.contains(name)) {
+        return;
+    }
+    const QString connection = m_records.take(name).connection;
+    m_announced.removeOne(name);
+    if (--m_namesOf[connection] == 0) {
+        m_namesOf.remove(connection);
+        m_processes.remove(connection);
+        m_unidentified.removeOne(connection);
+    }
+}
+
+void NamesOnBus::announce(const QString &name)
+{
+    if (owner(name) && !m_announced.contains(name)) {
+        m_announced.append(name);
+        Q_EMIT owned(name);
+    }
+}
+
+void NamesOnBus::updateComplete()
+{
+    if (m_isComplete || !m_isListed || m_questions > 0) {
+        return;
+    }
+    m_isComplete = true;
+    QStringList names = m_records.keys();
+    std::ranges::sort(names, [this](const QString &name, const QString &other) {
+        const QString &connection = m_records[name].connection;
+        const QString &otherConnection = m_records[other].connection;
+        return connection == otherConnection ? name < other : cameBefore(connection, otherConnection);
+    });
+    for (const QString &name : std::as_const(names)) {
+        announce(name);
+    }
+    Q_EMIT completed();
+}
+
+} // namespace tunedeck
