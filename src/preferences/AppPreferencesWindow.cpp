@@ -7,7 +7,6 @@
 #include <QCursor>
 #include <QKeyEvent>
 #include <QScreen>
-#include <QShortcut>
 #include <QShowEvent>
 #include <QStringList>
 #include <QStyle>
@@ -89,8 +88,6 @@ AppPreferencesWindow::AppPreferencesWindow(UserDefaults &defaults)
     setAttribute(Qt::WA_QuitOnClose, false);
     // The context menu of a QMainWindow would let the user hide the toolbar.
     setContextMenuPolicy(Qt::NoContextMenu);
-    auto *closeShortcut = new QShortcut(Qt::CTRL | Qt::Key_W, this);
-    connect(closeShortcut, &QShortcut::activated, this, &QWidget::close);
     connect(qApp, &QCoreApplication::aboutToQuit, this, [this] {
         if (isVisible()) {
             saveFrame();

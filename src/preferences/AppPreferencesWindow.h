@@ -9,7 +9,7 @@ namespace tunedeck {
 class UserDefaults;
 
 /// The preferences window, as large as its contents need. It opens where it was last closed, even in an earlier run.
-/// Escape and Ctrl+W close it.
+/// Escape closes it.
 class AppPreferencesWindow : public QMainWindow {
     Q_OBJECT
 

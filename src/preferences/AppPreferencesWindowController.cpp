@@ -8,7 +8,6 @@
 #include "preferences/UpdatePreferencesViewController.h"
 #include "widgets/bringToFront.h"
 
-#include <QAction>
 #include <QEvent>
 #include <QGraphicsOpacityEffect>
 #include <QLayout>
@@ -79,6 +78,7 @@ AppPreferencesWindowController::AppPreferencesWindowController(
     m_window.setCentralWidget(m_contentView);
     m_window.layout()->setSizeConstraint(QLayout::SetFixedSize);
     setUpAnimation();
+    addCloseCommand();
     if (!collectToolbarItems() || m_toolbarItems.isEmpty()) {
         return;
     }
@@ -186,6 +186,24 @@ void AppPreferencesWindowController::setUpAnimation()
         resizeContent(m_sizeAnimation.endValue().toSize());
         m_contentHiding->setEnabled(false);
     });
+}
+
+void AppPreferencesWindowController::addCloseCommand()
+{
+    m_closeCommand.setObjectName(PreferencesPaneController::closeWindowItem);
+    m_closeCommand.setShortcut(Qt::CTRL | Qt::Key_W);
+    connect(&m_closeCommand, &QAction::triggered, this, &AppPreferencesWindowController::closeWindow);
+    m_window.addAction(&m_closeCommand);
+}
+
+void AppPreferencesWindowController::closeWindow()
+{
+    PreferencesPaneController *pane = m_shownView ? viewController(m_selectedIdentifier) : nullptr;
+    if (!pane) {
+        m_window.close();
+    } else if (pane->validateMenuItem(m_closeCommand)) {
+        pane->closeWindow();
+    }
 }
 
 const PreferencesToolbarItem *AppPreferencesWindowController::itemWith(const QString &identifier) const

@@ -6,6 +6,7 @@
 #include "preferences/PreferencesToolbarItem.h"
 #include "widgets/ResizeAnimation.h"
 
+#include <QAction>
 #include <QActionGroup>
 #include <QList>
 #include <QObject>
@@ -17,7 +18,6 @@
 #include <map>
 #include <memory>
 
-class QAction;
 class QGraphicsOpacityEffect;
 
 namespace tunedeck {
@@ -28,7 +28,8 @@ class Updater;
 class UserDefaults;
 
 /// Owns the preferences window and shows the pane that is selected in its toolbar. Creates the controller of a pane
-/// when the pane is first selected, and keeps it. The window takes the height of each pane; its top edge stays.
+/// when the pane is first selected, and keeps it. The window takes the height of each pane; its top edge stays. Ctrl+W
+/// closes the window by way of the pane on show.
 class AppPreferencesWindowController : public QObject {
     Q_OBJECT
 
@@ -81,6 +82,8 @@ private:
     [[nodiscard]] bool collectToolbarItems();
     void installToolbar();
     void setUpAnimation();
+    void addCloseCommand();
+    void closeWindow();
     [[nodiscard]] const PreferencesToolbarItem *itemWith(const QString &identifier) const;
     [[nodiscard]] PreferencesPaneController *viewController(const QString &identifier);
     void switchToPane(const QString &identifier);
@@ -95,6 +98,7 @@ private:
     QWidget *m_contentView; ///< the window's
     QGraphicsOpacityEffect *m_contentHiding; ///< the content view's
     QActionGroup m_installedItems{this};
+    QAction m_closeCommand{this};
     /// Declared after the window: the views must leave it before it is destroyed.
     std::map<QString, std::unique_ptr<PreferencesPaneController>> m_viewControllers;
     QString m_selectedIdentifier;

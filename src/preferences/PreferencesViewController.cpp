@@ -7,7 +7,6 @@
 #include "preferences/NeverFollowedView.h"
 #include "preferences/PaneMetrics.h"
 
-#include <QAction>
 #include <QFormLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -42,11 +41,6 @@ void PreferencesViewController::setElapsedTimeEnabled(bool enabled)
     Q_EMIT elapsedTimeEnabledChanged(enabled);
 }
 
-bool PreferencesViewController::validateMenuItem(const QAction &item) const
-{
-    return item.objectName() == closeWindowItem;
-}
-
 void PreferencesViewController::timeRadioButtonDidChange()
 {
     if (m_radioButtonTotalTime->isChecked()) {
@@ -54,11 +48,6 @@ void PreferencesViewController::timeRadioButtonDidChange()
     } else if (m_radioButtonRemainingTime->isChecked()) {
         m_defaults.setValue(SettingsKey::remainingTimeEnabled, true);
     }
-}
-
-void PreferencesViewController::closeWindow()
-{
-    m_view.window()->close();
 }
 
 void PreferencesViewController::layOut()

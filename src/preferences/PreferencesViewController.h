@@ -3,10 +3,8 @@
 
 #include "preferences/PreferencesPaneController.h"
 
-#include <QLatin1String>
 #include <QWidget>
 
-class QAction;
 class QRadioButton;
 
 namespace tunedeck {
@@ -24,9 +22,6 @@ class PreferencesViewController : public PreferencesPaneController {
         bool elapsedTimeEnabled READ elapsedTimeEnabled WRITE setElapsedTimeEnabled NOTIFY elapsedTimeEnabledChanged)
 
 public:
-    /// The identifier of the one menu item that belongs to this pane.
-    static constexpr QLatin1String closeWindowItem{"File_CloseWindow"};
-
     /// Both references must outlive the controller.
     PreferencesViewController(UserDefaults &defaults, FollowablePlayers &players, QObject *parent = nullptr);
 
@@ -41,12 +36,8 @@ public:
     /// Follows the setting; a call does not write it.
     void setElapsedTimeEnabled(bool enabled);
 
-    /// Returns whether `item` is enabled.
-    [[nodiscard]] bool validateMenuItem(const QAction &item) const;
-
 public Q_SLOTS:
     void timeRadioButtonDidChange();
-    void closeWindow();
 
 Q_SIGNALS:
     void elapsedTimeEnabledChanged(bool enabled);

@@ -37,6 +37,16 @@ public:
     }
 
     QWidget &view() override { return m_view; }
+    [[nodiscard]] bool validateMenuItem(const QAction &item) const override
+    {
+        validated.append(item.objectName());
+        return closes;
+    }
+    void closeWindow() override { ++closings; }
+
+    int closings = 0;
+    bool closes = true;
+    mutable QStringList validated;
 
 private:
     QWidget m_view;
@@ -132,6 +142,66 @@ private Q_SLOTS:
         QCOMPARE(selection(controller), {generalPane});
         QVERIFY(toolbarOf(controller)->isVisible());
         QVERIFY(showsContents(controller));
+    }
+
+    void ctrlWClosesTheWindowByWayOfThePaneOnShow()
+    {
+        PreferencesDesk desk;
+        QList<PlainPane *> panes;
+        AppPreferences description = plainPreferences();
+        description.instantiateController = [&panes](const QString &) {
+            auto pane = std::make_unique<PlainPane>(100);
+            panes.append(pane.get());
+            return pane;
+        };
+        AppPreferencesWindowController controller(description, desk.defaults);
+        controller.showWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&controller.window()));
+        const auto pressCtrlW = [&controller] {
+            QTest::keyClick(controller.window().windowHandle(), Qt::Key_W, Qt::ControlModifier);
+        };
+        pressCtrlW();
+        QCOMPARE(panes.at(0)->validated, {QStringLiteral("File_CloseWindow")});
+        QCOMPARE(panes.at(0)->closings, 1);
+        item(controller, QStringLiteral("B"))->trigger();
+        pressCtrlW();
+        QCOMPARE(panes.at(1)->closings, 1);
+        QCOMPARE(panes.at(0)->closings, 1);
+        panes.at(1)->closes = false;
+        pressCtrlW();
+        QCOMPARE(panes.at(1)->closings, 1);
+        QVERIFY(controller.window().isVisible());
+    }
+
+    void ctrlWClosesEachPane_data()
+    {
+        QTest::addColumn<QString>("pane");
+        for (const QString &pane : {generalPane, interfacePane, updatesPane}) {
+            QTest::newRow(qPrintable(pane)) << pane;
+        }
+    }
+
+    void ctrlWClosesEachPane()
+    {
+        QFETCH(const QString, pane);
+        PreferencesDesk desk;
+        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater});
+        controller.showWindow();
+        item(controller, pane)->trigger();
+        QVERIFY(QTest::qWaitForWindowActive(&controller.window()));
+        QTest::keyClick(controller.window().windowHandle(), Qt::Key_W, Qt::ControlModifier);
+        QVERIFY(!controller.window().isVisible());
+    }
+
+    void ctrlWClosesAWindowWithoutPanes()
+    {
+        PreferencesDesk desk;
+        AppPreferences description = plainPreferences();
+        description.symbolImage = [](const QString &) { return QIcon(); };
+        AppPreferencesWindowController controller(description, desk.defaults);
+        controller.showWindow();
+        controller.window().actions().constFirst()->trigger();
+        QVERIFY(!controller.window().isVisible());
     }
 
     void itsToolbarHasThreePanes()
