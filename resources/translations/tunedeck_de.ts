@@ -744,6 +744,11 @@
         <comment>In the Updates pane</comment>
         <translation>Tunedeck sucht nur auf Ihren Wunsch nach einer neueren Version. Sie entscheiden, ob Sie sie herunterladen.</translation>
     </message>
+    <message>
+        <source>This copy of Tunedeck does not look for new versions itself. If it came with your system, new versions come with the system&apos;s updates. If you built it yourself, build it again from newer sources.</source>
+        <comment>In the Updates pane</comment>
+        <translation>Diese Kopie von Tunedeck sucht nicht selbst nach neuen Versionen. Kam sie mit Ihrem System, kommen neue Versionen mit dessen Aktualisierungen. Haben Sie sie selbst erstellt, erstellen Sie sie neu aus neueren Quellen.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::UpdateWindow</name>

@@ -744,6 +744,11 @@
         <comment>In the Updates pane</comment>
         <translation>Tunedeck solo busca una versión más reciente cuando usted se lo pide. Usted elige si quiere descargarla.</translation>
     </message>
+    <message>
+        <source>This copy of Tunedeck does not look for new versions itself. If it came with your system, new versions come with the system&apos;s updates. If you built it yourself, build it again from newer sources.</source>
+        <comment>In the Updates pane</comment>
+        <translation>Esta copia de Tunedeck no busca versiones nuevas por sí misma. Si venía con su sistema, las versiones nuevas llegan con las actualizaciones del sistema. Si la compiló usted, vuelva a compilarla con fuentes más recientes.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::UpdateWindow</name>

@@ -744,6 +744,11 @@
         <comment>In the Updates pane</comment>
         <translation>Tunedeck etsii uudempaa versiota vain, kun pyydät sitä. Sinä päätät, ladataanko se.</translation>
     </message>
+    <message>
+        <source>This copy of Tunedeck does not look for new versions itself. If it came with your system, new versions come with the system&apos;s updates. If you built it yourself, build it again from newer sources.</source>
+        <comment>In the Updates pane</comment>
+        <translation>Tämä Tunedeck-asennus ei etsi uusia versioita itse. Jos se tuli järjestelmäsi mukana, uudet versiot tulevat järjestelmän päivitysten mukana. Jos koostit sen itse, koosta se uudelleen uudemmasta lähdekoodista.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::UpdateWindow</name>

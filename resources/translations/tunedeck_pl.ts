@@ -744,6 +744,11 @@
         <comment>In the Updates pane</comment>
         <translation>Tunedeck szuka nowszej wersji tylko na życzenie. Ty decydujesz, czy ją pobrać.</translation>
     </message>
+    <message>
+        <source>This copy of Tunedeck does not look for new versions itself. If it came with your system, new versions come with the system&apos;s updates. If you built it yourself, build it again from newer sources.</source>
+        <comment>In the Updates pane</comment>
+        <translation>Ta kopia programu Tunedeck nie szuka sama nowych wersji. Jeśli pochodzi z systemu, nowe wersje są dostarczane z aktualizacjami systemu. Jeśli została zbudowana samodzielnie, należy zbudować ją ponownie z nowszych źródeł.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::UpdateWindow</name>

@@ -31,6 +31,11 @@ SoftwareUpdater::SoftwareUpdater(const QDBusConnection &bus, const QString &modu
 {
 }
 
+bool SoftwareUpdater::looksForUpdates() const
+{
+    return TUNEDECK_LOOKS_FOR_UPDATES != 0;
+}
+
 void SoftwareUpdater::checkForUpdates()
 {
     if (!m_check) {

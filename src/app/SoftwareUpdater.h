@@ -26,6 +26,7 @@ public:
     explicit SoftwareUpdater(QDBusConnection &&bus, QObject *parent = nullptr) = delete;
     SoftwareUpdater(QDBusConnection &&bus, const QString &modulePath, QObject *parent = nullptr) = delete;
 
+    [[nodiscard]] bool looksForUpdates() const override;
     void checkForUpdates() override;
 
 private:

@@ -52,6 +52,12 @@ private Q_SLOTS:
     }
     void init() { failOnWarning(); }
 
+    void aCopyThatIsBuiltWithoutAFeedDoesNotLookForUpdates()
+    {
+        const SoftwareUpdater updater(m_bus, QStringLiteral(UPDATES_MODULE));
+        QCOMPARE(updater.looksForUpdates(), TUNEDECK_LOOKS_FOR_UPDATES == 1);
+    }
+
     void theModuleAnswersInAWindowOfItsOwn()
     {
         SoftwareUpdater updater(m_bus, QStringLiteral(UPDATES_MODULE));

@@ -18,7 +18,9 @@ namespace tunedeck {
 class CountingUpdater : public Updater {
 public:
     int checks = 0;
+    bool looks = true;
 
+    [[nodiscard]] bool looksForUpdates() const override { return looks; }
     void checkForUpdates() override { ++checks; }
 };
 

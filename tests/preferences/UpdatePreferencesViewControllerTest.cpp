@@ -12,6 +12,17 @@
 
 using namespace tunedeck;
 
+namespace {
+QStringList texts(UpdatePreferencesViewController &controller)
+{
+    QStringList texts;
+    for (const QLabel *label : controller.view().findChildren<QLabel *>()) {
+        texts.append(label->text());
+    }
+    return texts;
+}
+} // namespace
+
 class UpdatePreferencesViewControllerTest : public QObject {
     Q_OBJECT
 
@@ -46,11 +57,25 @@ private Q_SLOTS:
     {
         CountingUpdater updater;
         UpdatePreferencesViewController controller(updater);
-        QStringList texts;
-        for (const QLabel *label : controller.view().findChildren<QLabel *>()) {
-            texts.append(label->text());
-        }
-        QVERIFY(texts.contains(QStringLiteral("Tunedeck ") + *bundleInfo(u"CFBundleShortVersionString")));
+        QVERIFY(texts(controller).contains(QStringLiteral("Tunedeck ") + *bundleInfo(u"CFBundleShortVersionString")));
+    }
+
+    void itPromisesOnlyWhatThisCopyDoes()
+    {
+        CountingUpdater updater;
+        const QString promise =
+            QStringLiteral("Tunedeck looks for a newer version only when you ask. You choose whether to download it.");
+        UpdatePreferencesViewController looking(updater);
+        QVERIFY(texts(looking).contains(promise));
+
+        updater.looks = false;
+        UpdatePreferencesViewController kept(updater);
+        QVERIFY(!texts(kept).contains(promise));
+        QVERIFY(texts(kept).contains(QStringLiteral(
+            "This copy of Tunedeck does not look for new versions itself. If it came with your system, new versions "
+            "come with the system's updates. If you built it yourself, build it again from newer sources.")));
+        kept.updateButton().click();
+        QCOMPARE(updater.checks, 1);
     }
 
     void itsControlsAreAccessible()

@@ -21,6 +21,7 @@ namespace tunedeck {
 class CountingUpdater : public Updater {
 public:
     int checks = 0;
+    [[nodiscard]] bool looksForUpdates() const override { return true; }
     void checkForUpdates() override { ++checks; }
 };
 

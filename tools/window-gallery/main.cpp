@@ -50,6 +50,7 @@ public:
 
 class NoUpdater : public Updater {
 public:
+    [[nodiscard]] bool looksForUpdates() const override { return true; }
     void checkForUpdates() override { }
 };
 
