@@ -6,6 +6,7 @@
 #include "music/mpris/bus/MprisNames.h"
 
 #include <QDBusReply>
+#include <QMap>
 
 #include <algorithm>
 #include <tuple>
@@ -33,11 +34,22 @@ NamesOnBus::NamesOnBus(const QDBusConnection &bus, QObject *parent)
 {
     // Watched first and listed second, so that no player that comes in between is missed.
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
-        [this](const QString &name, const QString &, const QString &owner) { handleOwnerChanged(name, owner); });
+        [this](const QString &name, const QString &, const QString &owner) { noteChange(name, owner); });
     m_watcher.setConnection(m_bus);
     m_watcher.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
     m_watcher.addWatchedService(mpris::rootInterface + u'*');
     list();
+}
+
+QStringList NamesOnBus::names() const
+{
+    QMap<quint64, QString> names;
+    for (const auto &[name, record] : m_records.asKeyValueRange()) {
+        if (record.order > 0) {
+            names.insert(record.order, name);
+        }
+    }
+    return names.values();
 }
 
 std::optional<NamesOnBus::Owner> NamesOnBus::owner(const QString &name) const
@@ -83,13 +95,34 @@ void NamesOnBus::handleList(const QStringList &names)
     askMore();
 }
 
-void NamesOnBus::handleOwnerChanged(const QString &busName, const QString &connection)
+void NamesOnBus::noteChange(const QString &busName, const QString &connection)
 {
     if (!busName.startsWith(mpris::namePrefix)) {
         return;
     }
+    // A name may change hands hundreds of times within a turn of the event loop: only the last owner counts.
+    if (m_changes.isEmpty()) {
+        QMetaObject::invokeMethod(this, &NamesOnBus::applyChanges, Qt::QueuedConnection);
+    }
     const QString name = busName.mid(mpris::namePrefix.size());
-    if (isOwnedBy(name, connection)) {
+    if (!m_changes.contains(name)) {
+        m_changedNames.append(name);
+    }
+    m_changes.insert(name, connection);
+}
+
+void NamesOnBus::applyChanges()
+{
+    const QHash<QString, QString> changes = std::exchange(m_changes, {});
+    const QStringList names = std::exchange(m_changedNames, {});
+    for (const QString &name : names) {
+        applyChange(name, changes.value(name));
+    }
+}
+
+void NamesOnBus::applyChange(const QString &name, const QString &connection)
+{
+    if (isOwnedBy(name, connection) || (connection.isEmpty() && !m_records.contains(name))) {
         return;
     }
     remove(name);
@@ -172,7 +205,6 @@ void NamesOnBus::remove(const QString &name)
         return;
     }
     const QString connection = m_records.take(name).connection;
-    m_announced.removeOne(name);
     if (--m_namesOf[connection] == 0) {
         m_namesOf.remove(connection);
         m_processes.remove(connection);
@@ -182,8 +214,9 @@ void NamesOnBus::remove(const QString &name)
 
 void NamesOnBus::announce(const QString &name)
 {
-    if (owner(name) && !m_announced.contains(name)) {
-        m_announced.append(name);
+    const auto record = m_records.find(name);
+    if (record != m_records.end() && record->order == 0 && m_processes.contains(record->connection)) {
+        record->order = ++m_lastOrder;
         Q_EMIT owned(name);
     }
 }

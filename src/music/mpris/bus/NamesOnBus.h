@@ -29,7 +29,7 @@ public:
     /// Whether the names that were there at the start, and their owners, are known.
     [[nodiscard]] bool isComplete() const { return m_isComplete; }
     /// The names whose owners are known, in the order in which they came.
-    [[nodiscard]] const QStringList &names() const { return m_announced; }
+    [[nodiscard]] QStringList names() const;
     /// None if nobody owns the name, or its owner is not known yet.
     [[nodiscard]] std::optional<Owner> owner(const QString &name) const;
     /// Whether anybody owns the name, also if owner() does not know the process yet.
@@ -53,11 +53,14 @@ private:
     struct Record {
         QString connection;
         bool cameLater = false;
+        quint64 order = 0; ///< grows with time; 0 until the name has been announced
     };
 
     void list();
     void handleList(const QStringList &names);
-    void handleOwnerChanged(const QString &busName, const QString &connection);
+    void noteChange(const QString &busName, const QString &connection);
+    void applyChanges();
+    void applyChange(const QString &name, const QString &connection);
     void askMore();
     void askForOwner(const QString &name);
     void askForProcess(const QString &connection);
@@ -69,7 +72,9 @@ private:
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watcher;
     QHash<QString, Record> m_records; ///< by name
-    QStringList m_announced;
+    QHash<QString, QString> m_changes; ///< connections that own names from now on, by name; not applied yet
+    QStringList m_changedNames; ///< the keys of m_changes, in the order in which they changed
+    quint64 m_lastOrder = 0;
     QHash<QString, int> m_namesOf; ///< by connection
     QHash<QString, std::optional<qint64>> m_processes; ///< by connection; missing until the bus has answered
     QStringList m_unresolved; ///< names whose owner has not been asked for yet

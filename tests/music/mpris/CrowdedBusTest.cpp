@@ -1,0 +1,252 @@
+// SPDX-License-Identifier: MIT
+#include "DemoPlayerProcess.h"
+#include "music/mpris/MprisMusicApplication.h"
+#include "platform/ApplicationLauncher.h"
+#include "platform/UserDefaults.h"
+#include "support/PrivateBus.h"
+#include "support/TurnWatch.h"
+#include "support/registerTest.h"
+
+#include <QDBusConnectionInterface>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QRegularExpression>
+#include <QSet>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+namespace {
+
+constexpr int manyNames = 3'000;
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr qint64 longestTurn = 500;
+#else
+constexpr qint64 longestTurn = 50;
+#endif
+
+QString busName(const QString &player)
+{
+    return u"org.mpris.MediaPlayer2."_s + player;
+}
+
+} // namespace
+
+/// A bus on which somebody takes more names than anybody needs, or changes them all the time: the menus stay usable,
+/// and the event loop responsive.
+class CrowdedBusTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void thousandsOfNamesHideNoPlayer();
+    void aNameThatChangesHandsAllTheTimeIsReadAFewTimesASecond();
+    void aNameThatIsAnnouncedAllTheTimeIsShownAFewTimesASecond();
+    void fourPlayersOfAProcessAreRead();
+    void allPlayersOfAPhoneAreRead_data();
+    void allPlayersOfAPhoneAreRead();
+    void thePinnedPlayerIsReadThoughThereAreTooMany();
+
+private:
+    QDBusConnection connect() { return m_bus->connect(QString::number(++m_connections)); }
+    std::unique_ptr<DemoPlayerProcess> start(const QStringList &arguments);
+    void startMusic();
+    void startMusicAndCheckTurns();
+    /// Does the work on a thread of its own while the event loop runs.
+    void runAndCheckTurns(const std::function<void()> &work);
+    [[nodiscard]] QList<FollowablePlayer> players() const { return m_music->followablePlayers().followablePlayers(); }
+
+    std::unique_ptr<PrivateBus> m_bus;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<UserDefaults> m_defaults;
+    ApplicationLauncher m_launcher;
+    std::unique_ptr<MprisMusicApplication> m_music;
+    int m_connections = 0;
+};
+
+void CrowdedBusTest::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    m_bus = std::make_unique<PrivateBus>();
+    QVERIFY(m_bus->isRunning());
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_defaults = std::make_unique<UserDefaults>(m_folder->filePath(u"settings.conf"_s));
+}
+
+void CrowdedBusTest::cleanup()
+{
+    m_music.reset();
+    m_defaults.reset();
+    m_bus.reset();
+    for (; m_connections > 0; --m_connections) {
+        QDBusConnection::disconnectFromBus(QString::number(m_connections));
+    }
+}
+
+std::unique_ptr<DemoPlayerProcess> CrowdedBusTest::start(const QStringList &arguments)
+{
+    return std::make_unique<DemoPlayerProcess>(*m_bus, connect(), arguments);
+}
+
+void CrowdedBusTest::startMusic()
+{
+    m_music = std::make_unique<MprisMusicApplication>(connect(), *m_defaults, m_launcher);
+    QTRY_VERIFY_WITH_TIMEOUT(m_music->isReady(), 20'000);
+}
+
+void CrowdedBusTest::startMusicAndCheckTurns()
+{
+    TurnWatch turns;
+    startMusic();
+    const qint64 longest = turns.longest();
+    qInfo("longest turn at the start %lld ms", longest);
+    QVERIFY(longest < longestTurn);
+}
+
+void CrowdedBusTest::runAndCheckTurns(const std::function<void()> &work)
+{
+    std::atomic_bool isDone = false;
+    TurnWatch turns;
+    std::thread worker([&] {
+        work();
+        isDone = true;
+    });
+    const bool isOver = QTest::qWaitFor([&] { return isDone.load(); }, 20'000);
+    const qint64 longest = turns.longest();
+    worker.join();
+    QVERIFY(isOver);
+    qInfo("longest turn %lld ms", longest);
+    QVERIFY(longest < longestTurn);
+}
+
+void CrowdedBusTest::thousandsOfNamesHideNoPlayer()
+{
+    const auto before = start({u"--name"_s, u"before"_s});
+    QDBusConnection crowd = connect();
+    for (int i = 0; i < manyNames; ++i) {
+        QVERIFY(crowd.registerService(busName(u"crowd.n%1"_s.arg(i))));
+    }
+    startMusicAndCheckTurns();
+    QCOMPARE(players().value(0).id, u"before"_s);
+    const auto after = start({u"--name"_s, u"after"_s, u"--play"_s});
+    QTRY_COMPARE(players().size(), 2);
+    runAndCheckTurns([&crowd] {
+        for (int i = 0; i < manyNames; ++i) {
+            crowd.unregisterService(busName(u"crowd.n%1"_s.arg(i)));
+        }
+        for (int i = 0; i < manyNames; ++i) {
+            crowd.registerService(busName(u"crowd.m%1"_s.arg(i)));
+        }
+    });
+    QCOMPARE(players().size(), 2);
+    QVERIFY(players().last().isFollowed);
+}
+
+void CrowdedBusTest::aNameThatChangesHandsAllTheTimeIsReadAFewTimesASecond()
+{
+    const auto player = start({u"--name"_s, u"steady"_s, u"--play"_s});
+    startMusicAndCheckTurns();
+    const QDBusConnection first = connect();
+    const QDBusConnection second = connect();
+    runAndCheckTurns([&] {
+        for (int i = 0; i < 3'000; ++i) {
+            (i % 2 == 0 ? first : second)
+                .interface()
+                ->registerService(busName(u"moving"_s), QDBusConnectionInterface::ReplaceExistingService,
+                    QDBusConnectionInterface::AllowReplacement);
+        }
+    });
+    QCOMPARE(players().value(0).id, u"steady"_s);
+    QVERIFY(player->tell(u"track 1"_s));
+    QTRY_COMPARE(m_music->currentTrack()->duration, 135.0);
+}
+
+void CrowdedBusTest::aNameThatIsAnnouncedAllTheTimeIsShownAFewTimesASecond()
+{
+    const auto player = start({u"--name"_s, u"restless"_s});
+    startMusic();
+    const QSignalSpy changed(&m_music->followablePlayers(), &FollowablePlayers::followablePlayersChanged);
+    const QDBusConnection control = connect();
+    QElapsedTimer clock;
+    clock.start();
+    runAndCheckTurns([&control] {
+        for (int i = 0; i < 200; ++i) {
+            auto call = QDBusMessage::createMethodCall(
+                busName(u"restless"_s), u"/org/mpris/MediaPlayer2"_s, u"org.tunedeck.DemoPlayer"_s, u"Script"_s);
+            call << u"wrong Identity string \u202e%1 "_s.arg(i) + QString(100, u'x');
+            control.call(call);
+        }
+    });
+    QTRY_VERIFY(players().value(0).name.startsWith(u"199 x"_s));
+    QCOMPARE(players().value(0).name.size(), 60);
+    QVERIFY(changed.count() <= 2 + clock.elapsed() / 300);
+}
+
+void CrowdedBusTest::fourPlayersOfAProcessAreRead()
+{
+    QStringList arguments{u"--name"_s, u"n0"_s};
+    for (int i = 1; i < 8; ++i) {
+        arguments << u"--also"_s << u"n%1"_s.arg(i);
+    }
+    const auto crowd = start(arguments);
+    const auto other = start({u"--name"_s, u"other"_s, u"--play"_s});
+    startMusic();
+    QCOMPARE(players().size(), 5);
+    QCOMPARE(players().last().id, u"other"_s);
+    QVERIFY(players().last().isFollowed);
+}
+
+void CrowdedBusTest::allPlayersOfAPhoneAreRead_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("KDE Connect") << u"kdeconnect.mpris_00000%1"_s;
+    QTest::newRow("GSConnect") << u"GSConnect.n%1"_s;
+}
+
+void CrowdedBusTest::allPlayersOfAPhoneAreRead()
+{
+    QFETCH(const QString, name);
+    QStringList arguments{u"--name"_s, name.arg(0)};
+    for (int i = 1; i < 8; ++i) {
+        arguments << u"--also"_s << name.arg(i);
+    }
+    const auto phone = start(arguments);
+    startMusic();
+    QCOMPARE(players().size(), 8);
+    QSet<QString> ids;
+    for (const FollowablePlayer &player : players()) {
+        ids.insert(player.id);
+    }
+    QCOMPARE(ids.size(), 8);
+}
+
+void CrowdedBusTest::thePinnedPlayerIsReadThoughThereAreTooMany()
+{
+    QStringList arguments{u"--name"_s, u"n0"_s};
+    for (int i = 1; i < 8; ++i) {
+        arguments << u"--also"_s << u"n%1"_s.arg(i);
+    }
+    const auto crowd = start(arguments);
+    startMusic();
+    QCOMPARE(players().size(), 4);
+    m_defaults->setValue(u"FollowedPlayer"_s, u"n7"_s);
+    QTRY_COMPARE(players().size(), 5);
+    QTRY_VERIFY(players().last().isFollowed);
+    QCOMPARE(players().last().id, u"n7"_s);
+}
+
+} // namespace tunedeck
+
+TUNEDECK_TEST(tunedeck::CrowdedBusTest, QGuiApplication)
+#include "CrowdedBusTest.moc"
