@@ -10,6 +10,7 @@
 #include "music/mpris/MprisMusicApplication.h"
 #include "platform/Appearance.h"
 #include "platform/ApplicationLauncher.h"
+#include "platform/DesktopEntries.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
 #include "player/ViewController.h"
@@ -76,12 +77,14 @@ int main(int argc, char *argv[])
     Appearance appearance(defaults, bus);
     const WindowActivation windowActivation;
     ApplicationLauncher launcher;
+    DesktopEntries desktopEntries;
     MprisMusicApplication music(bus, defaults, launcher);
     SoftwareUpdater updater(bus);
     if (!QTest::qWaitFor([&] { return music.isReady(); })) {
         return 1;
     }
-    Application application({music, defaults, appearance, windowActivation, music.followablePlayers(), updater});
+    Application application(
+        {music, defaults, appearance, windowActivation, music.followablePlayers(), desktopEntries, updater});
     application.showMainWindow();
     MusicConnector &connector = application.musicConnector();
     const auto isLoaded = [&] { return connector.selectedPlaylist().has_value(); };
