@@ -30,6 +30,8 @@ private Q_SLOTS:
     void openingLaunchesThePinnedPlayerByTheEntryThatItNamed();
     void thePinnedPlayersNewEntryIsRememberedEvenIfItIsItsFamily();
     void thePinnedPlayersEntryIsOfNoUseForAnother();
+    void onlyAPlayerThatHasPlayedIsRemembered();
+    void whatIsRememberedIsWrittenOnceInTenSeconds();
     void anEntryThatIsNoFileNameIsNotRemembered_data();
     void anEntryThatIsNoFileNameIsNotRemembered();
     void aSandboxedPlayerIsRememberedByItsOwnEntryAlone();
@@ -142,6 +144,31 @@ void FollowedPlayerTest::thePinnedPlayersNewEntryIsRememberedEvenIfItIsItsFamily
     startFollowing();
     QTRY_COMPARE(remembered(u"FollowedPlayerEntry"_s), u"favourite/favourite"_s);
     QCOMPARE(remembered(u"LastFollowedPlayer"_s), u"favourite"_s);
+}
+
+void FollowedPlayerTest::onlyAPlayerThatHasPlayedIsRemembered()
+{
+    startPlayer({u"--name"_s, u"quiet"_s});
+    startFollowing();
+    QVERIFY(m_followed->player());
+    QVERIFY(!m_followed->findChild<QTimer *>(u"memoryTimer"_s)->isActive());
+    QCOMPARE(m_followed->entriesToLaunch(), QStringList());
+    QVERIFY(m_player->tell(u"play"_s));
+    QTRY_COMPARE(remembered(u"LastFollowedPlayer"_s), u"tunedeck-demo-player"_s);
+}
+
+void FollowedPlayerTest::whatIsRememberedIsWrittenOnceInTenSeconds()
+{
+    startPlayer({u"--play"_s, u"--name"_s, u"player"_s});
+    startFollowing();
+    QTRY_COMPARE(remembered(u"LastFollowedPlayer"_s), u"tunedeck-demo-player"_s);
+    QVERIFY(m_player->tell(u"wrong DesktopEntry string org.Other"_s));
+    QTRY_COMPARE(m_followed->entriesToLaunch(), QStringList{u"org.Other"_s});
+    const QTimer &timer = *m_followed->findChild<QTimer *>(u"memoryTimer"_s);
+    QVERIFY(timer.isActive() && timer.intervalAsDuration() > std::chrono::seconds(5));
+    QCOMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"tunedeck-demo-player"_s);
+    m_followed.reset();
+    QCOMPARE(m_defaults->stringForKey(u"LastFollowedPlayer"_s), u"org.Other"_s);
 }
 
 void FollowedPlayerTest::thePinnedPlayersEntryIsOfNoUseForAnother()

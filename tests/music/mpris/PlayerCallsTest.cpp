@@ -29,6 +29,8 @@ private Q_SLOTS:
     void aSignOfLifeMakesThePlayerRespondAgain();
     void aRefusalOfThePlayerIsAnAnswer();
     void theBusThatAnswersForAPlayerThatIsGoneIsNoSignOfLife();
+    void callsGoToTheNameWhereAConnectionOwnsSeveral();
+    void theAnswerOfAnotherThatTookTheNameIsAnError();
 
 private:
     /// Sends GetAll and waits for what the handler gets.
@@ -79,6 +81,27 @@ void PlayerCallsTest::letADeadlinePass()
     const QDBusMessage reply = answer(20ms);
     QVERIFY(bus::isUnanswered(QDBusError(reply)));
     QVERIFY(!m_calls->isResponding());
+}
+
+void PlayerCallsTest::callsGoToTheNameWhereAConnectionOwnsSeveral()
+{
+    const QString owner = m_calls->destination();
+    m_calls->addressByName(mpris::namePrefix + u"tunedeckdemo"_s);
+    QCOMPARE(m_calls->destination(), mpris::namePrefix + u"tunedeckdemo"_s);
+    QVERIFY(!bus::isError(answer()));
+    m_calls->addressByName(QString());
+    QCOMPARE(m_calls->destination(), owner);
+    QVERIFY(!bus::isError(answer()));
+}
+
+void PlayerCallsTest::theAnswerOfAnotherThatTookTheNameIsAnError()
+{
+    m_calls->addressByName(mpris::namePrefix + u"tunedeckdemo"_s);
+    const DemoPlayerProcess next(*m_bus, m_bus->connect(u"next"_s), {u"--replace"_s});
+    QVERIFY(next.isReady());
+    QVERIFY(bus::isError(answer()));
+    QCOMPARE(m_changes->count(), 0);
+    QDBusConnection::disconnectFromBus(u"next"_s);
 }
 
 void PlayerCallsTest::anAnswerReachesItsHandler()
