@@ -28,6 +28,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
+#include <QSystemTrayIcon>
 #include <QWindow>
 
 namespace tunedeck {

@@ -12,6 +12,7 @@
 
 class QAction;
 class QMenu;
+class QSystemTrayIcon;
 class QWindow;
 
 namespace tunedeck {
@@ -48,6 +49,8 @@ public:
     [[nodiscard]] bool isAppearanceClassic() const { return m_isAppearanceClassic; }
     /// True forces the light appearance on the whole application, including its menus.
     void setAppearanceClassic(bool classic);
+    /// The program's icon in the desktop's status bar. Null: the program shows none yet.
+    [[nodiscard]] QSystemTrayIcon *statusItem() const { return m_statusItem.get(); }
     /// Null until it is first displayed.
     [[nodiscard]] AboutWindow *aboutWindow() const { return m_aboutWindow.get(); }
     /// The background of the about window. The same one for the whole run.
@@ -106,6 +109,7 @@ private:
     Appearance &m_appearance;
     FollowablePlayers &m_players;
     DesktopEntries &m_desktopEntries;
+    std::unique_ptr<QSystemTrayIcon> m_statusItem;
     std::unique_ptr<AboutWindow> m_aboutWindow;
     std::unique_ptr<AboutPinstripeView> m_pinstripesView; ///< a child of the window, so it is destroyed first
     QPointer<QAction> m_playPauseMenuItem;

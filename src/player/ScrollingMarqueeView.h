@@ -44,6 +44,8 @@ public:
     void setFadeInsetInPoints(double inset);
     [[nodiscard]] bool labelAdvancesOnClick() const { return m_labelAdvancesOnClick; }
     void setLabelAdvancesOnClick(bool advances);
+    /// For a marquee that could be held still. Nothing pauses it yet, so it is always false.
+    [[nodiscard]] bool isPaused() const { return m_timeline.isPaused(); }
     /// Whether nothing may move: a text that is too wide is elided, and strings take turns without rolling.
     void setMotionReduced(bool isReduced);
     /// Whether its ink is light, as in the dark appearance.

@@ -5,6 +5,8 @@
 
 #include <QWidget>
 
+#include <memory>
+
 class QRadioButton;
 
 namespace tunedeck {
@@ -31,6 +33,13 @@ public:
     [[nodiscard]] FollowedPlayerPicker &followedPlayerPicker() { return *m_followedPlayerPicker; }
     [[nodiscard]] NeverFollowedView &neverFollowed() { return *m_neverFollowed; }
 
+    /// A store of settings that the pane's controls could be bound to. Nothing sets it yet: they are bound to the
+    /// settings given to the constructor.
+    [[nodiscard]] const std::shared_ptr<UserDefaults> &userDefaultsController() const
+    {
+        return m_userDefaultsController;
+    }
+
     /// Despite its name: whether the remaining time is shown.
     [[nodiscard]] bool elapsedTimeEnabled() const { return m_elapsedTimeEnabled; }
     /// Follows the setting; a call does not write it.
@@ -47,6 +56,7 @@ private:
     void refreshRadioButtons();
 
     UserDefaults &m_defaults;
+    std::shared_ptr<UserDefaults> m_userDefaultsController;
     QWidget m_view;
     QRadioButton *m_radioButtonRemainingTime;
     QRadioButton *m_radioButtonTotalTime;

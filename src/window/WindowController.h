@@ -6,10 +6,13 @@
 #include "window/RoomForDrawer.h"
 #include "window/Window.h"
 
+#include <memory>
+
 class QAction;
 
 namespace tunedeck {
 
+class PlaylistWindowController;
 class UserDefaults;
 
 /// Owns the player's window. Keeps it above all others if the user's settings say so, and gives it one of its two
@@ -30,6 +33,11 @@ public:
 
     [[nodiscard]] bool keepAboveAllWindows() const { return m_keepAboveAllWindows; }
     void setKeepAboveAllWindows(bool keepAbove);
+    /// The controller of a drawer in a window of its own. The drawer is a part of this window, so nothing sets it yet.
+    [[nodiscard]] std::weak_ptr<PlaylistWindowController> playlistWindowController() const
+    {
+        return m_playlistWindowController;
+    }
 
     /// With reduced motion, the drawer opens and closes without an animation.
     void setMotionReduced(bool isReduced) { m_heightAnimation.setMotionReduced(isReduced); }
@@ -53,6 +61,7 @@ private:
     void finishResize();
 
     UserDefaults &m_defaults;
+    std::weak_ptr<PlaylistWindowController> m_playlistWindowController;
     bool m_keepAboveAllWindows = false;
     bool m_isExpanded = false;
     Window m_window;

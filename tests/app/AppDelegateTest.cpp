@@ -113,6 +113,12 @@ private Q_SLOTS:
     void initTestCase() { QApplication::setStyle(new TimedStyle); }
     void init() { failOnWarning(); }
 
+    void itShowsNoStatusItem()
+    {
+        const Program program;
+        QCOMPARE(program.delegate->statusItem(), nullptr);
+    }
+
     void beforeTheLaunchNothingIsRegisteredOrApplied()
     {
         Program program;

@@ -310,6 +310,17 @@ private Q_SLOTS:
         QCOMPARE(marquee.view.displayStrings(), strings);
     }
 
+    void nothingPausesIt()
+    {
+        Marquee marquee;
+        QVERIFY(!marquee.view.isPaused());
+        marquee.view.setDisplayStrings({shortText, wideText});
+        marquee.view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        marquee.goTo(4100ms);
+        QVERIFY(!marquee.view.isPaused());
+    }
+
     void aNewSizeStartsTheStringOnShowAgain()
     {
         Marquee marquee;

@@ -146,6 +146,13 @@ private Q_SLOTS:
         QVERIFY(controller.radioButtonRemainingTime().isChecked());
     }
 
+    void itHasNoStoreOfItsOwn()
+    {
+        PreferencesDesk desk;
+        const PreferencesViewController controller(desk.defaults, desk.players);
+        QVERIFY(!controller.userDefaultsController());
+    }
+
     void itEnablesOnlyTheCloseCommand()
     {
         PreferencesDesk desk;

@@ -65,6 +65,13 @@ private Q_SLOTS:
         QCOMPARE(controller.window().maximumSize(), QSize(550, 64));
     }
 
+    void theDrawerHasNoWindowOfItsOwn()
+    {
+        Desktop desktop;
+        const WindowController controller(desktop.defaults);
+        QVERIFY(controller.playlistWindowController().expired());
+    }
+
     void theSavedLevelIsAppliedAtOnce()
     {
         Desktop desktop;

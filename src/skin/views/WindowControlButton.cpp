@@ -5,6 +5,7 @@
 #include "skin/looks/FocusRing.h"
 #include "skin/looks/skinLooks.h"
 
+#include <QMouseEvent>
 #include <QPainter>
 
 namespace tunedeck {
@@ -35,6 +36,14 @@ void WindowControlButton::setMouseHovering(bool isHovering)
     }
     m_mouseHovering = isHovering;
     update();
+}
+
+void WindowControlButton::mousePressEvent(QMouseEvent *event)
+{
+    // A press outside the area does nothing and does not drag the window either.
+    if (!m_customHitTestArea || m_customHitTestArea->contains(event->position())) {
+        SkinnedButton::mousePressEvent(event);
+    }
 }
 
 void WindowControlButton::paintEvent(QPaintEvent *)

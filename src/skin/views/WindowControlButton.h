@@ -7,6 +7,10 @@
 #include "skin/looks/SkinEnvironment.h"
 #include "skin/views/SkinnedButton.h"
 
+#include <QPainterPath>
+
+#include <optional>
+
 namespace tunedeck {
 
 /// A gem that closes, minimises or maximises the window. It shows its symbol only while the pointer is over the group
@@ -23,8 +27,13 @@ public:
     void setControlStyle(WindowControlButtonStyle style);
     [[nodiscard]] bool mouseHovering() const { return m_mouseHovering; }
     void setMouseHovering(bool isHovering);
+    /// The part of the button that takes a press, in the button's coordinates and points. Nothing sets it yet, so the
+    /// whole button does.
+    [[nodiscard]] const std::optional<QPainterPath> &customHitTestArea() const { return m_customHitTestArea; }
+    void setCustomHitTestArea(const std::optional<QPainterPath> &area) { m_customHitTestArea = area; }
 
 protected:
+    void mousePressEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
@@ -36,6 +45,7 @@ private:
     FaceCache<WindowControlButtonState> m_faces;
     WindowControlButtonStyle m_controlStyle = WindowControlButtonStyle::close;
     bool m_mouseHovering = false;
+    std::optional<QPainterPath> m_customHitTestArea;
 };
 
 } // namespace tunedeck

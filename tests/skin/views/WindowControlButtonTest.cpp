@@ -7,6 +7,8 @@
 #include "support/registerTest.h"
 
 #include <QApplication>
+#include <QMouseEvent>
+#include <QPainterPath>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -68,6 +70,30 @@ private Q_SLOTS:
         QVERIFY(isNear(pressed.at(7, 7), rest.at(7, 7), 4));
         m_button->setMouseHovering(true);
         QVERIFY(Picture(*m_button).at(7, 7).green() < rest.at(7, 7).green() - 50);
+    }
+
+    void aPressOutsideItsHitTestAreaIsDropped()
+    {
+        QVERIFY(!m_button->customHitTestArea());
+        QPainterPath leftHalf;
+        leftHalf.addRect(0, 0, 7, 14);
+        m_button->setCustomHitTestArea(leftHalf);
+        QCOMPARE(m_button->customHitTestArea(), leftHalf);
+        QSignalSpy clicked(m_button.get(), &WindowControlButton::clicked);
+        QMouseEvent press(
+            QEvent::MouseButtonPress, QPointF(10, 7), QPointF(10, 7), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_button.get(), &press);
+        QVERIFY(press.isAccepted());
+        QVERIFY(!m_button->isDown());
+        QTest::mouseRelease(m_button.get(), Qt::LeftButton, {}, QPoint(10, 7));
+        QCOMPARE(clicked.count(), 0);
+        QTest::mousePress(m_button.get(), Qt::LeftButton, {}, QPoint(3, 7));
+        QVERIFY(m_button->isDown());
+        QTest::mouseRelease(m_button.get(), Qt::LeftButton, {}, QPoint(10, 7));
+        QCOMPARE(clicked.count(), 1);
+        m_button->setCustomHitTestArea(std::nullopt);
+        QTest::mouseClick(m_button.get(), Qt::LeftButton, {}, QPoint(10, 7));
+        QCOMPARE(clicked.count(), 2);
     }
 
     void itsCornersAreClickable()
