@@ -2,6 +2,7 @@
 #include "BusName.h"
 #include "BusTypes.h"
 #include "Library.h"
+#include "MprisObject.h"
 #include "PlayerOnBus.h"
 
 #include <QCommandLineParser>
