@@ -29,15 +29,15 @@ PlayerWitness::PlayerWitness()
     m_bus.connect(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), this,
         SLOT(nameOwnerChanged(QString, QString, QString)));
-    // The player is the only one on this bus, so its name does not matter.
+    // Any player's: all of them must be quiet.
     m_bus.connect(QString(), objectPath, QStringLiteral("org.freedesktop.DBus.Properties"),
         QStringLiteral("PropertiesChanged"), this, SLOT(playerReported()));
     m_bus.connect(QString(), objectPath, playerInterface, QStringLiteral("Seeked"), this, SLOT(playerReported()));
 }
 
-bool PlayerWitness::findPlayer()
+bool PlayerWitness::findPlayer(const QString &name)
 {
-    const QStringList names = m_bus.interface()->registeredServiceNames().value().filter(namePrefix);
+    const QStringList names = m_bus.interface()->registeredServiceNames().value().filter(namePrefix + name);
     m_names = {names.begin(), names.end()};
     m_player = names.value(0);
     return !names.isEmpty();
@@ -78,6 +78,11 @@ void PlayerWitness::awaitQuiet()
 {
     m_sinceReport.start();
     (void)QTest::qWaitFor([this] { return m_sinceReport.elapsed() >= quiet; }, longestReports);
+}
+
+void PlayerWitness::playPause() const
+{
+    m_bus.send(QDBusMessage::createMethodCall(m_player, objectPath, playerInterface, QStringLiteral("PlayPause")));
 }
 
 void PlayerWitness::openFile(const QString &path) const

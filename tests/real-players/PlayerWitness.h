@@ -18,8 +18,9 @@ class PlayerWitness : public QObject {
 public:
     PlayerWitness();
 
-    /// False while there is no player.
-    [[nodiscard]] bool findPlayer();
+    /// Finds the player with this bus name, which is without "org.mpris.MediaPlayer2."; any player without a name.
+    /// False while there is none.
+    [[nodiscard]] bool findPlayer(const QString &name = {});
     /// "Playing", "Paused" or "Stopped"; empty if the player does not say.
     [[nodiscard]] QString status() const;
     /// The title in the player's metadata; empty if there is none.
@@ -35,6 +36,8 @@ public:
     /// if the player keeps reporting.
     void awaitQuiet();
 
+    /// Plays or pauses, as the player's own window would.
+    void playPause() const;
     /// Asks the player to play the file.
     void openFile(const QString &path) const;
     void quitPlayer() const;
