@@ -67,14 +67,14 @@ int coveredArea(const QRect &covered, const QRect &by)
     return common.width() * common.height();
 }
 
-void placeBeside(const Window &player, QWidget &window)
+QPoint placeBeside(const Window &player, const QWidget &window)
 {
     const QRect area = player.screen()->availableGeometry();
     const QRect place = playersPlace(player);
     const QSize size = expectedFrameSize(window);
     const QList<QPoint> places = placesBeside(place, size, area);
     const auto coveredFrom = [&](QPoint origin) { return coveredArea(place, QRect(origin, size)); };
-    window.move(*std::ranges::min_element(places, std::ranges::less{}, coveredFrom));
+    return *std::ranges::min_element(places, std::ranges::less{}, coveredFrom);
 }
 } // namespace
 
@@ -95,6 +95,11 @@ bool CompanionWindows::eventFilter(QObject *watched, QEvent *event)
             join(window);
         }
     }
+    // A window's frame is unknown until it is shown. This is the last moment at which a place can be given to the
+    // frame.
+    if (event->type() == QEvent::Show && m_places.contains(watched)) {
+        static_cast<QWindow *>(watched)->setFramePosition(m_places.take(watched));
+    }
     return QObject::eventFilter(watched, event);
 }
 
@@ -104,8 +109,15 @@ void CompanionWindows::join(QWidget &window)
     applyFlags(window);
     const QRect frame(window.pos(), expectedFrameSize(window));
     if (!window.testAttribute(Qt::WA_Moved) || frame.intersects(playersPlace(m_player))) {
-        placeBeside(m_player, window);
+        place(window);
     }
+}
+
+void CompanionWindows::place(QWidget &window)
+{
+    const QPoint place = placeBeside(m_player, window);
+    window.move(place);
+    m_places.insert(window.windowHandle(), place);
 }
 
 void CompanionWindows::applyFlags(QWidget &window) const

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QHash>
 #include <QObject>
+#include <QPoint>
 
 class QWidget;
 
@@ -24,10 +26,13 @@ protected:
 
 private:
     void join(QWidget &window);
+    void place(QWidget &window);
     void applyFlags(QWidget &window) const;
     void applyFlagsToAll() const;
 
     Window &m_player;
+    /// Windows that are about to be shown, and the places for their frames.
+    QHash<const QObject *, QPoint> m_places;
 };
 
 } // namespace tunedeck

@@ -158,7 +158,8 @@ void AppPreferencesWindow::moveFrame(QPoint topLeft)
 
 void AppPreferencesWindow::saveFrame()
 {
-    m_defaults.setValue(windowFrameAutosaveNameIdentifier, textFromFrame(frameGeometry()));
+    // The widget may still know no frame, where the window manager has added it late.
+    m_defaults.setValue(windowFrameAutosaveNameIdentifier, textFromFrame(windowHandle()->frameGeometry()));
 }
 
 /// The frame that the window manager adds is unknown until the window is shown.

@@ -7,7 +7,6 @@ Usage: window_test.py BUILD-FOLDER
 import contextlib
 import os
 import re
-import shutil
 import subprocess
 import sys
 import time
@@ -25,7 +24,6 @@ DRAWER = 60  # what the open drawer adds to the height
 SHADOW = (14, 14, 9, 19)  # left, right, top, bottom
 METAL, DISPLAY, FORWARD = (128, 4), (300, 20), (106, 21)  # in the content
 SCREEN = (1280, 720)
-ACTIVE_METAL, INACTIVE_METAL = (199, 199, 199), (240, 240, 240)  # at METAL
 
 
 def output(*command: str) -> str:
@@ -34,10 +32,6 @@ def output(*command: str) -> str:
 
 def window_of(process: subprocess.Popen) -> str:
     return shown_window("--pid", str(process.pid))
-
-
-def window_named(title: str) -> str:
-    return shown_window("--name", f"^{re.escape(title)}$")
 
 
 def shown_window(*criterion: str) -> str:
@@ -96,6 +90,14 @@ class TunedeckWindow:
 
     def geometry(self) -> tuple[int, int, int, int]:
         return geometry_of(self.id)
+
+    def frame(self) -> tuple[int, int, int, int]:
+        """The window with the frame that the window manager adds."""
+        told = output("xwininfo", "-id", self.id)
+        x, y, width, height = (int(re.search(rf"{key}:\s+(-?\d+)", told)[1])
+                               for key in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
+        left, right, top, bottom = self.numbers("_NET_FRAME_EXTENTS")
+        return x - left, y - top, width + left + right, height + top + bottom
 
     def numbers(self, property_name: str) -> list[int]:
         return [int(number) for number in re.findall(r"\d+", output("xprop", "-notype", "-id", self.id, property_name)
@@ -159,8 +161,6 @@ class DesktopTest(unittest.TestCase):
     window_manager = "openbox"
 
     def setUp(self) -> None:
-        if not shutil.which(self.window_manager):
-            self.skipTest(f"{self.window_manager} is not installed")
         self.stack = contextlib.ExitStack()
         self.addCleanup(self.stack.close)
         self.home = self.stack.enter_context(session())
@@ -169,6 +169,11 @@ class DesktopTest(unittest.TestCase):
 
     def open_window(self, *arguments: str) -> TunedeckWindow:
         return TunedeckWindow(window_of(self.stack.enter_context(running(self.build.tunedeck, *arguments))))
+
+    def keep_above(self) -> None:
+        settings = self.home / ".config/tunedeck"
+        settings.mkdir(parents=True, exist_ok=True)
+        (settings / "tunedeck.conf").write_text("[General]\nKeepMainWindowAboveAllOtherWindows=true\n")
 
     def use_other_window(self) -> str:
         """Clicks on another window and types. Returns the window."""
@@ -193,11 +198,6 @@ class DesktopTest(unittest.TestCase):
 
 
 class WindowTest(DesktopTest):
-    def keep_above(self) -> None:
-        settings = self.home / ".config/tunedeck"
-        settings.mkdir(parents=True, exist_ok=True)
-        (settings / "tunedeck.conf").write_text("[General]\nKeepMainWindowAboveAllOtherWindows=true\n")
-
     def test_with_a_compositor_the_shadow_is_in_margins_that_the_window_manager_knows_of(self) -> None:
         with compositor():
             window = self.open_window()
@@ -383,119 +383,6 @@ class WindowTest(DesktopTest):
         self.assertEqual(seen_when(messages.take, bool), [f'remove: ID="{startup_id}"'])
         window.settle()
         self.assertEqual(self.active_window(), int(other))
-
-
-class MetalTest(DesktopTest):
-    """Window managers grab the keyboard while they move a window and while they switch windows."""
-
-    def test_the_metal_keeps_its_colors_while_the_window_is_moved_or_resized(self) -> None:
-        window = self.open_window()
-        self.assert_becomes(ACTIVE_METAL, lambda: window.color(METAL))
-        for place, by in ((METAL, (60, 40)), ((448, 30), (-40, 0))):
-            window.begin_drag(place, by)
-            # Qt waits a while before it believes that the keyboard is gone.
-            self.assertEqual(settled(lambda: window.color(METAL)), ACTIVE_METAL)
-            window.end_drag()
-            self.assertEqual(settled(lambda: window.color(METAL)), ACTIVE_METAL)
-
-    def test_the_metal_becomes_pale_where_the_user_turns_to_another_window(self) -> None:
-        window = self.open_window()
-        self.use_other_window()
-        self.assert_becomes(INACTIVE_METAL, lambda: window.color(METAL))
-        for expected in (ACTIVE_METAL, INACTIVE_METAL):
-            output("xdotool", "keydown", "alt", "key", "Tab", "keyup", "alt")
-            self.assert_becomes(expected, lambda: window.color(METAL))
-
-
-class MetalOnMetacityTest(MetalTest):
-    window_manager = "metacity"
-
-
-class MetalOnXfwm4Test(MetalTest):
-    window_manager = "xfwm4"
-
-
-class MetalOnKWinTest(MetalTest):
-    window_manager = "kwin_x11"
-
-
-class LowerEdgeTest(DesktopTest):
-    """Window managers push a window up that would grow beyond the screen."""
-
-    def test_a_window_that_was_pushed_up_for_the_drawer_goes_back(self) -> None:
-        for surroundings in (contextlib.nullcontext(), compositor()):
-            with surroundings, running(self.build.tunedeck) as process:
-                window = TunedeckWindow(window_of(process))
-                before = window.move_to(300, SCREEN[1] - CONTENT[1] - 10)
-                self.toggle_drawer(window)
-                self.assert_becomes(CONTENT[1] + 60, lambda: window.content()[3])
-                self.assertLess(settled(window.content)[1], before[1])
-                self.toggle_drawer(window)
-                self.assert_becomes(before, window.content)
-                self.assertEqual(settled(window.content), before)
-
-    def test_a_window_that_was_moved_while_the_drawer_was_open_stays(self) -> None:
-        window = self.open_window()
-        window.move_to(300, SCREEN[1] - CONTENT[1] - 10)
-        self.toggle_drawer(window)
-        self.assert_becomes(CONTENT[1] + 60, lambda: window.content()[3])
-        x, y, _, _ = settled(window.content)
-        window.drag(METAL, (-100, -40))
-        moved = window.content()
-        self.assertNotEqual(moved[:2], (x, y))
-        self.toggle_drawer(window)
-        self.assert_becomes((*moved[:2], *CONTENT), window.content)
-        self.assertEqual(settled(window.content), (*moved[:2], *CONTENT))
-
-    def toggle_drawer(self, window: TunedeckWindow) -> None:
-        output("xdotool", "key", "--window", window.id, "ctrl+l")
-
-
-class LowerEdgeOnMetacityTest(LowerEdgeTest):
-    window_manager = "metacity"
-
-
-class LowerEdgeOnXfwm4Test(LowerEdgeTest):
-    window_manager = "xfwm4"
-
-
-class LowerEdgeOnKWinTest(LowerEdgeTest):
-    window_manager = "kwin_x11"
-
-
-class PreferencesTest(DesktopTest):
-    def open_preferences(self, window: TunedeckWindow) -> TunedeckWindow:
-        self.assert_active_window_becomes(window.id)
-        output("xdotool", "key", "ctrl+comma")
-        return TunedeckWindow(window_named("General"))
-
-    def test_the_preferences_open_where_they_were_at_every_start(self) -> None:
-        places = set()
-        for _ in range(3):
-            with running(self.build.tunedeck) as process:
-                window = TunedeckWindow(window_of(process))
-                preferences = self.open_preferences(window)
-                self.assert_becomes(4, lambda: len(preferences.numbers("_NET_FRAME_EXTENTS")))
-                preferences.settle()
-                places.add(preferences.geometry())
-                self.assert_active_window_becomes(preferences.id)
-                output("xdotool", "key", "Escape")
-                self.assert_active_window_becomes(window.id)
-                output("xdotool", "key", "ctrl+q")
-                process.wait(10)
-        self.assertEqual(len(places), 1, places)
-
-
-class PreferencesOnMetacityTest(PreferencesTest):
-    window_manager = "metacity"
-
-
-class PreferencesOnXfwm4Test(PreferencesTest):
-    window_manager = "xfwm4"
-
-
-class PreferencesOnKWinTest(PreferencesTest):
-    window_manager = "kwin_x11"
 
 
 class KeyboardTest(DesktopTest):
