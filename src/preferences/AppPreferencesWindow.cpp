@@ -158,8 +158,11 @@ void AppPreferencesWindow::moveFrame(QPoint topLeft)
 
 void AppPreferencesWindow::saveFrame()
 {
-    // The widget may still know no frame, where the window manager has added it late.
-    m_defaults.setValue(windowFrameAutosaveNameIdentifier, textFromFrame(windowHandle()->frameGeometry()));
+    // The widget may still know no frame, where the window manager has added it late. A window that was never shown has
+    // no place yet.
+    if (const QWindow *native = windowHandle()) {
+        m_defaults.setValue(windowFrameAutosaveNameIdentifier, textFromFrame(native->frameGeometry()));
+    }
 }
 
 /// The frame that the window manager adds is unknown until the window is shown.

@@ -73,7 +73,9 @@ private Q_SLOTS:
     void aWindowThatWasNeverShownSavesNoFrame()
     {
         PreferencesDesk desk;
-        const AppPreferencesWindow window(desk.defaults);
+        AppPreferencesWindow window(desk.defaults);
+        window.close();
+        QCOMPARE(desk.defaults.stringForKey(key), QString());
         QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
         QApplication::exec();
         QCOMPARE(desk.defaults.stringForKey(key), QString());
