@@ -293,7 +293,8 @@ class ScreenReaderTest(DesktopTest):
 
     def test_the_place_in_the_track_is_a_value_in_percent_that_goes_in_steps_of_five_seconds(self) -> None:
         place, minimum, maximum, step = self.value_of("Position")
-        self.assertAlmostEqual(place, 100 * 60 / 204, 3)
+        # The player has played for some milliseconds before it was paused.
+        self.assertAlmostEqual(place, 100 * 60 / 204, 1)
         self.assertEqual((minimum, maximum), (0, 100))
         self.assertAlmostEqual(step, 100 * 5 / 204, 3)
 
