@@ -4,6 +4,7 @@
 #include "music/menuText.h"
 #include "music/mpris/FollowedPlayer.h"
 #include "music/mpris/choice/NeverFollowed.h"
+#include "music/mpris/choice/PlayerPin.h"
 #include "platform/UserDefaults.h"
 
 #include <algorithm>
@@ -20,6 +21,15 @@ constexpr std::chrono::milliseconds announcing{300};
 QString titleOf(const MprisPlayer &player)
 {
     return player.mirror().status() == PlaybackStatus::Stopped ? QString() : menuText(player.mirror().track().name());
+}
+
+QList<PlayerPin> pinsOf(const QList<MprisPlayer *> &players)
+{
+    QList<NamedPlayer> names;
+    for (const MprisPlayer *player : players) {
+        names.append({player->name(), player->identity()});
+    }
+    return distinctPins(names);
 }
 
 } // namespace
@@ -42,21 +52,19 @@ MprisFollowablePlayers::MprisFollowablePlayers(FollowedPlayer &followed, UserDef
 
 QList<FollowablePlayer> MprisFollowablePlayers::followablePlayers() const
 {
-    QList<MprisPlayer *> players = m_followed.followablePlayers();
-    players.resize(std::min(players.size(), qsizetype(maximumPlayers)));
-    QList<NamedPlayer> names;
-    for (const MprisPlayer *player : std::as_const(players)) {
-        names.append({player->name(), player->identity()});
-    }
-    const QList<PlayerPin> pins = distinctPins(names);
+    const QList<MprisPlayer *> players = runningPlayers();
+    const QList<PlayerPin> pins = pinsOf(players);
     QList<FollowablePlayer> result;
     for (qsizetype i = 0; i < players.size(); ++i) {
         const MprisPlayer &player = *players.at(i);
-        result.append({.id = pins.at(i).id(),
-            .name = player.identity(),
-            .desktopEntry = player.desktopEntry(),
-            .title = titleOf(player),
-            .isFollowed = &player == m_followed.player()});
+        // A pin is written as it was when the user made it, and others of the family may have come or gone since.
+        const bool isFollowedAsPinned = &player == m_followed.player() && isPinned(player);
+        result.append(
+            {.id = isFollowedAsPinned ? m_defaults.stringForKey(SettingsKey::followedPlayer) : pins.at(i).id(),
+                .name = player.identity(),
+                .desktopEntry = player.desktopEntry(),
+                .title = titleOf(player),
+                .isFollowed = &player == m_followed.player()});
     }
     return result;
 }
@@ -73,13 +81,15 @@ QString MprisFollowablePlayers::awaitedPlayer() const
 
 void MprisFollowablePlayers::neverFollow(const QString &id)
 {
-    const QList<FollowablePlayer> players = followablePlayers();
-    const auto player = std::ranges::find(players, id, &FollowablePlayer::id);
-    if (player == players.end()) {
+    const QList<FollowablePlayer> listed = followablePlayers();
+    const qsizetype index = std::ranges::find(listed, id, &FollowablePlayer::id) - listed.begin();
+    if (index == listed.size()) {
         return;
     }
-    NeverFollowed(m_defaults).add(PlayerPin::fromId(id), player->name);
-    if (m_defaults.stringForKey(SettingsKey::followedPlayer) == id) {
+    const QList<MprisPlayer *> players = runningPlayers();
+    const bool unpins = isPinned(*players.at(index));
+    NeverFollowed(m_defaults).add(pinsOf(players).at(index), listed.at(index).name);
+    if (unpins) {
         m_defaults.setValue(SettingsKey::followedPlayer, QString());
     }
 }
@@ -87,6 +97,19 @@ void MprisFollowablePlayers::neverFollow(const QString &id)
 void MprisFollowablePlayers::allowToFollow(const QString &id)
 {
     NeverFollowed(m_defaults).remove(id);
+}
+
+QList<MprisPlayer *> MprisFollowablePlayers::runningPlayers() const
+{
+    QList<MprisPlayer *> players = m_followed.followablePlayers();
+    players.resize(std::min(players.size(), qsizetype(maximumPlayers)));
+    return players;
+}
+
+bool MprisFollowablePlayers::isPinned(const MprisPlayer &player) const
+{
+    const PlayerPin pinned = PlayerPin::fromId(m_defaults.stringForKey(SettingsKey::followedPlayer));
+    return pinned.match(player.name(), player.identity()) != PlayerPin::Match::None;
 }
 
 void MprisFollowablePlayers::noteChange()

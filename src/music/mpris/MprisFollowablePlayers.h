@@ -3,11 +3,13 @@
 
 #include "music/FollowablePlayers.h"
 
+#include <QList>
 #include <QTimer>
 
 namespace tunedeck {
 
 class FollowedPlayer;
+class MprisPlayer;
 class UserDefaults;
 
 /// The players on the session bus, as menus list them.
@@ -25,6 +27,8 @@ public:
     void allowToFollow(const QString &id) override;
 
 private:
+    [[nodiscard]] QList<MprisPlayer *> runningPlayers() const;
+    [[nodiscard]] bool isPinned(const MprisPlayer &player) const;
     void noteChange();
     void announce();
 

@@ -35,6 +35,8 @@ private Q_SLOTS:
     void aNameIsShortAndKeepsItsDirection();
     void oneThatIsNeverFollowedIsNotListed();
     void onePinnedIsListedThoughItIsNeverFollowed();
+    void thePinnedPlayerKeepsItsIdentifierWhenASecondOfItsFamilyComes();
+    void thePinnedPlayerKeepsItsIdentifierWhenTheOtherOfItsFamilyGoes();
     void onlyARunningPlayerCanBeLeftOut();
     void thePinnedPlayerIsAwaitedByItsName();
     void changesAreAnnouncedTogether();
@@ -158,6 +160,31 @@ void MprisFollowablePlayersTest::onePinnedIsListedThoughItIsNeverFollowed()
     m_defaults->setValue(followedPlayer, u"player"_s);
     QTRY_VERIFY(m_followed->player());
     QCOMPARE(ids(), QStringList{u"player"_s});
+}
+
+void MprisFollowablePlayersTest::thePinnedPlayerKeepsItsIdentifierWhenASecondOfItsFamilyComes()
+{
+    const auto first = start({u"--name"_s, u"player"_s});
+    startFollowing();
+    m_defaults->setValue(followedPlayer, u"player"_s);
+    const auto second = start({u"--name"_s, u"player.instance12"_s});
+    QTRY_COMPARE(ids(), (QStringList{u"player"_s, u"player/player.instance12/Tunedeck Demo Player"_s}));
+    m_players->neverFollow(ids().constFirst());
+    QCOMPARE(m_defaults->stringForKey(followedPlayer), QString());
+    QTRY_VERIFY(!m_followed->player());
+}
+
+void MprisFollowablePlayersTest::thePinnedPlayerKeepsItsIdentifierWhenTheOtherOfItsFamilyGoes()
+{
+    const QString pinned = u"player/player/Tunedeck Demo Player"_s;
+    const auto first = start({u"--name"_s, u"player"_s});
+    startFollowing();
+    QCOMPARE(ids(), QStringList{u"player"_s});
+    m_defaults->setValue(followedPlayer, pinned);
+    QCOMPARE(ids(), QStringList{pinned});
+    m_players->neverFollow(pinned);
+    QCOMPARE(m_defaults->stringForKey(followedPlayer), QString());
+    QTRY_VERIFY(!m_followed->player());
 }
 
 void MprisFollowablePlayersTest::onlyARunningPlayerCanBeLeftOut()
