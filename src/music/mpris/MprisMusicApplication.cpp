@@ -336,6 +336,7 @@ void MprisMusicApplication::handleFollowed(MprisPlayer *player)
 void MprisMusicApplication::handleIdentity()
 {
     m_playerWindow.setPlayer(PlayerWindow::Player{.owner = player()->owner(),
+        .destination = player()->destination(),
         .processId = player()->processId(),
         .desktopEntry = player()->desktopEntry(),
         .canRaise = player()->canRaise()});

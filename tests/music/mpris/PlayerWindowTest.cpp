@@ -96,6 +96,20 @@ private Q_SLOTS:
         QTRY_COMPARE(m_program->calls, QStringList{u"/org/mpris/MediaPlayer2 Raise"_s});
     }
 
+    void aPlayerThatSharesItsConnectionIsRaisedByItsName()
+    {
+        PlayerWindow::Player sharing = player({}, true);
+        sharing.destination = u"org.mpris.MediaPlayer2.other"_s;
+        CalledProgram other;
+        QDBusConnection connection = m_bus->connect(u"other"_s);
+        QVERIFY(connection.registerVirtualObject(u"/"_s, &other, QDBusConnection::SubPath));
+        QVERIFY(connection.registerService(sharing.destination));
+        m_window->setPlayer(sharing);
+        QVERIFY(m_window->show({}));
+        QTRY_COMPARE(other.calls, QStringList{u"/org/mpris/MediaPlayer2 Raise"_s});
+        QCOMPARE(m_program->calls, QStringList());
+    }
+
     void aPlayerThatCanDoNothingIsNotCalled()
     {
         m_window->setPlayer(player(u"jukebox"_s, false));
@@ -243,6 +257,7 @@ private:
     [[nodiscard]] PlayerWindow::Player player(const QString &entry, bool canRaise) const
     {
         return {.owner = m_player->baseService(),
+            .destination = m_player->baseService(),
             .processId = QCoreApplication::applicationPid(),
             .desktopEntry = entry,
             .canRaise = canRaise};

@@ -23,6 +23,7 @@ class PlayerWindow : public QObject {
 public:
     struct Player {
         QString owner; ///< its unique name on the bus
+        QString destination; ///< where calls to it go, see MprisPlayer::destination()
         std::optional<qint64> processId;
         QString desktopEntry; ///< the identifier that the player names; empty if it names none
         bool canRaise = false;
