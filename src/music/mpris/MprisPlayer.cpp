@@ -44,6 +44,7 @@ MprisPlayer::MprisPlayer(
     const QDBusConnection &connection, PlayerAddress address, Arrival arrival, Clock clock, QObject *parent)
     : QObject(parent)
     , m_address(std::move(address))
+    , m_nameText(menuText(m_address.name))
     , m_clock(std::move(clock))
     , m_calls(connection, m_address.owner, this)
     , m_propertyTypes(m_address.name)
@@ -89,7 +90,7 @@ MprisPlayer::MprisPlayer(
 
 QString MprisPlayer::identity() const
 {
-    return m_identity.isEmpty() ? menuText(m_address.name) : m_identity;
+    return m_identity.isEmpty() ? m_nameText : m_identity;
 }
 
 void MprisPlayer::setSampled(bool isSampled)

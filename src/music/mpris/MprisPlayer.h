@@ -109,6 +109,7 @@ private:
     void updateSampling();
 
     PlayerAddress m_address;
+    QString m_nameText; ///< its name on the bus, fit for a menu
     Clock m_clock;
     PlayerCalls m_calls;
     PropertyTypes m_propertyTypes;

@@ -159,7 +159,7 @@ int PlayerRegistry::mostOfProcess(const QString &name, const std::vector<const M
 
 bool PlayerRegistry::isPreferred(const QString &name) const
 {
-    return !m_preferred.isEmpty() && playerFamily(name) == m_preferred;
+    return !m_preferred.isEmpty() && isOfFamily(name, m_preferred);
 }
 
 bool PlayerRegistry::mayAddNow()

@@ -2,6 +2,7 @@
 #include "music/mpris/choice/PlayerChoice.h"
 #include "support/registerTest.h"
 
+#include <QElapsedTimer>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -313,6 +314,20 @@ private Q_SLOTS:
     {
         const PlayerCandidate liar = speakingFor(ofProcess(player(u"liar"_s), 5), 77);
         QCOMPARE(followable({chromium, liar}), (QStringList{u"chromium.instance77"_s, u"liar"_s}));
+    }
+
+    void theChoiceAmongManyIsNotFelt()
+    {
+        QList<PlayerCandidate> candidates;
+        PlayerWishes wishes = pinning(u"mpv"_s);
+        for (int i = 0; i < 64; ++i) {
+            candidates.append(ofProcess(player(u'a' + QString(200, u'1') + QString::number(i) + u'x'), i + 1));
+            wishes.neverFollowed.append(PlayerPin::fromId(u"never%1"_s.arg(i)));
+        }
+        QElapsedTimer clock;
+        clock.start();
+        QCOMPARE(followablePlayers(candidates, wishes).size(), 64);
+        QVERIFY2(clock.elapsed() < 50, qPrintable(QString::number(clock.elapsed())));
     }
 
     void anInstanceAloneIsAPlayer() { QCOMPARE(choice({vlcInstance}), u"vlc.instance1234"_s); }

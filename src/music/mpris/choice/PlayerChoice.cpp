@@ -12,7 +12,7 @@ namespace {
 constexpr QStringView proxyName = u"playerctld";
 /// Plasma's browser integration shows the tabs of browsers, which also show themselves. Only of it is believed which
 /// browser's tab it shows: any player may name any process.
-constexpr QStringView integrationName = u"plasma-browser-integration";
+const QString integrationName = QStringLiteral("plasma-browser-integration");
 constexpr QLatin1String instanceMark(".instance");
 
 using Match = PlayerPin::Match;
@@ -37,8 +37,8 @@ bool isSecondNameOf(const PlayerCandidate &candidate, const PlayerCandidate &oth
 
 bool isBrowserShownBy(const PlayerCandidate &candidate, const PlayerCandidate &other)
 {
-    return candidate.processId && playerFamily(other.name) == integrationName
-        && playerFamily(candidate.name) != integrationName && other.browserProcessId == candidate.processId;
+    return candidate.processId && other.browserProcessId == candidate.processId
+        && isOfFamily(other.name, integrationName) && !isOfFamily(candidate.name, integrationName);
 }
 
 /// Whether `candidate` is left out because `other` shows the same.

@@ -20,8 +20,10 @@ qsizetype newPart(const QString &name)
     if (const QRegularExpressionMatch match = bridge.match(name); match.hasMatch()) {
         return match.capturedEnd(1);
     }
+    // It reads a run of digits once: a name may be one of 200 digits, and there may be thousands of them.
     static const QRegularExpression part(QStringLiteral(
-        "(?:[._-]?[0-9]{4,}|[._-][A-Za-z]?(?:(?=[a-f]*[0-9])[0-9a-f]{8,}|(?=[A-F]*[0-9])[0-9A-F]{8,}))(?:[._-]|$)"));
+        "(?:[._-]?(?<![0-9])[0-9]{4,}+|[._-][A-Za-z]?(?:(?=[a-f]*[0-9])[0-9a-f]{8,}+|(?=[A-F]*[0-9])[0-9A-"
+        "F]{8,}+))(?:[._-]|$)"));
     const QRegularExpressionMatch match = part.match(name);
     return match.hasMatch() && match.capturedStart() > 0 ? match.capturedStart() : name.size();
 }
@@ -46,6 +48,12 @@ QString playerFamily(const QString &name)
     return mark > 0 ? name.left(mark) : name.left(newPart(name));
 }
 
+bool isOfFamily(const QString &name, const QString &family)
+{
+    // Most names are not, and that is seen at once.
+    return name.startsWith(family) && playerFamily(name) == family;
+}
+
 PlayerPin PlayerPin::fromId(const QString &id)
 {
     return {.family = playerFamily(id.section(separator, 0, 0)),
@@ -60,7 +68,7 @@ QString PlayerPin::id() const
 
 PlayerPin::Match PlayerPin::match(const QString &playerName, const QString &playerIdentity) const
 {
-    if (family.isEmpty() || playerFamily(playerName) != family || (!identity.isEmpty() && playerIdentity != identity)) {
+    if (family.isEmpty() || !isOfFamily(playerName, family) || (!identity.isEmpty() && playerIdentity != identity)) {
         return Match::None;
     }
     return playerName == name ? Match::SameName : Match::SamePlayer;

@@ -10,6 +10,8 @@ namespace tunedeck {
 /// new at every start, the part before what is new: "kdeconnect" for
 /// "kdeconnect.mpris_3f0b9a44c1de4c2f8f2f0d6a9be1c7aa".
 [[nodiscard]] QString playerFamily(const QString &name);
+/// Whether `family` is the playerFamily() of `name`.
+[[nodiscard]] bool isOfFamily(const QString &name, const QString &family);
 
 /// How the settings name a player, so that it is found again when its bus name has changed: by its family, and where
 /// several players are of one family, by the name that it gives itself.
