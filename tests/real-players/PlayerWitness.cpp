@@ -80,6 +80,14 @@ void PlayerWitness::awaitQuiet()
     (void)QTest::qWaitFor([this] { return m_sinceReport.elapsed() >= quiet; }, longestReports);
 }
 
+void PlayerWitness::setVolume(double volume) const
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        m_player, objectPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Set"));
+    message.setArguments({playerInterface, QStringLiteral("Volume"), QVariant::fromValue(QDBusVariant(volume))});
+    m_bus.send(message);
+}
+
 void PlayerWitness::playPause() const
 {
     m_bus.send(QDBusMessage::createMethodCall(m_player, objectPath, playerInterface, QStringLiteral("PlayPause")));

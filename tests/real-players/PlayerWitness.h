@@ -36,6 +36,8 @@ public:
     /// if the player keeps reporting.
     void awaitQuiet();
 
+    /// Sets the volume, 0 to 1, as the player's own window would.
+    void setVolume(double volume) const;
     /// Plays or pauses, as the player's own window would.
     void playPause() const;
     /// Asks the player to play the file.

@@ -145,6 +145,7 @@ constexpr int patience = 5'000; // milliseconds, for anything that a player does
 constexpr int longestError = 2'500; // milliseconds, for which the clock may be wrong while a player starts a track
 constexpr int lastSample =
     2'200; // milliseconds, after which the program has sampled the position that a command led to
+constexpr int longestSample = 11'000; // milliseconds, after which the program has read all that the player has
 constexpr double tolerance = 1.5; // seconds: players report whole seconds, and late
 
 /// Milliseconds until `condition` held, if it did.
@@ -179,6 +180,7 @@ private Q_SLOTS:
     void aSeekLeadsToItsPlaceAndTheClockNeverJumps();
     void holdingForwardLeadsOnInTheTrack();
     void everyVolumeIsTakenAndReadBack();
+    void aVolumeSetInThePlayersWindowIsSeen();
     void nextShowsTheSecondTrackAndNothingBetween();
     void theEndOfATrackLeadsToTheNextAndNothingBetween();
     void backAtTheStartOfATrackLeadsToTheTrackBefore();
@@ -418,6 +420,17 @@ void RealPlayerTest::everyVolumeIsTakenAndReadBack()
             qPrintable(QString::number(m_connector->soundVolume())));
         QVERIFY(std::abs(m_music.soundVolume().value_or(-1) - volume) < m_habits->volumeTolerance);
     }
+}
+
+void RealPlayerTest::aVolumeSetInThePlayersWindowIsSeen()
+{
+    QCOMPARE(state(), PlayerState::playing);
+    m_witness.setVolume(0.604);
+    // Totem announces no volume, so it is seen with the next sample.
+    const auto time = timeUntil(
+        [this] { return std::abs(m_connector->soundVolume() - 60) < m_habits->volumeTolerance; }, longestSample);
+    QVERIFY2(time, qPrintable(QString::number(m_connector->soundVolume())));
+    report("volume seen", *time);
 }
 
 void RealPlayerTest::nextShowsTheSecondTrackAndNothingBetween()
