@@ -4,6 +4,7 @@
 #include "music/menuText.h"
 
 #include <QCoreApplication>
+#include <QHash>
 
 #include <algorithm>
 #include <utility>
@@ -36,6 +37,19 @@ QString textOf(const FollowablePlayer &player)
                         .arg(name, menuText(player.title)));
 }
 
+/// `text`, or if an entry has it already, with the first number from 2 on that makes it another. `numbers` has the
+/// texts of the entries, each with the last number that was given to it.
+QString distinctText(const QString &text, QHash<QString, int> &numbers)
+{
+    QString distinct = text;
+    while (numbers.contains(distinct)) {
+        const QString mark = QStringLiteral(" (%1)").arg(++numbers[text]);
+        distinct = menuText(text, longestMenuText - mark.size()) + mark;
+    }
+    numbers.insert(distinct, 1);
+    return distinct;
+}
+
 /// The index of the one that is followed among the players with the identifier `pinned`, which several may have. That
 /// of the first one if none is followed, -1 if there is none.
 qsizetype indexOfPinned(const QList<FollowablePlayer> &players, const QString &pinned)
@@ -64,11 +78,11 @@ QList<FollowChoice> followChoices(const FollowablePlayers &players, const QStrin
     QList<FollowChoice> choices{automaticChoice(players, pinned.isEmpty())};
     QList<FollowablePlayer> running = players.followablePlayers();
     running.resize(std::min(running.size(), qsizetype(FollowablePlayers::maximumPlayers)));
+    QHash<QString, int> numbers;
     for (const FollowablePlayer &player : std::as_const(running)) {
-        choices.append({.id = player.id,
-            .text = textOf(player),
-            .desktopEntry = player.desktopEntry,
-            .isFollowed = player.isFollowed});
+        const QString text = distinctText(textOf(player), numbers);
+        choices.append(
+            {.id = player.id, .text = text, .desktopEntry = player.desktopEntry, .isFollowed = player.isFollowed});
     }
     if (pinned.isEmpty()) {
         return choices;

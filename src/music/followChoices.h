@@ -23,6 +23,7 @@ struct FollowChoice {
 
 /// The entries in their order: Automatic, whose id is empty, the running players with what they play, and last the
 /// player with the id `pinned` if it does not run. One of them is chosen. Automatic names the player that it follows.
+/// Players that would read the same are numbered.
 [[nodiscard]] QList<FollowChoice> followChoices(const FollowablePlayers &players, const QString &pinned);
 
 /// The player that is followed; none if no player runs.

@@ -7,7 +7,6 @@ namespace tunedeck {
 
 namespace {
 
-constexpr qsizetype longest = 60;
 /// A character that the user sees may consist of many: longer texts are cut before they are searched for them.
 constexpr qsizetype longestSearched = 1'000;
 
@@ -19,7 +18,7 @@ bool isInvisible(QChar character)
 }
 
 /// The first `longest` units of UTF-16 at most, without half a character at the end.
-QString cut(const QString &text)
+QString cut(const QString &text, qsizetype longest)
 {
     QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, text);
     characters.setPosition(longest - 1);
@@ -31,7 +30,7 @@ QString cut(const QString &text)
 
 } // namespace
 
-QString menuText(const QString &text)
+QString menuText(const QString &text, qsizetype longest)
 {
     QString line = text.left(longestSearched);
     line.removeIf(isInvisible);
@@ -41,7 +40,7 @@ QString menuText(const QString &text)
         }
     }
     line = line.simplified();
-    return line.size() <= longest ? line : cut(line);
+    return line.size() <= longest ? line : cut(line, longest);
 }
 
 } // namespace tunedeck

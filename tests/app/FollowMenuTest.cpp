@@ -252,7 +252,8 @@ private Q_SLOTS:
         const auto crowd = [](int longer) {
             QList<FollowablePlayer> players;
             for (int player = 0; player < 64; ++player) {
-                players.append(playerNamed(u"p%1"_s.arg(player), QString(1 + longer * player / 2, u'M')));
+                players.append(
+                    playerNamed(u"p%1"_s.arg(player), QString(longer * player / 2, u'M') + QString::number(player)));
             }
             return players;
         };
@@ -263,7 +264,7 @@ private Q_SLOTS:
         TurnWatch watch;
         // Each entry is wider than the one before.
         follow.players.set(crowd(1));
-        QCOMPARE(follow.menu.actions().at(64)->text(), QString(32, u'M'));
+        QCOMPARE(follow.menu.actions().at(64)->text(), QString(31, u'M') + u"63"_s);
         QCOMPARE(counter.count, 1);
         QVERIFY(watch.longest() < 50);
     }

@@ -82,9 +82,31 @@ private Q_SLOTS:
         followed.isFollowed = true;
         players.players = {vlc, followed, vlc};
         QCOMPARE(lines(followChoices(players, u"vlc"_s)),
-            (QStringList{u"  Automatic"_s, u"  VLC"_s, u"* Second VLC"_s, u"  VLC"_s}));
+            (QStringList{u"  Automatic"_s, u"  VLC"_s, u"* Second VLC"_s, u"  VLC (2)"_s}));
         players.players = {vlc, vlc};
-        QCOMPARE(lines(followChoices(players, u"vlc"_s)), (QStringList{u"  Automatic"_s, u"* VLC"_s, u"  VLC"_s}));
+        QCOMPARE(lines(followChoices(players, u"vlc"_s)), (QStringList{u"  Automatic"_s, u"* VLC"_s, u"  VLC (2)"_s}));
+    }
+
+    void entriesThatWouldReadTheSameAreNumbered()
+    {
+        ScriptedFollowablePlayers players;
+        FollowablePlayer numbered = vlc;
+        numbered.name = u"VLC (2)"_s;
+        FollowablePlayer playing = vlc;
+        playing.title = u"Song"_s;
+        players.players = {vlc, numbered, vlc, playing, vlc, playing};
+        QCOMPARE(lines(followChoices(players, {})),
+            (QStringList{u"* Automatic"_s, u"  VLC"_s, u"  VLC (2)"_s, u"  VLC (3)"_s, u"  VLC: Song"_s, u"  VLC (4)"_s,
+                u"  VLC: Song (2)"_s}));
+    }
+
+    void aNumberFitsIntoALongEntry()
+    {
+        ScriptedFollowablePlayers players;
+        FollowablePlayer longest = vlc;
+        longest.name = QString(60, u'x');
+        players.players = {longest, longest};
+        QCOMPARE(followChoices(players, {}).at(2).text, QString(55, u'x') + u"… (2)"_s);
     }
 
     void entriesArePlainAndBounded_data()
