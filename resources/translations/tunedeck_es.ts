@@ -135,6 +135,16 @@
         <extracomment>%1 is the player.</extracomment>
         <translation>Mostrar %1</translation>
     </message>
+    <message>
+        <source>%1 cannot show its window</source>
+        <comment>Tooltip of a disabled menu command</comment>
+        <translation>%1 no puede mostrar su ventana</translation>
+    </message>
+    <message>
+        <source>Live audio has no other tracks</source>
+        <comment>Tooltip of what goes to the next and previous track, while it is disabled</comment>
+        <translation>El audio en directo no tiene otras pistas</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>
@@ -193,11 +203,6 @@
         <source>Play or pause the current track</source>
         <comment>For UI labels: Play or pause the current track</comment>
         <translation>Reproducir o pausar la pista actual</translation>
-    </message>
-    <message>
-        <source>Live audio has no other tracks</source>
-        <comment>Tooltip of the disabled buttons to the next and previous track</comment>
-        <translation>El audio en directo no tiene otras pistas</translation>
     </message>
 </context>
 <context>

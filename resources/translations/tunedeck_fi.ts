@@ -135,6 +135,16 @@
         <extracomment>%1 is the player.</extracomment>
         <translation>Näytä %1</translation>
     </message>
+    <message>
+        <source>%1 cannot show its window</source>
+        <comment>Tooltip of a disabled menu command</comment>
+        <translation>%1 ei voi näyttää ikkunaansa</translation>
+    </message>
+    <message>
+        <source>Live audio has no other tracks</source>
+        <comment>Tooltip of what goes to the next and previous track, while it is disabled</comment>
+        <translation>Suorassa lähetyksessä ei ole muita kappaleita</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>
@@ -193,11 +203,6 @@
         <source>Play or pause the current track</source>
         <comment>For UI labels: Play or pause the current track</comment>
         <translation>Toista nykyinen kappale tai keskeytä se</translation>
-    </message>
-    <message>
-        <source>Live audio has no other tracks</source>
-        <comment>Tooltip of the disabled buttons to the next and previous track</comment>
-        <translation>Suorassa lähetyksessä ei ole muita kappaleita</translation>
     </message>
 </context>
 <context>

@@ -10,6 +10,7 @@
 #include "music/MusicApplication.h"
 #include "music/MusicConnector.h"
 #include "music/followChoices.h"
+#include "music/obstacles.h"
 #include "music/statusTexts.h"
 #include "platform/ActivationToken.h"
 #include "platform/Appearance.h"
@@ -174,6 +175,11 @@ bool AppDelegate::validateMenuItem(const QAction &item) const
         return m_musicConnector.musicApp().canShowPlayer();
     }
     return true;
+}
+
+QString AppDelegate::obstacleTo(const QAction &item) const
+{
+    return obstacleToMenuItem(item.objectName(), m_musicConnector);
 }
 
 QString AppDelegate::showPlayerTitle() const

@@ -67,6 +67,8 @@ public:
 
     /// Returns whether `item` is enabled.
     [[nodiscard]] bool validateMenuItem(const QAction &item) const;
+    /// Why Music cannot take the command of `item`, which is then disabled; empty if it can.
+    [[nodiscard]] QString obstacleTo(const QAction &item) const;
     /// The title of the command that shows the player's own window.
     [[nodiscard]] QString showPlayerTitle() const;
     /// Turns Music's volume up or down, depending on the identifier of `sender`.

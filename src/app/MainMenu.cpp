@@ -27,6 +27,10 @@ MainMenu::MainMenu(AppDelegate &delegate, WindowController &windowController, Vi
     , m_viewController(viewController)
     , m_playlistViewController(playlistViewController)
     , m_followEnvironment(followEnvironment)
+    , m_explains([this](QAction &item) {
+        item.setToolTip(m_delegate.obstacleTo(item));
+        return true;
+    })
     , m_delegateValidates([this](QAction &item) { return m_delegate.validateMenuItem(item); })
     , m_windowControllerValidates([this](QAction &item) { return m_windowController.validateMenuItem(item); })
     , m_viewControllerValidates([this](QAction &item) { return m_viewController.validateMenuItem(item); })
@@ -116,6 +120,7 @@ void MainMenu::buildFileMenu(QMenu &menu)
             {m_delegateValidates, m_viewControllerValidates}});
     connect(open, &QAction::triggered, &m_delegate, &AppDelegate::openMusicApp);
     addShowPlayerItem(menu);
+    menu.setToolTipsVisible(true);
     menu.addSeparator();
 
     QAction *close = addItem(menu,
@@ -131,13 +136,14 @@ void MainMenu::addShowPlayerItem(QMenu &menu)
         return true;
     };
     QAction *show = addItem(menu,
-        {QString(), MenuItemIdentifier::showPlayer, {Qt::CTRL | Qt::SHIFT | Qt::Key_O}, {setTitle, m_delegateValidates},
-            Qt::ApplicationShortcut});
+        {QString(), MenuItemIdentifier::showPlayer, {Qt::CTRL | Qt::SHIFT | Qt::Key_O},
+            {setTitle, m_explains, m_delegateValidates}, Qt::ApplicationShortcut});
     connect(show, &QAction::triggered, &m_delegate, &AppDelegate::showPlayer);
 }
 
 void MainMenu::buildControlsMenu(QMenu &menu)
 {
+    menu.setToolTipsVisible(true);
     addTransportItem(menu, {tr("Play", "For UI labels: Play"), MenuItemIdentifier::playPause, {Qt::Key_Space}},
         &AppDelegate::playPausePressed);
     // Space presses buttons in other windows, so only the media keys play and pause there.
@@ -271,7 +277,8 @@ void MainMenu::addTransportItem(QMenu &menu, const Command &command, void (AppDe
     // A key that is held down must not skip through the whole list.
     item->setAutoRepeat(false);
     // The delegate is the target. The view controllers also disable Next and Previous for a live stream.
-    m_validation.add(item, {m_delegateValidates, m_viewControllerValidates, m_playlistViewControllerValidates});
+    m_validation.add(
+        item, {m_explains, m_delegateValidates, m_viewControllerValidates, m_playlistViewControllerValidates});
     connect(item, &QAction::triggered, &m_delegate, action);
 }
 
@@ -290,7 +297,8 @@ QAction *MainMenu::addKeys(const QString &identifier, const QList<QKeySequence> 
 void MainMenu::addVolumeItem(QMenu &menu, const Command &command)
 {
     QAction *item = addItem(menu, command);
-    m_validation.add(item, {m_delegateValidates, m_viewControllerValidates, m_playlistViewControllerValidates});
+    m_validation.add(
+        item, {m_explains, m_delegateValidates, m_viewControllerValidates, m_playlistViewControllerValidates});
     connect(item, &QAction::triggered, &m_delegate, [this, item] { m_delegate.volumeButtonPressed(*item); });
 }
 

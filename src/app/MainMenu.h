@@ -71,6 +71,7 @@ private:
     ViewController &m_viewController;
     PlaylistViewController &m_playlistViewController;
     FollowMenu::Environment m_followEnvironment;
+    MenuValidation::Validator m_explains; ///< says in the tooltip why Music cannot take the command
     MenuValidation::Validator m_delegateValidates;
     MenuValidation::Validator m_windowControllerValidates;
     MenuValidation::Validator m_viewControllerValidates;

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "music/obstacles.h"
 
+#include "music/MenuItemIdentifier.h"
 #include "music/MusicApplication.h"
+#include "music/MusicConnector.h"
 #include "music/statusTexts.h"
 #include "platform/FatalError.h"
 
@@ -41,6 +43,17 @@ QString ignoredText(MusicControl control)
     }
     fatalError("Impossible control");
 }
+
+QString obstacleToShowing(const MusicApplication &music)
+{
+    if (const QString silence = obstacleToCommands(music); !silence.isEmpty()) {
+        return silence;
+    }
+    return music.isRunning() && !music.canShowPlayer()
+        ? QCoreApplication::translate("tunedeck", "%1 cannot show its window", "Tooltip of a disabled menu command")
+              .arg(playerNameText(music))
+        : QString();
+}
 } // namespace
 
 QString obstacleToCommands(const MusicApplication &music)
@@ -62,6 +75,34 @@ QString obstacleTo(MusicControl control, const MusicApplication &music)
         return ignoredText(control).arg(playerNameText(music));
     }
     fatalError("Impossible answer to a control");
+}
+
+QString obstacleToOtherTracks(const MusicConnector &musicConnector)
+{
+    const QString silence = obstacleToCommands(musicConnector.musicApp());
+    return silence.isEmpty() && musicConnector.feedType() == FeedType::liveStream
+        ? QCoreApplication::translate("tunedeck", "Live audio has no other tracks",
+            "Tooltip of what goes to the next and previous track, while it is disabled")
+        : silence;
+}
+
+QString obstacleToMenuItem(const QString &identifier, const MusicConnector &musicConnector)
+{
+    using namespace MenuItemIdentifier;
+    const MusicApplication &music = musicConnector.musicApp();
+    if (!music.isRunning()) {
+        return {};
+    }
+    if (identifier == next || identifier == previous) {
+        return obstacleToOtherTracks(musicConnector);
+    }
+    if (identifier == volumeUp || identifier == volumeDown) {
+        return obstacleTo(MusicControl::volume, music);
+    }
+    if (identifier == showPlayer) {
+        return obstacleToShowing(music);
+    }
+    return identifier == playPause ? obstacleToCommands(music) : QString();
 }
 
 } // namespace tunedeck

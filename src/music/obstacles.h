@@ -8,6 +8,7 @@
 namespace tunedeck {
 
 class MusicApplication;
+class MusicConnector;
 
 // Texts for the user that say why a control of Music cannot be used. Empty where it can be, and while Music does not
 // run.
@@ -16,5 +17,9 @@ class MusicApplication;
 [[nodiscard]] QString obstacleToCommands(const MusicApplication &music);
 /// Why the user cannot set `control`: obstacleToCommands(), else that Music does not take it.
 [[nodiscard]] QString obstacleTo(MusicControl control, const MusicApplication &music);
+/// Why the user cannot go to another track: obstacleToCommands(), else that Music plays a live stream.
+[[nodiscard]] QString obstacleToOtherTracks(const MusicConnector &musicConnector);
+/// Why the menu item with this MenuItemIdentifier is disabled.
+[[nodiscard]] QString obstacleToMenuItem(const QString &identifier, const MusicConnector &musicConnector);
 
 } // namespace tunedeck

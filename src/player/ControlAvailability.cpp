@@ -56,13 +56,11 @@ void ControlAvailability::updateTransport(const QString &silence)
     setUsable(m_view.playPauseButton(), silence,
         isLive ? tr("Play or stop playing live audio", "For UI labels: Play or stop playing live audio")
                : tr("Play or pause the current track", "For UI labels: Play or pause the current track"));
-    QString obstacle = silence;
     if (isLive && silence.isEmpty()) {
         moveKeyboardFrom(m_view.backwardButton());
         moveKeyboardFrom(m_view.forwardButton());
-        obstacle =
-            tr("Live audio has no other tracks", "Tooltip of the disabled buttons to the next and previous track");
     }
+    const QString obstacle = obstacleToOtherTracks(m_musicConnector);
     setUsable(m_view.backwardButton(), obstacle, m_backwardToolTip);
     setUsable(m_view.forwardButton(), obstacle, m_forwardToolTip);
 }

@@ -124,6 +124,54 @@ private Q_SLOTS:
         QVERIFY(isEnabled(playPause));
     }
 
+    void disabledItemsSayWhyInTheirToolTips()
+    {
+        using namespace MenuItemIdentifier;
+        Desktop desktop;
+        desktop.music.setPlayer(QStringLiteral("Strawberry"), false);
+        Application application(desktop.environment());
+        desktop.playTrack();
+        const auto toolTip = [&application](const QString &identifier) {
+            const QAction &item = *application.mainMenu().item(identifier);
+            // Without a tooltip of its own, an item has its title.
+            return item.toolTip() == item.text() ? QString() : item.toolTip();
+        };
+        for (const QAction *menu : application.mainMenu().contextMenu().actions()) {
+            if (menu->text() == QStringLiteral("File") || menu->text() == QStringLiteral("Controls")) {
+                QVERIFY(menu->menu()->toolTipsVisible());
+            }
+        }
+        for (const QString &identifier : {playPause, next, previous, volumeUp, volumeDown}) {
+            QCOMPARE(toolTip(identifier), QString());
+        }
+        QCOMPARE(toolTip(showPlayer), QStringLiteral("Strawberry cannot show its window"));
+
+        desktop.music.answerControl(MusicControl::volume, ControlAnswer::ignored);
+        for (const QString &identifier : {volumeUp, volumeDown}) {
+            QCOMPARE(toolTip(identifier), QStringLiteral("Strawberry keeps its own volume"));
+        }
+        desktop.playLiveStream();
+        for (const QString &identifier : {next, previous}) {
+            QCOMPARE(toolTip(identifier), QStringLiteral("Live audio has no other tracks"));
+        }
+        QCOMPARE(toolTip(playPause), QString());
+        desktop.music.setResponding(false);
+        for (const QString &identifier : {playPause, next, previous, volumeUp, volumeDown, showPlayer}) {
+            QCOMPARE(toolTip(identifier), QStringLiteral("Strawberry is not responding"));
+        }
+        desktop.music.setResponding(true);
+        desktop.playTrack();
+        desktop.music.answerControl(MusicControl::volume, ControlAnswer::taken);
+        desktop.music.setPlayer(QStringLiteral("Strawberry"), true);
+        for (const QString &identifier : {playPause, next, previous, volumeUp, volumeDown, showPlayer}) {
+            QCOMPARE(toolTip(identifier), QString());
+        }
+        desktop.music.quit();
+        for (const QString &identifier : {playPause, next, previous, volumeUp, volumeDown, showPlayer}) {
+            QCOMPARE(toolTip(identifier), QString());
+        }
+    }
+
     void theDockMenusItemsAreDisabledWhileMusicIsSilent()
     {
         using namespace MenuItemIdentifier;
