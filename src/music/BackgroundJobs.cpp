@@ -13,6 +13,7 @@ namespace tunedeck {
 namespace {
 
 constexpr std::chrono::seconds patienceWithLaunch{10};
+constexpr std::chrono::seconds betweenLoads{1};
 
 /// None if there is no column, or `convert` cannot read one of its elements.
 template <typename Value>
@@ -93,6 +94,14 @@ BackgroundJobs::BackgroundJobs(MusicApplication &musicApp, QObject *parent)
     m_awaitedPlaylist.setObjectName(QStringLiteral("awaitedPlaylistTimer"));
     m_awaitedPlaylist.setSingleShot(true);
     m_awaitedPlaylist.setInterval(patienceWithLaunch);
+    m_nextLoad.setObjectName(QStringLiteral("nextLoadTimer"));
+    m_nextLoad.setSingleShot(true);
+    m_nextLoad.setInterval(betweenLoads);
+    connect(&m_nextLoad, &QTimer::timeout, this, [this] {
+        if (m_awaitedPlaylist.isActive()) {
+            loadPlaylists();
+        }
+    });
 }
 
 BackgroundJobs::~BackgroundJobs()
@@ -113,6 +122,10 @@ void BackgroundJobs::loadPlaylists()
         m_isLoadingPlaylists = false;
         if (loaded) {
             finishLoadingPlaylists(*loaded);
+        }
+        // A player that has just come may not have read its playlists yet.
+        if (m_awaitedPlaylist.isActive()) {
+            m_nextLoad.start();
         }
     });
 }

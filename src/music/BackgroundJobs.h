@@ -70,6 +70,7 @@ private:
     std::optional<qint64> m_nextPlaylist;
     qint64 m_chosenPlaylist = 0; ///< the last one
     QTimer m_awaitedPlaylist{this}; ///< active while the chosen playlist waits for Music
+    QTimer m_nextLoad{this}; ///< active until a Music that does not list that playlist is asked again
     bool m_isReadingAudioOutputs = false;
     bool m_readsAudioOutputsAgain = false;
 };

@@ -187,6 +187,55 @@ private Q_SLOTS:
         QVERIFY(!music.backgroundReads().contains(u"playPlaylist 2"_s));
     }
 
+    void aPlaylistThatALaunchedMusicListsLateIsPlayed_data()
+    {
+        QTest::addColumn<std::optional<QVariantList>>("firstIds");
+        QTest::newRow("the list grows") << std::optional(QVariantList{1});
+        QTest::newRow("the first read is not answered") << std::optional<QVariantList>();
+    }
+    void aPlaylistThatALaunchedMusicListsLateIsPlayed()
+    {
+        QFETCH(const std::optional<QVariantList>, firstIds);
+        const QVariantList names{u"A"_s, u"B"_s};
+        ScriptedMusicApplication music;
+        BackgroundJobs jobs(music);
+        music.setRunning(false);
+        jobs.playPlaylist(2);
+        QVERIFY(finishBackgroundJobs(jobs));
+        music.answerInBackground({.playlistIds = firstIds, .playlistNames = names});
+        music.setRunning(true);
+        jobs.loadPlaylists();
+        QVERIFY(finishBackgroundJobs(jobs));
+        music.clearRecords();
+        music.answerInBackground({.playlistIds = QVariantList{1, 2}, .playlistNames = names});
+        auto *nextLoad = jobs.findChild<QTimer *>(u"nextLoadTimer"_s);
+        QVERIFY(nextLoad);
+        QVERIFY(elapse(*nextLoad));
+        QVERIFY(finishBackgroundJobs(jobs));
+        QVERIFY(music.backgroundReads().contains(u"playPlaylist 2"_s));
+        QVERIFY(!nextLoad->isActive());
+    }
+
+    void aPlaylistThatIsNotListedInTimeIsNotLookedForAgain()
+    {
+        ScriptedMusicApplication music;
+        BackgroundJobs jobs(music);
+        music.setRunning(false);
+        jobs.playPlaylist(2);
+        QVERIFY(finishBackgroundJobs(jobs));
+        music.answerInBackground({.playlistIds = QVariantList{1}, .playlistNames = QVariantList{u"A"_s}});
+        music.setRunning(true);
+        jobs.loadPlaylists();
+        QVERIFY(finishBackgroundJobs(jobs));
+        QVERIFY(elapse(*jobs.findChild<QTimer *>(u"awaitedPlaylistTimer"_s)));
+        music.clearRecords();
+        auto *nextLoad = jobs.findChild<QTimer *>(u"nextLoadTimer"_s);
+        QVERIFY(nextLoad && elapse(*nextLoad));
+        QVERIFY(finishBackgroundJobs(jobs));
+        QCOMPARE(music.backgroundReads(), QStringList());
+        QVERIFY(!nextLoad->isActive());
+    }
+
     void aRunningMusicIsNotAskedAgainForAPlaylist()
     {
         ScriptedMusicApplication music;
