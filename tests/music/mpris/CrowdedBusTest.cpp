@@ -28,6 +28,7 @@ namespace tunedeck {
 namespace {
 
 constexpr int manyNames = 3'000;
+constexpr int manyConnections = 3'000;
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr qint64 longestTurn = 500;
 #else
@@ -52,6 +53,7 @@ private Q_SLOTS:
 
     void thousandsOfNamesHideNoPlayer_data();
     void thousandsOfNamesHideNoPlayer();
+    void thousandsOfConnectionsWithANameAreNotFelt();
     void aNameThatChangesHandsAllTheTimeIsReadAFewTimesASecond();
     void aNameThatIsAnnouncedAllTheTimeIsShownAFewTimesASecond();
     void fourPlayersOfAProcessAreRead();
@@ -161,6 +163,22 @@ void CrowdedBusTest::thousandsOfNamesHideNoPlayer()
     });
     QCOMPARE(players().size(), 2);
     QVERIFY(players().last().isFollowed);
+}
+
+void CrowdedBusTest::thousandsOfConnectionsWithANameAreNotFelt()
+{
+    const auto player = start({u"--name"_s, u"steady"_s, u"--play"_s});
+    startMusicAndCheckTurns();
+    QList<QDBusConnection> crowd;
+    for (int i = 0; i < manyConnections; ++i) {
+        crowd.append(connect());
+    }
+    runAndCheckTurns([&crowd] {
+        for (qsizetype i = 0; i < crowd.size(); ++i) {
+            crowd[i].registerService(busName(u"crowd.n%1"_s.arg(i)));
+        }
+    });
+    QCOMPARE(players().value(0).id, u"steady"_s);
 }
 
 void CrowdedBusTest::aNameThatChangesHandsAllTheTimeIsReadAFewTimesASecond()

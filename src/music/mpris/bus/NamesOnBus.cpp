@@ -170,11 +170,9 @@ void NamesOnBus::askForProcess(const QString &connection)
             const std::optional<double> number = bus::number(bus::plainArgument(reply, 0));
             m_processes.insert(
                 connection, number && !bus::isError(reply) ? std::optional(qint64(*number)) : std::nullopt);
-            const QStringList names = m_isComplete ? m_records.keys() : QStringList();
+            const QSet<QString> names = m_isComplete ? m_namesOf.value(connection) : QSet<QString>();
             for (const QString &name : names) {
-                if (isOwnedBy(name, connection)) {
-                    announce(name);
-                }
+                announce(name);
             }
         }
         askMore();
@@ -189,8 +187,9 @@ void NamesOnBus::add(const QString &name, const Record &record)
         return;
     }
     m_records.insert(name, record);
-    const bool isFirst = ++m_namesOf[record.connection] == 1;
-    if (isFirst) {
+    QSet<QString> &names = m_namesOf[record.connection];
+    names.insert(name);
+    if (names.size() == 1) {
         m_unidentified.append(record.connection);
     } else if (m_isComplete && m_processes.contains(record.connection)) {
         // First ownerChanged() is emitted.
@@ -205,7 +204,9 @@ void NamesOnBus::remove(const QString &name)
         return;
     }
     const QString connection = m_records.take(name).connection;
-    if (--m_namesOf[connection] == 0) {
+    QSet<QString> &names = m_namesOf[connection];
+    names.remove(name);
+    if (names.isEmpty()) {
         m_namesOf.remove(connection);
         m_processes.remove(connection);
         m_unidentified.removeOne(connection);

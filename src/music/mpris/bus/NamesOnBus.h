@@ -5,6 +5,7 @@
 #include <QDBusServiceWatcher>
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -37,7 +38,7 @@ public:
     /// Whether the name is owned by this connection, also if owner() does not know its process yet.
     [[nodiscard]] bool isOwnedBy(const QString &name, const QString &connection) const;
     /// Whether the connection owns several names of players.
-    [[nodiscard]] bool ownsSeveral(const QString &connection) const { return m_namesOf.value(connection) > 1; }
+    [[nodiscard]] bool ownsSeveral(const QString &connection) const { return m_namesOf.value(connection).size() > 1; }
 
 Q_SIGNALS:
     /// The name has this owner() from now on. Names that were there at the start come in the order in which their
@@ -75,7 +76,7 @@ private:
     QHash<QString, QString> m_changes; ///< connections that own names from now on, by name; not applied yet
     QStringList m_changedNames; ///< the keys of m_changes, in the order in which they changed
     quint64 m_lastOrder = 0;
-    QHash<QString, int> m_namesOf; ///< by connection
+    QHash<QString, QSet<QString>> m_namesOf; ///< by connection
     QHash<QString, std::optional<qint64>> m_processes; ///< by connection; missing until the bus has answered
     QStringList m_unresolved; ///< names whose owner has not been asked for yet
     QStringList m_unidentified; ///< connections whose process has not been asked for yet
