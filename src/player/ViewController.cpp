@@ -270,6 +270,9 @@ void ViewController::bindVolume()
     connect(&m_musicConnector, &MusicConnector::soundVolumeChanged, &slider, &VolumeSlider::setDoubleValue);
     slider.setDoubleValue(m_musicConnector.soundVolume());
     connect(&slider, &VolumeSlider::adjusted, this, &ViewController::volumeSliderAdjusted);
+    // A drag ends with its player: the next one may be much quieter than the place of the pointer says.
+    connect(&m_musicConnector.musicApp(), &MusicApplication::didTerminate, &slider,
+        [&slider] { slider.setSliderDown(false); });
     for (const PlainButton *speaker : {&m_view.volumeMinButton(), &m_view.volumeMaxButton()}) {
         connect(speaker, &QAbstractButton::clicked, this, [this, speaker] { volMinMaxSet(*speaker); });
     }

@@ -332,6 +332,24 @@ private Q_SLOTS:
         QCOMPARE(player.view.volumeSlider().doubleValue(), 57.9);
     }
 
+    void aVolumeThatIsDraggedIsNotSetInTheNextPlayer()
+    {
+        Player player;
+        player.music.answers.soundVolume = 90;
+        player.connector->refreshPlaybackSettings();
+        VolumeSlider &slider = player.view.volumeSlider();
+        QTest::mousePress(&slider, Qt::LeftButton, {}, {slider.width() - 10, slider.height() / 2});
+        player.music.quit();
+        player.music.answers.soundVolume = 10;
+        player.music.launch();
+        player.music.clearRecords();
+
+        QTest::mouseMove(&slider, {slider.width() - 20, slider.height() / 2});
+        QTest::mouseRelease(&slider, Qt::LeftButton, {}, {slider.width() - 20, slider.height() / 2});
+        QCOMPARE(player.music.commands(), QStringList());
+        QCOMPARE(slider.doubleValue(), 10.0);
+    }
+
     void theSpeakersSetSilenceAndFullVolumeEachTime()
     {
         Player player;
