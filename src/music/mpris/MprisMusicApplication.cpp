@@ -335,6 +335,7 @@ void MprisMusicApplication::handleFollowed(MprisPlayer *player)
 
 void MprisMusicApplication::handleIdentity()
 {
+    playlists()->setDestination(player()->destination());
     m_playerWindow.setPlayer(PlayerWindow::Player{.owner = player()->owner(),
         .destination = player()->destination(),
         .processId = player()->processId(),

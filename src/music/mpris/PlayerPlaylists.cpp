@@ -63,11 +63,17 @@ bool isSilence(const QDBusError &error)
 } // namespace
 
 PlayerPlaylists::PlayerPlaylists(
-    const QDBusConnection &bus, const QString &owner, std::shared_ptr<PlayingPlaylist> playing)
+    const QDBusConnection &bus, const QString &destination, std::shared_ptr<PlayingPlaylist> playing)
     : m_bus(bus)
-    , m_owner(owner)
     , m_playing(std::move(playing))
+    , m_destination(destination)
 {
+}
+
+void PlayerPlaylists::setDestination(const QString &destination)
+{
+    const std::lock_guard lock(m_mutex);
+    m_destination = destination;
 }
 
 std::optional<PlaylistDetails> PlayerPlaylists::readActive() const
@@ -257,13 +263,19 @@ std::optional<QVariantMap> PlayerPlaylists::properties(const QString &interface,
     return bus::plainMap(reply, 0);
 }
 
+QString PlayerPlaylists::destination() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_destination;
+}
+
 QDBusMessage PlayerPlaylists::ask(
     const QString &interface, const QString &method, const QVariantList &arguments, Milliseconds patience) const
 {
     if (patience <= Milliseconds(0) || m_stop.stop_requested()) {
         return {};
     }
-    const QDBusMessage message = bus::playerCall(m_owner, interface, method, arguments);
+    const QDBusMessage message = bus::playerCall(destination(), interface, method, arguments);
 
     // An event loop, since a call that waits by itself could not be interrupted by stopWaiting().
     QEventLoop loop; // waits on a worker thread

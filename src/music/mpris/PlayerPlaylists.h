@@ -28,8 +28,10 @@ class PlayingPlaylist;
 /// the playlist that plays takes 5 s at most, playing one 4.5 s.
 class PlayerPlaylists {
 public:
-    /// `owner` is the name on the bus that calls to the player go to (see MprisPlayer::destination()).
-    PlayerPlaylists(const QDBusConnection &bus, const QString &owner, std::shared_ptr<PlayingPlaylist> playing);
+    /// `destination` is the name on the bus that calls to the player go to (see MprisPlayer::destination()).
+    PlayerPlaylists(const QDBusConnection &bus, const QString &destination, std::shared_ptr<PlayingPlaylist> playing);
+    /// Sends further calls to this name.
+    void setDestination(const QString &destination);
 
     /// The playlist that the player plays.
     [[nodiscard]] std::optional<PlaylistDetails> readActive() const;
@@ -70,17 +72,18 @@ private:
     /// The plain properties of an interface, empty if the player has no such interface. None if it does not answer.
     [[nodiscard]] std::optional<QVariantMap> properties(
         const QString &interface, Milliseconds patience = bus::deadline) const;
+    [[nodiscard]] QString destination() const;
     /// The player's reply, which may be an error; an invalid message if it does not answer within `patience`.
     [[nodiscard]] QDBusMessage ask(
         const QString &interface, const QString &method, const QVariantList &arguments, Milliseconds patience) const;
     void wait(Milliseconds time) const;
 
     const QDBusConnection m_bus;
-    const QString m_owner;
     const std::shared_ptr<PlayingPlaylist> m_playing;
     std::stop_source m_stop;
 
     mutable std::mutex m_mutex;
+    QString m_destination;
     PlaylistSource m_source = PlaylistSource::unknown;
     std::optional<QVariantList> m_names;
     QHash<qint64, PlaylistDetails> m_playlists; ///< by id
