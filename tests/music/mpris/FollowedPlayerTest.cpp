@@ -27,6 +27,7 @@ private Q_SLOTS:
     void cleanup();
 
     void theOneThatPlaysIsFollowed();
+    void openingLaunchesThePinnedPlayerByTheEntryThatItNamed_data();
     void openingLaunchesThePinnedPlayerByTheEntryThatItNamed();
     void thePinnedPlayersNewEntryIsRememberedEvenIfItIsItsFamily();
     void thePinnedPlayersEntryIsOfNoUseForAnother();
@@ -120,14 +121,23 @@ void FollowedPlayerTest::theOneThatPlaysIsFollowed()
     QCOMPARE(m_followed->player()->name(), u"playing"_s);
 }
 
+void FollowedPlayerTest::openingLaunchesThePinnedPlayerByTheEntryThatItNamed_data()
+{
+    QTest::addColumn<QString>("pin");
+    QTest::newRow("its family") << u"favourite"_s;
+    QTest::newRow("one of its family") << u"favourite/favourite/Tunedeck Demo Player"_s;
+    QTest::newRow("whatever its name") << u"favourite//Tunedeck Demo Player"_s;
+}
+
 void FollowedPlayerTest::openingLaunchesThePinnedPlayerByTheEntryThatItNamed()
 {
+    QFETCH(const QString, pin);
     std::unique_ptr<DemoPlayerProcess> other = newPlayer({u"--name"_s, u"other"_s, u"--play"_s});
     QVERIFY(other->isReady());
     startPlayer({u"--play"_s, u"--name"_s, u"favourite"_s, u"--do"_s, u"wrong DesktopEntry string org.Favourite"_s});
     startFollowing();
-    m_defaults->setValue(u"FollowedPlayer"_s, u"favourite"_s);
-    QTRY_COMPARE(remembered(u"FollowedPlayerEntry"_s), u"favourite/org.Favourite"_s);
+    m_defaults->setValue(u"FollowedPlayer"_s, pin);
+    QTRY_COMPARE(remembered(u"FollowedPlayerEntry"_s), pin + u"/org.Favourite"_s);
     m_player.reset();
     QTRY_COMPARE(remembered(u"LastFollowedPlayer"_s), u"tunedeck-demo-player"_s);
     other.reset();
