@@ -10,13 +10,28 @@
 
 namespace tunedeck {
 
+namespace {
+
+QString busName(const QString &player)
+{
+    return QStringLiteral("org.mpris.MediaPlayer2.") + player;
+}
+
+QStringList commandsAmong(QStringList calls)
+{
+    calls.removeIf([](const QString &call) { return call.startsWith(u"Get"); });
+    return calls;
+}
+
+} // namespace
+
 DemoPlayerProcess::DemoPlayerProcess(
     const PrivateBus &bus, const QDBusConnection &control, const QStringList &arguments)
     : m_control(control)
-    , m_service(QStringLiteral("org.mpris.MediaPlayer2.tunedeckdemo"))
+    , m_service(busName(QStringLiteral("tunedeckdemo")))
 {
     if (const qsizetype name = arguments.indexOf(QStringLiteral("--name")); name >= 0) {
-        m_service = QStringLiteral("org.mpris.MediaPlayer2.") + arguments.value(name + 1);
+        m_service = busName(arguments.value(name + 1));
     }
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus.address());
@@ -41,19 +56,27 @@ bool DemoPlayerProcess::isReady() const
 
 bool DemoPlayerProcess::tell(const QString &line) const
 {
-    return control(QStringLiteral("Script"), {line}).type() == QDBusMessage::ReplyMessage;
+    return control(m_service, QStringLiteral("Script"), {line}).type() == QDBusMessage::ReplyMessage;
+}
+
+bool DemoPlayerProcess::tell(const QString &name, const QString &line) const
+{
+    return control(busName(name), QStringLiteral("Script"), {line}).type() == QDBusMessage::ReplyMessage;
 }
 
 QStringList DemoPlayerProcess::takeCalls() const
 {
-    return control(QStringLiteral("TakeCalls"), {}).arguments().value(0).toStringList();
+    return takeCallsOf(m_service);
 }
 
 QStringList DemoPlayerProcess::takeCommands() const
 {
-    QStringList calls = takeCalls();
-    calls.removeIf([](const QString &call) { return call.startsWith(u"Get"); });
-    return calls;
+    return commandsAmong(takeCalls());
+}
+
+QStringList DemoPlayerProcess::takeCommands(const QString &name) const
+{
+    return commandsAmong(takeCallsOf(busName(name)));
 }
 
 void DemoPlayerProcess::freeze() const
@@ -73,10 +96,16 @@ void DemoPlayerProcess::kill() const
     ::kill(pid_t(m_process.processId()), SIGKILL);
 }
 
-QDBusMessage DemoPlayerProcess::control(const QString &method, const QVariantList &arguments) const
+QStringList DemoPlayerProcess::takeCallsOf(const QString &service) const
+{
+    return control(service, QStringLiteral("TakeCalls"), {}).arguments().value(0).toStringList();
+}
+
+QDBusMessage DemoPlayerProcess::control(
+    const QString &service, const QString &method, const QVariantList &arguments) const
 {
     QDBusMessage message = QDBusMessage::createMethodCall(
-        m_service, QStringLiteral("/org/mpris/MediaPlayer2"), QStringLiteral("org.tunedeck.DemoPlayer"), method);
+        service, QStringLiteral("/org/mpris/MediaPlayer2"), QStringLiteral("org.tunedeck.DemoPlayer"), method);
     message.setArguments(arguments);
     return m_control.call(message);
 }

@@ -23,17 +23,22 @@ public:
     [[nodiscard]] qint64 processId() const { return m_process.processId(); }
     /// Makes the player carry out `line`; false if it does not understand it. Returns when it is done.
     bool tell(const QString &line) const;
+    /// The same for the player that the process shows as "org.mpris.MediaPlayer2." with `name` appended.
+    bool tell(const QString &name, const QString &line) const;
     /// The calls that the player received since the last takeCalls() or takeCommands().
     QStringList takeCalls() const;
     /// The commands among these calls.
     [[nodiscard]] QStringList takeCommands() const;
+    [[nodiscard]] QStringList takeCommands(const QString &name) const;
 
     void freeze() const;
     void thaw() const;
     void kill() const;
 
 private:
-    [[nodiscard]] QDBusMessage control(const QString &method, const QVariantList &arguments) const;
+    [[nodiscard]] QStringList takeCallsOf(const QString &service) const;
+    [[nodiscard]] QDBusMessage control(
+        const QString &service, const QString &method, const QVariantList &arguments) const;
 
     QDBusConnection m_control;
     QString m_service;
