@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DemoPlayerProcess.h"
 #include "MusicAtRest.h"
-#include "SharedConnection.h"
 #include "music/mpris/MprisMusicApplication.h"
-#include "platform/ActivationToken.h"
 #include "platform/ApplicationLauncher.h"
 #include "platform/UserDefaults.h"
 #include "support/PrivateBus.h"
@@ -14,8 +12,6 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -35,8 +31,6 @@ private Q_SLOTS:
     void whenTheOneOnShowStopsTheOtherIsShownAndNothingIsBelievedOfTheFirst();
     void playersOfOneProcessAreEachListedAndThePlayingOneIsFollowed_data();
     void playersOfOneProcessAreEachListedAndThePlayingOneIsFollowed();
-    void ofPlayersThatShareAConnectionTheOneOnShowIsReached();
-    void aPlayerThatComesToShareItsConnectionIsReachedByItsName();
     void aPinSurvivesANewBusName();
     void aPlayerThatTakesOverANameIsFollowed();
 
@@ -218,39 +212,6 @@ void SeveralPlayersTest::playersOfOneProcessAreEachListedAndThePlayingOneIsFollo
     QCOMPARE(process->takeCommands(second), QStringList{u"PlayPause"_s});
     QCOMPARE(m_music->playerState(), PlayerState::paused);
     QCOMPARE(followed(), id);
-}
-
-void SeveralPlayersTest::ofPlayersThatShareAConnectionTheOneOnShowIsReached()
-{
-    SharedConnection players(*m_bus);
-    QVERIFY(players.take("first") && players.take("playing.second"));
-    startMusic();
-    QCOMPARE(names(), (QStringList{u"first"_s, u"playing.second"_s}));
-    QCOMPARE(followed(), u"playing.second"_s);
-    QCOMPARE(m_music->currentTrack()->name, u"playing.second"_s);
-    players.forgetCalls();
-    QVERIFY(m_music->playpause());
-    QTRY_COMPARE(players.calls(), QStringList{u"playing.second PlayPause"_s});
-    QVERIFY(m_music->showPlayer({}));
-    QTRY_COMPARE(players.calls(), (QStringList{u"playing.second PlayPause"_s, u"playing.second Raise"_s}));
-}
-
-void SeveralPlayersTest::aPlayerThatComesToShareItsConnectionIsReachedByItsName()
-{
-    SharedConnection players(*m_bus);
-    QVERIFY(players.take("playing.first"));
-    startMusic();
-    QCOMPARE(followed(), u"playing.first"_s);
-    QVERIFY(players.take("second"));
-    QTRY_COMPARE(names(), (QStringList{u"playing.first"_s, u"second"_s}));
-    QVERIFY(m_rest.isReached(*m_music, m_musicConnection));
-    players.forgetCalls();
-    QVERIFY(m_music->nextTrack());
-    QTRY_COMPARE(players.calls(), QStringList{u"playing.first Next"_s});
-    QVERIFY(m_music->showPlayer({}));
-    QTRY_COMPARE(players.calls(), (QStringList{u"playing.first Next"_s, u"playing.first Raise"_s}));
-    std::thread([this] { static_cast<void>(m_music->playlistIds()); }).join();
-    QCOMPARE(players.calls().value(2), u"playing.first GetPlaylists"_s);
 }
 
 void SeveralPlayersTest::aPinSurvivesANewBusName()

@@ -1,44 +1,50 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <gio/gio.h>
-
-#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
 #include <memory>
-#include <mutex>
 
 namespace tunedeck {
 
-class PrivateBus;
-
-/// Players that share one connection to the bus, and so one object: only the name that a call is sent to says which of
-/// them is meant. It answers from a thread of its own.
+/// Players whose names all belong to one connection to the bus, as a bridge to other devices may have them. A call is
+/// told apart by the name that it was sent to; a signal carries no name but the connection's. It answers on a thread of
+/// its own.
 class SharedConnection {
 public:
-    explicit SharedConnection(const PrivateBus &bus);
+    /// What a player says of itself.
+    struct Report {
+        QString title;
+        bool isPlaying = false;
+    };
+
+    /// Connects to the bus at `address`; isConnected() tells whether it could.
+    explicit SharedConnection(const QString &address);
     ~SharedConnection();
     SharedConnection(const SharedConnection &) = delete;
     SharedConnection &operator=(const SharedConnection &) = delete;
 
-    /// Adds a player. One plays if its name begins with "playing".
-    bool take(const QByteArray &player);
-    /// The calls, except for properties: the name that each was sent to, "?" for that of the connection, and the
-    /// method.
-    [[nodiscard]] QStringList calls();
-    void forgetCalls();
+    [[nodiscard]] bool isConnected() const;
+    /// Takes "org.mpris.MediaPlayer2." with `name` appended. The player calls itself `name`.
+    [[nodiscard]] bool take(const QString &name, const Report &report);
+    [[nodiscard]] bool giveUp(const QString &name);
+    /// What the player answers from now on. Nothing is announced.
+    void set(const QString &name, const Report &report);
+    /// Announces what the player answers.
+    void announce(const QString &name);
+
+    /// The calls that were sent to this name since the last takeCalls(), such as "PlayPause", "Set Volume" or
+    /// "GetAll org.mpris.MediaPlayer2.Player". For an empty name, the calls that were sent to the connection while it
+    /// had several names.
+    QStringList takeCalls(const QString &name);
 
 private:
-    static GDBusMessage *handle(GDBusConnection *connection, GDBusMessage *message, gboolean isIncoming, gpointer self);
-    GVariant *answer(const QByteArray &player, GDBusMessage &call);
+    struct State;
+    struct Link;
 
-    GDBusConnection *m_connection;
-    guint m_filter = 0;
-    std::mutex m_mutex;
-    QByteArray m_first; ///< the player that answers calls to the connection's own name
-    QStringList m_calls;
+    std::shared_ptr<State> m_state;
+    std::unique_ptr<Link> m_link;
 };
 
 } // namespace tunedeck
