@@ -10,6 +10,7 @@
 #include <QActionGroup>
 #include <QCoreApplication>
 #include <QIcon>
+#include <QImage>
 #include <QMenu>
 #include <QPixmap>
 
@@ -137,8 +138,8 @@ void FollowMenu::show(const FollowChoice &choice, QAction &entry)
     entry.setFont(font);
     if (entry.icon().isNull() && !choice.desktopEntry.isEmpty()) {
         const std::optional<DesktopEntryFacts> facts = m_desktopEntries.facts(choice.desktopEntry);
-        if (facts && !facts->icon.isNull()) {
-            entry.setIcon(QIcon(QPixmap::fromImage(facts->icon)));
+        if (facts && facts->icon) {
+            entry.setIcon(QIcon(QPixmap::fromImage(*facts->icon)));
         }
     }
 }

@@ -6,6 +6,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFileInfo>
+#include <QImage>
 #include <QImageReader>
 #include <QStandardPaths>
 #include <QThread>
@@ -57,21 +58,23 @@ QString findIconFile(const QString &iconName)
     return {};
 }
 
-QImage readIcon(const QString &iconName)
+/// Null if there is no such icon, or if it is none.
+std::shared_ptr<const QImage> readIcon(const QString &iconName)
 {
     const QFileInfo file(findIconFile(iconName));
     if (!file.isFile() || file.size() > largestIconFile) {
-        return {};
+        return nullptr;
     }
     QImageReader reader(file.filePath());
     const QSize size = reader.size();
     if (size.isEmpty() || size.width() > largestIcon || size.height() > largestIcon) {
-        return {};
+        return nullptr;
     }
     if (size.width() > shownIcon.width() || size.height() > shownIcon.height()) {
         reader.setScaledSize(size.scaled(shownIcon, Qt::KeepAspectRatio).expandedTo({1, 1}));
     }
-    return reader.read();
+    QImage icon = reader.read();
+    return icon.isNull() ? nullptr : std::make_shared<const QImage>(std::move(icon));
 }
 
 DesktopEntryFacts readFacts(const QString &identifier)

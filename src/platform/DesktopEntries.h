@@ -3,14 +3,15 @@
 
 #include <QCache>
 #include <QHash>
-#include <QImage>
 #include <QObject>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <optional>
 
+class QImage;
 class QThread;
 
 namespace tunedeck {
@@ -18,7 +19,8 @@ namespace tunedeck {
 /// What a desktop entry says about its application. All is empty if no such entry is installed.
 struct DesktopEntryFacts {
     QString iconName; ///< a name in the icon themes, or the path of a file
-    QImage icon; ///< at most 64 × 64 pixels; null if no picture of the application itself is installed
+    /// At most 64 × 64 pixels; null if no picture of the application itself is installed.
+    std::shared_ptr<const QImage> icon;
     bool isDBusActivatable = false; ///< it may be activated over D-Bus, by its identifier as the name on the bus
 };
 

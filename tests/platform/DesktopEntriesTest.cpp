@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
+#include <QImage>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -51,7 +52,7 @@ private Q_SLOTS:
         QCOMPARE(known.at(0).at(0).toString(), u"org.example.Jukebox"_s);
         const DesktopEntryFacts facts = entries.facts(u"org.example.Jukebox"_s).value();
         QCOMPARE(facts.iconName, u"org.example.Jukebox"_s);
-        QCOMPARE(facts.icon.size(), QSize(48, 48));
+        QCOMPARE(facts.icon->size(), QSize(48, 48));
         QVERIFY(facts.isDBusActivatable);
     }
 
@@ -60,14 +61,14 @@ private Q_SLOTS:
         DesktopEntries entries;
         const DesktopEntryFacts facts = read(entries, u"tapedeck"_s);
         QCOMPARE(facts.iconName, u"tape"_s);
-        QCOMPARE(facts.icon.size(), QSize(64, 32));
+        QCOMPARE(facts.icon->size(), QSize(64, 32));
         QVERIFY(!facts.isDBusActivatable);
     }
 
     void anIconMayBeAFile()
     {
         DesktopEntries entries;
-        QCOMPARE(read(entries, u"absolute"_s).icon.size(), QSize(16, 16));
+        QCOMPARE(read(entries, u"absolute"_s).icon->size(), QSize(16, 16));
     }
 
     void aFileThatIsNoIconIsNotRead_data()
@@ -84,7 +85,7 @@ private Q_SLOTS:
         DesktopEntries entries;
         const DesktopEntryFacts facts = read(entries, entry);
         QVERIFY(!facts.iconName.isEmpty());
-        QVERIFY(facts.icon.isNull());
+        QVERIFY(!facts.icon);
     }
 
     void anEntryThatIsNotInstalledHasNoFacts_data()
@@ -101,7 +102,7 @@ private Q_SLOTS:
         DesktopEntries entries;
         const DesktopEntryFacts facts = read(entries, entry);
         QVERIFY(facts.iconName.isEmpty());
-        QVERIFY(facts.icon.isNull());
+        QVERIFY(!facts.icon);
         QVERIFY(!facts.isDBusActivatable);
     }
 
