@@ -29,11 +29,14 @@ PlayerCalls::PlayerCalls(const QDBusConnection &bus, const QString &owner, QObje
 void PlayerCalls::ask(const QString &interface, const QString &method, const QVariantList &arguments,
     const bus::ReplyHandler &handler, Milliseconds patience)
 {
-    const auto judgeAndHandle = [this, method, handler, patience](const QDBusMessage &reply) {
+    const auto judgeAndHandle = [this, method, handler, patience, sentIn = m_silences](const QDBusMessage &reply) {
         if (bus::isError(reply) && bus::isUnanswered(QDBusError(reply))) {
             qCDebug(playersLog).noquote()
                 << m_owner << "did not answer" << method << "within" << patience.count() << "ms";
-            setResponding(false);
+            // A call that was on its way during a silence that has ended says nothing of the time since then.
+            if (sentIn == m_silences) {
+                setResponding(false);
+            }
         } else if (reply.service() == m_owner) {
             // Otherwise the bus answers for a player that is gone.
             setResponding(true);
@@ -68,6 +71,7 @@ void PlayerCalls::setResponding(bool responding)
 {
     if (m_isResponding != responding) {
         m_isResponding = responding;
+        m_silences += responding ? 1 : 0;
         Q_EMIT respondingChanged(responding);
     }
 }

@@ -49,6 +49,7 @@ private:
     QString m_owner;
     QString m_destination;
     bool m_isResponding = true;
+    quint64 m_silences = 0; ///< that have ended
 };
 
 } // namespace tunedeck

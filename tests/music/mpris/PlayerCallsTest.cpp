@@ -27,6 +27,7 @@ private Q_SLOTS:
     void anAnswerReachesItsHandler();
     void aPlayerThatLetsADeadlinePassIsNotRespondingUntilItsNextAnswer();
     void aSignOfLifeMakesThePlayerRespondAgain();
+    void aCallLostInASilenceDoesNotBringItBack();
     void aRefusalOfThePlayerIsAnAnswer();
     void theBusThatAnswersForAPlayerThatIsGoneIsNoSignOfLife();
     void callsGoToTheNameWhereAConnectionOwnsSeveral();
@@ -129,6 +130,21 @@ void PlayerCallsTest::aSignOfLifeMakesThePlayerRespondAgain()
     m_calls->noteSignOfLife();
     QVERIFY(m_calls->isResponding());
     m_calls->noteSignOfLife();
+    QCOMPARE(m_changes->count(), 2);
+    m_player->thaw();
+}
+
+void PlayerCallsTest::aCallLostInASilenceDoesNotBringItBack()
+{
+    m_player->freeze();
+    int unanswered = 0;
+    const auto count = [&unanswered](const QDBusMessage &) { ++unanswered; };
+    m_calls->getAll(mpris::playerInterface, count, 20ms);
+    m_calls->getAll(mpris::playerInterface, count, 200ms);
+    QTRY_COMPARE(unanswered, 1);
+    m_calls->noteSignOfLife();
+    QTRY_COMPARE(unanswered, 2);
+    QVERIFY(m_calls->isResponding());
     QCOMPARE(m_changes->count(), 2);
     m_player->thaw();
 }
