@@ -310,6 +310,12 @@ private Q_SLOTS:
         QCOMPARE(choice({integration, chromium}), u"plasma-browser-integration"_s);
     }
 
+    void theIntegrationHidesNoPlayerThatIsNoBrowser()
+    {
+        QCOMPARE(followable({ofProcess(player(u"strawberry"_s), 77), integration}),
+            (QStringList{u"strawberry"_s, u"plasma-browser-integration"_s}));
+    }
+
     void nobodyElseSpeaksForABrowser()
     {
         const PlayerCandidate liar = speakingFor(ofProcess(player(u"liar"_s), 5), 77);

@@ -35,10 +35,12 @@ bool isSecondNameOf(const PlayerCandidate &candidate, const PlayerCandidate &oth
     return isNumber && (number == candidate.processId || candidate.identity == other.identity);
 }
 
+/// Browsers take a name of their own for each process, such as "chromium.instance1234". So nobody who calls himself the
+/// browser integration can hide Strawberry or VLC by naming its process.
 bool isBrowserShownBy(const PlayerCandidate &candidate, const PlayerCandidate &other)
 {
     return candidate.processId && other.browserProcessId == candidate.processId
-        && isOfFamily(other.name, integrationName) && !isOfFamily(candidate.name, integrationName);
+        && isOfFamily(other.name, integrationName) && candidate.name.contains(instanceMark);
 }
 
 /// Whether `candidate` is left out because `other` shows the same.
