@@ -19,6 +19,8 @@ namespace {
 constexpr qsizetype maximumNames = 4'000;
 /// A bus with thousands of names is asked for them little by little.
 constexpr int maximumQuestions = 16;
+/// On a busy machine thousands of changes pile up before the program takes them in.
+constexpr qsizetype mostChangesInATurn = 200;
 
 /// The bus numbers its connections: ":1.9" came before ":1.10".
 bool cameBefore(const QString &connection, const QString &other)
@@ -32,6 +34,9 @@ NamesOnBus::NamesOnBus(const QDBusConnection &bus, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
 {
+    m_application.setSingleShot(true);
+    m_application.setInterval(0);
+    connect(&m_application, &QTimer::timeout, this, &NamesOnBus::applyChanges);
     // Watched first and listed second, so that no player that comes in between is missed.
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
         [this](const QString &name, const QString &, const QString &owner) { noteChange(name, owner); });
@@ -102,7 +107,7 @@ void NamesOnBus::noteChange(const QString &busName, const QString &connection)
     }
     // A name may change hands hundreds of times within a turn of the event loop: only the last owner counts.
     if (m_changes.isEmpty()) {
-        QMetaObject::invokeMethod(this, &NamesOnBus::applyChanges, Qt::QueuedConnection);
+        m_application.start();
     }
     const QString name = busName.mid(mpris::namePrefix.size());
     if (!m_changes.contains(name)) {
@@ -113,10 +118,13 @@ void NamesOnBus::noteChange(const QString &busName, const QString &connection)
 
 void NamesOnBus::applyChanges()
 {
-    const QHash<QString, QString> changes = std::exchange(m_changes, {});
-    const QStringList names = std::exchange(m_changedNames, {});
+    const QStringList names = m_changedNames.mid(0, mostChangesInATurn);
+    m_changedNames.remove(0, names.size());
     for (const QString &name : names) {
-        applyChange(name, changes.value(name));
+        applyChange(name, m_changes.take(name));
+    }
+    if (!m_changes.isEmpty()) {
+        m_application.start();
     }
 }
 

@@ -8,6 +8,7 @@
 #include <QSet>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 
 #include <optional>
 
@@ -75,6 +76,7 @@ private:
     QHash<QString, Record> m_records; ///< by name
     QHash<QString, QString> m_changes; ///< connections that own names from now on, by name; not applied yet
     QStringList m_changedNames; ///< the keys of m_changes, in the order in which they changed
+    QTimer m_application{this}; ///< applies what has changed
     quint64 m_lastOrder = 0;
     QHash<QString, QSet<QString>> m_namesOf; ///< by connection
     QHash<QString, std::optional<qint64>> m_processes; ///< by connection; missing until the bus has answered
