@@ -26,13 +26,15 @@ using Application = std::unique_ptr<GAppInfo, Unref>;
 
 /// What is judged is what is launched: the file may have changed since the player named it. This program is a player
 /// for the desktop, but starting it again would play nothing.
-Application findAudioApplication(const QString &identifier)
+Application findApplication(const QString &identifier, ApplicationLauncher::Accepts accepts)
 {
     if (withoutDesktopSuffix(identifier) == applicationId) {
         return nullptr;
     }
     DesktopEntry entry = findDesktopEntry(identifier);
-    return Application(entry && isShownAudioApplication(entry) ? G_APP_INFO(entry.release()) : nullptr);
+    const bool isAccepted =
+        entry && (accepts == ApplicationLauncher::Accepts::AnyEntry || isShownAudioApplication(entry));
+    return Application(isAccepted ? G_APP_INFO(entry.release()) : nullptr);
 }
 
 Application findDefault(const QString &contentType)
@@ -52,10 +54,10 @@ QString launchApplication(const Application &application)
     return withoutDesktopSuffix(QString::fromUtf8(g_app_info_get_id(application.get())));
 }
 
-QString launchFirst(const QStringList &desktopEntries, const QString &contentType)
+QString launchFirst(const QStringList &desktopEntries, const QString &contentType, ApplicationLauncher::Accepts accepts)
 {
     for (const QString &desktopEntry : desktopEntries) {
-        if (const QString launched = launchApplication(findAudioApplication(desktopEntry)); !launched.isEmpty()) {
+        if (const QString launched = launchApplication(findApplication(desktopEntry, accepts)); !launched.isEmpty()) {
             return launched;
         }
     }
@@ -63,8 +65,9 @@ QString launchFirst(const QStringList &desktopEntries, const QString &contentTyp
 }
 } // namespace
 
-ApplicationLauncher::ApplicationLauncher(QObject *parent)
+ApplicationLauncher::ApplicationLauncher(Accepts accepts, QObject *parent)
     : QObject(parent)
+    , m_accepts(accepts)
 {
 }
 
@@ -83,9 +86,10 @@ void ApplicationLauncher::launch(const QStringList &desktopEntries, const QStrin
     }
     std::promise<QString> promise;
     const std::shared_future<QString> launchedEntry = promise.get_future().share();
-    m_thread = QThread::create([desktopEntries, contentType, promise = std::move(promise)]() mutable {
-        promise.set_value(launchFirst(desktopEntries, contentType));
-    });
+    m_thread =
+        QThread::create([desktopEntries, contentType, accepts = m_accepts, promise = std::move(promise)]() mutable {
+            promise.set_value(launchFirst(desktopEntries, contentType, accepts));
+        });
     connect(m_thread, &QThread::finished, this, [this, launchedEntry] {
         m_thread.clear();
         const QString &entry = launchedEntry.get();

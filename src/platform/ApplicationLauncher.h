@@ -15,15 +15,18 @@ class ApplicationLauncher : public QObject {
     Q_OBJECT
 
 public:
-    explicit ApplicationLauncher(QObject *parent = nullptr);
+    /// Which entries are launched. Players name their own entries, and may name any, so of theirs only those of
+    /// players, browsers and other applications that open audio files are, if the desktop shows them in menus.
+    enum class Accepts { EntriesOfPlayers, AnyEntry };
+
+    explicit ApplicationLauncher(Accepts accepts = Accepts::EntriesOfPlayers, QObject *parent = nullptr);
     /// Waits up to half a second for a launch that is under way, then leaves its thread running.
     ~ApplicationLauncher() override;
 
-    /// Launches the first of `desktopEntries` (identifiers such as "vlc", with or without ".desktop") that is
-    /// installed, shown in menus, and of a player, a browser or another application that opens audio files: players
-    /// name these entries, and may name any. If there is none, launches the desktop's default application for
-    /// `contentType` (such as "audio/mpeg"; empty for none). Returns at once; one of the two signals follows. Ignores
-    /// identifiers with a slash. A call while a launch is under way does nothing and emits no signal of its own.
+    /// Launches the first of `desktopEntries` (identifiers such as "vlc", with or without ".desktop") that is installed
+    /// and accepted, else the desktop's default application for `contentType` (such as "audio/mpeg"; empty for none).
+    /// Returns at once; one of the two signals follows. Ignores identifiers with a slash. A call while a launch is
+    /// under way does nothing and emits no signal of its own.
     virtual void launch(const QStringList &desktopEntries, const QString &contentType);
 
 Q_SIGNALS:
@@ -34,6 +37,7 @@ Q_SIGNALS:
     void failed();
 
 private:
+    Accepts m_accepts;
     QPointer<QThread> m_thread; ///< null while no launch is under way
 };
 

@@ -66,7 +66,7 @@ private:
     QPointer<UpdateDownload> m_download;
     QString m_savedPath;
     QFutureWatcher<bool> m_systemUpdaterSearch;
-    ApplicationLauncher m_launcher;
+    ApplicationLauncher m_launcher{ApplicationLauncher::Accepts::AnyEntry};
     UpdateWindow m_window;
 };
 

@@ -165,6 +165,16 @@ private Q_SLOTS:
         QCOMPARE(launchedBy({QStringLiteral("changing")}, QString()), std::nullopt);
     }
 
+    void anEntryThatNoPlayerNamesMayBeAny()
+    {
+        ApplicationLauncher launcher(ApplicationLauncher::Accepts::AnyEntry);
+        QSignalSpy launched(&launcher, &ApplicationLauncher::launched);
+        launcher.launch({QStringLiteral("terminal")}, QString());
+        QTRY_COMPARE(launched.count(), 1);
+        QTRY_VERIFY(hasRun(QStringLiteral("terminal")));
+        QVERIFY(QFile::remove(m_home.filePath(QStringLiteral("terminal"))));
+    }
+
     void neverLooksOutsideTheFoldersOfTheDesktop_data()
     {
         QTest::addColumn<QString>("entry");
