@@ -867,10 +867,14 @@ void DemoPlayerTest::theActivePlaylistCanBeTheViewedOne()
         const auto argument = get(u"ActivePlaylist"_s, playlistsInterface).value<QDBusArgument>();
         bool isValid = false;
         QDBusObjectPath id;
+        QString name;
+        QString icon;
         argument.beginStructure();
         argument >> isValid;
         argument.beginStructure();
-        argument >> id;
+        argument >> id >> name >> icon;
+        argument.endStructure();
+        argument.endStructure();
         return isValid ? id.path() : QString();
     };
     QCOMPARE(active(), u"/org/tunedeck/demo/playlist/2"_s);
