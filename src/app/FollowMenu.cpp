@@ -92,8 +92,9 @@ void FollowMenu::refill()
     for (const FollowChoice &choice : choices) {
         const auto entry = std::ranges::find(gone, choice.id, [](const QAction *action) { return action->data(); });
         if (entry != gone.end()) {
-            show(choice, **entry);
-            gone.erase(entry);
+            QAction *shown = *entry;
+            show(choice, *shown);
+            gone.removeOne(shown);
         } else if (!free.isEmpty()) {
             show(choice, *free.takeFirst());
         }

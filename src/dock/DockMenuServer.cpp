@@ -24,7 +24,7 @@ constexpr QLatin1String menuPath("/org/tunedeck/Tunedeck/DockMenu");
 constexpr QLatin1String unityService("com.canonical.Unity");
 constexpr QLatin1String clicked("clicked");
 constexpr QLatin1String childrenDisplay("children-display");
-const QString submenu = QStringLiteral("submenu");
+constexpr QLatin1String submenu("submenu");
 /// Players come and go, so more keys than this are not kept beside those of the items on show.
 constexpr qsizetype mostKeys = 1'000;
 
@@ -68,7 +68,7 @@ QVariantMap propertiesOf(const QAction &action)
         properties.insert(QStringLiteral("icon-name"), iconName.toString());
     }
     if (action.menu()) {
-        properties.insert(childrenDisplay, submenu);
+        properties.insert(childrenDisplay, QString(submenu));
     }
     if (action.isCheckable()) {
         const bool isRadio = action.actionGroup() && action.actionGroup()->isExclusive();
@@ -307,7 +307,7 @@ bool DockMenuServer::rebuild()
 {
     m_actions.clear();
     m_menu = m_build();
-    Tree tree{{{rootId, {{childrenDisplay, submenu}}}}, {}};
+    Tree tree{{{rootId, {{childrenDisplay, QString(submenu)}}}}, {}};
     addItems(*m_menu, rootId, QString(), tree);
     forgetOldKeys();
     if (tree == std::exchange(m_tree, tree)) {

@@ -14,7 +14,7 @@ namespace tunedeck {
 
 class PlayerCalls;
 
-/// Sends commands to one player, and lets its mirror believe what was asked for. A player that is not responding (see
+/// Sends commands to a player, and lets its mirror believe what was asked for. A player that is not responding (see
 /// PlayerCalls) gets no commands, as it would carry them out late.
 ///
 /// Each command returns whether it was, or will be, sent. One of a kind is under way at a time. Of the seeks,

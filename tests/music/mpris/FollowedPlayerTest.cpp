@@ -41,7 +41,7 @@ private:
     [[nodiscard]] std::unique_ptr<DemoPlayerProcess> newPlayer(const QStringList &arguments);
     void startPlayer(const QStringList &arguments);
     void startFollowing();
-    /// The text in the settings when all that is to be remembered has been written.
+    /// The text in the settings when all that has to be remembered is written.
     [[nodiscard]] QString remembered(const QString &key) const;
     /// Makes it look as if the player runs in the Flatpak of `application`.
     void putIntoFlatpak(const DemoPlayerProcess &player, const QString &application);

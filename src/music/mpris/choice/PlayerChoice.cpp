@@ -10,9 +10,6 @@ namespace {
 
 /// playerctld repeats the player that was active last under a name of its own.
 constexpr QStringView proxyName = u"playerctld";
-/// Plasma's browser integration shows the tabs of browsers, which also show themselves. Only of it is believed which
-/// browser's tab it shows: any player may name any process.
-const QString integrationName = QStringLiteral("plasma-browser-integration");
 constexpr QLatin1String instanceMark(".instance");
 
 using Match = PlayerPin::Match;
@@ -35,10 +32,14 @@ bool isSecondNameOf(const PlayerCandidate &candidate, const PlayerCandidate &oth
     return isNumber && (number == candidate.processId || candidate.identity == other.identity);
 }
 
+/// Plasma's browser integration shows the tabs of browsers, which also show themselves. Only of it is believed which
+/// browser's tab it shows: any player may name any process.
+///
 /// Browsers take a name of their own for each process, such as "chromium.instance1234". So nobody who calls himself the
 /// browser integration can hide Strawberry or VLC by naming its process.
 bool isBrowserShownBy(const PlayerCandidate &candidate, const PlayerCandidate &other)
 {
+    static const QString integrationName = QStringLiteral("plasma-browser-integration");
     return candidate.processId && other.browserProcessId == candidate.processId
         && isOfFamily(other.name, integrationName) && candidate.name.contains(instanceMark);
 }
