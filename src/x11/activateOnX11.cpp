@@ -128,7 +128,7 @@ ActivationToken tokenOfUserTimeOnX11(const QWindow &window)
     if (!time || *time == XCB_CURRENT_TIME) {
         return {};
     }
-    // Nobody is told of a start, so the text before the time means nothing.
+    // No start is announced, so the text before the time means nothing.
     return {.x11StartupId = QStringLiteral("tunedeck_TIME%1").arg(*time), .waylandToken = {}};
 }
 
