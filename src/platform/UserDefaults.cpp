@@ -2,16 +2,13 @@
 #include "platform/UserDefaults.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
 #include <QLoggingCategory>
-#include <QSettings>
 #include <QSignalBlocker>
 #include <QStandardPaths>
 #include <QStringList>
 
-#include <cstdio>
 #include <utility>
 
 namespace tunedeck {
@@ -21,7 +18,6 @@ using namespace std::chrono_literals;
 
 Q_LOGGING_CATEGORY(log, "tunedeck.settings", QtWarningMsg)
 
-constexpr qint64 largestFile = 1024 * 1024;
 constexpr qsizetype longestString = 1000;
 constexpr qsizetype longestList = 1000;
 /// A program that writes the file in place truncates it first. After this time it is complete.
@@ -97,49 +93,6 @@ std::optional<QStringList> asStringList(const QVariant &value)
     }
     return texts;
 }
-
-/// Replaces a file at `to`. QFile::rename() does not replace, and copies if it cannot rename, which may block.
-bool rename(const QString &from, const QString &to)
-{
-    return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
-}
-
-void setAside(const QString &path)
-{
-    const QString broken = path + QStringLiteral(".broken");
-    QFile::remove(broken);
-    rename(path, broken);
-}
-
-/// No value if the file is unreadable. Empty if there is no file.
-std::optional<QVariantHash> readFile(const QString &path)
-{
-    const QFileInfo file(path);
-    if (!file.exists()) {
-        return QVariantHash();
-    }
-    // This check comes before the file is opened: opening a pipe waits for a writer.
-    if (!file.isFile() || file.size() > largestFile) {
-        return std::nullopt;
-    }
-    const QSettings settings(path, QSettings::IniFormat);
-    QVariantHash values;
-    const QStringList keys = settings.allKeys();
-    for (const QString &key : keys) {
-        values.insert(key, settings.value(key));
-    }
-    // QSettings parses lines, and finds errors in them, only when a value is read.
-    return settings.status() == QSettings::FormatError ? std::nullopt : std::optional(values);
-}
-
-QVariantHash readFileOrSetItAside(const QString &path)
-{
-    const std::optional<QVariantHash> values = readFile(path);
-    if (!values) {
-        setAside(path);
-    }
-    return values.value_or(QVariantHash());
-}
 } // namespace
 
 UserDefaults::UserDefaults(QObject *parent)
@@ -149,7 +102,7 @@ UserDefaults::UserDefaults(QObject *parent)
 
 UserDefaults::UserDefaults(const QString &path, QObject *parent)
     : QObject(parent)
-    , m_path(path)
+    , m_file(path)
 {
     m_reloadTimer.setSingleShot(true);
     m_reloadTimer.setInterval(settleTime);
@@ -171,7 +124,7 @@ UserDefaults::UserDefaults(const QString &path, QObject *parent)
         }
     });
     watch();
-    m_stored = readFileOrSetItAside(m_path);
+    m_stored = m_file.readOrSetAside();
 }
 
 UserDefaults::~UserDefaults()
@@ -182,7 +135,7 @@ UserDefaults::~UserDefaults()
 
 bool UserDefaults::storedBool(const QString &key)
 {
-    const QVariantHash values = readFile(fileInConfigurationFolder()).value_or(QVariantHash());
+    const QVariantHash values = SettingsFile(fileInConfigurationFolder()).read().value_or(QVariantHash());
     return asBool(values.value(key)).value_or(false);
 }
 
@@ -276,32 +229,10 @@ QVariant UserDefaults::fallback(const QString &key) const
     return m_system.value(key, m_registered.value(key));
 }
 
-/// QSettings waits forever for the lock of the file that it writes, and after a failure it writes again on every read.
-/// Therefore it only reads the settings file, and writes another file beside it that no other process locks.
-bool UserDefaults::writeFile(const QVariantHash &values) const
-{
-    const QFileInfo file(m_path);
-    if (file.exists() && (!file.isFile() || !file.isWritable())) {
-        return false;
-    }
-    // Some users keep their settings elsewhere and link to them. A link stays a link.
-    const QString target = file.exists() ? file.canonicalFilePath() : m_path;
-    const QString next = target + QStringLiteral(".new");
-    QFile::remove(next);
-
-    QSettings settings(next, QSettings::IniFormat);
-    settings.clear();
-    for (const auto &[key, value] : values.asKeyValueRange()) {
-        settings.setValue(key, value);
-    }
-    settings.sync();
-    return settings.status() == QSettings::NoError && rename(next, target);
-}
-
 void UserDefaults::reload()
 {
     watch();
-    const QVariantHash before = std::exchange(m_stored, readFileOrSetItAside(m_path));
+    const QVariantHash before = std::exchange(m_stored, m_file.readOrSetAside());
 
     QVariantHash all = before;
     all.insert(m_stored);
@@ -323,7 +254,7 @@ void UserDefaults::save(std::chrono::milliseconds patience)
         return;
     }
     watch();
-    QLockFile lock(m_path + QStringLiteral(".lock"));
+    QLockFile lock(m_file.path() + QStringLiteral(".lock"));
     if (!lock.tryLock(static_cast<int>(patience.count()))) {
         if (lock.error() == QLockFile::LockFailedError) {
             m_saveTimer.start(retryInterval);
@@ -336,7 +267,7 @@ void UserDefaults::save(std::chrono::milliseconds patience)
     reload();
     QVariantHash values = m_stored;
     values.insert(m_unsaved);
-    if (!writeFile(values)) {
+    if (!m_file.write(values)) {
         reportUnwritable();
         return;
     }
@@ -349,9 +280,9 @@ void UserDefaults::save(std::chrono::milliseconds patience)
 /// missing.
 void UserDefaults::watch()
 {
-    const QString folder = QFileInfo(m_path).path();
+    const QString folder = QFileInfo(m_file.path()).path();
     QDir().mkpath(folder);
-    for (const QString &path : {folder, m_path}) {
+    for (const QString &path : {folder, m_file.path()}) {
         if (QFileInfo::exists(path)) {
             m_watcher.addPath(path);
         }
@@ -361,7 +292,7 @@ void UserDefaults::watch()
 void UserDefaults::reportUnwritable()
 {
     if (!std::exchange(m_unwritableReported, true)) {
-        qCDebug(log) << "cannot write" << m_path << "so settings last for this run only";
+        qCDebug(log) << "cannot write" << m_file.path() << "so settings last for this run only";
     }
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/SettingsFile.h"
+
 #include <QFileSystemWatcher>
 #include <QObject>
 #include <QString>
@@ -98,13 +100,12 @@ private:
     [[nodiscard]] T firstFitting(const QString &key, std::optional<T> (*fit)(const QVariant &)) const;
     /// The value of a key that the user has not set.
     [[nodiscard]] QVariant fallback(const QString &key) const;
-    [[nodiscard]] bool writeFile(const QVariantHash &values) const;
     void reload();
     void save(std::chrono::milliseconds patience);
     void watch();
     void reportUnwritable();
 
-    const QString m_path;
+    const SettingsFile m_file;
     QVariantHash m_registered;
     QVariantHash m_system;
     /// The file as last read or written. Comparing with it shows what another process has changed.
