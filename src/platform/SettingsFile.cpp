@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/SettingsFile.h"
 
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QSettings>
 #include <QStringList>
 
@@ -13,17 +15,60 @@ namespace tunedeck {
 
 namespace {
 constexpr qint64 largestFile = 1024 * 1024;
+/// A lock holds the names of a process and of a computer.
+constexpr qint64 largestLock = 4096;
+/// Linux follows no more.
+constexpr int mostLinks = 40;
 
 /// Replaces a file at `to`. QFile::rename() does not replace, and copies if it cannot rename, which may block.
 bool rename(const QString &from, const QString &to)
 {
     return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
 }
+
+/// Removes a file of any kind, or an empty folder. Returns whether nothing is at `path` then.
+bool clear(const QString &path)
+{
+    std::remove(QFile::encodeName(path).constData());
+    const QFileInfo rest(path);
+    return !rest.exists() && !rest.isSymLink();
+}
+
+/// Shows whether a file has changed.
+struct Version {
+    QDateTime lastModified;
+    qint64 size = 0;
+
+    bool operator==(const Version &) const = default;
+};
+
+/// The versions of the files, by path, in which QSettings has found errors. It finds them only once in a process: it
+/// does not read an unchanged file again.
+QHash<QString, Version> &brokenVersions()
+{
+    static QHash<QString, Version> versions;
+    return versions;
+}
+
+bool mayBeLock(const QFileInfo &file)
+{
+    return file.isFile() && !file.isSymLink() && file.size() <= largestLock;
+}
 } // namespace
 
 SettingsFile::SettingsFile(QString path)
     : m_path(std::move(path))
 {
+}
+
+QString SettingsFile::lockPath() const
+{
+    return m_path + QStringLiteral(".lock");
+}
+
+bool SettingsFile::makeRoomForLock() const
+{
+    return mayBeLock(QFileInfo(lockPath())) || clear(lockPath());
 }
 
 std::optional<QVariantHash> SettingsFile::read() const
@@ -36,6 +81,10 @@ std::optional<QVariantHash> SettingsFile::read() const
     if (!file.isFile() || file.size() > largestFile) {
         return std::nullopt;
     }
+    const Version version{file.lastModified(), file.size()};
+    if (brokenVersions().value(m_path) == version) {
+        return std::nullopt;
+    }
     const QSettings settings(m_path, QSettings::IniFormat);
     QVariantHash values;
     const QStringList keys = settings.allKeys();
@@ -43,7 +92,11 @@ std::optional<QVariantHash> SettingsFile::read() const
         values.insert(key, settings.value(key));
     }
     // QSettings parses lines, and finds errors in them, only when a value is read.
-    return settings.status() == QSettings::FormatError ? std::nullopt : std::optional(values);
+    if (settings.status() == QSettings::FormatError) {
+        brokenVersions().insert(m_path, version);
+        return std::nullopt;
+    }
+    return values;
 }
 
 QVariantHash SettingsFile::readOrSetAside() const
@@ -60,13 +113,19 @@ QVariantHash SettingsFile::readOrSetAside() const
 bool SettingsFile::write(const QVariantHash &values) const
 {
     const QFileInfo file(m_path);
-    if (file.exists() && (!file.isFile() || !file.isWritable())) {
+    // A broken file that could not be set aside is not lost.
+    if (!read() || (file.exists() && (!file.isReadable() || !file.isWritable()))) {
         return false;
     }
-    // Some users keep their settings elsewhere and link to them. A link stays a link.
-    const QString target = file.exists() ? file.canonicalFilePath() : m_path;
-    const QString next = target + QStringLiteral(".new");
-    QFile::remove(next);
+    const std::optional<QString> target = this->target();
+    if (!target) {
+        return false;
+    }
+    const QString next = *target + QStringLiteral(".new");
+    const QString lockOfNext = next + QStringLiteral(".lock");
+    if (!clear(next) || !clear(lockOfNext)) {
+        return false;
+    }
 
     QSettings settings(next, QSettings::IniFormat);
     settings.clear();
@@ -74,14 +133,30 @@ bool SettingsFile::write(const QVariantHash &values) const
         settings.setValue(key, value);
     }
     settings.sync();
-    return settings.status() == QSettings::NoError && rename(next, target);
+    return settings.status() == QSettings::NoError && rename(next, *target);
 }
 
 void SettingsFile::setAside() const
 {
     const QString broken = m_path + QStringLiteral(".broken");
-    QFile::remove(broken);
-    rename(m_path, broken);
+    if (!rename(m_path, broken) && clear(broken)) {
+        rename(m_path, broken);
+    }
+}
+
+/// The file to write, which may be missing. No value if the links lead nowhere: QSettings would create the folder, even
+/// where the disk with the user's settings is mounted later.
+std::optional<QString> SettingsFile::target() const
+{
+    QString path = m_path;
+    for (int i = 0; i < mostLinks; ++i) {
+        const QFileInfo file(path);
+        if (!file.isSymLink()) {
+            return QFileInfo(file.path()).isDir() ? std::optional(path) : std::nullopt;
+        }
+        path = file.symLinkTarget();
+    }
+    return std::nullopt;
 }
 
 } // namespace tunedeck

@@ -254,7 +254,11 @@ void UserDefaults::save(std::chrono::milliseconds patience)
         return;
     }
     watch();
-    QLockFile lock(m_file.path() + QStringLiteral(".lock"));
+    if (!m_file.makeRoomForLock()) {
+        reportUnwritable();
+        return;
+    }
+    QLockFile lock(m_file.lockPath());
     if (!lock.tryLock(static_cast<int>(patience.count()))) {
         if (lock.error() == QLockFile::LockFailedError) {
             m_saveTimer.start(retryInterval);

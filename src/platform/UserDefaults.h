@@ -47,9 +47,9 @@ inline constexpr int graphiteAccent = -1;
 /// The settings store. It looks a key up in three layers and takes the first value: the user's settings, the system's
 /// values (the accent colour), the registered defaults. Only the user's settings are written to disk.
 ///
-/// The store follows changes that other processes make to its file. It keeps an unreadable file beside the new one,
-/// with ".broken" appended to its name. If the file cannot be written, settings last for this run. No content of the
-/// file is an error: a value of the wrong type reads as the registered default.
+/// The store follows changes that other processes make to its file (see SettingsFile). If the file cannot be written,
+/// settings last for this run. No content of the file is an error: a value of the wrong type reads as the registered
+/// default.
 class UserDefaults : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool AppearanceUpdatesDockIcon READ appearanceUpdatesDockIcon WRITE setAppearanceUpdatesDockIcon NOTIFY

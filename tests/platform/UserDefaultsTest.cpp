@@ -15,8 +15,10 @@
 #include <QTest>
 
 #include <array>
+#include <csignal>
 #include <memory>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace tunedeck {
@@ -53,6 +55,29 @@ void replace(const QString &path, const QByteArray &text)
     QFile::remove(path);
     QVERIFY(QFile::rename(path + QStringLiteral("~"), path));
 }
+
+/// While it exists, this process can create files but write nothing into them.
+class FullDisk {
+public:
+    FullDisk()
+    {
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit nothing{0, m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &nothing);
+    }
+    ~FullDisk()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    FullDisk(const FullDisk &) = delete;
+    FullDisk &operator=(const FullDisk &) = delete;
+
+private:
+    /// The kernel's signal would end the process.
+    void (*const m_handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit m_before{};
+};
 
 QStringList settingsLines;
 
@@ -464,6 +489,38 @@ private Q_SLOTS:
         QVERIFY(QFileInfo(m_path).isSymLink());
     }
 
+    void aLinkToAFileThatDoesNotExistYetStaysALinkToo()
+    {
+        const QString target = m_home->filePath(QStringLiteral("kept elsewhere.conf"));
+        const QString between = m_home->filePath(QStringLiteral("link to it"));
+        QVERIFY(QFile::link(QStringLiteral("kept elsewhere.conf"), between));
+        QVERIFY(QFile::link(between, m_path));
+        UserDefaults defaults(m_path);
+        defaults.setBool(key, false);
+        QTRY_COMPARE(contents(target), QByteArray("[General]\nRemainingTimeEnabled=false\n"));
+        QVERIFY(QFileInfo(m_path).isSymLink());
+        QVERIFY(QFileInfo(between).isSymLink());
+    }
+
+    void aLinkThatLeadsNowhereIsLeftAsItIs_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::newRow("into a missing folder") << QStringLiteral("/missing folder/kept elsewhere.conf");
+        QTest::newRow("to itself") << QStringLiteral("/tunedeck/tunedeck.conf");
+    }
+    void aLinkThatLeadsNowhereIsLeftAsItIs()
+    {
+        QFETCH(const QString, target);
+        QVERIFY(QFile::link(m_home->path() + target, m_path));
+        {
+            UserDefaults defaults(m_path);
+            defaults.setBool(key, true);
+            QVERIFY(defaults.boolForKey(key));
+        }
+        QCOMPARE(QFileInfo(m_path).symLinkTarget(), m_home->path() + target);
+        QCOMPARE(QDir(m_home->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), {QStringLiteral("tunedeck")});
+    }
+
     void aBrokenFileIsKeptBesideTheNewOne_data()
     {
         QTest::addColumn<QByteArray>("text");
@@ -491,6 +548,19 @@ private Q_SLOTS:
         QCOMPARE(contents(m_path), QByteArray("[General]\nRemainingTimeEnabled=false\n"));
     }
 
+    void aBrokenFileThatWasReadBeforeIsSetAsideToo()
+    {
+        qputenv("XDG_CONFIG_HOME", m_home->path().toUtf8());
+        const auto unset = qScopeGuard([] { qunsetenv("XDG_CONFIG_HOME"); });
+        writeInPlace(m_path, "these are no settings\n");
+        QVERIFY(!UserDefaults::storedBool(key));
+        {
+            UserDefaults defaults;
+            defaults.setBool(key, true);
+        }
+        QCOMPARE(contents(m_brokenPath), QByteArray("these are no settings\n"));
+    }
+
     void aFileThatBreaksDuringTheRunIsSetAsideToo()
     {
         writeInPlace(m_path, "[General]\nRemainingTimeEnabled=false\n");
@@ -509,6 +579,7 @@ private Q_SLOTS:
         QTest::newRow("pipe") << QStringLiteral("pipe");
         QTest::newRow("folder") << QStringLiteral("folder");
         QTest::newRow("link to a device") << QStringLiteral("device");
+        QTest::newRow("socket") << QStringLiteral("socket");
     }
 
     void whatIsNotAFileIsNeverOpened()
@@ -518,6 +589,8 @@ private Q_SLOTS:
             QCOMPARE(::mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
         } else if (kind == QStringLiteral("folder")) {
             QVERIFY(QDir().mkdir(m_path));
+        } else if (kind == QStringLiteral("socket")) {
+            QCOMPARE(::mknod(QFile::encodeName(m_path).constData(), S_IFSOCK | 0600, 0), 0);
         } else {
             QVERIFY(QFile::link(QStringLiteral("/dev/zero"), m_path));
         }
@@ -538,6 +611,111 @@ private Q_SLOTS:
         QTRY_VERIFY(!QFile::exists(m_path + QStringLiteral(".lock")));
         QVERIFY(!QFileInfo(m_path).isFile());
         QVERIFY(defaults.boolForKey(key));
+    }
+
+    void aBrokenFileThatCannotBeSetAsideIsNotLost()
+    {
+        QVERIFY(QDir().mkpath(m_brokenPath + QStringLiteral("/not empty")));
+        writeInPlace(m_path, "these are no settings\n");
+        {
+            UserDefaults defaults(m_path);
+            defaults.setBool(key, true);
+            QVERIFY(defaults.boolForKey(key));
+        }
+        QCOMPARE(contents(m_path), QByteArray("these are no settings\n"));
+        // A user who mends the file can save again.
+        writeInPlace(m_path, "[General]\nAppearanceClassic=true\n");
+        {
+            UserDefaults defaults(m_path);
+            defaults.setBool(key, true);
+        }
+        QCOMPARE(contents(m_path), QByteArray("[General]\nAppearanceClassic=true\nRemainingTimeEnabled=true\n"));
+    }
+
+    void aBrokenFileReplacesAnEmptyFolderOfItsName()
+    {
+        QVERIFY(QDir().mkpath(m_brokenPath));
+        writeInPlace(m_path, "these are no settings\n");
+        const UserDefaults defaults(m_path);
+        QCOMPARE(contents(m_brokenPath), QByteArray("these are no settings\n"));
+    }
+
+    void whatIsInTheWayOfASaveIsNeitherOpenedNorWaitedFor_data()
+    {
+        QTest::addColumn<QString>("suffix");
+        QTest::addColumn<QString>("kind");
+        for (const char *suffix : {".lock", ".new", ".new.lock"}) {
+            for (const char *kind : {"pipe", "folder", "device", "file"}) {
+                QTest::addRow("%s: %s", suffix, kind) << QString::fromLatin1(suffix) << QString::fromLatin1(kind);
+            }
+        }
+    }
+    void whatIsInTheWayOfASaveIsNeitherOpenedNorWaitedFor()
+    {
+        QFETCH(const QString, suffix);
+        QFETCH(const QString, kind);
+        const QString path = m_path + suffix;
+        if (kind == QStringLiteral("pipe")) {
+            QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+        } else if (kind == QStringLiteral("folder")) {
+            QVERIFY(QDir().mkdir(path));
+        } else if (kind == QStringLiteral("device")) {
+            QVERIFY(QFile::link(QStringLiteral("/dev/zero"), path));
+        } else {
+            writeInPlace(path, QByteArray(100'000, 'x'));
+        }
+        {
+            UserDefaults defaults(m_path);
+            defaults.setBool(key, true);
+        }
+        QCOMPARE(contents(m_path), QByteArray("[General]\nRemainingTimeEnabled=true\n"));
+    }
+
+    void whereWhatIsInTheWayCannotBeRemovedSettingsHoldForTheRun_data()
+    {
+        QTest::addColumn<QString>("suffix");
+        for (const char *suffix : {".lock", ".new", ".new.lock"}) {
+            QTest::newRow(suffix) << QString::fromLatin1(suffix);
+        }
+    }
+    void whereWhatIsInTheWayCannotBeRemovedSettingsHoldForTheRun()
+    {
+        QFETCH(const QString, suffix);
+        writeInPlace(m_path, "[General]\nRemainingTimeEnabled=false\n");
+        QVERIFY(QDir().mkpath(m_path + suffix + QStringLiteral("/not empty")));
+        {
+            UserDefaults defaults(m_path);
+            defaults.setBool(key, true);
+            QVERIFY(defaults.boolForKey(key));
+        }
+        QCOMPARE(contents(m_path), QByteArray("[General]\nRemainingTimeEnabled=false\n"));
+    }
+
+    void aFullDiskLeavesTheFileAsItIs()
+    {
+        writeInPlace(m_path, "[General]\nRemainingTimeEnabled=false\n");
+        {
+            UserDefaults defaults(m_path);
+            {
+                const FullDisk fullDisk;
+                defaults.setBool(key, true);
+                QCoreApplication::processEvents();
+                QVERIFY(defaults.boolForKey(key));
+                QCOMPARE(contents(m_path), QByteArray("[General]\nRemainingTimeEnabled=false\n"));
+                QCOMPARE(QDir(QFileInfo(m_path).path()).entryList(QDir::Files), {QStringLiteral("tunedeck.conf")});
+            }
+        }
+        QCOMPARE(contents(m_path), QByteArray("[General]\nRemainingTimeEnabled=true\n"));
+    }
+
+    void aHugeFileIsSetAsideUnread()
+    {
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(file.resize(1'000'000'000));
+        file.close();
+        const UserDefaults defaults(m_path);
+        QCOMPARE(QFileInfo(m_brokenPath).size(), 1'000'000'000);
     }
 
     void whereNothingCanBeWrittenSettingsHoldForTheRun()
