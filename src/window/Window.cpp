@@ -232,8 +232,8 @@ bool Window::event(QEvent *event)
         leaveStatesThatFillTheScreen();
         if (isMinimized()) {
             qCDebug(windowLog) << "minimised";
-            m_minimisation.start();
         }
+        watchMinimisation();
     }
     return QWidget::event(event);
 }
@@ -258,6 +258,7 @@ bool Window::eventFilter(QObject *watched, QEvent *event)
         break;
     case QEvent::Expose:
         updateCanBeSeen();
+        watchMinimisation();
         break;
     case QEvent::MouseMove: {
         const auto &move = *static_cast<QMouseEvent *>(event);
@@ -360,10 +361,20 @@ void Window::leaveStatesThatFillTheScreen()
     }
 }
 
+/// Once the window has left the screen it needs no confirmation, which would wake the program.
+void Window::watchMinimisation()
+{
+    if (!isMinimized() || !windowHandle()->isExposed()) {
+        m_minimisation.stop();
+    } else if (!m_minimisation.isActive()) {
+        m_minimisation.start();
+    }
+}
+
 /// Tiling window managers minimise nothing, but Qt reports a window as minimised as soon as it asks for that.
 void Window::confirmMinimisation()
 {
-    if (isMinimized() && !isIconic(*windowHandle())) {
+    if (!isIconic(*windowHandle())) {
         qCDebug(windowLog) << "the window manager has not minimised it";
         setWindowState(windowState() & ~Qt::WindowMinimized);
     }

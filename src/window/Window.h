@@ -96,6 +96,7 @@ private:
     void cutToOutline();
     void updateCanBeSeen();
     void leaveStatesThatFillTheScreen();
+    void watchMinimisation();
     void confirmMinimisation();
     void updateInputRegion();
     void applyLevel();

@@ -70,6 +70,14 @@ class TilingTest(unittest.TestCase):
         before = self.picture()
         self.assertTrue(becomes(lambda: self.picture() != before))
 
+    def test_it_goes_on_where_the_user_left_its_desktop_meanwhile(self) -> None:
+        self.minimise()
+        for desktop in ("2", "1"):
+            output("i3-msg", "workspace", desktop)
+            self.window.settle()
+        before = self.picture()
+        self.assertTrue(becomes(lambda: self.picture() != before))
+
     def test_it_rests_where_minimised_windows_are_only_said_to_be_hidden(self) -> None:
         self.minimise()
         # Window managers that keep minimised windows mapped, to show previews of them, do this.

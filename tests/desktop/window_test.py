@@ -51,6 +51,12 @@ def server_time() -> int:
     return time.monotonic_ns() // 1_000_000 % 2**32
 
 
+def wake_ups(process: subprocess.Popen) -> int:
+    """How often the main thread went to sleep so far."""
+    status = Path(f"/proc/{process.pid}/status").read_text()
+    return int(re.search(r"^voluntary_ctxt_switches:\s+(\d+)", status, re.MULTILINE)[1])
+
+
 class StartupMessages:
     """The startup messages that docks receive from now on."""
 
@@ -122,11 +128,17 @@ class TunedeckWindow:
         self.settle()
         return self.content()
 
-    def minimise_and_restore(self) -> None:
+    def minimise(self) -> None:
         output("xdotool", "windowminimize", "--sync", self.id)
         self.settle()
+
+    def restore(self) -> None:
         output("xdotool", "windowmap", "--sync", self.id)
         self.settle()
+
+    def minimise_and_restore(self) -> None:
+        self.minimise()
+        self.restore()
 
     def states(self) -> list[str]:
         return re.findall(r"_NET_WM_STATE_\w+", output("xprop", "-notype", "-id", self.id, "_NET_WM_STATE"))
@@ -168,7 +180,11 @@ class DesktopTest(unittest.TestCase):
         self.stack.enter_context(demo_player(self.build, "--play", "--track", "0"))
 
     def open_window(self, *arguments: str) -> TunedeckWindow:
-        return TunedeckWindow(window_of(self.stack.enter_context(running(self.build.tunedeck, *arguments))))
+        return self.open_program(*arguments)[0]
+
+    def open_program(self, *arguments: str) -> tuple[TunedeckWindow, subprocess.Popen]:
+        program = self.stack.enter_context(running(self.build.tunedeck, *arguments))
+        return TunedeckWindow(window_of(program)), program
 
     def keep_above(self) -> None:
         settings = self.home / ".config/tunedeck"
@@ -320,6 +336,15 @@ class WindowTest(DesktopTest):
         self.assertIn("_NET_WM_STATE_HIDDEN", window.states())
         self.start_again()
         self.assertTrue(becomes(lambda: "_NET_WM_STATE_HIDDEN" not in window.states()))
+
+    def test_once_it_is_minimised_nothing_wakes_it(self) -> None:
+        window, program = self.open_program()
+        window.minimise()
+        settled(lambda: wake_ups(program), 1.5)  # what follows the start is over
+        window.restore()
+        window.minimise()
+        before = settled(lambda: wake_ups(program), 0.3)
+        self.assertEqual(settled(lambda: wake_ups(program), 2), before)
 
     def test_a_second_start_hands_on_its_startup_id_which_tells_docks_that_it_is_over(self) -> None:
         window = self.open_window()
