@@ -3,6 +3,7 @@
 
 #include "help/HelpBrowser.h"
 #include "platform/BundleInfo.h"
+#include "widgets/accessibleLineEdits.h"
 #include "widgets/bringToFront.h"
 #include "widgets/names.h"
 
@@ -124,6 +125,7 @@ void HelpWindow::setUpButtons()
 
 void HelpWindow::setUpSearch()
 {
+    installAccessibleLineEdits();
     m_searchField->setAccessibleName(tr("Search the help", "For accessibility: the help window's search field"));
     m_searchField->setPlaceholderText(tr("Search", "In the help window's empty search field"));
     m_searchField->setClearButtonEnabled(true);

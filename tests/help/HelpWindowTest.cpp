@@ -7,6 +7,7 @@
 #include "support/failOnWarning.h"
 #include "support/registerTest.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QLineEdit>
 #include <QListWidget>
@@ -219,6 +220,24 @@ private Q_SLOTS:
         QTRY_VERIFY(m_window->topicList().width() > listWidth);
     }
 
+    void aScreenReaderMayAskForEveryPartOfTheSearchedTextAtEveryOffset_data()
+    {
+        QTest::addColumn<QString>("searched");
+        QTest::newRow("empty") << QString();
+        QTest::newRow("one word") << QStringLiteral("pears");
+        QTest::newRow("a space at the end") << QStringLiteral("pears and ");
+        QTest::newRow("spaces") << QStringLiteral("  ");
+        QTest::newRow("sentences") << QStringLiteral("Pears. And apples? Both! ");
+        QTest::newRow("marks") << QStringLiteral("e\u0301 \U0001F468\u200D\U0001F469 \u202E\u0627");
+    }
+    void aScreenReaderMayAskForEveryPartOfTheSearchedTextAtEveryOffset()
+    {
+        QFETCH(const QString, searched);
+        show();
+        m_window->searchField().setText(searched);
+        QCOMPARE(askForEveryPart(m_window->searchField()), searched.size());
+    }
+
     void itDoesNotKeepTheProgramRunning() { QVERIFY(!m_window->testAttribute(Qt::WA_QuitOnClose)); }
 
     void theProgramsOwnBookOpens()
@@ -230,6 +249,31 @@ private Q_SLOTS:
     }
 
 private:
+    /// Returns the length of the text that was asked for.
+    static int askForEveryPart(QWidget &control)
+    {
+        QAccessibleInterface &accessible = *QAccessible::queryAccessibleInterface(&control);
+        const QAccessibleTextInterface &text = *accessible.textInterface();
+        const int length = text.characterCount();
+        for (int type = QAccessible::CharBoundary; type <= QAccessible::NoBoundary; ++type) {
+            for (int offset = -2; offset <= length + 2; ++offset) {
+                askForParts(text, offset, static_cast<QAccessible::TextBoundaryType>(type));
+            }
+        }
+        return length;
+    }
+    static void askForParts(const QAccessibleTextInterface &text, int offset, QAccessible::TextBoundaryType type)
+    {
+        int start = 0;
+        int end = 0;
+        const auto isWithin = [&](const QString &part) {
+            return part.isEmpty() || (start >= 0 && start < end && text.text(start, end) == part);
+        };
+        QVERIFY(isWithin(text.textAtOffset(offset, type, &start, &end)));
+        QVERIFY(isWithin(text.textBeforeOffset(offset, type, &start, &end)));
+        QVERIFY(isWithin(text.textAfterOffset(offset, type, &start, &end)));
+    }
+
     void show()
     {
         m_window->openHelpAnchor(QStringLiteral("First"), m_bookName);
