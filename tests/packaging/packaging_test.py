@@ -204,6 +204,19 @@ class ChangelogTest(PackagingTest):
         self.assertRegex(text, rf"\Atunedeck \({re.escape(self.version)}-{release}\) \S+; urgency=\w+\n")
 
 
+class BuildNumberTest(unittest.TestCase):
+    def configure(self, number: str) -> str:
+        with tempfile.TemporaryDirectory() as folder:
+            return complaints("cmake", "-S", ROOT, "-B", folder, f"-DTUNEDECK_BUILD_NUMBER={number}")
+
+    def test_what_is_no_number_is_refused(self) -> None:
+        for number in ("", " ", "latest", "1.2", "-1", "0", "07", "1;2", "12a", "9" * 19):
+            with self.subTest(number):
+                said = self.configure(number)
+                self.assertIn("TUNEDECK_BUILD_NUMBER is not a whole number from 1 on", said)
+                self.assertIn("exit status", said)
+
+
 class InstallationTest(PackagingTest):
     def setUp(self) -> None:
         super().setUp()
