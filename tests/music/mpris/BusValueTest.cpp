@@ -142,6 +142,13 @@ private Q_SLOTS:
 
     void lineAndParagraphEndsAreSpaces() { QCOMPARE(bus::text(u"a\u2028b\u2029c"_s), u"a b c"_s); }
 
+    void noTextTurnsTheTextAroundIt()
+    {
+        QCOMPARE(bus::text(u"\u202Agood \u202Eday\u202C \u2067x\u2069"_s), u"good day x"_s);
+        QCOMPARE(bus::text(u" \u202E "_s), std::nullopt);
+        QCOMPARE(bus::text(u"\u200Fשלום\u200E"_s), u"\u200Fשלום\u200E"_s);
+    }
+
     void halvesOfSurrogatePairsAreSpaces()
     {
         QCOMPARE(bus::text(u"a"_s + QChar(0xd83c) + u'b' + QChar(0xdfb5) + u'c'), u"a b c"_s);

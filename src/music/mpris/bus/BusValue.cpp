@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/bus/BusValue.h"
 
+#include "platform/directionControls.h"
+
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
@@ -113,6 +115,9 @@ QString cleanText(const QString &source)
     QString clean;
     clean.reserve(cut.size());
     for (const char32_t character : cut.toUcs4()) {
+        if (isDirectionControl(character)) {
+            continue;
+        }
         clean += isUnprintable(character) || character == QChar::ReplacementCharacter
             ? QStringLiteral(" ")
             : QString::fromUcs4(&character, 1);

@@ -29,7 +29,8 @@ inline constexpr int maximumElements = 1'000;
 [[nodiscard]] QVariantMap plainMap(const QDBusMessage &message, qsizetype index);
 
 /// A text, or a list of texts joined with ", ". It is cut at maximumTextLength and trimmed; control characters and line
-/// ends become spaces. None if nothing is left.
+/// ends become spaces, and characters that turn the text around them go (see isDirectionControl()). None if nothing is
+/// left.
 [[nodiscard]] std::optional<QString> text(const QVariant &value);
 /// A list of texts, or one text, each cleaned like text() does; at most `maximum` of them.
 [[nodiscard]] QStringList texts(const QVariant &value, qsizetype maximum);
