@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "updates/Appcast.h"
 
+#include "platform/directionControls.h"
 #include "updates/Version.h"
-#include "updates/markup.h"
+#include "updates/isSafeXml.h"
 
 #include <QRegularExpression>
 #include <QStringDecoder>
@@ -12,33 +13,12 @@ namespace tunedeck {
 
 namespace {
 constexpr qsizetype maximumItems = 1'000;
-constexpr qsizetype maximumTag = 16'384;
 constexpr qsizetype maximumText = 100;
-constexpr qsizetype maximumUrl = 2'000;
+constexpr qsizetype maximumUrl = 1'500;
 constexpr qsizetype maximumNotes = 65'536;
 constexpr qint64 maximumLength = 1'073'741'824;
 constexpr qsizetype signatureSize = 64;
 constexpr QLatin1String feedNamespace("http://www.andymatuschak.org/xml-namespaces/sparkle");
-
-/// The time to parse a tag may grow with the square of its length.
-bool hasEndlessTag(QStringView xml)
-{
-    for (qsizetype at = xml.indexOf(u'<'); at >= 0; at = xml.indexOf(u'<', at)) {
-        const QStringView rest = xml.sliced(at);
-        if (rest.startsWith(u"<!--")) {
-            at += lengthUpTo(rest, u"-->");
-        } else if (rest.startsWith(u"<![CDATA[")) {
-            at += lengthUpTo(rest, u"]]>");
-        } else if (rest.startsWith(u"<?")) {
-            at += lengthUpTo(rest, u"?>");
-        } else if (const qsizetype length = lengthOfTag(rest); length <= maximumTag) {
-            at += length;
-        } else {
-            return true;
-        }
-    }
-    return false;
-}
 
 QByteArray signatureFrom(QStringView base64)
 {
@@ -72,7 +52,7 @@ public:
 
     std::optional<QList<AppcastItem>> read()
     {
-        if (!enterRoot() || m_xml.name() != u"rss") {
+        if (!m_xml.readNextStartElement() || m_xml.name() != u"rss") {
             return std::nullopt;
         }
         while (m_xml.readNextStartElement()) {
@@ -90,17 +70,6 @@ public:
     }
 
 private:
-    bool enterRoot()
-    {
-        while (!m_xml.atEnd() && !m_xml.isStartElement()) {
-            m_xml.readNext();
-            if (m_xml.isDTD()) {
-                return false;
-            }
-        }
-        return m_xml.isStartElement();
-    }
-
     /// An element of RSS itself.
     [[nodiscard]] bool is(QStringView name) const { return m_xml.namespaceUri().isEmpty() && m_xml.name() == name; }
     /// An element that the feed format adds to RSS.
@@ -126,7 +95,7 @@ private:
         QString system;
         while (m_xml.readNextStartElement()) {
             if (QString *field = fieldOf(item)) {
-                *field = text(maximumText);
+                *field = withoutDirectionControls(text(maximumText));
             } else if (isAdded(u"os")) {
                 system = text(maximumText);
             } else if (is(u"description")) {
@@ -162,7 +131,8 @@ private:
         const QXmlStreamAttributes attributes = m_xml.attributes();
         m_xml.skipCurrentElement();
         const auto added = [&attributes](QLatin1String name) {
-            return attributes.value(feedNamespace, name).left(maximumText).trimmed().toString();
+            return withoutDirectionControls(
+                attributes.value(feedNamespace, name).left(maximumText).trimmed().toString());
         };
         if (!item.url.isEmpty() || !isForLinux(added(QLatin1String("os")))) {
             return;
@@ -244,7 +214,7 @@ std::optional<QList<AppcastItem>> readAppcast(const QByteArray &xml)
 {
     QStringDecoder utf8(QStringDecoder::Utf8);
     const QString text = utf8(xml);
-    if (utf8.hasError() || hasEndlessTag(text)) {
+    if (utf8.hasError() || !isSafeXml(text)) {
         return std::nullopt;
     }
     return AppcastReader(text).read();

@@ -10,7 +10,8 @@
 
 namespace tunedeck {
 
-/// A version that a feed offers. A field is empty if the feed does not contain it or its value is not valid.
+/// A version that a feed offers. A field is empty if the feed does not contain it or its value is not valid. No text
+/// but the notes has characters that turn the text around them (see isDirectionControl()).
 struct AppcastItem {
     /// The build number, by which versions are compared.
     QString version;
@@ -41,7 +42,7 @@ struct RunningProgram {
 };
 
 /// The first 1,000 items of a feed that are for Linux, in the feed's order. No value if `xml` is malformed, is not in
-/// UTF-8, declares a document type (it could declare entities), or has a tag of more than 16,384 characters.
+/// UTF-8, or may take long to read (see isSafeXml()).
 [[nodiscard]] std::optional<QList<AppcastItem>> readAppcast(const QByteArray &xml);
 
 /// The highest version in `items` above the running one. Ignores versions of a channel, versions for a newer system,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "updates/safeReleaseNotes.h"
 
+#include "platform/directionControls.h"
 #include "updates/isSecureAddress.h"
 #include "updates/markup.h"
 
@@ -17,6 +18,7 @@ namespace tunedeck {
 namespace {
 constexpr int maximumElements = 2'000;
 constexpr qsizetype maximumDepth = 16;
+constexpr qsizetype maximumTag = 2'048;
 
 constexpr std::array<QStringView, 21> allowedElements{u"b", u"blockquote", u"code", u"dd", u"dl", u"dt", u"em", u"h1",
     u"h2", u"h3", u"h4", u"h5", u"h6", u"i", u"li", u"ol", u"p", u"pre", u"strong", u"tt", u"ul"};
@@ -41,7 +43,8 @@ bool isReadable(char32_t character)
     case QChar::Other_NotAssigned:
         return false;
     default:
-        return character != QChar::ObjectReplacementCharacter && character <= QChar::LastValidCodePoint;
+        return character != QChar::ObjectReplacementCharacter && character <= QChar::LastValidCodePoint
+            && !isDirectionControl(character);
     }
 }
 
@@ -141,7 +144,7 @@ private:
             take(m_rest.isEmpty() ? 0 : lengthOfTag(m_rest));
         } else if (contains(emptyElements, name)) {
             add(QStringLiteral("<%1>").arg(name));
-        } else if (name == u"a") {
+        } else if (name == u"a" && tag.size() <= maximumTag) {
             open(name, linkTag(tag));
         } else if (contains(allowedElements, name)) {
             open(name, QStringLiteral("<%1>").arg(name));

@@ -86,6 +86,11 @@ private Q_SLOTS:
         QTest::newRow("never opened") << u"a</p></ul></script>b"_s << u"ab"_s;
         QTest::newRow("characters of layout")
             << u"a\uFFFC\uFDD0\u0001b&#xFDD0;&#xFFFC;&#0;&#xD800;&#x110000;c"_s << u"abc"_s;
+        QTest::newRow("characters that turn the text")
+            << u"a\u202A\u202B\u202C\u202D\u202Eb\u2066\u2067\u2068\u2069&#8238;&#x2066;&#X202e;c"_s << u"abc"_s;
+        QTest::newRow("marks of a direction stay") << u"a\u200E\u200Fb"_s << u"a\u200E\u200Fb"_s;
+        QTest::newRow("a link with a long tag")
+            << u"<a href='https://tunedeck.example/%1'>a</a>"_s.arg(QString(2'048, u'x')) << u"a"_s;
         QTest::newRow("a letter by number") << u"&#65;&#x42;&#60;b&#62;"_s << u"AB&lt;b&gt;"_s;
     }
     void whatIsNotSafeGoes()

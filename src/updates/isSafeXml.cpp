@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "updates/isSafeXml.h"
+
+#include "updates/markup.h"
+
+namespace tunedeck {
+
+namespace {
+constexpr int maximumDepth = 64;
+/// The time to parse a tag may grow with the square of its length.
+constexpr qsizetype maximumTag = 2'048;
+
+/// The length of the comment, CDATA section or instruction at the beginning of `xml`. 0 if there is none.
+qsizetype lengthOfSkipped(QStringView xml)
+{
+    if (xml.startsWith(u"<!--")) {
+        return lengthUpTo(xml, u"-->");
+    }
+    if (xml.startsWith(u"<![CDATA[")) {
+        return lengthUpTo(xml, u"]]>");
+    }
+    return xml.startsWith(u"<?") ? lengthUpTo(xml, u"?>") : 0;
+}
+
+/// How much deeper the text after `tag` is.
+int stepOf(QStringView tag)
+{
+    if (tag.startsWith(u"</")) {
+        return -1;
+    }
+    return tag.endsWith(u"/>") ? 0 : 1;
+}
+} // namespace
+
+bool isSafeXml(QStringView xml)
+{
+    int depth = 0;
+    for (qsizetype at = xml.indexOf(u'<'); at >= 0; at = xml.indexOf(u'<', at)) {
+        const QStringView rest = xml.sliced(at);
+        if (const qsizetype skipped = lengthOfSkipped(rest); skipped > 0) {
+            at += skipped;
+            continue;
+        }
+        const QStringView tag = rest.first(lengthOfTag(rest.left(maximumTag + 1)));
+        depth += stepOf(tag);
+        // A document type can declare entities, and the parser reads all of it before anybody can refuse it.
+        if (tag.startsWith(u"<!") || tag.size() > maximumTag || depth > maximumDepth) {
+            return false;
+        }
+        at += tag.size();
+    }
+    return true;
+}
+
+} // namespace tunedeck
