@@ -24,6 +24,8 @@ inline const QString remainingTimeEnabled = QStringLiteral("RemainingTimeEnabled
 inline const QString appearanceClassic = QStringLiteral("AppearanceClassic");
 inline const QString appearanceUpdatesDockIcon = QStringLiteral("AppearanceUpdatesDockIcon");
 inline const QString volumeButtonsHidden = QStringLiteral("VolumeButtonsHidden");
+/// Whether wheels that do not report their direction are taken for natural scrolling.
+inline const QString wheelDirectionTurned = QStringLiteral("WheelDirectionTurned");
 /// The system's accent colour (integer; see graphiteAccent). The program never writes it to disk.
 inline const QString appleAccentColor = QStringLiteral("AppleAccentColor");
 /// Whether to run through XWayland if the session has it.

@@ -2,9 +2,9 @@
 #include "player/PlayerView.h"
 
 #include "player/LcdView.h"
+#include "player/SpeakerButton.h"
 #include "skin/views/DrawerBackground.h"
 #include "skin/views/PinstripeView.h"
-#include "skin/views/PlainButton.h"
 #include "skin/views/PlayerButton.h"
 #include "skin/views/ShadowView.h"
 #include "skin/views/TunedeckPlayerButton.h"
@@ -49,9 +49,9 @@ PlayerView::PlayerView(const SkinEnvironment &environment, QWidget *parent)
     , m_backwardButton(new TunedeckPlayerButton(environment, this))
     , m_playPauseButton(new PlayerButton(environment, this))
     , m_forwardButton(new TunedeckPlayerButton(environment, this))
-    , m_volumeMinButton(new PlainButton(environment, this))
     , m_volumeSlider(new VolumeSlider(environment, this))
-    , m_volumeMaxButton(new PlainButton(environment, this))
+    , m_volumeMinButton(new SpeakerButton(environment, *m_volumeSlider, this))
+    , m_volumeMaxButton(new SpeakerButton(environment, *m_volumeSlider, this))
     , m_lcd(new LcdView(environment, this))
     , m_windowButtonsView(new WindowButtonsView(this))
     , m_closeButton(new WindowControlButton(environment, m_windowButtonsView))
@@ -101,9 +101,8 @@ void PlayerView::setUpVolume()
     m_volumeMaxButton->setGeometry(volumeMaxButtonFrame);
     m_volumeMinButton->setImage(QStringLiteral("speaker-quiet"), speakerSize);
     m_volumeMaxButton->setImage(QStringLiteral("speaker-loud"), speakerSize);
-    // Each covers an end of the slider's frame and gets the clicks there.
-    m_volumeMinButton->raise();
-    m_volumeMaxButton->raise();
+    setTabOrder(m_forwardButton, m_volumeMinButton);
+    setTabOrder(m_volumeMinButton, m_volumeSlider);
     setName(*m_volumeMinButton, tr("Silence", "Button at the quiet end of the volume slider"));
     setName(*m_volumeSlider, tr("Volume", "Volume slider"));
     setName(*m_volumeMaxButton, tr("Full volume", "Button at the loud end of the volume slider"));

@@ -8,9 +8,9 @@ namespace tunedeck {
 class DrawerBackground;
 class LcdView;
 class PinstripeView;
-class PlainButton;
 class PlayerButton;
 class ShadowView;
+class SpeakerButton;
 class TunedeckPlayerButton;
 class VolumeSlider;
 class WindowBackground;
@@ -34,9 +34,9 @@ public:
     [[nodiscard]] TunedeckPlayerButton &backwardButton() { return *m_backwardButton; }
     [[nodiscard]] PlayerButton &playPauseButton() { return *m_playPauseButton; }
     [[nodiscard]] TunedeckPlayerButton &forwardButton() { return *m_forwardButton; }
-    [[nodiscard]] PlainButton &volumeMinButton() { return *m_volumeMinButton; }
+    [[nodiscard]] SpeakerButton &volumeMinButton() { return *m_volumeMinButton; }
     [[nodiscard]] VolumeSlider &volumeSlider() { return *m_volumeSlider; }
-    [[nodiscard]] PlainButton &volumeMaxButton() { return *m_volumeMaxButton; }
+    [[nodiscard]] SpeakerButton &volumeMaxButton() { return *m_volumeMaxButton; }
     [[nodiscard]] LcdView &lcd() { return *m_lcd; }
     [[nodiscard]] DrawerBackground &drawerContainerView() { return *m_drawerContainerView; }
 
@@ -48,7 +48,7 @@ private:
     void setUpTransport();
     void setUpVolume();
 
-    // From the back to the front, and in the order in which Tab goes through them.
+    // From the back to the front. Tab goes through them in this order, but to the quiet speaker before the slider.
     DrawerBackground *m_drawerContainerView;
     ShadowView *m_shadow;
     WindowBackground *m_background;
@@ -56,9 +56,9 @@ private:
     TunedeckPlayerButton *m_backwardButton;
     PlayerButton *m_playPauseButton;
     TunedeckPlayerButton *m_forwardButton;
-    PlainButton *m_volumeMinButton;
     VolumeSlider *m_volumeSlider;
-    PlainButton *m_volumeMaxButton;
+    SpeakerButton *m_volumeMinButton;
+    SpeakerButton *m_volumeMaxButton;
     LcdView *m_lcd;
     WindowButtonsView *m_windowButtonsView;
     WindowControlButton *m_closeButton;

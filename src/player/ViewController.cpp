@@ -10,6 +10,7 @@
 #include "player/DrawerHost.h"
 #include "player/LcdView.h"
 #include "player/PlayerView.h"
+#include "player/SpeakerButton.h"
 #include "skin/views/ClassicAudioProgressSlider.h"
 #include "skin/views/DrawerBackground.h"
 #include "skin/views/PlainButton.h"
@@ -273,7 +274,7 @@ void ViewController::bindVolume()
     // A drag ends with its player: the next one may be much quieter than the place of the pointer says.
     connect(&m_musicConnector.musicApp(), &MusicApplication::didTerminate, &slider,
         [&slider] { slider.setSliderDown(false); });
-    for (const PlainButton *speaker : {&m_view.volumeMinButton(), &m_view.volumeMaxButton()}) {
+    for (const SpeakerButton *speaker : {&m_view.volumeMinButton(), &m_view.volumeMaxButton()}) {
         connect(speaker, &QAbstractButton::clicked, this, [this, speaker] { volMinMaxSet(*speaker); });
     }
     slider.setScrollEventsDelegate(this);

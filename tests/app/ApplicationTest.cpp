@@ -13,6 +13,7 @@
 #include "player/LcdView.h"
 #include "player/PlayerView.h"
 #include "player/ScrollingMarqueeView.h"
+#include "player/SpeakerButton.h"
 #include "player/ViewController.h"
 #include "preferences/AppPreferencesWindowController.h"
 #include "skin/views/DrawerBackground.h"

@@ -101,13 +101,14 @@ struct Player {
 
     [[nodiscard]] QTimer &timer(QStringView name) const { return *controller->findChild<QTimer *>(name.toString()); }
 
-    void turnWheel(int notches)
+    void turnWheel(int notches) { turnWheelOver(view.volumeSlider(), notches * QWheelEvent::DefaultDeltasPerStep); }
+    /// `eighths` is the turn in eighths of a degree.
+    static void turnWheelOver(QWidget &control, int eighths)
     {
-        VolumeSlider &slider = view.volumeSlider();
-        const QPointF centre = QRectF(slider.rect()).center();
-        QWheelEvent event(centre, slider.mapToGlobal(centre), {}, {0, notches * QWheelEvent::DefaultDeltasPerStep},
-            Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&slider, &event);
+        const QPointF centre = QRectF(control.rect()).center();
+        QWheelEvent event(centre, control.mapToGlobal(centre), {}, {0, eighths}, Qt::NoButton, Qt::NoModifier,
+            Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&control, &event);
     }
 
     QTemporaryDir folder;

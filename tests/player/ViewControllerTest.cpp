@@ -3,6 +3,7 @@
 
 #include "music/MenuItemIdentifier.h"
 #include "player/Player.h"
+#include "player/SpeakerButton.h"
 #include "skin/views/ClassicAudioProgressSlider.h"
 #include "skin/views/DrawerBackground.h"
 #include "skin/views/PlainButton.h"
@@ -28,6 +29,8 @@
 using namespace tunedeck;
 
 namespace {
+constexpr int notch = QWheelEvent::DefaultDeltasPerStep;
+
 /// Moves the knob as the user's hand does.
 void drag(PercentSlider &slider, double percent)
 {
@@ -591,6 +594,57 @@ private Q_SLOTS:
         QCOMPARE(player.music.commands(), {QStringLiteral("setSoundVolume 100")});
         player.turnWheel(-1);
         QCOMPARE(player.connector->soundVolume(), 96.0);
+    }
+
+    void aWheelOverASpeakerIsAWheelOverTheSlider()
+    {
+        Player player;
+        player.music.answers.soundVolume = 50;
+        player.connector->refreshPlaybackSettings();
+        player.music.clearRecords();
+        for (SpeakerButton *speaker : {&player.view.volumeMinButton(), &player.view.volumeMaxButton()}) {
+            Player::turnWheelOver(*speaker, notch);
+            Player::turnWheelOver(*speaker, -2 * notch);
+        }
+        QCOMPARE(player.music.commands(),
+            (QStringList{QStringLiteral("setSoundVolume 54"), QStringLiteral("setSoundVolume 46"),
+                QStringLiteral("setSoundVolume 50"), QStringLiteral("setSoundVolume 42")}));
+        QVERIFY(player.view.volumeSlider().toolTip().isEmpty());
+    }
+
+    void theSpeakersAndTheSliderShareTheRestOfANotch()
+    {
+        Player player;
+        player.music.answers.soundVolume = 50;
+        player.connector->refreshPlaybackSettings();
+        player.music.clearRecords();
+        Player::turnWheelOver(player.view.volumeMinButton(), notch / 2);
+        Player::turnWheelOver(player.view.volumeSlider(), notch / 4);
+        QVERIFY(player.music.commands().isEmpty());
+        Player::turnWheelOver(player.view.volumeMaxButton(), notch / 4);
+        QCOMPARE(player.music.commands(), {QStringLiteral("setSoundVolume 54")});
+    }
+
+    void aWheelOverADisabledSpeakerDoesNothing()
+    {
+        Player player;
+        player.music.answers.soundVolume = 50;
+        player.connector->refreshPlaybackSettings();
+        player.view.volumeMinButton().setEnabled(false);
+        player.music.clearRecords();
+        Player::turnWheelOver(player.view.volumeMinButton(), notch);
+        QVERIFY(player.music.commands().isEmpty());
+    }
+
+    void aWheelOverASpeakerTurnsAsTheSettingSays()
+    {
+        Player player;
+        player.music.answers.soundVolume = 50;
+        player.connector->refreshPlaybackSettings();
+        player.defaults.setBool(SettingsKey::wheelDirectionTurned, true);
+        player.music.clearRecords();
+        Player::turnWheelOver(player.view.volumeMaxButton(), notch);
+        QCOMPARE(player.music.commands(), {QStringLiteral("setSoundVolume 46")});
     }
 
     void theTooltipStaysAwayUntilASecondAfterTheLastNotch()

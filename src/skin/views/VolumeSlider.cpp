@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "skin/views/VolumeSlider.h"
 
+#include "platform/UserDefaults.h"
 #include "skin/drawing/Shapes.h"
 #include "skin/drawing/flipY.h"
 #include "skin/looks/FocusRing.h"
@@ -33,13 +34,6 @@ QPoint scrolled(const QWheelEvent &event)
     // three lines of five points each.
     constexpr int eighthsPerPoint = 8;
     return event.pixelDelta().isNull() ? event.angleDelta() / eighthsPerPoint : event.pixelDelta();
-}
-
-double touchpadStep(const QWheelEvent &event)
-{
-    // Natural scrolling turns the signs of the deltas round. The gesture for louder stays the same.
-    const QPoint delta = scrolled(event);
-    return event.inverted() ? (delta.y() - delta.x()) / -touchpadDivisor : (delta.y() + delta.x()) / touchpadDivisor;
 }
 
 /// Takes the whole notches out of `turned`, which keeps the rest.
@@ -92,11 +86,15 @@ void VolumeSlider::paintEvent(QPaintEvent *)
 void VolumeSlider::wheelEvent(QWheelEvent *event)
 {
     event->accept();
-    if (!customHitTestArea().contains(event->position())) {
-        return;
+    if (customHitTestArea().contains(event->position())) {
+        scroll(*event);
     }
-    const double volumeStep = isTouchpad(*event) ? touchpadStep(*event) : wheelStep(*event);
-    m_lastTimestamp = event->timestamp();
+}
+
+void VolumeSlider::scroll(const QWheelEvent &event)
+{
+    const double volumeStep = isTouchpad(event) ? touchpadStep(event) : wheelStep(event);
+    m_lastTimestamp = event.timestamp();
     if (volumeStep == 0 || !m_scrollEventsDelegate) {
         return;
     }
@@ -125,6 +123,20 @@ void VolumeSlider::paintKnob(QPainter &painter)
     });
 }
 
+bool VolumeSlider::isInverted(const QWheelEvent &event) const
+{
+    // Qt does not report natural scrolling on X11, nor before 6.8 on Wayland. The user does then. A device that both
+    // report is inverted once.
+    return event.inverted() || m_environment.defaults.boolForKey(SettingsKey::wheelDirectionTurned);
+}
+
+double VolumeSlider::touchpadStep(const QWheelEvent &event) const
+{
+    // Natural scrolling turns the signs of the deltas round. The gesture for louder stays the same.
+    const QPoint delta = scrolled(event);
+    return isInverted(event) ? (delta.y() - delta.x()) / -touchpadDivisor : (delta.y() + delta.x()) / touchpadDivisor;
+}
+
 double VolumeSlider::wheelStep(const QWheelEvent &event)
 {
     if (event.timestamp() - m_lastTimestamp > longestPauseInNotch) {
@@ -140,7 +152,7 @@ double VolumeSlider::wheelStep(const QWheelEvent &event)
         turn(m_turned.rx(), std::abs(delta.x()));
         notches = takeNotches(m_turned.rx());
     }
-    return step * (event.inverted() ? -notches : notches);
+    return step * (isInverted(event) ? -notches : notches);
 }
 
 } // namespace tunedeck

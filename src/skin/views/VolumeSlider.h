@@ -41,6 +41,8 @@ public:
     /// The time of the last scroll event that counted, in milliseconds of the window system's clock; 0 before the
     /// first.
     [[nodiscard]] quint64 lastTimestamp() const { return m_lastTimestamp; }
+    /// Changes the volume as `event` says, wherever the pointer is.
+    void scroll(const QWheelEvent &event);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -49,6 +51,8 @@ protected:
 private:
     void paintBar(QPainter &painter);
     void paintKnob(QPainter &painter);
+    [[nodiscard]] bool isInverted(const QWheelEvent &event) const;
+    [[nodiscard]] double touchpadStep(const QWheelEvent &event) const;
     [[nodiscard]] double wheelStep(const QWheelEvent &event);
 
     SkinEnvironment m_environment;

@@ -195,6 +195,46 @@ private Q_SLOTS:
         QCOMPARE(volume.slider.lastTimestamp(), counts ? 7U : 0U);
     }
 
+    void aWheelWhoseDirectionIsTurnedIsLikeOneThatTurnsItItself_data()
+    {
+        QTest::addColumn<QPoint>("pixels");
+        QTest::addColumn<QPoint>("angle");
+        QTest::addColumn<bool>("inverted");
+        QTest::addColumn<QString>("step");
+        QTest::newRow("wheel") << QPoint() << QPoint(0, notch) << false << QStringLiteral("-4");
+        QTest::newRow("wheel, down") << QPoint() << QPoint(0, -notch) << false << QStringLiteral("4");
+        QTest::newRow("wheel that says so") << QPoint() << QPoint(0, notch) << true << QStringLiteral("-4");
+        QTest::newRow("tilted") << QPoint() << QPoint(notch, 0) << false << QStringLiteral("-4");
+        QTest::newRow("touchpad") << QPoint(0, 5) << QPoint() << false << QStringLiteral("-2");
+        QTest::newRow("touchpad that says so") << QPoint(0, 5) << QPoint() << true << QStringLiteral("-2");
+    }
+
+    void aWheelWhoseDirectionIsTurnedIsLikeOneThatTurnsItItself()
+    {
+        QFETCH(const QPoint, pixels);
+        QFETCH(const QPoint, angle);
+        QFETCH(const bool, inverted);
+        QFETCH(const QString, step);
+        Volume volume;
+        volume.desk.defaults.setBool(SettingsKey::wheelDirectionTurned, true);
+        volume.scroll({.pixels = pixels,
+            .angle = angle,
+            .phase = pixels.isNull() ? Qt::NoScrollPhase : Qt::ScrollUpdate,
+            .inverted = inverted});
+        QCOMPARE(volume.delegate.told, steps({step}));
+    }
+
+    void theDirectionTurnsAtOnce()
+    {
+        Volume volume;
+        volume.scroll({.angle = {0, notch}});
+        volume.desk.defaults.setBool(SettingsKey::wheelDirectionTurned, true);
+        volume.scroll({.angle = {0, notch}});
+        volume.desk.defaults.setBool(SettingsKey::wheelDirectionTurned, false);
+        volume.scroll({.angle = {0, notch}});
+        QCOMPARE(volume.delegate.told, steps({QStringLiteral("4"), QStringLiteral("-4"), QStringLiteral("4")}));
+    }
+
     void withoutADelegateNothingHappens()
     {
         Volume volume;
