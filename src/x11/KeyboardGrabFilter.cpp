@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "x11/KeyboardGrabFilter.h"
 
-#include <QCoreApplication>
+#include <QEvent>
+#include <QGuiApplication>
 
 #include <xcb/xcb.h>
 
@@ -28,7 +29,12 @@ bool KeyboardGrabFilter::nativeEventFilter(const QByteArray &eventType, void *me
         return false;
     }
     const auto *event = static_cast<const xcb_focus_out_event_t *>(message);
-    return (event->response_type & ~sentBit) == XCB_FOCUS_OUT && event->mode == XCB_NOTIFY_MODE_GRAB;
+    const bool isGrab = (event->response_type & ~sentBit) == XCB_FOCUS_OUT && event->mode == XCB_NOTIFY_MODE_GRAB;
+    if (QObject *control = QGuiApplication::focusObject(); isGrab && control) {
+        QEvent ungrab(QEvent::UngrabKeyboard);
+        QCoreApplication::sendEvent(control, &ungrab);
+    }
+    return isGrab;
 }
 
 } // namespace tunedeck

@@ -9,6 +9,9 @@ namespace tunedeck {
 /// resizes a window, and Qt would take it for the loss of the keyboard focus: the window would look inactive. A real
 /// loss of the focus during a grab is reported by an event of its own.
 ///
+/// The control that has the keyboard focus gets QEvent::UngrabKeyboard instead: the release of a key that is down now
+/// goes to the other program.
+///
 /// Qt's application must exist before the filter and outlive it. The filter does nothing on any other window system.
 class KeyboardGrabFilter : public QAbstractNativeEventFilter {
 public:

@@ -5,6 +5,7 @@
 #include "player/Player.h"
 #include "player/SpeakerButton.h"
 #include "skin/views/ClassicAudioProgressSlider.h"
+#include "skin/views/PlainButton.h"
 #include "skin/views/PlayerButton.h"
 #include "skin/views/TunedeckPlayerButton.h"
 #include "skin/views/WindowControlButton.h"

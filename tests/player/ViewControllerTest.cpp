@@ -547,6 +547,31 @@ private Q_SLOTS:
         QCOMPARE(next.count() + prev.count(), 0);
     }
 
+    void aButtonThatTheKeyboardHoldsSeeksUntilTheKeyIsReleased_data() { aHeldButtonSeeksUntilItIsReleased_data(); }
+
+    void aButtonThatTheKeyboardHoldsSeeksUntilTheKeyIsReleased()
+    {
+        QFETCH(const bool, forward);
+        QFETCH(const QString, command);
+        Player player;
+        player.play(localTrackInfo());
+        player.view.show();
+        QVERIFY(QTest::qWaitForWindowActive(&player.view));
+        player.music.clearRecords();
+        QSignalSpy next(&*player.controller, &ViewController::nextPressed);
+        QSignalSpy prev(&*player.controller, &ViewController::prevPressed);
+        TunedeckPlayerButton &button = forward ? player.view.forwardButton() : player.view.backwardButton();
+        button.setFocus(Qt::TabFocusReason);
+        QTest::keyPress(player.view.windowHandle(), Qt::Key_Space);
+        QVERIFY(elapse(*button.findChild<QTimer *>()));
+        QCOMPARE(player.music.commands(), {command});
+        QTest::keyRelease(player.view.windowHandle(), Qt::Key_Space);
+        QCOMPARE(player.music.commands(), (QStringList{command, QStringLiteral("resume")}));
+        QCOMPARE(next.count() + prev.count(), 0);
+        QTest::keyClick(player.view.windowHandle(), Qt::Key_Space);
+        QCOMPARE(next.count() + prev.count(), 1);
+    }
+
     void aClickOnBackOrForwardResumesTooAndNeverSeeks()
     {
         Player player;

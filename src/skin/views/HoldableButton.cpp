@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "skin/views/HoldableButton.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
 
@@ -26,11 +27,23 @@ void HoldableButton::fireTimer()
     setIntentionallyHeld(true);
 }
 
+bool HoldableButton::event(QEvent *event)
+{
+    // Another program has grabbed the keyboard and will get the release.
+    if (event->type() == QEvent::UngrabKeyboard) {
+        cancelPressByKey();
+    }
+    return SkinnedButton::event(event);
+}
+
 void HoldableButton::mousePressEvent(QMouseEvent *event)
 {
+    if (m_holder == Holder::Key) {
+        return;
+    }
     const bool isPress = event->button() == Qt::LeftButton && hitButton(event->position().toPoint());
     if (isPress) {
-        setHeld(true);
+        setHolder(Holder::Mouse);
     }
     if (!isPress || !m_isHoldButton) {
         SkinnedButton::mousePressEvent(event);
@@ -41,23 +54,52 @@ void HoldableButton::mousePressEvent(QMouseEvent *event)
 
 void HoldableButton::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() != Qt::LeftButton || !m_isHeld) {
+    if (m_holder == Holder::Key) {
+        return;
+    }
+    if (event->button() != Qt::LeftButton || m_holder == Holder::None) {
         SkinnedButton::mouseReleaseEvent(event);
         return;
     }
-    setHeld(false);
+    setHolder(Holder::None);
     if (!m_isHoldButton) {
         SkinnedButton::mouseReleaseEvent(event);
         return;
     }
-    const QPointer<HoldableButton> self(this);
-    if (!m_isIntentionallyHeld && hitButton(event->position().toPoint())) {
-        click();
+    finishPress(!m_isIntentionallyHeld && hitButton(event->position().toPoint()));
+}
+
+void HoldableButton::keyPressEvent(QKeyEvent *event)
+{
+    const bool wasDown = isDown();
+    SkinnedButton::keyPressEvent(event);
+    // Qt knows which keys press a button on this desktop.
+    if (m_isHoldButton && !wasDown && isDown()) {
+        m_heldKey = event->key();
+        setHolder(Holder::Key);
+        beginPress();
     }
-    // A slot of the click may have deleted the button.
-    if (self) {
-        endPress();
+}
+
+void HoldableButton::keyReleaseEvent(QKeyEvent *event)
+{
+    if (m_holder == Holder::None) {
+        SkinnedButton::keyReleaseEvent(event);
+        return;
     }
+    // A key that is held down repeats its release, too.
+    if (m_holder != Holder::Key || event->key() != m_heldKey || event->isAutoRepeat()) {
+        event->ignore();
+        return;
+    }
+    setHolder(Holder::None);
+    finishPress(!m_isIntentionallyHeld);
+}
+
+void HoldableButton::focusOutEvent(QFocusEvent *event)
+{
+    SkinnedButton::focusOutEvent(event);
+    cancelPressByKey();
 }
 
 void HoldableButton::changeEvent(QEvent *event)
@@ -80,16 +122,28 @@ void HoldableButton::setIntentionallyHeld(bool isIntentionallyHeld)
     Q_EMIT isIntentionallyHeldChanged(isIntentionallyHeld);
 }
 
-void HoldableButton::setHeld(bool isHeld)
+void HoldableButton::setHolder(Holder holder)
 {
-    m_isHeld = isHeld;
-    Q_EMIT isHeldChanged(isHeld);
+    m_holder = holder;
+    Q_EMIT isHeldChanged(isHeld());
 }
 
 void HoldableButton::beginPress()
 {
     setDown(true);
     m_timer.start();
+}
+
+void HoldableButton::finishPress(bool isClick)
+{
+    const QPointer<HoldableButton> self(this);
+    if (isClick) {
+        click();
+    }
+    // A slot of the click may have deleted the button.
+    if (self) {
+        endPress();
+    }
 }
 
 void HoldableButton::endPress()
@@ -104,12 +158,19 @@ void HoldableButton::endPress()
 void HoldableButton::cancelPress()
 {
     SkinnedButton::cancelPress();
-    if (!m_isHeld) {
+    if (!isHeld()) {
         return;
     }
-    setHeld(false);
+    setHolder(Holder::None);
     if (m_isHoldButton) {
         endPress();
+    }
+}
+
+void HoldableButton::cancelPressByKey()
+{
+    if (m_holder == Holder::Key) {
+        cancelPress();
     }
 }
 

@@ -6,8 +6,11 @@
 #include "support/failOnWarning.h"
 #include "support/registerTest.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QFocusEvent>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
@@ -41,6 +44,26 @@ class HoldButton : public PlainButton {
 public:
     HoldButton() { setHoldButton(true); }
 };
+
+/// A report of a key that is held down, as X11 and Wayland send it.
+void repeatKey(QWidget &widget, Qt::Key key)
+{
+    for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+        QKeyEvent event(type, key, Qt::NoModifier, QStringLiteral(" "), true);
+        QCoreApplication::sendEvent(&widget, &event);
+    }
+}
+
+bool holdWithKeyboard(PlainButton &button)
+{
+    QTest::keyPress(&button, Qt::Key_Space);
+    return elapse(button.timer());
+}
+
+bool isAtRest(const PlainButton &button)
+{
+    return !button.isHeld() && !button.isIntentionallyHeld() && !button.isDown() && !button.timer().isActive();
+}
 } // namespace
 
 class HoldableButtonTest : public QObject {
@@ -271,6 +294,189 @@ private Q_SLOTS:
         QSignalSpy clicked(&button, &PlainButton::clicked);
         QTest::keyClick(&button, Qt::Key_Space);
         QCOMPARE(clicked.count(), 1);
+    }
+
+    void theKeyboardHoldsItToo()
+    {
+        HoldButton button;
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        QSignalSpy intentionallyHeld(&button, &PlainButton::isIntentionallyHeldChanged);
+        QVERIFY(holdWithKeyboard(button));
+        QVERIFY(button.isHeld());
+        QVERIFY(button.isIntentionallyHeld());
+        QVERIFY(button.isDown());
+        QTest::keyRelease(&button, Qt::Key_Space);
+        QVERIFY(isAtRest(button));
+        QCOMPARE(clicked.count(), 0);
+        QCOMPARE(intentionallyHeld.count(), 2);
+        QCOMPARE(intentionallyHeld.at(0).first().toBool(), true);
+        QCOMPARE(intentionallyHeld.at(1).first().toBool(), false);
+    }
+
+    void aShortPressOfTheKeyIsOneClickAndTellsThatNothingIsHeld()
+    {
+        HoldButton button;
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        QSignalSpy intentionallyHeld(&button, &PlainButton::isIntentionallyHeldChanged);
+        QTest::keyPress(&button, Qt::Key_Space);
+        QVERIFY(button.isHeld());
+        QCOMPARE(clicked.count(), 0);
+        QTest::keyRelease(&button, Qt::Key_Space);
+        QCOMPARE(clicked.count(), 1);
+        QCOMPARE(intentionallyHeld.count(), 1);
+        QCOMPARE(intentionallyHeld.first().first().toBool(), false);
+        QVERIFY(isAtRest(button));
+    }
+
+    void aKeyThatRepeatsIsHeldOnceAndNeverClicks()
+    {
+        HoldButton button;
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        QSignalSpy intentionallyHeld(&button, &PlainButton::isIntentionallyHeldChanged);
+        QTest::keyPress(&button, Qt::Key_Space);
+        const int timer = button.timer().timerId();
+        repeatKey(button, Qt::Key_Space);
+        QCOMPARE(button.timer().timerId(), timer);
+        QVERIFY(elapse(button.timer()));
+        repeatKey(button, Qt::Key_Space);
+        QVERIFY(button.isIntentionallyHeld());
+        QCOMPARE(intentionallyHeld.count(), 1);
+        QTest::keyRelease(&button, Qt::Key_Space);
+        QVERIFY(isAtRest(button));
+        QCOMPARE(clicked.count(), 0);
+    }
+
+    void aKeyThatPressesNoButtonHoldsNone()
+    {
+        HoldButton button;
+        QTest::keyPress(&button, Qt::Key_A);
+        QVERIFY(isAtRest(button));
+        QVERIFY(holdWithKeyboard(button));
+        QTest::keyClick(&button, Qt::Key_A);
+        QVERIFY(button.isIntentionallyHeld());
+    }
+
+    void aPlainButtonIsNotHeldByTheKeyboard()
+    {
+        PlainButton button;
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        QTest::keyPress(&button, Qt::Key_Space);
+        QVERIFY(!button.timer().isActive());
+        QTest::keyRelease(&button, Qt::Key_Space);
+        QCOMPARE(clicked.count(), 1);
+        QVERIFY(isAtRest(button));
+    }
+
+    void theKeyboardsHoldEndsWithoutTheRelease_data()
+    {
+        QTest::addColumn<Qt::FocusReason>("reason");
+        QTest::newRow("Tab") << Qt::TabFocusReason;
+        QTest::newRow("another window") << Qt::ActiveWindowFocusReason;
+        QTest::newRow("a menu") << Qt::PopupFocusReason;
+    }
+
+    void theKeyboardsHoldEndsWithoutTheRelease()
+    {
+        QFETCH(const Qt::FocusReason, reason);
+        HoldButton button;
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        QSignalSpy intentionallyHeld(&button, &PlainButton::isIntentionallyHeldChanged);
+        QVERIFY(holdWithKeyboard(button));
+        QFocusEvent leave(QEvent::FocusOut, reason);
+        QCoreApplication::sendEvent(&button, &leave);
+        QVERIFY(isAtRest(button));
+        QCOMPARE(intentionallyHeld.count(), 2);
+        QTest::keyRelease(&button, Qt::Key_Space);
+        QCOMPARE(intentionallyHeld.count(), 2);
+        QCOMPARE(clicked.count(), 0);
+    }
+
+    void theKeyboardsHoldEndsWhereAnotherProgramGrabsTheKeyboard()
+    {
+        HoldButton button;
+        QVERIFY(holdWithKeyboard(button));
+        QEvent grabbed(QEvent::UngrabKeyboard);
+        QCoreApplication::sendEvent(&button, &grabbed);
+        QVERIFY(isAtRest(button));
+        QVERIFY(button.hold());
+        QCoreApplication::sendEvent(&button, &grabbed);
+        QVERIFY(button.isIntentionallyHeld());
+        button.release();
+    }
+
+    void aKeyThatIsReleasedElsewhereBeforeTheThresholdIsNeitherAClickNorAHold()
+    {
+        HoldButton button;
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        QTest::keyPress(&button, Qt::Key_Space);
+        QFocusEvent leave(QEvent::FocusOut, Qt::PopupFocusReason);
+        QCoreApplication::sendEvent(&button, &leave);
+        QVERIFY(isAtRest(button));
+        QTest::keyRelease(&button, Qt::Key_Space);
+        QCOMPARE(clicked.count(), 0);
+    }
+
+    void aButtonThatIsDisabledOrHiddenWhileTheKeyHoldsItLetsGo()
+    {
+        HoldButton disabled;
+        QVERIFY(holdWithKeyboard(disabled));
+        disabled.setEnabled(false);
+        QVERIFY(isAtRest(disabled));
+        HoldButton hidden;
+        hidden.show();
+        QVERIFY(holdWithKeyboard(hidden));
+        hidden.hide();
+        QVERIFY(isAtRest(hidden));
+    }
+
+    void aKeyAndAMouseDoNotHoldItTogether()
+    {
+        HoldButton button;
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        QVERIFY(holdWithKeyboard(button));
+        QTest::mouseClick(&button, Qt::LeftButton, {}, inside);
+        QVERIFY(button.isIntentionallyHeld());
+        QTest::keyRelease(&button, Qt::Key_Space);
+        QVERIFY(isAtRest(button));
+        QVERIFY(button.hold());
+        QTest::keyClick(&button, Qt::Key_Space);
+        QVERIFY(button.isIntentionallyHeld());
+        QVERIFY(button.isDown());
+        button.release();
+        QVERIFY(isAtRest(button));
+        QCOMPARE(clicked.count(), 0);
+    }
+
+    void theMousesHoldOutlastsTheLossOfTheKeyboard()
+    {
+        HoldButton button;
+        QVERIFY(button.hold());
+        QFocusEvent leave(QEvent::FocusOut, Qt::PopupFocusReason);
+        QCoreApplication::sendEvent(&button, &leave);
+        QVERIFY(button.isIntentionallyHeld());
+        button.release();
+        QVERIFY(isAtRest(button));
+    }
+
+    void aScreenReadersPressIsAClick()
+    {
+        HoldButton button;
+        QSignalSpy clicked(&button, &PlainButton::clicked);
+        QSignalSpy intentionallyHeld(&button, &PlainButton::isIntentionallyHeldChanged);
+        QAccessibleInterface &accessible = *QAccessible::queryAccessibleInterface(&button);
+        accessible.actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QTRY_COMPARE(clicked.count(), 1);
+        QCOMPARE(intentionallyHeld.count(), 0);
+        QVERIFY(isAtRest(button));
+    }
+
+    void aClickOfTheKeyMayDeleteTheButton()
+    {
+        auto *button = new HoldButton;
+        connect(button, &PlainButton::clicked, button, [button] { delete button; });
+        const QPointer<HoldButton> watched(button);
+        QTest::keyClick(button, Qt::Key_Space);
+        QVERIFY(!watched);
     }
 
     void aClickMayDeleteTheButton()
