@@ -10,6 +10,7 @@
 
 #include <QEvent>
 #include <QLabel>
+#include <QMargins>
 
 #include <algorithm>
 
@@ -22,6 +23,8 @@ constexpr int trackInfoHeight = 30;
 constexpr int rowCentre = 36;
 constexpr int rowHeight = 12;
 constexpr int infoButtonWidth = 14;
+/// Room for a hand to hit the info button. It ends at the track and before the time.
+constexpr QMargins infoButtonMargins(3, 0, 3, 8);
 /// Room for "00:00", so that the slider does not jump at the tenth minute.
 constexpr int leastTimeWidth = 30;
 
@@ -90,6 +93,7 @@ void LcdView::setUpTexts()
     infoFont.setBold(true);
     infoFont.setItalic(true);
     m_infoButton->setFont(infoFont);
+    m_infoButton->setTargetMargins(infoButtonMargins);
     m_infoButton->setText(QStringLiteral("i"));
     setName(*m_infoButton, tr("Show or hide the playlists", "The info button"));
 }
@@ -99,7 +103,7 @@ void LcdView::layOut()
     const int top = rowCentre - rowHeight / 2;
     const int infoX = width() - margin - infoButtonWidth + 4;
     m_trackInfoLabel->setGeometry(margin, 0, width() - 2 * margin, trackInfoHeight);
-    m_infoButton->setGeometry(infoX, top, infoButtonWidth, rowHeight);
+    m_infoButton->setGeometry(QRect(infoX, top, infoButtonWidth, rowHeight).marginsAdded(infoButtonMargins));
     m_isLiveLabel->setGeometry(margin, top, width() - 2 * margin, rowHeight);
 
     const int leastWidth = std::max(leastTimeWidth, m_longestTimeWidth);

@@ -14,11 +14,13 @@
 #include "skin/views/WindowControlButton.h"
 #include "widgets/names.h"
 
+#include <QMargins>
+
 namespace tunedeck {
 
 namespace {
 constexpr int playerHeight = 64;
-constexpr QRect windowButtonsFrame(4, 2, 22, 60);
+constexpr QRect windowButtonsFrame(4, 2, 20, 60);
 /// Relative to the group of the window's buttons.
 constexpr QRect closeButtonFrame(4, 4, 14, 14);
 constexpr QRect minimizeButtonFrame(4, 23, 14, 14);
@@ -29,6 +31,9 @@ constexpr QRect forwardButtonFrame(94, 9, 25, 25);
 constexpr QRect volumeMinButtonFrame(32, 44, 12, 16);
 constexpr QRect volumeSliderFrame(42, 42, 68, 20);
 constexpr QRect volumeMaxButtonFrame(108, 44, 12, 16);
+/// Room for a hand to hit the speakers. It ends at the slider, and before the window's buttons and the display.
+constexpr QMargins volumeMinButtonMargins(8, 2, 0, 2);
+constexpr QMargins volumeMaxButtonMargins(0, 2, 8, 2);
 constexpr QSize speakerSize(12, 12);
 constexpr QPoint lcdOrigin(130, 6);
 constexpr int lcdHeight = 52;
@@ -96,9 +101,11 @@ void PlayerView::setUpTransport()
 
 void PlayerView::setUpVolume()
 {
-    m_volumeMinButton->setGeometry(volumeMinButtonFrame);
     m_volumeSlider->setGeometry(volumeSliderFrame);
-    m_volumeMaxButton->setGeometry(volumeMaxButtonFrame);
+    m_volumeMinButton->setGeometry(volumeMinButtonFrame.marginsAdded(volumeMinButtonMargins));
+    m_volumeMinButton->setTargetMargins(volumeMinButtonMargins);
+    m_volumeMaxButton->setGeometry(volumeMaxButtonFrame.marginsAdded(volumeMaxButtonMargins));
+    m_volumeMaxButton->setTargetMargins(volumeMaxButtonMargins);
     m_volumeMinButton->setImage(QStringLiteral("speaker-quiet"), speakerSize);
     m_volumeMaxButton->setImage(QStringLiteral("speaker-loud"), speakerSize);
     setTabOrder(m_forwardButton, m_volumeMinButton);

@@ -3,6 +3,7 @@
 
 #include "player/LcdView.h"
 #include "player/ScrollingMarqueeView.h"
+#include "player/SpeakerButton.h"
 #include "skin/views/ClassicAudioProgressSlider.h"
 #include "skin/views/DrawerBackground.h"
 #include "skin/views/PinstripeView.h"
@@ -16,6 +17,8 @@
 #include "support/SkinDesk.h"
 #include "support/registerTest.h"
 
+#include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QImage>
 #include <QLabel>
@@ -94,8 +97,12 @@ private Q_SLOTS:
         QCOMPARE(frame(view.backwardButton()), QRect(30, 9, 25, 25));
         QCOMPARE(frame(view.playPauseButton()), QRect(57, 4, 35, 35));
         QCOMPARE(frame(view.forwardButton()), QRect(94, 9, 25, 25));
-        QCOMPARE(frame(view.volumeMinButton()).left(), 32);
-        QCOMPARE(frame(view.volumeMaxButton()).right(), 119);
+        const auto seen = [&view](const PlainButton &button) {
+            return button.visibleRect().translated(button.mapTo(&view, QPoint()));
+        };
+        QCOMPARE(seen(view.volumeMinButton()), QRect(32, 44, 12, 16));
+        QCOMPARE(seen(view.volumeMaxButton()), QRect(108, 44, 12, 16));
+        QCOMPARE(seen(view.lcd().infoButton()), QRect(width - 26, 36, 14, 12));
         for (const QWidget *control :
             std::initializer_list<QWidget *>{&view.volumeMinButton(), &view.volumeSlider(), &view.volumeMaxButton()}) {
             QCOMPARE(frame(*control).y() + frame(*control).height() / 2, 52);
@@ -103,8 +110,8 @@ private Q_SLOTS:
         LcdView &lcd = view.lcd();
         QCOMPARE(frame(lcd), QRect(130, 6, width - 138, 52));
         QCOMPARE(frame(lcd.trackInfoLabel()), QRect(138, 6, width - 154, 30));
-        for (const QWidget *control : std::initializer_list<QWidget *>{&lcd.primaryTimeLabel(),
-                 &lcd.trackProgressSlider(), &lcd.secondaryTimeLabel(), &lcd.isLiveLabel(), &lcd.infoButton()}) {
+        for (const QWidget *control : std::initializer_list<QWidget *>{
+                 &lcd.primaryTimeLabel(), &lcd.trackProgressSlider(), &lcd.secondaryTimeLabel(), &lcd.isLiveLabel()}) {
             QCOMPARE(frame(*control).y() + frame(*control).height() / 2, 42);
         }
         QCOMPARE(frame(view.drawerContainerView()), QRect(0, 60, width, 64));
@@ -149,6 +156,64 @@ private Q_SLOTS:
         for (const auto &[button, name] : names) {
             QCOMPARE(button->accessibleName(), name);
             QCOMPARE(button->toolTip(), name);
+        }
+    }
+
+    void theSmallButtonsHaveTargetsThatAHandHits_data()
+    {
+        QTest::addColumn<int>("width");
+        for (const int width : {350, 450, 550}) {
+            QTest::newRow(qPrintable(QString::number(width))) << width;
+        }
+    }
+
+    void theSmallButtonsHaveTargetsThatAHandHits()
+    {
+        QFETCH(const int, width);
+        const SkinDesk desk;
+        PlayerView view(desk.environment);
+        view.resize(width, 64);
+        view.show();
+        for (QWidget *button : std::initializer_list<QWidget *>{
+                 &view.volumeMinButton(), &view.volumeMaxButton(), &view.lcd().infoButton()}) {
+            const QRect target(button->mapTo(&view, QPoint()), button->size());
+            QVERIFY(target.width() >= 20);
+            QVERIFY(target.height() >= 20);
+            QVERIFY(view.rect().contains(target));
+            for (const QPoint corner :
+                {target.topLeft(), target.topRight(), target.bottomLeft(), target.bottomRight(), target.center()}) {
+                QCOMPARE(view.childAt(corner), button);
+            }
+            QCOMPARE(QAccessible::queryAccessibleInterface(button)->rect().size(), target.size());
+        }
+    }
+
+    void theTargetsTakeNothingFromTheirNeighbours()
+    {
+        const SkinDesk desk;
+        PlayerView view(desk.environment);
+        view.resize(350, 64);
+        view.lcd().secondaryTimeLabel().setText(QStringLiteral("-10:00:00"));
+        view.show();
+        QCoreApplication::processEvents();
+        LcdView &lcd = view.lcd();
+        for (QWidget *neighbour : std::initializer_list<QWidget *>{&view.closeButton(), &view.minimizeButton(),
+                 &view.maximizeButton(), &view.backwardButton(), &view.playPauseButton(), &view.forwardButton(),
+                 &lcd.trackInfoLabel(), &lcd.secondaryTimeLabel(), &lcd.trackProgressSlider()}) {
+            const QRect frame(neighbour->mapTo(&view, QPoint()), neighbour->size());
+            for (int y = frame.top(); y <= frame.bottom(); ++y) {
+                for (int x = frame.left(); x <= frame.right(); ++x) {
+                    QCOMPARE(view.childAt(x, y), neighbour);
+                }
+            }
+        }
+        // The speakers begin where the groove ends.
+        for (int x = 44; x < 108; ++x) {
+            QVERIFY(view.childAt(x, 52) == &view.volumeSlider());
+        }
+        // The metal beside them moves the window.
+        for (const QPoint metal : {QPoint(38, 41), QPoint(38, 62), QPoint(114, 41), QPoint(128, 52)}) {
+            QVERIFY(!qobject_cast<QAbstractButton *>(view.childAt(metal)));
         }
     }
 

@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QRectF>
 
+#include <functional>
 #include <optional>
 
 class QFocusEvent;
@@ -17,7 +18,7 @@ namespace tunedeck {
 /// The outline of what a control draws.
 struct ControlOutline {
     /// The bounds within the control's rectangle, in points; the whole rectangle if not given.
-    QRectF (*bounds)(const QRectF &control) = nullptr;
+    std::function<QRectF(const QRectF &control)> bounds = {};
     /// The radius of the corners in points; half of the height if not given.
     std::optional<double> cornerRadius = {};
 };

@@ -16,7 +16,7 @@ constexpr double disabledOpacity = 0.35;
 PlainButton::PlainButton(const SkinEnvironment &environment, QWidget *parent)
     : SkinnedButton(parent)
 {
-    new FocusRing(*this, environment);
+    new FocusRing(*this, environment, {[this](const QRectF &) { return QRectF(visibleRect()); }});
 }
 
 void PlainButton::setImage(const QString &name, QSize size)
@@ -24,6 +24,12 @@ void PlainButton::setImage(const QString &name, QSize size)
     m_imageName = name;
     m_imageSize = size;
     m_image = {};
+    update();
+}
+
+void PlainButton::setTargetMargins(const QMargins &margins)
+{
+    m_targetMargins = margins;
     update();
 }
 
@@ -35,12 +41,14 @@ void PlainButton::paintEvent(QPaintEvent *)
     } else if (isDown()) {
         painter.setOpacity(pressedOpacity);
     }
+    const QRect seen = visibleRect();
     if (m_imageName.isEmpty()) {
         painter.setPen(palette().color(QPalette::ButtonText));
-        painter.drawText(rect(), Qt::AlignCenter, text());
+        painter.drawText(seen, Qt::AlignCenter, text());
         return;
     }
-    const QPoint corner((width() - m_imageSize.width()) / 2, (height() - m_imageSize.height()) / 2);
+    const QPoint corner =
+        seen.topLeft() + QPoint((seen.width() - m_imageSize.width()) / 2, (seen.height() - m_imageSize.height()) / 2);
     m_image.draw(painter, {corner, m_imageSize}, {}, [this](QPainter &image) { drawImage(image); });
 }
 

@@ -5,6 +5,8 @@
 #include "skin/looks/SkinEnvironment.h"
 #include "skin/views/SkinnedButton.h"
 
+#include <QMargins>
+#include <QRect>
 #include <QSize>
 #include <QString>
 
@@ -13,16 +15,20 @@
 namespace tunedeck {
 
 /// A small button without a face: only its image or its text, which fades while it is pressed. The text has the
-/// palette's ButtonText colour.
+/// palette's ButtonText colour. All lengths are in points.
 class PlainButton : public SkinnedButton {
     Q_OBJECT
 
 public:
     explicit PlainButton(const SkinEnvironment &environment, QWidget *parent = nullptr);
 
-    /// Shows the ResourceImage `name` in the middle, `size` points large. A missing image is a fatal error when it is
+    /// Shows the ResourceImage `name` in the middle of what is seen. A missing image is a fatal error when it is
     /// painted.
     void setImage(const QString &name, QSize size);
+    /// The margins around what is seen. They take clicks too, so that a hand hits a small button. None at first.
+    void setTargetMargins(const QMargins &margins);
+    /// What is seen, in the button's coordinates.
+    [[nodiscard]] QRect visibleRect() const { return rect().marginsRemoved(m_targetMargins); }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -32,6 +38,7 @@ private:
 
     QString m_imageName;
     QSize m_imageSize;
+    QMargins m_targetMargins;
     FaceCache<std::monostate> m_image;
 };
 
