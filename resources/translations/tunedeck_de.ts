@@ -783,9 +783,9 @@
         <translation>Der Aktualisierungsserver leitet zu oft weiter.</translation>
     </message>
     <message>
-        <source>The update server stopped responding.</source>
+        <source>The update server stopped responding or is too slow.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Der Aktualisierungsserver reagiert nicht mehr.</translation>
+        <translation>Der Aktualisierungsserver reagiert nicht mehr oder ist zu langsam.</translation>
     </message>
     <message>
         <source>Check your connection to the internet, or check for updates again later.</source>

@@ -783,9 +783,9 @@
         <translation>El servidor de actualizaciones redirige demasiadas veces.</translation>
     </message>
     <message>
-        <source>The update server stopped responding.</source>
+        <source>The update server stopped responding or is too slow.</source>
         <comment>Updates: title of an error</comment>
-        <translation>El servidor de actualizaciones ha dejado de responder.</translation>
+        <translation>El servidor de actualizaciones ha dejado de responder o es demasiado lento.</translation>
     </message>
     <message>
         <source>Check your connection to the internet, or check for updates again later.</source>

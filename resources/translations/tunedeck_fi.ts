@@ -783,9 +783,9 @@
         <translation>Päivityspalvelin uudelleenohjaa liian monta kertaa.</translation>
     </message>
     <message>
-        <source>The update server stopped responding.</source>
+        <source>The update server stopped responding or is too slow.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Päivityspalvelin lakkasi vastaamasta.</translation>
+        <translation>Päivityspalvelin lakkasi vastaamasta tai on liian hidas.</translation>
     </message>
     <message>
         <source>Check your connection to the internet, or check for updates again later.</source>

@@ -783,9 +783,9 @@
         <translation>Serwer aktualizacji przekierowuje zbyt wiele razy.</translation>
     </message>
     <message>
-        <source>The update server stopped responding.</source>
+        <source>The update server stopped responding or is too slow.</source>
         <comment>Updates: title of an error</comment>
-        <translation>Serwer aktualizacji przestał odpowiadać.</translation>
+        <translation>Serwer aktualizacji przestał odpowiadać lub jest zbyt wolny.</translation>
     </message>
     <message>
         <source>Check your connection to the internet, or check for updates again later.</source>

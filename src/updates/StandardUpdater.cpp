@@ -5,6 +5,7 @@
 #include "updates/UpdateCheck.h"
 #include "updates/UpdateDownload.h"
 #include "updates/inBackground.h"
+#include "updates/isSecureAddress.h"
 #include "updates/showInFolder.h"
 #include "updates/updatesLog.h"
 #include "widgets/bringToFront.h"
@@ -71,8 +72,7 @@ void StandardUpdater::startCheck()
         showNoFeed();
         return;
     }
-    if (!m_configuration.transferRules.isTrusted(m_configuration.feed)
-        || !PublicKey::fromBase64(m_configuration.publicKey)) {
+    if (!isSecureAddress(m_configuration.feed) || !PublicKey::fromBase64(m_configuration.publicKey)) {
         showFailure(UpdateFailure::misconfigured);
         return;
     }
@@ -88,12 +88,12 @@ void StandardUpdater::startCheck()
         m_window.showForNewerSystem(newest, m_configuration.program.shortVersion);
     });
     m_window.showChecking();
-    m_check->start(m_configuration.feed);
+    m_check->start(m_configuration.feed, m_configuration.feedDeadline);
 }
 
 void StandardUpdater::offer(const AppcastItem &update)
 {
-    if (update.length == 0 || update.signature.isEmpty() || !m_configuration.transferRules.isTrusted(update.url)) {
+    if (update.length == 0 || update.signature.isEmpty() || !isSecureAddress(update.url)) {
         showFailure(UpdateFailure::notVerifiable);
         return;
     }

@@ -13,6 +13,7 @@
 #include <QString>
 #include <QUrl>
 
+#include <chrono>
 #include <optional>
 
 class QDBusConnection;
@@ -30,6 +31,8 @@ struct UpdaterConfiguration {
     RunningProgram program;
     QString downloadFolder;
     TransferRules transferRules = {};
+    /// The longest time that a check takes.
+    std::chrono::milliseconds feedDeadline = std::chrono::seconds(60);
 };
 
 /// Looks for a newer version when the user asks, and downloads it if the user wants it. Shows everything in one window.

@@ -14,18 +14,23 @@ constexpr qint64 maximumFeed = 1'048'576;
 UpdateCheck::UpdateCheck(const TransferRules &rules, const RunningProgram &program, QObject *parent)
     : QObject(parent)
     , m_program(program)
-    , m_transfer(rules, maximumFeed)
+    , m_transfer(rules, maximumFeed, [this](QByteArrayView bytes) {
+        m_feed += bytes;
+        return true;
+    })
 {
-    connect(&m_transfer, &Transfer::received, this, [this](const QByteArray &bytes) { m_feed += bytes; });
     connect(&m_transfer, &Transfer::finished, this, &UpdateCheck::readFeed);
     connect(&m_transfer, &Transfer::failed, this, [this](UpdateFailure failure) {
-        Q_EMIT failed(failure == UpdateFailure::tooLong ? UpdateFailure::feedTooLong : failure);
+        fail(failure == UpdateFailure::tooLong ? UpdateFailure::feedTooLong : failure);
     });
+    m_deadline.setSingleShot(true);
+    connect(&m_deadline, &QTimer::timeout, this, [this] { fail(UpdateFailure::stalled); });
     connect(&m_items, &QFutureWatcherBase::finished, this, &UpdateCheck::report);
 }
 
-void UpdateCheck::start(const QUrl &feed)
+void UpdateCheck::start(const QUrl &feed, std::chrono::milliseconds deadline)
 {
+    m_deadline.start(deadline);
     qCDebug(updatesLog) << "check" << shortened(feed.toDisplayString());
     m_transfer.start(feed);
 }
@@ -37,9 +42,10 @@ void UpdateCheck::readFeed()
 
 void UpdateCheck::report()
 {
+    m_deadline.stop();
     const std::optional<QList<AppcastItem>> items = m_items.result();
     if (!items) {
-        Q_EMIT failed(UpdateFailure::feedNotUnderstood);
+        fail(UpdateFailure::feedNotUnderstood);
         return;
     }
     qCDebug(updatesLog) << "feed read:" << m_feed.size() << "bytes," << items->size() << "versions";
@@ -50,6 +56,14 @@ void UpdateCheck::report()
     } else {
         Q_EMIT upToDate();
     }
+}
+
+void UpdateCheck::fail(UpdateFailure failure)
+{
+    m_deadline.stop();
+    m_transfer.disconnect(this);
+    m_items.disconnect(this);
+    Q_EMIT failed(failure);
 }
 
 } // namespace tunedeck

@@ -8,7 +8,9 @@
 #include <QFutureWatcher>
 #include <QList>
 #include <QObject>
+#include <QTimer>
 
+#include <chrono>
 #include <optional>
 
 namespace tunedeck {
@@ -22,7 +24,7 @@ public:
     UpdateCheck(const TransferRules &rules, const RunningProgram &program, QObject *parent = nullptr);
 
     /// Call it once.
-    void start(const QUrl &feed);
+    void start(const QUrl &feed, std::chrono::milliseconds deadline);
 
 Q_SIGNALS:
     void upToDate();
@@ -34,11 +36,13 @@ Q_SIGNALS:
 private:
     void readFeed();
     void report();
+    void fail(UpdateFailure failure);
 
     const RunningProgram m_program;
-    Transfer m_transfer;
     QByteArray m_feed;
+    Transfer m_transfer; ///< appends to m_feed
     QFutureWatcher<std::optional<QList<AppcastItem>>> m_items;
+    QTimer m_deadline;
 };
 
 } // namespace tunedeck

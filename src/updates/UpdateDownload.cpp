@@ -38,10 +38,11 @@ UpdateDownload::UpdateDownload(const Terms &terms, const AppcastItem &update, QO
     : QObject(parent)
     , m_terms(terms)
     , m_update(update)
-    , m_transfer(terms.transferRules, update.length)
     , m_file(QDir(terms.folder).filePath(QStringLiteral(".tunedeck-XXXXXX")))
+    , m_transfer(terms.transferRules, update.length,
+          [this](QByteArrayView bytes) { return m_file.write(bytes.data(), bytes.size()) == bytes.size(); })
 {
-    connect(&m_transfer, &Transfer::received, this, &UpdateDownload::write);
+    connect(&m_transfer, &Transfer::progressed, this, &UpdateDownload::progressed);
     connect(&m_transfer, &Transfer::finished, this, &UpdateDownload::verify);
     connect(&m_transfer, &Transfer::failed, this, [this](UpdateFailure failure) {
         fail(failure == UpdateFailure::interrupted ? UpdateFailure::incomplete : failure);
@@ -56,15 +57,6 @@ void UpdateDownload::start()
         return;
     }
     m_transfer.start(m_update.url);
-}
-
-void UpdateDownload::write(const QByteArray &bytes)
-{
-    if (m_file.write(bytes) != bytes.size()) {
-        fail(UpdateFailure::notSaved);
-        return;
-    }
-    Q_EMIT progressed(m_file.pos());
 }
 
 void UpdateDownload::verify()

@@ -42,15 +42,14 @@ Q_SIGNALS:
     void failed(tunedeck::UpdateFailure failure);
 
 private:
-    void write(const QByteArray &bytes);
     void verify();
     void saveUnderName();
     void fail(UpdateFailure failure);
 
     const Terms m_terms;
     const AppcastItem m_update;
-    Transfer m_transfer;
     QTemporaryFile m_file;
+    Transfer m_transfer; ///< writes into m_file
     QFutureWatcher<std::optional<bool>> m_verification;
 };
 

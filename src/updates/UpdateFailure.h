@@ -20,7 +20,7 @@ enum class UpdateFailure {
     insecure,
     /// There were too many redirects.
     tooManyRedirects,
-    /// No data came for too long.
+    /// No data, or too little, came for too long.
     stalled,
     /// The server answered with an error.
     refused,

@@ -23,7 +23,7 @@ FailureMessage messageOfConnection(UpdateFailure failure)
         return {UpdateWindow::tr("The update server redirects too often.", "Updates: title of an error"),
             UpdateWindow::tr("Check for updates again later.", "Updates: what to do about an error")};
     case UpdateFailure::stalled:
-        return {UpdateWindow::tr("The update server stopped responding.", "Updates: title of an error"),
+        return {UpdateWindow::tr("The update server stopped responding or is too slow.", "Updates: title of an error"),
             UpdateWindow::tr("Check your connection to the internet, or check for updates again later.",
                 "Updates: what to do about an error")};
     case UpdateFailure::refused:

@@ -145,7 +145,7 @@ private Q_SLOTS:
             AboutWindow about;
             about.orderFront();
             const QString text = about.creditsText().toPlainText();
-            for (const auto *name : {"Qt", "GLib", "libsodium", "XCB", "MIT", "tunedeck.org"}) {
+            for (const auto *name : {"Qt", "GLib", "libsodium", "libcurl", "XCB", "MIT", "tunedeck.org"}) {
                 QVERIFY2(text.contains(QLatin1String(name)), name);
             }
             QVERIFY(!seen.contains(text));

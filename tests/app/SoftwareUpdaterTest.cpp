@@ -8,6 +8,7 @@
 #include <QDBusConnection>
 #include <QDialog>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -56,6 +57,18 @@ private Q_SLOTS:
     {
         const SoftwareUpdater updater(m_bus, QStringLiteral(UPDATES_MODULE));
         QCOMPARE(updater.looksForUpdates(), TUNEDECK_LOOKS_FOR_UPDATES == 1);
+    }
+
+    void theModuleIsLoadedForTheFirstCheck()
+    {
+        const auto isLoaded = [] {
+            QFile maps(u"/proc/self/maps"_s);
+            return maps.open(QIODevice::ReadOnly) && maps.readAll().contains("/tunedeck-updates.so");
+        };
+        SoftwareUpdater updater(m_bus, QStringLiteral(UPDATES_MODULE));
+        QVERIFY(!isLoaded());
+        updater.checkForUpdates();
+        QVERIFY(isLoaded());
     }
 
     void theModuleAnswersInAWindowOfItsOwn()
@@ -119,6 +132,7 @@ private Q_SLOTS:
         QVERIFY(needed.contains("[libQt6Widgets.so"));
         QVERIFY(!needed.contains("[libQt6Network.so"));
         QVERIFY(!needed.contains("[libsodium.so"));
+        QVERIFY(!needed.contains("[libcurl.so"));
     }
 
 private:

@@ -248,6 +248,20 @@ class StartOnTheBusTest : public QObject {
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
+    void aProgramThatLooksForNoUpdateLoadsNoNetwork()
+    {
+        const Session session(QStringList{u"--play"_s});
+        QCOMPARE(session.call(u"Activate"_s, {QVariantMap()}).type(), QDBusMessage::ReplyMessage);
+        const uint process = session.connection.interface()->servicePid(u"org.tunedeck.Tunedeck"_s);
+        QFile maps(u"/proc/%1/maps"_s.arg(process));
+        QVERIFY(maps.open(QIODevice::ReadOnly));
+        const QByteArray loaded = maps.readAll();
+        QVERIFY(loaded.contains("/libQt6Widgets.so"));
+        for (const char *library : {"/libcurl.so", "/libsodium.so", "/libQt6Network.so", "/tunedeck-updates.so"}) {
+            QVERIFY2(!loaded.contains(library), library);
+        }
+    }
+
     void anActionStartsTheProgramAndIsCarriedOut_data()
     {
         QTest::addColumn<QStringList>("playerArguments");

@@ -3,13 +3,16 @@
 
 #include "UpdateServer.h"
 #include "support/registerTest.h"
+#include "updates/isSecureAddress.h"
 
+#include <QElapsedTimer>
+#include <QHostAddress>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QSslCertificate>
-#include <QSslConfiguration>
+#include <QTcpServer>
 #include <QTest>
 
+#include <memory>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -24,19 +27,17 @@ struct Outcome {
     std::optional<UpdateFailure> failure;
 };
 
-bool isOnThisMachine(const QUrl &url)
-{
-    return url.host() == u"127.0.0.1";
-}
+const TransferRules trustingRules{updateServerCertificate()};
 
-Outcome transferred(const QUrl &url, const TransferRules &rules = {isOnThisMachine}, qint64 maximumSize = 1'000)
+Outcome transferred(const QUrl &url, const TransferRules &rules = trustingRules, qint64 maximumSize = 1'000)
 {
     Outcome outcome;
-    Transfer transfer(rules, maximumSize);
+    Transfer transfer(rules, maximumSize, [&outcome](QByteArrayView bytes) {
+        outcome.bytes += bytes;
+        return true;
+    });
     const QSignalSpy finished(&transfer, &Transfer::finished);
     const QSignalSpy failed(&transfer, &Transfer::failed);
-    QObject::connect(
-        &transfer, &Transfer::received, &transfer, [&outcome](const QByteArray &bytes) { outcome.bytes += bytes; });
     QObject::connect(
         &transfer, &Transfer::failed, &transfer, [&outcome](UpdateFailure failure) { outcome.failure = failure; });
     transfer.start(url);
@@ -96,37 +97,30 @@ private Q_SLOTS:
         }
     }
 
-    void aServerWithAKnownCertificateIsAsked()
+    void aServerThatNobodyVouchesForIsNotAsked()
     {
-        UpdateServer server(true);
-        server.setAnswer(u"/a"_s, {"a"});
-        const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
-        QSslConfiguration trusting = before;
-        trusting.addCaCertificate(QSslCertificate(updateServerCertificate()));
-        QSslConfiguration::setDefaultConfiguration(trusting);
-        const Outcome outcome = transferred(server.url(u"/a"_s), {});
-        QSslConfiguration::setDefaultConfiguration(before);
-        QVERIFY(!outcome.failure);
-        QCOMPARE(outcome.bytes, QByteArray("a"));
-    }
-
-    void aServerThatNobodyVouchesForIsNot()
-    {
-        UpdateServer server(true);
+        UpdateServer server;
         server.setAnswer(u"/a"_s, {"a"});
         QCOMPARE(transferred(server.url(u"/a"_s), {}).failure, UpdateFailure::insecure);
         QCOMPARE(server.requests().size(), 0);
     }
 
-    void anAddressThatIsNotTrustedIsNotAsked()
+    void anAddressThatIsNotSecureIsNotAsked()
     {
         UpdateServer server;
         server.setAnswer(u"/a"_s, {"a"});
-        QCOMPARE(transferred(server.url(u"/a"_s), {}).failure, UpdateFailure::insecure);
-        server.redirect(u"/b"_s, server.url(u"/a"_s));
-        const auto isB = [](const QUrl &url) { return url.path() == u"/b"; };
-        QCOMPARE(transferred(server.url(u"/b"_s), {isB}).failure, UpdateFailure::insecure);
-        QCOMPARE(server.requests().size(), 1);
+        QUrl plain = server.url(u"/a"_s);
+        plain.setScheme(u"http"_s);
+        QCOMPARE(transferred(plain).failure, UpdateFailure::insecure);
+        server.redirect(u"/b"_s, plain);
+        QCOMPARE(transferred(server.url(u"/b"_s)).failure, UpdateFailure::insecure);
+        QUrl withName = server.url(u"/a"_s);
+        withName.setUserName(u"a"_s);
+        server.redirect(u"/c"_s, withName);
+        QCOMPARE(transferred(server.url(u"/c"_s)).failure, UpdateFailure::insecure);
+        server.redirect(u"/d"_s, QUrl(u"file:///etc/passwd"_s));
+        QCOMPARE(transferred(server.url(u"/d"_s)).failure, UpdateFailure::insecure);
+        QCOMPARE(server.requests().size(), 3);
     }
 
     void fiveRedirectsAreFollowed()
@@ -179,10 +173,70 @@ private Q_SLOTS:
         QFETCH(const qint64, announced);
         QFETCH(const bool, staysOpen);
         QFETCH(const int, failure);
-        const TransferRules rules{isOnThisMachine, staysOpen ? 200ms : 10s};
+        const TransferRules rules{updateServerCertificate(), staysOpen ? 1s : 10s};
         UpdateServer server;
         server.setAnswer(u"/a"_s, {"x", status, {}, 1, announced, staysOpen});
         QCOMPARE(int(transferred(server.url(u"/a"_s), rules).failure.value()), failure);
+    }
+
+    void endlessHeadersEndIt()
+    {
+        UpdateServer server;
+        server.setAnswer(u"/a"_s, {"a", "200 OK", {}, 1, -1, false, 20'000'000});
+        QCOMPARE(transferred(server.url(u"/a"_s)).failure, UpdateFailure::refused);
+        QVERIFY2(server.sentBytes() < 6'000'000, qPrintable(QString::number(server.sentBytes())));
+    }
+
+    void aServerThatSendsAByteNowAndThenEndsIt()
+    {
+        UpdateServer server;
+        server.setAnswer(u"/a"_s, {"a", "200 OK", {}, 100, -1, false, 0, 100ms});
+        QCOMPARE(transferred(server.url(u"/a"_s), {updateServerCertificate(), 1s}).failure, UpdateFailure::stalled);
+    }
+
+    void oneEndlessHeaderEndsIt()
+    {
+        UpdateServer server;
+        server.setAnswer(u"/a"_s, {"a", "200 OK", "X: " + QByteArray(5'000'000, 'x') + "\r\n"});
+        QCOMPARE(transferred(server.url(u"/a"_s)).failure, UpdateFailure::refused);
+    }
+
+    void aTransferIsCancelledAtOnce_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::newRow("silent") << u"/silent"_s;
+        QTest::newRow("endless") << u"/endless"_s;
+        QTest::newRow("slow") << u"/slow"_s;
+    }
+    void aTransferIsCancelledAtOnce()
+    {
+        QFETCH(const QString, path);
+        UpdateServer server;
+        server.setAnswer(u"/silent"_s, {{}, "200 OK", {}, 1, 100, true});
+        server.setAnswer(u"/endless"_s, {QByteArray(100'000, 'x'), "200 OK", {}, 1'000'000});
+        server.setAnswer(u"/slow"_s, {"a", "200 OK", {}, 1'000, -1, false, 0, 20ms});
+        auto transfer = std::make_unique<Transfer>(trustingRules, 1LL << 40, [](QByteArrayView) { return true; });
+        transfer->start(server.url(path));
+        QTRY_COMPARE(server.openConnections(), 1);
+        QTRY_VERIFY(server.sentBytes() > 0);
+        QElapsedTimer time;
+        time.start();
+        transfer.reset();
+        QVERIFY2(time.elapsed() < 100, qPrintable(QString::number(time.elapsed())));
+        QTRY_COMPARE(server.openConnections(), 0);
+    }
+
+    void aTransferIsCancelledAtOnceBeforeAServerAnswers()
+    {
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        auto transfer = std::make_unique<Transfer>(trustingRules, 1'000, [](QByteArrayView) { return true; });
+        transfer->start(QUrl(u"https://127.0.0.1:%1/a"_s.arg(server.serverPort())));
+        QTRY_VERIFY(server.hasPendingConnections());
+        QElapsedTimer time;
+        time.start();
+        transfer.reset();
+        QVERIFY2(time.elapsed() < 100, qPrintable(QString::number(time.elapsed())));
     }
 
     void aServerThatIsNotThereIsUnreachable()

@@ -5,41 +5,37 @@
 #include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QSslKey>
-#include <QSslServer>
-#include <QTcpSocket>
+#include <QSslSocket>
+#include <QTimer>
 
 namespace tunedeck {
 
 namespace {
-QByteArray contentOf(const QString &name)
+QString pathOf(const QString &name)
 {
-    QFile file(QStringLiteral(UPDATES_TEST_FOLDER) + u'/' + name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return QStringLiteral(UPDATES_TEST_FOLDER) + u'/' + name;
 }
 
-std::unique_ptr<QTcpServer> secureServer()
+QByteArray contentOf(const QString &path)
 {
-    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-    configuration.setLocalCertificate(QSslCertificate(updateServerCertificate()));
-    configuration.setPrivateKey(QSslKey(contentOf(QStringLiteral("server-key.pem")), QSsl::Ec));
-    auto server = std::make_unique<QSslServer>();
-    server->setSslConfiguration(configuration);
-    return server;
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 } // namespace
 
-UpdateServer::UpdateServer(bool isSecure)
-    : m_isSecure(isSecure)
-    , m_server(isSecure ? secureServer() : std::make_unique<QTcpServer>())
+UpdateServer::UpdateServer()
 {
-    connect(m_server.get(), &QTcpServer::pendingConnectionAvailable, this, &UpdateServer::accept);
-    m_server->listen(QHostAddress::LocalHost);
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setLocalCertificate(QSslCertificate(contentOf(updateServerCertificate())));
+    configuration.setPrivateKey(QSslKey(contentOf(pathOf(QStringLiteral("server-key.pem"))), QSsl::Ec));
+    m_server.setSslConfiguration(configuration);
+    connect(&m_server, &QTcpServer::pendingConnectionAvailable, this, &UpdateServer::accept);
+    m_server.listen(QHostAddress::LocalHost);
 }
 
 QUrl UpdateServer::url(const QString &path) const
 {
-    const QString scheme = m_isSecure ? QStringLiteral("https") : QStringLiteral("http");
-    return QUrl(QStringLiteral("%1://127.0.0.1:%2%3").arg(scheme).arg(m_server->serverPort()).arg(path));
+    return QUrl(QStringLiteral("https://127.0.0.1:%1%2").arg(m_server.serverPort()).arg(path));
 }
 
 void UpdateServer::setAnswer(const QString &path, const Answer &answer)
@@ -54,16 +50,16 @@ void UpdateServer::redirect(const QString &path, const QUrl &target)
 
 void UpdateServer::accept()
 {
-    while (QTcpSocket *socket = m_server->nextPendingConnection()) {
-        connect(socket, &QTcpSocket::readyRead, this, [this, socket] { read(*socket); });
+    while (auto *socket = qobject_cast<QSslSocket *>(m_server.nextPendingConnection())) {
+        connect(socket, &QSslSocket::readyRead, this, [this, socket] { read(*socket); });
         ++m_openConnections;
-        connect(socket, &QTcpSocket::disconnected, this, [this] { --m_openConnections; });
-        connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+        connect(socket, &QSslSocket::disconnected, this, [this] { --m_openConnections; });
+        connect(socket, &QSslSocket::disconnected, socket, &QObject::deleteLater);
         read(*socket);
     }
 }
 
-void UpdateServer::read(QTcpSocket &socket)
+void UpdateServer::read(QSslSocket &socket)
 {
     if (!socket.peek(socket.bytesAvailable()).contains("\r\n\r\n")) {
         return;
@@ -74,29 +70,47 @@ void UpdateServer::read(QTcpSocket &socket)
     send(socket, m_answers.value(path, {{}, "404 Not Found"}));
 }
 
-void UpdateServer::send(QTcpSocket &socket, const Answer &answer)
+void UpdateServer::send(QSslSocket &socket, const Answer &answer)
 {
     const qint64 length = qint64(answer.body.size()) * answer.repetitions;
     const qint64 announced = answer.announcedLength < 0 ? length : answer.announcedLength;
-    socket.write("HTTP/1.1 " + answer.status + "\r\nConnection: close\r\n" + answer.headers
-        + "Content-Length: " + QByteArray::number(announced) + "\r\n\r\n");
+    connect(&socket, &QSslSocket::encryptedBytesWritten, this, [this](qint64 bytes) { m_sentBytes += bytes; });
+    socket.write("HTTP/1.1 " + answer.status + "\r\nConnection: close\r\n" + answer.headers);
+    const auto sendHeaders = [this, &socket, answer, announced, rest = answer.furtherHeaders]() mutable {
+        static const QByteArray further = ("X-Further: " + QByteArray(900, 'x') + "\r\n").repeated(50);
+        if (socket.bytesToWrite() + socket.encryptedBytesToWrite() > 0) {
+            return;
+        }
+        if (rest > 0) {
+            rest -= further.size();
+            socket.write(further);
+            return;
+        }
+        disconnect(&socket, &QSslSocket::encryptedBytesWritten, &socket, nullptr);
+        socket.write("Content-Length: " + QByteArray::number(announced) + "\r\n\r\n");
+        sendBody(socket, answer);
+    };
+    connect(&socket, &QSslSocket::encryptedBytesWritten, &socket, sendHeaders);
+}
+
+void UpdateServer::sendBody(QSslSocket &socket, const Answer &answer)
+{
     const auto sendOn = [&socket, answer, rest = answer.repetitions]() mutable {
-        if (socket.bytesToWrite() > 0) {
+        if (socket.bytesToWrite() + socket.encryptedBytesToWrite() > 0) {
             return;
         }
         if (rest-- > 0) {
-            socket.write(answer.body);
+            QTimer::singleShot(answer.pause, &socket, [&socket, body = answer.body] { socket.write(body); });
         } else if (!answer.staysOpen) {
             socket.disconnectFromHost();
         }
     };
-    connect(&socket, &QTcpSocket::bytesWritten, this, [this](qint64 bytes) { m_sentBytes += bytes; });
-    connect(&socket, &QTcpSocket::bytesWritten, &socket, sendOn);
+    connect(&socket, &QSslSocket::encryptedBytesWritten, &socket, sendOn);
 }
 
-QByteArray updateServerCertificate()
+QString updateServerCertificate()
 {
-    return contentOf(QStringLiteral("server-certificate.pem"));
+    return pathOf(QStringLiteral("server-certificate.pem"));
 }
 
 } // namespace tunedeck

@@ -5,16 +5,16 @@
 #include <QByteArrayList>
 #include <QHash>
 #include <QObject>
-#include <QTcpServer>
+#include <QSslServer>
 #include <QUrl>
 
-#include <memory>
+#include <chrono>
 
-class QTcpSocket;
+class QSslSocket;
 
 namespace tunedeck {
 
-/// A web server for tests, with an answer for each path.
+/// A secure web server for tests, with an answer for each path. No authority has signed its certificate.
 class UpdateServer : public QObject {
     Q_OBJECT
 
@@ -30,10 +30,13 @@ public:
         qint64 announcedLength = -1;
         /// Keeps the connection open after the body.
         bool staysOpen = false;
+        /// How many bytes of further headers come before the body.
+        qint64 furtherHeaders = 0;
+        /// The time before each repetition of the body.
+        std::chrono::milliseconds pause = {};
     };
 
-    /// A secure server has a certificate that no authority has signed.
-    explicit UpdateServer(bool isSecure = false);
+    UpdateServer();
 
     [[nodiscard]] QUrl url(const QString &path) const;
     void setAnswer(const QString &path, const Answer &answer);
@@ -41,23 +44,23 @@ public:
 
     [[nodiscard]] const QByteArrayList &requests() const { return m_requests; }
     [[nodiscard]] int openConnections() const { return m_openConnections; }
-    /// The bytes that the other side, or its system, has accepted.
+    /// The bytes that the system has accepted, encrypted.
     [[nodiscard]] qint64 sentBytes() const { return m_sentBytes; }
 
 private:
     void accept();
-    void read(QTcpSocket &socket);
-    void send(QTcpSocket &socket, const Answer &answer);
+    void read(QSslSocket &socket);
+    void send(QSslSocket &socket, const Answer &answer);
+    void sendBody(QSslSocket &socket, const Answer &answer);
 
-    const bool m_isSecure;
-    std::unique_ptr<QTcpServer> m_server;
+    QSslServer m_server;
     QHash<QString, Answer> m_answers;
     QByteArrayList m_requests;
     int m_openConnections = 0;
     qint64 m_sentBytes = 0;
 };
 
-/// The certificate of a secure server.
-[[nodiscard]] QByteArray updateServerCertificate();
+/// The file with the certificate of the servers, as an authority of its own.
+[[nodiscard]] QString updateServerCertificate();
 
 } // namespace tunedeck
