@@ -217,6 +217,91 @@ class BuildNumberTest(unittest.TestCase):
                 self.assertIn("exit status", said)
 
 
+def can_be_root_by_itself() -> bool:
+    return shutil.which("unshare") is not None and complaints("unshare", "--map-root-user", "--mount", "true") == ""
+
+
+@unittest.skipUnless(can_be_root_by_itself(), "this user may not make namespaces")
+class ChrootTest(unittest.TestCase):
+    """The script that installs the package in a fresh system, as root of a namespace, and with a debootstrap that says
+    what it got, leaves a mounted folder and fails."""
+
+    def setUp(self) -> None:
+        stack = contextlib.ExitStack()
+        self.addCleanup(stack.close)
+        self.folder = Path(stack.enter_context(tempfile.TemporaryDirectory()))
+        self.temporary = self.folder / "temporary files"
+        self.temporary.mkdir()
+        self.told = self.folder / "told"
+        self.programs = self.folder / "programs"
+        self.programs.mkdir()
+        self.debootstrap(f"""
+            printf '%s\\n' "$@" >"{self.told}"
+            for argument; do [ ! -d "$argument" ] || system=$argument; done
+            stat --format '%a %u' "$system" "$system/.." >>"{self.told}"
+            mkdir "$system/proc"
+            mount -t tmpfs none "$system/proc"
+            touch "$system/proc/file"
+            echo "It went wrong."
+            """)
+        self.package = self.folder / "tunedeck.deb"
+        self.package.touch()
+
+    def debootstrap(self, lines: str, status: int = 1) -> None:
+        program = self.programs / "debootstrap"
+        program.write_text(f"#!/bin/sh\nset -e\n{lines}\nexit {status}\n")
+        program.chmod(0o755)
+
+    def run_script(self, *arguments: Path) -> subprocess.CompletedProcess:
+        return subprocess.run(
+            ["unshare", "--map-root-user", "--mount", ROOT / "packaging/try-in-chroot", self.package, *arguments],
+            env=os.environ | {"PATH": f"{self.programs}:{os.environ['PATH']}", "TMPDIR": str(self.temporary)},
+            stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+
+    def test_the_signatures_are_verified_with_a_keyring(self) -> None:
+        self.run_script()
+        told = self.told.read_text().splitlines()
+        self.assertIn("--force-check-gpg", told)
+        self.assertIn("--keyring=/usr/share/keyrings/debian-archive-keyring.gpg", told)
+
+    def test_nobody_else_may_enter_the_folder(self) -> None:
+        self.run_script()
+        self.assertEqual(self.told.read_text().splitlines()[-2:], ["755 0", "700 0"])
+
+    def test_nothing_remains_when_it_fails_and_the_log_says_why(self) -> None:
+        done = self.run_script()
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("It went wrong.\nCreating it failed.\n", done.stdout)
+        self.assertEqual(list(self.temporary.iterdir()), [])
+
+    def test_nothing_remains_when_it_is_ended(self) -> None:
+        self.debootstrap('kill -TERM "$PPID"')
+        self.assertNotEqual(self.run_script().returncode, 0)
+        self.assertEqual(list(self.temporary.iterdir()), [])
+
+    def test_two_runs_have_folders_of_their_own(self) -> None:
+        folders = set()
+        for _ in range(2):
+            self.run_script()
+            folders.update(line for line in self.told.read_text().splitlines() if line.startswith(str(self.temporary)))
+        self.assertEqual(len(folders), 2)
+
+    def test_a_folder_that_exists_is_not_touched(self) -> None:
+        for make in (lambda path: path.mkdir(), lambda path: path.symlink_to(self.folder / "elsewhere")):
+            given = self.folder / "given"
+            make(given)
+            self.assertNotEqual(self.run_script(given).returncode, 0)
+            self.assertTrue(given.is_symlink() or given.is_dir())
+            self.assertFalse(self.told.exists() or (self.folder / "elsewhere").exists())
+            given.unlink() if given.is_symlink() else given.rmdir()
+
+    def test_a_given_folder_is_removed_at_the_end(self) -> None:
+        given = self.folder / "given folder"
+        self.run_script(given)
+        self.assertTrue(self.told.exists())
+        self.assertFalse(given.exists())
+
+
 class InstallationTest(PackagingTest):
     def setUp(self) -> None:
         super().setUp()
