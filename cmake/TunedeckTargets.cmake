@@ -116,3 +116,10 @@ function(tunedeck_uses_demo_player program)
     add_dependencies(${program} tunedeck-demo-player)
     target_compile_definitions(${program} PRIVATE DEMO_PLAYER="$<TARGET_FILE:tunedeck-demo-player>")
 endfunction()
+
+# tunedeck_uses_storm(<target of tests>)
+# Gives the tests the path of the storm tool as STORM and builds it for them.
+function(tunedeck_uses_storm program)
+    add_dependencies(${program} tunedeck-storm)
+    target_compile_definitions(${program} PRIVATE STORM="$<TARGET_FILE:tunedeck-storm>")
+endfunction()

@@ -84,6 +84,7 @@ MAY_SLEEP = {
     "tools/benchmarks/cost": (3, "measures what the program costs over a time"),
     "tools/benchmarks/playlistsWatch.cpp": (2, "measures what the program costs over a time"),
     "tools/benchmarks/startWatch.cpp": (1, "looks at the screen many times a second"),
+    "tools/storm/Watch.cpp": (1, "reads the memory again when the program has rested"),
     "tools/session.py": (1, "asks again, within a deadline, where nothing reports what is awaited"),
 }
 # They name what is forbidden.
