@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "updates/StandardUpdater.h"
 
-#include "updates/PublicKey.h"
 #include "updates/UpdateCheck.h"
 #include "updates/UpdateDownload.h"
+#include "updates/feed/PublicKey.h"
 #include "updates/inBackground.h"
 #include "updates/isSecureAddress.h"
 #include "updates/showInFolder.h"

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "platform/ApplicationLauncher.h"
-#include "updates/Appcast.h"
 #include "updates/Transfer.h"
 #include "updates/UpdateWindow.h"
+#include "updates/feed/Appcast.h"
 
 #include <QByteArray>
 #include <QFutureWatcher>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "updates/Appcast.h"
 #include "updates/Transfer.h"
+#include "updates/feed/Appcast.h"
 
 #include <QByteArray>
 #include <QFutureWatcher>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "updates/Appcast.h"
-#include "updates/PublicKey.h"
 #include "updates/Transfer.h"
+#include "updates/feed/Appcast.h"
+#include "updates/feed/PublicKey.h"
 
 #include <QByteArray>
 #include <QFutureWatcher>

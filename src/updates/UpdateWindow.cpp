@@ -2,8 +2,8 @@
 #include "updates/UpdateWindow.h"
 
 #include "platform/BundleInfo.h"
-#include "updates/Appcast.h"
 #include "updates/failureMessage.h"
+#include "updates/feed/Appcast.h"
 #include "updates/isSecureAddress.h"
 #include "updates/safeReleaseNotes.h"
 

@@ -14,9 +14,9 @@
 #include "support/Desktop.h"
 #include "support/TimedStyle.h"
 #include "support/registerTest.h"
-#include "updates/Appcast.h"
 #include "updates/UpdateFailure.h"
 #include "updates/UpdateWindow.h"
+#include "updates/feed/Appcast.h"
 #include "widgets/bringToFront.h"
 #include "window/WindowController.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "updates/Appcast.h"
+#include "updates/feed/Appcast.h"
 
 #include "FeedText.h"
 #include "support/registerTest.h"

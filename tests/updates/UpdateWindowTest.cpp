@@ -3,8 +3,8 @@
 
 #include "support/failOnWarning.h"
 #include "support/registerTest.h"
-#include "updates/Appcast.h"
 #include "updates/failureMessage.h"
+#include "updates/feed/Appcast.h"
 #include "widgets/bringToFront.h"
 
 #include <QApplication>

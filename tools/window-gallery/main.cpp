@@ -15,9 +15,9 @@
 #include "preferences/Updater.h"
 #include "skin/looks/SkinEnvironment.h"
 #include "skin/views/AboutPinstripeView.h"
-#include "updates/Appcast.h"
 #include "updates/UpdateFailure.h"
 #include "updates/UpdateWindow.h"
+#include "updates/feed/Appcast.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

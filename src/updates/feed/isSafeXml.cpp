@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "updates/isSafeXml.h"
+#include "updates/feed/isSafeXml.h"
 
-#include "updates/markup.h"
+#include "updates/feed/markup.h"
 
 namespace tunedeck {
 

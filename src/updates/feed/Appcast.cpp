@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "updates/Appcast.h"
+#include "updates/feed/Appcast.h"
 
 #include "platform/directionControls.h"
-#include "updates/Version.h"
-#include "updates/isSafeXml.h"
+#include "updates/feed/Version.h"
+#include "updates/feed/isSafeXml.h"
 
 #include <QRegularExpression>
 #include <QStringDecoder>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "updates/PublicKey.h"
+#include "updates/feed/PublicKey.h"
 
 #include <sodium.h>
 

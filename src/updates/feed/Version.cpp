@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "updates/Version.h"
+#include "updates/feed/Version.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "updates/markup.h"
+#include "updates/feed/markup.h"
 
 namespace tunedeck {
 
