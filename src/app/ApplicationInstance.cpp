@@ -9,6 +9,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -19,7 +20,8 @@ using namespace std::chrono_literals;
 
 constexpr int deadline = 1'000;
 constexpr auto patience = 1s;
-constexpr int mostWaitingActions = 10;
+/// Limit for what any peer on the bus makes the program keep.
+constexpr int mostWaiting = 10;
 constexpr QLatin1String objectPath("/org/tunedeck/Tunedeck");
 } // namespace
 
@@ -27,9 +29,14 @@ ApplicationInstance::ApplicationInstance(const QDBusConnection &bus, QObject *pa
     : QObject(parent)
     , m_bus(bus)
 {
+    m_patience.setObjectName(QStringLiteral("patienceTimer"));
     m_patience.setSingleShot(true);
     m_patience.setInterval(patience);
-    connect(&m_patience, &QTimer::timeout, this, [this] { m_waitingActions.clear(); });
+    connect(&m_patience, &QTimer::timeout, this, &ApplicationInstance::dropWaitingActions);
+    m_turn.setObjectName(QStringLiteral("turnTimer"));
+    m_turn.setSingleShot(true);
+    m_turn.setInterval(0ms);
+    connect(&m_turn, &QTimer::timeout, this, &ApplicationInstance::handleRequests);
 
     registerObject();
     m_isFirst = !m_bus.isConnected() || m_bus.registerService(applicationId.toString());
@@ -87,28 +94,27 @@ bool ApplicationInstance::isAskedForActionsAlone() const
 void ApplicationInstance::requestAction(DesktopAction action, const ActivationToken &token)
 {
     m_isActionRequested = true;
-    if (canDeliver(action)) {
-        Q_EMIT actionRequested(action, token);
+    if (m_waitingActions.size() >= mostWaiting) {
         return;
     }
-    if (m_waitingActions.isEmpty()) {
+    m_waitingActions.append({action, token});
+    if (canDeliver(action)) {
+        handleSoon();
+    } else if (!m_patience.isActive()) {
         m_patience.start();
-    }
-    if (m_waitingActions.size() < mostWaitingActions) {
-        m_waitingActions.append({action, token});
     }
 }
 
 void ApplicationInstance::deliverActions()
 {
     m_deliversActions = true;
-    deliverWaitingActions();
+    handleSoon();
 }
 
 void ApplicationInstance::deliverMusicActions()
 {
     m_deliversMusicActions = true;
-    deliverWaitingActions();
+    handleSoon();
 }
 
 bool ApplicationInstance::canDeliver(DesktopAction action) const
@@ -116,26 +122,66 @@ bool ApplicationInstance::canDeliver(DesktopAction action) const
     return m_deliversActions && (m_deliversMusicActions || !needsMusic(action));
 }
 
-void ApplicationInstance::deliverWaitingActions()
+void ApplicationInstance::handleSoon()
 {
-    const QList<Request> requests = std::exchange(m_waitingActions, {});
-    for (const Request &request : requests) {
-        if (canDeliver(request.action)) {
-            Q_EMIT actionRequested(request.action, request.token);
-        } else {
-            m_waitingActions.append(request);
-        }
+    if (!m_turn.isActive()) {
+        m_turn.start();
     }
-    if (m_waitingActions.isEmpty()) {
+}
+
+/// To show the window takes several answers of the X server, so a flood of calls must not do it once each.
+void ApplicationInstance::handleRequests()
+{
+    const QList<ActivationToken> unused = std::exchange(m_unusedTokens, {});
+    for (const ActivationToken &token : unused) {
+        Q_EMIT tokenUnused(token);
+    }
+    if (const std::optional<ActivationToken> token = std::exchange(m_activation, std::nullopt)) {
+        Q_EMIT activated(*token);
+    }
+    deliverOneAction();
+}
+
+void ApplicationInstance::deliverOneAction()
+{
+    const auto canBeDelivered = [this](const Request &request) { return canDeliver(request.action); };
+    const auto next = std::ranges::find_if(m_waitingActions, canBeDelivered);
+    if (next == m_waitingActions.end()) {
+        return;
+    }
+    const Request request = *next;
+    m_waitingActions.erase(next);
+    if (std::ranges::all_of(m_waitingActions, canBeDelivered)) {
         m_patience.stop();
     }
+    if (std::ranges::any_of(m_waitingActions, canBeDelivered)) {
+        handleSoon();
+    }
+    Q_EMIT actionRequested(request.action, request.token);
+}
+
+void ApplicationInstance::dropWaitingActions()
+{
+    m_waitingActions.removeIf([this](const Request &request) { return !canDeliver(request.action); });
+}
+
+void ApplicationInstance::leaveUnused(const ActivationToken &token)
+{
+    if (m_unusedTokens.size() < mostWaiting) {
+        m_unusedTokens.append(token);
+    }
+    handleSoon();
 }
 
 void ApplicationInstance::Activate(const QVariantMap &platformData)
 {
     qCDebug(windowLog) << "a second start asks for the window";
     m_isActivated = true;
-    Q_EMIT activated(ActivationToken::fromPlatformData(platformData));
+    if (m_activation) {
+        leaveUnused(*m_activation);
+    }
+    m_activation = ActivationToken::fromPlatformData(platformData);
+    handleSoon();
 }
 
 void ApplicationInstance::Open(const QStringList &, const QVariantMap &platformData)
@@ -148,7 +194,7 @@ void ApplicationInstance::ActivateAction(
     const QString &actionName, const QVariantList &parameter, const QVariantMap &platformData)
 {
     const ActivationToken token = ActivationToken::fromPlatformData(platformData);
-    Q_EMIT tokenUnused(token);
+    leaveUnused(token);
     const std::optional<DesktopAction> action = desktopActionNamed(actionName);
     if (!action || !parameter.isEmpty()) {
         qCDebug(windowLog) << "refused: unknown action, or an action with a parameter:" << shortened(actionName);

@@ -5,6 +5,7 @@
 #include "platform/ActivationToken.h"
 
 #include <QDBusConnection>
+#include <QList>
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
@@ -35,7 +36,8 @@ public:
 
     /// True while only actions have been requested: the window then opens without taking the keyboard focus.
     [[nodiscard]] bool isAskedForActionsAlone() const;
-    /// Emits actionRequested() as soon as the action can be carried out, or never if that takes longer than a second.
+    /// Emits actionRequested() as soon as the action can be carried out, or never if that takes longer than a second or
+    /// ten actions are waiting.
     void requestAction(DesktopAction action, const ActivationToken &token = {});
     /// Call this when actions can be carried out, except those that need Music.
     void deliverActions();
@@ -51,8 +53,12 @@ public Q_SLOTS:
         const QString &actionName, const QVariantList &parameter, const QVariantMap &platformData);
 
 Q_SIGNALS:
+    // However many calls come over D-Bus, a turn of the event loop emits activated() once at most, with the token that
+    // came last, actionRequested() once at most, and tokenUnused() ten times at most.
+
     void activated(const tunedeck::ActivationToken &token);
-    /// The token came with an action, for which this program does not take the keyboard focus.
+    /// The token came with an action, for which this program does not take the keyboard focus, or shortly before
+    /// another one.
     void tokenUnused(const tunedeck::ActivationToken &token);
     /// `token` is for another program that the action shows.
     void actionRequested(tunedeck::DesktopAction action, const tunedeck::ActivationToken &token);
@@ -66,7 +72,11 @@ private:
     void registerObject();
     void callBus(const QString &method, const QVariantList &arguments);
     [[nodiscard]] bool canDeliver(DesktopAction action) const;
-    void deliverWaitingActions();
+    void handleSoon();
+    void handleRequests();
+    void deliverOneAction();
+    void dropWaitingActions();
+    void leaveUnused(const ActivationToken &token);
 
     QDBusConnection m_bus;
     bool m_isFirst;
@@ -74,7 +84,10 @@ private:
     bool m_isActionRequested = false;
     bool m_deliversActions = false;
     bool m_deliversMusicActions = false;
+    std::optional<ActivationToken> m_activation;
+    QList<ActivationToken> m_unusedTokens;
     QList<Request> m_waitingActions;
+    QTimer m_turn{this};
     QTimer m_patience{this};
 };
 

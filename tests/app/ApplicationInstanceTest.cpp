@@ -44,10 +44,22 @@ private:
 
 const ActivationToken tokenOfDock{QStringLiteral("dock-1_TIME7"), QStringLiteral("token")};
 
+QTimer &turnOf(ApplicationInstance &instance)
+{
+    return *instance.findChild<QTimer *>(QStringLiteral("turnTimer"));
+}
+
+/// Lets the instance handle all that it has been asked for.
+void handleAll(ApplicationInstance &instance)
+{
+    while (elapse(turnOf(instance))) { }
+}
+
 void carryOutAll(ApplicationInstance &instance)
 {
     instance.deliverActions();
     instance.deliverMusicActions();
+    handleAll(instance);
 }
 
 QDBusMessage callTo(const QString &interface, const QString &method, const QVariantList &arguments)
@@ -148,13 +160,49 @@ private Q_SLOTS:
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
         QSignalSpy activated(&instance, &ApplicationInstance::activated);
-        instance.Activate({{QStringLiteral("activation-token"), QString(100'000, u'x')}});
-        instance.Activate({{QStringLiteral("activation-token"), QVariantList{1, 2}}});
-        instance.Activate({});
+        for (const QVariantMap &platformData :
+            {QVariantMap{{QStringLiteral("activation-token"), QString(100'000, u'x')}},
+                QVariantMap{{QStringLiteral("activation-token"), QVariantList{1, 2}}}, QVariantMap()}) {
+            instance.Activate(platformData);
+            handleAll(instance);
+        }
         QCOMPARE(activated.count(), 3);
         for (const QVariantList &arguments : activated) {
             QCOMPARE(arguments.constFirst().value<ActivationToken>(), ActivationToken());
         }
+    }
+
+    void activationsThatComeAtOnceAreOne()
+    {
+        ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
+        const QSignalSpy activated(&instance, &ApplicationInstance::activated);
+        const QSignalSpy unused(&instance, &ApplicationInstance::tokenUnused);
+        for (int number = 1; number <= 5'000; ++number) {
+            instance.Activate({{QStringLiteral("desktop-startup-id"), QString::number(number)}});
+        }
+        QVERIFY(elapse(turnOf(instance)));
+        QCOMPARE(activated.count(), 1);
+        QCOMPARE(activated.constFirst().constFirst().value<ActivationToken>().x11StartupId, QStringLiteral("5000"));
+        // A dock whose start was the same one must not wait for it, but nobody may keep the program busy.
+        QCOMPARE(unused.count(), 10);
+        QCOMPARE(unused.constFirst().constFirst().value<ActivationToken>().x11StartupId, QStringLiteral("1"));
+    }
+
+    void actionsThatComeAtOnceAreCarriedOutOneAfterTheOther()
+    {
+        ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
+        carryOutAll(instance);
+        const DeliveredActions delivered(instance);
+        const QSignalSpy unused(&instance, &ApplicationInstance::tokenUnused);
+        for (int number = 1; number <= 5'000; ++number) {
+            instance.ActivateAction(QStringLiteral("keep-above"), {}, tokenOfDock.platformData());
+        }
+        for (int turn = 1; turn <= 10; ++turn) {
+            QVERIFY(elapse(turnOf(instance)));
+            QCOMPARE(delivered.names().size(), turn);
+        }
+        QVERIFY(!turnOf(instance).isActive());
+        QCOMPARE(unused.count(), 10);
     }
 
     void whoIsAskedToOpenFilesActivates()
@@ -162,6 +210,7 @@ private Q_SLOTS:
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
         QSignalSpy activated(&instance, &ApplicationInstance::activated);
         instance.Open({QStringLiteral("file:///song")}, {{QStringLiteral("activation-token"), QStringLiteral("open")}});
+        handleAll(instance);
         QCOMPARE(activated.count(), 1);
         QCOMPARE(activated.constFirst().constFirst().value<ActivationToken>().waylandToken, QStringLiteral("open"));
     }
@@ -173,6 +222,7 @@ private Q_SLOTS:
         QVERIFY(!instance.isAskedForActionsAlone());
         instance.ActivateAction(
             QStringLiteral("next"), {}, {{QStringLiteral("activation-token"), QStringLiteral("token")}});
+        handleAll(instance);
         QCOMPARE(activated.count(), 0);
         QVERIFY(instance.isAskedForActionsAlone());
         instance.Activate({});
@@ -186,12 +236,16 @@ private Q_SLOTS:
         instance.requestAction(DesktopAction::KeepAbove);
         instance.requestAction(DesktopAction::Previous);
         instance.deliverMusicActions();
+        handleAll(instance);
         QCOMPARE(delivered.names(), QStringList());
         instance.deliverActions();
+        handleAll(instance);
         QCOMPARE(delivered.names(), (QStringList{QStringLiteral("keep-above"), QStringLiteral("previous")}));
         instance.deliverActions();
+        handleAll(instance);
         QCOMPARE(delivered.names().size(), 2);
         instance.requestAction(DesktopAction::PlayPause);
+        handleAll(instance);
         QCOMPARE(delivered.names().constLast(), QStringLiteral("play-pause"));
     }
 
@@ -202,12 +256,15 @@ private Q_SLOTS:
         instance.requestAction(DesktopAction::Next);
         instance.requestAction(DesktopAction::KeepAbove);
         instance.deliverActions();
+        handleAll(instance);
         QCOMPARE(delivered.names(), {QStringLiteral("keep-above")});
         instance.requestAction(DesktopAction::KeepAbove);
+        handleAll(instance);
         QCOMPARE(delivered.names(), (QStringList{QStringLiteral("keep-above"), QStringLiteral("keep-above")}));
         instance.deliverMusicActions();
+        handleAll(instance);
         QCOMPARE(delivered.names().constLast(), QStringLiteral("next"));
-        QVERIFY(!instance.findChild<QTimer *>()->isActive());
+        QVERIFY(!instance.findChild<QTimer *>(QStringLiteral("patienceTimer"))->isActive());
     }
 
     void actionsDoNotWaitLongerThanASecond()
@@ -215,7 +272,7 @@ private Q_SLOTS:
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
         const DeliveredActions delivered(instance);
         instance.requestAction(DesktopAction::Next);
-        auto *patience = instance.findChild<QTimer *>();
+        auto *patience = instance.findChild<QTimer *>(QStringLiteral("patienceTimer"));
         QCOMPARE(patience->interval(), 1'000);
         QVERIFY(elapse(*patience));
         carryOutAll(instance);
