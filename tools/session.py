@@ -54,6 +54,10 @@ class Build:
         return self.program("tools/demo-player/tunedeck-demo-player")
 
     @property
+    def storm(self) -> Path:
+        return self.program("tools/storm/tunedeck-storm")
+
+    @property
     def tunedeck(self) -> Path:
         return self.program("src/app/tunedeck")
 

@@ -20,6 +20,8 @@ using namespace std::chrono_literals;
 
 constexpr int deadline = 1'000;
 constexpr auto patience = 1s;
+/// To show the window again and again costs the window manager and the X server more than this program.
+constexpr auto rest = 100ms;
 /// Limit for what any peer on the bus makes the program keep.
 constexpr int mostWaiting = 10;
 constexpr QLatin1String objectPath("/org/tunedeck/Tunedeck");
@@ -35,7 +37,6 @@ ApplicationInstance::ApplicationInstance(const QDBusConnection &bus, QObject *pa
     connect(&m_patience, &QTimer::timeout, this, &ApplicationInstance::dropWaitingActions);
     m_turn.setObjectName(QStringLiteral("turnTimer"));
     m_turn.setSingleShot(true);
-    m_turn.setInterval(0ms);
     connect(&m_turn, &QTimer::timeout, this, &ApplicationInstance::handleRequests);
 
     registerObject();
@@ -125,13 +126,14 @@ bool ApplicationInstance::canDeliver(DesktopAction action) const
 void ApplicationInstance::handleSoon()
 {
     if (!m_turn.isActive()) {
-        m_turn.start();
+        m_turn.start(m_rest.hasExpired() ? 0ms : rest);
     }
 }
 
 /// To show the window takes several answers of the X server, so a flood of calls must not do it once each.
 void ApplicationInstance::handleRequests()
 {
+    m_rest.setRemainingTime(rest);
     const QList<ActivationToken> unused = std::exchange(m_unusedTokens, {});
     for (const ActivationToken &token : unused) {
         Q_EMIT tokenUnused(token);

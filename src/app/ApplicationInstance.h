@@ -5,6 +5,7 @@
 #include "platform/ActivationToken.h"
 
 #include <QDBusConnection>
+#include <QDeadlineTimer>
 #include <QList>
 #include <QObject>
 #include <QStringList>
@@ -53,8 +54,8 @@ public Q_SLOTS:
         const QString &actionName, const QVariantList &parameter, const QVariantMap &platformData);
 
 Q_SIGNALS:
-    // However many calls come over D-Bus, a turn of the event loop emits activated() once at most, with the token that
-    // came last, actionRequested() once at most, and tokenUnused() ten times at most.
+    // However many calls come over D-Bus, every 100 ms emit activated() once at most, with the token that came last,
+    // actionRequested() once at most, and tokenUnused() ten times at most.
 
     void activated(const tunedeck::ActivationToken &token);
     /// The token came with an action, for which this program does not take the keyboard focus, or shortly before
@@ -88,6 +89,7 @@ private:
     QList<ActivationToken> m_unusedTokens;
     QList<Request> m_waitingActions;
     QTimer m_turn{this};
+    QDeadlineTimer m_rest;
     QTimer m_patience{this};
 };
 

@@ -118,7 +118,7 @@ private Q_SLOTS:
         std::optional<bool> answered;
         second.askFirst(std::nullopt, tokenOfDock, [&answered](bool isAnswered) { answered = isAnswered; });
         QTRY_COMPARE(answered, true);
-        QCOMPARE(activated.count(), 1);
+        QTRY_COMPARE(activated.count(), 1);
         QCOMPARE(activated.constFirst().constFirst().value<ActivationToken>(), tokenOfDock);
     }
 
@@ -135,7 +135,7 @@ private Q_SLOTS:
         std::optional<bool> answered;
         second.askFirst(DesktopAction::Next, tokenOfDock, [&answered](bool isAnswered) { answered = isAnswered; });
         QTRY_COMPARE(answered, true);
-        QCOMPARE(delivered.names(), {QStringLiteral("next")});
+        QTRY_COMPARE(delivered.names(), {QStringLiteral("next")});
         QCOMPARE(delivered.tokens(), {tokenOfDock});
         QCOMPARE(activated.count(), 0);
         QCOMPARE(left.count(), 1);
@@ -186,6 +186,21 @@ private Q_SLOTS:
         // A dock whose start was the same one must not wait for it, but nobody may keep the program busy.
         QCOMPARE(unused.count(), 10);
         QCOMPARE(unused.constFirst().constFirst().value<ActivationToken>().x11StartupId, QStringLiteral("1"));
+    }
+
+    void aCallIsHandledAtOnceAndTheNextOnesTogetherATenthOfASecondLater()
+    {
+        ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
+        const QSignalSpy activated(&instance, &ApplicationInstance::activated);
+        instance.Activate({});
+        QCOMPARE(turnOf(instance).interval(), 0);
+        QVERIFY(elapse(turnOf(instance)));
+        instance.Activate({});
+        instance.Activate({});
+        QCOMPARE(turnOf(instance).interval(), 100);
+        QVERIFY(elapse(turnOf(instance)));
+        QCOMPARE(activated.count(), 2);
+        QVERIFY(!turnOf(instance).isActive());
     }
 
     void actionsThatComeAtOnceAreCarriedOutOneAfterTheOther()

@@ -359,6 +359,14 @@ class WindowTest(DesktopTest):
         self.assertEqual(told, f'_NET_STARTUP_ID = "a \\"dock\\"\\\\s-1_TIME{asked_at}"')
         self.assertEqual(messages.take(), [f'remove: ID="a \\"dock\\"\\\\s-1_TIME{asked_at}"'])
 
+    def test_it_hears_a_second_start_after_another_program_has_called_it_without_end(self) -> None:
+        window = self.open_window()
+        subprocess.run([self.build.storm, "activate", "--rate", "5000", "--seconds", "3"], stdout=subprocess.DEVNULL,
+                       check=True)
+        output("xdotool", "windowminimize", "--sync", window.id)
+        self.start_again()
+        self.assertTrue(becomes(lambda: "_NET_WM_STATE_HIDDEN" not in window.states()))
+
     def test_the_first_start_tells_docks_that_it_is_over(self) -> None:
         messages = StartupMessages()
         self.addCleanup(messages.close)
