@@ -2,6 +2,7 @@
 #include "preferences/AppPreferencesWindow.h"
 
 #include "platform/UserDefaults.h"
+#include "widgets/movedInto.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -69,15 +70,6 @@ QScreen *screenOfUser()
     }
     QScreen *underPointer = QGuiApplication::screenAt(QCursor::pos());
     return underPointer ? underPointer : QGuiApplication::primaryScreen();
-}
-
-/// The position at which `frame` is inside `area`. A frame that is too large begins where `area` begins.
-QPoint movedInto(const QRect &area, const QRect &frame)
-{
-    const int farthestX = area.right() - frame.width() + 1;
-    const int farthestY = area.bottom() - frame.height() + 1;
-    return {std::max(area.left(), std::min(frame.left(), farthestX)),
-        std::max(area.top(), std::min(frame.top(), farthestY))};
 }
 } // namespace
 
