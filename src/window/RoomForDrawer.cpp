@@ -28,6 +28,7 @@ void RoomForDrawer::beginOpening()
     if (!m_goesBack) {
         m_before = m_window.contentGeometry();
     }
+    m_isOpen = true;
     m_goesBack = false;
     m_placeWhenOpen.reset();
 }
@@ -36,7 +37,7 @@ void RoomForDrawer::beginClosing()
 {
     m_settling.stop();
     m_open = m_window.contentGeometry();
-    m_goesBack = wasPushed();
+    m_goesBack = wasPushedTo(m_open);
 }
 
 void RoomForDrawer::setHeight(int height)
@@ -63,14 +64,21 @@ void RoomForDrawer::finishClosing()
         setHeight(m_before.height());
         m_goesBack = false;
     }
+    m_isOpen = false;
 }
 
-/// Whether the window manager, rather than the user, has brought the window from its former place to the present one.
-bool RoomForDrawer::wasPushed() const
+QPoint RoomForDrawer::placeWithoutDrawer() const
 {
-    const int push = m_before.top() - m_open.top();
-    return m_open.topLeft() == m_placeWhenOpen.value_or(m_open.topLeft()) && m_open.left() == m_before.left()
-        && push > 0 && push <= m_window.height() && m_open.height() > m_before.height();
+    const QRect place = m_window.contentGeometry();
+    return m_isOpen && (m_goesBack || wasPushedTo(place)) ? m_before.topLeft() : place.topLeft();
+}
+
+/// Whether the window manager, rather than the user, has brought the window from its former place to `place`.
+bool RoomForDrawer::wasPushedTo(const QRect &place) const
+{
+    const int push = m_before.top() - place.top();
+    return place.topLeft() == m_placeWhenOpen.value_or(place.topLeft()) && place.left() == m_before.left() && push > 0
+        && push <= m_window.height() && place.height() > m_before.height();
 }
 
 } // namespace tunedeck

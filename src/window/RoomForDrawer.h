@@ -28,14 +28,18 @@ public:
     void setHeight(int height);
     void finishOpening();
     void finishClosing();
+    /// The content's top left corner on the screen with the drawer closed: where the window is now, unless it was
+    /// pushed up for the drawer.
+    [[nodiscard]] QPoint placeWithoutDrawer() const;
 
 private:
-    [[nodiscard]] bool wasPushed() const;
+    [[nodiscard]] bool wasPushedTo(const QRect &place) const;
 
     Window &m_window;
     QRect m_before; ///< the content's place on the screen before the drawer opened
     QRect m_open; ///< its place when the drawer began to close
     std::optional<QPoint> m_placeWhenOpen; ///< its top left corner, once the window manager has made room
+    bool m_isOpen = false; ///< also while it opens or closes
     bool m_goesBack = false;
     QTimer m_settling{this};
 };

@@ -180,10 +180,10 @@ void Window::setShadowMargins(const QMargins &margins)
     const QRect content = geometry().marginsRemoved(m_shadowMargins);
     m_shadowMargins = margins;
     applySizeLimits();
-    if (m_hasBeenSeen) {
+    if (m_hasBeenSeen || testAttribute(Qt::WA_Moved)) {
         setGeometry(content.marginsAdded(margins));
     } else {
-        // The window manager has not placed the window yet.
+        // The window has no place: the window manager will choose one.
         resizeContent(content.size());
     }
 }

@@ -3,6 +3,7 @@
 
 #include "player/DrawerHost.h"
 #include "widgets/ResizeAnimation.h"
+#include "window/FrameAutosave.h"
 #include "window/RoomForDrawer.h"
 #include "window/Window.h"
 
@@ -16,7 +17,8 @@ class PlaylistWindowController;
 class UserDefaults;
 
 /// Owns the player's window. Keeps it above all others if the user's settings say so, and gives it one of its two
-/// heights: that of the player alone or that of the player with the open drawer. Opening and closing are animated.
+/// heights: that of the player alone or that of the player with the open drawer. Opening and closing are animated. The
+/// window has the width and the place of the last run, and starts with the drawer closed.
 class WindowController : public DrawerHost {
     Q_OBJECT
     Q_PROPERTY(bool keepAboveAllWindows READ keepAboveAllWindows WRITE setKeepAboveAllWindows NOTIFY
@@ -66,6 +68,7 @@ private:
     bool m_isExpanded = false;
     Window m_window;
     RoomForDrawer m_room{m_window, this};
+    FrameAutosave m_frameAutosave{m_window, m_room, m_defaults, this};
     ResizeAnimation m_heightAnimation{m_window};
 };
 
