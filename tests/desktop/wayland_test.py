@@ -201,6 +201,20 @@ class WaylandTest(unittest.TestCase):
             (x + 2, y + 32), (-60, 0), range(x - 60, x - 39), only(y), range(390, 411), only(height))
         self.assertEqual(left + width, x + 350)
 
+    def test_it_opens_as_wide_as_it_was_and_keeps_the_place_that_it_has_on_x11(self) -> None:
+        settings = self.home / ".config/tunedeck/tunedeck.conf"
+        settings.parent.mkdir(parents=True)
+        place = "PlayerWindowPlace=7 8 0 0 1280 720 screen"
+        settings.write_text(f"[General]\n{place}\n")
+        x, y, width, height = self.open_window()
+        _, _, width, _ = self.assert_drag_leads_to(
+            (x + width - 2, y + 32), (60, 20), only(x), only(y), range(490, 511), only(height))
+        until(lambda: f"PlayerWindowWidth={width}\n" in settings.read_text(), "the width is saved")
+        self.assertIn(place, settings.read_text())
+        press("ctrl+q")
+        self.assert_frame_becomes(None)
+        self.assertEqual(self.open_window()[2:], (width, height))
+
     def test_the_drawer_opens_below_and_leaves_nothing_behind(self) -> None:
         x, y, width, height = before = self.open_window()
         press("ctrl+l")
