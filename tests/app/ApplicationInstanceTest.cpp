@@ -135,7 +135,7 @@ private Q_SLOTS:
         std::optional<bool> answered;
         second.askFirst(DesktopAction::Next, tokenOfDock, [&answered](bool isAnswered) { answered = isAnswered; });
         QTRY_COMPARE(answered, true);
-        QTRY_COMPARE(delivered.names(), {QStringLiteral("next")});
+        QTRY_COMPARE(delivered.names(), QStringList{QStringLiteral("next")});
         QCOMPARE(delivered.tokens(), {tokenOfDock});
         QCOMPARE(activated.count(), 0);
         QCOMPARE(left.count(), 1);
