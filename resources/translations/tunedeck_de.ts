@@ -1002,6 +1002,46 @@
         <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
         <translation>Kam sie mit Ihrem System, kommen neue Versionen mit dessen Aktualisierungen. Haben Sie sie selbst erstellt, erstellen Sie sie neu aus neueren Quellen.</translation>
     </message>
+    <message>
+        <source>The list of updates is not signed.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Die Liste der Aktualisierungen ist nicht signiert.</translation>
+    </message>
+    <message>
+        <source>Tunedeck trusts only a list that its makers have signed. Check for updates again later, or download a new version from where you got this one.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Tunedeck vertraut nur einer Liste, die seine Entwickler signiert haben. Suchen Sie später erneut nach Aktualisierungen, oder laden Sie eine neue Version von dort herunter, woher Sie diese haben.</translation>
+    </message>
+    <message>
+        <source>The list of updates cannot be trusted.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Der Liste der Aktualisierungen ist nicht zu trauen.</translation>
+    </message>
+    <message>
+        <source>It does not come from Tunedeck&apos;s makers, or it was changed on the way. Check for updates again later, or on another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Sie stammt nicht von den Entwicklern von Tunedeck, oder sie wurde unterwegs verändert. Suchen Sie später oder in einem anderen Netzwerk erneut nach Aktualisierungen.</translation>
+    </message>
+    <message>
+        <source>The list of updates is older than one seen before.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Die Liste der Aktualisierungen ist älter als eine frühere.</translation>
+    </message>
+    <message>
+        <source>Tunedeck does not go back to an older list, which may hide new versions. Check for updates again later, or on another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Tunedeck kehrt nicht zu einer älteren Liste zurück, denn sie könnte neue Versionen verschweigen. Suchen Sie später oder in einem anderen Netzwerk erneut nach Aktualisierungen.</translation>
+    </message>
+    <message>
+        <source>The list of updates has expired.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Die Liste der Aktualisierungen ist abgelaufen.</translation>
+    </message>
+    <message>
+        <source>This computer&apos;s date is %1. If that is wrong, set the date. If it is right, check for updates again later, or on another network.</source>
+        <comment>Updates: what to do about an error; %1 is a date</comment>
+        <translation>Das Datum dieses Rechners ist %1. Stellen Sie es richtig, wenn es falsch ist. Wenn es stimmt, suchen Sie später oder in einem anderen Netzwerk erneut nach Aktualisierungen.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::ViewController</name>

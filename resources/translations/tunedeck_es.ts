@@ -1002,6 +1002,46 @@
         <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
         <translation>Si venía con su sistema, las versiones nuevas llegan con las actualizaciones del sistema. Si la compiló usted, vuelva a compilarla con fuentes más recientes.</translation>
     </message>
+    <message>
+        <source>The list of updates is not signed.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>La lista de actualizaciones no está firmada.</translation>
+    </message>
+    <message>
+        <source>Tunedeck trusts only a list that its makers have signed. Check for updates again later, or download a new version from where you got this one.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Tunedeck solo se fía de una lista firmada por sus creadores. Vuelva a buscar actualizaciones más tarde o descargue una versión nueva de donde obtuvo esta.</translation>
+    </message>
+    <message>
+        <source>The list of updates cannot be trusted.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>La lista de actualizaciones no es de fiar.</translation>
+    </message>
+    <message>
+        <source>It does not come from Tunedeck&apos;s makers, or it was changed on the way. Check for updates again later, or on another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>No procede de los creadores de Tunedeck o fue modificada por el camino. Vuelva a buscar actualizaciones más tarde o en otra red.</translation>
+    </message>
+    <message>
+        <source>The list of updates is older than one seen before.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>La lista de actualizaciones es más antigua que una ya vista.</translation>
+    </message>
+    <message>
+        <source>Tunedeck does not go back to an older list, which may hide new versions. Check for updates again later, or on another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Tunedeck no vuelve a una lista más antigua, que puede ocultar versiones nuevas. Vuelva a buscar actualizaciones más tarde o en otra red.</translation>
+    </message>
+    <message>
+        <source>The list of updates has expired.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>La lista de actualizaciones ha caducado.</translation>
+    </message>
+    <message>
+        <source>This computer&apos;s date is %1. If that is wrong, set the date. If it is right, check for updates again later, or on another network.</source>
+        <comment>Updates: what to do about an error; %1 is a date</comment>
+        <translation>La fecha de este equipo es %1. Si es incorrecta, ajústela. Si es correcta, vuelva a buscar actualizaciones más tarde o en otra red.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::ViewController</name>

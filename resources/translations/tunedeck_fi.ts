@@ -1002,6 +1002,46 @@
         <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
         <translation>Jos se tuli järjestelmäsi mukana, uudet versiot tulevat järjestelmän päivitysten mukana. Jos koostit sen itse, koosta se uudelleen uudemmasta lähdekoodista.</translation>
     </message>
+    <message>
+        <source>The list of updates is not signed.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Päivitysluetteloa ei ole allekirjoitettu.</translation>
+    </message>
+    <message>
+        <source>Tunedeck trusts only a list that its makers have signed. Check for updates again later, or download a new version from where you got this one.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Tunedeck luottaa vain tekijöidensä allekirjoittamaan luetteloon. Etsi päivityksiä myöhemmin uudelleen tai lataa uusi versio sieltä, mistä sait tämän.</translation>
+    </message>
+    <message>
+        <source>The list of updates cannot be trusted.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Päivitysluetteloon ei voi luottaa.</translation>
+    </message>
+    <message>
+        <source>It does not come from Tunedeck&apos;s makers, or it was changed on the way. Check for updates again later, or on another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Se ei ole peräisin Tunedeckin tekijöiltä, tai sitä on muutettu matkalla. Etsi päivityksiä uudelleen myöhemmin tai toisessa verkossa.</translation>
+    </message>
+    <message>
+        <source>The list of updates is older than one seen before.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Päivitysluettelo on vanhempi kuin aiemmin nähty.</translation>
+    </message>
+    <message>
+        <source>Tunedeck does not go back to an older list, which may hide new versions. Check for updates again later, or on another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Tunedeck ei palaa vanhempaan luetteloon, joka voi salata uusia versioita. Etsi päivityksiä uudelleen myöhemmin tai toisessa verkossa.</translation>
+    </message>
+    <message>
+        <source>The list of updates has expired.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Päivitysluettelo on vanhentunut.</translation>
+    </message>
+    <message>
+        <source>This computer&apos;s date is %1. If that is wrong, set the date. If it is right, check for updates again later, or on another network.</source>
+        <comment>Updates: what to do about an error; %1 is a date</comment>
+        <translation>Tämän tietokoneen päivämäärä on %1. Jos se on väärä, korjaa se. Jos se on oikea, etsi päivityksiä uudelleen myöhemmin tai toisessa verkossa.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::ViewController</name>

@@ -1002,6 +1002,46 @@
         <comment>Updates: Tunedeck came with the system, or was built by hand</comment>
         <translation>Jeśli pochodzi z systemu, nowe wersje są dostarczane z aktualizacjami systemu. Jeśli została zbudowana samodzielnie, należy zbudować ją ponownie z nowszych źródeł.</translation>
     </message>
+    <message>
+        <source>The list of updates is not signed.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Lista aktualizacji nie jest podpisana.</translation>
+    </message>
+    <message>
+        <source>Tunedeck trusts only a list that its makers have signed. Check for updates again later, or download a new version from where you got this one.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Tunedeck ufa tylko liście podpisanej przez jego twórców. Sprawdź aktualizacje później lub pobierz nową wersję stamtąd, skąd masz tę.</translation>
+    </message>
+    <message>
+        <source>The list of updates cannot be trusted.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Liście aktualizacji nie można ufać.</translation>
+    </message>
+    <message>
+        <source>It does not come from Tunedeck&apos;s makers, or it was changed on the way. Check for updates again later, or on another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Nie pochodzi od twórców Tunedecka albo została po drodze zmieniona. Sprawdź aktualizacje później lub w innej sieci.</translation>
+    </message>
+    <message>
+        <source>The list of updates is older than one seen before.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Lista aktualizacji jest starsza niż widziana wcześniej.</translation>
+    </message>
+    <message>
+        <source>Tunedeck does not go back to an older list, which may hide new versions. Check for updates again later, or on another network.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Tunedeck nie wraca do starszej listy, która może ukrywać nowe wersje. Sprawdź aktualizacje później lub w innej sieci.</translation>
+    </message>
+    <message>
+        <source>The list of updates has expired.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Lista aktualizacji straciła ważność.</translation>
+    </message>
+    <message>
+        <source>This computer&apos;s date is %1. If that is wrong, set the date. If it is right, check for updates again later, or on another network.</source>
+        <comment>Updates: what to do about an error; %1 is a date</comment>
+        <translation>Data na tym komputerze to %1. Jeśli jest błędna, ustaw ją. Jeśli jest poprawna, sprawdź aktualizacje później lub w innej sieci.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::ViewController</name>

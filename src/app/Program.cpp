@@ -32,7 +32,7 @@ Program::Program(const SessionBus &sessionBus, ApplicationInstance &instance, Ac
     , m_token(std::move(token))
     , m_appearance(m_defaults, sessionBus.connection())
     , m_music(sessionBus.connection(), m_defaults, m_launcher)
-    , m_updater(sessionBus.connection())
+    , m_updater(sessionBus.connection(), m_defaults)
 {
     connect(&m_launcher, &ApplicationLauncher::failed, &QApplication::beep);
     connect(

@@ -19,14 +19,16 @@ QString standardModulePath()
 }
 } // namespace
 
-SoftwareUpdater::SoftwareUpdater(const QDBusConnection &bus, QObject *parent)
-    : SoftwareUpdater(bus, standardModulePath(), parent)
+SoftwareUpdater::SoftwareUpdater(const QDBusConnection &bus, UserDefaults &settings, QObject *parent)
+    : SoftwareUpdater(bus, settings, standardModulePath(), parent)
 {
 }
 
-SoftwareUpdater::SoftwareUpdater(const QDBusConnection &bus, const QString &modulePath, QObject *parent)
+SoftwareUpdater::SoftwareUpdater(
+    const QDBusConnection &bus, UserDefaults &settings, const QString &modulePath, QObject *parent)
     : Updater(parent)
     , m_bus(bus)
+    , m_settings(settings)
     , m_modulePath(modulePath)
 {
 }
@@ -57,7 +59,7 @@ std::function<void()> SoftwareUpdater::loadModule() const
         return {};
     }
     const auto *module = qobject_cast<UpdatesModule *>(loader.instance());
-    return module ? module->makeCheck(m_bus) : nullptr;
+    return module ? module->makeCheck(m_bus, m_settings) : nullptr;
 }
 
 void SoftwareUpdater::reportMissingModule()

@@ -41,6 +41,8 @@ inline const QString lastFollowedPlayer = QStringLiteral("LastFollowedPlayer");
 inline const QString followedPlayerName = QStringLiteral("FollowedPlayerName");
 /// The players that are never followed unless the user pins them (texts): of each its identifier, then its name.
 inline const QString neverFollowedPlayers = QStringLiteral("NeverFollowedPlayers");
+/// The serial of the newest list of updates that was seen (integer).
+inline const QString newestUpdateFeed = QStringLiteral("NewestUpdateFeed");
 } // namespace SettingsKey
 
 /// The value of SettingsKey::appleAccentColor for grey. Any other value, or none, is a colour.

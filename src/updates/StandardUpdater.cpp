@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "updates/StandardUpdater.h"
 
+#include "platform/UserDefaults.h"
 #include "updates/UpdateCheck.h"
 #include "updates/UpdateDownload.h"
 #include "updates/feed/PublicKey.h"
@@ -35,12 +36,28 @@ bool hasSystemUpdater()
     const QStringList updaters = systemUpdaters();
     return std::any_of(updaters.begin(), updaters.end(), isInstalled);
 }
+
+/// Empty if one of them is not a key.
+QList<PublicKey> keysFrom(const QByteArrayList &base64)
+{
+    QList<PublicKey> keys;
+    for (const QByteArray &text : base64) {
+        const std::optional<PublicKey> key = PublicKey::fromBase64(text);
+        if (!key) {
+            return {};
+        }
+        keys.append(*key);
+    }
+    return keys;
+}
 } // namespace
 
-StandardUpdater::StandardUpdater(const UpdaterConfiguration &configuration, const QDBusConnection &bus, QObject *parent)
+StandardUpdater::StandardUpdater(
+    const UpdaterConfiguration &configuration, const QDBusConnection &bus, UserDefaults &settings, QObject *parent)
     : QObject(parent)
     , m_configuration(configuration)
     , m_bus(bus)
+    , m_settings(settings)
 {
     connect(&m_window, &UpdateWindow::rejected, this, &StandardUpdater::end);
     connect(&m_window, &UpdateWindow::downloadRequested, this, &StandardUpdater::startDownload);
@@ -72,11 +89,15 @@ void StandardUpdater::startCheck()
         showNoFeed();
         return;
     }
-    if (!isSecureAddress(m_configuration.feed) || !PublicKey::fromBase64(m_configuration.publicKey)) {
+    const QList<PublicKey> keys = keysFrom(m_configuration.publicKeys);
+    if (!isSecureAddress(m_configuration.feed) || keys.isEmpty()) {
         showFailure(UpdateFailure::misconfigured);
         return;
     }
-    m_check = new UpdateCheck(m_configuration.transferRules, m_configuration.program, this);
+    m_check = new UpdateCheck({m_configuration.transferRules, m_configuration.feedDeadline, keys,
+                                  m_settings.integerForKey(SettingsKey::newestUpdateFeed), m_configuration.program},
+        this);
+    connect(m_check, &UpdateCheck::believed, this, &StandardUpdater::keepSerial);
     connect(m_check, &UpdateCheck::found, this, &StandardUpdater::offer);
     connect(m_check, &UpdateCheck::failed, this, &StandardUpdater::showFailure);
     connect(m_check, &UpdateCheck::upToDate, this, [this] {
@@ -88,12 +109,21 @@ void StandardUpdater::startCheck()
         m_window.showForNewerSystem(newest, m_configuration.program.shortVersion);
     });
     m_window.showChecking();
-    m_check->start(m_configuration.feed, m_configuration.feedDeadline);
+    m_check->start(m_configuration.feed);
+}
+
+void StandardUpdater::keepSerial(qint64 serial)
+{
+    if (serial > m_settings.integerForKey(SettingsKey::newestUpdateFeed)) {
+        m_settings.setValue(SettingsKey::newestUpdateFeed, serial);
+    }
 }
 
 void StandardUpdater::offer(const AppcastItem &update)
 {
-    if (update.length == 0 || update.signature.isEmpty() || !isSecureAddress(update.url)) {
+    const QByteArray statement = update.statement().text();
+    if (statement.isEmpty() || !isSignedByOneOf(keysFrom(m_configuration.publicKeys), statement, update.signature)
+        || !isSecureAddress(update.url)) {
         showFailure(UpdateFailure::notVerifiable);
         return;
     }
@@ -104,12 +134,10 @@ void StandardUpdater::offer(const AppcastItem &update)
 
 void StandardUpdater::startDownload()
 {
-    const std::optional<PublicKey> key = PublicKey::fromBase64(m_configuration.publicKey);
-    if (!m_update || m_download || !key) {
+    if (!m_update || m_download) {
         return;
     }
-    const UpdateDownload::Terms terms{m_configuration.transferRules, *key, m_configuration.downloadFolder};
-    m_download = new UpdateDownload(terms, *m_update, this);
+    m_download = new UpdateDownload(m_configuration.transferRules, *m_update, m_configuration.downloadFolder, this);
     connect(m_download, &UpdateDownload::progressed, &m_window, &UpdateWindow::setReceived);
     connect(m_download, &UpdateDownload::verifying, &m_window, &UpdateWindow::showVerifying);
     connect(m_download, &UpdateDownload::failed, this, &StandardUpdater::showFailure);

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "platform/ApplicationLauncher.h"
-#include "updates/Transfer.h"
+#include "updates/TransferRules.h"
 #include "updates/UpdateWindow.h"
 #include "updates/feed/Appcast.h"
 
-#include <QByteArray>
+#include <QByteArrayList>
 #include <QFutureWatcher>
 #include <QObject>
 #include <QPointer>
@@ -22,12 +22,13 @@ namespace tunedeck {
 
 class UpdateCheck;
 class UpdateDownload;
+class UserDefaults;
 
 struct UpdaterConfiguration {
     /// Empty for a copy that gets its updates from elsewhere: from the system, or from the user who built it.
     QUrl feed;
-    /// The Ed25519 public key that verifies updates, in Base64.
-    QByteArray publicKey;
+    /// The Ed25519 public keys that verify updates, each in Base64.
+    QByteArrayList publicKeys;
     RunningProgram program;
     QString downloadFolder;
     TransferRules transferRules = {};
@@ -41,10 +42,12 @@ class StandardUpdater : public QObject {
     Q_OBJECT
 
 public:
-    /// `bus` always refers to the current bus, and must outlive this object.
-    StandardUpdater(const UpdaterConfiguration &configuration, const QDBusConnection &bus, QObject *parent = nullptr);
-    StandardUpdater(
-        const UpdaterConfiguration &configuration, QDBusConnection &&bus, QObject *parent = nullptr) = delete;
+    /// `bus` always refers to the current bus. It and `settings`, which keep the serial of the newest feed, must
+    /// outlive this object.
+    StandardUpdater(const UpdaterConfiguration &configuration, const QDBusConnection &bus, UserDefaults &settings,
+        QObject *parent = nullptr);
+    StandardUpdater(const UpdaterConfiguration &configuration, QDBusConnection &&bus, UserDefaults &settings,
+        QObject *parent = nullptr) = delete;
     /// Stops a check or a download, and leaves nothing of it in the download folder.
     ~StandardUpdater() override;
 
@@ -55,6 +58,7 @@ public Q_SLOTS:
 
 private:
     void startCheck();
+    void keepSerial(qint64 serial);
     void offer(const AppcastItem &update);
     void startDownload();
     void showNoFeed();
@@ -64,6 +68,7 @@ private:
 
     const UpdaterConfiguration m_configuration;
     const QDBusConnection &m_bus;
+    UserDefaults &m_settings;
     QPointer<UpdateCheck> m_check;
     std::optional<AppcastItem> m_update; ///< the offered update, until it is downloaded
     QPointer<UpdateDownload> m_download;

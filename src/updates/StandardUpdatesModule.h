@@ -14,7 +14,7 @@ class StandardUpdatesModule : public QObject, public UpdatesModule {
     Q_INTERFACES(tunedeck::UpdatesModule)
 
 public:
-    [[nodiscard]] Check makeCheck(const QDBusConnection &bus) const override;
+    [[nodiscard]] Check makeCheck(const QDBusConnection &bus, UserDefaults &settings) const override;
 };
 
 } // namespace tunedeck

@@ -4,6 +4,7 @@
 #include "updates/fileName.h"
 #include "updates/inBackground.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -16,14 +17,16 @@ namespace {
 constexpr int maximumNames = 100;
 
 /// No value if the file cannot be read. Closes `descriptor`.
-std::optional<bool> isGenuine(int descriptor, const AppcastItem &update, const PublicKey &key)
+std::optional<bool> isGenuine(int descriptor, const AppcastItem &update)
 {
     QFile file;
     if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle) || file.size() != update.length) {
         return std::nullopt;
     }
     const uchar *data = file.map(0, update.length);
-    return data ? std::optional(key.hasSigned(data, update.length, update.signature)) : std::nullopt;
+    const QByteArrayView content(data, data ? update.length : 0);
+    return data ? std::optional(QCryptographicHash::hash(content, QCryptographicHash::Sha512) == update.sha512)
+                : std::nullopt;
 }
 
 /// A dangling link takes a path too.
@@ -34,12 +37,13 @@ bool isTaken(const QString &path)
 }
 } // namespace
 
-UpdateDownload::UpdateDownload(const Terms &terms, const AppcastItem &update, QObject *parent)
+UpdateDownload::UpdateDownload(
+    const TransferRules &rules, const AppcastItem &update, const QString &folder, QObject *parent)
     : QObject(parent)
-    , m_terms(terms)
     , m_update(update)
-    , m_file(QDir(terms.folder).filePath(QStringLiteral(".tunedeck-XXXXXX")))
-    , m_transfer(terms.transferRules, update.length,
+    , m_folder(folder)
+    , m_file(QDir(folder).filePath(QStringLiteral(".tunedeck-XXXXXX")))
+    , m_transfer(rules, update.length,
           [this](QByteArrayView bytes) { return m_file.write(bytes.data(), bytes.size()) == bytes.size(); })
 {
     connect(&m_transfer, &Transfer::progressed, this, &UpdateDownload::progressed);
@@ -52,7 +56,7 @@ UpdateDownload::UpdateDownload(const Terms &terms, const AppcastItem &update, QO
 
 void UpdateDownload::start()
 {
-    if (!QDir().mkpath(m_terms.folder) || !m_file.open()) {
+    if (!QDir().mkpath(m_folder) || !m_file.open()) {
         fail(UpdateFailure::notSaved);
         return;
     }
@@ -71,8 +75,8 @@ void UpdateDownload::verify()
     }
     Q_EMIT verifying();
     // The thread has a descriptor of its own, because the download may be stopped meanwhile.
-    m_verification.setFuture(inBackground([descriptor = ::dup(m_file.handle()), update = m_update,
-                                              key = m_terms.publicKey] { return isGenuine(descriptor, update, key); }));
+    m_verification.setFuture(inBackground(
+        [descriptor = ::dup(m_file.handle()), update = m_update] { return isGenuine(descriptor, update); }));
 }
 
 void UpdateDownload::saveUnderName()
@@ -86,12 +90,12 @@ void UpdateDownload::saveUnderName()
         return;
     }
     if (!*isVerified) {
-        fail(UpdateFailure::wronglySigned);
+        fail(UpdateFailure::notGenuine);
         return;
     }
-    const QString name = fileNameFrom(m_update.url);
+    const QString name = fileNameFor(m_update.displayVersion(), m_update.url);
     for (int attempt = 0; attempt < maximumNames; ++attempt) {
-        const QString path = QDir(m_terms.folder).filePath(numberedFileName(name, attempt));
+        const QString path = QDir(m_folder).filePath(numberedFileName(name, attempt));
         if (isTaken(path)) {
             continue;
         }

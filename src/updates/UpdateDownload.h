@@ -3,7 +3,6 @@
 
 #include "updates/Transfer.h"
 #include "updates/feed/Appcast.h"
-#include "updates/feed/PublicKey.h"
 
 #include <QByteArray>
 #include <QFutureWatcher>
@@ -13,7 +12,7 @@
 
 namespace tunedeck {
 
-/// Downloads the file of an update into a folder. The file appears there only if it has the length and the signature
+/// Downloads the file of an update into a folder. The file appears there only if it has the length and the SHA-512
 /// that the feed says. Emits exactly one of saved() and failed(), or none if it is deleted before.
 ///
 /// On file systems that support files without a name, as those of Linux do, no unverified file is left behind however
@@ -23,20 +22,16 @@ class UpdateDownload : public QObject {
     Q_OBJECT
 
 public:
-    struct Terms {
-        TransferRules transferRules;
-        PublicKey publicKey;
-        QString folder; ///< created if it does not exist
-    };
-
-    UpdateDownload(const Terms &terms, const AppcastItem &update, QObject *parent = nullptr);
+    /// Creates `folder` if it does not exist.
+    UpdateDownload(
+        const TransferRules &rules, const AppcastItem &update, const QString &folder, QObject *parent = nullptr);
 
     /// Call it once.
     void start();
 
 Q_SIGNALS:
     void progressed(qint64 bytes);
-    /// All data has been received; the signature is being verified.
+    /// All data has been received; the file is being verified.
     void verifying();
     void saved(const QString &path);
     void failed(tunedeck::UpdateFailure failure);
@@ -46,8 +41,8 @@ private:
     void saveUnderName();
     void fail(UpdateFailure failure);
 
-    const Terms m_terms;
     const AppcastItem m_update;
+    const QString m_folder;
     QTemporaryFile m_file;
     Transfer m_transfer; ///< writes into m_file
     QFutureWatcher<std::optional<bool>> m_verification;

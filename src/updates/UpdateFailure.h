@@ -29,13 +29,20 @@ enum class UpdateFailure {
 
     feedTooLong,
     feedNotUnderstood,
+    feedNotSigned,
+    /// The feed was changed, or signed with an unknown key.
+    feedWronglySigned,
+    /// A feed that was published later has been seen.
+    feedOutdated,
+    feedExpired,
 
-    /// The feed has no length or no signature of the file, or no secure address.
+    /// The feed has no length, no hash or no valid signature of the file, or no secure address.
     notVerifiable,
     incomplete,
     /// The file is longer than the feed says.
     tooLong,
-    wronglySigned,
+    /// The file has another hash than the feed says.
+    notGenuine,
     /// The file could not be written.
     notSaved,
 };

@@ -4,6 +4,9 @@
 #include "platform/FatalError.h"
 #include "updates/UpdateWindow.h"
 
+#include <QDate>
+#include <QLocale>
+
 namespace tunedeck {
 
 namespace {
@@ -37,6 +40,43 @@ FailureMessage messageOfConnection(UpdateFailure failure)
         fatalError("not a failure of a connection");
     }
 }
+
+FailureMessage messageOfFeed(UpdateFailure failure)
+{
+    switch (failure) {
+    case UpdateFailure::feedTooLong:
+        return {UpdateWindow::tr("The list of updates is too long.", "Updates: title of an error"),
+            UpdateWindow::tr(
+                "Tunedeck stopped reading it. Check for updates again later.", "Updates: what to do about an error")};
+    case UpdateFailure::feedNotUnderstood:
+        return {UpdateWindow::tr("The list of updates could not be read.", "Updates: title of an error"),
+            UpdateWindow::tr("Check for updates again later.", "Updates: what to do about an error")};
+    case UpdateFailure::feedNotSigned:
+        return {UpdateWindow::tr("The list of updates is not signed.", "Updates: title of an error"),
+            UpdateWindow::tr("Tunedeck trusts only a list that its makers have signed. Check for updates again later, "
+                             "or download a new version from where you got this one.",
+                "Updates: what to do about an error")};
+    case UpdateFailure::feedWronglySigned:
+        return {UpdateWindow::tr("The list of updates cannot be trusted.", "Updates: title of an error"),
+            UpdateWindow::tr("It does not come from Tunedeck's makers, or it was changed on the way. Check for updates "
+                             "again later, or on another network.",
+                "Updates: what to do about an error")};
+    case UpdateFailure::feedOutdated:
+        return {UpdateWindow::tr("The list of updates is older than one seen before.", "Updates: title of an error"),
+            UpdateWindow::tr(
+                "Tunedeck does not go back to an older list, which may hide new versions. Check for updates "
+                "again later, or on another network.",
+                "Updates: what to do about an error")};
+    case UpdateFailure::feedExpired:
+        return {UpdateWindow::tr("The list of updates has expired.", "Updates: title of an error"),
+            UpdateWindow::tr("This computer's date is %1. If that is wrong, set the date. If it is right, check for "
+                             "updates again later, or on another network.",
+                "Updates: what to do about an error; %1 is a date")
+                .arg(QLocale().toString(QDate::currentDate(), QLocale::LongFormat))};
+    default:
+        fatalError("not a failure of a feed");
+    }
+}
 } // namespace
 
 FailureMessage failureMessage(UpdateFailure failure)
@@ -58,12 +98,12 @@ FailureMessage failureMessage(UpdateFailure failure)
     case UpdateFailure::interrupted:
         return messageOfConnection(failure);
     case UpdateFailure::feedTooLong:
-        return {UpdateWindow::tr("The list of updates is too long.", "Updates: title of an error"),
-            UpdateWindow::tr(
-                "Tunedeck stopped reading it. Check for updates again later.", "Updates: what to do about an error")};
     case UpdateFailure::feedNotUnderstood:
-        return {UpdateWindow::tr("The list of updates could not be read.", "Updates: title of an error"),
-            UpdateWindow::tr("Check for updates again later.", "Updates: what to do about an error")};
+    case UpdateFailure::feedNotSigned:
+    case UpdateFailure::feedWronglySigned:
+    case UpdateFailure::feedOutdated:
+    case UpdateFailure::feedExpired:
+        return messageOfFeed(failure);
     case UpdateFailure::notVerifiable:
         return {UpdateWindow::tr("A new version is available, but it cannot be trusted.", "Updates: title of an error"),
             UpdateWindow::tr(
@@ -77,7 +117,7 @@ FailureMessage failureMessage(UpdateFailure failure)
         return {UpdateWindow::tr("The download is not the expected file.", "Updates: title of an error"),
             UpdateWindow::tr("It is larger than announced, so it was deleted. Try again later.",
                 "Updates: what to do about an error")};
-    case UpdateFailure::wronglySigned:
+    case UpdateFailure::notGenuine:
         return {UpdateWindow::tr("The download cannot be trusted.", "Updates: title of an error"),
             UpdateWindow::tr("It does not come from Tunedeck's makers, or it was changed on the way. It was deleted. "
                              "Try again later, or on another network.",

@@ -6,7 +6,7 @@
 namespace tunedeck {
 
 namespace {
-constexpr qsizetype longestName = 120;
+constexpr qsizetype longestVersion = 100;
 constexpr qsizetype longestSuffix = 16;
 
 struct NameParts {
@@ -24,16 +24,12 @@ NameParts partsOf(const QString &name)
 }
 } // namespace
 
-QString fileNameFrom(const QUrl &url)
+QString fileNameFor(const QString &version, const QUrl &url)
 {
     static const QRegularExpression unwanted(QStringLiteral("[^A-Za-z0-9._+~-]"));
-    static const QRegularExpression unwantedAtStart(QStringLiteral("^[^A-Za-z0-9]+"));
-    QString name = url.fileName(QUrl::FullyDecoded).remove(unwanted).remove(unwantedAtStart);
-    if (name.isEmpty()) {
-        return QStringLiteral("update");
-    }
-    const NameParts parts = partsOf(name);
-    return parts.base.left(longestName - parts.suffix.size()) + parts.suffix;
+    const QString plainVersion = QString(version).remove(unwanted).left(longestVersion);
+    const QString name = url.fileName(QUrl::FullyDecoded).remove(unwanted);
+    return QStringLiteral("tunedeck_") + plainVersion + partsOf(name).suffix;
 }
 
 QString numberedFileName(const QString &name, int attempt)

@@ -6,9 +6,9 @@
 
 namespace tunedeck {
 
-/// A safe name for the file at `url`: the last part of the path, with only ASCII letters, digits and the characters
-/// . _ + ~ and -. It begins with a letter or a digit and has at most 120 characters. It is "update" if nothing is left.
-[[nodiscard]] QString fileNameFrom(const QUrl &url);
+/// A safe name for the file of `version` at `url`, such as tunedeck_2.0.deb: the version, and the suffix of the path's
+/// last part, with only ASCII letters, digits and the characters . _ + ~ and -. At most 125 characters.
+[[nodiscard]] QString fileNameFor(const QString &version, const QUrl &url);
 
 /// Inserts the number of an attempt before the suffix: "tunedeck (1).deb". Attempt 0 returns `name`.
 [[nodiscard]] QString numberedFileName(const QString &name, int attempt);

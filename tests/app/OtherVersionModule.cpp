@@ -3,7 +3,7 @@
 
 namespace tunedeck {
 
-UpdatesModule::Check OtherVersionModule::makeCheck(const QDBusConnection &) const
+UpdatesModule::Check OtherVersionModule::makeCheck(const QDBusConnection &, UserDefaults &) const
 {
     return [] { qFatal("The program has taken a module of another version."); };
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/SoftwareUpdater.h"
 
+#include "platform/UserDefaults.h"
 #include "support/Desktop.h"
 #include "support/registerTest.h"
 
@@ -55,7 +56,7 @@ private Q_SLOTS:
 
     void aCopyThatIsBuiltWithoutAFeedDoesNotLookForUpdates()
     {
-        const SoftwareUpdater updater(m_bus, QStringLiteral(UPDATES_MODULE));
+        const SoftwareUpdater updater(m_bus, m_settings, QStringLiteral(UPDATES_MODULE));
         QCOMPARE(updater.looksForUpdates(), TUNEDECK_LOOKS_FOR_UPDATES == 1);
     }
 
@@ -65,7 +66,7 @@ private Q_SLOTS:
             QFile maps(u"/proc/self/maps"_s);
             return maps.open(QIODevice::ReadOnly) && maps.readAll().contains("/tunedeck-updates.so");
         };
-        SoftwareUpdater updater(m_bus, QStringLiteral(UPDATES_MODULE));
+        SoftwareUpdater updater(m_bus, m_settings, QStringLiteral(UPDATES_MODULE));
         QVERIFY(!isLoaded());
         updater.checkForUpdates();
         QVERIFY(isLoaded());
@@ -73,7 +74,7 @@ private Q_SLOTS:
 
     void theModuleAnswersInAWindowOfItsOwn()
     {
-        SoftwareUpdater updater(m_bus, QStringLiteral(UPDATES_MODULE));
+        SoftwareUpdater updater(m_bus, m_settings, QStringLiteral(UPDATES_MODULE));
         QCOMPARE(openDialogs().size(), 0);
         updater.checkForUpdates();
         QCOMPARE(openDialogs().size(), 1);
@@ -88,7 +89,7 @@ private Q_SLOTS:
     void theWindowGoesWithTheUpdater()
     {
         {
-            SoftwareUpdater updater(m_bus, QStringLiteral(UPDATES_MODULE));
+            SoftwareUpdater updater(m_bus, m_settings, QStringLiteral(UPDATES_MODULE));
             updater.checkForUpdates();
             QCOMPARE(openDialogs().size(), 1);
         }
@@ -106,7 +107,7 @@ private Q_SLOTS:
     void aModuleThatCannotBeHadIsToldInOneMessage()
     {
         QFETCH(const QString, path);
-        SoftwareUpdater updater(m_bus, path);
+        SoftwareUpdater updater(m_bus, m_settings, path);
         updater.checkForUpdates();
         QCOMPARE(toldByTheMessageBox(), isMissing);
         QVERIFY(!openDialogs().constFirst()->isModal());
@@ -137,6 +138,7 @@ private Q_SLOTS:
 
 private:
     QTemporaryDir m_home;
+    UserDefaults m_settings{m_home.filePath(u"settings"_s)};
     const QDBusConnection m_bus{u"none"_s};
 };
 

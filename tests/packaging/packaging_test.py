@@ -217,6 +217,23 @@ class BuildNumberTest(unittest.TestCase):
                 self.assertIn("exit status", said)
 
 
+class UpdateKeysTest(unittest.TestCase):
+    first = "D3VWmAGE16c0ttkWbnGkqPbSHkTzTLxIvYFWZLYVcFI="
+    second = "PUAXw+hDiVqStwqnTRt+vJyYLM8uxJaMwM1V8Sr0Zgw="
+
+    def configure(self, first: str, second: str) -> str:
+        with tempfile.TemporaryDirectory() as folder:
+            return complaints("cmake", "-S", ROOT, "-B", folder, "-DTUNEDECK_BUILD_NUMBER=2", "-DBUILD_TESTING=OFF",
+                "-DTUNEDECK_FEED_URL=https://tunedeck.example/feed.xml",
+                f"-DTUNEDECK_UPDATE_PUBLIC_KEY={first}", f"-DTUNEDECK_UPDATE_NEXT_PUBLIC_KEY={second}")
+
+    def test_a_copy_that_looks_for_updates_has_two_keys(self) -> None:
+        self.assertEqual(self.configure(self.first, self.second), "")
+        self.assertIn("TUNEDECK_UPDATE_PUBLIC_KEY is not the Base64", self.configure("", self.second))
+        self.assertIn("TUNEDECK_UPDATE_NEXT_PUBLIC_KEY is not the Base64", self.configure(self.first, ""))
+        self.assertIn("is the first key again", self.configure(self.first, self.first))
+
+
 def can_be_root_by_itself() -> bool:
     return shutil.which("unshare") is not None and complaints("unshare", "--map-root-user", "--mount", "true") == ""
 

@@ -4,6 +4,7 @@
 #include "FeedText.h"
 #include "support/registerTest.h"
 
+#include <QDateTime>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QRegularExpression>
@@ -35,10 +36,16 @@ QByteArray nested(int depth)
     return feedText(deep(depth - depthOfItems));
 }
 
+std::optional<QList<AppcastItem>> itemsIn(const QByteArray &xml)
+{
+    const std::optional<Appcast> appcast = readAppcast(xml);
+    return appcast ? std::optional(appcast->items) : std::nullopt;
+}
+
 /// The build that is offered to the running one, if any.
 QString offered(const QByteArray &items, const RunningProgram &program = running)
 {
-    const auto read = readAppcast(feedText(items));
+    const auto read = itemsIn(feedText(items));
     if (!read) {
         return u"not understood"_s;
     }
@@ -50,7 +57,7 @@ QByteArray mutated(QByteArray text, QRandomGenerator &random)
 {
     static const QByteArrayList pieces{"<", ">", "\"", "'", "&", "&lt;", "&#x0;", "]]>", "<![CDATA[", "<!--", "-->",
         "<!DOCTYPE r [", "<!ENTITY a \"b\">", "&a;", "<item>", "</item>", "</channel>", "<?x ?>", "\xff",
-        QByteArray(1, '\0'), "xmlns:sparkle=\"b\"", "length=\"99999999999999999999\""};
+        QByteArray(1, '\0'), "xmlns:sparkle=\"b\"", "xmlns:tunedeck=\"b\"", "length=\"99999999999999999999\""};
     for (int changes = random.bounded(1, 6); changes > 0 && !text.isEmpty(); --changes) {
         const int at = random.bounded(int(text.size()));
         const int length = std::min(random.bounded(1, 40), int(text.size()) - at);
@@ -81,14 +88,16 @@ private Q_SLOTS:
     void anItemIsReadWhole()
     {
         const QByteArray signature(64, 's');
-        const auto items = readAppcast(feedText(feedItem(" 200 ",
+        const QByteArray hash(64, 'h');
+        const auto items = itemsIn(feedText(feedItem(" 200 ",
             "<sparkle:shortVersionString>2.0</sparkle:shortVersionString>"
             "<sparkle:minimumSystemVersion>11.5</sparkle:minimumSystemVersion>"
             "<sparkle:channel>beta</sparkle:channel>"
             "<sparkle:releaseNotesLink>https://tunedeck.example/notes</sparkle:releaseNotesLink>"
             "<description><![CDATA[<p>New &amp; better</p>]]></description>"
             "<unknown><version>3</version></unknown>"
-                + enclosure("sparkle:os=\"linux\" sparkle:edSignature=\"" + signature.toBase64() + "\""))));
+                + enclosure("sparkle:os=\"linux\" tunedeck:sha512=\"" + hash.toBase64() + "\" tunedeck:signature=\""
+                    + signature.toBase64() + "\""))));
         QCOMPARE(items->size(), 1);
         const AppcastItem &item = items->constFirst();
         QCOMPARE(item.version, u"200"_s);
@@ -99,13 +108,45 @@ private Q_SLOTS:
         QCOMPARE(item.releaseNotes, u"<p>New &amp; better</p>"_s);
         QCOMPARE(item.url, QUrl(u"https://tunedeck.example/t.deb"_s));
         QCOMPARE(item.length, 10);
+        QCOMPARE(item.sha512, hash);
         QCOMPARE(item.signature, signature);
+    }
+
+    void aFeedHasASerialAndAnExpiry_data()
+    {
+        QTest::addColumn<QByteArray>("serial");
+        QTest::addColumn<QByteArray>("expiry");
+        QTest::addColumn<qint64>("readSerial");
+        QTest::addColumn<QDateTime>("readExpiry");
+        const QByteArray day("2027-01-31T12:30:00Z");
+        const QDateTime readDay(QDate(2027, 1, 31), QTime(12, 30), Qt::UTC);
+        QTest::newRow("both") << QByteArray(" 12 ") << day << 12LL << readDay;
+        QTest::newRow("the highest serial") << QByteArray("1000000000") << day << 1'000'000'000LL << readDay;
+        QTest::newRow("too high a serial") << QByteArray("1000000001") << day << 0LL << readDay;
+        QTest::newRow("no serial") << QByteArray() << day << 0LL << readDay;
+        QTest::newRow("a negative serial") << QByteArray("-1") << day << 0LL << readDay;
+        QTest::newRow("a serial that is no number") << QByteArray("12a") << day << 0LL << readDay;
+        QTest::newRow("no expiry") << QByteArray("12") << QByteArray() << 12LL << QDateTime();
+        QTest::newRow("an expiry in an unknown zone")
+            << QByteArray("12") << QByteArray("2027-01-31T12:30:00") << 12LL << QDateTime();
+        QTest::newRow("an expiry that is no time") << QByteArray("12") << QByteArray("soon") << 12LL << QDateTime();
+        QTest::newRow("a day that does not exist")
+            << QByteArray("12") << QByteArray("2027-02-31T12:30:00Z") << 12LL << QDateTime();
+    }
+    void aFeedHasASerialAndAnExpiry()
+    {
+        QFETCH(const QByteArray, serial);
+        QFETCH(const QByteArray, expiry);
+        const auto appcast = readAppcast(feedText({}, serial, expiry));
+        QVERIFY(appcast);
+        QTEST(appcast->serial, "readSerial");
+        QTEST(appcast->expiry, "readExpiry");
     }
 
     void versionsMayStandAtTheFile()
     {
         const auto items =
-            readAppcast(feedText("<item>" + enclosure("sparkle:version=\"200\" sparkle:shortVersionString=\"2.0\"")
+            itemsIn(feedText("<item>" + enclosure("sparkle:version=\"200\" sparkle:shortVersionString=\"2.0\"")
                 + "</item>" + feedItem("300", enclosure("sparkle:version=\"200\""))));
         QCOMPARE(items->at(0).version, u"200"_s);
         QCOMPARE(items->at(0).displayVersion(), u"2.0"_s);
@@ -174,7 +215,7 @@ private Q_SLOTS:
     {
         QFETCH(const QByteArray, items);
         QFETCH(const QString, version);
-        const auto read = readAppcast(feedText(items));
+        const auto read = itemsIn(feedText(items));
         QVERIFY(read);
         const auto newest = newestForNewerSystem(*read, running);
         QCOMPARE(newest ? newest->version : QString(), version);
@@ -201,26 +242,30 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("attributes");
         QTest::newRow("nothing") << QByteArray();
-        QTest::newRow("empty") << QByteArray("length='' sparkle:edSignature=''");
+        QTest::newRow("empty") << QByteArray("length='' tunedeck:signature=''");
         QTest::newRow("no bytes") << QByteArray("length='0'");
         QTest::newRow("fewer than no bytes") << QByteArray("length='-5'");
         QTest::newRow("more than a gigabyte") << QByteArray("length='1073741825'");
         QTest::newRow("no number") << QByteArray("length='10 MB'");
         QTest::newRow("beyond all numbers") << QByteArray("length='99999999999999999999999'");
-        QTest::newRow("a short signature")
-            << QByteArray("sparkle:edSignature='" + QByteArray(63, 's').toBase64() + "'");
-        QTest::newRow("a long signature") << QByteArray("sparkle:edSignature='" + QByteArray(65, 's').toBase64() + "'");
-        QTest::newRow("no Base64") << QByteArray("sparkle:edSignature='" + QByteArray(88, '*') + "'");
-        QTest::newRow("another's signature") << QByteArray("edSignature='" + QByteArray(64, 's').toBase64() + "'");
+        QTest::newRow("a short signature") << QByteArray("tunedeck:signature='" + QByteArray(63, 's').toBase64() + "'");
+        QTest::newRow("a long signature") << QByteArray("tunedeck:signature='" + QByteArray(65, 's').toBase64() + "'");
+        QTest::newRow("no Base64") << QByteArray("tunedeck:signature='" + QByteArray(88, '*') + "'");
+        QTest::newRow("another's signature") << QByteArray("signature='" + QByteArray(64, 's').toBase64()
+            + "' sparkle:signature='" + QByteArray(64, 's').toBase64() + "'");
+        QTest::newRow("a short hash") << QByteArray("tunedeck:sha512='" + QByteArray(63, 'h').toBase64() + "'");
+        QTest::newRow("a long hash") << QByteArray("tunedeck:sha512='" + QByteArray(65, 'h').toBase64() + "'");
     }
     void whatCannotCheckAFileIsEmpty()
     {
         QFETCH(const QByteArray, attributes);
         const auto items =
-            readAppcast(feedText(feedItem("200", "<enclosure url='https://tunedeck.example/t' " + attributes + "/>")));
+            itemsIn(feedText(feedItem("200", "<enclosure url='https://tunedeck.example/t' " + attributes + "/>")));
         QCOMPARE(items->size(), 1);
         QCOMPARE(items->at(0).length, 0);
+        QCOMPARE(items->at(0).sha512, QByteArray());
         QCOMPARE(items->at(0).signature, QByteArray());
+        QCOMPARE(items->at(0).statement().text(), QByteArray());
     }
 
     void whatIsNoFeedIsNone_data()
@@ -250,7 +295,7 @@ private Q_SLOTS:
     void whatIsNoFeedIsNone()
     {
         QFETCH(const QByteArray, xml);
-        QCOMPARE(readAppcast(xml).has_value(), false);
+        QCOMPARE(itemsIn(xml).has_value(), false);
     }
 
     void whatCouldTakeLongIsRefusedAtOnce_data()
@@ -280,7 +325,7 @@ private Q_SLOTS:
         QFETCH(const QByteArray, xml);
         QElapsedTimer timer;
         timer.start();
-        QCOMPARE(readAppcast(xml).has_value(), false);
+        QCOMPARE(itemsIn(xml).has_value(), false);
         QVERIFY2(timer.elapsed() < 2'000, qPrintable(QString::number(timer.elapsed())));
     }
 
@@ -297,12 +342,12 @@ private Q_SLOTS:
     void whatKeepsTheBoundsIsAFeed()
     {
         QFETCH(const QByteArray, xml);
-        QVERIFY(readAppcast(xml).has_value());
+        QVERIFY(itemsIn(xml).has_value());
     }
 
     void noTextTurnsTheTextAroundIt()
     {
-        const auto items = readAppcast(feedText(
+        const auto items = itemsIn(feedText(
             feedItem("2\u202E00",
                 "<sparkle:shortVersionString>\u202A2.\u2066\u20690\u202C</sparkle:shortVersionString>"
                 "<sparkle:minimumSystemVersion>&#x202D;12</sparkle:minimumSystemVersion>"
@@ -317,7 +362,7 @@ private Q_SLOTS:
 
     void textsAreCut()
     {
-        const auto items = readAppcast(feedText(feedItem(QByteArray(10'000, '1'),
+        const auto items = itemsIn(feedText(feedItem(QByteArray(10'000, '1'),
             "<description>" + QByteArray(100'000, 'n')
                 + "</description>"
                   "<enclosure url='https://tunedeck.example/"
@@ -333,7 +378,7 @@ private Q_SLOTS:
         for (int number = 1; number <= 1'500; ++number) {
             items += feedItem(QByteArray::number(number), enclosure());
         }
-        QCOMPARE(readAppcast(feedText(items))->size(), 1'000);
+        QCOMPARE(itemsIn(feedText(items))->size(), 1'000);
         QCOMPARE(offered(items), u"1000"_s);
     }
 
@@ -351,18 +396,19 @@ private Q_SLOTS:
         const QByteArray good =
             feedText(feedItem("200",
                          "<sparkle:os>linux</sparkle:os><description><![CDATA[<b>New</b>]]></description>"
-                             + enclosure("sparkle:edSignature=\"" + QByteArray(64, 's').toBase64() + "\""))
+                             + enclosure("tunedeck:signature=\"" + QByteArray(64, 's').toBase64() + "\""))
                 + feedItem("300", "<!-- none -->" + enclosure("sparkle:os='windows'")));
         constexpr int inputs = 20'000;
         int understood = 0;
         int notUnderstood = 0;
         for (int input = 0; input < inputs; ++input) {
-            const auto items = readAppcast(mutated(good, random));
+            const auto items = itemsIn(mutated(good, random));
             ++(items ? understood : notUnderstood);
             for (const AppcastItem &item : items.value_or(QList<AppcastItem>())) {
                 QVERIFY(item.version.size() <= 100 && item.shortVersion.size() <= 100 && item.channel.size() <= 100);
                 QVERIFY(item.releaseNotes.size() <= 65'536);
                 QVERIFY(item.length >= 0 && item.length <= 1'073'741'824);
+                QVERIFY(item.sha512.isEmpty() || item.sha512.size() == 64);
                 QVERIFY(item.signature.isEmpty() || item.signature.size() == 64);
                 QVERIFY(!item.url.isEmpty());
             }

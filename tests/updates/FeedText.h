@@ -5,13 +5,17 @@
 
 namespace tunedeck {
 
-/// A feed with `items`, which are XML.
-[[nodiscard]] inline QByteArray feedText(const QByteArray &items)
+/// A feed with `items`, which are XML. It expires after all tests.
+[[nodiscard]] inline QByteArray feedText(
+    const QByteArray &items, const QByteArray &serial = "7", const QByteArray &expiry = "2999-12-31T23:59:59Z")
 {
     return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n"
-           "<rss version=\"2.0\" xmlns:sparkle=\"http://www.andymatuschak.org/xml-namespaces/sparkle\">\n"
+           "<rss version=\"2.0\" xmlns:sparkle=\"http://www.andymatuschak.org/xml-namespaces/sparkle\" "
+           "xmlns:tunedeck=\"https://tunedeck.org/feed/1\">\n"
            "<channel><title>Tunedeck</title>\n"
-        + items + "</channel></rss>\n";
+           "<tunedeck:serial>"
+        + serial + "</tunedeck:serial><tunedeck:expires>" + expiry + "</tunedeck:expires>\n" + items
+        + "</channel></rss>\n";
 }
 
 /// An item of build `version` with `more` elements.

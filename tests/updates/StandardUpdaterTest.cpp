@@ -5,16 +5,22 @@
 #include "FileManager.h"
 #include "TestSigner.h"
 #include "UpdateServer.h"
+#include "platform/UserDefaults.h"
 #include "support/PrivateBus.h"
 #include "support/TurnWatch.h"
 #include "support/failOnWarning.h"
 #include "support/registerTest.h"
 #include "updates/failureMessage.h"
+#include "updates/feed/FeedSignature.h"
+#include "updates/feed/FileStatement.h"
 
 #include <QApplication>
+#include <QCryptographicHash>
+#include <QDate>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
+#include <QLocale>
 #include <QLoggingCategory>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -52,7 +58,8 @@ constexpr qint64 longestTurn = 150;
 #endif
 
 const QString feedPath = u"/feed.xml"_s;
-const QString filePath = u"/files/tunedeck_2.0_amd64.deb"_s;
+const QString signaturePath = u"/feed.xml.signature"_s;
+const QString filePath = u"/files/tunedeck_9.9_amd64.deb"_s;
 
 const QString isUpToDate = u"Tunedeck is up to date.\nYou have version 1.0, which is the newest."_s;
 const QString isOffered = u"A new version of Tunedeck is available.\nVersion 2.0 is available; you have version 1.0."_s;
@@ -125,8 +132,9 @@ private Q_SLOTS:
         m_folder = std::make_unique<QTemporaryDir>();
         m_file = QByteArray("a program").repeated(50'000);
         m_server->setAnswer(filePath, {m_file});
-        m_configuration = {m_server->url(feedPath), m_signer.publicKey(), {u"100"_s, u"1.0"_s, u"12"_s},
-            m_folder->filePath(u"Downloads"_s), {updateServerCertificate(), patience}};
+        m_settings = std::make_unique<UserDefaults>(m_folder->filePath(u"settings"_s));
+        m_configuration = {m_server->url(feedPath), {m_signer.publicKey(), m_nextSigner.publicKey()},
+            {u"100"_s, u"1.0"_s, u"12"_s}, m_folder->filePath(u"Downloads"_s), {updateServerCertificate(), patience}};
         m_turns.reset();
     }
 
@@ -146,12 +154,12 @@ private Q_SLOTS:
         offerUpdate("<description><![CDATA[<p>Better <script>x</script>sound</p>]]></description>");
         QCOMPARE(page(), isOffered);
         QVERIFY(window()->findChild<QTextBrowser *>()->toHtml().contains(u"Better sound"_s));
-        QCOMPARE(m_server->requests().size(), 1);
+        QCOMPARE(m_server->requests().size(), 2);
     }
 
     void nothingIsAskedOfTheNetworkBeforeTheUserAsks()
     {
-        const StandardUpdater updater(m_configuration, m_bus);
+        const StandardUpdater updater(m_configuration, m_bus, *m_settings);
         QCOMPARE(requestsSoFar(), 0);
         QCOMPARE(page(), QString());
     }
@@ -172,7 +180,7 @@ private Q_SLOTS:
     void whatIsNotNewerIsToldToBeUpToDate()
     {
         QFETCH(const QByteArray, items);
-        m_server->setAnswer(feedPath, {feedText(items)});
+        publish(feedText(items));
         check();
         QTRY_COMPARE(page(), isUpToDate);
     }
@@ -186,13 +194,13 @@ private Q_SLOTS:
                       "<sparkle:minimumSystemVersion>"
                     + system + "</sparkle:minimumSystemVersion>" + fileElement());
         };
-        m_server->setAnswer(feedPath, {feedText(needing("2", "13") + needing("3", "14"))});
+        publish(feedText(needing("2", "13") + needing("3", "14")));
         check();
         QTRY_COMPARE(page(),
             u"A new version of Tunedeck is available, but not for your system.\nVersion 3.0 needs version 14 of your "
             "system or a later one. You have version 1.0, the newest that runs on your system."_s);
         // The next check is a new one.
-        m_server->setAnswer(feedPath, {feedText({})});
+        publish(feedText({}));
         m_updater->checkForUpdates();
         QTRY_COMPARE(page(), isUpToDate);
     }
@@ -204,15 +212,118 @@ private Q_SLOTS:
         QTest::newRow("malformed") << QByteArray("<rss><channel></rss>");
         QTest::newRow("a page to sign in") << QByteArray("<!DOCTYPE html><html><body>Hello</body></html>");
         QTest::newRow("cut") << feedText({}).chopped(20);
+        QTest::newRow("no serial") << feedText({}, {});
+        QTest::newRow("no expiry") << feedText({}, "8", {});
         QTest::newRow("an entity bomb") << QByteArray(
             "<!DOCTYPE rss [<!ENTITY a 'ha'><!ENTITY b '&a;&a;&a;&a;'>]><rss><channel>&b;</channel></rss>");
     }
     void aFeedThatCannotBeReadIsTold()
     {
         QFETCH(const QByteArray, feed);
-        m_server->setAnswer(feedPath, {feed});
+        publish(feed);
         check();
         QTRY_COMPARE(page(), u"The list of updates could not be read.\nCheck for updates again later."_s);
+    }
+
+    void aFeedWithoutASignatureIsNotBelieved()
+    {
+        m_server->setAnswer(feedPath, {feedText(updateItem())});
+        check();
+        QTRY_COMPARE(headline(), u"The list of updates is not signed."_s);
+        QCOMPARE(window()->findChildren<QPushButton *>().size(), 1);
+        QCOMPARE(keptSerial(), 0);
+    }
+
+    void aFeedThatItsMakersHaveNotSignedIsNotBelieved_data()
+    {
+        QTest::addColumn<QByteArray>("feed");
+        QTest::addColumn<QByteArray>("signature");
+        const QByteArray good = feedText(updateItem());
+        const QByteArray signature = m_signer.sign(feedTextToSign(good));
+        QByteArray relabelled = good;
+        relabelled.replace("2.0<", "9.0<");
+        QTest::newRow("relabelled") << relabelled << signature;
+        QTest::newRow("cut") << good.chopped(1) << signature;
+        QTest::newRow("longer") << QByteArray(good + '\n') << signature;
+        QTest::newRow("signed by another") << good << TestSigner().sign(feedTextToSign(good));
+        QTest::newRow("signed for another purpose") << good << m_signer.sign(good);
+        QTest::newRow("an empty signature") << good << QByteArray();
+        QTest::newRow("a page") << good << QByteArray("<!DOCTYPE html><html><body>Hello</body></html>");
+        QTest::newRow("half a signature") << good << signature.first(44);
+        QTest::newRow("a long signature") << good << QByteArray(signature + QByteArray(5'000, '\n'));
+        QTest::newRow("many signatures") << good
+                                         << QByteArray((QByteArray(64, 's').toBase64() + '\n').repeated(4) + signature);
+    }
+    void aFeedThatItsMakersHaveNotSignedIsNotBelieved()
+    {
+        QFETCH(const QByteArray, feed);
+        QFETCH(const QByteArray, signature);
+        m_server->setAnswer(feedPath, {feed});
+        m_server->setAnswer(signaturePath, {signature});
+        check();
+        QTRY_COMPARE(headline(), u"The list of updates cannot be trusted."_s);
+        QCOMPARE(window()->findChildren<QPushButton *>().size(), 1);
+        QCOMPARE(keptSerial(), 0);
+    }
+
+    void anyOfTheKeysSigns()
+    {
+        const QByteArray feed = feedText(updateItem());
+        m_server->setAnswer(feedPath, {feed});
+        m_server->setAnswer(signaturePath, {m_nextSigner.sign(feedTextToSign(feed)) + '\n'});
+        check();
+        QTRY_COMPARE(page(), isOffered);
+        window()->close();
+        m_server->setAnswer(signaturePath,
+            {TestSigner().sign(feedTextToSign(feed)) + "\r\n" + m_signer.sign(feedTextToSign(feed)) + "\r\n"});
+        m_updater->checkForUpdates();
+        QTRY_COMPARE(page(), isOffered);
+    }
+
+    void aFeedThatIsOlderThanOneSeenIsNotBelieved()
+    {
+        publish(feedText(updateItem(), "8"));
+        check();
+        QTRY_COMPARE(page(), isOffered);
+        QCOMPARE(keptSerial(), 8);
+        publish(feedText({}, "7"));
+        check();
+        QTRY_COMPARE(headline(), u"The list of updates is older than one seen before."_s);
+        publish(feedText({}, "8"));
+        check();
+        QTRY_COMPARE(page(), isUpToDate);
+        publish(feedText({}, "1000000000"));
+        check();
+        QTRY_COMPARE(page(), isUpToDate);
+        QCOMPARE(keptSerial(), 1'000'000'000);
+    }
+
+    void anyKeptSerialIsBorne_data()
+    {
+        QTest::addColumn<QVariant>("kept");
+        QTest::newRow("a text") << QVariant(u"newest"_s);
+        QTest::newRow("negative") << QVariant(-1);
+        QTest::newRow("a list") << QVariant(QStringList{u"8"_s, u"9"_s});
+    }
+    void anyKeptSerialIsBorne()
+    {
+        QFETCH(const QVariant, kept);
+        m_settings->setValue(SettingsKey::newestUpdateFeed, kept);
+        publish(feedText({}));
+        check();
+        QTRY_COMPARE(page(), isUpToDate);
+        QCOMPARE(keptSerial(), 7);
+    }
+
+    void anExpiredFeedIsNotBelieved()
+    {
+        publish(feedText(updateItem(), "8", "2026-01-31T12:00:00Z"));
+        check();
+        QTRY_COMPARE(headline(), u"The list of updates has expired."_s);
+        // The user can see whether the computer's date is wrong.
+        QVERIFY(page().contains(QLocale().toString(QDate::currentDate(), QLocale::LongFormat)));
+        QCOMPARE(window()->findChildren<QPushButton *>().size(), 1);
+        QCOMPARE(keptSerial(), 0);
     }
 
     void aFeedOfAHundredMegabytesIsStopped()
@@ -309,19 +420,29 @@ private Q_SLOTS:
     void anUpdateThatCannotBeCheckedIsNotOffered_data()
     {
         QTest::addColumn<QByteArray>("file");
-        const QByteArray signature = "sparkle:edSignature='" + QByteArray(64, 's').toBase64() + "' ";
-        const QByteArray secure = "url='https://tunedeck.example/t.deb' ";
-        QTest::newRow("no signature") << QByteArray(secure + "length='10'");
-        QTest::newRow("half a signature") << QByteArray(secure + "length='10' sparkle:edSignature='c3Nz'");
-        QTest::newRow("no length") << QByteArray(secure + signature);
-        QTest::newRow("more than a gigabyte") << QByteArray(secure + signature + "length='1073741825'");
-        QTest::newRow("over plain http") << QByteArray(signature + "length='10' url='http://tunedeck.example/t.deb'");
-        QTest::newRow("from a file") << QByteArray(signature + "length='10' url='file:///etc/passwd'");
+        const QByteArray good = fileElement();
+        const auto with = [&good](const QByteArray &name, const QByteArray &value) {
+            const qsizetype begin = good.indexOf(name + "=\"") + name.size() + 2;
+            QByteArray changed = good;
+            return changed.replace(begin, good.indexOf('"', begin) - begin, value);
+        };
+        QTest::newRow("no signature") << with("tunedeck:signature", {});
+        QTest::newRow("half a signature") << with("tunedeck:signature", "c3Nz");
+        QTest::newRow("another signature") << with("tunedeck:signature", QByteArray(64, 's').toBase64());
+        QTest::newRow("no hash") << with("tunedeck:sha512", {});
+        QTest::newRow("another hash") << with("tunedeck:sha512", QByteArray(64, 'h').toBase64());
+        QTest::newRow("no length") << with("length", {});
+        QTest::newRow("another length") << with("length", QByteArray::number(m_file.size() - 1));
+        QTest::newRow("more than a gigabyte") << with("length", "1073741825");
+        QTest::newRow("the file of another build") << fileElement(u"100"_s);
+        QTest::newRow("the file of another version") << fileElement(u"200"_s, u"1.0"_s);
+        QTest::newRow("over plain http") << with("url", "http://tunedeck.example/t.deb");
+        QTest::newRow("from a file") << with("url", "file:///etc/passwd");
     }
     void anUpdateThatCannotBeCheckedIsNotOffered()
     {
         QFETCH(const QByteArray, file);
-        m_server->setAnswer(feedPath, {feedText(feedItem("200", "<enclosure " + file + "/>"))});
+        publish(feedText(feedItem("200", "<sparkle:shortVersionString>2.0</sparkle:shortVersionString>" + file)));
         check();
         QTRY_COMPARE(headline(), isNotVerifiable);
         QCOMPARE(window()->findChildren<QPushButton *>().size(), 1);
@@ -331,7 +452,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QUrl>("feed");
         QTest::addColumn<QByteArray>("key");
-        QTest::newRow("no key") << QUrl(u"https://tunedeck.example/feed"_s) << QByteArray();
+        QTest::newRow("no second key") << QUrl(u"https://tunedeck.example/feed"_s) << QByteArray();
         QTest::newRow("half a key") << QUrl(u"https://tunedeck.example/feed"_s) << QByteArray(16, 'k').toBase64();
         QTest::newRow("plain http") << QUrl(u"http://tunedeck.example/feed"_s) << QByteArray(32, 'k').toBase64();
     }
@@ -340,7 +461,7 @@ private Q_SLOTS:
         QFETCH(const QUrl, feed);
         QFETCH(const QByteArray, key);
         m_configuration.feed = feed;
-        m_configuration.publicKey = key;
+        m_configuration.publicKeys = {m_signer.publicKey(), key};
         check();
         QCOMPARE(headline(), u"This copy of Tunedeck cannot check for updates."_s);
     }
@@ -353,25 +474,25 @@ private Q_SLOTS:
         pressDefaultButton();
         QTRY_COMPARE(headline(), u"The new version has been downloaded."_s);
         QCOMPARE(page().section(u'\n', 1),
-            u"It was verified and saved as “tunedeck_2.0_amd64.deb” in “%1”. To install it, quit Tunedeck and open the file."_s
+            u"It was verified and saved as “tunedeck_2.0.deb” in “%1”. To install it, quit Tunedeck and open the file."_s
                 .arg(m_configuration.downloadFolder));
-        QCOMPARE(contentOf(u"tunedeck_2.0_amd64.deb"_s), m_file);
-        QVERIFY(!QFileInfo(downloaded(u"tunedeck_2.0_amd64.deb"_s)).isExecutable());
-        QVERIFY(QFile::permissions(downloaded(u"tunedeck_2.0_amd64.deb"_s)).testFlag(QFileDevice::ReadOther));
+        QCOMPARE(contentOf(u"tunedeck_2.0.deb"_s), m_file);
+        QVERIFY(!QFileInfo(downloaded(u"tunedeck_2.0.deb"_s)).isExecutable());
+        QVERIFY(QFile::permissions(downloaded(u"tunedeck_2.0.deb"_s)).testFlag(QFileDevice::ReadOther));
         m_expectedFiles = 1;
     }
 
     void whatIsThereAlreadyStays()
     {
         QVERIFY(QDir().mkpath(m_configuration.downloadFolder));
-        write(u"tunedeck_2.0_amd64.deb"_s, "mine");
-        QVERIFY(QFile::link(u"/nonexistent"_s, downloaded(u"tunedeck_2.0_amd64 (1).deb"_s)));
+        write(u"tunedeck_2.0.deb"_s, "mine");
+        QVERIFY(QFile::link(u"/nonexistent"_s, downloaded(u"tunedeck_2.0 (1).deb"_s)));
         offerUpdate();
         pressDefaultButton();
         QTRY_COMPARE(headline(), u"The new version has been downloaded."_s);
-        QVERIFY(page().contains(u"“tunedeck_2.0_amd64 (2).deb”"_s));
-        QCOMPARE(contentOf(u"tunedeck_2.0_amd64.deb"_s), QByteArray("mine"));
-        QCOMPARE(contentOf(u"tunedeck_2.0_amd64 (2).deb"_s), m_file);
+        QVERIFY(page().contains(u"“tunedeck_2.0 (2).deb”"_s));
+        QCOMPARE(contentOf(u"tunedeck_2.0.deb"_s), QByteArray("mine"));
+        QCOMPARE(contentOf(u"tunedeck_2.0 (2).deb"_s), m_file);
         m_expectedFiles = 3;
     }
 
@@ -389,7 +510,7 @@ private Q_SLOTS:
         m_bus = later;
         pressDefaultButton();
         QTRY_COMPARE(manager.shown,
-            QStringList(QUrl::fromLocalFile(downloaded(u"tunedeck_2.0_amd64.deb"_s)).toString(QUrl::FullyEncoded)));
+            QStringList(QUrl::fromLocalFile(downloaded(u"tunedeck_2.0.deb"_s)).toString(QUrl::FullyEncoded)));
         m_turns.reset(); // Ending a bus takes long.
         m_bus = QDBusConnection(u"none"_s);
         QDBusConnection::disconnectFromBus(u"program"_s);
@@ -457,7 +578,7 @@ private Q_SLOTS:
         offerUpdate();
         pressDefaultButton();
         QTRY_COMPARE(headline(), u"The download could not be saved."_s);
-        QCOMPARE(m_server->requests().size(), 1);
+        QCOMPARE(m_server->requests().size(), 2);
     }
 
     // The user does something meanwhile
@@ -539,22 +660,22 @@ private Q_SLOTS:
         QTRY_COMPARE(headline(), u"Downloading Tunedeck 2.0…"_s);
         m_updater->checkForUpdates();
         QCOMPARE(headline(), u"Downloading Tunedeck 2.0…"_s);
-        QTRY_COMPARE(m_server->requests().size(), 2);
+        QTRY_COMPARE(m_server->requests().size(), 3);
     }
 
     void aCheckThatHasEndedIsFollowedByAnother()
     {
-        m_server->setAnswer(feedPath, {feedText({})});
+        publish(feedText({}));
         check();
         QTRY_COMPARE(page(), isUpToDate);
-        m_server->setAnswer(feedPath, {feedText(updateItem())});
+        publish(feedText(updateItem()));
         m_updater->checkForUpdates();
         QTRY_COMPARE(page(), isOffered);
         window()->close();
-        m_server->setAnswer(feedPath, {feedText({})});
+        publish(feedText({}));
         m_updater->checkForUpdates();
         QTRY_COMPARE(page(), isUpToDate);
-        QCOMPARE(m_server->requests().size(), 3);
+        QCOMPARE(m_server->requests().size(), 6);
     }
 
     // A copy without a feed
@@ -636,23 +757,34 @@ private:
     void check()
     {
         m_turns = std::make_unique<TurnWatch>();
-        m_updater = std::make_unique<StandardUpdater>(m_configuration, m_bus);
+        m_updater = std::make_unique<StandardUpdater>(m_configuration, m_bus, *m_settings);
         m_updater->checkForUpdates();
     }
 
     void offerUpdate(const QByteArray &more = {})
     {
-        m_server->setAnswer(feedPath, {feedText(updateItem(more))});
+        publish(feedText(updateItem(more)));
         check();
         QTRY_COMPARE(page(), isOffered);
     }
 
-    [[nodiscard]] QByteArray fileElement() const
+    /// Serves `feed` with its signature.
+    void publish(const QByteArray &feed)
     {
-        return "<enclosure url=\"" + (m_server ? m_server->url(filePath).toEncoded() : "https://tunedeck.example/t.deb")
-            + "\" length=\"" + QByteArray::number(m_file.size()) + "\" sparkle:edSignature=\"" + m_signer.sign(m_file)
-            + "\"/>";
+        m_server->setAnswer(feedPath, {feed});
+        m_server->setAnswer(signaturePath, {m_signer.sign(feedTextToSign(feed))});
     }
+
+    [[nodiscard]] QByteArray fileElement(const QString &build = u"200"_s, const QString &version = u"2.0"_s) const
+    {
+        const FileStatement statement{
+            build, version, m_file.size(), QCryptographicHash::hash(m_file, QCryptographicHash::Sha512)};
+        return "<enclosure url=\"" + (m_server ? m_server->url(filePath).toEncoded() : "https://tunedeck.example/t.deb")
+            + "\" length=\"" + QByteArray::number(m_file.size()) + "\" tunedeck:sha512=\"" + statement.sha512.toBase64()
+            + "\" tunedeck:signature=\"" + m_signer.sign(statement.text()) + "\"/>";
+    }
+
+    [[nodiscard]] qlonglong keptSerial() const { return m_settings->integerForKey(SettingsKey::newestUpdateFeed); }
 
     [[nodiscard]] QByteArray updateItem(const QByteArray &more = {}) const
     {
@@ -685,6 +817,8 @@ private:
 
     QTemporaryDir m_home;
     const TestSigner m_signer;
+    const TestSigner m_nextSigner;
+    std::unique_ptr<UserDefaults> m_settings;
     std::unique_ptr<UpdateServer> m_server;
     std::unique_ptr<QTemporaryDir> m_folder;
     QByteArray m_file;

@@ -160,7 +160,7 @@ private Q_SLOTS:
             QVERIFY(isShown(window, message.headline));
             QVERIFY(isShown(window, message.advice));
         }
-        QCOMPARE(headlines.size(), 15);
+        QCOMPARE(headlines.size(), 19);
     }
 
     void buttonsAskForWhatTheySay()

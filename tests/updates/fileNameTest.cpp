@@ -15,32 +15,38 @@ class fileNameTest : public QObject {
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
-    void aNameIsWhatIsHarmlessOfTheAddress_data()
+    void aNameIsThatOfTheVersion_data()
     {
+        QTest::addColumn<QString>("version");
         QTest::addColumn<QByteArray>("address");
         QTest::addColumn<QString>("name");
-        QTest::newRow("plain") << QByteArray("https://a.example/x/tunedeck_1.2~rc1+b_amd64.deb")
-                               << u"tunedeck_1.2~rc1+b_amd64.deb"_s;
-        QTest::newRow("with a query") << QByteArray("https://a.example/t.deb?name=../../x#y") << u"t.deb"_s;
-        QTest::newRow("hidden") << QByteArray("https://a.example/..t.deb") << u"t.deb"_s;
-        QTest::newRow("an option") << QByteArray("https://a.example/--help.deb") << u"help.deb"_s;
-        QTest::newRow("slashes") << QByteArray("https://a.example/..%2F..%2Fetc%2Fpasswd") << u"passwd"_s;
-        QTest::newRow("a backslash") << QByteArray("https://a.example/a%5Cb.deb") << u"ab.deb"_s;
-        QTest::newRow("control characters") << QByteArray("https://a.example/a%00%0A%1Bb.deb") << u"ab.deb"_s;
-        QTest::newRow("turned around") << QByteArray("https://a.example/a%E2%80%AEbed.exe") << u"abed.exe"_s;
-        QTest::newRow("nothing left") << QByteArray("https://a.example/%2F%2E%2E") << u"update"_s;
-        QTest::newRow("a folder") << QByteArray("https://a.example/a/") << u"update"_s;
-        QTest::newRow("no path") << QByteArray("https://a.example") << u"update"_s;
-        QTest::newRow("endless") << QByteArray("https://a.example/" + QByteArray(5'000, 'a') + ".deb")
-                                 << QString(QString(116, u'a') + u".deb"_s);
+        const QByteArray file("https://a.example/t.deb");
+        QTest::newRow("plain") << u"1.2~rc1+b"_s << file << u"tunedeck_1.2~rc1+b.deb"_s;
+        QTest::newRow("the address says another version")
+            << u"1.2"_s << QByteArray("https://a.example/tunedeck_9.0.deb") << u"tunedeck_1.2.deb"_s;
+        QTest::newRow("with a query") << u"1.2"_s << QByteArray("https://a.example/t.deb?name=../../x.y")
+                                      << u"tunedeck_1.2.deb"_s;
+        QTest::newRow("slashes in the version") << u"../../etc/1"_s << file << u"tunedeck_....etc1.deb"_s;
+        QTest::newRow("slashes in the suffix")
+            << u"1.2"_s << QByteArray("https://a.example/t.a%2F..%2Fb.c%2Fd") << u"tunedeck_1.2"_s;
+        QTest::newRow("control characters")
+            << u"1\n2"_s << QByteArray("https://a.example/t.d%00%0A%1Beb") << u"tunedeck_12.deb"_s;
+        QTest::newRow("turned around") << QString(u"1"_s + QChar(0x202e))
+                                       << QByteArray("https://a.example/t.%E2%80%AEdeb") << u"tunedeck_1.deb"_s;
+        QTest::newRow("no suffix") << u"1.2"_s << QByteArray("https://a.example/t") << u"tunedeck_1.2"_s;
+        QTest::newRow("a folder") << u"1.2"_s << QByteArray("https://a.example/a.b/") << u"tunedeck_1.2"_s;
+        QTest::newRow("no path") << u"1.2"_s << QByteArray("https://a.example") << u"tunedeck_1.2"_s;
+        QTest::newRow("endless") << QString(5'000, u'1') << file
+                                 << QString(u"tunedeck_"_s + QString(100, u'1') + u".deb"_s);
         QTest::newRow("an endless suffix")
-            << QByteArray("https://a.example/a." + QByteArray(5'000, 'b')) << QString(u"a."_s + QString(118, u'b'));
+            << u"1.2"_s << QByteArray("https://a.example/a." + QByteArray(5'000, 'b')) << u"tunedeck_1.2"_s;
     }
-    void aNameIsWhatIsHarmlessOfTheAddress()
+    void aNameIsThatOfTheVersion()
     {
+        QFETCH(const QString, version);
         QFETCH(const QByteArray, address);
         QFETCH(const QString, name);
-        QCOMPARE(fileNameFrom(QUrl::fromEncoded(address)), name);
+        QCOMPARE(fileNameFor(version, QUrl::fromEncoded(address)), name);
     }
 
     void aNumberStandsBeforeTheSuffix()

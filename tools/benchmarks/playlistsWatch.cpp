@@ -79,7 +79,7 @@ int main(int argc, char *argv[])
     ApplicationLauncher launcher;
     DesktopEntries desktopEntries;
     MprisMusicApplication music(bus, defaults, launcher);
-    SoftwareUpdater updater(bus);
+    SoftwareUpdater updater(bus, defaults);
     if (!QTest::qWaitFor([&] { return music.isReady(); })) {
         return 1;
     }

@@ -3,6 +3,7 @@
 
 #include "platform/directionControls.h"
 #include "updates/feed/Version.h"
+#include "updates/feed/fromBase64.h"
 #include "updates/feed/isSafeXml.h"
 
 #include <QRegularExpression>
@@ -17,13 +18,21 @@ constexpr qsizetype maximumText = 100;
 constexpr qsizetype maximumUrl = 1'500;
 constexpr qsizetype maximumNotes = 65'536;
 constexpr qint64 maximumLength = 1'073'741'824;
-constexpr qsizetype signatureSize = 64;
+constexpr qint64 maximumSerial = 1'000'000'000;
 constexpr QLatin1String feedNamespace("http://www.andymatuschak.org/xml-namespaces/sparkle");
+constexpr QLatin1String ourNamespace("https://tunedeck.org/feed/1");
 
-QByteArray signatureFrom(QStringView base64)
+qint64 serialFrom(const QString &text)
 {
-    const auto decoded = QByteArray::fromBase64Encoding(base64.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
-    return decoded && (*decoded).size() == signatureSize ? *decoded : QByteArray();
+    const qint64 serial = text.toLongLong();
+    return serial > 0 && serial <= maximumSerial ? serial : 0;
+}
+
+/// Invalid if `text` is not a time of UTC, such as 2027-01-31T12:00:00Z.
+QDateTime timeFrom(const QString &text)
+{
+    const QDateTime time = QDateTime::fromString(text, Qt::ISODate);
+    return time.timeSpec() == Qt::UTC ? time : QDateTime();
 }
 
 qint64 lengthFrom(QStringView text)
@@ -50,7 +59,7 @@ public:
     {
     }
 
-    std::optional<QList<AppcastItem>> read()
+    std::optional<Appcast> read()
     {
         if (!m_xml.readNextStartElement() || m_xml.name() != u"rss") {
             return std::nullopt;
@@ -66,7 +75,7 @@ public:
         while (!m_xml.atEnd()) {
             m_xml.readNext();
         }
-        return m_xml.hasError() ? std::nullopt : std::optional(m_items);
+        return m_xml.hasError() ? std::nullopt : std::optional(m_appcast);
     }
 
 private:
@@ -78,11 +87,20 @@ private:
         return m_xml.namespaceUri() == feedNamespace && m_xml.name() == name;
     }
 
+    [[nodiscard]] bool isOurs(QStringView name) const
+    {
+        return m_xml.namespaceUri() == ourNamespace && m_xml.name() == name;
+    }
+
     void readChannel()
     {
         while (m_xml.readNextStartElement()) {
-            if (is(u"item") && m_items.size() < maximumItems) {
+            if (is(u"item") && m_appcast.items.size() < maximumItems) {
                 readItem();
+            } else if (isOurs(u"serial")) {
+                m_appcast.serial = serialFrom(text(maximumText));
+            } else if (isOurs(u"expires")) {
+                m_appcast.expiry = timeFrom(text(maximumText));
             } else {
                 m_xml.skipCurrentElement();
             }
@@ -107,7 +125,7 @@ private:
             }
         }
         if (isForLinux(system) && !item.url.isEmpty()) {
-            m_items.append(item);
+            m_appcast.items.append(item);
         }
     }
 
@@ -139,7 +157,11 @@ private:
         }
         item.url = QUrl(attributes.value(QLatin1String("url")).left(maximumUrl).trimmed().toString());
         item.length = lengthFrom(attributes.value(QLatin1String("length")));
-        item.signature = signatureFrom(added(QLatin1String("edSignature")));
+        const auto ours = [&attributes](QLatin1String name) {
+            return attributes.value(ourNamespace, name).left(maximumText).trimmed().toLatin1();
+        };
+        item.sha512 = fromBase64(ours(QLatin1String("sha512")), hashSize);
+        item.signature = fromBase64(ours(QLatin1String("signature")), signatureSize);
         // Older feeds have attributes for the versions instead of elements.
         if (item.version.isEmpty()) {
             item.version = added(QLatin1String("version"));
@@ -167,7 +189,7 @@ private:
     }
 
     QXmlStreamReader m_xml;
-    QList<AppcastItem> m_items;
+    Appcast m_appcast;
 };
 
 enum class System { Fits, IsTooOld };
@@ -210,7 +232,12 @@ QString AppcastItem::displayVersion() const
     return shortVersion.isEmpty() ? version : shortVersion;
 }
 
-std::optional<QList<AppcastItem>> readAppcast(const QByteArray &xml)
+FileStatement AppcastItem::statement() const
+{
+    return {version, displayVersion(), length, sha512};
+}
+
+std::optional<Appcast> readAppcast(const QByteArray &xml)
 {
     QStringDecoder utf8(QStringDecoder::Utf8);
     const QString text = utf8(xml);

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "updates/feed/FileStatement.h"
+
 #include <QByteArray>
+#include <QDateTime>
 #include <QList>
 #include <QString>
 #include <QUrl>
@@ -26,11 +29,24 @@ struct AppcastItem {
     QUrl url;
     /// The size of the file in bytes. 0 if it is unknown.
     qint64 length = 0;
-    /// The Ed25519 signature of the file, 64 bytes.
+    /// The SHA-512 of the file, 64 bytes.
+    QByteArray sha512;
+    /// The Ed25519 signature of statement(), 64 bytes.
     QByteArray signature;
 
     /// The version that users see, or the build number if there is none.
     [[nodiscard]] QString displayVersion() const;
+    [[nodiscard]] FileStatement statement() const;
+};
+
+/// A feed: a list of versions.
+struct Appcast {
+    /// Each feed that is published has a higher one. At least 1 and at most 1,000,000,000, or 0 if it is missing.
+    qint64 serial = 0;
+    /// The time after which the feed is not believed. Invalid if it is missing.
+    QDateTime expiry;
+    /// At most 1,000, for Linux, in the feed's order.
+    QList<AppcastItem> items;
 };
 
 /// The running program and its system.
@@ -41,9 +57,8 @@ struct RunningProgram {
     QString systemVersion;
 };
 
-/// The first 1,000 items of a feed that are for Linux, in the feed's order. No value if `xml` is malformed, is not in
-/// UTF-8, or may take long to read (see isSafeXml()).
-[[nodiscard]] std::optional<QList<AppcastItem>> readAppcast(const QByteArray &xml);
+/// No value if `xml` is malformed, is not in UTF-8, or may take long to read (see isSafeXml()).
+[[nodiscard]] std::optional<Appcast> readAppcast(const QByteArray &xml);
 
 /// The highest version in `items` above the running one. Ignores versions of a channel, versions for a newer system,
 /// and prereleases unless the running version is one. Compares versions of the system only if both are dotted numbers;

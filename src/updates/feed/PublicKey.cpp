@@ -3,6 +3,8 @@
 
 #include <sodium.h>
 
+#include <algorithm>
+
 namespace tunedeck {
 
 namespace {
@@ -26,12 +28,17 @@ PublicKey::PublicKey(const QByteArray &bytes)
 {
 }
 
-bool PublicKey::hasSigned(const uchar *data, qint64 size, const QByteArray &signature) const
+bool PublicKey::hasSigned(const QByteArray &text, const QByteArray &signature) const
 {
     return sodium_init() >= 0 && signature.size() == crypto_sign_BYTES
         && crypto_sign_verify_detached(
-               bytesOf(signature), data, static_cast<unsigned long long>(size), bytesOf(m_bytes))
+               bytesOf(signature), bytesOf(text), static_cast<unsigned long long>(text.size()), bytesOf(m_bytes))
         == 0;
+}
+
+bool isSignedByOneOf(const QList<PublicKey> &keys, const QByteArray &text, const QByteArray &signature)
+{
+    return std::any_of(keys.begin(), keys.end(), [&](const PublicKey &key) { return key.hasSigned(text, signature); });
 }
 
 } // namespace tunedeck
