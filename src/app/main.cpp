@@ -7,6 +7,7 @@
 #include "app/restartInPlace.h"
 #include "platform/ActivationToken.h"
 #include "platform/BundleInfo.h"
+#include "platform/LogLimit.h"
 #include "platform/SessionBus.h"
 #include "platform/UserDefaults.h"
 #include "x11/activateOnX11.h"
@@ -130,6 +131,7 @@ int run(int argc, char *argv[])
 
 int main(int argc, char *argv[])
 {
+    LogLimit::install();
     std::vector<char *> arguments = argumentsWithPlatform(argc, argv);
     const int status = run(static_cast<int>(arguments.size()) - 1, arguments.data());
     if (status != restartStatus) {

@@ -289,6 +289,22 @@ private Q_SLOTS:
         QCOMPARE(session.commands(1), {u"Next"_s});
     }
 
+    void aStrangerFillsNoLog()
+    {
+        const Session session({u"--play"_s});
+        qputenv("QT_LOGGING_RULES", "tunedeck.window=true");
+        CommandLine program(session, {});
+        qunsetenv("QT_LOGGING_RULES");
+        QTRY_VERIFY(session.isProgramRunning());
+        for (int number = 0; number < 2'000; ++number) {
+            const QString name = u"no such action %1"_s.arg(number);
+            QCOMPARE(session.call(u"ActivateAction"_s, action(name)).type(), QDBusMessage::ReplyMessage);
+        }
+        const QString said = program.said();
+        QCOMPARE(said.count(u"refused: unknown action"_s), 10);
+        QVERIFY2(said.count(u'\n') < 40, qPrintable(said.left(4'000)));
+    }
+
     void aCommandLineAsksTheProgramThatRuns()
     {
         const Session session({u"--play"_s});

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+#include <chrono>
+#include <utility>
+
+namespace tunedeck {
+
+/// Decides which lines are written to the log, so that nobody fills a disk with what Qt or we say about their messages:
+/// of lines of the same kind the first ten in ten seconds, and later how many more there were. Lines are of the same
+/// kind if they are of one category and begin with the same words; the words end where a text in quotes or a number
+/// begins. Beyond 50 kinds in ten seconds, the rest of a category is one kind.
+class LogLimit {
+public:
+    using Time = std::chrono::steady_clock::time_point;
+
+    struct Decision {
+        bool isWritten;
+        /// To be written before the line: how many lines of each kind whose ten seconds are over were left out.
+        QStringList leftOut;
+    };
+
+    [[nodiscard]] Decision decide(const QByteArray &category, const QString &line, Time now);
+    /// How many lines of each kind were left out and have not been reported.
+    [[nodiscard]] QStringList leftOut() const;
+
+    /// Limits what this program writes from now on, on every thread. No timer waits to report what was left out: the
+    /// next line of any kind reports it, or the end of the program.
+    static void install();
+
+private:
+    using Kind = std::pair<QByteArray, QString>;
+    struct Count {
+        Time since;
+        int lines = 0;
+    };
+
+    [[nodiscard]] Kind kindOf(const QByteArray &category, const QString &line) const;
+    [[nodiscard]] QStringList takeExpired(Time now);
+
+    QHash<Kind, Count> m_counts;
+};
+
+} // namespace tunedeck
