@@ -649,6 +649,11 @@
         <comment>For accessibility: the shuffle button</comment>
         <translation>Satunnaistoisto: pois päältä</translation>
     </message>
+    <message>
+        <source>There are more playlists than these</source>
+        <comment>After the last playlist, and the playlist picker&apos;s tooltip</comment>
+        <translation>Muitakin soittolistoja on</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::PreferencesViewController</name>

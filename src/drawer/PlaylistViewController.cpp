@@ -128,9 +128,16 @@ void PlaylistViewController::showPlaylists()
     {
         // The whole list at once: adding thousands of entries one by one is slow.
         const QSignalBlocker blocker(m_view.playlistPicker());
-        m_playlistNames.setStringList(names);
+        m_playlistNames.setNames(names, whatIsMissing());
     }
     showSelectedPlaylist();
+}
+
+QString PlaylistViewController::whatIsMissing() const
+{
+    return m_musicConnector.hasMorePlaylists()
+        ? tr("There are more playlists than these", "After the last playlist, and the playlist picker's tooltip")
+        : QString();
 }
 
 QString PlaylistViewController::whyEmpty() const
@@ -173,7 +180,9 @@ void PlaylistViewController::enablePlaylistControls()
     if (obstacle.isEmpty() && m_musicConnector.playlistOptions().isEmpty()) {
         obstacle = whyEmpty();
     }
-    setUsable(m_view.playlistPicker(), obstacle, tr("Choose a playlist", "Tooltip of the playlist picker"));
+    m_view.playlistPicker().setEnabled(obstacle.isEmpty());
+    explain(m_view.playlistPicker(), obstacle.isEmpty() ? whatIsMissing() : obstacle,
+        tr("Choose a playlist", "Tooltip of the playlist picker"));
 }
 
 void PlaylistViewController::selectPlaylist(int index)

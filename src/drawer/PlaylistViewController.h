@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "drawer/PlaylistNames.h"
 #include "music/MusicTypes.h"
 #include "widgets/FocusKeeper.h"
 
 #include <QObject>
 #include <QString>
-#include <QStringListModel>
 
 class QAction;
 
@@ -34,6 +34,8 @@ public Q_SLOTS:
 
 private:
     void showPlaylists();
+    /// Empty if all playlists are shown.
+    [[nodiscard]] QString whatIsMissing() const;
     [[nodiscard]] QString whyEmpty() const;
     void showSelectedPlaylist();
     void enablePlaylistControls();
@@ -45,7 +47,7 @@ private:
     PlaylistView &m_view;
     QString m_doneToolTip;
     FocusKeeper m_focus;
-    QStringListModel m_playlistNames;
+    PlaylistNames m_playlistNames;
     /// The mode that the button shows: Music's, until a click asks for another.
     RepeatMode m_shownRepeatMode = RepeatMode::off;
 };

@@ -49,6 +49,7 @@ std::optional<LoadedPlaylists> readPlaylists(const MusicApplication &musicApp)
 
     LoadedPlaylists loaded;
     loaded.source = musicApp.playlistSource();
+    loaded.hasMore = musicApp.hasMorePlaylists();
     const qsizetype count = std::min(ids->size(), names->size());
     loaded.options.reserve(count);
     for (qsizetype i = 0; i < count; ++i) {

@@ -20,6 +20,7 @@ class MusicApplication;
 struct LoadedPlaylists {
     QList<PlaylistOption> options;
     PlaylistSource source = PlaylistSource::unknown;
+    bool hasMore = false; ///< whether Music has more playlists than these
     std::optional<PlaylistOption> current; ///< the last of the options whose id is that of the playlist Music plays
 };
 

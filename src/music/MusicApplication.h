@@ -103,6 +103,8 @@ public:
     [[nodiscard]] virtual std::optional<QVariantList> playlistNames() const = 0;
     /// The source of the playlists whose ids were read last.
     [[nodiscard]] virtual PlaylistSource playlistSource() const = 0;
+    /// Whether there are more playlists than those whose ids were read last.
+    [[nodiscard]] virtual bool hasMorePlaylists() const = 0;
     /// Plays the playlist with this id. If Music does not run, launches it and returns false.
     virtual bool playPlaylist(qint64 id) = 0;
     [[nodiscard]] virtual std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices() const = 0;

@@ -357,6 +357,7 @@ void MusicConnector::nativeMusicAppDidTerminate()
     resetProgress();
     setSelectedPlaylist(std::nullopt);
     m_playlistSource = PlaylistSource::unknown;
+    m_hasMorePlaylists = false;
     assign(m_playlistOptions, {}, &MusicConnector::playlistOptionsChanged);
     assign(m_soundVolume, 0.0, &MusicConnector::soundVolumeChanged);
     assign(m_shuffleEnabled, false, &MusicConnector::shuffleEnabledChanged);
@@ -452,7 +453,14 @@ void MusicConnector::tellDelegate()
 void MusicConnector::applyPlaylists(const LoadedPlaylists &playlists)
 {
     m_playlistSource = playlists.source;
-    assign(m_playlistOptions, playlists.options, &MusicConnector::playlistOptionsChanged);
+    const bool isSame = m_hasMorePlaylists == playlists.hasMore;
+    m_hasMorePlaylists = playlists.hasMore;
+    if (isSame) {
+        assign(m_playlistOptions, playlists.options, &MusicConnector::playlistOptionsChanged);
+    } else {
+        m_playlistOptions = playlists.options;
+        Q_EMIT playlistOptionsChanged();
+    }
     setSelectedPlaylist(playlists.current);
 }
 

@@ -81,6 +81,8 @@ public:
     [[nodiscard]] const QList<PlaylistOption> &playlistOptions() const { return m_playlistOptions; }
     /// Changes with the playlist options.
     [[nodiscard]] PlaylistSource playlistSource() const { return m_playlistSource; }
+    /// Whether Music has more playlists than the options. Changes with them.
+    [[nodiscard]] bool hasMorePlaylists() const { return m_hasMorePlaylists; }
     [[nodiscard]] const std::optional<PlaylistOption> &selectedPlaylist() const { return m_selectedPlaylist; }
     void setSelectedPlaylist(const std::optional<PlaylistOption> &playlist);
     /// The names of the outputs that Music plays to, joined for display; none if that is the computer's own alone.
@@ -185,6 +187,7 @@ private:
     RepeatMode m_repeatMode = RepeatMode::off;
     QList<PlaylistOption> m_playlistOptions;
     PlaylistSource m_playlistSource = PlaylistSource::unknown;
+    bool m_hasMorePlaylists = false;
     std::optional<PlaylistOption> m_selectedPlaylist;
     std::optional<QString> m_audioOutputNames;
 

@@ -29,8 +29,8 @@ struct Drawer {
     }
 
     /// False if they do not come.
-    bool load(
-        const QStringList &names, std::optional<qint64> current = {}, PlaylistSource source = PlaylistSource::music)
+    bool load(const QStringList &names, std::optional<qint64> current = {},
+        PlaylistSource source = PlaylistSource::music, bool hasMore = false)
     {
         ScriptedMusicApplication::BackgroundAnswers answers;
         QVariantList ids;
@@ -42,6 +42,7 @@ struct Drawer {
         answers.playlistIds = ids;
         answers.playlistNames = columns;
         answers.playlistSource = source;
+        answers.hasMorePlaylists = hasMore;
         if (current) {
             answers.currentPlaylist = MusicPlaylist{.id = *current};
         }
@@ -49,7 +50,7 @@ struct Drawer {
         return QTest::qWaitFor([&] {
             // This does nothing while the first load runs.
             connector->loadPlaylists();
-            return connector->playlistOptions().size() == names.size();
+            return connector->playlistOptions().size() == names.size() && connector->hasMorePlaylists() == hasMore;
         });
     }
 
@@ -95,6 +96,29 @@ private Q_SLOTS:
         QCOMPARE(drawer.view.shuffleButton().accessibleName(), QStringLiteral("Shuffle: on"));
         drawer.say(false, SongRepeat::off);
         QCOMPARE(drawer.view.shuffleButton().image(), QStringLiteral("shuffle_off"));
+    }
+
+    void whereThereAreMorePlaylistsTheListAndThePickerSaySo()
+    {
+        Drawer drawer;
+        const QStringList names{QStringLiteral("Blues"), QStringLiteral("Jazz")};
+        const QString more = QStringLiteral("There are more playlists than these");
+        MetalPopupButton &picker = drawer.view.playlistPicker();
+        QVERIFY(drawer.load(names, 2));
+        QCOMPARE(picker.count(), 2);
+        QCOMPARE(picker.accessibleDescription(), QString());
+        QVERIFY(drawer.load(names, 2, PlaylistSource::files, true));
+        QCOMPARE(picker.count(), 3);
+        QCOMPARE(picker.itemText(2), more);
+        QCOMPARE(picker.toolTip(), more);
+        QCOMPARE(picker.accessibleDescription(), more);
+        QVERIFY(picker.isEnabled());
+        QCOMPARE(picker.currentText(), QStringLiteral("Jazz"));
+        QTest::keyClick(&picker, Qt::Key_End);
+        QCOMPARE(picker.currentText(), QStringLiteral("Jazz"));
+        QVERIFY(drawer.load(names, 2));
+        QCOMPARE(picker.count(), 2);
+        QCOMPARE(picker.toolTip(), QStringLiteral("Choose a playlist"));
     }
 
     void aSilentMusicDisablesTheDrawersControlsAndEachSaysWhy()

@@ -41,7 +41,8 @@ private Q_SLOTS:
         ScriptedMusicApplication music;
         music.answerInBackground({.playlistIds = QVariantList{1, 2},
             .playlistNames = QVariantList{u"A"_s, u"B"_s},
-            .playlistSource = PlaylistSource::files});
+            .playlistSource = PlaylistSource::files,
+            .hasMorePlaylists = true});
         BackgroundJobs jobs(music);
         QList<LoadedPlaylists> loads;
         connect(&jobs, &BackgroundJobs::playlistsLoaded, this,
@@ -51,6 +52,7 @@ private Q_SLOTS:
         QCOMPARE(loads.size(), 1);
         QCOMPARE(loads.constFirst().options, (QList<PlaylistOption>{{1, u"A"_s}, {2, u"B"_s}}));
         QCOMPARE(loads.constFirst().source, PlaylistSource::files);
+        QVERIFY(loads.constFirst().hasMore);
         QCOMPARE(loads.constFirst().current, std::nullopt);
     }
 

@@ -36,6 +36,7 @@ public:
         std::optional<QVariantList> playlistIds = {};
         std::optional<QVariantList> playlistNames = {};
         PlaylistSource playlistSource = PlaylistSource::music;
+        bool hasMorePlaylists = false;
         std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices = {};
     };
 
@@ -196,6 +197,11 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         return m_backgroundAnswers.playlistSource;
+    }
+    [[nodiscard]] bool hasMorePlaylists() const override
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_backgroundAnswers.hasMorePlaylists;
     }
     [[nodiscard]] std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices() const override
     {

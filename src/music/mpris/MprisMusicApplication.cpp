@@ -281,6 +281,12 @@ PlaylistSource MprisMusicApplication::playlistSource() const
     return followed ? followed->source() : PlaylistSource::unknown;
 }
 
+bool MprisMusicApplication::hasMorePlaylists() const
+{
+    const std::shared_ptr<PlayerPlaylists> followed = playlists();
+    return followed && followed->hasMore();
+}
+
 bool MprisMusicApplication::playPlaylist(qint64 id)
 {
     if (const std::shared_ptr<PlayerPlaylists> followed = playlists()) {

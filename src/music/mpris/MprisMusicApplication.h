@@ -79,6 +79,7 @@ public:
     [[nodiscard]] std::optional<QVariantList> playlistIds() const override;
     [[nodiscard]] std::optional<QVariantList> playlistNames() const override;
     [[nodiscard]] PlaylistSource playlistSource() const override;
+    [[nodiscard]] bool hasMorePlaylists() const override;
     bool playPlaylist(qint64 id) override;
     [[nodiscard]] std::optional<QList<MusicAirPlayDevice>> currentAirPlayDevices() const override;
     void endBackground() override;

@@ -101,6 +101,7 @@ std::optional<QVariantList> PlayerPlaylists::readIds()
     }
     const std::lock_guard lock(m_mutex);
     m_source = offer->source;
+    m_hasMore = offer->hasMore;
     m_names = names;
     m_playlists = playlists;
     return ids;
@@ -116,6 +117,12 @@ PlaylistSource PlayerPlaylists::source() const
 {
     const std::lock_guard lock(m_mutex);
     return m_source;
+}
+
+bool PlayerPlaylists::hasMore() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_hasMore;
 }
 
 bool PlayerPlaylists::play(qint64 id)
@@ -157,8 +164,8 @@ std::optional<PlayerPlaylists::Offer> PlayerPlaylists::readOffer() const
     if (!opensPlaylistFiles(*root)) {
         return Offer{PlaylistSource::none};
     }
-    const std::optional<QList<PlaylistDetails>> files = playlistFilesOfMusicFolder(end, m_stop.get_token());
-    return files ? std::optional(Offer{PlaylistSource::files, *files}) : std::nullopt;
+    const std::optional<PlaylistFiles> files = findPlaylistFiles({}, end, m_stop.get_token());
+    return files ? std::optional(Offer{PlaylistSource::files, files->playlists, !files->isWhole}) : std::nullopt;
 }
 
 std::optional<QList<PlaylistDetails>> PlayerPlaylists::readPages(

@@ -41,6 +41,8 @@ public:
     [[nodiscard]] std::optional<QVariantList> names() const;
     /// The source of the playlists that readIds() last returned.
     [[nodiscard]] PlaylistSource source() const;
+    /// Whether there are more playlists than readIds() last returned.
+    [[nodiscard]] bool hasMore() const;
     /// Plays a playlist that readIds() last returned. Returns whether the player answered.
     bool play(qint64 id);
 
@@ -55,6 +57,7 @@ private:
     struct Offer {
         PlaylistSource source = PlaylistSource::unknown;
         QList<PlaylistDetails> playlists = {};
+        bool hasMore = false;
     };
 
     [[nodiscard]] std::optional<Offer> readOffer() const;
@@ -85,6 +88,7 @@ private:
     mutable std::mutex m_mutex;
     QString m_destination;
     PlaylistSource m_source = PlaylistSource::unknown;
+    bool m_hasMore = false;
     std::optional<QVariantList> m_names;
     QHash<qint64, PlaylistDetails> m_playlists; ///< by id
 };

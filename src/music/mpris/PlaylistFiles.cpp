@@ -1,88 +1,214 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlaylistFiles.h"
 
-#include "music/mpris/bus/BusValue.h"
+#include "music/mpris/playlistFile.h"
 
-#include <QCollator>
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
-#include <QHash>
+#include <QSet>
 #include <QStandardPaths>
+#include <QStringList>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
-#include <future>
+#include <condition_variable>
 #include <memory>
+#include <mutex>
 #include <semaphore>
 #include <thread>
+#include <utility>
 
 namespace tunedeck {
 
 namespace {
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
 
 /// Limit for a disk with more folders than a user can have made.
 constexpr qsizetype maximumFoldersToVisit = 100'000;
+constexpr auto patience = 20ms;
+/// A disk that has answered nothing for this long is left to its thread, and another thread goes on.
+constexpr auto untilNextThread = 300ms;
+constexpr int maximumThreads = 4;
 
-/// Lets one search run at a time: threads that wait for a disk must not pile up. It is never destroyed, as a search may
-/// outlast the program.
-std::binary_semaphore &search()
+/// Threads that wait for disks must not pile up. It is never destroyed, as a search may outlast the program.
+std::counting_semaphore<maximumThreads> &freeThreads()
 {
-    static std::binary_semaphore search{1};
-    return search;
+    static std::counting_semaphore<maximumThreads> threads{maximumThreads};
+    return threads;
 }
 
-bool isPlaylist(const QFileInfo &file)
-{
-    // Not a QStringList, which is destroyed at the end of the program: a search may outlast it.
-    constexpr std::array suffixes{
-        QLatin1String("m3u"), QLatin1String("m3u8"), QLatin1String("pls"), QLatin1String("xspf")};
-    return std::ranges::any_of(suffixes,
-        [suffix = file.suffix()](QLatin1String known) { return suffix.compare(known, Qt::CaseInsensitive) == 0; });
-}
-
-/// None for a file that is no playlist, or cannot be read. The disk is asked about playlists only: most files are
-/// songs, and in the network each question takes time.
-std::optional<PlaylistDetails> playlistIn(const QFileInfo &file)
-{
-    const QString path = file.filePath();
-    // Some file names cannot be decoded; such files cannot be opened.
-    if (!isPlaylist(file) || !file.isFile() || !QFileInfo(path).isReadable()) {
-        return std::nullopt;
+/// The folders that threads of former searches still wait for.
+class SilentFolders {
+public:
+    [[nodiscard]] bool contains(const QString &folder)
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_folders.contains(folder);
     }
-    const std::optional<QString> name = bus::text(file.completeBaseName());
-    return name ? std::optional(PlaylistDetails{.id = playlistId(path), .path = path, .name = *name}) : std::nullopt;
-}
-
-bool isToBeVisited(const QFileInfo &folder)
-{
-    return !folder.isSymLink() && folder.isDir();
-}
-
-void sortByName(QList<PlaylistDetails> &playlists)
-{
-    QCollator collator;
-    collator.setNumericMode(true);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    std::ranges::sort(playlists, [&collator](const PlaylistDetails &left, const PlaylistDetails &right) {
-        const int order = collator.compare(left.name, right.name);
-        return order == 0 ? left.path < right.path : order < 0;
-    });
-}
-
-void tellSameNamesApart(QList<PlaylistDetails> &playlists, const QDir &folder)
-{
-    QHash<QString, int> counts;
-    for (const PlaylistDetails &playlist : std::as_const(playlists)) {
-        ++counts[playlist.name];
+    void add(const QStringList &folders)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_folders.unite(QSet<QString>(folders.cbegin(), folders.cend()));
     }
-    for (PlaylistDetails &playlist : playlists) {
-        if (counts.value(playlist.name) > 1) {
-            playlist.name = bus::text(folder.relativeFilePath(playlist.path)).value_or(playlist.name);
+    void remove(const QString &folder)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_folders.remove(folder);
+    }
+
+private:
+    std::mutex m_mutex;
+    QSet<QString> m_folders;
+};
+
+SilentFolders &silentFolders()
+{
+    // Never destroyed, like the semaphore.
+    static auto *const folders = new SilentFolders;
+    return *folders;
+}
+
+/// One search. Its threads share it with the one that waits for the result.
+class PlaylistSearch {
+public:
+    PlaylistSearch(const QString &folder, const QDeadlineTimer &deadline, std::stop_token stop)
+        : m_deadline(deadline)
+        , m_stop(std::move(stop))
+        , m_top(folder)
+        , m_folders{folder}
+    {
+    }
+
+    /// Whether a further thread has something to do that the others do not get to.
+    [[nodiscard]] bool needsThread()
+    {
+        const std::lock_guard lock(m_mutex);
+        const bool isStuck = m_visited.isEmpty() || Clock::now() - m_lastStep >= untilNextThread;
+        return isStuck && nextFolder() != m_folders.end();
+    }
+    /// The folder that a thread visits next. None if there is none, or nobody waits for it.
+    [[nodiscard]] std::optional<QString> takeFolder()
+    {
+        const std::lock_guard lock(m_mutex);
+        const auto next = nextFolder();
+        if (next == m_folders.end() || !isToGoOn()) {
+            return std::nullopt;
+        }
+        const QString folder = *next;
+        m_folders.erase(next);
+        m_visited.append(folder);
+        m_lastStep = Clock::now();
+        return folder;
+    }
+    /// The body of a thread.
+    void work(std::optional<QString> folder)
+    {
+        for (; folder; folder = takeFolder()) {
+            // The first folder may have no name yet: the disk is asked for it.
+            visit(folder->isEmpty() ? findTop() : *folder);
+            finish(*folder);
         }
     }
-}
+    /// Waits until the search is whole, but not for long. Returns whether it goes on.
+    [[nodiscard]] bool waitForThreads()
+    {
+        std::unique_lock lock(m_mutex);
+        return !m_changed.wait_for(lock, patience, [this] { return isWhole(); }) && isToGoOn();
+    }
+    [[nodiscard]] std::optional<PlaylistFiles> result()
+    {
+        const std::lock_guard lock(m_mutex);
+        silentFolders().add(m_visited);
+        if (m_stop.stop_requested() || (m_playlists.isEmpty() && !isWhole())) {
+            return std::nullopt;
+        }
+        keepFirst();
+        std::ranges::sort(m_playlists, PlaylistOrder());
+        tellSameNamesApart(m_playlists, QDir(m_top));
+        return PlaylistFiles{.playlists = m_playlists, .isWhole = isWhole() && !m_isCut};
+    }
+
+private:
+    [[nodiscard]] bool isToGoOn() const { return !m_deadline.hasExpired() && !m_stop.stop_requested(); }
+    [[nodiscard]] bool isWhole() const { return m_folders.isEmpty() && m_visited.isEmpty(); }
+    [[nodiscard]] QStringList::iterator nextFolder()
+    {
+        return std::ranges::find_if_not(
+            m_folders, [](const QString &folder) { return silentFolders().contains(folder); });
+    }
+
+    QString findTop()
+    {
+        const QString folder = musicFolder();
+        const std::lock_guard lock(m_mutex);
+        m_top = folder;
+        return folder;
+    }
+
+    void visit(const QString &folder)
+    {
+        if (folder.isEmpty()) {
+            return;
+        }
+        // Not a recursive iterator: it keeps every folder open on the way down, however deep. Without "System" it would
+        // ask the disks that links lead to.
+        QDirIterator entries(folder, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::System);
+        while (isToGoOn() && entries.hasNext()) {
+            add(entries.nextFileInfo());
+        }
+    }
+
+    void add(const QFileInfo &entry)
+    {
+        const bool isFolder = !entry.isSymLink() && entry.isDir();
+        const std::optional<PlaylistDetails> playlist = isFolder ? std::nullopt : playlistIn(entry);
+        const std::lock_guard lock(m_mutex);
+        m_lastStep = Clock::now();
+        if (isFolder && m_folders.size() >= maximumFoldersToVisit) {
+            m_isCut = true;
+        } else if (isFolder) {
+            m_folders.append(entry.filePath());
+        } else if (playlist) {
+            m_playlists.append(*playlist);
+        }
+        if (m_playlists.size() >= 2 * maximumPlaylistFiles) {
+            keepFirst();
+        }
+    }
+
+    void keepFirst()
+    {
+        if (m_playlists.size() > maximumPlaylistFiles) {
+            std::ranges::nth_element(m_playlists, m_playlists.begin() + maximumPlaylistFiles, PlaylistOrder());
+            m_playlists.resize(maximumPlaylistFiles);
+            m_isCut = true;
+        }
+    }
+
+    void finish(const QString &folder)
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_visited.removeOne(folder);
+        }
+        silentFolders().remove(folder);
+        m_changed.notify_all();
+    }
+
+    const QDeadlineTimer m_deadline;
+    const std::stop_token m_stop;
+
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    QString m_top;
+    QStringList m_folders; ///< to be visited
+    QStringList m_visited; ///< that threads are in
+    QList<PlaylistDetails> m_playlists;
+    Clock::time_point m_lastStep;
+    bool m_isCut = false; ///< whether something was left out
+};
 
 } // namespace
 
@@ -92,60 +218,19 @@ QString musicFolder()
     return QDir(folder) == QDir::home() ? QString() : folder;
 }
 
-QList<PlaylistDetails> findPlaylistFiles(
+std::optional<PlaylistFiles> findPlaylistFiles(
     const QString &folder, const QDeadlineTimer &deadline, const std::stop_token &stop)
 {
-    QList<PlaylistDetails> playlists;
-    if (folder.isEmpty()) {
-        return playlists;
-    }
-    const auto isToGoOn = [&] {
-        return playlists.size() < maximumPlaylistFiles && !deadline.hasExpired() && !stop.stop_requested();
-    };
-    // Not a recursive iterator: it keeps every folder open on the way down, however deep.
-    QStringList folders{folder};
-    while (!folders.isEmpty() && isToGoOn()) {
-        QDirIterator entries(folders.takeLast(), QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot);
-        while (isToGoOn() && entries.hasNext()) {
-            const QFileInfo entry = entries.nextFileInfo();
-            if (isToBeVisited(entry) && folders.size() < maximumFoldersToVisit) {
-                folders.append(entry.filePath());
-            } else if (const std::optional<PlaylistDetails> playlist = playlistIn(entry)) {
-                playlists.append(*playlist);
-            }
+    const auto search = std::make_shared<PlaylistSearch>(folder, deadline, stop);
+    do {
+        if (search->needsThread() && freeThreads().try_acquire()) {
+            std::thread([search, first = search->takeFolder()] {
+                search->work(first);
+                freeThreads().release();
+            }).detach();
         }
-    }
-    sortByName(playlists);
-    tellSameNamesApart(playlists, QDir(folder));
-    return playlists;
-}
-
-std::optional<QList<PlaylistDetails>> playlistFilesOfMusicFolder(
-    const QDeadlineTimer &deadline, const std::stop_token &stop)
-{
-    using namespace std::chrono_literals;
-    // Time that a disk that answers needs to finish after the deadline.
-    constexpr auto grace = 200ms;
-    constexpr auto patience = 20ms;
-
-    while (!search().try_acquire_for(patience)) {
-        if (deadline.hasExpired() || stop.stop_requested()) {
-            return std::nullopt;
-        }
-    }
-    auto found = std::make_shared<std::promise<QList<PlaylistDetails>>>();
-    std::future<QList<PlaylistDetails>> answer = found->get_future();
-    std::thread([found, deadline, stop] {
-        found->set_value(findPlaylistFiles(musicFolder(), deadline, stop));
-        search().release();
-    }).detach();
-    const QDeadlineTimer end = deadline + grace.count();
-    while (answer.wait_for(patience) != std::future_status::ready) {
-        if (end.hasExpired() || stop.stop_requested()) {
-            return std::nullopt;
-        }
-    }
-    return answer.get();
+    } while (search->waitForThreads());
+    return search->result();
 }
 
 } // namespace tunedeck

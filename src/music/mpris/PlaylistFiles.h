@@ -14,21 +14,23 @@ namespace tunedeck {
 
 inline constexpr qsizetype maximumPlaylistFiles = 10'000;
 
+/// Playlist files, sorted by name (see PlaylistOrder). Files of the same name are named with their folders.
+struct PlaylistFiles {
+    QList<PlaylistDetails> playlists; ///< at most maximumPlaylistFiles, the first ones by name
+    bool isWhole = true; ///< whether there are no more
+};
+
 /// The folder in which the user keeps music. Empty if the user has none: the desktop names the home folder then.
 [[nodiscard]] QString musicFolder();
 
-/// The readable playlist files (.m3u, .m3u8, .pls, .xspf) in `folder` and below it, sorted by name. Files of the same
-/// name are named with their folders. No file is opened, and no link to a folder is followed.
+/// The readable playlist files in `folder` and below it; in the user's music folder if `folder` is empty. No file is
+/// opened, and no link to a folder is followed.
 ///
-/// Do not call this on the main thread, as it reads the disk. At `deadline`, or once stopped, it returns the files
-/// found so far, but it waits for a disk that does not answer.
-[[nodiscard]] QList<PlaylistDetails> findPlaylistFiles(
+/// Do not call this on the main thread, as it waits for the disk until `deadline`. A folder whose disk does not answer,
+/// such as one in the network, holds up no other: the thread that waits for it is left to itself, and at the deadline
+/// the files found so far are returned. None if no file was found until then, or if the search is stopped. At most four
+/// threads wait for disks, however often this is called.
+[[nodiscard]] std::optional<PlaylistFiles> findPlaylistFiles(
     const QString &folder, const QDeadlineTimer &deadline, const std::stop_token &stop);
-
-/// The playlist files of the music folder. None if its disk, such as one in the network, does not answer until 200 ms
-/// after `deadline`, if the search is stopped, or while an earlier search still waits for its disk. The thread that
-/// waits for the disk is then left to itself.
-[[nodiscard]] std::optional<QList<PlaylistDetails>> playlistFilesOfMusicFolder(
-    const QDeadlineTimer &deadline, const std::stop_token &stop);
 
 } // namespace tunedeck

@@ -67,6 +67,7 @@ private Q_SLOTS:
     void aPlayerWithoutPlaylistsIsNotAskedForThem_data();
     void aPlayerWithoutPlaylistsIsNotAskedForThem();
     void aPlayerThatOpensPlaylistFilesIsOfferedThoseOfTheMusicFolder();
+    void ofTooManyPlaylistFilesTheConnectorKnowsThatThereAreMore();
     void aPropertyThatIsNotListedIsNeverAskedFor();
     void anyValueOfAnyPropertyIsSurvived_data();
     void anyValueOfAnyPropertyIsSurvived();
@@ -342,6 +343,19 @@ void PlayerPlaylistsTest::aPlayerThatOpensPlaylistFilesIsOfferedThoseOfTheMusicF
     m_connector->playSelectedPlaylist();
     const QString folder = QUrl::fromLocalFile(m_folder->path()).toString();
     QTRY_COMPARE(commands(), QStringList{u"OpenUri "_s + folder + u"/Music/%C3%9Cbermorgen%20%231.xspf"_s});
+}
+
+void PlayerPlaylistsTest::ofTooManyPlaylistFilesTheConnectorKnowsThatThereAreMore()
+{
+    QStringList files;
+    for (int number = 0; number <= 10'000; ++number) {
+        files.append(u"Mix %1.m3u"_s.arg(number));
+    }
+    keepInTheMusicFolder(files);
+    startPlayer({u"playlists off"_s, u"wrong SupportedMimeTypes array Audio/X-MPEGURL"_s});
+    startConnector();
+    QCOMPARE(m_connector->playlistOptions().size(), 10'000);
+    QVERIFY(m_connector->hasMorePlaylists());
 }
 
 void PlayerPlaylistsTest::aPropertyThatIsNotListedIsNeverAskedFor()

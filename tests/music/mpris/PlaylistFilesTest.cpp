@@ -10,18 +10,47 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <dirent.h>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <condition_variable>
 #include <cstdio>
 #include <memory>
+#include <mutex>
 
 using namespace Qt::StringLiterals;
 using namespace tunedeck;
 
 namespace {
+std::mutex hungMutex;
+std::condition_variable hungChanged;
+QByteArray hungFolder;
+
+/// A folder whose disk does not answer.
+class HungFolder {
+public:
+    explicit HungFolder(const QString &path) { set(QFile::encodeName(path)); }
+    ~HungFolder() { answer(); }
+    HungFolder(const HungFolder &) = delete;
+    HungFolder &operator=(const HungFolder &) = delete;
+
+    void answer() { set({}); }
+
+private:
+    static void set(const QByteArray &path)
+    {
+        {
+            const std::lock_guard lock(hungMutex);
+            hungFolder = path;
+        }
+        hungChanged.notify_all();
+    }
+};
+
 QStringList names(const QList<PlaylistDetails> &playlists)
 {
     QStringList names;
@@ -31,6 +60,16 @@ QStringList names(const QList<PlaylistDetails> &playlists)
     return names;
 }
 } // namespace
+
+/// Takes the place of the C library's, for Qt too.
+extern "C" __attribute__((visibility("default"))) DIR *opendir(const char *name)
+{
+    static const auto open = reinterpret_cast<DIR *(*)(const char *)>(dlsym(RTLD_NEXT, "opendir"));
+    std::unique_lock lock(hungMutex);
+    hungChanged.wait(lock, [name] { return hungFolder.isEmpty() || hungFolder != name; });
+    lock.unlock();
+    return open(name);
+}
 
 class PlaylistFilesTest : public QObject {
     Q_OBJECT
@@ -171,14 +210,14 @@ private Q_SLOTS:
         QCOMPARE(mkfifo(pipe.constData(), 0600), 0);
         const qsizetype before = threads();
         for (int question = 0; question < 3; ++question) {
-            QVERIFY(!playlistFilesOfMusicFolder(QDeadlineTimer(30), {}).has_value());
+            QVERIFY(!findPlaylistFiles({}, QDeadlineTimer(30), {}).has_value());
             QCOMPARE(threads(), before + 1);
         }
         std::stop_source stop;
         stop.request_stop();
         QElapsedTimer time;
         time.start();
-        QVERIFY(!playlistFilesOfMusicFolder(QDeadlineTimer(10'000), stop.get_token()).has_value());
+        QVERIFY(!findPlaylistFiles({}, QDeadlineTimer(10'000), stop.get_token()).has_value());
         QVERIFY(time.elapsed() < 1'000);
 
         const int writer = ::open(pipe.constData(), O_WRONLY);
@@ -187,9 +226,9 @@ private Q_SLOTS:
         nameMusicFolder(m_folder.path());
         ::close(writer);
         keep({u"good.m3u"_s});
-        const auto again = playlistFilesOfMusicFolder(QDeadlineTimer(5'000), {});
+        const auto again = findPlaylistFiles({}, QDeadlineTimer(5'000), {});
         QVERIFY(again.has_value());
-        QCOMPARE(names(*again), QStringList{u"good"_s});
+        QCOMPARE(names(again->playlists), QStringList{u"good"_s});
     }
 
     void aMissingFolderHasNone() { QCOMPARE(names(found(m_folder.filePath(u"gone"_s))), QStringList()); }
@@ -207,23 +246,58 @@ private Q_SLOTS:
         std::remove(notText.constData()); // the temporary folder could not name it either
     }
 
-    void thereIsAnEndToWhatIsOffered()
+    void ofTooManyTheFirstOnesByNameAreOffered()
     {
-        for (qsizetype number = 0; number < maximumPlaylistFiles + 10; ++number) {
-            QFile file(m_folder.filePath(u"%1.m3u"_s.arg(number)));
+        QStringList expected;
+        for (qsizetype number = 0; number < 3 * maximumPlaylistFiles; ++number) {
+            // The order in which a disk lists files is not that of their names.
+            const qsizetype name = number * 7'919 % (3 * maximumPlaylistFiles);
+            QFile file(m_folder.filePath(u"Mix %1.m3u"_s.arg(name)));
             QVERIFY(file.open(QFile::WriteOnly));
+            expected.append(u"Mix %1"_s.arg(number));
         }
-        QCOMPARE(found().size(), maximumPlaylistFiles);
+        const auto files = findPlaylistFiles(m_folder.path(), QDeadlineTimer(60'000), {});
+        QVERIFY(files.has_value());
+        QVERIFY(!files->isWhole);
+        QCOMPARE(names(files->playlists), expected.first(maximumPlaylistFiles));
     }
 
-    void whoeverIsStoppedAnswersWhatIsThere()
+    void aFolderThatDoesNotAnswerHidesNoOther()
+    {
+        keep({u"before.m3u"_s, u"a/one.m3u"_s, u"hung/never.m3u"_s, u"z/two.m3u"_s, u"z/deep/three.m3u"_s});
+        HungFolder hung(m_folder.filePath(u"hung"_s));
+        QElapsedTimer time;
+        time.start();
+        const auto files = findPlaylistFiles(m_folder.path(), QDeadlineTimer(1'000), {});
+        QVERIFY(time.elapsed() < 1'500);
+        QVERIFY(files.has_value());
+        QVERIFY(!files->isWhole);
+        const QStringList others{u"before"_s, u"one"_s, u"three"_s, u"two"_s};
+        QCOMPARE(names(files->playlists), others);
+
+        const qsizetype before = threads();
+        for (int search = 0; search < 5; ++search) {
+            const auto again = findPlaylistFiles(m_folder.path(), QDeadlineTimer(100), {});
+            QVERIFY(again.has_value());
+            QVERIFY(!again->isWhole);
+            QCOMPARE(names(again->playlists), others);
+        }
+        QCOMPARE(threads(), before);
+        hung.answer();
+        const auto whole = findPlaylistFiles(m_folder.path(), QDeadlineTimer(20'000), {});
+        QVERIFY(whole.has_value());
+        QVERIFY(whole->isWhole);
+        QCOMPARE(whole->playlists.size(), 5);
+    }
+
+    void whoeverIsStoppedGetsNothing()
     {
         keep({u"good.m3u"_s});
         std::stop_source stop;
         stop.request_stop();
-        QCOMPARE(
-            findPlaylistFiles(m_folder.path(), QDeadlineTimer(QDeadlineTimer::Forever), stop.get_token()).size(), 0);
-        QCOMPARE(findPlaylistFiles(m_folder.path(), QDeadlineTimer(0), {}).size(), 0);
+        const QDeadlineTimer forever(QDeadlineTimer::Forever);
+        QVERIFY(!findPlaylistFiles(m_folder.path(), forever, stop.get_token()).has_value());
+        QVERIFY(!findPlaylistFiles(m_folder.path(), QDeadlineTimer(0), {}).has_value());
     }
 
 private:
@@ -248,7 +322,8 @@ private:
     }
     [[nodiscard]] static QList<PlaylistDetails> found(const QString &folder)
     {
-        return findPlaylistFiles(folder, QDeadlineTimer(QDeadlineTimer::Forever), {});
+        const auto files = findPlaylistFiles(folder, QDeadlineTimer(QDeadlineTimer::Forever), {});
+        return files ? files->playlists : QList<PlaylistDetails>();
     }
     [[nodiscard]] QList<PlaylistDetails> found() const { return found(m_folder.path()); }
 
