@@ -48,10 +48,17 @@ ApplicationInstance::ApplicationInstance(const QDBusConnection &bus, QObject *pa
 
 void ApplicationInstance::setBus(const QDBusConnection &bus)
 {
+    constexpr uint queue = 0;
     constexpr uint doNotQueue = 4;
+    // A connection that has become deaf still owns the name. The bus may carry out its release after the request.
+    const bool isReplaced = m_bus.isConnected();
+    if (isReplaced) {
+        m_bus.unregisterObject(objectPath);
+        callBus(QStringLiteral("ReleaseName"), {applicationId.toString()});
+    }
     m_bus = bus;
     registerObject();
-    callBus(QStringLiteral("RequestName"), {applicationId.toString(), doNotQueue});
+    callBus(QStringLiteral("RequestName"), {applicationId.toString(), isReplaced ? queue : doNotQueue});
 }
 
 /// The object is there before the name is: a process that sees the name may call at once.

@@ -26,7 +26,7 @@ using namespace std::chrono_literals;
 constexpr auto longestWaitForMusic = 100ms;
 } // namespace
 
-Program::Program(const SessionBus &sessionBus, ApplicationInstance &instance, ActivationToken token)
+Program::Program(SessionBus &sessionBus, ApplicationInstance &instance, ActivationToken token)
     : m_sessionBus(sessionBus)
     , m_instance(instance)
     , m_token(std::move(token))
@@ -40,12 +40,25 @@ Program::Program(const SessionBus &sessionBus, ApplicationInstance &instance, Ac
     connect(&m_instance, &ApplicationInstance::activated, this, &Program::activate);
     connect(&m_instance, &ApplicationInstance::tokenUnused, this, &endStartupNotificationOnX11);
     connect(&m_sessionBus, &SessionBus::changed, this, &Program::applyBus);
+    checkBusWhenSilent();
     connect(&m_music, &MprisMusicApplication::ready, this, &Program::start);
     connect(&m_music, &MprisMusicApplication::ready, &m_instance, &ApplicationInstance::deliverMusicActions);
     QTimer::singleShot(m_music.isReady() ? 0ms : longestWaitForMusic, this, &Program::start);
 }
 
 Program::~Program() = default;
+
+void Program::checkBusWhenSilent()
+{
+    connect(&m_music, &MusicApplication::respondingDidChange, this, [this] {
+        if (!m_music.isResponding()) {
+            m_sessionBus.check();
+        }
+    });
+    connect(&m_windowActivation, &WindowActivation::windowDidBecomeKey, &m_sessionBus, &SessionBus::check);
+    m_sessionBus.checkAfterCallsTo(m_instance);
+    m_sessionBus.checkAfterCallsTo(m_appearance);
+}
 
 void Program::start()
 {
@@ -102,6 +115,7 @@ void Program::serveDockMenu()
     m_dockMenu.reset();
     m_dockMenu = std::make_unique<DockMenuServer>(
         m_sessionBus.connection(), [this] { return m_application->delegate().applicationDockMenu(); });
+    m_sessionBus.checkAfterCallsTo(*m_dockMenu);
     const ViewController &viewController = m_application->viewController();
     const MusicConnector &musicConnector = m_application->musicConnector();
     connect(&viewController, &ViewController::currentTrackInfoChanged, m_dockMenu.get(), &DockMenuServer::update);

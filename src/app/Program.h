@@ -29,7 +29,7 @@ class Program : public QObject {
 
 public:
     /// The references must outlive this object. `token` is the one that this process was started with.
-    Program(const SessionBus &sessionBus, ApplicationInstance &instance, ActivationToken token);
+    Program(SessionBus &sessionBus, ApplicationInstance &instance, ActivationToken token);
     ~Program() override;
 
 Q_SIGNALS:
@@ -41,9 +41,11 @@ private:
     void show();
     void activate(const ActivationToken &token);
     void applyBus();
+    /// Finds out soon whether the connection to the bus is at fault when nothing is heard.
+    void checkBusWhenSilent();
     void serveDockMenu();
 
-    const SessionBus &m_sessionBus;
+    SessionBus &m_sessionBus;
     ApplicationInstance &m_instance;
     ActivationToken m_token;
     UserDefaults m_defaults;

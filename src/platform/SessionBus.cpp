@@ -1,16 +1,26 @@
 // SPDX-License-Identifier: MIT
 #include "platform/SessionBus.h"
 
+#include "platform/windowLog.h"
+
 #include <QCoreApplication>
+#include <QEvent>
 #include <QFile>
 #include <QPointer>
 #include <QThread>
 
 #include <atomic>
+#include <utility>
 
 namespace tunedeck {
 
 namespace {
+using namespace std::chrono_literals;
+
+constexpr auto checkDelay = 1s;
+const QString localPath = QStringLiteral("/org/freedesktop/DBus/Local");
+const QString localInterface = QStringLiteral("org.freedesktop.DBus.Local");
+
 /// Makes a connection with a name of its own in this process.
 QDBusConnection connectTo(const QString &address)
 {
@@ -38,10 +48,43 @@ SessionBus::SessionBus(const QString &address, std::chrono::milliseconds interva
     // Qt shares this connection and needs it anyway.
     , m_connection(address.isEmpty() ? QDBusConnection::sessionBus() : connectTo(address))
 {
+    m_nextAttempt.setObjectName(QStringLiteral("nextAttempt"));
     m_nextAttempt.setSingleShot(true);
     m_nextAttempt.setInterval(interval);
     connect(&m_nextAttempt, &QTimer::timeout, this, &SessionBus::tryToConnect);
+    connect(&m_probe, &BusProbe::deaf, this, &SessionBus::handleDeaf);
+    m_checkSoon.setSingleShot(true);
+    m_checkSoon.setInterval(checkDelay);
+    connect(&m_checkSoon, &QTimer::timeout, this, &SessionBus::check);
     watch();
+}
+
+void SessionBus::check()
+{
+    if (m_connection.isConnected()) {
+        m_probe.ask(m_connection);
+    }
+}
+
+void SessionBus::checkAfterCallsTo(QObject &exported)
+{
+    exported.installEventFilter(this);
+}
+
+bool SessionBus::eventFilter(QObject *, QEvent *event)
+{
+    if (event->type() == QEvent::MetaCall && !m_checkSoon.isActive()) {
+        m_checkSoon.start();
+    }
+    return false;
+}
+
+void SessionBus::handleDeaf(const QString &connectionName)
+{
+    if (connectionName == m_connection.name()) {
+        qCDebug(windowLog) << "the session bus no longer answers on" << connectionName;
+        tryToConnect();
+    }
 }
 
 void SessionBus::handleDisconnected()
@@ -59,8 +102,8 @@ void SessionBus::watch()
         m_nextAttempt.start();
         return;
     }
-    m_connection.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
-        QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this, SLOT(handleDisconnected()));
+    m_connection.connect(
+        QString(), localPath, localInterface, QStringLiteral("Disconnected"), this, SLOT(handleDisconnected()));
 }
 
 void SessionBus::tryToConnect()
@@ -87,9 +130,14 @@ void SessionBus::setConnection(const QDBusConnection &connection)
         m_nextAttempt.start();
         return;
     }
-    m_connection = connection;
+    QDBusConnection former = std::exchange(m_connection, connection);
+    // Its end must not be taken for that of the new one.
+    former.disconnect(
+        QString(), localPath, localInterface, QStringLiteral("Disconnected"), this, SLOT(handleDisconnected()));
     watch();
     Q_EMIT changed();
+    // The bus would keep what comes for a connection that nobody reads.
+    QDBusConnection::disconnectFromBus(former.name());
 }
 
 } // namespace tunedeck

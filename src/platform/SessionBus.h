@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/BusProbe.h"
+
 #include <QDBusConnection>
 #include <QObject>
 #include <QString>
@@ -27,6 +29,15 @@ public:
     /// current connection.
     [[nodiscard]] const QDBusConnection &connection() const { return m_connection; }
 
+    /// Call this if nothing has come over the bus although something should have. A connection that no longer hears the
+    /// bus is replaced within about four seconds.
+    void check();
+    /// Checks the connection a second after other programs have called `exported`, whose calls Qt hands over with all
+    /// that they bring. Nothing is sent while nobody calls.
+    void checkAfterCallsTo(QObject &exported);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 Q_SIGNALS:
     /// The bus has gone, or there is a new connection.
     void changed();
@@ -35,6 +46,7 @@ private Q_SLOTS:
     void handleDisconnected();
 
 private:
+    void handleDeaf(const QString &connectionName);
     void watch();
     void tryToConnect();
     void setConnection(const QDBusConnection &connection);
@@ -42,6 +54,8 @@ private:
     const QString m_address;
     QDBusConnection m_connection;
     QTimer m_nextAttempt{this};
+    BusProbe m_probe{this};
+    QTimer m_checkSoon{this};
 };
 
 } // namespace tunedeck

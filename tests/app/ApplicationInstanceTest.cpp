@@ -6,6 +6,7 @@
 #include "support/registerTest.h"
 
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QLoggingCategory>
@@ -120,6 +121,26 @@ private Q_SLOTS:
         QTRY_COMPARE(answered, true);
         QTRY_COMPARE(activated.count(), 1);
         QCOMPARE(activated.constFirst().constFirst().value<ActivationToken>(), tokenOfDock);
+    }
+
+    void theNameComesAlongToAConnectionThatReplacesAnother()
+    {
+        const PrivateBus bus;
+        ApplicationInstance first(bus.connect(QStringLiteral("deaf")));
+        QVERIFY(first.isFirst());
+        const QSignalSpy activated(&first, &ApplicationInstance::activated);
+        const QDBusConnection next = bus.connect(QStringLiteral("next"));
+        first.setBus(next);
+        const QDBusConnection witness = bus.connect(QStringLiteral("witness"));
+        const QString name = QStringLiteral("org.tunedeck.Tunedeck");
+        QTRY_COMPARE(witness.interface()->serviceOwner(name).value(), next.baseService());
+
+        ApplicationInstance second(bus.connect(QStringLiteral("late")));
+        QVERIFY(!second.isFirst());
+        std::optional<bool> answered;
+        second.askFirst(std::nullopt, tokenOfDock, [&answered](bool isAnswered) { answered = isAnswered; });
+        QTRY_COMPARE(answered, true);
+        QTRY_COMPARE(activated.count(), 1);
     }
 
     void aSecondProcessAsksTheFirstForAnAction()

@@ -5,10 +5,14 @@
 #include "support/elapse.h"
 #include "support/registerTest.h"
 
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QSocketNotifier>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -55,7 +59,7 @@ private Q_SLOTS:
         QTRY_COMPARE(changed.count(), 1);
         QVERIFY(!bus.connection().isConnected());
         // An attempt that fails starts the timer again.
-        QTimer &nextAttempt = *bus.findChild<QTimer *>();
+        QTimer &nextAttempt = *bus.findChild<QTimer *>(QStringLiteral("nextAttempt"));
         for (int attempt = 0; attempt < 3; ++attempt) {
             QTRY_VERIFY(nextAttempt.isActive());
             QVERIFY(elapse(nextAttempt));
@@ -101,7 +105,82 @@ private Q_SLOTS:
         QTRY_VERIFY(toTheApplication.count > 0);
     }
 
+    void aConnectionThatHasStoppedReadingReadsAgain()
+    {
+        const PrivateBus daemon(address());
+        SessionBus bus(address(), 50ms);
+        const QSignalSpy changed(&bus, &SessionBus::changed);
+        stopReading(bus.connection());
+        QVERIFY(!isHeard(bus.connection()));
+        bus.check();
+        QTRY_VERIFY(isHeard(bus.connection()));
+        QCOMPARE(changed.count(), 0);
+    }
+
+    void aConnectionThatIsCalledIsCheckedAfterwards()
+    {
+        const PrivateBus daemon(address());
+        SessionBus bus(address(), 50ms);
+        QObject exported;
+        bus.checkAfterCallsTo(exported);
+        stopReading(bus.connection());
+        QMetaObject::invokeMethod(
+            &exported, [] {}, Qt::QueuedConnection);
+        QTRY_VERIFY(isHeard(bus.connection()));
+    }
+
+    void aConnectionThatStaysSilentIsReplaced()
+    {
+        PrivateBus daemon(address());
+        SessionBus bus(address(), 50ms);
+        const QSignalSpy changed(&bus, &SessionBus::changed);
+        const QString former = bus.connection().baseService();
+        daemon.freeze();
+        bus.check();
+        bus.check();
+        const QSignalSpy deaf(bus.findChild<BusProbe *>(), &BusProbe::deaf);
+        QTRY_COMPARE_WITH_TIMEOUT(deaf.count(), 1, 10'000);
+        QCOMPARE(changed.count(), 0);
+        daemon.thaw();
+        QTRY_COMPARE(changed.count(), 1);
+        QVERIFY(bus.connection().isConnected());
+        QVERIFY(bus.connection().baseService() != former);
+        QVERIFY(isHeard(bus.connection()));
+        QCOMPARE(changed.count(), 1);
+    }
+
+    void aConnectionThatAnswersIsKept()
+    {
+        const PrivateBus daemon(address());
+        SessionBus bus(address(), 50ms);
+        const QSignalSpy changed(&bus, &SessionBus::changed);
+        const QString name = bus.connection().baseService();
+        bus.check();
+        QVERIFY(isHeard(bus.connection()));
+        QCOMPARE(bus.connection().baseService(), name);
+        QCOMPARE(changed.count(), 0);
+    }
+
 private:
+    /// As after a flood: Qt has stopped reading, and was asked to start again on the wrong thread.
+    static void stopReading(const QDBusConnection &connection)
+    {
+        const auto disable = [&connection] {
+            for (QSocketNotifier *notifier : connection.interface()->parent()->findChildren<QSocketNotifier *>()) {
+                notifier->setEnabled(false);
+            }
+        };
+        QMetaObject::invokeMethod(connection.interface(), disable, Qt::BlockingQueuedConnection);
+    }
+    /// Whether the bus answers within half a second.
+    static bool isHeard(const QDBusConnection &connection)
+    {
+        const QString bus = QStringLiteral("org.freedesktop.DBus");
+        const QDBusMessage question =
+            QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus, QStringLiteral("GetId"));
+        return connection.call(question, QDBus::Block, 500).type() == QDBusMessage::ReplyMessage;
+    }
+
     [[nodiscard]] QString address() const
     {
         return QStringLiteral("unix:path=") + m_folder.filePath(QStringLiteral("bus"));

@@ -3,6 +3,8 @@
 
 #include "endWithParent.h"
 
+#include <csignal>
+
 namespace tunedeck {
 
 PrivateBus::PrivateBus()
@@ -26,6 +28,7 @@ PrivateBus::PrivateBus(const QString &address)
 
 PrivateBus::~PrivateBus()
 {
+    thaw();
     m_daemon.terminate();
     m_daemon.waitForFinished(10'000);
 }
@@ -33,6 +36,18 @@ PrivateBus::~PrivateBus()
 bool PrivateBus::isRunning() const
 {
     return !m_address.isEmpty() && m_daemon.state() == QProcess::Running;
+}
+
+void PrivateBus::freeze() const
+{
+    ::kill(pid_t(m_daemon.processId()), SIGSTOP);
+}
+
+void PrivateBus::thaw() const
+{
+    if (m_daemon.state() != QProcess::NotRunning) {
+        ::kill(pid_t(m_daemon.processId()), SIGCONT);
+    }
 }
 
 QString PrivateBus::address() const

@@ -21,6 +21,9 @@ public:
     [[nodiscard]] bool isRunning() const;
     /// For DBUS_SESSION_BUS_ADDRESS of a child process.
     [[nodiscard]] QString address() const;
+    /// Stops the bus, as a machine does that has no time for it, and lets it go on.
+    void freeze() const;
+    void thaw() const;
     /// A new connection to the bus, a peer of its own, under a name that is unique in this process.
     [[nodiscard]] QDBusConnection connect(const QString &name) const;
 
