@@ -19,6 +19,8 @@ MissedRelease::MissedRelease(QWidget &control)
     : m_control(control)
 {
     m_control.installEventFilter(this);
+    m_undelivered.setSingleShot(true);
+    connect(&m_undelivered, &QTimer::timeout, this, &MissedRelease::miss);
 }
 
 bool MissedRelease::eventFilter(QObject *watched, QEvent *event)
@@ -31,24 +33,31 @@ bool MissedRelease::eventFilter(QObject *watched, QEvent *event)
         }
         break;
     case QEvent::MouseButtonRelease:
-        // Native windows get the event first, and hand it on to a widget.
-        if (watched->isWidgetType() && concernsLeftButton(*event)) {
-            stop();
-            if (watched != &m_control) {
-                Q_EMIT missed();
-            }
+        if (concernsLeftButton(*event)) {
+            handleRelease(*watched);
         }
         break;
     case QEvent::Expose:
         if (isWindowGone(*watched)) {
-            stop();
-            Q_EMIT missed();
+            miss();
         }
         break;
     default:
         break;
     }
     return QObject::eventFilter(watched, event);
+}
+
+void MissedRelease::handleRelease(const QObject &watched)
+{
+    if (!watched.isWidgetType()) {
+        // Native windows get the event first and hand it on to a widget, but not once a menu has closed.
+        m_undelivered.start();
+    } else if (&watched == &m_control) {
+        stop();
+    } else {
+        miss();
+    }
 }
 
 bool MissedRelease::isWindowGone(const QObject &watched) const
@@ -60,12 +69,20 @@ bool MissedRelease::isWindowGone(const QObject &watched) const
 /// Watches the whole program: no object of its own stands for the menu that will get the release.
 void MissedRelease::watch()
 {
+    m_undelivered.stop();
     qApp->installEventFilter(this);
 }
 
 void MissedRelease::stop()
 {
+    m_undelivered.stop();
     qApp->removeEventFilter(this);
+}
+
+void MissedRelease::miss()
+{
+    stop();
+    Q_EMIT missed();
 }
 
 } // namespace tunedeck

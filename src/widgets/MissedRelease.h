@@ -2,13 +2,15 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 
 class QWidget;
 
 namespace tunedeck {
 
 /// Notices that the left mouse button, which was pressed on a control, is released without the control getting the
-/// release: a menu that has opened meanwhile gets it, or no one, because the window is no longer on a screen.
+/// release: a menu that has opened meanwhile gets it, or no one, because such a menu has closed again or the window is
+/// no longer on a screen.
 class MissedRelease : public QObject {
     Q_OBJECT
 
@@ -23,11 +25,14 @@ Q_SIGNALS:
     void missed();
 
 private:
+    void handleRelease(const QObject &watched);
     [[nodiscard]] bool isWindowGone(const QObject &watched) const;
     void watch();
     void stop();
+    void miss();
 
     QWidget &m_control;
+    QTimer m_undelivered; ///< ends when a widget gets the release that the native window has got
 };
 
 } // namespace tunedeck

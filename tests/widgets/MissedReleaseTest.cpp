@@ -38,6 +38,7 @@ private Q_SLOTS:
         m_window->press(Qt::LeftButton);
         m_window->release(Qt::LeftButton);
         QTest::mouseClick(m_window->windowHandle(), Qt::LeftButton, {}, besideControl);
+        QCoreApplication::processEvents();
         QCOMPARE(missed.count(), 0);
     }
 
@@ -54,6 +55,22 @@ private Q_SLOTS:
         QCOMPARE(missed.count(), 1);
         m_window->closeMenu();
         QTest::mouseClick(m_window->windowHandle(), Qt::LeftButton, {}, besideControl);
+        QCOMPARE(missed.count(), 1);
+    }
+
+    void aReleaseAfterTheMenuHasClosedIsMissedOnce()
+    {
+        const QSignalSpy missed(m_missedRelease.get(), &MissedRelease::missed);
+        m_window->press(Qt::LeftButton);
+        m_window->press(Qt::RightButton);
+        QVERIFY(m_window->isMenuOpen());
+        m_window->release(Qt::RightButton);
+        m_window->closeMenu();
+        QCOMPARE(missed.count(), 0);
+        m_window->release(Qt::LeftButton);
+        QTRY_COMPARE(missed.count(), 1);
+        QTest::mouseClick(m_window->windowHandle(), Qt::LeftButton, {}, besideControl);
+        QCoreApplication::processEvents();
         QCOMPARE(missed.count(), 1);
     }
 
