@@ -103,15 +103,15 @@ def running(*command: str | Path, **options: object) -> Iterator[subprocess.Pope
 
 
 @contextlib.contextmanager
-def session(*server_options: str) -> Iterator[Path]:
-    """Yields the home folder."""
+def session(*server_options: str, size: tuple[int, int] = (1280, 720)) -> Iterator[Path]:
+    """Yields the home folder. `size` is the screen's."""
     with contextlib.ExitStack() as stack:
         # Programs that the bus started may still be ending.
         home = stack.enter_context(tempfile.TemporaryDirectory(ignore_cleanup_errors=True))
         os.environ.update(HOME=home, XDG_RUNTIME_DIR=home, LC_ALL="C.UTF-8", QT_QPA_PLATFORM="xcb")
         for name in ("XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "WAYLAND_DISPLAY", "XAUTHORITY"):
             os.environ.pop(name, None)
-        screen = ("-screen", "0", "1280x720x24", "-nolisten", "tcp", "-noreset", *server_options)
+        screen = ("-screen", "0", f"{size[0]}x{size[1]}x24", "-nolisten", "tcp", "-noreset", *server_options)
         server = stack.enter_context(running("Xvfb", "-displayfd", "1", *screen, stdout=subprocess.PIPE))
         os.environ["DISPLAY"] = ":" + server.stdout.readline().strip()
         bus = stack.enter_context(
@@ -120,13 +120,32 @@ def session(*server_options: str) -> Iterator[Path]:
         yield Path(home)
 
 
+# The options without and with the window manager's own compositor.
+OWN_COMPOSITORS = {"metacity": ("--no-composite", "--composite"), "xfwm4": ("--compositor=off", "--compositor=on")}
+
+
 @contextlib.contextmanager
-def window_manager(command: str = "openbox") -> Iterator[None]:
-    with running(command, stdout=subprocess.DEVNULL):
+def window_manager(command: str = "openbox", composited: bool = False) -> Iterator[None]:
+    """With the window manager's own compositor, if `composited` and if it has one, else with picom."""
+    if command == "kwin_x11":
+        configure_kwin(composited)
+    options = OWN_COMPOSITORS.get(command, ())[composited:][:1]
+    with running(command, *options, stdout=subprocess.DEVNULL):
         # A window that is mapped while the window manager takes over the screen can stay unmapped.
         with XServer() as server:
             server.await_window_manager()
-        yield
+            if composited and command != "openbox":
+                until(server.has_compositor, f"{command} composites")
+        with compositor() if composited and command == "openbox" else contextlib.nullcontext():
+            yield
+
+
+def configure_kwin(composited: bool) -> None:
+    configuration = Path(os.environ["HOME"]) / ".config"
+    configuration.mkdir(exist_ok=True)
+    # Without a decoration of its own, it gives windows no title bars.
+    (configuration / "kwinrc").write_text("[org.kde.kdecoration2]\nlibrary=org.kde.oxygen\n"
+                                          f"[Compositing]\nEnabled={str(composited).lower()}\n")
 
 
 @contextlib.contextmanager

@@ -39,6 +39,13 @@ class Rectangle(ctypes.Structure):
     _fields_ = (("x", ctypes.c_short), ("y", ctypes.c_short), ("width", ctypes.c_ushort), ("height", ctypes.c_ushort))
 
 
+class Image(ctypes.Structure):
+    _fields_ = (("width", ctypes.c_int), ("height", ctypes.c_int), ("xoffset", ctypes.c_int), ("format", ctypes.c_int),
+                ("data", ctypes.POINTER(ctypes.c_char)), ("byte_order", ctypes.c_int), ("bitmap_unit", ctypes.c_int),
+                ("bitmap_bit_order", ctypes.c_int), ("bitmap_pad", ctypes.c_int), ("depth", ctypes.c_int),
+                ("bytes_per_line", ctypes.c_int))
+
+
 class Event(ctypes.Union):
     _fields_ = (("type", ctypes.c_int), ("message", ClientMessage), ("configured", ConfigureNotify),
                 ("pad", ctypes.c_long * 24))
@@ -47,9 +54,11 @@ class Event(ctypes.Union):
 X11 = ctypes.CDLL("libX11.so.6")
 for name in ("XOpenDisplay", "XInternAtom", "XDefaultRootWindow", "XGetSelectionOwner", "XCreateSimpleWindow"):
     getattr(X11, name).restype = ctypes.c_void_p if name == "XOpenDisplay" else ctypes.c_ulong
+X11.XGetImage.restype = ctypes.POINTER(Image)
 EXTENSIONS = ctypes.CDLL("libXext.so.6")
 EXTENSIONS.XShapeGetRectangles.restype = ctypes.POINTER(Rectangle)
 SHAPE_BOUNDING = 0
+ALL_PLANES, Z_PIXMAP = ctypes.c_ulong(-1), 2
 ERROR_HANDLER = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)
 # A window may end while it is asked. By default, Xlib would end this process.
 IGNORE_ERRORS = ERROR_HANDLER(lambda _display, _error: 0)
@@ -100,6 +109,15 @@ class XServer:
         outline = [(part.x, part.y, part.width, part.height) for part in rectangles[:count.value]]
         X11.XFree(rectangles)
         return sorted(outline, key=lambda part: part[1])
+
+    def picture(self, x: int, y: int, width: int, height: int) -> bytes:
+        """A part of the screen: four bytes a pixel (blue, green, red and one without a meaning), row by row."""
+        image = X11.XGetImage(self.display, ctypes.c_ulong(self.root), x, y, width, height, ALL_PLANES, Z_PIXMAP)
+        if not image:
+            raise ValueError(f"{width}x{height}+{x}+{y} is not on the screen")
+        pixels = image.contents.data[:image.contents.bytes_per_line * height]
+        X11.XDestroyImage(image)
+        return pixels
 
     def next_event(self, deadline: float = 0) -> Event | None:
         """None if no event comes until `deadline`, in seconds of time.monotonic()."""

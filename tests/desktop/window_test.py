@@ -5,6 +5,7 @@ Usage: window_test.py BUILD-FOLDER
 """
 
 import contextlib
+import hashlib
 import os
 import re
 import subprocess
@@ -81,6 +82,8 @@ class StartupMessages:
 
 
 class TunedeckWindow:
+    scale = 1.0  # pixels of a point
+
     def __init__(self, window: str) -> None:
         self.id = window
         self.settle()
@@ -143,18 +146,30 @@ class TunedeckWindow:
     def states(self) -> list[str]:
         return re.findall(r"_NET_WM_STATE_\w+", output("xprop", "-notype", "-id", self.id, "_NET_WM_STATE"))
 
+    def on_screen(self, place: tuple[int, int]) -> tuple[int, int]:
+        """`place` is one in the content, in points."""
+        x, y, _, _ = self.content()
+        return x + round(place[0] * self.scale), y + round(place[1] * self.scale)
+
+    def point(self, place: tuple[int, int]) -> None:
+        output("xdotool", "mousemove", *map(str, self.on_screen(place)))
+
+    def press(self, place: tuple[int, int]) -> None:
+        self.point(place)
+        output("xdotool", "mousedown", "1")
+        self.settle()
+
     def drag(self, place: tuple[int, int], by: tuple[int, int]) -> None:
         self.begin_drag(place, by)
         self.end_drag()
 
     def begin_drag(self, place: tuple[int, int], by: tuple[int, int]) -> None:
-        x, y, _, _ = self.content()
-        output("xdotool", "mousemove", str(x + place[0]), str(y + place[1]))
-        output("xdotool", "mousedown", "1")
-        self.settle()
+        """`place` is in points, `by` in pixels."""
+        x, y = self.on_screen(place)
+        self.press(place)
         # A drag begins only when the pointer has moved a few pixels, so it moves in steps.
         for step in range(1, 5):
-            output("xdotool", "mousemove", str(x + place[0] + by[0] * step // 4), str(y + place[1] + by[1] * step // 4))
+            output("xdotool", "mousemove", str(x + by[0] * step // 4), str(y + by[1] * step // 4))
             self.settle()
 
     def end_drag(self) -> None:
@@ -162,10 +177,15 @@ class TunedeckWindow:
         self.settle()
 
     def color(self, place: tuple[int, int]) -> tuple[int, ...]:
-        """What is seen at a place in the content."""
-        x, y, _, _ = self.content()
-        start = 3 * ((y + place[1]) * SCREEN[0] + x + place[0])
-        return tuple(screen_picture()[start:start + 3])
+        """The color that is seen at a place in the content, in points."""
+        with XServer() as server:
+            return tuple(reversed(server.picture(*self.on_screen(place), 1, 1)[:3]))
+
+    def picture(self, place: tuple[int, int], size: tuple[int, int]) -> str:
+        """A digest of the picture of a part of the content, in points."""
+        width, height = (round(points * self.scale) for points in size)
+        with XServer() as server:
+            return hashlib.sha256(server.picture(*self.on_screen(place), width, height)).hexdigest()
 
 
 class DesktopTest(unittest.TestCase):
@@ -194,7 +214,8 @@ class DesktopTest(unittest.TestCase):
     def use_other_window(self) -> str:
         """Clicks on another window and types. Returns the window."""
         other = window_of(self.stack.enter_context(running(self.build.bare_window)))
-        output("xdotool", "windowmove", "--sync", other, "500", "500")
+        place = str(round(500 * TunedeckWindow.scale))
+        output("xdotool", "windowmove", "--sync", other, place, place)
         output("xdotool", "mousemove", "--window", other, "40", "40", "click", "1", "type", "typed")
         self.assert_active_window_becomes(other)
         return other
