@@ -68,8 +68,8 @@ PlaylistView::PlaylistView(const SkinEnvironment &environment, QWidget *parent)
     m_doneButton->setToolTip(tr("Play the chosen playlist", "Tooltip of the done button in the drawer"));
     setName(*m_shuffleButton, tr("Shuffle", "Button in the drawer"));
     setName(*m_repeatButton, tr("Repeat", "Button in the drawer"));
-    m_shuffleButton->removeFocusRing();
-    m_repeatButton->removeFocusRing();
+    m_shuffleButton->showFocusByLamp();
+    m_repeatButton->showFocusByLamp();
 }
 
 void PlaylistView::resizeEvent(QResizeEvent *)

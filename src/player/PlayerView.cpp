@@ -20,7 +20,7 @@ namespace tunedeck {
 
 namespace {
 constexpr int playerHeight = 64;
-constexpr QRect windowButtonsFrame(4, 2, 20, 60);
+constexpr QRect windowButtonsFrame(4, 2, 22, 60);
 /// Relative to the group of the window's buttons.
 constexpr QRect closeButtonFrame(4, 4, 14, 14);
 constexpr QRect minimizeButtonFrame(4, 23, 14, 14);
@@ -31,7 +31,7 @@ constexpr QRect forwardButtonFrame(94, 9, 25, 25);
 constexpr QRect volumeMinButtonFrame(32, 44, 12, 16);
 constexpr QRect volumeSliderFrame(42, 42, 68, 20);
 constexpr QRect volumeMaxButtonFrame(108, 44, 12, 16);
-/// Room for a hand to hit the speakers. It ends at the slider, and before the window's buttons and the display.
+/// Room for a hand to hit the speakers. It ends at the slider, and beside the window's buttons and the display.
 constexpr QMargins volumeMinButtonMargins(8, 2, 0, 2);
 constexpr QMargins volumeMaxButtonMargins(0, 2, 8, 2);
 constexpr QSize speakerSize(12, 12);
@@ -106,6 +106,8 @@ void PlayerView::setUpVolume()
     m_volumeMinButton->setTargetMargins(volumeMinButtonMargins);
     m_volumeMaxButton->setGeometry(volumeMaxButtonFrame.marginsAdded(volumeMaxButtonMargins));
     m_volumeMaxButton->setTargetMargins(volumeMaxButtonMargins);
+    // It gets the clicks in the margin of the window's buttons.
+    m_volumeMinButton->raise();
     m_volumeMinButton->setImage(QStringLiteral("speaker-quiet"), speakerSize);
     m_volumeMaxButton->setImage(QStringLiteral("speaker-loud"), speakerSize);
     setTabOrder(m_forwardButton, m_volumeMinButton);

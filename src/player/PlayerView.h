@@ -48,7 +48,8 @@ private:
     void setUpTransport();
     void setUpVolume();
 
-    // From the back to the front. Tab goes through them in this order, but to the quiet speaker before the slider.
+    // From the back to the front, and in the order in which Tab goes through them. The quiet speaker alone is before
+    // the slider for Tab, and in front of all.
     DrawerBackground *m_drawerContainerView;
     ShadowView *m_shadow;
     WindowBackground *m_background;

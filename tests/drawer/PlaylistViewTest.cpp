@@ -2,6 +2,8 @@
 #include "drawer/PlaylistView.h"
 
 #include "skin/Picture.h"
+#include "skin/cells/MetalButtonCell.h"
+#include "skin/difference.h"
 #include "skin/views/EngravedLabel.h"
 #include "skin/views/MetalButton.h"
 #include "skin/views/MetalPopupButton.h"
@@ -117,7 +119,7 @@ private Q_SLOTS:
         view.playlistPicker().hidePopup();
     }
 
-    void onlyTheModesShowNoRingAroundThem()
+    void aLampBelowTheModesShowsWhereTheKeyboardIs()
     {
         const SkinDesk desk;
         PlaylistView view(desk.environment);
@@ -126,20 +128,26 @@ private Q_SLOTS:
         view.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&view));
         const QImage plain = view.grab().toImage();
-        const auto showsRing = [&view, &plain](QWidget &control) {
+        const auto mark = [&view, &plain](QWidget &control) {
             control.setFocus(Qt::TabFocusReason);
-            const bool differs = control.hasFocus() && view.grab().toImage() != plain;
+            const QRect changed = difference(plain, view.grab().toImage());
             control.clearFocus();
-            return differs;
+            return changed;
         };
-        QVERIFY(showsRing(view.doneButton()));
-        QVERIFY(showsRing(view.playlistPicker()));
-        view.shuffleButton().setFocus(Qt::TabFocusReason);
-        QVERIFY(view.shuffleButton().hasFocus());
-        QVERIFY(!showsRing(view.shuffleButton()));
-        view.repeatButton().setFocus(Qt::TabFocusReason);
-        QVERIFY(view.repeatButton().hasFocus());
-        QVERIFY(!showsRing(view.repeatButton()));
+        for (MetalButton *mode : {&view.shuffleButton(), &view.repeatButton()}) {
+            const QRect lamp = mark(*mode);
+            const QRectF rim = MetalButtonCell::rim(mode->geometry());
+            QVERIFY(lamp.width() >= 8);
+            QVERIFY(lamp.height() >= 3);
+            QVERIFY(lamp.top() >= rim.bottom());
+            QVERIFY(lamp.left() > rim.left());
+            QVERIFY(lamp.right() < rim.right());
+        }
+        for (QWidget *control : std::initializer_list<QWidget *>{&view.doneButton(), &view.playlistPicker()}) {
+            const QRect ring = mark(*control);
+            QVERIFY(ring.contains(control->geometry().center()));
+            QVERIFY(ring.height() > 20);
+        }
     }
 };
 

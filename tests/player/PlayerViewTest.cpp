@@ -4,6 +4,7 @@
 #include "player/LcdView.h"
 #include "player/ScrollingMarqueeView.h"
 #include "player/SpeakerButton.h"
+#include "skin/difference.h"
 #include "skin/views/ClassicAudioProgressSlider.h"
 #include "skin/views/DrawerBackground.h"
 #include "skin/views/PinstripeView.h"
@@ -50,20 +51,6 @@ double amountOfInk(QWidget &view)
         }
     }
     return ink;
-}
-
-/// The smallest rectangle around the pixels that are not the same.
-QRect difference(const QImage &one, const QImage &other)
-{
-    QRect bounds;
-    for (int y = 0; y < one.height(); ++y) {
-        for (int x = 0; x < one.width(); ++x) {
-            if (one.pixel(x, y) != other.pixel(x, y)) {
-                bounds |= QRect(x, y, 1, 1);
-            }
-        }
-    }
-    return bounds;
 }
 } // namespace
 
@@ -215,6 +202,60 @@ private Q_SLOTS:
         for (const QPoint metal : {QPoint(38, 41), QPoint(38, 62), QPoint(114, 41), QPoint(128, 52)}) {
             QVERIFY(!qobject_cast<QAbstractButton *>(view.childAt(metal)));
         }
+    }
+
+    void aLampBelowTheTransportShowsWhereTheKeyboardIs()
+    {
+        const SkinDesk desk;
+        PlayerView view(desk.environment);
+        view.resize(450, 64);
+        view.show();
+        view.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&view));
+        view.lcd().infoButton().setFocus(Qt::OtherFocusReason);
+        const QImage plain = picture(view);
+        for (QWidget *button :
+            std::initializer_list<QWidget *>{&view.backwardButton(), &view.playPauseButton(), &view.forwardButton()}) {
+            button->setFocus(Qt::TabFocusReason);
+            const QRect lamp = difference(plain, picture(view));
+            QVERIFY(lamp.width() >= 8);
+            QVERIFY(lamp.height() >= 3);
+            QVERIFY(lamp.top() > button->geometry().bottom());
+            QVERIFY(lamp.bottom() < view.volumeSlider().geometry().center().y());
+            QVERIFY(lamp.left() > button->geometry().left());
+            QVERIFY(lamp.right() < button->geometry().right());
+            button->clearFocus();
+            QCOMPARE(picture(view), plain);
+        }
+    }
+
+    void theDisplayPointsAtItsSliderWhereTheKeyboardIs()
+    {
+        const SkinDesk desk;
+        PlayerView view(desk.environment);
+        view.resize(350, 64);
+        LcdView &lcd = view.lcd();
+        lcd.primaryTimeLabel().setText(QStringLiteral("0:10"));
+        lcd.secondaryTimeLabel().setText(QStringLiteral("-3:10"));
+        view.show();
+        view.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&view));
+        QCoreApplication::processEvents();
+        lcd.infoButton().setFocus(Qt::OtherFocusReason);
+        const QImage plain = picture(lcd);
+        lcd.trackProgressSlider().setFocus(Qt::TabFocusReason);
+        const QImage marked = picture(lcd);
+        const QRect slider = lcd.trackProgressSlider().geometry();
+        const QRect marks = difference(plain, marked);
+        QCOMPARE(marked.copy(slider), plain.copy(slider));
+        QCOMPARE(difference(plain.copy(0, 0, slider.left(), 52), marked.copy(0, 0, slider.left(), 52)).height(),
+            marks.height());
+        QVERIFY(marks.left() > lcd.primaryTimeLabel().geometry().right());
+        QVERIFY(marks.left() < slider.left() - 2);
+        QVERIFY(marks.right() > slider.right() + 2);
+        QVERIFY(marks.right() < lcd.secondaryTimeLabel().geometry().left());
+        QVERIFY(marks.top() >= slider.top());
+        QVERIFY(marks.bottom() <= slider.bottom());
     }
 
     void theLoudSpeakerHasMoreInkThanTheQuietOne()

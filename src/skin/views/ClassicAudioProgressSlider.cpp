@@ -4,7 +4,7 @@
 #include "skin/cells/ClassicAudioProgressSliderCell.h"
 #include "skin/drawing/Shapes.h"
 #include "skin/drawing/flipY.h"
-#include "skin/looks/FocusRing.h"
+#include "skin/looks/FocusPointers.h"
 
 #include <QPainter>
 
@@ -21,7 +21,7 @@ QRectF drawnBounds(const QRectF &control)
 ClassicAudioProgressSlider::ClassicAudioProgressSlider(const SkinEnvironment &environment, QWidget *parent)
     : PercentSlider(ClassicAudioProgressSliderCell::knobSize, parent)
 {
-    new FocusRing(*this, environment, {&drawnBounds});
+    new FocusPointers(*this, environment, &drawnBounds);
 }
 
 void ClassicAudioProgressSlider::paintEvent(QPaintEvent *)

@@ -2,6 +2,8 @@
 #include "skin/views/MetalButton.h"
 
 #include "skin/drawing/metalBezel.h"
+#include "skin/looks/FocusLamp.h"
+#include "skin/looks/FocusRing.h"
 
 #include <QPainter>
 
@@ -9,8 +11,9 @@ namespace tunedeck {
 
 MetalButton::MetalButton(const SkinEnvironment &environment, QWidget *parent)
     : SkinnedButton(parent)
+    , m_environment(environment)
     , m_isMainWindow(environment.windowActivation, ActivationFlag::Status::Main)
-    , m_focusRing(new FocusRing(*this, environment, {&MetalButtonCell::rim, metalRimRadius}))
+    , m_focusMark(new FocusRing(*this, environment, &MetalButtonCell::rim, metalRimRadius))
 {
     connect(&m_isMainWindow, &ActivationFlag::changed, this, qOverload<>(&QWidget::update));
 }
@@ -24,9 +27,10 @@ void MetalButton::setImage(const QString &name)
     update();
 }
 
-void MetalButton::removeFocusRing()
+void MetalButton::showFocusByLamp()
 {
-    delete m_focusRing;
+    delete m_focusMark;
+    m_focusMark = new FocusLamp(*this, m_environment, &MetalButtonCell::rim);
 }
 
 void MetalButton::drawFace(QPainter &painter, const MetalButtonState &state) const

@@ -4,7 +4,7 @@
 #include "skin/cells/MetalButtonCell.h"
 #include "skin/drawing/FaceCache.h"
 #include "skin/looks/ActivationFlag.h"
-#include "skin/looks/FocusRing.h"
+#include "skin/looks/FocusMark.h"
 #include "skin/looks/SkinEnvironment.h"
 #include "skin/views/SkinnedButton.h"
 
@@ -24,8 +24,8 @@ public:
     /// painted.
     [[nodiscard]] QString image() const { return m_image; }
     void setImage(const QString &name);
-    /// Removes the ring for good. Nothing shows then that the button has the keyboard focus.
-    void removeFocusRing();
+    /// Shows by a lamp below the button that it has the keyboard focus, not by a ring around it.
+    void showFocusByLamp();
 
 protected:
     /// Draws the button into its rectangle, in points and with y downwards.
@@ -36,8 +36,9 @@ protected:
 private:
     [[nodiscard]] MetalButtonState state() const;
 
+    SkinEnvironment m_environment;
     ActivationFlag m_isMainWindow;
-    QPointer<FocusRing> m_focusRing;
+    QPointer<FocusMark> m_focusMark;
     QString m_image;
     FaceCache<MetalButtonState> m_faces;
 };

@@ -72,8 +72,9 @@ MetalPopupButton::MetalPopupButton(const SkinEnvironment &environment, QWidget *
     setMinimumContentsLength(leastCharacters);
     setFocusPolicy(Qt::TabFocus);
     connect(&m_isMainWindow, &ActivationFlag::changed, this, qOverload<>(&QWidget::update));
-    new FocusRing(*this, environment,
-        {[](const QRectF &control) { return MetalPopupButtonCell::rim(faceOf(control)); }, metalRimRadius});
+    new FocusRing(
+        *this, environment, [](const QRectF &control) { return MetalPopupButtonCell::rim(faceOf(control)); },
+        metalRimRadius);
 }
 
 void MetalPopupButton::setAppearance(std::optional<AppearanceName> appearance)

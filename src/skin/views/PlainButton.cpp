@@ -16,7 +16,7 @@ constexpr double disabledOpacity = 0.35;
 PlainButton::PlainButton(const SkinEnvironment &environment, QWidget *parent)
     : SkinnedButton(parent)
 {
-    new FocusRing(*this, environment, {[this](const QRectF &) { return QRectF(visibleRect()); }});
+    new FocusRing(*this, environment, [this](const QRectF &) { return QRectF(visibleRect()); });
 }
 
 void PlainButton::setImage(const QString &name, QSize size)

@@ -6,7 +6,7 @@
 #include "skin/drawing/Shapes.h"
 #include "skin/drawing/flipY.h"
 #include "skin/looks/ActivationFlag.h"
-#include "skin/looks/FocusRing.h"
+#include "skin/looks/FocusLamp.h"
 #include "skin/looks/skinLooks.h"
 
 #include <QMouseEvent>
@@ -25,7 +25,7 @@ public:
     {
         QObject::connect(&m_isMainWindow, &ActivationFlag::changed, this, qOverload<>(&QWidget::update));
         repaintOnNewLooks(*this, environment);
-        new FocusRing(*this, environment);
+        new FocusLamp(*this, environment);
     }
 
     [[nodiscard]] bool isMainWindow() const { return m_isMainWindow.isSet(); }

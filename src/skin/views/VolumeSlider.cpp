@@ -62,7 +62,7 @@ VolumeSlider::VolumeSlider(const SkinEnvironment &environment, QWidget *parent)
 {
     setStep(step);
     repaintOnNewLooks(*this, environment);
-    new FocusRing(*this, environment, {&drawnBounds});
+    new FocusRing(*this, environment, &drawnBounds);
 }
 
 void VolumeSlider::setScrollEventsDelegate(VolumeSliderScrollEventDelegate *delegate)

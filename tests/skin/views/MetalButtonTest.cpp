@@ -4,7 +4,9 @@
 #include "skin/FocusedWindow.h"
 #include "skin/PaintCounter.h"
 #include "skin/Picture.h"
+#include "skin/cells/MetalButtonCell.h"
 #include "skin/cells/MetalGlyphButtonCell.h"
+#include "skin/difference.h"
 #include "skin/looksLike.h"
 #include "skin/views/MetalGlyphButton.h"
 #include "support/SkinDesk.h"
@@ -105,7 +107,7 @@ private Q_SLOTS:
         QCOMPARE(clicked.count(), 1);
     }
 
-    void itsFocusRingCanBeRemoved()
+    void aLampCanTakeThePlaceOfItsFocusRing()
     {
         m_button->move(20, 20);
         m_parent->resize(100, 80);
@@ -117,9 +119,13 @@ private Q_SLOTS:
         QVERIFY(m_parent->grab().toImage() != plain);
         m_button->clearFocus();
         QCOMPARE(m_parent->grab().toImage(), plain);
-        m_button->removeFocusRing();
+        m_button->showFocusByLamp();
         m_button->setFocus(Qt::TabFocusReason);
         QVERIFY(m_button->hasFocus());
+        const QRect lamp = difference(plain, m_parent->grab().toImage());
+        QVERIFY(!lamp.isEmpty());
+        QVERIFY(lamp.top() >= MetalButtonCell::rim(m_button->geometry()).bottom());
+        m_button->clearFocus();
         QCOMPARE(m_parent->grab().toImage(), plain);
     }
 
