@@ -24,6 +24,7 @@
 #include <QAction>
 #include <QEvent>
 #include <QToolTip>
+#include <QWidget>
 #include <QWindow>
 
 #include <chrono>
@@ -311,11 +312,21 @@ void ViewController::observeExpansion()
 {
     const auto hideWhenCollapsed = [this](bool expanded) {
         if (!expanded) {
+            moveKeyboardFromDrawer();
             m_view.drawerContainerView().hide();
         }
     };
     connect(&m_drawerHost, &DrawerHost::isExpandedChanged, this, hideWhenCollapsed);
     hideWhenCollapsed(m_drawerHost.isExpanded());
+}
+
+/// Qt would move the keyboard focus to the next control, which closes the window.
+void ViewController::moveKeyboardFromDrawer()
+{
+    const QWidget *focused = m_view.window()->focusWidget();
+    if (focused && m_view.drawerContainerView().isAncestorOf(focused)) {
+        m_view.lcd().infoButton().setFocus(Qt::TabFocusReason);
+    }
 }
 
 void ViewController::updateLCDForFeedType()

@@ -114,6 +114,7 @@ private:
     void bindRemainingTime();
     void observeDockTileSettings();
     void observeExpansion();
+    void moveKeyboardFromDrawer();
 
     void updateLCDForFeedType();
     void clearTrackInfo();

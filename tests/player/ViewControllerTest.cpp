@@ -751,6 +751,35 @@ private Q_SLOTS:
         QVERIFY(drawer.isHidden());
     }
 
+    void theKeyboardLeavesTheDrawerForTheButtonThatOpensIt()
+    {
+        Player player;
+        QWidget control(&player.view.drawerContainerView());
+        control.setFocusPolicy(Qt::TabFocus);
+        player.view.show();
+        QVERIFY(QTest::qWaitForWindowActive(&player.view));
+        player.controller->toggleDrawer();
+        player.drawerHost.finishResize();
+        control.setFocus(Qt::TabFocusReason);
+        QVERIFY(control.hasFocus());
+        player.controller->toggleDrawer();
+        player.drawerHost.finishResize();
+        QVERIFY(player.view.lcd().infoButton().hasFocus());
+    }
+
+    void aDrawerThatClosesLeavesTheKeyboardWhereItIs()
+    {
+        Player player;
+        player.view.show();
+        QVERIFY(QTest::qWaitForWindowActive(&player.view));
+        player.controller->toggleDrawer();
+        player.drawerHost.finishResize();
+        player.view.playPauseButton().setFocus(Qt::TabFocusReason);
+        player.controller->toggleDrawer();
+        player.drawerHost.finishResize();
+        QVERIFY(player.view.playPauseButton().hasFocus());
+    }
+
     void theCloseButtonClosesTheWindow()
     {
         Player player;
