@@ -2,26 +2,13 @@
 #include "preferences/InterfacePreferencesViewController.h"
 
 #include "platform/UserDefaults.h"
-#include "preferences/ExplanationLabel.h"
 #include "preferences/PaneMetrics.h"
+#include "preferences/SettingBox.h"
 
 #include <QCheckBox>
-#include <QStyle>
-#include <QStyleOptionButton>
 #include <QVBoxLayout>
 
 namespace tunedeck {
-
-namespace {
-/// The distance from a check box's left edge to its text, in points.
-int textInset(const QCheckBox &box)
-{
-    QStyleOptionButton option;
-    option.initFrom(&box);
-    option.direction = Qt::LeftToRight;
-    return box.style()->subElementRect(QStyle::SE_CheckBoxContents, &option, &box).left();
-}
-} // namespace
 
 InterfacePreferencesViewController::InterfacePreferencesViewController(
     UserDefaults &defaults, bool showsWindowIcons, QObject *parent)
@@ -51,20 +38,9 @@ InterfacePreferencesViewController::InterfacePreferencesViewController(
 QCheckBox *InterfacePreferencesViewController::addCheckBox(
     const QString &key, const QString &text, const QString &explanation)
 {
-    auto *choice = new QWidget(&m_view);
-    auto *box = new QCheckBox(text, choice);
-    auto *label = new ExplanationLabel(explanation, *box);
-    label->setContentsMargins(textInset(*box), 0, 0, 0);
-    auto *layout = new QVBoxLayout(choice);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(PaneMetrics::gap);
-    layout->addWidget(box);
-    layout->addWidget(label);
+    auto *choice = new SettingBox(m_defaults, key, text, explanation, &m_view);
     m_view.layout()->addWidget(choice);
-
-    m_defaults.bind(key, box, [box](bool isOn) { box->setChecked(isOn); });
-    connect(box, &QCheckBox::clicked, this, [this, key](bool isOn) { m_defaults.setBool(key, isOn); });
-    return box;
+    return &choice->box();
 }
 
 } // namespace tunedeck
