@@ -687,6 +687,21 @@
         <comment>Caption in the General pane, before the list of such players</comment>
         <translation>&amp;Nie folgen:</translation>
     </message>
+    <message>
+        <source>&amp;Turn the wheel&apos;s direction</source>
+        <comment>Check box in the General pane: which way a mouse wheel turns the volume</comment>
+        <translation>Dre&amp;hrichtung des Mausrads umkehren</translation>
+    </message>
+    <message>
+        <source>If turning it upwards makes the music quieter.</source>
+        <comment>Below the check box &quot;Turn the wheel&apos;s direction&quot;</comment>
+        <translation>Falls die Musik leiser wird, wenn Sie es nach oben drehen.</translation>
+    </message>
+    <message>
+        <source>Volume:</source>
+        <comment>Caption in the General pane, before the choice of the wheel&apos;s direction</comment>
+        <translation>Lautstärke:</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::SoftwareUpdater</name>

@@ -687,6 +687,21 @@
         <comment>Caption in the General pane, before the list of such players</comment>
         <translation>&amp;No seguir nunca:</translation>
     </message>
+    <message>
+        <source>&amp;Turn the wheel&apos;s direction</source>
+        <comment>Check box in the General pane: which way a mouse wheel turns the volume</comment>
+        <translation>&amp;Invertir el sentido de la rueda</translation>
+    </message>
+    <message>
+        <source>If turning it upwards makes the music quieter.</source>
+        <comment>Below the check box &quot;Turn the wheel&apos;s direction&quot;</comment>
+        <translation>Si al girarla hacia arriba la música suena más baja.</translation>
+    </message>
+    <message>
+        <source>Volume:</source>
+        <comment>Caption in the General pane, before the choice of the wheel&apos;s direction</comment>
+        <translation>Volumen:</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::SoftwareUpdater</name>

@@ -687,6 +687,21 @@
         <comment>Caption in the General pane, before the list of such players</comment>
         <translation>Ei seurata &amp;koskaan:</translation>
     </message>
+    <message>
+        <source>&amp;Turn the wheel&apos;s direction</source>
+        <comment>Check box in the General pane: which way a mouse wheel turns the volume</comment>
+        <translation>K&amp;äännä rullan suunta</translation>
+    </message>
+    <message>
+        <source>If turning it upwards makes the music quieter.</source>
+        <comment>Below the check box &quot;Turn the wheel&apos;s direction&quot;</comment>
+        <translation>Jos musiikki hiljenee, kun rullaa kiertää ylöspäin.</translation>
+    </message>
+    <message>
+        <source>Volume:</source>
+        <comment>Caption in the General pane, before the choice of the wheel&apos;s direction</comment>
+        <translation>Äänenvoimakkuus:</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::SoftwareUpdater</name>

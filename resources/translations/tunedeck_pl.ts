@@ -687,6 +687,21 @@
         <comment>Caption in the General pane, before the list of such players</comment>
         <translation>&amp;Nigdy nie steruj:</translation>
     </message>
+    <message>
+        <source>&amp;Turn the wheel&apos;s direction</source>
+        <comment>Check box in the General pane: which way a mouse wheel turns the volume</comment>
+        <translation>&amp;Odwróć kierunek kółka</translation>
+    </message>
+    <message>
+        <source>If turning it upwards makes the music quieter.</source>
+        <comment>Below the check box &quot;Turn the wheel&apos;s direction&quot;</comment>
+        <translation>Jeśli obracanie go w górę ścisza muzykę.</translation>
+    </message>
+    <message>
+        <source>Volume:</source>
+        <comment>Caption in the General pane, before the choice of the wheel&apos;s direction</comment>
+        <translation>Głośność:</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::SoftwareUpdater</name>

@@ -24,6 +24,10 @@ PreferencesViewController::PreferencesViewController(
           new QRadioButton(tr("&Remaining time", "Choice in the General pane: what the time on the right is"), &m_view))
     , m_radioButtonTotalTime(
           new QRadioButton(tr("&Duration", "Choice in the General pane: what the time on the right is"), &m_view))
+    , m_wheelDirection(new SettingBox(defaults, SettingsKey::wheelDirectionTurned,
+          tr("&Turn the wheel's direction", "Check box in the General pane: which way a mouse wheel turns the volume"),
+          tr("If turning it upwards makes the music quieter.", "Below the check box \"Turn the wheel's direction\""),
+          &m_view))
     , m_followedPlayerPicker(new FollowedPlayerPicker(defaults, players, &m_view))
     , m_neverFollowed(new NeverFollowedView(players, &m_view))
 {
@@ -70,6 +74,12 @@ void PreferencesViewController::layOut()
     form->addRow(tr("Time on the right:", "Caption in the General pane: the display's time on the right"),
         m_radioButtonRemainingTime);
     form->addRow(QString(), m_radioButtonTotalTime);
+    form->addItem(new QSpacerItem(0, PaneMetrics::choiceGap - PaneMetrics::gap));
+    auto *volumeCaption =
+        new QLabel(tr("Volume:", "Caption in the General pane, before the choice of the wheel's direction"), &m_view);
+    // The middle of the caption would be below the text of the box.
+    volumeCaption->setAlignment(Qt::AlignTop);
+    form->addRow(volumeCaption, m_wheelDirection);
     form->addItem(new QSpacerItem(0, PaneMetrics::choiceGap - PaneMetrics::gap));
     form->addRow(playerCaption, player);
 

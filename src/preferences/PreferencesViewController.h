@@ -2,11 +2,13 @@
 #pragma once
 
 #include "preferences/PreferencesPaneController.h"
+#include "preferences/SettingBox.h"
 
 #include <QWidget>
 
 #include <memory>
 
+class QCheckBox;
 class QRadioButton;
 
 namespace tunedeck {
@@ -16,8 +18,8 @@ class FollowedPlayerPicker;
 class NeverFollowedView;
 class UserDefaults;
 
-/// The General pane: which time the display shows on its right, which player is followed, and which
-/// ones never are.
+/// The General pane: which time the display shows on its right, which way a wheel turns the volume, which player is
+/// followed, and which ones never are.
 class PreferencesViewController : public PreferencesPaneController {
     Q_OBJECT
     Q_PROPERTY(
@@ -30,6 +32,7 @@ public:
     [[nodiscard]] QWidget &view() override { return m_view; }
     [[nodiscard]] QRadioButton &radioButtonRemainingTime() { return *m_radioButtonRemainingTime; }
     [[nodiscard]] QRadioButton &radioButtonTotalTime() { return *m_radioButtonTotalTime; }
+    [[nodiscard]] QCheckBox &wheelDirectionBox() { return m_wheelDirection->box(); }
     [[nodiscard]] FollowedPlayerPicker &followedPlayerPicker() { return *m_followedPlayerPicker; }
     [[nodiscard]] NeverFollowedView &neverFollowed() { return *m_neverFollowed; }
 
@@ -60,6 +63,7 @@ private:
     QWidget m_view;
     QRadioButton *m_radioButtonRemainingTime;
     QRadioButton *m_radioButtonTotalTime;
+    SettingBox *m_wheelDirection;
     FollowedPlayerPicker *m_followedPlayerPicker;
     NeverFollowedView *m_neverFollowed;
     bool m_elapsedTimeEnabled = false;

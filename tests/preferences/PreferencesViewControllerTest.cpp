@@ -9,6 +9,7 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
@@ -178,6 +179,25 @@ private Q_SLOTS:
         QVERIFY(!window.isVisible());
     }
 
+    void theWheelsDirectionIsTurnedByABox()
+    {
+        PreferencesDesk desk;
+        PreferencesViewController controller(desk.defaults, desk.players);
+        QCheckBox &box = controller.wheelDirectionBox();
+        QVERIFY(!box.isChecked());
+        box.click();
+        QVERIFY(desk.defaults.boolForKey(QStringLiteral("WheelDirectionTurned")));
+        box.click();
+        QVERIFY(!desk.defaults.boolForKey(QStringLiteral("WheelDirectionTurned")));
+        const auto other = desk.otherDefaults();
+        other->setBool(SettingsKey::wheelDirectionTurned, true);
+        QTRY_VERIFY(box.isChecked());
+        QCOMPARE(spokenName(box), QStringLiteral("Turn the wheel's direction"));
+        QCOMPARE(QAccessible::queryAccessibleInterface(&box)->text(QAccessible::Description),
+            QStringLiteral("If turning it upwards makes the music quieter."));
+        QCOMPARE(tabOrder(controller.view()).at(2), &box);
+    }
+
     void itOffersAutomaticAndThenThePlayersThatRun()
     {
         PreferencesDesk desk;
@@ -245,7 +265,7 @@ private Q_SLOTS:
         PreferencesViewController controller(desk.defaults, desk.players);
         verifyControlsAreAccessible(controller.view());
         NeverFollowedView &view = controller.neverFollowed();
-        QCOMPARE(tabOrder(controller.view()).mid(3), QList<QWidget *>({&view.list(), &view.followAgainButton()}));
+        QCOMPARE(tabOrder(controller.view()).mid(4), QList<QWidget *>({&view.list(), &view.followAgainButton()}));
         QCOMPARE(spokenName(view.list()), QStringLiteral("Players that are never followed"));
     }
 
@@ -376,7 +396,7 @@ private Q_SLOTS:
         verifyControlsAreAccessible(controller.view());
         QCOMPARE(tabOrder(controller.view()),
             QList<QWidget *>({&controller.radioButtonRemainingTime(), &controller.radioButtonTotalTime(),
-                &controller.followedPlayerPicker()}));
+                &controller.wheelDirectionBox(), &controller.followedPlayerPicker()}));
         // The name of a picker is its current entry; its caption is a relation.
         const auto labels =
             QAccessible::queryAccessibleInterface(&controller.followedPlayerPicker())->relations(QAccessible::Label);
