@@ -1062,6 +1062,31 @@
         <comment>Updates: what to do about an error; %1 is a date</comment>
         <translation>Das Datum dieses Rechners ist %1. Stellen Sie es richtig, wenn es falsch ist. Wenn es stimmt, suchen Sie später oder in einem anderen Netzwerk erneut nach Aktualisierungen.</translation>
     </message>
+    <message>
+        <source>The file is not the one that was downloaded.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Das ist nicht die heruntergeladene Datei.</translation>
+    </message>
+    <message>
+        <source>It was changed, moved or deleted. Do not open it. Check for updates again to download a new one.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Sie wurde verändert, verschoben oder gelöscht. Öffnen Sie sie nicht. Suchen Sie erneut nach Aktualisierungen, um eine neue herunterzuladen.</translation>
+    </message>
+    <message>
+        <source>The file is genuine.</source>
+        <comment>Updates: the file was verified again</comment>
+        <translation>Die Datei ist echt.</translation>
+    </message>
+    <message>
+        <source>“%1” in “%2” is the file that Tunedeck&apos;s makers signed. To install it, quit Tunedeck and open the file.</source>
+        <comment>Updates: %1 is the name of a file, %2 of a folder</comment>
+        <translation>„%1“ in „%2“ ist die Datei, die die Entwickler von Tunedeck signiert haben. Um sie zu installieren, beenden Sie Tunedeck und öffnen Sie die Datei.</translation>
+    </message>
+    <message>
+        <source>&amp;Verify Again</source>
+        <comment>Updates: button that checks once more that the saved file is genuine</comment>
+        <translation>Erneut &amp;prüfen</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::ViewController</name>

@@ -1062,6 +1062,31 @@
         <comment>Updates: what to do about an error; %1 is a date</comment>
         <translation>La fecha de este equipo es %1. Si es incorrecta, ajústela. Si es correcta, vuelva a buscar actualizaciones más tarde o en otra red.</translation>
     </message>
+    <message>
+        <source>The file is not the one that was downloaded.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>El archivo no es el que se descargó.</translation>
+    </message>
+    <message>
+        <source>It was changed, moved or deleted. Do not open it. Check for updates again to download a new one.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Fue modificado, movido o eliminado. No lo abra. Vuelva a buscar actualizaciones para descargar uno nuevo.</translation>
+    </message>
+    <message>
+        <source>The file is genuine.</source>
+        <comment>Updates: the file was verified again</comment>
+        <translation>El archivo es auténtico.</translation>
+    </message>
+    <message>
+        <source>“%1” in “%2” is the file that Tunedeck&apos;s makers signed. To install it, quit Tunedeck and open the file.</source>
+        <comment>Updates: %1 is the name of a file, %2 of a folder</comment>
+        <translation>«%1» en «%2» es el archivo que firmaron los autores de Tunedeck. Para instalarlo, salga de Tunedeck y abra el archivo.</translation>
+    </message>
+    <message>
+        <source>&amp;Verify Again</source>
+        <comment>Updates: button that checks once more that the saved file is genuine</comment>
+        <translation>&amp;Verificar de nuevo</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::ViewController</name>

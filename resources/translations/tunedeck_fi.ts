@@ -1062,6 +1062,31 @@
         <comment>Updates: what to do about an error; %1 is a date</comment>
         <translation>Tämän tietokoneen päivämäärä on %1. Jos se on väärä, korjaa se. Jos se on oikea, etsi päivityksiä uudelleen myöhemmin tai toisessa verkossa.</translation>
     </message>
+    <message>
+        <source>The file is not the one that was downloaded.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Tiedosto ei ole se, joka ladattiin.</translation>
+    </message>
+    <message>
+        <source>It was changed, moved or deleted. Do not open it. Check for updates again to download a new one.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Sitä on muutettu tai se on siirretty tai poistettu. Älä avaa sitä. Lataa uusi etsimällä päivityksiä uudelleen.</translation>
+    </message>
+    <message>
+        <source>The file is genuine.</source>
+        <comment>Updates: the file was verified again</comment>
+        <translation>Tiedosto on aito.</translation>
+    </message>
+    <message>
+        <source>“%1” in “%2” is the file that Tunedeck&apos;s makers signed. To install it, quit Tunedeck and open the file.</source>
+        <comment>Updates: %1 is the name of a file, %2 of a folder</comment>
+        <translation>”%1” kansiossa ”%2” on Tunedeckin tekijöiden allekirjoittama tiedosto. Asenna se lopettamalla Tunedeck ja avaamalla tiedosto.</translation>
+    </message>
+    <message>
+        <source>&amp;Verify Again</source>
+        <comment>Updates: button that checks once more that the saved file is genuine</comment>
+        <translation>&amp;Tarkista uudelleen</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::ViewController</name>

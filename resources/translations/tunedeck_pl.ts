@@ -1062,6 +1062,31 @@
         <comment>Updates: what to do about an error; %1 is a date</comment>
         <translation>Data na tym komputerze to %1. Jeśli jest błędna, ustaw ją. Jeśli jest poprawna, sprawdź aktualizacje później lub w innej sieci.</translation>
     </message>
+    <message>
+        <source>The file is not the one that was downloaded.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>To nie jest pobrany plik.</translation>
+    </message>
+    <message>
+        <source>It was changed, moved or deleted. Do not open it. Check for updates again to download a new one.</source>
+        <comment>Updates: what to do about an error</comment>
+        <translation>Został zmieniony, przeniesiony lub usunięty. Nie otwieraj go. Sprawdź aktualizacje ponownie, aby pobrać nowy.</translation>
+    </message>
+    <message>
+        <source>The file is genuine.</source>
+        <comment>Updates: the file was verified again</comment>
+        <translation>Plik jest autentyczny.</translation>
+    </message>
+    <message>
+        <source>“%1” in “%2” is the file that Tunedeck&apos;s makers signed. To install it, quit Tunedeck and open the file.</source>
+        <comment>Updates: %1 is the name of a file, %2 of a folder</comment>
+        <translation>„%1” w katalogu „%2” to plik podpisany przez twórców programu Tunedeck. Aby go zainstalować, zakończ program Tunedeck i otwórz plik.</translation>
+    </message>
+    <message>
+        <source>&amp;Verify Again</source>
+        <comment>Updates: button that checks once more that the saved file is genuine</comment>
+        <translation>&amp;Zweryfikuj ponownie</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::ViewController</name>

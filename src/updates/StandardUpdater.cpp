@@ -2,6 +2,7 @@
 #include "updates/StandardUpdater.h"
 
 #include "platform/UserDefaults.h"
+#include "updates/FileVerification.h"
 #include "updates/UpdateCheck.h"
 #include "updates/UpdateDownload.h"
 #include "updates/feed/PublicKey.h"
@@ -62,6 +63,7 @@ StandardUpdater::StandardUpdater(
     connect(&m_window, &UpdateWindow::rejected, this, &StandardUpdater::end);
     connect(&m_window, &UpdateWindow::downloadRequested, this, &StandardUpdater::startDownload);
     connect(&m_window, &UpdateWindow::showInFolderRequested, this, [this] { showInFolder(m_bus, m_savedPath); });
+    connect(&m_window, &UpdateWindow::verificationRequested, this, &StandardUpdater::verifyAgain);
     connect(&m_window, &UpdateWindow::systemUpdaterRequested, this,
         [this] { m_launcher.launch(systemUpdaters(), QString()); });
     connect(&m_launcher, &ApplicationLauncher::launched, &m_window, &UpdateWindow::reject);
@@ -77,7 +79,7 @@ StandardUpdater::~StandardUpdater() = default;
 
 void StandardUpdater::checkForUpdates()
 {
-    if (!m_check && !m_update) {
+    if (!m_check && !m_update && !m_verification) {
         startCheck();
     }
     bringToFront(m_window);
@@ -141,13 +143,29 @@ void StandardUpdater::startDownload()
     connect(m_download, &UpdateDownload::progressed, &m_window, &UpdateWindow::setReceived);
     connect(m_download, &UpdateDownload::verifying, &m_window, &UpdateWindow::showVerifying);
     connect(m_download, &UpdateDownload::failed, this, &StandardUpdater::showFailure);
-    connect(m_download, &UpdateDownload::saved, this, [this](const QString &path) {
+    connect(m_download, &UpdateDownload::saved, this, [this, statement = m_update->statement()](const QString &path) {
         end();
         m_savedPath = path;
+        m_savedStatement = statement;
         m_window.showSaved(path);
     });
     m_window.showDownload(*m_update);
     m_download->start();
+}
+
+void StandardUpdater::verifyAgain()
+{
+    m_verification = new FileVerification(m_savedStatement, this);
+    connect(m_verification, &FileVerification::finished, this, [this](bool isGenuine) {
+        if (isGenuine) {
+            end();
+            m_window.showGenuine(m_savedPath);
+        } else {
+            showFailure(UpdateFailure::changed);
+        }
+    });
+    m_window.showVerifying();
+    m_verification->start(m_savedPath);
 }
 
 void StandardUpdater::showNoFeed()
@@ -176,6 +194,11 @@ void StandardUpdater::end()
         m_download->disconnect(&m_window);
         m_download->deleteLater();
         m_download.clear();
+    }
+    if (m_verification) {
+        m_verification->disconnect(this);
+        m_verification->deleteLater();
+        m_verification.clear();
     }
     m_update.reset();
 }

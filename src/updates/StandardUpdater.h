@@ -20,6 +20,7 @@ class QDBusConnection;
 
 namespace tunedeck {
 
+class FileVerification;
 class UpdateCheck;
 class UpdateDownload;
 class UserDefaults;
@@ -61,9 +62,10 @@ private:
     void keepSerial(qint64 serial);
     void offer(const AppcastItem &update);
     void startDownload();
+    void verifyAgain();
     void showNoFeed();
     void showFailure(UpdateFailure failure);
-    /// Stops the check and the download, and forgets the update.
+    /// Stops the check, the download and the verification, and forgets the update.
     void end();
 
     const UpdaterConfiguration m_configuration;
@@ -73,6 +75,8 @@ private:
     std::optional<AppcastItem> m_update; ///< the offered update, until it is downloaded
     QPointer<UpdateDownload> m_download;
     QString m_savedPath;
+    FileStatement m_savedStatement;
+    QPointer<FileVerification> m_verification;
     QFutureWatcher<bool> m_systemUpdaterSearch;
     ApplicationLauncher m_launcher{ApplicationLauncher::Accepts::AnyEntry};
     UpdateWindow m_window;

@@ -1,23 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "updates/FileVerification.h"
+#include "updates/NamelessFile.h"
 #include "updates/Transfer.h"
 #include "updates/feed/Appcast.h"
 
-#include <QByteArray>
-#include <QFutureWatcher>
 #include <QObject>
 #include <QString>
-#include <QTemporaryFile>
+
+#include <memory>
 
 namespace tunedeck {
 
-/// Downloads the file of an update into a folder. The file appears there only if it has the length and the SHA-512
-/// that the feed says. Emits exactly one of saved() and failed(), or none if it is deleted before.
-///
-/// On file systems that support files without a name, as those of Linux do, no unverified file is left behind however
-/// the program ends. On others, an unverified file stays behind only if the program is
-/// killed.
+/// Downloads the file of an update into a folder. The file appears there, with its signature beside it, only if it has
+/// the length and the SHA-512 that the feed says. Emits exactly one of saved() and failed(), or none if it is deleted
+/// before.
 class UpdateDownload : public QObject {
     Q_OBJECT
 
@@ -38,14 +36,17 @@ Q_SIGNALS:
 
 private:
     void verify();
-    void saveUnderName();
+    void save();
+    /// Saves both the file and its signature, or neither.
+    [[nodiscard]] NamelessFile::Naming saveAs(const QString &path);
     void fail(UpdateFailure failure);
 
     const AppcastItem m_update;
     const QString m_folder;
-    QTemporaryFile m_file;
-    Transfer m_transfer; ///< writes into m_file
-    QFutureWatcher<std::optional<bool>> m_verification;
+    std::shared_ptr<NamelessFile> m_file;
+    qint64 m_received = 0;
+    Transfer m_transfer; ///< writes into m_file and counts in m_received
+    FileVerification m_verification;
 };
 
 } // namespace tunedeck

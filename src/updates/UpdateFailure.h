@@ -43,6 +43,8 @@ enum class UpdateFailure {
     tooLong,
     /// The file has another hash than the feed says.
     notGenuine,
+    /// The saved file is no longer the one that was verified.
+    changed,
     /// The file could not be written.
     notSaved,
 };

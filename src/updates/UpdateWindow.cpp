@@ -154,8 +154,25 @@ void UpdateWindow::showSaved(const QString &path)
         tr("It was verified and saved as “%1” in “%2”. To install it, quit Tunedeck and open the file.",
             "Updates: %1 is the name of a file, %2 of a folder")
             .arg(file.fileName(), QDir::toNativeSeparators(file.path())));
+    endPageOfFile();
+}
+
+void UpdateWindow::showGenuine(const QString &path)
+{
+    const QFileInfo file(path);
+    beginPage(tr("The file is genuine.", "Updates: the file was verified again"),
+        tr("“%1” in “%2” is the file that Tunedeck's makers signed. To install it, quit Tunedeck and open the file.",
+            "Updates: %1 is the name of a file, %2 of a folder")
+            .arg(file.fileName(), QDir::toNativeSeparators(file.path())));
+    endPageOfFile();
+}
+
+void UpdateWindow::endPageOfFile()
+{
     QPushButton *show = addButton(tr("Show in &Folder", "Updates: button that shows the file in the file manager"),
         &UpdateWindow::showInFolderRequested);
+    addButton(tr("&Verify Again", "Updates: button that checks once more that the saved file is genuine"),
+        &UpdateWindow::verificationRequested);
     m_buttons->addButton(QDialogButtonBox::Close);
     endPage(show);
 }

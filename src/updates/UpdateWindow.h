@@ -36,6 +36,8 @@ public:
     void showVerifying();
     /// `path` is that of the saved file.
     void showSaved(const QString &path);
+    /// The file at `path` was verified again.
+    void showGenuine(const QString &path);
     void showFailure(UpdateFailure failure);
     /// Explains that this copy of the program gets its updates from the system, or was built by the user.
     void showNoFeed();
@@ -45,6 +47,7 @@ public:
 Q_SIGNALS:
     void downloadRequested();
     void showInFolderRequested();
+    void verificationRequested();
     void systemUpdaterRequested();
 
 protected:
@@ -56,6 +59,7 @@ private:
     void beginPage(const QString &headline, const QString &text);
     QPushButton *addButton(const QString &text, void (UpdateWindow::*request)());
     void endPage(QPushButton *defaultButton);
+    void endPageOfFile();
     /// In bytes. 0 for a task of unknown size.
     void showProgress(qint64 size);
 

@@ -122,6 +122,11 @@ FailureMessage failureMessage(UpdateFailure failure)
             UpdateWindow::tr("It does not come from Tunedeck's makers, or it was changed on the way. It was deleted. "
                              "Try again later, or on another network.",
                 "Updates: what to do about an error")};
+    case UpdateFailure::changed:
+        return {UpdateWindow::tr("The file is not the one that was downloaded.", "Updates: title of an error"),
+            UpdateWindow::tr(
+                "It was changed, moved or deleted. Do not open it. Check for updates again to download a new one.",
+                "Updates: what to do about an error")};
     case UpdateFailure::notSaved:
         return {UpdateWindow::tr("The download could not be saved.", "Updates: title of an error"),
             UpdateWindow::tr(

@@ -98,6 +98,17 @@ void pressDefaultButton()
     qWarning("There is no default button.");
 }
 
+void press(const QString &text)
+{
+    for (QPushButton *button : window()->findChildren<QPushButton *>()) {
+        if (button->text().remove(u'&') == text) {
+            button->click();
+            return;
+        }
+    }
+    qWarning("There is no such button.");
+}
+
 long residentKilobytes()
 {
     rusage usage = {};
@@ -479,7 +490,111 @@ private Q_SLOTS:
         QCOMPARE(contentOf(u"tunedeck_2.0.deb"_s), m_file);
         QVERIFY(!QFileInfo(downloaded(u"tunedeck_2.0.deb"_s)).isExecutable());
         QVERIFY(QFile::permissions(downloaded(u"tunedeck_2.0.deb"_s)).testFlag(QFileDevice::ReadOther));
-        m_expectedFiles = 1;
+        const auto signature = SignedFileStatement::fromText(contentOf(u"tunedeck_2.0.deb.signature"_s));
+        QVERIFY(signature);
+        QVERIFY(signature->statement == statement(u"200"_s, u"2.0"_s));
+        QCOMPARE(signature->signature.toBase64(), m_signer.sign(signature->statement.text()));
+        m_expectedFiles = 2;
+    }
+
+    void aSavedFileIsVerifiedAgain()
+    {
+        offerUpdate();
+        pressDefaultButton();
+        QTRY_COMPARE(headline(), u"The new version has been downloaded."_s);
+        m_expectedFiles = 2;
+        press(u"Verify Again"_s);
+        QTRY_COMPARE(headline(), u"The file is genuine."_s);
+        QVERIFY(page().contains(u"“tunedeck_2.0.deb”"_s));
+        press(u"Verify Again"_s);
+        QTRY_COMPARE(headline(), u"Checking that the download is genuine…"_s);
+        m_updater->checkForUpdates();
+        QTRY_COMPARE(headline(), u"The file is genuine."_s);
+    }
+
+    void aSavedFileThatIsAnotherNowIsNotGenuine_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        const QByteArray file = QByteArray("a program").repeated(50'000);
+        QByteArray changed = file;
+        changed[200'000] = 'A';
+        QTest::newRow("changed") << changed;
+        QTest::newRow("longer") << QByteArray(file + 'x');
+        QTest::newRow("shorter") << file.chopped(1);
+        QTest::newRow("empty") << QByteArray();
+    }
+    void aSavedFileThatIsAnotherNowIsNotGenuine()
+    {
+        QFETCH(const QByteArray, content);
+        offerUpdate();
+        pressDefaultButton();
+        QTRY_COMPARE(headline(), u"The new version has been downloaded."_s);
+        m_expectedFiles = 2;
+        write(u"tunedeck_2.0.deb"_s, content);
+        press(u"Verify Again"_s);
+        QTRY_COMPARE(headline(), u"The file is not the one that was downloaded."_s);
+        QCOMPARE(window()->findChildren<QPushButton *>().size(), 1);
+    }
+
+    void whatHasTakenTheFilesPlaceIsNotRead_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::newRow("nothing") << u"nothing"_s;
+        QTest::newRow("a link") << u"link"_s;
+        QTest::newRow("a pipe") << u"pipe"_s;
+        QTest::newRow("a folder") << u"folder"_s;
+    }
+    void whatHasTakenTheFilesPlaceIsNotRead()
+    {
+        QFETCH(const QString, kind);
+        offerUpdate();
+        pressDefaultButton();
+        QTRY_COMPARE(headline(), u"The new version has been downloaded."_s);
+        const QString path = downloaded(u"tunedeck_2.0.deb"_s);
+        const QString elsewhere = m_folder->filePath(u"elsewhere"_s);
+        QVERIFY(QFile::rename(path, elsewhere));
+        if (kind == u"link") {
+            QVERIFY(QFile::link(elsewhere, path));
+        } else if (kind == u"pipe") {
+            QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), S_IRUSR | S_IWUSR), 0);
+        } else if (kind == u"folder") {
+            QVERIFY(QDir().mkdir(path));
+        }
+        m_expectedFiles = kind == u"nothing" ? 1 : 2;
+        press(u"Verify Again"_s);
+        QTRY_COMPARE(headline(), u"The file is not the one that was downloaded."_s);
+    }
+
+    void nobodyElseMayWriteAFileThatIsBeingVerified()
+    {
+        QVERIFY(isBeingVerified());
+        QCOMPARE(visibleAndHiddenFiles(), QStringList());
+        struct stat status = {};
+        QCOMPARE(::stat(QFile::encodeName(descriptorsOfTheDownload().value(0)).constData(), &status), 0);
+        QCOMPARE(status.st_mode & 0777, mode_t(S_IRUSR | S_IWUSR));
+        QTRY_COMPARE_WITH_TIMEOUT(headline(), u"The new version has been downloaded."_s, 20'000);
+        QCOMPARE(::stat(QFile::encodeName(downloaded(u"tunedeck_2.0.deb"_s)).constData(), &status), 0);
+        QCOMPARE(status.st_mode & 0777, mode_t(S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH));
+        m_expectedFiles = 2;
+    }
+
+    void noOtherProgramInheritsADownload()
+    {
+        QVERIFY(isBeingVerified());
+        const QStringList descriptors = descriptorsOfTheDownload();
+        QVERIFY(!descriptors.isEmpty());
+        for (const QString &descriptor : descriptors) {
+            QVERIFY((::fcntl(QFileInfo(descriptor).fileName().toInt(), F_GETFD) & FD_CLOEXEC) != 0);
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(headline(), u"The new version has been downloaded."_s, 20'000);
+        m_expectedFiles = 2;
+    }
+
+    void aFileThatShrinksWhileItIsVerifiedIsRefused()
+    {
+        QVERIFY(isBeingVerified());
+        QCOMPARE(::truncate(QFile::encodeName(descriptorsOfTheDownload().value(0)).constData(), 1'000), 0);
+        QTRY_COMPARE(headline(), u"The download cannot be trusted."_s);
     }
 
     void whatIsThereAlreadyStays()
@@ -487,13 +602,16 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(m_configuration.downloadFolder));
         write(u"tunedeck_2.0.deb"_s, "mine");
         QVERIFY(QFile::link(u"/nonexistent"_s, downloaded(u"tunedeck_2.0 (1).deb"_s)));
+        write(u"tunedeck_2.0 (2).deb.signature"_s, "mine too");
         offerUpdate();
         pressDefaultButton();
         QTRY_COMPARE(headline(), u"The new version has been downloaded."_s);
-        QVERIFY(page().contains(u"“tunedeck_2.0 (2).deb”"_s));
+        QVERIFY(page().contains(u"“tunedeck_2.0 (3).deb”"_s));
+        QCOMPARE(contentOf(u"tunedeck_2.0 (2).deb.signature"_s), QByteArray("mine too"));
         QCOMPARE(contentOf(u"tunedeck_2.0.deb"_s), QByteArray("mine"));
-        QCOMPARE(contentOf(u"tunedeck_2.0 (2).deb"_s), m_file);
-        m_expectedFiles = 3;
+        QCOMPARE(contentOf(u"tunedeck_2.0 (3).deb"_s), m_file);
+        QVERIFY(!contentOf(u"tunedeck_2.0 (3).deb.signature"_s).isEmpty());
+        m_expectedFiles = 5;
     }
 
     void aDownloadIsShownByTheFileManagerOnTheBusThatIsThereThen()
@@ -506,7 +624,7 @@ private Q_SLOTS:
         offerUpdate();
         pressDefaultButton();
         QTRY_COMPARE(headline(), u"The new version has been downloaded."_s);
-        m_expectedFiles = 1;
+        m_expectedFiles = 2;
         m_bus = later;
         pressDefaultButton();
         QTRY_COMPARE(manager.shown,
@@ -775,13 +893,17 @@ private:
         m_server->setAnswer(signaturePath, {m_signer.sign(feedTextToSign(feed))});
     }
 
+    [[nodiscard]] FileStatement statement(const QString &build, const QString &version) const
+    {
+        return {build, version, m_file.size(), QCryptographicHash::hash(m_file, QCryptographicHash::Sha512)};
+    }
+
     [[nodiscard]] QByteArray fileElement(const QString &build = u"200"_s, const QString &version = u"2.0"_s) const
     {
-        const FileStatement statement{
-            build, version, m_file.size(), QCryptographicHash::hash(m_file, QCryptographicHash::Sha512)};
+        const FileStatement stated = statement(build, version);
         return "<enclosure url=\"" + (m_server ? m_server->url(filePath).toEncoded() : "https://tunedeck.example/t.deb")
-            + "\" length=\"" + QByteArray::number(m_file.size()) + "\" tunedeck:sha512=\"" + statement.sha512.toBase64()
-            + "\" tunedeck:signature=\"" + m_signer.sign(statement.text()) + "\"/>";
+            + "\" length=\"" + QByteArray::number(m_file.size()) + "\" tunedeck:sha512=\"" + stated.sha512.toBase64()
+            + "\" tunedeck:signature=\"" + m_signer.sign(stated.text()) + "\"/>";
     }
 
     [[nodiscard]] qlonglong keptSerial() const { return m_settings->integerForKey(SettingsKey::newestUpdateFeed); }
@@ -789,6 +911,33 @@ private:
     [[nodiscard]] QByteArray updateItem(const QByteArray &more = {}) const
     {
         return feedItem("200", "<sparkle:shortVersionString>2.0</sparkle:shortVersionString>" + more + fileElement());
+    }
+
+    /// Downloads a file that takes long to verify.
+    [[nodiscard]] bool isBeingVerified()
+    {
+        m_file = QByteArray("a program").repeated(7'000'000);
+        m_server->setAnswer(filePath, {m_file});
+        publish(feedText(updateItem()));
+        check();
+        if (!QTest::qWaitFor([] { return page() == isOffered; })) {
+            return false;
+        }
+        m_turns.reset(); // The server's work is in this thread too.
+        pressDefaultButton();
+        return QTest::qWaitFor([] { return headline() == u"Checking that the download is genuine…"; }, 20'000);
+    }
+
+    /// The paths of the open descriptors of the file that is not saved yet.
+    [[nodiscard]] QStringList descriptorsOfTheDownload() const
+    {
+        QStringList paths;
+        for (const QFileInfo &descriptor : QDir(u"/proc/self/fd"_s).entryInfoList(QDir::System | QDir::Files)) {
+            if (descriptor.symLinkTarget().startsWith(m_configuration.downloadFolder)) {
+                paths.append(descriptor.filePath());
+            }
+        }
+        return paths;
     }
 
     [[nodiscard]] QString downloaded(const QString &name) const

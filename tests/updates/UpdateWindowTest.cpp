@@ -109,7 +109,14 @@ private Q_SLOTS:
             u"open the "
             "file."_s));
         QVERIFY(!progress->isVisible());
-        QCOMPARE(buttonTexts(window), QStringList({u"Close"_s, u"Show in Folder"_s}));
+        QCOMPARE(buttonTexts(window), QStringList({u"Close"_s, u"Show in Folder"_s, u"Verify Again"_s}));
+
+        window.showGenuine(u"/home/a/Downloads/tunedeck.deb"_s);
+        QVERIFY(isShown(window, u"The file is genuine."_s));
+        QVERIFY(isShown(window,
+            u"“tunedeck.deb” in “/home/a/Downloads” is the file that Tunedeck's makers signed. To install it, quit "
+            "Tunedeck and open the file."_s));
+        QCOMPARE(buttonTexts(window), QStringList({u"Close"_s, u"Show in Folder"_s, u"Verify Again"_s}));
 
         window.showUpToDate(u"1.0"_s);
         QVERIFY(isShown(window, u"Tunedeck is up to date."_s));
@@ -160,7 +167,7 @@ private Q_SLOTS:
             QVERIFY(isShown(window, message.headline));
             QVERIFY(isShown(window, message.advice));
         }
-        QCOMPARE(headlines.size(), 19);
+        QCOMPARE(headlines.size(), 20);
     }
 
     void buttonsAskForWhatTheySay()
@@ -168,6 +175,7 @@ private Q_SLOTS:
         UpdateWindow window;
         QSignalSpy download(&window, &UpdateWindow::downloadRequested);
         QSignalSpy folder(&window, &UpdateWindow::showInFolderRequested);
+        QSignalSpy again(&window, &UpdateWindow::verificationRequested);
         QSignalSpy updater(&window, &UpdateWindow::systemUpdaterRequested);
         bringToFront(window);
         const auto press = [&window] { QTest::keyClick(&window, Qt::Key_Return); };
@@ -177,6 +185,8 @@ private Q_SLOTS:
         window.showSaved(u"/tmp/tunedeck.deb"_s);
         press();
         QTRY_COMPARE(folder.count(), 1);
+        window.findChildren<QPushButton *>().at(1)->click();
+        QTRY_COMPARE(again.count(), 1);
         window.showNoFeed();
         window.offerSystemUpdater();
         press();
