@@ -6,6 +6,7 @@
 #include "window/RoomForDrawer.h"
 #include "window/Window.h"
 #include "window/WindowPlace.h"
+#include "x11/knowsItsPlace.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -66,7 +67,7 @@ void FrameAutosave::save()
     if (width != m_defaults.integerForKey(widthKey)) {
         m_defaults.setValue(widthKey, width);
     }
-    if (isWayland()) {
+    if (!knowsItsPlace(*m_window.windowHandle())) {
         return;
     }
     const ScreenArea screen = ScreenArea::of(*m_window.screen());

@@ -12,8 +12,8 @@ class UserDefaults;
 class Window;
 
 /// Keeps the window's width and place in the settings, and gives them back to the window of the next run, however this
-/// run ends. A window that was pushed up for the drawer has the place from which it was pushed. On Wayland, where no
-/// window knows its place, the width alone is kept, and the place of an earlier run on X11 stays in the settings.
+/// run ends. A window that was pushed up for the drawer has the place from which it was pushed. Where no window knows
+/// its place, as on Wayland, the width alone is kept, and the place of an earlier run stays in the settings.
 class FrameAutosave : public QObject {
     Q_OBJECT
 

@@ -110,6 +110,21 @@ class PlaceTest(DesktopTest):
         self.set_place("2000 300 1280 0 1280 720 other")
         self.assertEqual(self.place_at_start(), (SCREEN[0] - CONTENT[0], 300, *CONTENT))
 
+    def test_it_opens_on_the_second_screen_as_long_as_there_is_one(self) -> None:
+        if self.window_manager == "xfwm4":
+            self.skipTest("Xfwm4 ignores screens without an output, and Xvfb has one output.")
+        half = SCREEN[0] // 2
+        for name, left, of in (("left", 0, "screen"), ("right", half, "none")):
+            output("xrandr", "--setmonitor", name, f"{half}/200x{SCREEN[1]}/200+{left}+0", of)
+        with self.window() as (window, process):
+            before = window.move_to(half + 30, 301)
+            self.assertTrue(becomes(lambda: self.saved("PlayerWindowPlace").startswith(f"{half + 30} 301 {half} 0 ")))
+            process.kill()
+            process.wait()
+        self.assertEqual(self.place_at_start(), before)
+        output("xrandr", "--delmonitor", "right")
+        self.assertEqual(self.place_at_start(), (half - CONTENT[0], 301, *CONTENT))
+
     def test_it_opens_beside_a_panel_that_would_hide_it(self) -> None:
         panel = window_of(self.stack.enter_context(running(self.build.bare_window)))
         strut = f"0,0,{PANEL},0,0,0,0,0,0,{SCREEN[0] - 1},0,0"

@@ -176,6 +176,16 @@ class XWaylandTest(unittest.TestCase):
         self.assertTrue(becomes(lambda: self.wayland_windows() == 1))
 
 
+    def saved(self, key: str) -> str:
+        values = dict(line.split("=", 1) for line in self.settings.read_text().splitlines() if "=" in line)
+        return values.get(key, "")
+
+    def stop(self, process: subprocess.Popen) -> None:
+        process.kill()
+        process.wait()
+        until(lambda: not self.x11.windows(), "its window is gone")
+
+
 class PlacedWindowTest(XWaylandTest):
     """A desktop that tells X11 programs where their windows are, and respects their size limits."""
 
@@ -214,10 +224,32 @@ class WestonTest(XWaylandTest):
     def desktop(self) -> contextlib.AbstractContextManager:
         return weston()
 
+    def test_no_place_is_saved_but_that_of_the_window(self) -> None:
+        # Weston puts each start's window elsewhere, and reports the place in the frame that it has put around it.
+        for _ in range(4):
+            self.want_xwayland()
+            process = self.start()
+            window = self.await_x11_window(process)
+            until(lambda: self.saved("PlayerWindowWidth"), "the width is saved")
+            left, top = (int(number) for number in re.findall(r"Absolute.*?(-?\d+)", self.x11.output(
+                "xwininfo", "-id", window)))
+            true = f"{left + SHADOW[0]} {top + SHADOW[2]} "
+            saved = self.saved("PlayerWindowPlace")
+            self.assertTrue(not saved or saved.startswith(true), f"{saved} instead of {true}")
+            self.stop(process)
+
 
 class MutterTest(PlacedWindowTest):
     def desktop(self) -> contextlib.AbstractContextManager:
         return mutter()
+
+    def test_it_opens_where_it_was(self) -> None:
+        process, window = self.open_through_xwayland()
+        self.x11.output("xdotool", "windowmove", "--sync", window, "300", "200")
+        x, y, *_ = before = self.settled_content(window)
+        until(lambda: self.saved("PlayerWindowPlace").startswith(f"{x} {y} "), "the place is saved")
+        self.stop(process)
+        self.assertEqual(self.settled_content(self.await_x11_window(self.start())), before)
 
     def test_it_can_be_minimised_and_the_desktop_can_restore_it(self) -> None:
         process, window = self.open_through_xwayland()
