@@ -15,7 +15,8 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
 from session import Build, becomes, compositor, running, settled  # noqa: E402
-from window_test import CONTENT, SCREEN, DesktopTest, TunedeckWindow, output, window_of  # noqa: E402
+from window_test import CONTENT, SCREEN, DesktopTest  # noqa: E402
+from x11window import TunedeckWindow, output, window_of  # noqa: E402
 
 SKIPPED = 77
 DRAWER = 60  # its height

@@ -15,7 +15,8 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
 from session import (  # noqa: E402
     Build, becomes, demo_player, running, seen_when, session, settled, tiling_window_manager)
-from window_test import CONTENT, TunedeckWindow, output, window_of  # noqa: E402
+from window_test import CONTENT  # noqa: E402
+from x11window import TunedeckWindow, output, window_of  # noqa: E402
 
 MINIMISE = (15, 32)  # in the content
 

@@ -18,8 +18,8 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
 from session import Build, becomes, demo_player, running, session, settled, window_manager  # noqa: E402
-from window_test import (  # noqa: E402
-    CONTENT, DRAWER, FORWARD, METAL, SCREEN, DesktopTest, TunedeckWindow, output, shown_window, window_of)
+from window_test import CONTENT, DRAWER, FORWARD, METAL, SCREEN, DesktopTest  # noqa: E402
+from x11window import TunedeckWindow, output, shown_window, window_of  # noqa: E402
 
 SKIPPED = 77
 BACK, PROGRESS, PROGRESS_START = (42, 21), (250, 42), (184, 42)
