@@ -156,7 +156,8 @@ void addUpdater(Gallery &gallery)
     window.offerSystemUpdater();
     gallery.add(u"update-no-feed"_s, window);
     for (const auto &[name, failure] : {std::pair(u"unreachable"_s, UpdateFailure::unreachable),
-             std::pair(u"wrongly-signed"_s, UpdateFailure::wronglySigned)}) {
+             std::pair(u"feed-wrongly-signed"_s, UpdateFailure::feedWronglySigned),
+             std::pair(u"not-genuine"_s, UpdateFailure::notGenuine)}) {
         window.showFailure(failure);
         gallery.add(u"update-"_s + name, window);
     }
