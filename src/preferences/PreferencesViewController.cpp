@@ -75,11 +75,8 @@ void PreferencesViewController::layOut()
         m_radioButtonRemainingTime);
     form->addRow(QString(), m_radioButtonTotalTime);
     form->addItem(new QSpacerItem(0, PaneMetrics::choiceGap - PaneMetrics::gap));
-    auto *volumeCaption =
-        new QLabel(tr("Volume:", "Caption in the General pane, before the choice of the wheel's direction"), &m_view);
-    // The middle of the caption would be below the text of the box.
-    volumeCaption->setAlignment(Qt::AlignTop);
-    form->addRow(volumeCaption, m_wheelDirection);
+    form->addRow(
+        tr("Volume:", "Caption in the General pane, before the choice of the wheel's direction"), m_wheelDirection);
     form->addItem(new QSpacerItem(0, PaneMetrics::choiceGap - PaneMetrics::gap));
     form->addRow(playerCaption, player);
 
