@@ -5,8 +5,10 @@
 #include "platform/ActivationToken.h"
 #include "platform/windowLog.h"
 #include "platform/windowSystem.h"
+#include "widgets/bringToFront.h"
 #include "window/WindowController.h"
 #include "x11/activateOnX11.h"
+#include "x11/x11.h"
 
 #include <QWindow>
 
@@ -84,9 +86,14 @@ void showWithoutActivating(Application &application)
 void reopenWithToken(Application &application, const ActivationToken &token)
 {
     logActivation(token);
-    const TokenInUse tokenInUse(token.waylandToken);
-    application.reopen();
-    // Qt has sent its own request by now. The last request counts.
+    if (x11Connection()) {
+        // Qt's request names the time of whatever happened to the window last, which need not be the user's doing.
+        const ShowOnly showOnly;
+        application.reopen();
+    } else {
+        const TokenInUse tokenInUse(token.waylandToken);
+        application.reopen();
+    }
     activateOnX11(mainWindow(application), token);
     endStartupNotificationOnX11(token);
 }

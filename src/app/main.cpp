@@ -71,8 +71,10 @@ std::optional<DesktopAction> parseCommandLine(const QCoreApplication &applicatio
     return action;
 }
 
-int askFirst(ApplicationInstance &instance, std::optional<DesktopAction> action, const ActivationToken &token)
+int askFirst(ApplicationInstance &instance, std::optional<DesktopAction> action, const ActivationToken &given)
 {
+    // A user who starts the program in a terminal wants to see the window now.
+    const ActivationToken token = given == ActivationToken() && !action ? tokenOfNowOnX11() : given;
     instance.askFirst(action, token, [&token](bool answered) {
         if (!answered) {
             endStartupNotificationOnX11(token);

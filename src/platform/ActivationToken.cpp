@@ -7,6 +7,7 @@ namespace tunedeck {
 
 namespace {
 constexpr int longestText = 1'000;
+constexpr quint32 longestStart = 10 * 60 * 1'000; // milliseconds
 constexpr QLatin1String idKey("desktop-startup-id");
 constexpr QLatin1String tokenKey("activation-token");
 constexpr char idVariable[] = "DESKTOP_STARTUP_ID";
@@ -65,7 +66,7 @@ QVariantMap ActivationToken::platformData() const
     return data;
 }
 
-std::optional<quint32> ActivationToken::userTime() const
+std::optional<quint32> ActivationToken::userTime(quint32 now) const
 {
     const QString mark = QStringLiteral("_TIME");
     const qsizetype place = x11StartupId.lastIndexOf(mark);
@@ -73,7 +74,9 @@ std::optional<quint32> ActivationToken::userTime() const
     bool isNumber = false;
     const quint32 time = digits.toUInt(&isNumber);
     // toUInt() accepts a sign; and zero means no time on X11.
-    return isNumber && time != 0 && std::ranges::all_of(digits, isDigit) ? std::optional(time) : std::nullopt;
+    const bool isTime = isNumber && time != 0 && std::ranges::all_of(digits, isDigit);
+    // A time in the future is a very long time ago on this clock.
+    return isTime && now - time <= longestStart ? std::optional(time) : std::nullopt;
 }
 
 } // namespace tunedeck

@@ -24,9 +24,9 @@ struct ActivationToken {
     /// The arguments that org.freedesktop.Application hands on, without the texts that are empty.
     [[nodiscard]] QVariantMap platformData() const;
 
-    /// When the user asked for the start, in milliseconds of the X server's clock. No value if the startup id does not
-    /// say.
-    [[nodiscard]] std::optional<quint32> userTime() const;
+    /// When the user asked for the start, in milliseconds of the X server's clock, which is at `now` and starts again
+    /// at zero every 49 days. No value if the startup id does not say, or if that was not in the last ten minutes.
+    [[nodiscard]] std::optional<quint32> userTime(quint32 now) const;
 
     bool operator==(const ActivationToken &) const = default;
 };

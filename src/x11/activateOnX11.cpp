@@ -14,10 +14,9 @@ namespace tunedeck {
 namespace {
 constexpr std::uint8_t wholeNumbers = 32;
 constexpr std::uint8_t characters = 8;
-/// Source indications of _NET_ACTIVE_WINDOW: window managers check the time of a program's request, and always grant
-/// the user's.
+/// Source indication of _NET_ACTIVE_WINDOW. Window managers compare the time of a program's request with the time when
+/// the user last did something in the window that has the keyboard focus.
 constexpr std::uint32_t program = 1;
-constexpr std::uint32_t user = 2;
 
 /// The root window of the screen that the program is on.
 xcb_window_t rootWindow()
@@ -47,6 +46,36 @@ xcb_window_t windowOfUserTime(xcb_window_t window)
     return x11Number(window, x11Atom("_NET_WM_USER_TIME_WINDOW")).value_or(window);
 }
 
+/// When the user last did something in `window`. No value if that is not known.
+std::optional<xcb_timestamp_t> userTimeOf(xcb_window_t window)
+{
+    const std::optional<std::uint32_t> time = x11Number(windowOfUserTime(window), x11Atom("_NET_WM_USER_TIME"));
+    return time == XCB_CURRENT_TIME ? std::nullopt : time;
+}
+
+/// When the user asked for the start with `token`. Any program on the bus can make a token up.
+std::optional<xcb_timestamp_t> userTimeOf(const ActivationToken &token)
+{
+    const std::optional<std::uint32_t> now = token.x11StartupId.isEmpty() ? std::nullopt : x11Time();
+    return now ? token.userTime(*now) : std::nullopt;
+}
+
+ActivationToken tokenOf(xcb_timestamp_t time)
+{
+    // No start is announced, so the text before the time means nothing.
+    return {.x11StartupId = QStringLiteral("tunedeck_TIME%1").arg(time), .waylandToken = {}};
+}
+
+/// Marks `window` as the one that the start with `token` opens. Window managers take the time out of the startup id
+/// too, so a made up one is left out.
+void setStartup(xcb_window_t window, const ActivationToken &token, std::optional<xcb_timestamp_t> time)
+{
+    if (time) {
+        setText(window, "_NET_STARTUP_ID", token.x11StartupId.toUtf8());
+        setNumber(windowOfUserTime(window), "_NET_WM_USER_TIME", *time);
+    }
+}
+
 xcb_client_message_event_t message(xcb_window_t window, xcb_atom_t type, std::uint8_t format)
 {
     xcb_client_message_event_t event{};
@@ -62,10 +91,10 @@ void sendToRoot(const xcb_client_message_event_t &event, std::uint32_t mask)
     xcb_send_event(x11Connection(), false, rootWindow(), mask, reinterpret_cast<const char *>(&event));
 }
 
-void requestActivation(xcb_window_t window, std::uint32_t source, xcb_timestamp_t time)
+void requestActivation(xcb_window_t window, xcb_timestamp_t time)
 {
     xcb_client_message_event_t event = message(window, x11Atom("_NET_ACTIVE_WINDOW"), wholeNumbers);
-    event.data.data32[0] = source;
+    event.data.data32[0] = program;
     event.data.data32[1] = time;
     sendToRoot(event, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT);
 }
@@ -93,43 +122,40 @@ void sendStartupMessage(xcb_window_t sender, const QByteArray &text)
 
 void setStartupIdOnX11(const QWindow &window, const ActivationToken &token)
 {
-    if (!x11Connection() || token.x11StartupId.isEmpty()) {
-        return;
-    }
-    const auto own = static_cast<xcb_window_t>(window.winId());
-    setText(own, "_NET_STARTUP_ID", token.x11StartupId.toUtf8());
-    if (const std::optional<quint32> time = token.userTime()) {
-        setNumber(windowOfUserTime(own), "_NET_WM_USER_TIME", *time);
+    if (x11Connection()) {
+        setStartup(static_cast<xcb_window_t>(window.winId()), token, userTimeOf(token));
     }
 }
 
-void activateOnX11(const QWindow &window, const ActivationToken &token)
+void activateOnX11(QWindow &window, const ActivationToken &token)
 {
     if (!x11Connection()) {
         return;
     }
-    setStartupIdOnX11(window, token);
     const auto own = static_cast<xcb_window_t>(window.winId());
-    if (const std::optional<quint32> time = token.userTime()) {
-        requestActivation(own, program, *time);
+    const std::optional<xcb_timestamp_t> time = userTimeOf(token);
+    setStartup(own, token, time);
+    if (time) {
+        window.raise();
+        requestActivation(own, *time);
     } else {
-        requestActivation(own, user, XCB_CURRENT_TIME);
+        // Xfwm4 gives the keyboard focus to every window that is raised, and metacity to every one that asks without a
+        // time.
+        window.alert(0);
     }
     xcb_flush(x11Connection());
 }
 
 ActivationToken tokenOfUserTimeOnX11(const QWindow &window)
 {
-    if (!x11Connection()) {
-        return {};
-    }
-    const xcb_window_t timed = windowOfUserTime(static_cast<xcb_window_t>(window.winId()));
-    const std::optional<std::uint32_t> time = x11Number(timed, x11Atom("_NET_WM_USER_TIME"));
-    if (!time || *time == XCB_CURRENT_TIME) {
-        return {};
-    }
-    // No start is announced, so the text before the time means nothing.
-    return {.x11StartupId = QStringLiteral("tunedeck_TIME%1").arg(*time), .waylandToken = {}};
+    const auto time = x11Connection() ? userTimeOf(static_cast<xcb_window_t>(window.winId())) : std::nullopt;
+    return time ? tokenOf(*time) : ActivationToken();
+}
+
+ActivationToken tokenOfNowOnX11()
+{
+    const std::optional<xcb_timestamp_t> now = x11Connection() ? x11Time() : std::nullopt;
+    return now ? tokenOf(*now) : ActivationToken();
 }
 
 void endStartupNotificationOnX11(const ActivationToken &token)

@@ -3,12 +3,44 @@
 
 #include <QGuiApplication>
 
+#include <xcb/sync.h>
+
 #include <cstring>
+#include <string_view>
 
 namespace tunedeck {
 
 namespace {
 constexpr std::uint32_t mostAtoms = 100;
+
+/// The characters follow the length. XCB looks for them two bytes later, because it counts the structure's padding.
+std::string_view nameOf(const xcb_sync_systemcounter_t &counter)
+{
+    return {reinterpret_cast<const char *>(&counter.name_len + 1), counter.name_len};
+}
+
+/// The counter that is the server's clock. XCB_NONE if there is none.
+xcb_sync_counter_t serverClock()
+{
+    constexpr std::string_view name = "SERVERTIME";
+    const xcb_query_extension_reply_t *extension = xcb_get_extension_data(x11Connection(), &xcb_sync_id);
+    if (!extension || !extension->present) {
+        return XCB_NONE;
+    }
+    const auto cookie = xcb_sync_list_system_counters(x11Connection());
+    const X11Reply<xcb_sync_list_system_counters_reply_t> reply(
+        xcb_sync_list_system_counters_reply(x11Connection(), cookie, nullptr));
+    if (!reply) {
+        return XCB_NONE;
+    }
+    auto counters = xcb_sync_list_system_counters_counters_iterator(reply.get());
+    for (; counters.rem > 0; xcb_sync_systemcounter_next(&counters)) {
+        if (nameOf(*counters.data) == name) {
+            return counters.data->counter;
+        }
+    }
+    return XCB_NONE;
+}
 } // namespace
 
 xcb_connection_t *x11Connection()
@@ -46,6 +78,18 @@ std::vector<xcb_atom_t> x11Atoms(xcb_window_t window, xcb_atom_t property)
     }
     const auto *const first = static_cast<const xcb_atom_t *>(xcb_get_property_value(reply.get()));
     return {first, first + reply->value_len};
+}
+
+std::optional<std::uint32_t> x11Time()
+{
+    static const xcb_sync_counter_t clock = serverClock();
+    if (clock == XCB_NONE) {
+        return std::nullopt;
+    }
+    const auto cookie = xcb_sync_query_counter(x11Connection(), clock);
+    const X11Reply<xcb_sync_query_counter_reply_t> reply(
+        xcb_sync_query_counter_reply(x11Connection(), cookie, nullptr));
+    return reply ? std::optional(reply->counter_value.lo) : std::nullopt;
 }
 
 int defaultScreenNumber()

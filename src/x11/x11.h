@@ -31,6 +31,10 @@ template <typename Reply> using X11Reply = std::unique_ptr<Reply, FreeX11Reply>;
 /// The first 100 atoms in the window's property. Empty if the property is missing or does not hold atoms.
 [[nodiscard]] std::vector<xcb_atom_t> x11Atoms(xcb_window_t window, xcb_atom_t property);
 
+/// The time on the X server's clock, in milliseconds. It starts again at zero every 49 days. No value if the server
+/// does not say.
+[[nodiscard]] std::optional<std::uint32_t> x11Time();
+
 /// The number of the screen in $DISPLAY. Needs no connection.
 [[nodiscard]] int defaultScreenNumber();
 

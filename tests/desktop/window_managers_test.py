@@ -18,7 +18,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
 from session import Build, becomes, demo_player, running, session, settled, window_manager  # noqa: E402
-from window_test import CONTENT, DRAWER, FORWARD, METAL, SCREEN, DesktopTest  # noqa: E402
+from window_test import CONTENT, DRAWER, FORWARD, METAL, SCREEN, DesktopTest, StartupMessages, server_time  # noqa: E402
 from x11window import TunedeckWindow, output, shown_window, window_of  # noqa: E402
 
 SKIPPED = 77
@@ -212,6 +212,45 @@ class LowerEdgeTest(WindowManagerTest):
 
     def toggle_drawer(self) -> None:
         output("xdotool", "key", "--window", self.window.id, "ctrl+l")
+
+
+class KeyboardTest(WindowManagerTest):
+    """Window managers decide in their own ways who gets the keyboard."""
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.window = self.open_window()
+        self.messages = StartupMessages()
+        self.addCleanup(self.messages.close)
+
+    def call(self, startup_id: str) -> None:
+        """Asks for the window as any program on the bus can, and returns when the window manager has been asked."""
+        output("gdbus", "call", "--session", "--dest", "org.tunedeck.Tunedeck", "--object-path",
+               "/org/tunedeck/Tunedeck", "--method", "org.freedesktop.Application.Activate",
+               f"{{'desktop-startup-id': <'{startup_id}'>}}")
+        self.assert_becomes([f'remove: ID="{startup_id}"'], self.messages.take)
+        self.window.settle()
+
+    def test_a_program_on_the_bus_that_names_no_time_of_the_users_does_not_take_it(self) -> None:
+        other = self.use_other_window()
+        in_a_minute = (server_time() + 60_000) % 2**32
+        # The first call changes the window's state. Qt then knows a time that is later than what the user did.
+        for startup_id in ("program-1", "program-2", f"program_TIME{in_a_minute}", "program_TIME4294967295",
+                           "program-3"):
+            self.call(startup_id)
+            self.assertEqual(self.active_window(), int(other), startup_id)
+        if self.window_manager == "openbox":  # others tell it only of windows that are covered
+            self.assertIn("_NET_WM_STATE_DEMANDS_ATTENTION", self.window.states())
+
+    def test_a_program_that_the_user_has_just_clicked_can_hand_it_on(self) -> None:
+        self.use_other_window()
+        self.call(f"dock_TIME{server_time()}")
+        self.assert_active_window_becomes(self.window.id)
+
+    def test_a_user_who_starts_it_again_gets_it(self) -> None:
+        self.use_other_window()
+        self.start_again()
+        self.assert_active_window_becomes(self.window.id)
 
 
 class OtherWindowsTest(WindowManagerTest):

@@ -94,7 +94,29 @@ private Q_SLOTS:
     {
         QFETCH(const QString, id);
         QFETCH(const std::optional<quint32>, time);
-        QCOMPARE((ActivationToken{id, {}}.userTime()), time);
+        QCOMPARE((ActivationToken{id, {}}.userTime(time.value_or(5))), time);
+    }
+
+    void onlyATimeOfTheLastTenMinutesCounts_data()
+    {
+        QTest::addColumn<quint32>("time");
+        QTest::addColumn<quint32>("now");
+        QTest::addColumn<bool>("counts");
+        QTest::newRow("now") << 1'000'000U << 1'000'000U << true;
+        QTest::newRow("the next millisecond") << 1'000'001U << 1'000'000U << false;
+        QTest::newRow("ten minutes ago") << 400'000U << 1'000'000U << true;
+        QTest::newRow("longer ago") << 399'999U << 1'000'000U << false;
+        QTest::newRow("the clock has begun again since") << 4'294'967'295U << 599'999U << true;
+        QTest::newRow("longer ago than that") << 4'294'967'295U << 600'000U << false;
+        QTest::newRow("before the clock begins again") << 1U << 4'294'967'295U << false;
+    }
+    void onlyATimeOfTheLastTenMinutesCounts()
+    {
+        QFETCH(const quint32, time);
+        QFETCH(const quint32, now);
+        QFETCH(const bool, counts);
+        const ActivationToken token{u"dock_TIME%1"_s.arg(time), {}};
+        QCOMPARE(token.userTime(now), counts ? std::optional(time) : std::nullopt);
     }
 };
 
