@@ -20,7 +20,9 @@ def window_of(process: subprocess.Popen) -> str:
 def shown_window(*criterion: str) -> str:
     # The search fails where another window vanishes meanwhile.
     command = ("xdotool", "search", "--onlyvisible", *criterion)
-    found = seen_when(lambda: subprocess.run(command, stdout=subprocess.PIPE, text=True).stdout.split(), bool)
+    found = seen_when(lambda: subprocess.run(command, stdout=subprocess.PIPE, text=True).stdout.split(), bool, 30)
+    if not found:
+        raise TimeoutError(f"No window with {' '.join(criterion)} is shown")
     return found[0]
 
 
