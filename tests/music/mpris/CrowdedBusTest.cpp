@@ -5,16 +5,20 @@
 #include "platform/UserDefaults.h"
 #include "support/PrivateBus.h"
 #include "support/TurnWatch.h"
+#include "support/endWithParent.h"
 #include "support/registerTest.h"
 
 #include <QDBusConnectionInterface>
 #include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <sys/resource.h>
 
 #include <atomic>
 #include <functional>
@@ -31,9 +35,23 @@ constexpr int manyNames = 3'000;
 constexpr int manyConnections = 3'000;
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr qint64 longestTurn = 500;
+constexpr qint64 longestTurnInAStorm = 500;
+constexpr double mostOfACore = 1;
 #else
 constexpr qint64 longestTurn = 50;
+constexpr qint64 longestTurnInAStorm = 150;
+// An optimised program needs 6 %.
+constexpr double mostOfACore = 0.2;
 #endif
+
+/// What this process has used of the processor, in seconds.
+double processorTime()
+{
+    rusage usage = {};
+    ::getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval &time) { return double(time.tv_sec) + double(time.tv_usec) / 1'000'000; };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
 
 QString busName(const QString &player)
 {
@@ -56,6 +74,8 @@ private Q_SLOTS:
     void thousandsOfConnectionsWithANameAreNotFelt();
     void aNameThatChangesHandsAllTheTimeIsReadAFewTimesASecond();
     void aNameThatIsAnnouncedAllTheTimeIsShownAFewTimesASecond();
+    void aStormIsNotFelt_data();
+    void aStormIsNotFelt();
     void fourPlayersOfAProcessAreRead();
     void allPlayersOfAPhoneAreRead_data();
     void allPlayersOfAPhoneAreRead();
@@ -80,7 +100,8 @@ private:
 
 void CrowdedBusTest::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    // Qt complains of a connection that leaves the bus while Qt asks about it.
+    QTest::failOnWarning(QRegularExpression(u"^(?!QDBusConnection: name ':)"_s));
     m_bus = std::make_unique<PrivateBus>();
     QVERIFY(m_bus->isRunning());
     m_folder = std::make_unique<QTemporaryDir>();
@@ -222,6 +243,43 @@ void CrowdedBusTest::aNameThatIsAnnouncedAllTheTimeIsShownAFewTimesASecond()
     QTRY_VERIFY(players().value(0).name.startsWith(u"199 x"_s));
     QCOMPARE(players().value(0).name.size(), 60);
     QVERIFY(changed.count() <= 2 + clock.elapsed() / 300);
+}
+
+void CrowdedBusTest::aStormIsNotFelt_data()
+{
+    QTest::addColumn<QStringList>("storm");
+    QTest::newRow("500 players with 2,200 changes a second")
+        << QStringList{u"players"_s, u"--count"_s, u"500"_s, u"--rate"_s, u"2200"_s, u"--seconds"_s, u"5"_s};
+    QTest::newRow("3,000 names with 2,200 changes a second")
+        << QStringList{u"names"_s, u"--count"_s, u"3000"_s, u"--rate"_s, u"2200"_s, u"--seconds"_s, u"5"_s};
+    QTest::newRow("49,000 names") << QStringList{
+        u"names"_s, u"--count"_s, u"49000"_s, u"--rate"_s, u"1"_s, u"--seconds"_s, u"1"_s};
+}
+
+void CrowdedBusTest::aStormIsNotFelt()
+{
+    QFETCH(const QStringList, storm);
+    const auto player = start({u"--name"_s, u"steady"_s, u"--play"_s});
+    startMusic();
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, m_bus->address());
+    process.setProcessEnvironment(environment);
+    endWithParent(process);
+    TurnWatch turns;
+    const double before = processorTime();
+    QElapsedTimer clock;
+    clock.start();
+    process.start(QStringLiteral(STORM), storm);
+    QVERIFY(QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; }, 60'000));
+    const double ofACore = (processorTime() - before) * 1'000 / double(clock.elapsed());
+    qInfo("longest turn %lld ms, %.1f %% of a core", turns.longest(), 100 * ofACore);
+    QCOMPARE(process.exitCode(), 0);
+    QVERIFY(turns.longest() < longestTurnInAStorm);
+    QVERIFY(ofACore < mostOfACore);
+    QTRY_COMPARE(players().size(), 1);
+    QVERIFY(player->tell(u"track 1"_s));
+    QTRY_COMPARE(m_music->currentTrack()->duration, 135.0);
 }
 
 void CrowdedBusTest::fourPlayersOfAProcessAreRead()
