@@ -9,6 +9,7 @@
 #include "platform/ApplicationLauncher.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
+#include "x11/KeyRepeatFilter.h"
 #include "x11/KeyboardGrabFilter.h"
 
 #include <QObject>
@@ -52,6 +53,7 @@ private:
     Appearance m_appearance;
     const DesktopFont m_desktopFont{m_appearance};
     const KeyboardGrabFilter m_keyboardGrabFilter;
+    const KeyRepeatFilter m_keyRepeatFilter;
     const WindowActivation m_windowActivation;
     ApplicationLauncher m_launcher;
     MprisMusicApplication m_music;
