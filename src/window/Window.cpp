@@ -305,7 +305,9 @@ void Window::paintEvent(QPaintEvent *event)
         // The mask has hard edges: without this, black would shine through the content's soft corners.
         painter.fillRect(rect(), cutOutlineColor);
     }
-    if (!m_shadowMargins.isNull() && !contentRect().contains(event->rect())) {
+    // The shadow is also seen through the content's round corners.
+    const QRect unshaded = contentRect().adjusted(0, cornerRadius, 0, -cornerRadius);
+    if (!m_shadowMargins.isNull() && !unshaded.contains(event->rect())) {
         m_shadow.draw(painter, contentRect());
     }
 }

@@ -148,6 +148,16 @@ class WindowTest(DesktopTest):
         self.assertEqual(window.outline(), [
             (2, 0, 446, 1), (1, 1, 448, 1), (0, 2, 450, 60), (1, 62, 448, 1), (2, 63, 446, 1)])
 
+    def test_the_shadow_is_seen_through_the_round_corners_when_the_drawer_has_closed(self) -> None:
+        with compositor():
+            window = self.open_window()
+            corners = [(x, y) for x in (0, CONTENT[0] - 1) for y in (0, CONTENT[1] - 1)]
+            before = settled(lambda: [window.color(corner) for corner in corners])
+            for height in (CONTENT[1] + DRAWER, CONTENT[1]):
+                output("xdotool", "key", "--window", window.id, "ctrl+l")
+                self.assert_becomes((CONTENT[0], height), lambda: window.content()[2:])
+            self.assertEqual(settled(lambda: [window.color(corner) for corner in corners]), before)
+
     def test_the_content_stays_where_it_is_when_the_compositor_ends(self) -> None:
         with compositor():
             window = self.open_window()
