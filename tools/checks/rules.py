@@ -85,6 +85,8 @@ MAY_SLEEP = {
     "tools/benchmarks/cost": (3, "measures what the program costs over a time"),
     "tools/benchmarks/playlistsWatch.cpp": (2, "measures what the program costs over a time"),
     "tools/benchmarks/startWatch.cpp": (1, "looks at the screen many times a second"),
+    "tools/random_use/hand.py": (1, "uses the program at the pace of a hand"),
+    "tools/random_use/rest.py": (1, "counts how often the program wakes up in a time"),
     "tools/storm/Watch.cpp": (1, "reads the memory again when the program has rested"),
     "tools/session.py": (1, "asks again, within a deadline, where nothing reports what is awaited"),
 }
