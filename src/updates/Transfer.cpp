@@ -2,8 +2,8 @@
 #include "updates/Transfer.h"
 
 #include "platform/shortened.h"
+#include "updates/feed/isSecureAddress.h"
 #include "updates/inBackground.h"
-#include "updates/isSecureAddress.h"
 #include "updates/updatesLog.h"
 
 #include <utility>

@@ -4,7 +4,7 @@
 #include "platform/BundleInfo.h"
 #include "updates/failureMessage.h"
 #include "updates/feed/Appcast.h"
-#include "updates/isSecureAddress.h"
+#include "updates/feed/isSecureAddress.h"
 #include "updates/safeReleaseNotes.h"
 
 #include <QAccessible>

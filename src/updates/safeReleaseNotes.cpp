@@ -2,8 +2,8 @@
 #include "updates/safeReleaseNotes.h"
 
 #include "platform/directionControls.h"
+#include "updates/feed/isSecureAddress.h"
 #include "updates/feed/markup.h"
-#include "updates/isSecureAddress.h"
 
 #include <QRegularExpression>
 #include <QStringList>

@@ -3,7 +3,7 @@
 
 #include "UpdateServer.h"
 #include "support/registerTest.h"
-#include "updates/isSecureAddress.h"
+#include "updates/feed/isSecureAddress.h"
 
 #include <QElapsedTimer>
 #include <QHostAddress>
