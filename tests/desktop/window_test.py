@@ -24,6 +24,7 @@ CONTENT = (450, 64)
 DRAWER = 60  # what the open drawer adds to the height
 SHADOW = (14, 14, 9, 19)  # left, right, top, bottom
 METAL, DISPLAY, FORWARD = (128, 4), (300, 20), (106, 21)  # in the content
+QUIET, VOLUME, LOUD = (38, 52), (70, 52), (114, 52)
 SCREEN = (1280, 720)
 
 
@@ -183,12 +184,14 @@ class WindowTest(DesktopTest):
         window.drag(FORWARD, (60, 40))
         self.assertEqual(window.content(), before)
 
+    def player_property(self, name: str) -> str:
+        return output("gdbus", "call", "--session", "--dest", "org.mpris.MediaPlayer2.tunedeckdemo", "--object-path",
+                      "/org/mpris/MediaPlayer2", "--method", "org.freedesktop.DBus.Properties.Get",
+                      "org.mpris.MediaPlayer2.Player", name)
+
     def position(self) -> int:
         """The player's, in microseconds."""
-        told = output("gdbus", "call", "--session", "--dest", "org.mpris.MediaPlayer2.tunedeckdemo", "--object-path",
-                      "/org/mpris/MediaPlayer2", "--method", "org.freedesktop.DBus.Properties.Get",
-                      "org.mpris.MediaPlayer2.Player", "Position")
-        return int(re.search(r"\bint64 (\d+)", told)[1])
+        return int(re.search(r"\bint64 (\d+)", self.player_property("Position"))[1])
 
     def test_a_seek_ends_though_a_menu_gets_the_release(self) -> None:
         window = self.open_window()
@@ -200,6 +203,31 @@ class WindowTest(DesktopTest):
         output("xdotool", "mousedown", "3", "mouseup", "1", "mouseup", "3", "key", "Escape")
         # A seek that nothing ends goes on to the end of the track, which is minutes away.
         self.assertLess(settled(self.position), before + 60_000_000)
+
+    def test_a_key_that_is_held_on_a_button_winds_until_it_is_released(self) -> None:
+        window = self.open_window()
+        self.assert_active_window_becomes(window.id)
+        output("xdotool", "key", "space", "Tab", "Tab", "Tab")
+        before = settled(self.position)
+        output("xdotool", "keydown", "space")
+        # Long after the key has begun to repeat.
+        self.assertTrue(becomes(lambda: self.position() > before + 30_000_000))
+        output("xdotool", "keyup", "space")
+        self.assertGreater(settled(self.position), before + 30_000_000)
+
+    def volume(self) -> float:
+        """The player's, from 0 to 1."""
+        return float(re.search(r"<([0-9.]+)>", self.player_property("Volume"))[1])
+
+    def test_the_wheel_changes_the_volume_over_the_speakers_as_over_the_slider(self) -> None:
+        window = self.open_window()
+        x, y, _, _ = window.content()
+        for place in (QUIET, VOLUME, LOUD):
+            before = self.volume()
+            output("xdotool", "mousemove", str(x + place[0]), str(y + place[1]), "click", "5")
+            self.assertTrue(becomes(lambda: self.volume() < before))
+            output("xdotool", "click", "4")
+            self.assertTrue(becomes(lambda: self.volume() >= before))
 
     def test_the_sides_resize_it_within_its_limits(self) -> None:
         window = self.open_window()
