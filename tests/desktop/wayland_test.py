@@ -26,7 +26,7 @@ SCREEN = (1280, 720)
 CORNER = (1279, 719)  # the pointer covers nothing there
 SEEN = (1260, 700)  # the part of the screen without that corner
 CONTENT = (450, 64)
-METAL, MINIMISE = (128, 4), (15, 32)  # in the content
+METAL, FREE_METAL, MINIMISE, BACK, FORWARD = (128, 4), (400, 3), (15, 32), (42, 21), (106, 21)  # in the content
 # The program asks to drag its window; the desktop takes the pointer from it and drags.
 DRAG_BEGIN = re.compile(r"xdg_toplevel@\d+\.(?:move|resize)\(.*?wl_pointer@\d+\.leave\(", re.DOTALL)
 KEYBOARD_COMES = re.compile(r"wl_keyboard@\d+\.enter\(")
@@ -221,6 +221,85 @@ class WaylandTest(unittest.TestCase):
         self.assert_frame_becomes((x, y, width, 124))
         press("Escape")
         self.assert_frame_becomes(before)
+
+    def test_the_metal_keeps_its_colors_while_the_window_is_moved(self) -> None:
+        self.open_window()
+        before = self.metal()
+        self.assertIsNotNone(before)
+        x, y, *_ = self.settled_frame()
+        drags = self.drags()
+        point(x + METAL[0], y + METAL[1])
+        output("xdotool", "mousedown", "1")
+        for way in (8, 16, 24):
+            point(x + METAL[0] + way, y + METAL[1] + way)
+        until(lambda: self.drags() > drags, "the desktop drags the window")
+        # Qt waits a while before it believes that the keyboard is gone.
+        self.assertEqual(settled(self.metal), before)
+        output("xdotool", "mouseup", "1")
+        self.assertEqual(settled(self.metal), before)
+
+    def metal(self) -> tuple[int, ...] | None:
+        """The color of the metal where no pointer of these tests is."""
+        picture = Picture()
+        if not (frame := picture.frame()):
+            return None
+        # The pointer reaches beyond the upper edge.
+        right, bottom = frame[0] + frame[2], frame[1] + frame[3]
+        return picture.pixel(right - CONTENT[0] + FREE_METAL[0], bottom - CONTENT[1] + FREE_METAL[1])
+
+    def test_a_button_that_was_clicked_looks_as_before(self) -> None:
+        self.use_track()
+        x, y, *_ = self.open_window()
+        for left, top in (BACK, FORWARD):
+            def upper_half(corner: tuple[int, int] = (x + left - 12, y + top - 12)) -> list[bytes]:
+                return Picture().part((*corner, 24, 12))
+
+            before = settled(upper_half)
+            # The desktop draws the pointer below this place.
+            point(x + left, y + top + 4)
+            output("xdotool", "mousedown", "1")
+            self.assertTrue(becomes(lambda: upper_half() != before))
+            output("xdotool", "mouseup", "1")
+            self.assertTrue(becomes(lambda: upper_half() == before))
+            self.assertEqual(settled(upper_half), before)
+
+    def test_a_seek_ends_though_a_menu_gets_the_release(self) -> None:
+        self.use_track()
+        x, y, *_ = self.open_window()
+        before = settled(self.position)
+        point(x + FORWARD[0], y + FORWARD[1])
+        output("xdotool", "mousedown", "1")
+        self.assertTrue(becomes(lambda: self.position() > before))
+        output("xdotool", "mousedown", "3", "mouseup", "1", "mouseup", "3", "key", "Escape")
+        # A seek that nothing ends goes on to the end of the track, which is minutes away.
+        self.assertLess(settled(self.position), before + 60_000_000)
+
+    def use_track(self) -> None:
+        for line in ("track 1", "pause", "seek 0"):
+            output(str(self.build.demo_player), "--tell", line)
+
+    def position(self) -> int:
+        """The player's, in microseconds."""
+        told = output("gdbus", "call", "--session", "--dest", "org.mpris.MediaPlayer2.tunedeckdemo", "--object-path",
+                      "/org/mpris/MediaPlayer2", "--method", "org.freedesktop.DBus.Properties.Get",
+                      "org.mpris.MediaPlayer2.Player", "Position")
+        return int(re.search(r"\bint64 (\d+)", told)[1])
+
+    def test_the_preferences_belong_to_the_player_and_have_its_keys(self) -> None:
+        self.open_window()
+        press("ctrl+comma")
+        until(lambda: self.said(r"set_parent\(xdg_toplevel"), "the preferences belong to the player")
+        until(lambda: len(KEYBOARD_COMES.findall(self.protocol())) > 1, "the preferences have the keyboard")
+        press("ctrl+w")
+        self.assert_frame_becomes_the_player()
+        press("ctrl+comma")
+        self.assertTrue(becomes(lambda: len(KEYBOARD_COMES.findall(self.protocol())) > 3))
+        press("ctrl+q")
+        self.assert_frame_becomes(None)
+
+    def assert_frame_becomes_the_player(self) -> None:
+        self.assertTrue(becomes(lambda: (Picture().frame() or ())[2:] == CONTENT))
+        until(lambda: len(KEYBOARD_COMES.findall(self.protocol())) > 2, "the player has the keyboard")
 
     def test_a_second_start_reaches_the_first_one(self) -> None:
         before = self.open_window()
