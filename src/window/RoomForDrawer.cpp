@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "window/RoomForDrawer.h"
 
+#include "platform/windowSystem.h"
 #include "window/Window.h"
+
+#include <QScreen>
 
 #include <chrono>
 
@@ -31,11 +34,13 @@ void RoomForDrawer::beginOpening()
     m_isOpen = true;
     m_goesBack = false;
     m_placeWhenOpen.reset();
+    m_lowerEdge = lowerEdge();
 }
 
 void RoomForDrawer::beginClosing()
 {
     m_settling.stop();
+    m_lowerEdge.reset();
     m_open = m_window.contentGeometry();
     m_goesBack = wasPushedTo(m_open);
 }
@@ -44,7 +49,7 @@ void RoomForDrawer::setHeight(int height)
 {
     QRect place = m_window.contentGeometry();
     if (!m_goesBack) {
-        m_window.resizeContent({place.width(), height});
+        grow(place, height);
         return;
     }
     const double rest = double(height - m_before.height()) / (m_open.height() - m_before.height());
@@ -53,8 +58,30 @@ void RoomForDrawer::setHeight(int height)
     m_window.setContentGeometry(place);
 }
 
-void RoomForDrawer::finishOpening()
+void RoomForDrawer::grow(QRect place, int height)
 {
+    place.setHeight(height);
+    const int missing = m_lowerEdge ? place.bottom() - *m_lowerEdge : 0;
+    if (missing <= 0) {
+        m_window.resizeContent(place.size());
+        return;
+    }
+    place.translate(0, -missing);
+    m_window.setContentGeometry(place);
+}
+
+/// No value where the window is not kept above the edge: the user has moved it beyond, or Wayland places it.
+std::optional<int> RoomForDrawer::lowerEdge() const
+{
+    const int edge = m_window.screen()->availableGeometry().bottom();
+    return isWayland() || m_before.bottom() > edge ? std::nullopt : std::optional(edge);
+}
+
+void RoomForDrawer::finishOpening(int height)
+{
+    // An animation that takes no time sets no height.
+    setHeight(height);
+    m_lowerEdge.reset();
     m_settling.start();
 }
 

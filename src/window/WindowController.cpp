@@ -87,7 +87,7 @@ void WindowController::resizeToTargetHeight()
 void WindowController::finishResize()
 {
     if (m_isExpanded) {
-        m_room.finishOpening();
+        m_room.finishOpening(targetHeight());
     } else {
         m_room.finishClosing();
     }

@@ -9,6 +9,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -153,6 +154,31 @@ private Q_SLOTS:
         QTRY_COMPARE(window.geometry(), QRect(100, 700, 420, 64));
         QCOMPARE(window.minimumSize(), QSize(350, 64));
         QVERIFY(duration == 0 || resizes.heights.size() > 1);
+    }
+
+    void theDrawerStaysOnTheScreenWhereTheWindowManagerMakesNoRoom_data()
+    {
+        QTest::addColumn<int>("top");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("there is room") << 600 << 600;
+        QTest::newRow("there is room for a part of it") << 700 << 676;
+        QTest::newRow("the user has moved the window half off the screen") << 760 << 760;
+    }
+
+    void theDrawerStaysOnTheScreenWhereTheWindowManagerMakesNoRoom()
+    {
+        QFETCH(const int, top);
+        QFETCH(const int, expected);
+        Desktop desktop;
+        WindowController controller(desktop.defaults);
+        Window &window = controller.window();
+        QCOMPARE(window.screen()->availableGeometry().height(), 800);
+        window.setGeometry(100, top, 420, 64);
+        window.show();
+        controller.setExpanded(true);
+        QCOMPARE(window.geometry(), QRect(100, expected, 420, 124));
+        controller.setExpanded(false);
+        QCOMPARE(window.geometry(), QRect(100, top, 420, 64));
     }
 
     void aWindowThatTheUserMovesWhileTheDrawerIsOpenStays_data()
