@@ -79,8 +79,14 @@ void PlayerPlaylists::setDestination(const QString &destination)
 std::optional<PlaylistDetails> PlayerPlaylists::readActive() const
 {
     const std::optional<PlaylistDetails> active = readActiveProperty(bus::deadline);
-    if (m_playing->isSuspect(active) && isStopped()) {
-        m_playing->noteActiveIsOnView();
+    if (m_playing->isSuspect(active)) {
+        const std::optional<PlaybackStatus> status = readStatus();
+        if (status == PlaybackStatus::Stopped) {
+            m_playing->noteActiveIsOnView();
+        } else if (status) {
+            // A player that has just come is taken for stopped until its track is believed.
+            return active;
+        }
     }
     return m_playing->judge(active);
 }
@@ -247,10 +253,10 @@ std::optional<PlaylistDetails> PlayerPlaylists::readActiveProperty(Milliseconds 
     return all ? decodeActivePlaylist(all->value(QStringLiteral("ActivePlaylist"))) : std::nullopt;
 }
 
-bool PlayerPlaylists::isStopped() const
+std::optional<PlaybackStatus> PlayerPlaylists::readStatus() const
 {
     const std::optional<QVariantMap> all = properties(mpris::playerInterface);
-    return all && decodePlayerProperties(*all).status == PlaybackStatus::Stopped;
+    return all ? decodePlayerProperties(*all).status : std::nullopt;
 }
 
 bool PlayerPlaylists::open(const QString &file) const

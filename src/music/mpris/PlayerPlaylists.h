@@ -4,6 +4,7 @@
 #include "music/MusicTypes.h"
 #include "music/mpris/PlaylistDetails.h"
 #include "music/mpris/bus/BusCall.h"
+#include "music/mpris/report/PlayerReport.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -70,7 +71,7 @@ private:
     /// Watches whether ActivePlaylist becomes `activated`, unless it is known what it means.
     void learnWhetherActiveFollows(const PlaylistDetails &activated) const;
     [[nodiscard]] std::optional<PlaylistDetails> readActiveProperty(Milliseconds patience) const;
-    [[nodiscard]] bool isStopped() const;
+    [[nodiscard]] std::optional<PlaybackStatus> readStatus() const;
     bool open(const QString &file) const;
     /// The plain properties of an interface, empty if the player has no such interface. None if it does not answer.
     [[nodiscard]] std::optional<QVariantMap> properties(

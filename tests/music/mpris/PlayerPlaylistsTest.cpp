@@ -79,6 +79,7 @@ private Q_SLOTS:
     void aPlaylistIsPlayedOncePlayingHasStopped_data();
     void aPlaylistIsPlayedOncePlayingHasStopped();
     void thePlaylistThatPlaysIsNotPlayedAgain();
+    void thePlaylistOfAPlayerThatComesPausedIsSelected();
     void thePlaylistOnViewInAStoppedPlayerIsPlayed();
     void aPlaylistOnViewWhileAnotherPlaysIsPlayed();
     void strawberrysPlaylistOnViewIsPlayed_data();
@@ -539,6 +540,17 @@ void PlayerPlaylistsTest::thePlaylistThatPlaysIsNotPlayedAgain()
     QVERIFY(finishBackgroundJobs(*m_connector));
     QVERIFY(comesToRest());
     QCOMPARE(commands(), QStringList());
+}
+
+/// The playlists are loaded as the player comes, before its track is believed.
+void PlayerPlaylistsTest::thePlaylistOfAPlayerThatComesPausedIsSelected()
+{
+    startMusic();
+    m_connector = std::make_unique<MusicConnector>(*m_music, m_windowActivation);
+    startPlayer({u"pause"_s});
+    QTRY_VERIFY(!m_connector->playlistOptions().isEmpty());
+    QVERIFY(finishBackgroundJobs(*m_connector));
+    QCOMPARE(m_connector->selectedPlaylist(), std::optional(option(0)));
 }
 
 void PlayerPlaylistsTest::thePlaylistOnViewInAStoppedPlayerIsPlayed()
