@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "x11/KeyRepeatFilter.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QKeyEvent>
+#include <QKeySequence>
+#include <QWidget>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -18,6 +23,18 @@ std::unique_ptr<QKeyEvent> repetitionOf(const QKeyEvent &event, QEvent::Type typ
         event.nativeVirtualKey(), event.nativeModifiers(), event.text(), true, static_cast<quint16>(event.count()));
     repetition->setTimestamp(event.timestamp());
     return repetition;
+}
+/// Shortcuts are found before a window gets the key, so Qt would use them again.
+bool isShortcutThatDoesNotRepeat(const QKeyEvent &key)
+{
+    const QKeySequence sequence(key.keyCombination());
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::ranges::any_of(windows, [&sequence](const QWidget *window) {
+        const QList<QAction *> actions = window->actions();
+        return std::ranges::any_of(actions, [&sequence](const QAction *action) {
+            return !action->autoRepeat() && action->shortcuts().contains(sequence);
+        });
+    });
 }
 } // namespace
 
@@ -37,23 +54,45 @@ KeyRepeatFilter::~KeyRepeatFilter() = default;
 
 bool KeyRepeatFilter::eventFilter(QObject *watched, QEvent *event)
 {
-    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
-    if (!isKey || m_isSending || !watched->isWindowType()) {
+    if (m_isSending || !watched->isWindowType()) {
         return false;
     }
     auto &window = static_cast<QWindow &>(*watched);
-    const auto &key = static_cast<const QKeyEvent &>(*event);
-    if (event->type() == QEvent::KeyPress && isRepetition(window, key)) {
-        sendRepetition(window, key);
+    switch (event->type()) {
+    case QEvent::ShortcutOverride:
+        return overrideRepeatedShortcut(window, static_cast<QKeyEvent &>(*event));
+    case QEvent::KeyPress:
+        return filterPress(window, static_cast<const QKeyEvent &>(*event));
+    case QEvent::KeyRelease:
+        return keepRelease(window, static_cast<const QKeyEvent &>(*event));
+    default:
+        return false;
+    }
+}
+
+bool KeyRepeatFilter::overrideRepeatedShortcut(const QWindow &window, QKeyEvent &asked) const
+{
+    if (!isRepetition(window, asked) || !isShortcutThatDoesNotRepeat(asked)) {
+        return false;
+    }
+    asked.accept();
+    return true;
+}
+
+bool KeyRepeatFilter::filterPress(QWindow &window, const QKeyEvent &press)
+{
+    if (isRepetition(window, press)) {
+        sendRepetition(window, press);
         return true;
     }
     // The order of the keys stays.
     sendRelease();
-    return event->type() == QEvent::KeyRelease && keepRelease(window, key);
+    return false;
 }
 
 bool KeyRepeatFilter::keepRelease(QWindow &window, const QKeyEvent &release)
 {
+    sendRelease();
     if (release.isAutoRepeat()) {
         return false;
     }

@@ -18,7 +18,7 @@ namespace tunedeck {
 /// clicked many times a second.
 ///
 /// The filter keeps each release for a few milliseconds. If the press of the same time follows, windows get both as the
-/// repetition that they are.
+/// repetition that they are, and shortcuts that do not repeat are not used again.
 class KeyRepeatFilter : public QObject {
     Q_OBJECT
 
@@ -31,6 +31,8 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    [[nodiscard]] bool overrideRepeatedShortcut(const QWindow &window, QKeyEvent &asked) const;
+    [[nodiscard]] bool filterPress(QWindow &window, const QKeyEvent &press);
     [[nodiscard]] bool keepRelease(QWindow &window, const QKeyEvent &release);
     [[nodiscard]] bool isRepetition(const QWindow &window, const QKeyEvent &press) const;
     void sendRepetition(QWindow &window, const QKeyEvent &press);

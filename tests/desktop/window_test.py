@@ -215,6 +215,14 @@ class WindowTest(DesktopTest):
         output("xdotool", "keyup", "space")
         self.assertGreater(settled(self.position), before + 30_000_000)
 
+    def test_a_key_that_is_held_goes_to_the_next_track_once(self) -> None:
+        window = self.open_window()
+        self.assert_active_window_becomes(window.id)
+        output("xdotool", "keydown", "ctrl", "keydown", "Right")
+        # A key that began to repeat would skip through the list.
+        self.assertIn("/track/1'", settled(lambda: self.player_property("Metadata"), 1.5))
+        output("xdotool", "keyup", "Right", "keyup", "ctrl")
+
     def volume(self) -> float:
         """The player's, from 0 to 1."""
         return float(re.search(r"<([0-9.]+)>", self.player_property("Volume"))[1])

@@ -5,6 +5,7 @@
 #include "support/failOnWarning.h"
 #include "support/registerTest.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -54,6 +55,15 @@ void press(QWidget &window, quint64 time, quint32 code = spaceCode)
 void release(QWidget &window, quint64 time, quint32 code = spaceCode)
 {
     send(window, QEvent::KeyRelease, time, code);
+}
+
+bool isShortcutOverridden(QWidget &window, quint64 time)
+{
+    QKeyEvent event(QEvent::ShortcutOverride, Qt::Key_Space, Qt::NoModifier, spaceCode, 0, 0, QStringLiteral(" "));
+    event.setTimestamp(time);
+    event.ignore();
+    QCoreApplication::sendEvent(window.windowHandle(), &event);
+    return event.isAccepted();
 }
 
 QTimer &timer(const KeyRepeatFilter &filter)
@@ -153,6 +163,26 @@ private Q_SLOTS:
         release(button, 1800);
         QVERIFY(elapse(timer(filter)));
         QCOMPARE(clicked.count(), 1);
+    }
+
+    void aShortcutThatDoesNotRepeatIsUsedOnce()
+    {
+        QAction once;
+        once.setShortcut(Qt::Key_Space);
+        once.setAutoRepeat(false);
+        m_window->addAction(&once);
+        const QSignalSpy triggered(&once, &QAction::triggered);
+        const KeyRepeatFilter filter(true);
+        QVERIFY(!isShortcutOverridden(*m_window, 1000));
+        press(*m_window, 1000);
+        release(*m_window, 1660);
+        QVERIFY(isShortcutOverridden(*m_window, 1660));
+        press(*m_window, 1660);
+        QCOMPARE(triggered.count(), 1);
+        release(*m_window, 1700);
+        QVERIFY(!isShortcutOverridden(*m_window, 1750));
+        once.setAutoRepeat(true);
+        QVERIFY(!isShortcutOverridden(*m_window, 1700));
     }
 
     void aWindowThatGoesWhileAReleaseIsKeptGetsNone()
