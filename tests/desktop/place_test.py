@@ -16,12 +16,14 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
 from session import Build, becomes, compositor, running, settled  # noqa: E402
 from window_test import CONTENT, SCREEN, DesktopTest  # noqa: E402
+from xserver import SUBSTRUCTURE_NOTIFY, SUBSTRUCTURE_REDIRECT, XServer  # noqa: E402
 from x11window import TunedeckWindow, output, window_of  # noqa: E402
 
 SKIPPED = 77
 DRAWER = 60  # its height
 PANEL = 50  # its height
 STARTS = 3  # with each scale
+BY_USER = 2  # rather than by a program
 SCREEN_TEXT = f"0 0 {SCREEN[0]} {SCREEN[1]} screen"
 
 Frame = tuple[int, int, int, int]  # x, y, width, height
@@ -83,6 +85,15 @@ class PlaceTest(DesktopTest):
             process.kill()
             process.wait()
         self.assertIn(self.place_at_start()[:2], ((100, 90), (333, 217)))
+
+    def test_a_user_who_closes_it_right_after_a_move_finds_it_there(self) -> None:
+        with self.window() as (window, process):
+            before = window.move_to(333, 217)
+            with XServer() as server:
+                server.send(server.root, int(window.id), "_NET_CLOSE_WINDOW", 0, BY_USER,
+                            events=SUBSTRUCTURE_NOTIFY | SUBSTRUCTURE_REDIRECT)
+            self.assertEqual(process.wait(10), 0)
+        self.assertEqual(self.place_at_start(), before)
 
     def test_no_start_moves_it(self) -> None:
         for scale in (1, 1.5, 2):
