@@ -39,8 +39,8 @@ FrameAutosave::FrameAutosave(Window &window, const RoomForDrawer &room, UserDefa
 
 bool FrameAutosave::eventFilter(QObject *watched, QEvent *event)
 {
-    const bool isChange = event->type() == QEvent::Move || event->type() == QEvent::Resize;
-    if (isChange && m_window.isVisible()) {
+    // Qt holds these back until the window is shown.
+    if (event->type() == QEvent::Move || event->type() == QEvent::Resize) {
         m_saveTimer.start();
     }
     return QObject::eventFilter(watched, event);

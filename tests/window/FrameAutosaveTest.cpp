@@ -118,6 +118,22 @@ private Q_SLOTS:
         QCOMPARE(saves.count(), 1);
     }
 
+    void aWindowThatIsNotOnTheScreenHasNoPlaceToSave()
+    {
+        WindowController controller(m_desktop->defaults);
+        controller.window().setContentGeometry({100, 80, 420, 64});
+        QVERIFY(!timer(controller, "save frame").isActive());
+    }
+
+    void aWindowAboveTheEdgeOfTheScreenIsSavedThere()
+    {
+        WindowController controller(m_desktop->defaults);
+        controller.window().show();
+        controller.window().setContentGeometry({0, -10, 450, 64});
+        QVERIFY(letRest(controller));
+        QCOMPARE(m_desktop->defaults.stringForKey(FrameAutosave::placeKey), placeText(0, -10));
+    }
+
     void theDrawerIsClosedInTheNextRun()
     {
         {
@@ -158,7 +174,7 @@ private Q_SLOTS:
             if (isClosing) {
                 static_cast<TimedStyle *>(QApplication::style())->animationDuration = 10'000;
                 controller.setExpanded(false);
-                QTRY_VERIFY(window.height() < 124);
+                QTRY_VERIFY(window.y() > 576);
             }
             QVERIFY(letRest(controller));
             static_cast<TimedStyle *>(QApplication::style())->animationDuration = 0;
