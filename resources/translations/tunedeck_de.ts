@@ -165,6 +165,14 @@
     </message>
 </context>
 <context>
+    <name>tunedeck::AppDelegate</name>
+    <message>
+        <source>On Wayland only the desktop can keep a window above all others; see the window&apos;s menu</source>
+        <comment>On the command line: why the action is refused</comment>
+        <translation>Unter Wayland kann nur der Desktop ein Fenster im Vordergrund halten; siehe das Fenstermenü</translation>
+    </message>
+</context>
+<context>
     <name>tunedeck::AppPreferencesWindowController</name>
     <message>
         <source>General</source>
@@ -190,6 +198,14 @@
         <source>Preferences</source>
         <comment>Window Title for Preferences</comment>
         <translation>Einstellungen</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::ApplicationInstance</name>
+    <message>
+        <source>Tunedeck is busy</source>
+        <comment>On the command line: why an action is refused</comment>
+        <translation>Tunedeck ist beschäftigt</translation>
     </message>
 </context>
 <context>
@@ -246,6 +262,11 @@
         <source>Keep Above All Other Windows</source>
         <comment>For Menu Command labels: Keep Above All Other Windows</comment>
         <translation>Immer im Vordergrund</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Immer im Vordergrund (unter Wayland nicht möglich)</translation>
     </message>
 </context>
 <context>

@@ -18,6 +18,7 @@
 #include "platform/DesktopEntries.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
+#include "platform/windowSystem.h"
 #include "skin/looks/SkinEnvironment.h"
 #include "skin/views/AboutPinstripeView.h"
 #include "skin/views/VolumeSlider.h"
@@ -143,6 +144,7 @@ std::unique_ptr<QMenu> AppDelegate::applicationDockMenu()
         .playPauseTitle = m_playPauseMenuItem ? m_playPauseMenuItem->text() : QString(),
         .playerName = m_musicConnector.musicApp().playerName(),
         .isKeptAbove = m_defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows),
+        .canBeKeptAbove = canKeepAbove(),
         .followChoices = followChoices(m_players, m_defaults.stringForKey(SettingsKey::followedPlayer)),
         .followedPlayer = followedPlayer(m_players),
         .iconName =
@@ -180,6 +182,18 @@ bool AppDelegate::validateMenuItem(const QAction &item) const
 QString AppDelegate::obstacleTo(const QAction &item) const
 {
     return obstacleToMenuItem(item.objectName(), m_musicConnector);
+}
+
+QString AppDelegate::obstacleToCommand(const QString &identifier) const
+{
+    if (identifier == MenuItemIdentifier::keepAboveAllWindows) {
+        return canToggleKeepAbove(m_defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows))
+            ? QString()
+            : tr("On Wayland only the desktop can keep a window above all others; see the window's menu",
+                "On the command line: why the action is refused");
+    }
+    return m_musicConnector.musicApp().isRunning() ? obstacleToMenuItem(identifier, m_musicConnector)
+                                                   : musicIsNotOpenText();
 }
 
 QString AppDelegate::showPlayerTitle() const

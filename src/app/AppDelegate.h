@@ -69,6 +69,9 @@ public:
     [[nodiscard]] bool validateMenuItem(const QAction &item) const;
     /// Why Music cannot take the command of `item`, which is then disabled; empty if it can.
     [[nodiscard]] QString obstacleTo(const QAction &item) const;
+    /// Why the command with this MenuItemIdentifier cannot be carried out now, for a user who sees no menu; empty if it
+    /// can.
+    [[nodiscard]] QString obstacleToCommand(const QString &identifier) const;
     /// The title of the command that shows the player's own window.
     [[nodiscard]] QString showPlayerTitle() const;
     /// Turns Music's volume up or down, depending on the identifier of `sender`.

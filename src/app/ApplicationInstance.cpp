@@ -5,7 +5,9 @@
 #include "platform/shortened.h"
 #include "platform/windowLog.h"
 
+#include <QChar>
 #include <QCoreApplication>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 
@@ -18,13 +20,33 @@ namespace tunedeck {
 namespace {
 using namespace std::chrono_literals;
 
-constexpr int deadline = 1'000;
 constexpr auto patience = 1s;
+/// Limit for the answer, which may wait for Music.
+constexpr int deadline = 2'000;
 /// To show the window again and again costs the window manager and the X server more than this program.
 constexpr auto rest = 100ms;
 /// Limit for what any peer on the bus makes the program keep.
 constexpr int mostWaiting = 10;
 constexpr QLatin1String objectPath("/org/tunedeck/Tunedeck");
+constexpr QLatin1String refused("org.tunedeck.Tunedeck.Error.Refused");
+
+/// The text of another process, which may be any program, without what commands a terminal.
+QString printable(QString text)
+{
+    text.removeIf([](QChar character) {
+        return character.category() == QChar::Other_Control || character.category() == QChar::Other_Format;
+    });
+    return shortened(text);
+}
+
+FirstsAnswer answerOf(const QDBusError &error)
+{
+    if (!error.isValid()) {
+        return {.isGiven = true, .refusal = {}};
+    }
+    const QString reason = error.name() == refused ? printable(error.message()) : QString();
+    return {.isGiven = !reason.isEmpty(), .refusal = reason};
+}
 } // namespace
 
 ApplicationInstance::ApplicationInstance(const QDBusConnection &bus, QObject *parent)
@@ -77,7 +99,7 @@ void ApplicationInstance::callBus(const QString &method, const QVariantList &arg
 }
 
 void ApplicationInstance::askFirst(
-    std::optional<DesktopAction> action, const ActivationToken &token, std::function<void(bool answered)> done)
+    std::optional<DesktopAction> action, const ActivationToken &token, std::function<void(const FirstsAnswer &)> done)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(applicationId.toString(), objectPath,
         QStringLiteral("org.freedesktop.Application"),
@@ -90,7 +112,7 @@ void ApplicationInstance::askFirst(
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, deadline), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, done = std::move(done)] {
         watcher->deleteLater();
-        done(!watcher->isError());
+        done(answerOf(watcher->error()));
     });
 }
 
@@ -99,13 +121,14 @@ bool ApplicationInstance::isAskedForActionsAlone() const
     return m_isActionRequested && !m_isActivated;
 }
 
-void ApplicationInstance::requestAction(DesktopAction action, const ActivationToken &token)
+void ApplicationInstance::requestAction(DesktopAction action, const ActivationToken &token, Answer answer)
 {
     m_isActionRequested = true;
     if (m_waitingActions.size() >= mostWaiting) {
+        answer(busyText());
         return;
     }
-    m_waitingActions.append({action, token});
+    m_waitingActions.append({action, token, std::move(answer)});
     if (canDeliver(action)) {
         handleSoon();
     } else if (!m_patience.isActive()) {
@@ -113,9 +136,9 @@ void ApplicationInstance::requestAction(DesktopAction action, const ActivationTo
     }
 }
 
-void ApplicationInstance::deliverActions()
+void ApplicationInstance::deliverActions(CarryOut carryOut)
 {
-    m_deliversActions = true;
+    m_carryOut = std::move(carryOut);
     handleSoon();
 }
 
@@ -127,7 +150,7 @@ void ApplicationInstance::deliverMusicActions()
 
 bool ApplicationInstance::canDeliver(DesktopAction action) const
 {
-    return m_deliversActions && (m_deliversMusicActions || !needsMusic(action));
+    return m_carryOut && (m_deliversMusicActions || !needsMusic(action));
 }
 
 void ApplicationInstance::handleSoon()
@@ -166,12 +189,34 @@ void ApplicationInstance::deliverOneAction()
     if (std::ranges::any_of(m_waitingActions, canBeDelivered)) {
         handleSoon();
     }
-    Q_EMIT actionRequested(request.action, request.token);
+    request.answer(m_carryOut(request.action, request.token));
 }
 
 void ApplicationInstance::dropWaitingActions()
 {
-    m_waitingActions.removeIf([this](const Request &request) { return !canDeliver(request.action); });
+    m_waitingActions.removeIf([this](const Request &request) {
+        const bool isDropped = !canDeliver(request.action);
+        if (isDropped) {
+            request.answer(busyText());
+        }
+        return isDropped;
+    });
+}
+
+QString ApplicationInstance::busyText()
+{
+    return tr("Tunedeck is busy", "On the command line: why an action is refused");
+}
+
+ApplicationInstance::Answer ApplicationInstance::answerToCaller()
+{
+    if (!calledFromDBus() || !message().isReplyRequired()) {
+        return [](const QString &) {};
+    }
+    setDelayedReply(true);
+    return [bus = connection(), call = message()](const QString &refusal) {
+        bus.send(refusal.isEmpty() ? call.createReply() : call.createErrorReply(refused, refusal));
+    };
 }
 
 void ApplicationInstance::leaveUnused(const ActivationToken &token)
@@ -204,13 +249,15 @@ void ApplicationInstance::ActivateAction(
 {
     const ActivationToken token = ActivationToken::fromPlatformData(platformData);
     leaveUnused(token);
+    const Answer answer = answerToCaller();
     const std::optional<DesktopAction> action = desktopActionNamed(actionName);
     if (!action || !parameter.isEmpty()) {
         qCDebug(windowLog) << "refused: unknown action, or an action with a parameter:" << shortened(actionName);
+        answer(QCoreApplication::translate("main", "unknown action; see --help", "On the command line"));
         return;
     }
     qCDebug(windowLog) << "asked for the action" << actionName;
-    requestAction(*action, token);
+    requestAction(*action, token, answer);
 }
 
 } // namespace tunedeck

@@ -5,9 +5,11 @@
 #include "platform/ActivationToken.h"
 
 #include <QDBusConnection>
+#include <QDBusContext>
 #include <QDeadlineTimer>
 #include <QList>
 #include <QObject>
+#include <QString>
 #include <QStringList>
 #include <QTimer>
 #include <QVariantList>
@@ -18,30 +20,44 @@
 
 namespace tunedeck {
 
+/// The first process's answer to another process of the program.
+struct FirstsAnswer {
+    bool isGiven = false; ///< false if the first process does not respond
+    QString refusal; ///< why the first process refuses, as a text for the user; empty if it does not
+};
+
 /// Makes the program run once per session: the first process owns the program's name on the session bus. Any other
 /// process only asks the first to show itself or to carry out an action. Without a bus every process is the first.
-class ApplicationInstance : public QObject {
+class ApplicationInstance : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
+    /// Takes why an action is refused, as a text for the user; empty once it was carried out.
+    using Answer = std::function<void(const QString &refusal)>;
+    /// Carries an action out, and returns why it refuses; empty if it does not. The token is for another program that
+    /// the action shows.
+    using CarryOut = std::function<QString(DesktopAction action, const ActivationToken &token)>;
+
     explicit ApplicationInstance(const QDBusConnection &bus, QObject *parent = nullptr);
 
     [[nodiscard]] bool isFirst() const { return m_isFirst; }
     /// Answers on `bus` from now on, unless another process of the program owns the name there.
     void setBus(const QDBusConnection &bus);
     /// Asks the first process to carry out `action`, or to show itself if there is none, and hands it `token`. Calls
-    /// `done` within a second with whether the first process answered.
-    void askFirst(
-        std::optional<DesktopAction> action, const ActivationToken &token, std::function<void(bool answered)> done);
+    /// `done` within two seconds.
+    void askFirst(std::optional<DesktopAction> action, const ActivationToken &token,
+        std::function<void(const FirstsAnswer &)> done);
 
     /// True while only actions have been requested: the window then opens without taking the keyboard focus.
     [[nodiscard]] bool isAskedForActionsAlone() const;
-    /// Emits actionRequested() as soon as the action can be carried out, or never if that takes longer than a second or
-    /// ten actions are waiting.
-    void requestAction(DesktopAction action, const ActivationToken &token = {});
-    /// Call this when actions can be carried out, except those that need Music.
-    void deliverActions();
+    /// Carries the action out as soon as that is possible. Refuses it if that takes longer than a second, or if ten
+    /// actions are waiting already.
+    void requestAction(
+        DesktopAction action, const ActivationToken &token = {}, Answer answer = [](const QString &) {});
+    /// Call this when `carryOut` can carry out actions, except those that need Music. It must outlive the calls that
+    /// come over D-Bus.
+    void deliverActions(CarryOut carryOut);
 
 public Q_SLOTS:
     /// Call this when the actions that need Music can be carried out too.
@@ -55,19 +71,18 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     // However many calls come over D-Bus, every 100 ms emit activated() once at most, with the token that came last,
-    // actionRequested() once at most, and tokenUnused() ten times at most.
+    // and tokenUnused() ten times at most. One action at most is carried out.
 
     void activated(const tunedeck::ActivationToken &token);
     /// The token came with an action, for which this program does not take the keyboard focus, or shortly before
     /// another one.
     void tokenUnused(const tunedeck::ActivationToken &token);
-    /// `token` is for another program that the action shows.
-    void actionRequested(tunedeck::DesktopAction action, const tunedeck::ActivationToken &token);
 
 private:
     struct Request {
         DesktopAction action;
         ActivationToken token;
+        Answer answer;
     };
 
     void registerObject();
@@ -78,12 +93,15 @@ private:
     void deliverOneAction();
     void dropWaitingActions();
     void leaveUnused(const ActivationToken &token);
+    [[nodiscard]] static QString busyText();
+    /// The answer to the D-Bus call that is being handled.
+    [[nodiscard]] Answer answerToCaller();
 
     QDBusConnection m_bus;
     bool m_isFirst;
     bool m_isActivated = false;
     bool m_isActionRequested = false;
-    bool m_deliversActions = false;
+    CarryOut m_carryOut;
     bool m_deliversMusicActions = false;
     std::optional<ActivationToken> m_activation;
     QList<ActivationToken> m_unusedTokens;

@@ -2,6 +2,7 @@
 #include "app/DesktopAction.h"
 
 #include "app/AppDelegate.h"
+#include "music/MenuItemIdentifier.h"
 
 #include <algorithm>
 #include <array>
@@ -12,6 +13,7 @@ namespace {
 struct Entry {
     DesktopAction action;
     QStringView name;
+    const QString *menuItem; ///< the MenuItemIdentifier of the same command
     void (*command)(AppDelegate &delegate, const ActivationToken &token);
 };
 
@@ -27,11 +29,13 @@ void showPlayer(AppDelegate &delegate, const ActivationToken &token)
 }
 
 constexpr std::array entries{
-    Entry{DesktopAction::PlayPause, u"play-pause", &carryOut<&AppDelegate::playPausePressed>},
-    Entry{DesktopAction::Next, u"next", &carryOut<&AppDelegate::nextPressed>},
-    Entry{DesktopAction::Previous, u"previous", &carryOut<&AppDelegate::prevPressed>},
-    Entry{DesktopAction::RaisePlayer, u"raise-player", &showPlayer},
-    Entry{DesktopAction::KeepAbove, u"keep-above", &carryOut<&AppDelegate::toggleKeepMainWindowAboveOtherWindows>},
+    Entry{DesktopAction::PlayPause, u"play-pause", &MenuItemIdentifier::playPause,
+        &carryOut<&AppDelegate::playPausePressed>},
+    Entry{DesktopAction::Next, u"next", &MenuItemIdentifier::next, &carryOut<&AppDelegate::nextPressed>},
+    Entry{DesktopAction::Previous, u"previous", &MenuItemIdentifier::previous, &carryOut<&AppDelegate::prevPressed>},
+    Entry{DesktopAction::RaisePlayer, u"raise-player", &MenuItemIdentifier::showPlayer, &showPlayer},
+    Entry{DesktopAction::KeepAbove, u"keep-above", &MenuItemIdentifier::keepAboveAllWindows,
+        &carryOut<&AppDelegate::toggleKeepMainWindowAboveOtherWindows>},
 };
 
 const Entry &entryOf(DesktopAction action)
@@ -65,9 +69,14 @@ bool needsMusic(DesktopAction action)
     return action != DesktopAction::KeepAbove;
 }
 
-void perform(DesktopAction action, AppDelegate &delegate, const ActivationToken &token)
+QString perform(DesktopAction action, AppDelegate &delegate, const ActivationToken &token)
 {
-    entryOf(action).command(delegate, token);
+    const Entry &entry = entryOf(action);
+    QString obstacle = delegate.obstacleToCommand(*entry.menuItem);
+    if (obstacle.isEmpty()) {
+        entry.command(delegate, token);
+    }
+    return obstacle;
 }
 
 } // namespace tunedeck

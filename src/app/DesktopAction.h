@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QString>
 #include <QStringList>
 #include <QStringView>
 
@@ -21,7 +22,8 @@ enum class DesktopAction { PlayPause, Next, Previous, RaisePlayer, KeepAbove };
 [[nodiscard]] QStringList desktopActionNames();
 /// Whether the action cannot be carried out before the state of Music is known.
 [[nodiscard]] bool needsMusic(DesktopAction action);
-/// `token` came with the action.
-void perform(DesktopAction action, AppDelegate &delegate, const ActivationToken &token);
+/// Carries the action out. `token` came with it. Returns why it cannot be carried out now, as a text for the user;
+/// empty if it was.
+[[nodiscard]] QString perform(DesktopAction action, AppDelegate &delegate, const ActivationToken &token);
 
 } // namespace tunedeck

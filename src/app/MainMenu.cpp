@@ -201,19 +201,17 @@ void MainMenu::buildWindowMenu(QMenu &menu)
 
 void MainMenu::addKeepAboveItem(QMenu &menu)
 {
+    const QString title = canKeepAbove()
+        ? tr("Keep Above All Other Windows", "For Menu Command labels: Keep Above All Other Windows")
+        : tr("Keep Above All Other Windows (Not Possible on Wayland)", "Menu command that is disabled");
+    const MenuValidation::Validator canBeToggled = [](QAction &item) { return canToggleKeepAbove(item.isChecked()); };
+    QAction *item = addItem(
+        menu, {title, MenuItemIdentifier::keepAboveAllWindows, {}, {m_windowControllerValidates, canBeToggled}});
     if (!canKeepAbove()) {
-        QAction *item = addItem(menu,
-            {tr("Keep Above All Other Windows (Not Possible on Wayland)", "Menu command that is disabled"),
-                MenuItemIdentifier::keepAboveAllWindows});
         item->setToolTip(tr("Use the window's menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.",
             "Tooltip of the menu command to keep the window above all others"));
-        item->setEnabled(false);
         menu.setToolTipsVisible(true);
-        return;
     }
-    QAction *item = addItem(menu,
-        {tr("Keep Above All Other Windows", "For Menu Command labels: Keep Above All Other Windows"),
-            MenuItemIdentifier::keepAboveAllWindows, {}, {m_windowControllerValidates}});
     item->setCheckable(true);
     connect(
         item, &QAction::triggered, &m_windowController, &WindowController::toggleKeepMainWindowAboveAllOtherWindows);

@@ -11,6 +11,7 @@
 #include "x11/activateOnX11.h"
 
 #include <QApplication>
+#include <QPointer>
 #include <QTimer>
 #include <QWindow>
 
@@ -69,10 +70,10 @@ void Program::start()
         m_windowActivation, m_music.followablePlayers(), m_music.desktopEntries(), m_updater});
     connect(m_application.get(), &Application::restartRequested, this, &Program::restartRequested);
     AppDelegate &delegate = m_application->delegate();
-    connect(&m_instance, &ApplicationInstance::actionRequested, &delegate,
-        [&delegate](DesktopAction action, const ActivationToken &token) { perform(action, delegate, token); });
     show();
-    m_instance.deliverActions();
+    m_instance.deliverActions([delegate = QPointer(&delegate)](DesktopAction action, const ActivationToken &token) {
+        return delegate ? perform(action, *delegate, token) : QString();
+    });
     if (m_music.isReady()) {
         m_instance.deliverMusicActions();
     }

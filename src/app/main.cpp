@@ -75,12 +75,14 @@ int askFirst(ApplicationInstance &instance, std::optional<DesktopAction> action,
 {
     // A user who starts the program in a terminal wants to see the window now.
     const ActivationToken token = given == ActivationToken() && !action ? tokenOfNowOnX11() : given;
-    instance.askFirst(action, token, [&token](bool answered) {
-        if (!answered) {
+    instance.askFirst(action, token, [&token](const FirstsAnswer &answer) {
+        if (!answer.isGiven) {
             endStartupNotificationOnX11(token);
             say(QCoreApplication::translate("main", "already running, but not responding", "On the command line"));
+        } else if (!answer.refusal.isEmpty()) {
+            say(answer.refusal);
         }
-        QCoreApplication::exit(answered ? 0 : 1);
+        QCoreApplication::exit(answer.isGiven && answer.refusal.isEmpty() ? EXIT_SUCCESS : EXIT_FAILURE);
     });
     return QApplication::exec();
 }
@@ -122,7 +124,11 @@ int run(int argc, char *argv[])
         return askFirst(instance, action, token);
     }
     if (action) {
-        instance.requestAction(*action, token);
+        instance.requestAction(*action, token, [](const QString &refusal) {
+            if (!refusal.isEmpty()) {
+                say(refusal);
+            }
+        });
     }
 
     const Program program(sessionBus, instance, token);

@@ -3,7 +3,6 @@
 
 #include "music/MenuItemIdentifier.h"
 #include "music/statusTexts.h"
-#include "platform/windowSystem.h"
 #include "widgets/literalTitle.h"
 
 #include <QAction>
@@ -94,12 +93,13 @@ void DockMenuItems::addShowPlayerItem(QMenu &menu, const Commands &commands) con
 
 void DockMenuItems::addKeepAboveItem(QMenu &menu, const Commands &commands) const
 {
-    QAction *item =
-        addItem(menu, tr("Keep Above All Other Windows", "For Menu Command labels: Keep Above All Other Windows"),
-            MenuItemIdentifier::keepAboveAllWindows, commands.toggleKeepAbove, commands);
+    const QString title = canBeKeptAbove
+        ? tr("Keep Above All Other Windows", "For Menu Command labels: Keep Above All Other Windows")
+        : tr("Keep Above All Other Windows (Not Possible on Wayland)", "Menu command that is disabled");
+    QAction *item = addItem(menu, title, MenuItemIdentifier::keepAboveAllWindows, commands.toggleKeepAbove, commands);
     item->setCheckable(true);
     item->setChecked(isKeptAbove);
-    item->setEnabled(canKeepAbove());
+    item->setEnabled(canBeKeptAbove || isKeptAbove);
 }
 
 void DockMenuItems::addFollowMenu(QMenu &menu, const Commands &commands) const

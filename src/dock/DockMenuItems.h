@@ -46,6 +46,7 @@ public:
     QString playPauseTitle;
     QString playerName; ///< may be empty
     bool isKeptAbove = false;
+    bool canBeKeptAbove = true; ///< otherwise the user can only switch it off
     QList<FollowChoice> followChoices; ///< of a submenu, which needs two
     std::optional<FollowablePlayer> followedPlayer;
     /// The name of the icon of the desktop entry with this identifier; empty if it is not known.

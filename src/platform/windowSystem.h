@@ -24,6 +24,13 @@ namespace tunedeck {
     return !isWayland(platformName);
 }
 
+/// Whether the user can change what the program asks for: where it cannot ask, it can still forget that it was to.
+[[nodiscard]] inline bool canToggleKeepAbove(
+    bool isKeptAbove, const QString &platformName = QGuiApplication::platformName())
+{
+    return isKeptAbove || canKeepAbove(platformName);
+}
+
 /// Whether a dock or task bar shows the icon that a window sets. On Wayland no window can set one, and these desktops
 /// show the icon of the program's desktop entry instead. `desktops` are the names in $XDG_CURRENT_DESKTOP.
 [[nodiscard]] inline bool showsWindowIcons(const QString &platformName = QGuiApplication::platformName(),

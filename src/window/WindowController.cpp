@@ -48,11 +48,11 @@ bool WindowController::validateMenuItem(QAction &item) const
 
 void WindowController::toggleKeepMainWindowAboveAllOtherWindows()
 {
-    if (!canKeepAbove()) {
-        return;
-    }
     const QString &key = SettingsKey::keepMainWindowAboveAllOtherWindows;
-    m_defaults.setValue(key, !m_defaults.boolForKey(key));
+    const bool isKeptAbove = m_defaults.boolForKey(key);
+    if (canToggleKeepAbove(isKeptAbove)) {
+        m_defaults.setValue(key, !isKeptAbove);
+    }
 }
 
 int WindowController::targetHeight() const

@@ -17,30 +17,45 @@
 #include <QTimer>
 #include <QXmlStreamReader>
 
+#include <functional>
 #include <optional>
 
 using namespace tunedeck;
 
 namespace {
-/// The actions that `instance` delivers from now on.
+/// Carries out the actions of an instance.
 class DeliveredActions {
 public:
-    explicit DeliveredActions(ApplicationInstance &instance)
+    /// Why the actions are refused from now on; empty if they are carried out.
+    QString refusal;
+
+    [[nodiscard]] ApplicationInstance::CarryOut carryOut()
     {
-        QObject::connect(&instance, &ApplicationInstance::actionRequested, &m_context,
-            [this](DesktopAction action, const ActivationToken &token) {
-                m_names.append(desktopActionName(action));
-                m_tokens.append(token);
-            });
+        return [this](DesktopAction action, const ActivationToken &token) {
+            m_names.append(desktopActionName(action));
+            m_tokens.append(token);
+            return refusal;
+        };
     }
 
     [[nodiscard]] QStringList names() const { return m_names; }
     [[nodiscard]] QList<ActivationToken> tokens() const { return m_tokens; }
 
 private:
-    QObject m_context;
     QStringList m_names;
     QList<ActivationToken> m_tokens;
+};
+
+/// What a second process is told.
+struct Told {
+    std::optional<FirstsAnswer> answer;
+
+    [[nodiscard]] std::function<void(const FirstsAnswer &)> take()
+    {
+        return [this](const FirstsAnswer &given) { answer = given; };
+    }
+    [[nodiscard]] bool isAnswered() const { return answer && answer->isGiven; }
+    [[nodiscard]] QString refusal() const { return answer ? answer->refusal : QString(); }
 };
 
 const ActivationToken tokenOfDock{QStringLiteral("dock-1_TIME7"), QStringLiteral("token")};
@@ -56,9 +71,9 @@ void handleAll(ApplicationInstance &instance)
     while (elapse(turnOf(instance))) { }
 }
 
-void carryOutAll(ApplicationInstance &instance)
+void carryOutAll(ApplicationInstance &instance, DeliveredActions &delivered)
 {
-    instance.deliverActions();
+    instance.deliverActions(delivered.carryOut());
     instance.deliverMusicActions();
     handleAll(instance);
 }
@@ -116,9 +131,9 @@ private Q_SLOTS:
         QVERIFY(!second.isFirst());
 
         QSignalSpy activated(&first, &ApplicationInstance::activated);
-        std::optional<bool> answered;
-        second.askFirst(std::nullopt, tokenOfDock, [&answered](bool isAnswered) { answered = isAnswered; });
-        QTRY_COMPARE(answered, true);
+        Told told;
+        second.askFirst(std::nullopt, tokenOfDock, told.take());
+        QTRY_VERIFY(told.isAnswered());
         QTRY_COMPARE(activated.count(), 1);
         QCOMPARE(activated.constFirst().constFirst().value<ActivationToken>(), tokenOfDock);
     }
@@ -137,9 +152,9 @@ private Q_SLOTS:
 
         ApplicationInstance second(bus.connect(QStringLiteral("late")));
         QVERIFY(!second.isFirst());
-        std::optional<bool> answered;
-        second.askFirst(std::nullopt, tokenOfDock, [&answered](bool isAnswered) { answered = isAnswered; });
-        QTRY_COMPARE(answered, true);
+        Told told;
+        second.askFirst(std::nullopt, tokenOfDock, told.take());
+        QTRY_VERIFY(told.isAnswered());
         QTRY_COMPARE(activated.count(), 1);
     }
 
@@ -149,14 +164,15 @@ private Q_SLOTS:
         QVERIFY(bus.isRunning());
         ApplicationInstance first(bus.connect(QStringLiteral("asked")));
         ApplicationInstance second(bus.connect(QStringLiteral("asking")));
-        carryOutAll(first);
-        const DeliveredActions delivered(first);
+        DeliveredActions delivered;
+        carryOutAll(first, delivered);
         QSignalSpy activated(&first, &ApplicationInstance::activated);
         QSignalSpy left(&first, &ApplicationInstance::tokenUnused);
-        std::optional<bool> answered;
-        second.askFirst(DesktopAction::Next, tokenOfDock, [&answered](bool isAnswered) { answered = isAnswered; });
-        QTRY_COMPARE(answered, true);
-        QTRY_COMPARE(delivered.names(), QStringList{QStringLiteral("next")});
+        Told told;
+        second.askFirst(DesktopAction::Next, tokenOfDock, told.take());
+        QTRY_VERIFY(told.isAnswered());
+        QCOMPARE(told.refusal(), QString());
+        QCOMPARE(delivered.names(), QStringList{QStringLiteral("next")});
         QCOMPARE(delivered.tokens(), {tokenOfDock});
         QCOMPARE(activated.count(), 0);
         QCOMPARE(left.count(), 1);
@@ -172,9 +188,61 @@ private Q_SLOTS:
         QVERIFY(mute.registerService(QStringLiteral("org.tunedeck.Tunedeck")));
         ApplicationInstance second(bus.connect(QStringLiteral("later")));
         QVERIFY(!second.isFirst());
-        std::optional<bool> answered;
-        second.askFirst(std::nullopt, {}, [&answered](bool isAnswered) { answered = isAnswered; });
-        QTRY_COMPARE(answered, false);
+        Told told;
+        second.askFirst(std::nullopt, {}, told.take());
+        QTRY_VERIFY(told.answer);
+        QVERIFY(!told.isAnswered());
+    }
+
+    void aSecondProcessIsToldWhyAnActionIsRefused()
+    {
+        const PrivateBus bus;
+        QVERIFY(bus.isRunning());
+        ApplicationInstance first(bus.connect(QStringLiteral("refusing")));
+        ApplicationInstance second(bus.connect(QStringLiteral("refused")));
+        DeliveredActions delivered;
+        delivered.refusal = QStringLiteral("There is \x1b[31mno\nnext");
+        carryOutAll(first, delivered);
+        Told told;
+        second.askFirst(DesktopAction::Next, tokenOfDock, told.take());
+        QTRY_VERIFY(told.isAnswered());
+        // What another process says must not command the terminal.
+        QCOMPARE(told.refusal(), QStringLiteral("There is [31mnonext"));
+    }
+
+    void anActionThatWaitsTooLongIsRefused()
+    {
+        const PrivateBus bus;
+        QVERIFY(bus.isRunning());
+        ApplicationInstance first(bus.connect(QStringLiteral("slow")));
+        ApplicationInstance second(bus.connect(QStringLiteral("waiting")));
+        Told told;
+        second.askFirst(DesktopAction::Next, {}, told.take());
+        auto *patience = first.findChild<QTimer *>(QStringLiteral("patienceTimer"));
+        QTRY_VERIFY(patience->isActive());
+        QVERIFY(!told.answer);
+        QVERIFY(elapse(*patience));
+        QTRY_VERIFY(told.isAnswered());
+        QCOMPARE(told.refusal(), QStringLiteral("Tunedeck is busy"));
+    }
+
+    void aFloodOfActionsIsRefusedAtOnce()
+    {
+        const PrivateBus bus;
+        QVERIFY(bus.isRunning());
+        ApplicationInstance instance(bus.connect(QStringLiteral("flooded")));
+        const QDBusConnection caller = bus.connect(QStringLiteral("flooding"));
+        const QVariantList arguments{QStringLiteral("next"), QVariantList(), QVariantMap()};
+        QList<QDBusPendingCall> answers;
+        for (int number = 1; number <= 20; ++number) {
+            answers.append(caller.asyncCall(
+                callTo(QStringLiteral("org.freedesktop.Application"), QStringLiteral("ActivateAction"), arguments)));
+        }
+        // Ten wait for Music.
+        QTRY_VERIFY(answers.constLast().isFinished());
+        QCOMPARE(answers.constLast().error().name(), QStringLiteral("org.tunedeck.Tunedeck.Error.Refused"));
+        QVERIFY(!answers.at(9).isFinished());
+        QVERIFY(answers.at(10).isFinished());
     }
 
     void whateverIsInThePlatformDataItActivates()
@@ -227,8 +295,8 @@ private Q_SLOTS:
     void actionsThatComeAtOnceAreCarriedOutOneAfterTheOther()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        carryOutAll(instance);
-        const DeliveredActions delivered(instance);
+        DeliveredActions delivered;
+        carryOutAll(instance, delivered);
         const QSignalSpy unused(&instance, &ApplicationInstance::tokenUnused);
         for (int number = 1; number <= 5'000; ++number) {
             instance.ActivateAction(QStringLiteral("keep-above"), {}, tokenOfDock.platformData());
@@ -268,16 +336,16 @@ private Q_SLOTS:
     void actionsWaitForWhoCarriesThemOut()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        const DeliveredActions delivered(instance);
+        DeliveredActions delivered;
         instance.requestAction(DesktopAction::KeepAbove);
         instance.requestAction(DesktopAction::Previous);
         instance.deliverMusicActions();
         handleAll(instance);
         QCOMPARE(delivered.names(), QStringList());
-        instance.deliverActions();
+        instance.deliverActions(delivered.carryOut());
         handleAll(instance);
         QCOMPARE(delivered.names(), (QStringList{QStringLiteral("keep-above"), QStringLiteral("previous")}));
-        instance.deliverActions();
+        instance.deliverActions(delivered.carryOut());
         handleAll(instance);
         QCOMPARE(delivered.names().size(), 2);
         instance.requestAction(DesktopAction::PlayPause);
@@ -288,10 +356,10 @@ private Q_SLOTS:
     void onlyActionsThatNeedMusicWaitForIt()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        const DeliveredActions delivered(instance);
+        DeliveredActions delivered;
         instance.requestAction(DesktopAction::Next);
         instance.requestAction(DesktopAction::KeepAbove);
-        instance.deliverActions();
+        instance.deliverActions(delivered.carryOut());
         handleAll(instance);
         QCOMPARE(delivered.names(), {QStringLiteral("keep-above")});
         instance.requestAction(DesktopAction::KeepAbove);
@@ -306,31 +374,31 @@ private Q_SLOTS:
     void actionsDoNotWaitLongerThanASecond()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        const DeliveredActions delivered(instance);
+        DeliveredActions delivered;
         instance.requestAction(DesktopAction::Next);
         auto *patience = instance.findChild<QTimer *>(QStringLiteral("patienceTimer"));
         QCOMPARE(patience->interval(), 1'000);
         QVERIFY(elapse(*patience));
-        carryOutAll(instance);
+        carryOutAll(instance, delivered);
         QCOMPARE(delivered.names(), QStringList());
     }
 
     void fewActionsWait()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        const DeliveredActions delivered(instance);
+        DeliveredActions delivered;
         for (int count = 0; count < 10'000; ++count) {
             instance.requestAction(DesktopAction::Next);
         }
-        carryOutAll(instance);
+        carryOutAll(instance, delivered);
         QCOMPARE(delivered.names().size(), 10);
     }
 
     void noActionIsToldThatTheDesktopEntryDoesNotHave()
     {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
-        carryOutAll(instance);
-        const DeliveredActions delivered(instance);
+        DeliveredActions delivered;
+        carryOutAll(instance, delivered);
         instance.ActivateAction({}, {}, {});
         instance.ActivateAction(QString(100'000, u'n'), {}, {});
         instance.ActivateAction(QStringLiteral("Next"), {}, {});
@@ -354,13 +422,26 @@ private Q_SLOTS:
         instance.ActivateAction(QString(100'000, u'n'), {}, {});
     }
 
+    void anActionThatIsUnknownIsRefused()
+    {
+        const PrivateBus bus;
+        QVERIFY(bus.isRunning());
+        const ApplicationInstance instance(bus.connect(QStringLiteral("knowing")));
+        const QDBusPendingCall answer =
+            bus.connect(QStringLiteral("inventing"))
+                .asyncCall(callTo(QStringLiteral("org.freedesktop.Application"), QStringLiteral("ActivateAction"),
+                    {QStringLiteral("quit"), QVariantList(), QVariantMap()}));
+        QTRY_VERIFY(answer.isFinished());
+        QCOMPARE(answer.error().name(), QStringLiteral("org.tunedeck.Tunedeck.Error.Refused"));
+    }
+
     void callsWithOtherArgumentsAreRefused()
     {
         const PrivateBus bus;
         QVERIFY(bus.isRunning());
         ApplicationInstance instance(bus.connect(QStringLiteral("called")));
-        carryOutAll(instance);
-        const DeliveredActions delivered(instance);
+        DeliveredActions delivered;
+        carryOutAll(instance, delivered);
         QSignalSpy activated(&instance, &ApplicationInstance::activated);
         const QDBusConnection caller = bus.connect(QStringLiteral("caller"));
         const QString interface = QStringLiteral("org.freedesktop.Application");

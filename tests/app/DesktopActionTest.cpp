@@ -51,6 +51,25 @@ private Q_SLOTS:
         QVERIFY(!needsMusic(DesktopAction::KeepAbove));
     }
 
+    void whatCannotBeDoneNowIsNotDoneAndSaysWhy()
+    {
+        Desktop desktop;
+        desktop.music.setRunning(false);
+        MusicConnector connector(desktop.music, desktop.windowActivation);
+        AppDelegate delegate(connector, desktop.defaults, desktop.appearance, desktop.windowActivation, desktop.players,
+            desktop.desktopEntries);
+        for (const DesktopAction action :
+            {DesktopAction::PlayPause, DesktopAction::Next, DesktopAction::Previous, DesktopAction::RaisePlayer}) {
+            QCOMPARE(perform(action, delegate, {}), QStringLiteral("Music is not open"));
+        }
+        desktop.music.setRunning(true);
+        desktop.music.setPlayer(QStringLiteral("Player"), false);
+        QCOMPARE(perform(DesktopAction::RaisePlayer, delegate, {}), QStringLiteral("Player cannot show its window"));
+        desktop.music.setResponding(false);
+        QCOMPARE(perform(DesktopAction::Next, delegate, {}), QStringLiteral("Player is not responding"));
+        QCOMPARE(desktop.music.commands(), QStringList());
+    }
+
     void eachDoesWhatItSays()
     {
         Desktop desktop;
@@ -59,16 +78,17 @@ private Q_SLOTS:
         AppDelegate delegate(connector, desktop.defaults, desktop.appearance, desktop.windowActivation, desktop.players,
             desktop.desktopEntries);
         const WindowController controller(desktop.defaults);
-        perform(DesktopAction::PlayPause, delegate, {});
-        perform(DesktopAction::Next, delegate, {});
-        perform(DesktopAction::Previous, delegate, {});
+        QCOMPARE(perform(DesktopAction::PlayPause, delegate, {}), QString());
+        QCOMPARE(perform(DesktopAction::Next, delegate, {}), QString());
+        QCOMPARE(perform(DesktopAction::Previous, delegate, {}), QString());
         QCOMPARE(desktop.music.commands(),
             (QStringList{QStringLiteral("playpause"), QStringLiteral("nextTrack"), QStringLiteral("backTrack")}));
         desktop.music.clearRecords();
         desktop.music.setPlayer(QStringLiteral("Player"), true);
-        perform(DesktopAction::RaisePlayer, delegate, {.x11StartupId = {}, .waylandToken = QStringLiteral("token")});
+        const ActivationToken token{.x11StartupId = {}, .waylandToken = QStringLiteral("token")};
+        QCOMPARE(perform(DesktopAction::RaisePlayer, delegate, token), QString());
         QCOMPARE(desktop.music.commands(), {QStringLiteral("showPlayer token")});
-        perform(DesktopAction::KeepAbove, delegate, {});
+        QCOMPARE(perform(DesktopAction::KeepAbove, delegate, {}), QString());
         QVERIFY(controller.keepAboveAllWindows());
     }
 };

@@ -242,6 +242,14 @@ private Q_SLOTS:
         QVERIFY(!canKeepAbove(QStringLiteral("wayland-egl")));
     }
 
+    void onWaylandItCanOnlyBeSwitchedOff()
+    {
+        for (const bool isKeptAbove : {false, true}) {
+            QVERIFY(canToggleKeepAbove(isKeptAbove, QStringLiteral("xcb")));
+            QCOMPARE(canToggleKeepAbove(isKeptAbove, QStringLiteral("wayland")), isKeptAbove);
+        }
+    }
+
     void theCheckMarkOfKeepAboveIsTheSetting()
     {
         Desktop desktop;

@@ -308,14 +308,51 @@ class WaylandTest(unittest.TestCase):
         self.assert_frame_becomes(before)
 
 
+    def keep_above_in_the_dock(self) -> tuple[str, bool, bool]:
+        """The number of the dock menu's item, whether it is checked, and whether it is enabled."""
+        told = self.call_dock_menu("GetLayout", "0", "-1", "[]")
+        number, properties = re.search(
+            r"\((\d+), (\{[^{}]*'Keep Above All Other Windows[^{}]*\})", told).groups()
+        return number, "'toggle-state': <1>" in properties, "'enabled': <false>" not in properties
+
+    def call_dock_menu(self, method: str, *arguments: str) -> str:
+        return output("gdbus", "call", "--session", "--dest", "org.tunedeck.Tunedeck", "--object-path",
+                      "/org/tunedeck/Tunedeck/DockMenu", "--method", f"com.canonical.dbusmenu.{method}", "--", *arguments)
+
+    def write_kept_above(self) -> Path:
+        settings = self.home / ".config/tunedeck/tunedeck.conf"
+        settings.parent.mkdir(parents=True, exist_ok=True)
+        settings.write_text("[General]\nKeepMainWindowAboveAllOtherWindows=true\n")
+        return settings
+
+    def test_what_keeps_it_above_elsewhere_can_be_switched_off_in_the_dock_and_not_on_again(self) -> None:
+        settings = self.write_kept_above()
+        self.open_window()
+        number, is_checked, is_enabled = self.keep_above_in_the_dock()
+        self.assertEqual((is_checked, is_enabled), (True, True))
+        self.call_dock_menu("Event", number, "clicked", "<0>", "0")
+        self.assertTrue(becomes(lambda: "KeepMainWindowAboveAllOtherWindows=false" in settings.read_text()))
+        _, is_checked, is_enabled = self.keep_above_in_the_dock()
+        self.assertEqual((is_checked, is_enabled), (False, False))
+
+    def test_an_action_switches_it_off_and_is_refused_when_it_is_off(self) -> None:
+        settings = self.write_kept_above()
+        self.open_window()
+        command = [self.build.tunedeck, "--action", "keep-above"]
+        self.assertEqual(subprocess.run(command, timeout=20).returncode, 0)
+        self.assertTrue(becomes(lambda: "KeepMainWindowAboveAllOtherWindows=false" in settings.read_text()))
+        refused = subprocess.run(command, timeout=20, stderr=subprocess.PIPE, text=True)
+        self.assertEqual(refused.returncode, 1)
+        self.assertIn("On Wayland only the desktop can keep a window above all others", refused.stderr)
+        self.assertIn("KeepMainWindowAboveAllOtherWindows=false", settings.read_text())
+
+
 class WestonTest(WaylandTest):
     def desktop(self) -> contextlib.AbstractContextManager:
         return weston()
 
     def test_kept_above_it_is_an_x11_window_that_tells_its_margins_where_the_user_starts_it_so(self) -> None:
-        settings = self.home / ".config/tunedeck/tunedeck.conf"
-        settings.parent.mkdir(parents=True)
-        settings.write_text("[General]\nKeepMainWindowAboveAllOtherWindows=true\n")
+        self.write_kept_above()
         os.environ.update(QT_QPA_PLATFORM="xcb", DISPLAY=self.x11)
         process = self.stack.enter_context(running(self.build.tunedeck))
         found = output("xdotool", "search", "--sync", "--onlyvisible", "--pid", str(process.pid)).split()[0]

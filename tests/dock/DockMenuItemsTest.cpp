@@ -155,6 +155,23 @@ private Q_SLOTS:
         QCOMPARE(recorder.names, (QStringList{u"follow "_s, u"follow vlc"_s, u"neverFollow vlc"_s}));
     }
 
+    void whereNothingCanBeKeptAboveItCanOnlyBeSwitchedOff()
+    {
+        Recorder recorder;
+        DockMenuItems items;
+        items.canBeKeptAbove = false;
+        items.isKeptAbove = true;
+        const auto on = items.menu(recorder.commands());
+        QAction *item = itemOf(*on, MenuItemIdentifier::keepAboveAllWindows);
+        QCOMPARE(item->text(), u"Keep Above All Other Windows (Not Possible on Wayland)"_s);
+        QVERIFY(item->isChecked());
+        QVERIFY(item->isEnabled());
+        items.isKeptAbove = false;
+        const auto off = items.menu(recorder.commands());
+        QVERIFY(!itemOf(*off, MenuItemIdentifier::keepAboveAllWindows)->isChecked());
+        QVERIFY(!itemOf(*off, MenuItemIdentifier::keepAboveAllWindows)->isEnabled());
+    }
+
     void withoutAFollowedPlayerNoneCanBeLeftOut()
     {
         Recorder recorder;
