@@ -247,11 +247,17 @@ def logged_display(log: Path, line: str) -> str:
 @contextlib.contextmanager
 def wayland(folder: Path) -> Iterator[None]:
     display = folder / "wayland-1"
-    until(display.exists, "the Wayland display is there", 30)
+    until(lambda: accepts_clients(display), "the Wayland display is there", 30)
     os.environ.update(WAYLAND_DISPLAY=str(display), QT_QPA_PLATFORM="wayland")
     await_wayland()
     until(is_screen_drawn, "the Wayland desktop is seen", 30)
     yield
+
+
+def accepts_clients(display: Path) -> bool:
+    """The socket is there a moment before the desktop listens to it."""
+    with socket.socket(socket.AF_UNIX) as client:
+        return client.connect_ex(str(display)) == 0
 
 
 def await_wayland() -> None:
