@@ -13,7 +13,7 @@ from pathlib import Path
 TOOL = Path(__file__).resolve().parents[2] / "tools/contact-sheet"
 FILMED = 6  # frames
 CHOSEN = ("released shuffle", "pressed shuffle", "moved, no compositor", "drawer opens, light, scale 1.5",
-          "menu, dark, scale 1", "Preferences, Updates, light, scale 1")
+          "drawer, dark, scale 1, inactive", "menu, dark, scale 1", "Preferences, Updates, light, scale 1")
 
 
 def picture_of(name: str) -> str:
@@ -65,6 +65,10 @@ class ContactSheetTest(unittest.TestCase):
         below = f"300x40+{{}}+{height - 90}"
         self.assertLess(self.colors(name, below.format(150)), 40)
         self.assertGreater(self.colors(name, below.format(width - frame + 150)), 80)
+
+    def test_the_drawer_is_open_also_while_another_window_is_active(self) -> None:
+        _, height = self.size(picture_of("drawer, dark, scale 1, inactive"))
+        self.assertEqual(height, 64 + 60 + 28 + 2 * 12)
 
     def test_another_window_is_seen_below_the_player(self) -> None:
         width, height = self.size(picture_of("Preferences, Updates, light, scale 1"))
