@@ -3,6 +3,8 @@
 
 #include "skin/looks/FocusMark.h"
 
+#include <QPainterPath>
+
 #include <optional>
 
 namespace tunedeck {
