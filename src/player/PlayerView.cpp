@@ -81,6 +81,8 @@ void PlayerView::resizeEvent(QResizeEvent *)
 void PlayerView::setUpWindowButtons()
 {
     m_windowButtonsView->setGeometry(windowButtonsFrame);
+    // The quiet speaker gets the clicks in their margin. Screen readers read the lowest view first.
+    m_windowButtonsView->stackUnder(m_backwardButton);
     m_closeButton->setGeometry(closeButtonFrame);
     m_minimizeButton->setGeometry(minimizeButtonFrame);
     m_maximizeButton->setGeometry(maximizeButtonFrame);
@@ -106,8 +108,6 @@ void PlayerView::setUpVolume()
     m_volumeMinButton->setTargetMargins(volumeMinButtonMargins);
     m_volumeMaxButton->setGeometry(volumeMaxButtonFrame.marginsAdded(volumeMaxButtonMargins));
     m_volumeMaxButton->setTargetMargins(volumeMaxButtonMargins);
-    // It gets the clicks in the margin of the window's buttons.
-    m_volumeMinButton->raise();
     m_volumeMinButton->setImage(QStringLiteral("speaker-quiet"), speakerSize);
     m_volumeMaxButton->setImage(QStringLiteral("speaker-loud"), speakerSize);
     setTabOrder(m_forwardButton, m_volumeMinButton);

@@ -46,11 +46,11 @@ SECOND_TRACK = "Borrowed Thimble Waltz, Odalune Brack, Mirek Soothe, Thimblerig"
 PLAYLISTS = ["Everything", "Short Ones", "Far Away"]
 
 PLAYER = [
+    ("push button", "Close"), ("push button", "Minimize"), ("push button", "Zoom"),
     ("push button", "Previous"), ("push button", "Play"), ("push button", "Next"), ("slider", "Volume"),
+    ("push button", "Silence"), ("push button", "Full volume"),
     ("notification", FIRST_TRACK), ("label", "1:00"), ("slider", "Position"), ("label", "-2:23"),
     ("push button", "Show or hide the playlists"),
-    ("push button", "Close"), ("push button", "Minimize"), ("push button", "Zoom"),
-    ("push button", "Silence"), ("push button", "Full volume"),
 ]
 DRAWER = [
     ("label", "Playlist:"), ("combo box", "Everything"), ("push button", "Done"),

@@ -5,10 +5,10 @@
 #include "music/mpris/PlayerCommands.h"
 #include "music/mpris/PlayerMirror.h"
 #include "music/mpris/PlayingPlaylist.h"
-#include "music/mpris/bus/PlayerSignals.h"
 #include "music/mpris/report/PropertyTypes.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QObject>
 #include <QTimer>
 
@@ -76,6 +76,10 @@ Q_SIGNALS:
     void changed(tunedeck::PlayerMirror::Changes changes);
     void respondingChanged(bool responding);
 
+private Q_SLOTS:
+    void onPropertiesChanged(const QDBusMessage &signal);
+    void onSeeked(const QDBusMessage &signal);
+
 private:
     enum class Attachment {
         Unasked, ///< the first read is under way
@@ -83,19 +87,20 @@ private:
         Attached
     };
 
+    void subscribe(const QDBusConnection &connection);
     void chooseDestination();
     void askWhatItIs();
     void read();
     void readAfter(Milliseconds delay);
-    void handleRead(const bus::Answer &answer);
+    void handleRead(const QDBusMessage &reply);
     void applyRead(const QVariantMap &properties);
-    void handleFailedRead(const bus::Answer &answer);
+    void handleFailedRead(const QDBusMessage &reply);
     void sample();
-    void onSignal(const bus::PlayerSignal &signal);
+    void onSignal(const QDBusMessage &signal);
     void handleInbox();
     void readSoon();
-    void handlePropertiesChanged(const QVariantMap &properties);
-    void handleSeeked(const QVariant &microseconds);
+    void handlePropertiesChanged(const QDBusMessage &signal);
+    void handleSeeked(const QDBusMessage &signal);
 
     [[nodiscard]] Instant now() const { return m_clock(); }
     void handleRespondingChanged(bool responding);
@@ -107,7 +112,6 @@ private:
     QString m_nameText; ///< its name on the bus, fit for a menu
     Clock m_clock;
     PlayerCalls m_calls;
-    bus::PlayerSignals m_signals;
     PropertyTypes m_propertyTypes;
     QString m_identity;
     QString m_desktopEntry;
@@ -119,7 +123,7 @@ private:
     Attachment m_attachment = Attachment::Unasked;
     bool m_isSampled = false;
 
-    QList<bus::PlayerSignal> m_inbox;
+    QList<QDBusMessage> m_inbox;
     bool m_readUnderWay = false;
     bool m_readsAgain = false; ///< once the read under way is answered
     Milliseconds m_readDeadline;

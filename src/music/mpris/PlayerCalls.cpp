@@ -11,9 +11,9 @@ namespace tunedeck {
 namespace {
 
 /// Stands for an answer of a player that has taken the name over: it is not about this player.
-bus::Answer strangersAnswer()
+QDBusMessage strangersReply()
 {
-    return {.error = QDBusError::ServiceUnknown, .errorName = QDBusError::errorString(QDBusError::ServiceUnknown)};
+    return QDBusMessage::createError(QDBusError(QDBusError::ServiceUnknown, QString()));
 }
 
 } // namespace
@@ -27,31 +27,31 @@ PlayerCalls::PlayerCalls(const QDBusConnection &bus, const QString &owner, QObje
 }
 
 void PlayerCalls::ask(const QString &interface, const QString &method, const QVariantList &arguments,
-    const bus::AnswerHandler &handler, Milliseconds patience)
+    const bus::ReplyHandler &handler, Milliseconds patience)
 {
-    const auto judgeAndHandle = [this, method, handler, patience, sentIn = m_silences](const bus::Answer &answer) {
-        if (answer.isUnanswered()) {
+    const auto judgeAndHandle = [this, method, handler, patience, sentIn = m_silences](const QDBusMessage &reply) {
+        if (bus::isError(reply) && bus::isUnanswered(QDBusError(reply))) {
             qCDebug(playersLog).noquote()
                 << m_owner << "did not answer" << method << "within" << patience.count() << "ms";
             // A call that was on its way during a silence that has ended says nothing of the time since then.
             if (sentIn == m_silences) {
                 setResponding(false);
             }
-        } else if (answer.sender == m_owner) {
+        } else if (reply.service() == m_owner) {
             // Otherwise the bus answers for a player that is gone.
             setResponding(true);
         }
-        handler(isFromStranger(answer) ? strangersAnswer() : answer);
+        handler(isFromStranger(reply) ? strangersReply() : reply);
     };
     bus::send(m_bus, bus::playerCall(m_destination, interface, method, arguments), this, judgeAndHandle, patience);
 }
 
-void PlayerCalls::getAll(const QString &interface, const bus::AnswerHandler &handler, Milliseconds patience)
+void PlayerCalls::getAll(const QString &interface, const bus::ReplyHandler &handler, Milliseconds patience)
 {
     ask(mpris::propertiesInterface, QStringLiteral("GetAll"), {interface}, handler, patience);
 }
 
-void PlayerCalls::setProperty(const QString &property, const QVariant &value, const bus::AnswerHandler &handler)
+void PlayerCalls::setProperty(const QString &property, const QVariant &value, const bus::ReplyHandler &handler)
 {
     ask(mpris::propertiesInterface, QStringLiteral("Set"),
         {mpris::playerInterface, property, QVariant::fromValue(QDBusVariant(value))}, handler);
@@ -62,9 +62,9 @@ void PlayerCalls::noteSignOfLife()
     setResponding(true);
 }
 
-bool PlayerCalls::isFromStranger(const bus::Answer &answer) const
+bool PlayerCalls::isFromStranger(const QDBusMessage &reply) const
 {
-    return !answer.isError() && answer.sender != m_owner;
+    return reply.type() == QDBusMessage::ReplyMessage && reply.service() != m_owner;
 }
 
 void PlayerCalls::setResponding(bool responding)

@@ -7,6 +7,7 @@
 #include "platform/ActivationToken.h"
 #include "platform/DesktopEntries.h"
 
+#include <QDBusReply>
 #include <QRegularExpression>
 
 namespace tunedeck {
@@ -114,15 +115,14 @@ void PlayerWindow::handleFacts(const QString &desktopEntry)
 
 void PlayerWindow::findApplication()
 {
-    const auto handleOwner = [this, player = m_player](const bus::Answer &answer) {
+    const auto handleOwner = [this, player = m_player](const QDBusReply<QString> &owner) {
         if (player != m_player) {
             return;
         }
-        const QString owner = answer.argument(0).toString();
-        if (answer.isError() || owner == m_player->owner) {
-            setApplication(owner);
+        if (!owner.isValid() || owner.value() == m_player->owner) {
+            setApplication(owner.value());
         } else {
-            compareProcess(owner);
+            compareProcess(owner.value());
         }
     };
     bus::send(m_bus, bus::daemonCall(QStringLiteral("GetNameOwner"), {m_player->desktopEntry}), this, handleOwner);
@@ -131,9 +131,9 @@ void PlayerWindow::findApplication()
 /// Any program may own the name that the player says is its own.
 void PlayerWindow::compareProcess(const QString &owner)
 {
-    const auto handleProcess = [this, player = m_player, owner](const bus::Answer &answer) {
+    const auto handleProcess = [this, player = m_player, owner](const QDBusReply<uint> &processId) {
         if (player == m_player) {
-            const bool isSame = !answer.isError() && m_player->processId == answer.argument(0).toLongLong();
+            const bool isSame = processId.isValid() && m_player->processId == qint64(processId.value());
             setApplication(isSame ? owner : QString());
         }
     };
@@ -151,8 +151,9 @@ void PlayerWindow::setApplication(const QString &owner)
 /// Totem answers and shows nothing, but can be raised. A window that has come already is not changed by that.
 void PlayerWindow::activate(const ActivationToken &token)
 {
-    const auto handleAnswer = [this, player = m_player](const bus::Answer &answer) {
-        if (!answer.isUnanswered() && player == m_player && m_player->canRaise) {
+    const auto handleAnswer = [this, player = m_player](const QDBusMessage &answer) {
+        const bool isAnswered = !bus::isError(answer) || !bus::isUnanswered(QDBusError(answer));
+        if (isAnswered && player == m_player && m_player->canRaise) {
             raise();
         }
     };
@@ -162,7 +163,7 @@ void PlayerWindow::activate(const ActivationToken &token)
 void PlayerWindow::raise()
 {
     const QDBusMessage call = bus::playerCall(m_player->destination, mpris::rootInterface, QStringLiteral("Raise"));
-    bus::send(m_bus, call, this, [](const bus::Answer &) {});
+    bus::send(m_bus, call, this, [](const QDBusMessage &) {});
 }
 
 } // namespace tunedeck
