@@ -21,6 +21,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <malloc.h>
 #include <optional>
 #include <thread>
 #include <vector>
@@ -103,6 +104,14 @@ std::vector<char *> argumentsWithPlatform(int argc, char *argv[])
     return arguments;
 }
 
+/// glibc keeps tens of megabytes for itself once such a block has been released, as after a large message from the bus.
+/// It does not if it is given a limit, in bytes.
+void giveLargeBlocksBack()
+{
+    constexpr int large = 1'048'576;
+    ::mallopt(M_MMAP_THRESHOLD, large);
+}
+
 int run(int argc, char *argv[])
 {
     const ActivationToken token = ActivationToken::takeFromEnvironment();
@@ -139,6 +148,7 @@ int run(int argc, char *argv[])
 
 int main(int argc, char *argv[])
 {
+    giveLargeBlocksBack();
     LogLimit::install();
     std::vector<char *> arguments = argumentsWithPlatform(argc, argv);
     const int status = run(static_cast<int>(arguments.size()) - 1, arguments.data());

@@ -120,6 +120,8 @@ private Q_SLOTS:
             u"containers"_s, u"--count"_s, u"30"_s, u"--size"_s, large, u"--seconds"_s, u"0"_s};
         QTest::newRow("large answers") << QStringList{
             u"answers"_s, u"--count"_s, u"30"_s, u"--size"_s, large, u"--seconds"_s, u"1"_s};
+        QTest::newRow("metadata larger than may wait to be read")
+            << QStringList{u"containers"_s, u"--size"_s, u"66500000"_s, u"--type"_s, u"ay"_s, u"--seconds"_s, u"0"_s};
         QTest::newRow("calls larger than may wait to be read") << QStringList{u"open"_s, u"--size"_s, u"66500000"_s};
         QTest::newRow("large calls") << QStringList{u"open"_s, u"--count"_s, u"30"_s, u"--size"_s, large};
         QTest::newRow("signals") << QStringList{u"signals"_s, u"--rate"_s, u"20000"_s, u"--seconds"_s, u"10"_s};

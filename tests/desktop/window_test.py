@@ -119,6 +119,8 @@ class WindowTest(DesktopTest):
     def test_its_other_windows_open_above_it_and_leave_it_free(self) -> None:
         self.keep_above()
         window = self.open_window()
+        # Below, there is room for any of them.
+        window.move_to(400, 60)
         output("xdotool", "key", "ctrl+comma")
         other = output("xdotool", "search", "--sync", "--onlyvisible", "--name", "^General$").split()[0]
         self.assertIn(hex(int(window.id)), output("xprop", "-notype", "-id", other, "WM_TRANSIENT_FOR"))

@@ -47,6 +47,7 @@ MprisPlayer::MprisPlayer(
     , m_nameText(menuText(m_address.name))
     , m_clock(std::move(clock))
     , m_calls(connection, m_address.owner, this)
+    , m_signals(connection, m_address.owner, this)
     , m_propertyTypes(m_address.name)
     , m_playingPlaylist(std::make_shared<PlayingPlaylist>(playerFamily(m_address.name)))
     , m_readDeadline(bus::deadline)
@@ -82,8 +83,10 @@ MprisPlayer::MprisPlayer(
     connect(&m_commands, &PlayerCommands::positionSent, this, [this] { m_sampleUnderWay.start(); });
     connect(&m_commands, &PlayerCommands::effectExpected, this, &MprisPlayer::readAfter);
 
+    connect(&m_signals, &bus::PlayerSignals::received, this, &MprisPlayer::onSignal);
+    connect(&m_signals, &bus::PlayerSignals::missed, this, &MprisPlayer::readSoon);
+
     chooseDestination();
-    subscribe(connection);
     askWhatItIs();
     read();
 }
@@ -127,22 +130,13 @@ void MprisPlayer::chooseDestination()
     m_calls.addressByName(m_address.sharesConnection ? mpris::namePrefix + m_address.name : QString());
 }
 
-void MprisPlayer::subscribe(const QDBusConnection &connection)
-{
-    QDBusConnection bus = connection;
-    bus.connect(owner(), mpris::objectPath, mpris::propertiesInterface, QStringLiteral("PropertiesChanged"), this,
-        SLOT(onPropertiesChanged(QDBusMessage)));
-    bus.connect(owner(), mpris::objectPath, mpris::playerInterface, QStringLiteral("Seeked"), this,
-        SLOT(onSeeked(QDBusMessage)));
-}
-
 void MprisPlayer::askWhatItIs()
 {
-    m_calls.getAll(mpris::rootInterface, [this](const QDBusMessage &reply) {
-        if (bus::isError(reply) && !m_identity.isEmpty()) {
+    m_calls.getAll(mpris::rootInterface, [this](const bus::Answer &answer) {
+        if (answer.isError() && !m_identity.isEmpty()) {
             return;
         }
-        const QVariantMap properties = bus::plainMap(reply, 0);
+        const QVariantMap properties = bus::plainMap(answer.argument(0));
         m_desktopEntry = decodeDesktopEntry(properties);
         m_canRaise = bus::boolean(properties.value(QStringLiteral("CanRaise"))).value_or(false);
         m_identity = menuText(bus::text(properties.value(QStringLiteral("Identity"))).value_or(QString()));
@@ -159,17 +153,17 @@ void MprisPlayer::read()
     }
     m_readUnderWay = true;
     m_calls.getAll(
-        mpris::playerInterface, [this](const QDBusMessage &reply) { handleRead(reply); }, m_readDeadline);
+        mpris::playerInterface, [this](const bus::Answer &answer) { handleRead(answer); }, m_readDeadline);
 }
 
-void MprisPlayer::handleRead(const QDBusMessage &reply)
+void MprisPlayer::handleRead(const bus::Answer &answer)
 {
     m_readUnderWay = false;
     const bool isFirstAnswer = m_attachment == Attachment::Unasked;
-    if (bus::isError(reply)) {
-        handleFailedRead(reply);
+    if (answer.isError()) {
+        handleFailedRead(answer);
     } else {
-        applyRead(bus::plainMap(reply, 0));
+        applyRead(bus::plainMap(answer.argument(0)));
     }
     if (isFirstAnswer) {
         if (m_attachment == Attachment::Unasked) {
@@ -215,16 +209,16 @@ void MprisPlayer::applyRead(const QVariantMap &properties)
     }
 }
 
-void MprisPlayer::handleFailedRead(const QDBusMessage &reply)
+void MprisPlayer::handleFailedRead(const bus::Answer &answer)
 {
-    const QDBusError error(reply);
-    if (bus::isUnanswered(error)) {
+    if (answer.isUnanswered()) {
         m_readDeadline = std::min(m_readDeadline * 2, longestDeadline);
         read();
         return;
     }
     qCDebug(playersLog).noquote() << loggable(m_address.name) << "at" << owner()
-                                  << "refused to be read:" << loggable(error.name()) << loggable(error.message());
+                                  << "refused to be read:" << loggable(answer.errorName)
+                                  << loggable(answer.errorMessage);
     if (!isAttached() && ++m_refusals < maximumRefusals) {
         // Players take their name before they are ready to answer.
         readAfter(patienceWithRefusal);
@@ -240,23 +234,17 @@ void MprisPlayer::sample()
     }
 }
 
-void MprisPlayer::onPropertiesChanged(const QDBusMessage &signal)
+void MprisPlayer::onSignal(const bus::PlayerSignal &signal)
 {
-    const QString interface = signal.arguments().value(0).toString();
-    if (interface == mpris::playerInterface) {
-        onSignal(signal);
-    } else if (interface == mpris::rootInterface && !m_askSoon.isActive()) {
-        m_askSoon.start();
+    if (signal.member == u"PropertiesChanged") {
+        const QString interface = signal.arguments.value(0).toString();
+        if (interface == mpris::rootInterface && !m_askSoon.isActive()) {
+            m_askSoon.start();
+        }
+        if (interface != mpris::playerInterface) {
+            return;
+        }
     }
-}
-
-void MprisPlayer::onSeeked(const QDBusMessage &signal)
-{
-    onSignal(signal);
-}
-
-void MprisPlayer::onSignal(const QDBusMessage &signal)
-{
     // A player that floods the bus fills one turn of the event loop with signals. The last few are enough, as a full
     // read follows.
     if (m_inbox.isEmpty()) {
@@ -270,17 +258,17 @@ void MprisPlayer::onSignal(const QDBusMessage &signal)
 void MprisPlayer::handleInbox()
 {
     m_calls.noteSignOfLife();
-    const QList<QDBusMessage> inbox = std::exchange(m_inbox, {});
+    const QList<bus::PlayerSignal> inbox = std::exchange(m_inbox, {});
     if (m_address.sharesConnection) {
         m_mirror.trustNextSample();
         readSoon();
         return;
     }
-    for (const QDBusMessage &signal : inbox) {
-        if (signal.member() == u"Seeked") {
-            handleSeeked(signal);
+    for (const bus::PlayerSignal &signal : inbox) {
+        if (signal.member == u"Seeked") {
+            handleSeeked(signal.arguments.value(0));
         } else {
-            handlePropertiesChanged(signal);
+            handlePropertiesChanged(bus::plainMap(signal.arguments.value(1)));
         }
     }
 }
@@ -292,13 +280,12 @@ void MprisPlayer::readSoon()
     }
 }
 
-void MprisPlayer::handlePropertiesChanged(const QDBusMessage &signal)
+void MprisPlayer::handlePropertiesChanged(const QVariantMap &properties)
 {
     readSoon();
     if (!isAttached()) {
         return;
     }
-    const QVariantMap properties = bus::plainMap(signal, 1);
     m_propertyTypes.check(properties);
     const PlayerReport report = decodePlayerProperties(properties);
     const PlayerMirror::Changes changes = m_mirror.announced(report, now());
@@ -308,9 +295,9 @@ void MprisPlayer::handlePropertiesChanged(const QDBusMessage &signal)
     apply(changes);
 }
 
-void MprisPlayer::handleSeeked(const QDBusMessage &signal)
+void MprisPlayer::handleSeeked(const QVariant &microseconds)
 {
-    const std::optional<double> position = decodePosition(bus::plainArgument(signal, 0));
+    const std::optional<double> position = decodePosition(microseconds);
     if (!position || !isAttached()) {
         return;
     }

@@ -5,10 +5,10 @@
 #include "music/mpris/PlayerCommands.h"
 #include "music/mpris/PlayerMirror.h"
 #include "music/mpris/PlayingPlaylist.h"
+#include "music/mpris/bus/PlayerSignals.h"
 #include "music/mpris/report/PropertyTypes.h"
 
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QObject>
 #include <QTimer>
 
@@ -76,10 +76,6 @@ Q_SIGNALS:
     void changed(tunedeck::PlayerMirror::Changes changes);
     void respondingChanged(bool responding);
 
-private Q_SLOTS:
-    void onPropertiesChanged(const QDBusMessage &signal);
-    void onSeeked(const QDBusMessage &signal);
-
 private:
     enum class Attachment {
         Unasked, ///< the first read is under way
@@ -87,20 +83,19 @@ private:
         Attached
     };
 
-    void subscribe(const QDBusConnection &connection);
     void chooseDestination();
     void askWhatItIs();
     void read();
     void readAfter(Milliseconds delay);
-    void handleRead(const QDBusMessage &reply);
+    void handleRead(const bus::Answer &answer);
     void applyRead(const QVariantMap &properties);
-    void handleFailedRead(const QDBusMessage &reply);
+    void handleFailedRead(const bus::Answer &answer);
     void sample();
-    void onSignal(const QDBusMessage &signal);
+    void onSignal(const bus::PlayerSignal &signal);
     void handleInbox();
     void readSoon();
-    void handlePropertiesChanged(const QDBusMessage &signal);
-    void handleSeeked(const QDBusMessage &signal);
+    void handlePropertiesChanged(const QVariantMap &properties);
+    void handleSeeked(const QVariant &microseconds);
 
     [[nodiscard]] Instant now() const { return m_clock(); }
     void handleRespondingChanged(bool responding);
@@ -112,6 +107,7 @@ private:
     QString m_nameText; ///< its name on the bus, fit for a menu
     Clock m_clock;
     PlayerCalls m_calls;
+    bus::PlayerSignals m_signals;
     PropertyTypes m_propertyTypes;
     QString m_identity;
     QString m_desktopEntry;
@@ -123,7 +119,7 @@ private:
     Attachment m_attachment = Attachment::Unasked;
     bool m_isSampled = false;
 
-    QList<QDBusMessage> m_inbox;
+    QList<bus::PlayerSignal> m_inbox;
     bool m_readUnderWay = false;
     bool m_readsAgain = false; ///< once the read under way is answered
     Milliseconds m_readDeadline;

@@ -11,9 +11,9 @@ namespace tunedeck {
 namespace {
 
 /// Stands for an answer of a player that has taken the name over: it is not about this player.
-QDBusMessage strangersReply()
+bus::Answer strangersAnswer()
 {
-    return QDBusMessage::createError(QDBusError(QDBusError::ServiceUnknown, QString()));
+    return {.error = QDBusError::ServiceUnknown, .errorName = QDBusError::errorString(QDBusError::ServiceUnknown)};
 }
 
 } // namespace
@@ -27,31 +27,31 @@ PlayerCalls::PlayerCalls(const QDBusConnection &bus, const QString &owner, QObje
 }
 
 void PlayerCalls::ask(const QString &interface, const QString &method, const QVariantList &arguments,
-    const bus::ReplyHandler &handler, Milliseconds patience)
+    const bus::AnswerHandler &handler, Milliseconds patience)
 {
-    const auto judgeAndHandle = [this, method, handler, patience, sentIn = m_silences](const QDBusMessage &reply) {
-        if (bus::isError(reply) && bus::isUnanswered(QDBusError(reply))) {
+    const auto judgeAndHandle = [this, method, handler, patience, sentIn = m_silences](const bus::Answer &answer) {
+        if (answer.isUnanswered()) {
             qCDebug(playersLog).noquote()
                 << m_owner << "did not answer" << method << "within" << patience.count() << "ms";
             // A call that was on its way during a silence that has ended says nothing of the time since then.
             if (sentIn == m_silences) {
                 setResponding(false);
             }
-        } else if (reply.service() == m_owner) {
+        } else if (answer.sender == m_owner) {
             // Otherwise the bus answers for a player that is gone.
             setResponding(true);
         }
-        handler(isFromStranger(reply) ? strangersReply() : reply);
+        handler(isFromStranger(answer) ? strangersAnswer() : answer);
     };
     bus::send(m_bus, bus::playerCall(m_destination, interface, method, arguments), this, judgeAndHandle, patience);
 }
 
-void PlayerCalls::getAll(const QString &interface, const bus::ReplyHandler &handler, Milliseconds patience)
+void PlayerCalls::getAll(const QString &interface, const bus::AnswerHandler &handler, Milliseconds patience)
 {
     ask(mpris::propertiesInterface, QStringLiteral("GetAll"), {interface}, handler, patience);
 }
 
-void PlayerCalls::setProperty(const QString &property, const QVariant &value, const bus::ReplyHandler &handler)
+void PlayerCalls::setProperty(const QString &property, const QVariant &value, const bus::AnswerHandler &handler)
 {
     ask(mpris::propertiesInterface, QStringLiteral("Set"),
         {mpris::playerInterface, property, QVariant::fromValue(QDBusVariant(value))}, handler);
@@ -62,9 +62,9 @@ void PlayerCalls::noteSignOfLife()
     setResponding(true);
 }
 
-bool PlayerCalls::isFromStranger(const QDBusMessage &reply) const
+bool PlayerCalls::isFromStranger(const bus::Answer &answer) const
 {
-    return reply.type() == QDBusMessage::ReplyMessage && reply.service() != m_owner;
+    return !answer.isError() && answer.sender != m_owner;
 }
 
 void PlayerCalls::setResponding(bool responding)

@@ -27,14 +27,14 @@ public:
     /// At first true.
     [[nodiscard]] bool isResponding() const { return m_isResponding; }
 
-    /// `handler` gets the reply or the error, after respondingChanged() if the call has changed that. It is never
+    /// `handler` gets the answer, after respondingChanged() if the call has changed that. It is never
     /// called if this object is deleted first.
     void ask(const QString &interface, const QString &method, const QVariantList &arguments,
-        const bus::ReplyHandler &handler, Milliseconds patience = bus::deadline);
+        const bus::AnswerHandler &handler, Milliseconds patience = bus::deadline);
     /// Reads all properties of an interface.
-    void getAll(const QString &interface, const bus::ReplyHandler &handler, Milliseconds patience = bus::deadline);
+    void getAll(const QString &interface, const bus::AnswerHandler &handler, Milliseconds patience = bus::deadline);
     /// Sets a property of the Player interface.
-    void setProperty(const QString &property, const QVariant &value, const bus::ReplyHandler &handler);
+    void setProperty(const QString &property, const QVariant &value, const bus::AnswerHandler &handler);
     /// Call this for every signal of the player: it says something, so it is responding.
     void noteSignOfLife();
 
@@ -42,7 +42,7 @@ Q_SIGNALS:
     void respondingChanged(bool responding);
 
 private:
-    [[nodiscard]] bool isFromStranger(const QDBusMessage &reply) const;
+    [[nodiscard]] bool isFromStranger(const bus::Answer &answer) const;
     void setResponding(bool responding);
 
     QDBusConnection m_bus;

@@ -177,13 +177,13 @@ void PlayerCommands::sendPlayPause()
     }
     m_comingStatus = wanted;
     send(wanted == PlaybackStatus::Stopped ? Command::Stop : Command::PlayPause,
-        [this](const QDBusMessage &reply) { handlePlayPauseReply(reply); });
+        [this](const bus::Answer &answer) { handlePlayPauseAnswer(answer); });
     Q_EMIT mirrorChanged(m_mirror.askedForStatus(wanted, now()));
 }
 
-void PlayerCommands::handlePlayPauseReply(const QDBusMessage &reply)
+void PlayerCommands::handlePlayPauseAnswer(const bus::Answer &answer)
 {
-    if (bus::isError(reply)) {
+    if (answer.isError()) {
         Q_EMIT mirrorChanged(m_mirror.commandFailed(now()));
         m_comingStatus = m_mirror.status();
     } else {
@@ -209,19 +209,19 @@ bool PlayerCommands::skip(Command command)
 
 void PlayerCommands::sendSkip(Command command)
 {
-    send(command, [this](const QDBusMessage &) {
+    send(command, [this](const bus::Answer &) {
         if (!m_waitingSkips.isEmpty()) {
             sendSkip(m_waitingSkips.takeFirst());
         }
     });
 }
 
-void PlayerCommands::send(Command command, const bus::ReplyHandler &handler)
+void PlayerCommands::send(Command command, const bus::AnswerHandler &handler)
 {
     m_unanswered.setFlag(command);
-    m_calls.ask(mpris::playerInterface, methodOf(command), {}, [this, command, handler](const QDBusMessage &reply) {
+    m_calls.ask(mpris::playerInterface, methodOf(command), {}, [this, command, handler](const bus::Answer &answer) {
         m_unanswered.setFlag(command, false);
-        handler(reply);
+        handler(answer);
         Q_EMIT effectExpected(effect);
     });
 }
@@ -232,12 +232,12 @@ void PlayerCommands::sendPosition(double seconds)
     const QVariant path = QVariant::fromValue(trackPath(m_mirror.reportedTrackId()));
     const QVariant microseconds = qlonglong(std::llround(seconds * microsecondsPerSecond));
     m_calls.ask(mpris::playerInterface, QStringLiteral("SetPosition"), {path, microseconds},
-        [this](const QDBusMessage &) { m_wantedPosition.answered(); });
+        [this](const bus::Answer &) { m_wantedPosition.answered(); });
 }
 
 void PlayerCommands::sendVolume(double volume)
 {
-    m_calls.setProperty(QStringLiteral("Volume"), volume, [this](const QDBusMessage &) {
+    m_calls.setProperty(QStringLiteral("Volume"), volume, [this](const bus::Answer &) {
         if (m_wantedVolume.answered()) {
             return;
         }
@@ -250,7 +250,7 @@ void PlayerCommands::sendVolume(double volume)
 void PlayerCommands::sendShuffle(bool enabled)
 {
     m_mirror.askedForShuffle(enabled, now());
-    m_calls.setProperty(QStringLiteral("Shuffle"), enabled, [this](const QDBusMessage &) {
+    m_calls.setProperty(QStringLiteral("Shuffle"), enabled, [this](const bus::Answer &) {
         if (m_wantedShuffle.answered()) {
             return;
         }
@@ -263,7 +263,7 @@ void PlayerCommands::sendShuffle(bool enabled)
 void PlayerCommands::sendLoopStatus(LoopStatus status)
 {
     m_mirror.askedForLoopStatus(status, now());
-    m_calls.setProperty(QStringLiteral("LoopStatus"), loopText(status), [this](const QDBusMessage &) {
+    m_calls.setProperty(QStringLiteral("LoopStatus"), loopText(status), [this](const bus::Answer &) {
         if (m_wantedLoopStatus.answered()) {
             return;
         }

@@ -57,10 +57,10 @@ private:
     [[nodiscard]] bool isToggling() const;
     [[nodiscard]] PlaybackStatus toggled(PlaybackStatus status) const;
     void sendPlayPause();
-    void handlePlayPauseReply(const QDBusMessage &reply);
+    void handlePlayPauseAnswer(const bus::Answer &answer);
     bool skip(Command command);
     void sendSkip(Command command);
-    void send(Command command, const bus::ReplyHandler &handler);
+    void send(Command command, const bus::AnswerHandler &handler);
     void sendPosition(double seconds);
     void sendVolume(double volume);
     void sendShuffle(bool enabled);

@@ -11,7 +11,6 @@
 
 #include <QDBusError>
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
 #include <QDeadlineTimer>
 #include <QEventLoop> // waits on a worker thread
 #include <QSet>
@@ -54,10 +53,15 @@ bool opensPlaylistFiles(const QVariantMap &properties)
 }
 
 /// Whether an error says only that the player did not answer.
-bool isSilence(const QDBusError &error)
+bool isSilence(const bus::Answer &answer)
 {
-    return bus::isUnanswered(error) || error.type() == QDBusError::Disconnected
-        || error.type() == QDBusError::ServiceUnknown;
+    return answer.isUnanswered() || answer.error == QDBusError::Disconnected
+        || answer.error == QDBusError::ServiceUnknown;
+}
+
+bool isDone(const std::optional<bus::Answer> &answer)
+{
+    return answer && !answer->isError();
 }
 
 } // namespace
@@ -180,16 +184,16 @@ std::optional<QList<PlaylistDetails>> PlayerPlaylists::readPages(
     const QString order = playersOwnOrder(properties);
     PlaylistPages pages(bus::number(properties.value(QStringLiteral("PlaylistCount"))));
     while (!pages.isComplete()) {
-        const QDBusMessage reply = ask(mpris::playlistsInterface, QStringLiteral("GetPlaylists"),
+        const std::optional<bus::Answer> answer = ask(mpris::playlistsInterface, QStringLiteral("GetPlaylists"),
             {pages.nextIndex(), uint(PlaylistPages::pageSize), order, false}, Milliseconds(deadline.remainingTime()));
-        if (reply.type() == QDBusMessage::InvalidMessage) {
+        if (!answer) {
             return std::nullopt;
         }
         // A player may answer a request beyond the last playlist with an error.
-        if (reply.type() == QDBusMessage::ErrorMessage) {
+        if (answer->isError()) {
             return pages.reachesCount() ? std::optional(pages.playlists()) : std::nullopt;
         }
-        pages.add(bus::plainArgument(reply, 0));
+        pages.add(answer->argument(0));
     }
     return pages.playlists();
 }
@@ -214,16 +218,13 @@ bool PlayerPlaylists::pauseWhatPlays() const
         return report.canControl.value_or(true);
     }
     const QString command = report.canPause.value_or(true) ? QStringLiteral("Pause") : QStringLiteral("Stop");
-    return report.canControl.value_or(true)
-        && ask(mpris::playerInterface, command, {}, bus::deadline).type() == QDBusMessage::ReplyMessage;
+    return report.canControl.value_or(true) && isDone(ask(mpris::playerInterface, command, {}, bus::deadline));
 }
 
 bool PlayerPlaylists::activate(const PlaylistDetails &playlist) const
 {
     const QVariant path = QVariant::fromValue(QDBusObjectPath(playlist.path));
-    const QDBusMessage reply =
-        ask(mpris::playlistsInterface, QStringLiteral("ActivatePlaylist"), {path}, bus::deadline);
-    if (reply.type() != QDBusMessage::ReplyMessage) {
+    if (!isDone(ask(mpris::playlistsInterface, QStringLiteral("ActivatePlaylist"), {path}, bus::deadline))) {
         return false;
     }
     m_playing->noteActivated(playlist);
@@ -262,18 +263,18 @@ std::optional<PlaybackStatus> PlayerPlaylists::readStatus() const
 bool PlayerPlaylists::open(const QString &file) const
 {
     const QString address = QString::fromLatin1(QUrl::fromLocalFile(file).toEncoded());
-    return ask(mpris::playerInterface, QStringLiteral("OpenUri"), {address}, bus::deadline).type()
-        == QDBusMessage::ReplyMessage;
+    return isDone(ask(mpris::playerInterface, QStringLiteral("OpenUri"), {address}, bus::deadline));
 }
 
 std::optional<QVariantMap> PlayerPlaylists::properties(const QString &interface, Milliseconds patience) const
 {
-    const QDBusMessage reply = ask(mpris::propertiesInterface, QStringLiteral("GetAll"), {interface}, patience);
-    if (reply.type() == QDBusMessage::InvalidMessage) {
+    const std::optional<bus::Answer> answer =
+        ask(mpris::propertiesInterface, QStringLiteral("GetAll"), {interface}, patience);
+    if (!answer) {
         return std::nullopt;
     }
     // For an interface that it does not have, Lollypop answers with an empty map, and other players with an error.
-    return bus::plainMap(reply, 0);
+    return bus::plainMap(answer->argument(0));
 }
 
 QString PlayerPlaylists::destination() const
@@ -282,24 +283,27 @@ QString PlayerPlaylists::destination() const
     return m_destination;
 }
 
-QDBusMessage PlayerPlaylists::ask(
+std::optional<bus::Answer> PlayerPlaylists::ask(
     const QString &interface, const QString &method, const QVariantList &arguments, Milliseconds patience) const
 {
     if (patience <= Milliseconds(0) || m_stop.stop_requested()) {
-        return {};
+        return std::nullopt;
     }
     const QDBusMessage message = bus::playerCall(destination(), interface, method, arguments);
 
     // An event loop, since a call that waits by itself could not be interrupted by stopWaiting().
     QEventLoop loop; // waits on a worker thread
-    const QDBusPendingCallWatcher answer(m_bus.asyncCall(message, int(patience.count())));
-    QObject::connect(&answer, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit); // waits on a worker thread
+    std::optional<bus::Answer> answer;
+    const auto handleAnswer = [&loop, &answer](const bus::Answer &given) {
+        answer = given;
+        loop.quit(); // waits on a worker thread
+    };
+    bus::send(m_bus, message, &loop, handleAnswer, patience);
     const std::stop_callback letGo(m_stop.get_token(), [&loop] {
         QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection); // waits on a worker thread
     });
     loop.exec();
-    const bool isSilent = !answer.isFinished() || (answer.isError() && isSilence(answer.error()));
-    return isSilent ? QDBusMessage() : answer.reply();
+    return answer && isSilence(*answer) ? std::nullopt : answer;
 }
 
 void PlayerPlaylists::wait(Milliseconds time) const

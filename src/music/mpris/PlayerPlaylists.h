@@ -78,7 +78,7 @@ private:
         const QString &interface, Milliseconds patience = bus::deadline) const;
     [[nodiscard]] QString destination() const;
     /// The player's reply, which may be an error; an invalid message if it does not answer within `patience`.
-    [[nodiscard]] QDBusMessage ask(
+    [[nodiscard]] std::optional<bus::Answer> ask(
         const QString &interface, const QString &method, const QVariantList &arguments, Milliseconds patience) const;
     void wait(Milliseconds time) const;
 

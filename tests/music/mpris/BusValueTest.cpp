@@ -8,6 +8,7 @@
 #include <QDBusObjectPath>
 #include <QDBusSignature>
 #include <QDBusVariant>
+#include <QElapsedTimer>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -387,6 +388,32 @@ private Q_SLOTS:
     {
         QCOMPARE(bus::plainValue(arrived(QVariantList(20'000, 1))).toList().size(), 1'000);
         QCOMPARE(bus::texts(bus::plainValue(arrived(QStringList(20'000, u"A"_s))), 32), QStringList(32, u"A"_s));
+    }
+
+    void whatIsCutOffIsNotUnpacked()
+    {
+        // Unpacked as a whole they take longer than a second.
+        const QVariant texts = arrived(QVariantMap{{u"texts"_s, QStringList(2'000'000, u"A"_s)}});
+        QElapsedTimer clock;
+        clock.start();
+        QCOMPARE(bus::plainMap(texts), QVariantMap({{u"texts"_s, QStringList(1'000, u"A"_s)}}));
+        QVERIFY2(clock.elapsed() < 100, qPrintable(QString::number(clock.elapsed())));
+    }
+
+    void aMessageKeepsTenThousandValues()
+    {
+        const QVariantList list = bus::plainValue(arrived(QVariantList(500, QStringList(500, u"A"_s)))).toList();
+        qsizetype kept = list.size();
+        for (const QVariant &texts : list) {
+            kept += texts.toStringList().size();
+        }
+        QCOMPARE(kept, 10'000);
+    }
+
+    void aTextIsCutWhateverItIsFor()
+    {
+        QCOMPARE(bus::plainValue(arrived(QString(100'000, u'A'))).toString().size(), 65'536);
+        QCOMPARE(bus::plainValue(arrived(QByteArray(100'000, 'A'))).toByteArray().size(), 65'536);
     }
 
     void aHugeKeyFromTheBusIsCut()

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "music/mpris/bus/BusCall.h"
 #include "music/mpris/bus/Instant.h"
 #include "support/elapse.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QList>
 #include <QPointer>
 #include <QTimer>
@@ -59,7 +60,7 @@ public:
     /// Whether a call of `music` has not been answered yet.
     [[nodiscard]] static bool hasUnansweredCall(const QObject &music)
     {
-        return !music.findChildren<QDBusPendingCallWatcher *>().isEmpty();
+        return !music.findChildren<bus::PendingCall *>().isEmpty();
     }
 
     /// When the bus has answered, all that was sent over the connection before is on its way to the receivers, and all
@@ -69,6 +70,11 @@ public:
         const QString bus = QStringLiteral("org.freedesktop.DBus");
         const QDBusMessage answer = connection.call(
             QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus, QStringLiteral("GetId")));
+        // What came before is unpacked on the thread that reads the connection.
+        if (QDBusConnectionInterface *reader = connection.interface()) {
+            QMetaObject::invokeMethod(
+                reader, [] {}, Qt::BlockingQueuedConnection);
+        }
         QCoreApplication::sendPostedEvents();
         return answer.type() == QDBusMessage::ReplyMessage;
     }

@@ -35,7 +35,7 @@ private Q_SLOTS:
 
 private:
     /// Sends GetAll and waits for what the handler gets.
-    QDBusMessage answer(Milliseconds patience = bus::deadline);
+    bus::Answer answer(Milliseconds patience = bus::deadline);
     void letADeadlinePass();
 
     std::unique_ptr<PrivateBus> m_bus;
@@ -68,19 +68,20 @@ void PlayerCallsTest::cleanup()
     QDBusConnection::disconnectFromBus(u"control"_s);
 }
 
-QDBusMessage PlayerCallsTest::answer(Milliseconds patience)
+bus::Answer PlayerCallsTest::answer(Milliseconds patience)
 {
-    std::optional<QDBusMessage> received;
+    std::optional<bus::Answer> received;
     m_calls->getAll(
-        mpris::playerInterface, [&received](const QDBusMessage &reply) { received = reply; }, patience);
-    return QTest::qWaitFor([&received] { return received.has_value(); }) ? *received : QDBusMessage();
+        mpris::playerInterface, [&received](const bus::Answer &given) { received = given; }, patience);
+    return QTest::qWaitFor([&received] { return received.has_value(); }) ? *received
+                                                                         : bus::Answer{.error = QDBusError::Other};
 }
 
 void PlayerCallsTest::letADeadlinePass()
 {
     m_player->freeze();
-    const QDBusMessage reply = answer(20ms);
-    QVERIFY(bus::isUnanswered(QDBusError(reply)));
+    const bus::Answer reply = answer(20ms);
+    QVERIFY(reply.isUnanswered());
     QVERIFY(!m_calls->isResponding());
 }
 
@@ -89,10 +90,10 @@ void PlayerCallsTest::callsGoToTheNameWhereAConnectionOwnsSeveral()
     const QString owner = m_calls->destination();
     m_calls->addressByName(mpris::namePrefix + u"tunedeckdemo"_s);
     QCOMPARE(m_calls->destination(), mpris::namePrefix + u"tunedeckdemo"_s);
-    QVERIFY(!bus::isError(answer()));
+    QVERIFY(!answer().isError());
     m_calls->addressByName(QString());
     QCOMPARE(m_calls->destination(), owner);
-    QVERIFY(!bus::isError(answer()));
+    QVERIFY(!answer().isError());
 }
 
 void PlayerCallsTest::theAnswerOfAnotherThatTookTheNameIsAnError()
@@ -100,16 +101,16 @@ void PlayerCallsTest::theAnswerOfAnotherThatTookTheNameIsAnError()
     m_calls->addressByName(mpris::namePrefix + u"tunedeckdemo"_s);
     const DemoPlayerProcess next(*m_bus, m_bus->connect(u"next"_s), {u"--replace"_s});
     QVERIFY(next.isReady());
-    QVERIFY(bus::isError(answer()));
+    QVERIFY(answer().isError());
     QCOMPARE(m_changes->count(), 0);
     QDBusConnection::disconnectFromBus(u"next"_s);
 }
 
 void PlayerCallsTest::anAnswerReachesItsHandler()
 {
-    const QDBusMessage reply = answer();
-    QVERIFY(!bus::isError(reply));
-    QCOMPARE(reply.arguments().size(), 1);
+    const bus::Answer reply = answer();
+    QVERIFY(!reply.isError());
+    QCOMPARE(reply.arguments.size(), 1);
     QVERIFY(m_calls->isResponding());
     QCOMPARE(m_changes->count(), 0);
 }
@@ -119,7 +120,7 @@ void PlayerCallsTest::aPlayerThatLetsADeadlinePassIsNotRespondingUntilItsNextAns
     letADeadlinePass();
     QCOMPARE(m_changes->count(), 1);
     m_player->thaw();
-    QVERIFY(!bus::isError(answer()));
+    QVERIFY(!answer().isError());
     QVERIFY(m_calls->isResponding());
     QCOMPARE(m_changes->count(), 2);
 }
@@ -138,7 +139,7 @@ void PlayerCallsTest::aCallLostInASilenceDoesNotBringItBack()
 {
     m_player->freeze();
     int unanswered = 0;
-    const auto count = [&unanswered](const QDBusMessage &) { ++unanswered; };
+    const auto count = [&unanswered](const bus::Answer &) { ++unanswered; };
     m_calls->getAll(mpris::playerInterface, count, 20ms);
     m_calls->getAll(mpris::playerInterface, count, 200ms);
     QTRY_COMPARE(unanswered, 1);
@@ -153,10 +154,10 @@ void PlayerCallsTest::aRefusalOfThePlayerIsAnAnswer()
 {
     letADeadlinePass();
     m_player->thaw();
-    std::optional<QDBusMessage> received;
-    m_calls->ask(mpris::playerInterface, u"Dance"_s, {}, [&received](const QDBusMessage &reply) { received = reply; });
+    std::optional<bus::Answer> received;
+    m_calls->ask(mpris::playerInterface, u"Dance"_s, {}, [&received](const bus::Answer &given) { received = given; });
     QTRY_VERIFY(received.has_value());
-    QVERIFY(bus::isError(*received));
+    QVERIFY(received->isError());
     QVERIFY(m_calls->isResponding());
 }
 
@@ -164,8 +165,8 @@ void PlayerCallsTest::theBusThatAnswersForAPlayerThatIsGoneIsNoSignOfLife()
 {
     letADeadlinePass();
     m_player->kill();
-    QDBusMessage reply;
-    QTRY_VERIFY((reply = answer()).errorName() == u"org.freedesktop.DBus.Error.NameHasNoOwner"_s);
+    bus::Answer reply;
+    QTRY_VERIFY((reply = answer()).errorName == u"org.freedesktop.DBus.Error.NameHasNoOwner"_s);
     QVERIFY(!m_calls->isResponding());
 }
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlayerRegistry.h"
 #include "DemoPlayerProcess.h"
+#include "music/mpris/bus/BusCall.h"
 #include "support/PrivateBus.h"
 #include "support/TurnWatch.h"
 #include "support/registerTest.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QGuiApplication>
 #include <QRegularExpression>
 #include <QTest>
@@ -107,7 +107,7 @@ void PlayerRegistryTest::aPlayersOwnNameIsShortAndPlain()
     TurnWatch turns;
     m_registry = std::make_unique<PlayerRegistry>(connection, std::chrono::steady_clock::now);
     QTRY_VERIFY(m_registry->isReady());
-    QTRY_VERIFY(m_registry->findChildren<QDBusPendingCallWatcher *>().isEmpty());
+    QTRY_VERIFY(m_registry->findChildren<bus::PendingCall *>().isEmpty());
     const qint64 longest = turns.longest();
     QCOMPARE(identity(), shown);
     QVERIFY(m_registry->players().front()->isAttached());

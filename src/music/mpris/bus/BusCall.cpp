@@ -1,11 +1,40 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/bus/BusCall.h"
 
+#include "music/mpris/bus/BusValue.h"
 #include "music/mpris/bus/MprisNames.h"
+#include "platform/readingThread.h"
 
 #include <QDBusPendingCallWatcher>
+#include <QThread>
 
 namespace tunedeck::bus {
+
+namespace {
+
+/// Unpacks an answer of any size on the thread that reads the connection, and releases it there. The other threads get
+/// what is left.
+class AnswerReader : public QObject {
+    Q_OBJECT
+
+Q_SIGNALS:
+    void read(const tunedeck::bus::Answer &answer);
+};
+
+Answer answerFrom(const QDBusMessage &reply, bool isOfPlayer)
+{
+    Answer answer{.sender = reply.service()};
+    if (reply.type() == QDBusMessage::ErrorMessage) {
+        answer.error = QDBusError(reply).type();
+        answer.errorName = reply.errorName();
+        answer.errorMessage = reply.errorMessage().left(maximumTextLength);
+    } else {
+        answer.arguments = isOfPlayer ? plainArguments(reply) : reply.arguments();
+    }
+    return answer;
+}
+
+} // namespace
 
 QDBusMessage playerCall(
     const QString &owner, const QString &interface, const QString &method, const QVariantList &arguments)
@@ -23,31 +52,44 @@ QDBusMessage daemonCall(const QString &method, const QVariantList &arguments)
     return call;
 }
 
-void send(const QDBusConnection &connection, const QDBusMessage &call, QObject *context, const ReplyHandler &handler,
-    Milliseconds patience)
+bool Answer::isUnanswered() const
 {
-    auto *watcher = new QDBusPendingCallWatcher(connection.asyncCall(call, int(patience.count())), context);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context, [watcher, handler] {
+    return error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut;
+}
+
+PendingCall::PendingCall(
+    const QDBusConnection &connection, const QDBusMessage &call, Milliseconds patience, QObject *parent)
+    : QObject(parent)
+{
+    auto *reader = new AnswerReader;
+    m_reader = reader;
+    connect(reader, &AnswerReader::read, this, &PendingCall::answered, Qt::QueuedConnection);
+    auto *watcher = new QDBusPendingCallWatcher(connection.asyncCall(call, int(patience.count())), reader);
+    const bool isForPlayer = call.service() != mpris::busService;
+    connect(watcher, &QDBusPendingCallWatcher::finished, reader, [reader, watcher, isForPlayer] {
         watcher->deleteLater();
-        handler(watcher->reply());
+        Q_EMIT reader->read(answerFrom(watcher->reply(), isForPlayer));
     });
-}
-
-bool isError(const QDBusMessage &reply)
-{
-    return reply.type() == QDBusMessage::ErrorMessage;
-}
-
-bool isUnanswered(const QDBusError &error)
-{
-    switch (error.type()) {
-    case QDBusError::NoReply:
-    case QDBusError::Timeout:
-    case QDBusError::TimedOut:
-        return true;
-    default:
-        return false;
+    if (QThread *thread = readingThread(connection)) {
+        reader->moveToThread(thread);
     }
 }
 
+PendingCall::~PendingCall()
+{
+    m_reader->deleteLater();
+}
+
+void send(const QDBusConnection &connection, const QDBusMessage &call, QObject *context, const AnswerHandler &handler,
+    Milliseconds patience)
+{
+    auto *pending = new PendingCall(connection, call, patience, context);
+    QObject::connect(pending, &PendingCall::answered, context, [pending, handler](const Answer &answer) {
+        pending->deleteLater();
+        handler(answer);
+    });
+}
+
 } // namespace tunedeck::bus
+
+#include "BusCall.moc"

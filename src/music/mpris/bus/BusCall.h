@@ -6,14 +6,29 @@
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
+#include <QObject>
+#include <QString>
+#include <QVariantList>
 
 #include <functional>
 
-class QObject;
-
 namespace tunedeck::bus {
 
-using ReplyHandler = std::function<void(const QDBusMessage &reply)>;
+/// The answer to a call. A player's arguments are plain (see plainValue()), those of the bus itself as they came.
+struct Answer {
+    QString sender = {}; ///< unique name of the connection that answered; of the bus, its name; empty if nobody did
+    QVariantList arguments = {};
+    QDBusError::ErrorType error = QDBusError::NoError;
+    QString errorName = {};
+    QString errorMessage = {}; ///< cut at maximumTextLength
+
+    [[nodiscard]] bool isError() const { return error != QDBusError::NoError; }
+    /// Whether the deadline passed without an answer.
+    [[nodiscard]] bool isUnanswered() const;
+    [[nodiscard]] QVariant argument(qsizetype index) const { return arguments.value(index); }
+};
+
+using AnswerHandler = std::function<void(const Answer &answer)>;
 
 /// Time that the bus and every player get to answer a call.
 inline constexpr Milliseconds deadline{1'000};
@@ -24,13 +39,24 @@ inline constexpr Milliseconds deadline{1'000};
 /// A call of a method of the bus itself.
 [[nodiscard]] QDBusMessage daemonCall(const QString &method, const QVariantList &arguments = {});
 
-/// Sends `call` and returns at once. `handler` is called on the thread of `context` with the reply or the error, or not
-/// at all if `context` is deleted first. `patience` is the time until the error NoReply.
-void send(const QDBusConnection &connection, const QDBusMessage &call, QObject *context, const ReplyHandler &handler,
-    Milliseconds patience = deadline);
+/// A call that has not been answered yet. It ends with its parent or with the answer.
+class PendingCall : public QObject {
+    Q_OBJECT
 
-[[nodiscard]] bool isError(const QDBusMessage &reply);
-/// Whether the deadline passed without an answer.
-[[nodiscard]] bool isUnanswered(const QDBusError &error);
+public:
+    PendingCall(const QDBusConnection &connection, const QDBusMessage &call, Milliseconds patience, QObject *parent);
+    ~PendingCall() override;
+
+Q_SIGNALS:
+    void answered(const tunedeck::bus::Answer &answer);
+
+private:
+    QObject *m_reader; ///< on the thread that reads the connection, where it is deleted
+};
+
+/// Sends `call` and returns at once. `handler` is called on this thread with the answer, or not at all if `context` is
+/// deleted first; `context` must be on this thread. `patience` is the time until the error NoReply.
+void send(const QDBusConnection &connection, const QDBusMessage &call, QObject *context, const AnswerHandler &handler,
+    Milliseconds patience = deadline);
 
 } // namespace tunedeck::bus

@@ -16,83 +16,146 @@ namespace tunedeck::bus {
 namespace {
 
 constexpr int maximumDepth = 8;
+/// The messages that players send have up to three.
+constexpr qsizetype maximumArguments = 8;
 
-QVariant plain(const QVariant &value, int depth);
-
-QVariantMap plainEntries(const QDBusArgument &argument, int depth)
-{
-    QVariantMap map;
-    argument.beginMap();
-    for (int i = 0; i < maximumElements && !argument.atEnd(); ++i) {
-        argument.beginMapEntry();
-        const QVariant key = argument.asVariant();
-        const QVariant value = argument.asVariant();
-        argument.endMapEntry();
-        if (key.typeId() == QMetaType::QString) {
-            map.insert(key.toString().left(maximumTextLength), plain(value, depth + 1));
+/// Unpacks a value as far as it is kept. QtDBus would unpack a list of texts in a variant as a whole: 30 megabytes of
+/// them take a second and 200 megabytes.
+class Unpacking {
+public:
+    [[nodiscard]] QVariant plain(const QVariant &value, int depth)
+    {
+        if (depth > maximumDepth) {
+            return {};
+        }
+        switch (const QMetaType type = value.metaType(); type.id()) {
+        case QMetaType::QString:
+            return cut(value.toString());
+        case QMetaType::QByteArray:
+            return cut(value.toByteArray());
+        case QMetaType::QStringList:
+            return cutList(value.value<QStringList>());
+        default:
+            return plainOfBus(value, type, depth);
         }
     }
-    argument.endMap();
-    return map;
-}
 
-QVariantList plainElements(const QDBusArgument &argument, int depth)
-{
-    QVariantList list;
-    for (int i = 0; i < maximumElements && !argument.atEnd(); ++i) {
-        list.append(plain(argument.asVariant(), depth + 1));
+private:
+    /// For a copy that does not hold on to the whole.
+    template <typename Text> static Text cut(const Text &text)
+    {
+        return text.size() > longestRawText ? text.left(longestRawText) : text;
     }
-    return list;
-}
 
-/// Every container that is begun must be ended, or it leaks with its message.
-QVariant plainArgument(const QDBusArgument &argument, int depth)
-{
-    switch (argument.currentType()) {
-    case QDBusArgument::MapType:
-        return plainEntries(argument, depth);
-    case QDBusArgument::ArrayType: {
+    [[nodiscard]] QStringList cutList(const QStringList &texts)
+    {
+        QStringList list;
+        for (const QString &text : texts.mid(0, maximumElements)) {
+            if (!takeOne()) {
+                break;
+            }
+            list.append(cut(text));
+        }
+        return list;
+    }
+
+    [[nodiscard]] QVariant plainOfBus(const QVariant &value, QMetaType type, int depth)
+    {
+        if (type == QMetaType::fromType<QDBusVariant>()) {
+            return plain(value.value<QDBusVariant>().variant(), depth + 1);
+        }
+        if (type == QMetaType::fromType<QDBusArgument>()) {
+            return plainArgument(value.value<QDBusArgument>(), depth);
+        }
+        if (type == QMetaType::fromType<QDBusObjectPath>()) {
+            return cut(value.value<QDBusObjectPath>().path());
+        }
+        if (type == QMetaType::fromType<QDBusSignature>()) {
+            return value.value<QDBusSignature>().signature();
+        }
+        return value;
+    }
+
+    /// Reads the current element. Every container that is begun must be ended, or it leaks with its message.
+    [[nodiscard]] QVariant plainArgument(const QDBusArgument &argument, int depth)
+    {
+        switch (argument.currentType()) {
+        case QDBusArgument::MapType: {
+            argument.beginMap();
+            const QVariantMap map = depth > maximumDepth ? QVariantMap() : entries(argument, depth);
+            argument.endMap();
+            return depth > maximumDepth ? QVariant() : map;
+        }
+        case QDBusArgument::ArrayType: {
+            argument.beginArray();
+            const QVariantList list = depth > maximumDepth ? QVariantList() : elements(argument, depth);
+            argument.endArray();
+            return depth > maximumDepth ? QVariant() : list;
+        }
+        case QDBusArgument::StructureType: {
+            argument.beginStructure();
+            const QVariantList list = depth > maximumDepth ? QVariantList() : elements(argument, depth);
+            argument.endStructure();
+            return depth > maximumDepth ? QVariant() : list;
+        }
+        case QDBusArgument::VariantType: {
+            // QtDBus enters any container so, also the one that a variant is on the bus.
+            argument.beginStructure();
+            const QVariant value = depth > maximumDepth ? QVariant() : plainArgument(argument, depth + 1);
+            argument.endStructure();
+            return value;
+        }
+        case QDBusArgument::BasicType:
+            return basic(argument, depth);
+        case QDBusArgument::MapEntryType:
+        case QDBusArgument::UnknownType:
+            return {};
+        }
+        return {};
+    }
+
+    [[nodiscard]] QVariant basic(const QDBusArgument &argument, int depth)
+    {
+        if (argument.currentSignature() != u"as") {
+            return plain(argument.asVariant(), depth);
+        }
+        QStringList texts;
         argument.beginArray();
-        const QVariantList elements = plainElements(argument, depth);
+        while (texts.size() < maximumElements && !argument.atEnd() && takeOne()) {
+            texts.append(cut(argument.asVariant().toString()));
+        }
         argument.endArray();
-        return elements;
+        return depth > maximumDepth ? QVariant() : texts;
     }
-    case QDBusArgument::StructureType: {
-        argument.beginStructure();
-        const QVariantList elements = plainElements(argument, depth);
-        argument.endStructure();
-        return elements;
-    }
-    case QDBusArgument::BasicType:
-    case QDBusArgument::VariantType:
-        return plain(argument.asVariant(), depth + 1);
-    case QDBusArgument::MapEntryType:
-    case QDBusArgument::UnknownType:
-        return {};
-    }
-    return {};
-}
 
-QVariant plain(const QVariant &value, int depth)
-{
-    if (depth > maximumDepth) {
-        return {};
+    [[nodiscard]] QVariantMap entries(const QDBusArgument &argument, int depth)
+    {
+        QVariantMap map;
+        for (int i = 0; i < maximumElements && !argument.atEnd() && takeOne(); ++i) {
+            argument.beginMapEntry();
+            const QVariant key = argument.asVariant();
+            const QVariant value = plainArgument(argument, depth + 1);
+            argument.endMapEntry();
+            if (key.typeId() == QMetaType::QString) {
+                map.insert(key.toString().left(maximumTextLength), value);
+            }
+        }
+        return map;
     }
-    const QMetaType type = value.metaType();
-    if (type == QMetaType::fromType<QDBusVariant>()) {
-        return plain(value.value<QDBusVariant>().variant(), depth + 1);
+
+    [[nodiscard]] QVariantList elements(const QDBusArgument &argument, int depth)
+    {
+        QVariantList list;
+        for (int i = 0; i < maximumElements && !argument.atEnd() && takeOne(); ++i) {
+            list.append(plainArgument(argument, depth + 1));
+        }
+        return list;
     }
-    if (type == QMetaType::fromType<QDBusArgument>()) {
-        return plainArgument(value.value<QDBusArgument>(), depth);
-    }
-    if (type == QMetaType::fromType<QDBusObjectPath>()) {
-        return value.value<QDBusObjectPath>().path();
-    }
-    if (type == QMetaType::fromType<QDBusSignature>()) {
-        return value.value<QDBusSignature>().signature();
-    }
-    return value;
-}
+
+    [[nodiscard]] bool takeOne() { return m_left > 0 && m_left-- > 0; }
+
+    int m_left = maximumValues;
+};
 
 bool isUnprintable(char32_t character)
 {
@@ -129,23 +192,23 @@ QString cleanText(const QString &source)
 
 QVariant plainValue(const QVariant &value)
 {
-    return plain(value, 0);
+    return Unpacking().plain(value, 0);
 }
 
-QVariant plainArgument(const QDBusMessage &message, qsizetype index)
+QVariantList plainArguments(const QDBusMessage &message)
 {
-    return plainValue(message.arguments().value(index));
+    QVariantList arguments;
+    Unpacking unpacking;
+    for (const QVariant &argument : message.arguments().mid(0, maximumArguments)) {
+        arguments.append(unpacking.plain(argument, 0));
+    }
+    return arguments;
 }
 
 QVariantMap plainMap(const QVariant &value)
 {
     const QVariant plainVariant = plainValue(value);
     return plainVariant.typeId() == QMetaType::QVariantMap ? plainVariant.toMap() : QVariantMap();
-}
-
-QVariantMap plainMap(const QDBusMessage &message, qsizetype index)
-{
-    return plainMap(message.arguments().value(index));
 }
 
 std::optional<QString> text(const QVariant &value)

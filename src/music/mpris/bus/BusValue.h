@@ -18,15 +18,19 @@ inline constexpr qsizetype maximumTextLength = 1'000;
 /// Elements kept of a list or map.
 inline constexpr int maximumElements = 1'000;
 
+/// Values kept of a message, in all its lists and maps.
+inline constexpr int maximumValues = 10'000;
+/// Characters, or bytes, kept of a value that is not known to be a text for people yet.
+inline constexpr qsizetype longestRawText = 65'536;
+
 /// Turns the values that QtDBus leaves packed (maps, lists, structures, variants, object paths) into QVariantMap,
-/// QVariantList and QString. Lists and maps are cut at maximumElements; values nested more than eight deep are left
-/// out.
+/// QVariantList and QString. What would be cut is not unpacked first. Lists and maps are cut at maximumElements, all of
+/// them together at maximumValues, bytes and texts at longestRawText; values nested more than eight deep are left out.
 [[nodiscard]] QVariant plainValue(const QVariant &value);
 /// The map in `value`, made plain; empty if `value` is no map.
 [[nodiscard]] QVariantMap plainMap(const QVariant &value);
-/// The argument at `index` of a message, made plain; invalid if the message has no such argument.
-[[nodiscard]] QVariant plainArgument(const QDBusMessage &message, qsizetype index);
-[[nodiscard]] QVariantMap plainMap(const QDBusMessage &message, qsizetype index);
+/// The arguments of a message, made plain.
+[[nodiscard]] QVariantList plainArguments(const QDBusMessage &message);
 
 /// A text, or a list of texts joined with ", ". It is cut at maximumTextLength and trimmed; control characters and line
 /// ends become spaces, and characters that turn the text around them go (see isDirectionControl()). None if nothing is

@@ -5,7 +5,6 @@
 #include "music/mpris/bus/BusValue.h"
 #include "music/mpris/bus/MprisNames.h"
 
-#include <QDBusReply>
 #include <QMap>
 
 #include <algorithm>
@@ -83,7 +82,7 @@ void NamesOnBus::list()
         return;
     }
     bus::send(m_bus, bus::daemonCall(QStringLiteral("ListNames")), this,
-        [this](const QDBusMessage &reply) { handleList(reply.arguments().value(0).toStringList()); });
+        [this](const bus::Answer &answer) { handleList(answer.argument(0).toStringList()); });
 }
 
 void NamesOnBus::handleList(const QStringList &names)
@@ -158,11 +157,11 @@ void NamesOnBus::askMore()
 void NamesOnBus::askForOwner(const QString &name)
 {
     ++m_questions;
-    const auto handleOwner = [this, name](const QDBusReply<QString> &owner) {
+    const auto handleOwner = [this, name](const bus::Answer &answer) {
         --m_questions;
         // A name that has changed hands since then has been announced.
-        if (owner.isValid() && !m_records.contains(name)) {
-            add(name, {.connection = owner.value(), .cameLater = m_isComplete});
+        if (!answer.isError() && !m_records.contains(name)) {
+            add(name, {.connection = answer.argument(0).toString(), .cameLater = m_isComplete});
         }
         askMore();
     };
@@ -172,12 +171,11 @@ void NamesOnBus::askForOwner(const QString &name)
 void NamesOnBus::askForProcess(const QString &connection)
 {
     ++m_questions;
-    const auto handleProcess = [this, connection](const QDBusMessage &reply) {
+    const auto handleProcess = [this, connection](const bus::Answer &answer) {
         --m_questions;
         if (m_namesOf.contains(connection)) {
-            const std::optional<double> number = bus::number(bus::plainArgument(reply, 0));
-            m_processes.insert(
-                connection, number && !bus::isError(reply) ? std::optional(qint64(*number)) : std::nullopt);
+            const std::optional<double> number = bus::number(answer.argument(0));
+            m_processes.insert(connection, number && !answer.isError() ? std::optional(qint64(*number)) : std::nullopt);
             const QSet<QString> names = m_isComplete ? m_namesOf.value(connection) : QSet<QString>();
             for (const QString &name : names) {
                 announce(name);

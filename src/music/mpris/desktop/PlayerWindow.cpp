@@ -7,7 +7,6 @@
 #include "platform/ActivationToken.h"
 #include "platform/DesktopEntries.h"
 
-#include <QDBusReply>
 #include <QRegularExpression>
 
 namespace tunedeck {
@@ -115,14 +114,15 @@ void PlayerWindow::handleFacts(const QString &desktopEntry)
 
 void PlayerWindow::findApplication()
 {
-    const auto handleOwner = [this, player = m_player](const QDBusReply<QString> &owner) {
+    const auto handleOwner = [this, player = m_player](const bus::Answer &answer) {
         if (player != m_player) {
             return;
         }
-        if (!owner.isValid() || owner.value() == m_player->owner) {
-            setApplication(owner.value());
+        const QString owner = answer.argument(0).toString();
+        if (answer.isError() || owner == m_player->owner) {
+            setApplication(owner);
         } else {
-            compareProcess(owner.value());
+            compareProcess(owner);
         }
     };
     bus::send(m_bus, bus::daemonCall(QStringLiteral("GetNameOwner"), {m_player->desktopEntry}), this, handleOwner);
@@ -131,9 +131,9 @@ void PlayerWindow::findApplication()
 /// Any program may own the name that the player says is its own.
 void PlayerWindow::compareProcess(const QString &owner)
 {
-    const auto handleProcess = [this, player = m_player, owner](const QDBusReply<uint> &processId) {
+    const auto handleProcess = [this, player = m_player, owner](const bus::Answer &answer) {
         if (player == m_player) {
-            const bool isSame = processId.isValid() && m_player->processId == qint64(processId.value());
+            const bool isSame = !answer.isError() && m_player->processId == answer.argument(0).toLongLong();
             setApplication(isSame ? owner : QString());
         }
     };
@@ -151,9 +151,8 @@ void PlayerWindow::setApplication(const QString &owner)
 /// Totem answers and shows nothing, but can be raised. A window that has come already is not changed by that.
 void PlayerWindow::activate(const ActivationToken &token)
 {
-    const auto handleAnswer = [this, player = m_player](const QDBusMessage &answer) {
-        const bool isAnswered = !bus::isError(answer) || !bus::isUnanswered(QDBusError(answer));
-        if (isAnswered && player == m_player && m_player->canRaise) {
+    const auto handleAnswer = [this, player = m_player](const bus::Answer &answer) {
+        if (!answer.isUnanswered() && player == m_player && m_player->canRaise) {
             raise();
         }
     };
@@ -163,7 +162,7 @@ void PlayerWindow::activate(const ActivationToken &token)
 void PlayerWindow::raise()
 {
     const QDBusMessage call = bus::playerCall(m_player->destination, mpris::rootInterface, QStringLiteral("Raise"));
-    bus::send(m_bus, call, this, [](const QDBusMessage &) {});
+    bus::send(m_bus, call, this, [](const bus::Answer &) {});
 }
 
 } // namespace tunedeck
