@@ -26,6 +26,12 @@ Transfer::Transfer(const TransferRules &rules, qint64 maximumSize, Sink sink, QO
     , m_maximumSize(maximumSize)
     , m_sink(std::move(sink))
 {
+    m_proxyPatience.setSingleShot(true);
+    m_proxyPatience.setInterval(rules.patience);
+    connect(&m_proxyPatience, &QTimer::timeout, this, [this] {
+        m_proxies.disconnect(this);
+        Q_EMIT failed(UpdateFailure::stalled);
+    });
     connect(&m_proxies, &QFutureWatcher<QList<QNetworkProxy>>::finished, this, &Transfer::request);
 }
 
@@ -49,11 +55,14 @@ void Transfer::load(const QUrl &url)
         return;
     }
     m_url = url;
+    // The system may ask a server for the proxy.
+    m_proxyPatience.start();
     m_proxies.setFuture(inBackground([url] { return proxiesFor(url); }));
 }
 
 void Transfer::request()
 {
+    m_proxyPatience.stop();
     const QNetworkProxy proxy = m_proxies.result().value(0, QNetworkProxy(QNetworkProxy::NoProxy));
     m_request =
         std::make_unique<HttpsRequest>(m_rules, m_url, proxy, [this](QByteArrayView bytes) { return receive(bytes); });

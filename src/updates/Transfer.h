@@ -10,6 +10,7 @@
 #include <QList>
 #include <QNetworkProxy>
 #include <QObject>
+#include <QTimer>
 #include <QUrl>
 
 #include <atomic>
@@ -58,6 +59,7 @@ private:
     const Sink m_sink;
     QUrl m_url;
     QFutureWatcher<QList<QNetworkProxy>> m_proxies;
+    QTimer m_proxyPatience;
     int m_redirects = 0;
     std::atomic<qint64> m_size = 0;
     std::atomic_bool m_isProgressPosted = false;
