@@ -23,7 +23,7 @@ from xserver import CLIENT_MESSAGE, XServer  # noqa: E402
 CONTENT = (450, 64)
 DRAWER = 60  # what the open drawer adds to the height
 SHADOW = (14, 14, 9, 19)  # left, right, top, bottom
-METAL, DISPLAY, FORWARD = (128, 4), (300, 20), (106, 21)  # in the content
+METAL, DISPLAY, FORWARD, CLOSE = (128, 4), (300, 20), (106, 21), (15, 13)  # in the content
 QUIET, VOLUME, LOUD = (38, 52), (70, 52), (114, 52)
 SCREEN = (1280, 720)
 
@@ -238,6 +238,15 @@ class WindowTest(DesktopTest):
             self.assertTrue(becomes(lambda: self.volume() < before))
             output("xdotool", "click", "4")
             self.assertTrue(becomes(lambda: self.volume() >= before))
+
+    def test_the_window_buttons_notice_that_the_pointer_leaves_them_while_a_menu_is_open(self) -> None:
+        window = self.open_window()
+        before = settled(lambda: window.color(CLOSE))
+        x, y, _, _ = window.content()
+        output("xdotool", "mousemove", str(x + CLOSE[0]), str(y + CLOSE[1]), "click", "3")
+        self.assertNotEqual(seen_when(lambda: window.color(CLOSE), lambda seen: seen != before), before)
+        output("xdotool", "mousemove", "5", "5", "key", "Escape")
+        self.assert_becomes(before, lambda: window.color(CLOSE))
 
     def test_the_sides_resize_it_within_its_limits(self) -> None:
         window = self.open_window()

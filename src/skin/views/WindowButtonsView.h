@@ -16,6 +16,8 @@ public:
 
     [[nodiscard]] bool mouseHovering() const { return m_mouseHovering; }
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 Q_SIGNALS:
     void mouseHoveringChanged(bool isHovering);
 
@@ -24,6 +26,7 @@ protected:
     void leaveEvent(QEvent *event) override;
 
 private:
+    void endHovering();
     void setMouseHovering(bool isHovering);
 
     bool m_mouseHovering = false;
