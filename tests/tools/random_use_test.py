@@ -68,8 +68,8 @@ class FindingTest(unittest.TestCase):
                          ["push button Next (2 pixels)", "the desktop (1 pixels)", "frame Tunedeck (1 pixels)"])
 
     def test_what_is_rounded_otherwise_is_no_difference(self) -> None:
-        self.assertTrue(look_alike(picture((200, 120), light=2), picture()))
-        self.assertFalse(look_alike(picture((200, 120), light=3), picture()))
+        self.assertTrue(look_alike(picture((200, 120), light=6), picture()))
+        self.assertFalse(look_alike(picture((200, 120), light=7), picture()))
 
     def test_what_grows_by_more_than_it_may_is_named(self) -> None:
         growth = Held(files=2, threads=2, memory=100, on_server=2)

@@ -9,8 +9,9 @@ from pathlib import Path
 from random_use.desktop import SCREEN
 
 WIDTH, HEIGHT = SCREEN
-# Text that is drawn again in part can be rounded otherwise than text that is drawn at once.
-ROUNDING = 2
+# Text that is drawn again in part is rounded otherwise than text that is drawn at once, and a knob may be some hundredths
+# of a pixel off: the program does not correct a position where nobody sees it.
+ROUNDING = 6
 MOST_NAMED = 20_000  # pixels; of more, only some are looked up
 
 
