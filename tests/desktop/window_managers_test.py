@@ -157,7 +157,7 @@ class ControlsTest(WindowManagerTest):
         def picture() -> str:
             return self.window.picture(*PROGRESS_ROW)
 
-        self.tell_player("cannot CanSeek on", "wrong CanSeek bool true")
+        self.tell_player("wrong CanSeek bool true", "cannot CanSeek on")
         before = settled(picture)
         self.window.begin_drag(PROGRESS_START, self.scaled((100, 0)))
         self.assertTrue(becomes(lambda: picture() != before))
