@@ -55,7 +55,9 @@ def shown(element: Atspi.Accessible) -> Iterator[Atspi.Accessible]:
 
 
 def work(process: int, role: str, number: int) -> None:
-    found = [element for window in windows(process) for element in shown(window) if element.get_role_name() == role]
+    # Closing the window ends the program.
+    found = [element for window in windows(process) for element in shown(window)
+             if element.get_role_name() == role and element.get_name() != "Close"]
     if found:
         control = found[number % len(found)]
         if role == "slider":

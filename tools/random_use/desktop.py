@@ -12,7 +12,7 @@ from pathlib import Path
 from unittest import mock
 
 import gi
-from session import Build, accessibility_bus, compositor, running, seen_when, session, until, window_manager
+from session import Build, accessibility_bus, becomes, compositor, running, seen_when, session, until, window_manager
 from xserver import SUBSTRUCTURE_NOTIFY, SUBSTRUCTURE_REDIRECT, XServer
 
 gi.require_version("Gio", "2.0")
@@ -181,7 +181,8 @@ class Desktop:
             with XServer() as server:
                 server.await_program(self.window, seconds)
         except TimeoutError as error:
-            if self.program.poll() is None:
+            # An action may have ended it.
+            if not becomes(lambda: self.program.poll() is not None, ANSWER):
                 raise NotAsExpected(f"the program does not answer within {seconds} s") from error
 
     def await_window_manager(self) -> None:
