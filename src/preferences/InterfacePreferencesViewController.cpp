@@ -2,11 +2,13 @@
 #include "preferences/InterfacePreferencesViewController.h"
 
 #include "platform/UserDefaults.h"
+#include "preferences/ExplanationLabel.h"
 #include "preferences/PaneMetrics.h"
 #include "preferences/SettingBox.h"
 
 #include <QCheckBox>
 #include <QVBoxLayout>
+#include <QWidget>
 
 namespace tunedeck {
 
@@ -38,9 +40,15 @@ InterfacePreferencesViewController::InterfacePreferencesViewController(
 QCheckBox *InterfacePreferencesViewController::addCheckBox(
     const QString &key, const QString &text, const QString &explanation)
 {
-    auto *choice = new SettingBox(m_defaults, key, text, explanation, &m_view);
+    auto *choice = new QWidget(&m_view);
+    auto *box = new SettingBox(m_defaults, key, text, explanation, choice);
+    auto *layout = new QVBoxLayout(choice);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(PaneMetrics::gap);
+    layout->addWidget(box);
+    layout->addWidget(&box->explanation());
     m_view.layout()->addWidget(choice);
-    return &choice->box();
+    return box;
 }
 
 } // namespace tunedeck

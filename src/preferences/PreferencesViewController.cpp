@@ -77,6 +77,7 @@ void PreferencesViewController::layOut()
     form->addItem(new QSpacerItem(0, PaneMetrics::choiceGap - PaneMetrics::gap));
     form->addRow(
         tr("Volume:", "Caption in the General pane, before the choice of the wheel's direction"), m_wheelDirection);
+    form->addRow(QString(), &m_wheelDirection->explanation());
     form->addItem(new QSpacerItem(0, PaneMetrics::choiceGap - PaneMetrics::gap));
     form->addRow(playerCaption, player);
 

@@ -32,7 +32,7 @@ public:
     [[nodiscard]] QWidget &view() override { return m_view; }
     [[nodiscard]] QRadioButton &radioButtonRemainingTime() { return *m_radioButtonRemainingTime; }
     [[nodiscard]] QRadioButton &radioButtonTotalTime() { return *m_radioButtonTotalTime; }
-    [[nodiscard]] QCheckBox &wheelDirectionBox() { return m_wheelDirection->box(); }
+    [[nodiscard]] QCheckBox &wheelDirectionBox() { return *m_wheelDirection; }
     [[nodiscard]] FollowedPlayerPicker &followedPlayerPicker() { return *m_followedPlayerPicker; }
     [[nodiscard]] NeverFollowedView &neverFollowed() { return *m_neverFollowed; }
 

@@ -3,12 +3,9 @@
 
 #include "platform/UserDefaults.h"
 #include "preferences/ExplanationLabel.h"
-#include "preferences/PaneMetrics.h"
 
-#include <QCheckBox>
 #include <QStyle>
 #include <QStyleOptionButton>
-#include <QVBoxLayout>
 
 namespace tunedeck {
 
@@ -25,19 +22,12 @@ int textInset(const QCheckBox &box)
 
 SettingBox::SettingBox(
     UserDefaults &defaults, const QString &key, const QString &text, const QString &explanation, QWidget *parent)
-    : QWidget(parent)
-    , m_box(new QCheckBox(text, this))
+    : QCheckBox(text, parent)
+    , m_explanation(new ExplanationLabel(explanation, *this))
 {
-    auto *label = new ExplanationLabel(explanation, *m_box);
-    label->setContentsMargins(textInset(*m_box), 0, 0, 0);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(PaneMetrics::gap);
-    layout->addWidget(m_box);
-    layout->addWidget(label);
-
-    defaults.bind(key, m_box, [box = m_box](bool isOn) { box->setChecked(isOn); });
-    connect(m_box, &QCheckBox::clicked, this, [&defaults, key](bool isOn) { defaults.setBool(key, isOn); });
+    m_explanation->setContentsMargins(textInset(*this), 0, 0, 0);
+    defaults.bind(key, this, [this](bool isOn) { setChecked(isOn); });
+    connect(this, &QCheckBox::clicked, this, [&defaults, key](bool isOn) { defaults.setBool(key, isOn); });
 }
 
 } // namespace tunedeck

@@ -1,27 +1,27 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QWidget>
-
-class QCheckBox;
+#include <QCheckBox>
 
 namespace tunedeck {
 
+class ExplanationLabel;
 class UserDefaults;
 
-/// A check box that shows and changes a Boolean setting, with an explanation below it.
-class SettingBox : public QWidget {
+/// A check box that shows and changes a Boolean setting, with an explanation of it.
+class SettingBox : public QCheckBox {
     Q_OBJECT
 
 public:
-    /// `defaults` must outlive the box. `key` is that of the setting.
-    SettingBox(UserDefaults &defaults, const QString &key, const QString &text, const QString &explanation,
-        QWidget *parent = nullptr);
+    /// `defaults` must outlive the box. `key` is that of the setting. `parent` also gets the explanation.
+    SettingBox(
+        UserDefaults &defaults, const QString &key, const QString &text, const QString &explanation, QWidget *parent);
 
-    [[nodiscard]] QCheckBox &box() { return *m_box; }
+    /// Belongs below the box, where it begins with the box's text.
+    [[nodiscard]] ExplanationLabel &explanation() { return *m_explanation; }
 
 private:
-    QCheckBox *m_box;
+    ExplanationLabel *m_explanation;
 };
 
 } // namespace tunedeck

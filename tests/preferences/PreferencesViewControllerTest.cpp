@@ -17,6 +17,8 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 
+#include <algorithm>
+
 using namespace tunedeck;
 
 namespace {
@@ -37,6 +39,18 @@ void choose(QComboBox &picker, const QString &text)
 {
     picker.setCurrentText(text);
     Q_EMIT picker.activated(picker.currentIndex());
+}
+
+const QLabel *labelWith(const QString &text, const QWidget &pane)
+{
+    const QList<QLabel *> labels = pane.findChildren<QLabel *>();
+    const auto found = std::ranges::find(labels, text, &QLabel::text);
+    return found == labels.end() ? nullptr : *found;
+}
+
+int middleOn(const QWidget &pane, const QWidget &part)
+{
+    return part.mapTo(&pane, part.rect().center()).y();
 }
 } // namespace
 
@@ -196,6 +210,27 @@ private Q_SLOTS:
         QCOMPARE(QAccessible::queryAccessibleInterface(&box)->text(QAccessible::Description),
             QStringLiteral("If turning it upwards makes the music quieter."));
         QCOMPARE(tabOrder(controller.view()).at(2), &box);
+    }
+
+    void theWheelsCaptionIsOnTheLineOfItsBox()
+    {
+        PreferencesDesk desk;
+        PreferencesViewController controller(desk.defaults, desk.players);
+        controller.view().show();
+        const QCheckBox &box = controller.wheelDirectionBox();
+        const QLabel *caption = labelWith(QStringLiteral("Volume:"), controller.view());
+        QVERIFY(caption);
+        const int below = middleOn(controller.view(), *caption) - middleOn(controller.view(), box);
+        QVERIFY2(qAbs(below) <= 1, qPrintable(QStringLiteral("%1 points below the box").arg(below)));
+    }
+
+    void screenReadersReadTheWheelsCaptionWithItsBox()
+    {
+        PreferencesDesk desk;
+        PreferencesViewController controller(desk.defaults, desk.players);
+        const QLabel *caption = labelWith(QStringLiteral("Volume:"), controller.view());
+        QVERIFY(caption);
+        QCOMPARE(caption->buddy(), &controller.wheelDirectionBox());
     }
 
     void itOffersAutomaticAndThenThePlayersThatRun()
