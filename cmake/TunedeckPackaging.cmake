@@ -1,10 +1,5 @@
 # SPDX-License-Identifier: MIT
-# Hardens release builds and describes the Debian package that cpack builds.
-
-target_compile_options(tunedeck_options INTERFACE
-    $<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2;-fstack-protector-strong>)
-# "now" is missing on purpose: it would resolve functions that the start does not call before the window appears.
-target_link_options(tunedeck_options INTERFACE $<$<CONFIG:Release>:LINKER:-z,relro>)
+# Describes the Debian package that cpack builds.
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tunedeck)
