@@ -358,6 +358,25 @@ class ScreenReaderTest(DesktopTest):
             type_key("Tab")
             self.assert_soon([name], self.focused)
 
+    def test_the_helps_search_field_answers_every_question_about_its_text(self) -> None:
+        type_key("F1")
+        self.assert_soon(True, lambda: "Tunedeck Help" in [window.get_name() for window in self.windows()])
+        help_window, = (window for window in self.windows() if window.get_name() == "Tunedeck Help")
+        field, = (element for element in descendants(help_window) if named(element) == ("text", "Search the help"))
+        text = "two words "
+        field.set_text_contents(text)
+        self.assert_soon(text, lambda: Atspi.Text.get_text(field, 0, -1))
+        for question in (Atspi.Text.get_text_at_offset, Atspi.Text.get_text_before_offset,
+                         Atspi.Text.get_text_after_offset):
+            for boundary in (Atspi.TextBoundaryType.CHAR, Atspi.TextBoundaryType.WORD_START,
+                             Atspi.TextBoundaryType.WORD_END, Atspi.TextBoundaryType.SENTENCE_START,
+                             Atspi.TextBoundaryType.LINE_START):
+                for offset in range(len(text) + 2):
+                    part = question(field, offset, boundary)
+                    self.assertIn(part.content, text)
+        self.assertEqual(Atspi.Text.get_text_at_offset(field, len(text), Atspi.TextBoundaryType.WORD_START).content,
+                         "words ")
+
     # Operating
 
     def test_play_and_pause(self) -> None:
