@@ -311,6 +311,9 @@ private Q_SLOTS:
             types += "<!ATTLIST r a" + QByteArray::number(number) + " CDATA 'b'>";
         }
         QTest::newRow("a megabyte of document types") << QByteArray(types + "]><rss><channel></channel></rss>");
+        // The comment begins with "<!--", and its end comes after that.
+        QTest::newRow("document types between comments")
+            << QByteArray("<!--><![CDATA[ -->" + types + "]><!-- ]]> --><rss><channel></channel></rss>");
         QTest::newRow("an entity bomb") << QByteArray(laughs + "]><rss><channel>&l29;</channel></rss>");
         QByteArray attributes;
         for (int number = 0; attributes.size() < 900'000; ++number) {

@@ -3,6 +3,8 @@
 
 #include "updates/feed/markup.h"
 
+#include <algorithm>
+
 namespace tunedeck {
 
 namespace {
@@ -10,16 +12,18 @@ constexpr int maximumDepth = 64;
 /// The time to parse a tag may grow with the square of its length.
 constexpr qsizetype maximumTag = 2'048;
 
+/// The length of the section at the beginning of `xml` that goes from `start` to `end`. 0 if there is none.
+qsizetype lengthOfSection(QStringView xml, QStringView start, QStringView end)
+{
+    // The start and the end share no characters: "<!-->" begins a comment and does not end it.
+    return xml.startsWith(start) ? start.size() + lengthUpTo(xml.sliced(start.size()), end) : 0;
+}
+
 /// The length of the comment, CDATA section or instruction at the beginning of `xml`. 0 if there is none.
 qsizetype lengthOfSkipped(QStringView xml)
 {
-    if (xml.startsWith(u"<!--")) {
-        return lengthUpTo(xml, u"-->");
-    }
-    if (xml.startsWith(u"<![CDATA[")) {
-        return lengthUpTo(xml, u"]]>");
-    }
-    return xml.startsWith(u"<?") ? lengthUpTo(xml, u"?>") : 0;
+    return std::max({lengthOfSection(xml, u"<!--", u"-->"), lengthOfSection(xml, u"<![CDATA[", u"]]>"),
+        lengthOfSection(xml, u"<?", u"?>")});
 }
 
 /// How much deeper the text after `tag` is.
