@@ -96,8 +96,8 @@ void StandardUpdater::startCheck()
         showFailure(UpdateFailure::misconfigured);
         return;
     }
-    m_check = new UpdateCheck({m_configuration.transferRules, m_configuration.feedDeadline, keys,
-                                  m_settings.integerForKey(SettingsKey::newestUpdateFeed), m_configuration.program},
+    m_check = new UpdateCheck(
+        {m_configuration.transferRules, m_configuration.feedDeadline, keys, newestSerial(), m_configuration.program},
         this);
     connect(m_check, &UpdateCheck::believed, this, &StandardUpdater::keepSerial);
     connect(m_check, &UpdateCheck::found, this, &StandardUpdater::offer);
@@ -114,9 +114,16 @@ void StandardUpdater::startCheck()
     m_check->start(m_configuration.feed);
 }
 
+qint64 StandardUpdater::newestSerial() const
+{
+    // The file may say anything. No feed could ever be newer than a serial above the highest.
+    const qint64 kept = m_settings.integerForKey(SettingsKey::newestUpdateFeed);
+    return kept > 0 && kept <= highestSerial ? kept : 0;
+}
+
 void StandardUpdater::keepSerial(qint64 serial)
 {
-    if (serial > m_settings.integerForKey(SettingsKey::newestUpdateFeed)) {
+    if (serial > newestSerial()) {
         m_settings.setValue(SettingsKey::newestUpdateFeed, serial);
     }
 }

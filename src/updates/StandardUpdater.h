@@ -59,6 +59,8 @@ public Q_SLOTS:
 
 private:
     void startCheck();
+    /// The highest serial of a feed that was believed. 0 if there is none.
+    [[nodiscard]] qint64 newestSerial() const;
     void keepSerial(qint64 serial);
     void offer(const AppcastItem &update);
     void startDownload();

@@ -36,6 +36,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <memory>
 
 #include <fcntl.h>
@@ -317,6 +318,8 @@ private Q_SLOTS:
         QTest::newRow("a text") << QVariant(u"newest"_s);
         QTest::newRow("negative") << QVariant(-1);
         QTest::newRow("a list") << QVariant(QStringList{u"8"_s, u"9"_s});
+        QTest::newRow("higher than any feed's") << QVariant(1'000'000'001);
+        QTest::newRow("enormous") << QVariant(std::numeric_limits<qint64>::max());
     }
     void anyKeptSerialIsBorne()
     {

@@ -18,14 +18,13 @@ constexpr qsizetype maximumText = 100;
 constexpr qsizetype maximumUrl = 1'500;
 constexpr qsizetype maximumNotes = 65'536;
 constexpr qint64 maximumLength = 1'073'741'824;
-constexpr qint64 maximumSerial = 1'000'000'000;
 constexpr QLatin1String feedNamespace("http://www.andymatuschak.org/xml-namespaces/sparkle");
 constexpr QLatin1String ourNamespace("https://tunedeck.org/feed/1");
 
 qint64 serialFrom(const QString &text)
 {
     const qint64 serial = text.toLongLong();
-    return serial > 0 && serial <= maximumSerial ? serial : 0;
+    return serial > 0 && serial <= highestSerial ? serial : 0;
 }
 
 /// Invalid if `text` is not a time of UTC, such as 2027-01-31T12:00:00Z.

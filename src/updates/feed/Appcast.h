@@ -39,9 +39,11 @@ struct AppcastItem {
     [[nodiscard]] FileStatement statement() const;
 };
 
+inline constexpr qint64 highestSerial = 1'000'000'000;
+
 /// A feed: a list of versions.
 struct Appcast {
-    /// Each feed that is published has a higher one. At least 1 and at most 1,000,000,000, or 0 if it is missing.
+    /// Each feed that is published has a higher one. At least 1 and at most the highest, or 0 if it is missing.
     qint64 serial = 0;
     /// The time after which the feed is not believed. Invalid if it is missing.
     QDateTime expiry;
