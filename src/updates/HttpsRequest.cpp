@@ -156,6 +156,7 @@ void HttpsRequest::setUpProxy(const QNetworkProxy &proxy)
         return;
     }
     const bool isSocks = proxy.type() == QNetworkProxy::Socks5Proxy;
+    m_awaitsTunnel = !isSocks;
     curl_easy_setopt(easy, CURLOPT_PROXY, proxy.hostName().toUtf8().constData());
     curl_easy_setopt(easy, CURLOPT_PROXYPORT, long(proxy.port()));
     curl_easy_setopt(easy, CURLOPT_PROXYTYPE, long(isSocks ? CURLPROXY_SOCKS5_HOSTNAME : CURLPROXY_HTTP));
@@ -191,7 +192,7 @@ bool HttpsRequest::takeHeader(QByteArrayView line)
         return false;
     }
     if (line.trimmed().isEmpty()) {
-        return takeEndOfHeaders();
+        return m_awaitsTunnel ? takeAnswerOfProxy() : takeEndOfHeaders();
     }
     if (line.startsWith("HTTP/")) {
         m_status = statusIn(line);
@@ -215,6 +216,17 @@ bool HttpsRequest::takeEndOfHeaders()
         m_answer = {UpdateFailure::refused, {}, QStringLiteral("the server answers with status %1").arg(m_status)};
     }
     return false;
+}
+
+bool HttpsRequest::takeAnswerOfProxy()
+{
+    const int kind = m_status / 100;
+    if (kind != 1 && kind != 2) {
+        m_answer = {UpdateFailure::refused, {}, QStringLiteral("the proxy answers with status %1").arg(m_status)};
+        return false;
+    }
+    m_awaitsTunnel = kind == 1;
+    return true;
 }
 
 } // namespace tunedeck

@@ -55,14 +55,17 @@ private:
     void setUp(const TransferRules &rules);
     void setUpProxy(const QNetworkProxy &proxy);
     [[nodiscard]] CURLcode perform();
-    /// These two return false to end the request.
+    /// These return false to end the request.
     [[nodiscard]] bool takeHeader(QByteArrayView line);
     [[nodiscard]] bool takeEndOfHeaders();
+    [[nodiscard]] bool takeAnswerOfProxy();
 
     const QUrl m_url;
     const Sink m_sink;
     std::atomic_bool m_isCancelled = false;
     qint64 m_headerBytes = 0;
+    /// Whether the next answer is that of the proxy, for which no certificate vouches.
+    bool m_awaitsTunnel = false;
     int m_status = 0;
     QByteArray m_location;
     Answer m_answer;

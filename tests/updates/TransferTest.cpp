@@ -10,6 +10,7 @@
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTcpServer>
+#include <QTcpSocket>
 #include <QTest>
 
 #include <memory>
@@ -143,6 +144,61 @@ private Q_SLOTS:
         server.setAnswer(u"/c"_s, {"x", "500 Internal Server Error", {}, 1, 10'000'000, true});
         QCOMPARE(transferred(server.url(u"/b"_s)).bytes, QByteArray("a"));
         QCOMPARE(transferred(server.url(u"/c"_s)).failure, UpdateFailure::refused);
+    }
+
+    void aTransferGoesThroughTheProxyOfTheSystem()
+    {
+        UpdateServer server;
+        server.setAnswer(u"/a"_s, {"a"});
+        QByteArray asked;
+        QTcpServer proxy;
+        QVERIFY(proxy.listen(QHostAddress::LocalHost));
+        connect(&proxy, &QTcpServer::newConnection, this, [&] {
+            QTcpSocket *client = proxy.nextPendingConnection();
+            auto *target = new QTcpSocket(client);
+            connect(client, &QTcpSocket::readyRead, target, [client, target, &asked, &server] {
+                if (!asked.isEmpty()) {
+                    target->write(client->readAll());
+                    return;
+                }
+                asked = client->readAll();
+                target->connectToHost(QHostAddress(QHostAddress::LocalHost), quint16(server.url({}).port()));
+                client->write("HTTP/1.1 200 Connection established\r\n\r\n");
+            });
+            connect(target, &QTcpSocket::readyRead, client, [client, target] { client->write(target->readAll()); });
+            connect(target, &QTcpSocket::disconnected, client, &QTcpSocket::disconnectFromHost);
+        });
+        const QUrl url = server.url(u"/a"_s);
+        qunsetenv("no_proxy");
+        qputenv("https_proxy", "http://127.0.0.1:" + QByteArray::number(proxy.serverPort()));
+        const Outcome outcome = transferred(url);
+        qunsetenv("https_proxy");
+        qputenv("no_proxy", "127.0.0.1");
+        QVERIFY2(asked.startsWith("CONNECT " + url.authority().toLatin1() + " HTTP/1.1\r\n"), asked.constData());
+        QCOMPARE(outcome.failure, std::nullopt);
+        QCOMPARE(outcome.bytes, QByteArray("a"));
+    }
+
+    void aProxyDoesNotRedirect()
+    {
+        UpdateServer server;
+        server.setAnswer(u"/a"_s, {"a"});
+        server.setAnswer(u"/b"_s, {"b"});
+        QTcpServer proxy;
+        QVERIFY(proxy.listen(QHostAddress::LocalHost));
+        connect(&proxy, &QTcpServer::newConnection, this, [&] {
+            QTcpSocket *socket = proxy.nextPendingConnection();
+            connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+            socket->write(
+                "HTTP/1.1 302 Found\r\nLocation: " + server.url(u"/b"_s).toEncoded() + "\r\nContent-Length: 0\r\n\r\n");
+        });
+        QUrl url = server.url(u"/a"_s);
+        url.setHost(u"localhost"_s);
+        qputenv("https_proxy", "http://127.0.0.1:" + QByteArray::number(proxy.serverPort()));
+        const Outcome outcome = transferred(url);
+        qunsetenv("https_proxy");
+        QCOMPARE(outcome.failure, UpdateFailure::refused);
+        QCOMPARE(server.requests().size(), 0);
     }
 
     void moreThanTheMaximumEndsIt()
