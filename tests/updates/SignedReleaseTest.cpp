@@ -127,6 +127,29 @@ private Q_SLOTS:
         QVERIFY(verify(m_feed, m_publicKeys.at(1)).said.startsWith("genuine: serial 12, expires "));
     }
 
+    void aFeedSignedTwiceWithAKeyHasOneSignature()
+    {
+        write(m_feed, feed());
+        QCOMPARE(sign({u"sign-feed"_s, m_key, m_feed, u"--first"_s}).exitCode, 0);
+        const QByteArray signature = contentOf(m_feed + u".signature"_s);
+        QCOMPARE(sign({u"sign-feed"_s, m_key, m_feed, u"--first"_s, u"--add"_s}).exitCode, 0);
+        QCOMPARE(contentOf(m_feed + u".signature"_s), signature);
+    }
+
+    void aSignatureOfAnotherFeedIsNotKept()
+    {
+        write(m_feed, feed());
+        QCOMPARE(sign({u"sign-feed"_s, m_key, m_feed, u"--first"_s}).exitCode, 0);
+        const QByteArray signature = contentOf(m_feed + u".signature"_s);
+        write(m_feed, feed() + '\n');
+        const Outcome outcome = sign({u"sign-feed"_s, m_nextKey, m_feed, u"--first"_s, u"--add"_s, u"--key"_s,
+            QString::fromLatin1(m_publicKeys.at(0))});
+        QCOMPARE(outcome.exitCode, 1);
+        QVERIFY2(
+            outcome.complained.contains("has a signature that is not of this feed"), outcome.complained.constData());
+        QCOMPARE(contentOf(m_feed + u".signature"_s), signature);
+    }
+
     void aFeedWithAMistakeIsNotSigned_data()
     {
         QTest::addColumn<QByteArray>("feed");
@@ -141,6 +164,8 @@ private Q_SLOTS:
             << feedText(item, "11", month) << QByteArray("its serial is 11, and must be above 11");
         QTest::newRow("a lower serial") << feedText(item, "10", month)
                                         << QByteArray("its serial is 10, and must be above 11");
+        QTest::newRow("a serial far above that of the published feed")
+            << feedText(item, "1012", month) << QByteArray("its serial is 1012, and must be at most 1011");
         QTest::newRow("no serial") << feedText(item, {}, month) << QByteArray("its serial is 0");
         QTest::newRow("an expiry in the past")
             << feedText(item, "12", inDays(-1)) << QByteArray("its expiry is in the past");

@@ -10,6 +10,8 @@ namespace tunedeck {
 namespace {
 constexpr qsizetype maximumFeed = 1'048'576;
 constexpr int longestValidity = 366; ///< in days
+/// A serial with a digit too many could never be taken back.
+constexpr qint64 largestStep = 1'000;
 
 QStringList mistakesOfTimes(const Appcast &appcast, const FeedDemands &demands)
 {
@@ -18,6 +20,10 @@ QStringList mistakesOfTimes(const Appcast &appcast, const FeedDemands &demands)
         mistakes.append(QStringLiteral("its serial is %1, and must be above %2 (that of the published feed)")
                             .arg(appcast.serial)
                             .arg(demands.publishedSerial));
+    } else if (appcast.serial > demands.publishedSerial + largestStep) {
+        mistakes.append(QStringLiteral("its serial is %1, and must be at most %2")
+                            .arg(appcast.serial)
+                            .arg(demands.publishedSerial + largestStep));
     }
     if (!appcast.expiry.isValid()) {
         mistakes.append(QStringLiteral("it has no expiry such as 2027-01-31T12:00:00Z"));

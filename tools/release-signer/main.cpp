@@ -6,6 +6,7 @@
 #include "updates/feed/FeedSignature.h"
 #include "updates/feed/FileStatement.h"
 
+#include <QByteArrayList>
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QCryptographicHash>
@@ -103,19 +104,36 @@ void signFile(const QString &keyPath, const QString &path, const QCommandLinePar
         + "\" tunedeck:signature=\"" + signature.toBase64() + '"');
 }
 
+/// The feed's signatures. Throws if one of them is not by one of `keys`: it may be left from an older feed.
+QByteArrayList signaturesOf(const QString &path, const QList<PublicKey> &keys)
+{
+    const QByteArray feed = contentOf(path);
+    const QByteArrayList signatures = contentOf(path + signatureSuffix).trimmed().split('\n');
+    for (const QByteArray &signature : signatures) {
+        if (!isSignedFeed(feed, signature, keys)) {
+            throw Refusal(path + signatureSuffix
+                + QStringLiteral(" has a signature that is not of this feed, or not with a key that --key names"));
+        }
+    }
+    return signatures;
+}
+
 void signFeed(const QString &keyPath, const QString &path, const QCommandLineParser &parser)
 {
     const SecretKey key(keyPath);
     const QByteArray feed = contentOf(path);
-    const QStringList trusted =
-        parser.values(QStringLiteral("key")) + QStringList(QString::fromLatin1(key.publicKey()));
-    const QStringList mistakes =
-        feedMistakes(feed, {publishedSerial(parser), QDateTime::currentDateTimeUtc(), keysOf(trusted)});
+    const QList<PublicKey> keys =
+        keysOf(parser.values(QStringLiteral("key")) + QStringList(QString::fromLatin1(key.publicKey())));
+    const QStringList mistakes = feedMistakes(feed, {publishedSerial(parser), QDateTime::currentDateTimeUtc(), keys});
     if (!mistakes.isEmpty()) {
         throw Refusal(path + QStringLiteral(": ") + mistakes.join(QStringLiteral("\n  ")));
     }
-    const QByteArray others = parser.isSet(QStringLiteral("add")) ? contentOf(path + signatureSuffix) : QByteArray();
-    writeSignature(path, others + key.sign(feedTextToSign(feed)).toBase64() + '\n');
+    QByteArrayList signatures = parser.isSet(QStringLiteral("add")) ? signaturesOf(path, keys) : QByteArrayList();
+    const QByteArray signature = key.sign(feedTextToSign(feed)).toBase64();
+    if (!signatures.contains(signature)) {
+        signatures.append(signature);
+    }
+    writeSignature(path, signatures.join('\n') + '\n');
 }
 
 void verifyFile(const QString &path, const SignedFileStatement &signedStatement, const QList<PublicKey> &keys)
