@@ -77,7 +77,10 @@ void PreferencesViewController::layOut()
     form->addItem(new QSpacerItem(0, PaneMetrics::choiceGap - PaneMetrics::gap));
     form->addRow(
         tr("Volume:", "Caption in the General pane, before the choice of the wheel's direction"), m_wheelDirection);
-    form->addRow(QString(), &m_wheelDirection->explanation());
+    // Qt gives a row without a caption the height of the text in a narrow pane.
+    const int explanationRow = form->rowCount();
+    form->setItem(explanationRow, QFormLayout::LabelRole, new QSpacerItem(0, 0));
+    form->setWidget(explanationRow, QFormLayout::FieldRole, &m_wheelDirection->explanation());
     form->addItem(new QSpacerItem(0, PaneMetrics::choiceGap - PaneMetrics::gap));
     form->addRow(playerCaption, player);
 

@@ -224,6 +224,19 @@ private Q_SLOTS:
         QVERIFY2(qAbs(below) <= 1, qPrintable(QStringLiteral("%1 points below the box").arg(below)));
     }
 
+    void theWheelsExplanationIsAsHighAsItsLines()
+    {
+        PreferencesDesk desk;
+        PreferencesViewController controller(desk.defaults, desk.players);
+        QWidget &view = controller.view();
+        constexpr int wide = 600;
+        view.resize(wide, view.heightForWidth(wide));
+        view.show();
+        const QLabel *explanation = labelWith(QStringLiteral("If turning it upwards makes the music quieter."), view);
+        QVERIFY(explanation);
+        QCOMPARE(explanation->height(), explanation->heightForWidth(explanation->width()));
+    }
+
     void screenReadersReadTheWheelsCaptionWithItsBox()
     {
         PreferencesDesk desk;
