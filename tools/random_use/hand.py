@@ -164,9 +164,12 @@ class Hand:
 
     def do_start(self, action: str) -> None:
         words = () if action == "again" else ("--action", action)
-        second = subprocess.run((self.desktop.build.tunedeck, *words), stderr=subprocess.DEVNULL, timeout=30)
-        if second.returncode and self.desktop.program.poll() is None:
-            raise RuntimeError(f"{action}: a second start ends with {second.returncode}")
+        command = (self.desktop.build.tunedeck, *words)
+        second = subprocess.run(command, stderr=subprocess.PIPE, text=True, timeout=30)
+        # An action that cannot be carried out now is refused with a reason. Only silence is a fault.
+        is_fault = second.returncode not in (0, 1) or "but not responding" in second.stderr
+        if is_fault and self.desktop.program.poll() is None:
+            raise RuntimeError(f"{action}: a second start ends with {second.returncode}: {second.stderr}")
 
     def do_setting(self, name: str, value: str) -> None:
         lines = [line for line in self.desktop.settings().splitlines() if line and not line.startswith(f"{name}=")]
