@@ -2,6 +2,7 @@
 #include "app/ApplicationInstance.h"
 
 #include "platform/BundleInfo.h"
+#include "platform/readingThread.h"
 #include "platform/shortened.h"
 #include "platform/windowLog.h"
 
@@ -27,6 +28,8 @@ constexpr int deadline = 2'000;
 constexpr auto rest = 100ms;
 /// Limit for what any peer on the bus makes the program keep.
 constexpr int mostWaiting = 10;
+/// To release millions of names takes a tenth of a second.
+constexpr qsizetype manyFiles = 10'000;
 constexpr QLatin1String objectPath("/org/tunedeck/Tunedeck");
 constexpr QLatin1String refused("org.tunedeck.Tunedeck.Error.Refused");
 
@@ -238,8 +241,11 @@ void ApplicationInstance::Activate(const QVariantMap &platformData)
     handleSoon();
 }
 
-void ApplicationInstance::Open(const QStringList &, const QVariantMap &platformData)
+void ApplicationInstance::Open(const QStringList &uris, const QVariantMap &platformData)
 {
+    if (uris.size() > manyFiles && calledFromDBus()) {
+        releaseWhereRead(connection(), message());
+    }
     // The program opens no files. A user who tries it wants to see the window.
     Activate(platformData);
 }

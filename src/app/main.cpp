@@ -104,9 +104,9 @@ std::vector<char *> argumentsWithPlatform(int argc, char *argv[])
     return arguments;
 }
 
-/// glibc keeps tens of megabytes for itself once such a block has been released, as after a large message from the bus.
-/// It does not if it is given a limit, in bytes.
-void giveLargeBlocksBack()
+/// After a large message from the bus glibc would keep tens of megabytes that it took for it, unless it is given a
+/// limit, in bytes.
+void giveMemoryBack()
 {
     constexpr int large = 1'048'576;
     ::mallopt(M_MMAP_THRESHOLD, large);
@@ -148,7 +148,7 @@ int run(int argc, char *argv[])
 
 int main(int argc, char *argv[])
 {
-    giveLargeBlocksBack();
+    giveMemoryBack();
     LogLimit::install();
     std::vector<char *> arguments = argumentsWithPlatform(argc, argv);
     const int status = run(static_cast<int>(arguments.size()) - 1, arguments.data());

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/readingThread.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusMessage>
 #include <QSocketNotifier>
 
 namespace tunedeck {
@@ -30,6 +32,20 @@ void readAgain(const QDBusConnection &connection)
         }
     };
     QMetaObject::invokeMethod(bus, enable, Qt::QueuedConnection);
+}
+
+void releaseWhereRead(const QDBusConnection &connection, const QDBusMessage &message)
+{
+    const auto release = [connection, kept = new QDBusMessage(message)] {
+        QDBusConnectionInterface *bus = connection.interface();
+        if (bus) {
+            QMetaObject::invokeMethod(
+                bus, [kept] { delete kept; }, Qt::QueuedConnection);
+        } else {
+            delete kept;
+        }
+    };
+    QMetaObject::invokeMethod(QCoreApplication::instance(), release, Qt::QueuedConnection);
 }
 
 } // namespace tunedeck

@@ -2,6 +2,7 @@
 #pragma once
 
 class QDBusConnection;
+class QDBusMessage;
 class QThread;
 
 namespace tunedeck {
@@ -15,5 +16,9 @@ namespace tunedeck {
 
 /// Makes Qt read the connection again if it has stopped. Returns at once.
 void readAgain(const QDBusConnection &connection);
+
+/// Has a large message released on the thread that reads `connection`, after the turn of the event loop in which Qt
+/// hands it over.
+void releaseWhereRead(const QDBusConnection &connection, const QDBusMessage &message);
 
 } // namespace tunedeck

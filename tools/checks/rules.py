@@ -80,6 +80,7 @@ SLEEPING = re.compile(
     r"\b(qWait|qSleep|msleep|sleep_for)\s*\(|\btime\.sleep\s*\(|\bqWaitFor\(\[[^]]*\]\s*\{\s*return \w+\.elapsed\(\)")
 MAY_SLEEP = {
     "tests/music/mpris/PlayerEnduranceTest.cpp": (7, "what is tested is half a minute in real time"),
+    "tests/music/mpris/StormEnduranceTest.cpp": (1, "what is tested is an event loop that stands still"),
     "tests/real-players/PlayerWitness.cpp": (1, "a player is quiet when it has reported nothing for a while"),
     "tests/real-players/RealPlayerTest.cpp": (1, "what is tested is that no later sample of the position changes it"),
     "tools/benchmarks/cost": (3, "measures what the program costs over a time"),
