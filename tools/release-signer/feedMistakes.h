@@ -10,7 +10,7 @@
 
 namespace tunedeck {
 
-/// What a feed must fit to be published.
+/// The demands on a feed that is published.
 struct FeedDemands {
     /// The serial of the feed that is published now. 0 for the first feed.
     qint64 publishedSerial;

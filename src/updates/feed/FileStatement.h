@@ -8,7 +8,7 @@
 
 namespace tunedeck {
 
-/// What the makers of an update state about its file. They sign the statement's text.
+/// The statement of an update's makers about its file. They sign its text.
 struct FileStatement {
     /// The build number.
     QString build;
