@@ -13,7 +13,7 @@ try:
     from random_use.actions import ACTIONS, PLACES, chosen_actions
     from random_use.hand import Hand
     from random_use.pictures import look_alike, named_differences
-    from random_use.resources import Held
+    from random_use.resources import Held, least
     from random_use.rest import player_lines
 except (ImportError, ValueError, OSError) as missing:
     print(f"Skipped: {missing}. It needs python3-gi and libxres1.")
@@ -77,6 +77,9 @@ class FindingTest(unittest.TestCase):
         self.assertEqual(Held(12, 7, 1100, 42).exceeded(before, growth), [])
         self.assertEqual(Held(13, 5, 1000, 43).exceeded(before, growth),
                          ["files grew from 10 to 13", "on server grew from 40 to 43"])
+
+    def test_the_least_of_several_readings_leaves_out_what_is_kept_for_a_while(self) -> None:
+        self.assertEqual(least([Held(16, 7, 30000, 66), Held(17, 6, 40000, 59)]), Held(16, 6, 30000, 59))
 
 
 if __name__ == "__main__":

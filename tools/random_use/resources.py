@@ -30,6 +30,11 @@ class Held:
                 if getattr(self, field.name) - getattr(earlier, field.name) > getattr(growth, field.name)]
 
 
+def least(readings: list[Held]) -> Held:
+    """Of each, the least that was held at any of several times."""
+    return Held(*(min(getattr(reading, field.name) for reading in readings) for field in fields(Held)))
+
+
 def held(process: int, window: int) -> Held:
     at = Path(f"/proc/{process}")
     memory = re.search(r"^Pss:\s+(\d+)", (at / "smaps_rollup").read_text(), re.MULTILINE)
