@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QScreen>
+#include <QWindow>
 
 #include <algorithm>
 #include <chrono>
@@ -58,6 +59,8 @@ void FrameAutosave::restore()
     const QList<ScreenArea> screens = ScreenArea::all();
     if (place && !screens.isEmpty() && !isWayland()) {
         m_window.setContentGeometry({place->topLeftOn(screens, size), size});
+        // The native window begins at 0, 0, and Qt sends it no place that it already has: it would count as not placed.
+        m_window.windowHandle()->setGeometry(m_window.geometry());
     }
 }
 

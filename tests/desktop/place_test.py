@@ -70,6 +70,14 @@ class PlaceTest(DesktopTest):
                     self.quit(window, process)
                 self.assertEqual(self.place_at_start(), before)
 
+    def test_it_opens_in_the_corner_of_the_screen_too(self) -> None:
+        for surroundings in (contextlib.nullcontext(), compositor()):
+            with surroundings:
+                with self.window() as (window, process):
+                    before = window.move_to(0, 0)
+                    self.quit(window, process)
+                self.assertEqual(self.place_at_start(), before)
+
     def test_it_does_so_after_a_crash(self) -> None:
         with self.window() as (window, process):
             before = window.move_to(333, 217)
