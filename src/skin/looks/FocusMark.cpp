@@ -3,6 +3,7 @@
 
 #include "skin/looks/skinLooks.h"
 
+#include <QApplication>
 #include <QFocusEvent>
 #include <QPainter>
 #include <QWidget>
@@ -82,7 +83,7 @@ bool FocusMark::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-/// What the control draws, in the coordinates of its parent.
+/// The bounds of what the control draws, in the coordinates of its parent.
 QRectF FocusMark::drawnControl() const
 {
     const QRectF control(m_control.rect());
@@ -99,7 +100,8 @@ void FocusMark::focusIn(const QFocusEvent &event)
 
 void FocusMark::focusOut(const QFocusEvent &event)
 {
-    m_cameByKey = m_cameByKey && isExcursion(event);
+    // The list of a picker takes the keyboard like any other control, and gives it back like a menu.
+    m_cameByKey = m_cameByKey && (isExcursion(event) || QApplication::activePopupWidget());
     delete m_view;
 }
 

@@ -75,6 +75,32 @@ private Q_SLOTS:
         m_desk.reset();
     }
 
+    void theFocusMarkComesBackWhenTheListCloses_data()
+    {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::newRow("with a choice") << Qt::Key_Return;
+        QTest::newRow("without one") << Qt::Key_Escape;
+    }
+
+    void theFocusMarkComesBackWhenTheListCloses()
+    {
+        QFETCH(const Qt::Key, key);
+        m_button->addItems(names(3));
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        m_button->clearFocus();
+        const QImage plain = m_window->grab().toImage();
+        m_button->setFocus(Qt::TabFocusReason);
+        const QImage marked = m_window->grab().toImage();
+        QVERIFY(marked != plain);
+        m_button->showPopup();
+        QVERIFY(QApplication::activePopupWidget());
+        QTest::keyClick(m_button->view(), key);
+        QTRY_VERIFY(!QApplication::activePopupWidget());
+        QVERIFY(m_button->hasFocus());
+        QCOMPARE(m_window->grab().toImage(), marked);
+    }
+
     void itShowsItsStateAsTheCellDrawsItRightOfAMargin()
     {
         m_button->addItems({QStringLiteral("Blue"), QStringLiteral("Green")});
