@@ -27,7 +27,7 @@ public:
     void setImage(const QString &name, QSize size);
     /// The margins around what is seen. They take clicks too, so that a hand hits a small button. None at first.
     void setTargetMargins(const QMargins &margins);
-    /// What is seen, in the button's coordinates.
+    /// The part that is seen, in the button's coordinates.
     [[nodiscard]] QRect visibleRect() const { return rect().marginsRemoved(m_targetMargins); }
 
 protected:
