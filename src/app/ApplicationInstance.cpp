@@ -184,8 +184,7 @@ void ApplicationInstance::deliverOneAction()
     if (next == m_waitingActions.end()) {
         return;
     }
-    const Request request = *next;
-    m_waitingActions.erase(next);
+    const Request request = m_waitingActions.takeAt(next - m_waitingActions.begin());
     if (std::ranges::all_of(m_waitingActions, canBeDelivered)) {
         m_patience.stop();
     }

@@ -57,8 +57,8 @@ void Program::checkBusWhenSilent()
         }
     });
     connect(&m_windowActivation, &WindowActivation::windowDidBecomeKey, &m_sessionBus, &SessionBus::check);
-    m_sessionBus.checkAfterCallsTo(m_instance);
-    m_sessionBus.checkAfterCallsTo(m_appearance);
+    m_sessionBus.checkAfterCallsTo(&m_instance);
+    m_sessionBus.checkAfterCallsTo(&m_appearance);
 }
 
 void Program::start()
@@ -116,7 +116,7 @@ void Program::serveDockMenu()
     m_dockMenu.reset();
     m_dockMenu = std::make_unique<DockMenuServer>(
         m_sessionBus.connection(), [this] { return m_application->delegate().applicationDockMenu(); });
-    m_sessionBus.checkAfterCallsTo(*m_dockMenu);
+    m_sessionBus.checkAfterCallsTo(m_dockMenu.get());
     const ViewController &viewController = m_application->viewController();
     const MusicConnector &musicConnector = m_application->musicConnector();
     connect(&viewController, &ViewController::currentTrackInfoChanged, m_dockMenu.get(), &DockMenuServer::update);

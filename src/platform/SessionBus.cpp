@@ -18,8 +18,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto checkDelay = 1s;
-const QString localPath = QStringLiteral("/org/freedesktop/DBus/Local");
-const QString localInterface = QStringLiteral("org.freedesktop.DBus.Local");
+constexpr QLatin1String localPath("/org/freedesktop/DBus/Local");
+constexpr QLatin1String localInterface("org.freedesktop.DBus.Local");
 
 /// Makes a connection with a name of its own in this process.
 QDBusConnection connectTo(const QString &address)
@@ -66,9 +66,9 @@ void SessionBus::check()
     }
 }
 
-void SessionBus::checkAfterCallsTo(QObject &exported)
+void SessionBus::checkAfterCallsTo(QObject *exported)
 {
-    exported.installEventFilter(this);
+    exported->installEventFilter(this);
 }
 
 bool SessionBus::eventFilter(QObject *, QEvent *event)

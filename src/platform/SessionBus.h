@@ -34,7 +34,7 @@ public:
     void check();
     /// Checks the connection a second after other programs have called `exported`, whose calls Qt hands over with all
     /// that they bring. Nothing is sent while nobody calls.
-    void checkAfterCallsTo(QObject &exported);
+    void checkAfterCallsTo(QObject *exported);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

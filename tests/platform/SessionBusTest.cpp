@@ -122,7 +122,7 @@ private Q_SLOTS:
         const PrivateBus daemon(address());
         SessionBus bus(address(), 50ms);
         QObject exported;
-        bus.checkAfterCallsTo(exported);
+        bus.checkAfterCallsTo(&exported);
         stopReading(bus.connection());
         QMetaObject::invokeMethod(
             &exported, [] {}, Qt::QueuedConnection);

@@ -19,7 +19,7 @@
 namespace tunedeck {
 
 namespace {
-const QString signatureSuffix = QStringLiteral(".signature");
+constexpr QLatin1String signatureSuffix(".signature");
 
 QByteArray contentOf(const QString &path)
 {

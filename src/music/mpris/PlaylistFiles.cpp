@@ -96,8 +96,7 @@ public:
         if (next == m_folders.end() || !isToGoOn()) {
             return std::nullopt;
         }
-        const QString folder = *next;
-        m_folders.erase(next);
+        const QString folder = m_folders.takeAt(next - m_folders.begin());
         m_visited.append(folder);
         m_lastStep = Clock::now();
         return folder;

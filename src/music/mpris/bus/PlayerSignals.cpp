@@ -16,8 +16,8 @@ namespace tunedeck::bus {
 namespace {
 /// No player has more to say than 32 signals in this time.
 constexpr Milliseconds whileForSignals{20};
-const QString propertiesChanged = QStringLiteral("PropertiesChanged");
-const QString seeked = QStringLiteral("Seeked");
+constexpr QLatin1String propertiesChanged("PropertiesChanged");
+constexpr QLatin1String seeked("Seeked");
 const char *const handler = SLOT(handle(QDBusMessage));
 } // namespace
 
