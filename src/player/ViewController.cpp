@@ -245,8 +245,10 @@ void ViewController::setUpProgressSlider()
     m_dragLetGoTimer.setInterval(dragLetGoDelay);
     connect(&m_dragLetGoTimer, &QTimer::timeout, this, [this] {
         m_isScrubbing = false;
-        // The next update never comes while the player is paused. The knob must not stay where the player cannot go.
+        // The next update never comes while the player is paused, and the last one was passed over if the player quit
+        // while the knob was dragged. The knob must not stay where the player is not.
         m_musicConnector.updatePlayerProgressInfo();
+        m_view.lcd().trackProgressSlider().setDoubleValue(m_musicConnector.trackProgress());
     });
 }
 

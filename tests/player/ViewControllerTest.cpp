@@ -449,6 +449,17 @@ private Q_SLOTS:
         QCOMPARE(slider.doubleValue(), 5.0);
     }
 
+    void theKnobGoesToTheStartWhenThePlayerQuitsWhileItIsDragged()
+    {
+        Player player;
+        player.play(localTrackInfo());
+        PercentSlider &slider = player.view.lcd().trackProgressSlider();
+        drag(slider, 50);
+        player.music.quit();
+        QVERIFY(elapse(player.timer(u"dragLetGoTimer")));
+        QCOMPARE(slider.doubleValue(), 0.0);
+    }
+
     void aKnobThatIsHeldStillFollowsTheTrackAgain()
     {
         Player player;
