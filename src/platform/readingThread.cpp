@@ -27,6 +27,9 @@ void readAgain(const QDBusConnection &connection)
         const auto notifiers = reader ? reader->findChildren<QSocketNotifier *>() : QList<QSocketNotifier *>();
         for (QSocketNotifier *notifier : notifiers) {
             if (notifier->type() == QSocketNotifier::Read) {
+                // Qt has noted the notifier as enabled when it refused to enable it on the wrong thread, and would do
+                // nothing.
+                notifier->setEnabled(false);
                 notifier->setEnabled(true);
             }
         }
