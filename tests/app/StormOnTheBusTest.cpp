@@ -50,7 +50,12 @@ public:
     Session()
         : m_player(m_bus, m_connection, {u"--play"_s})
     {
-        m_program.setProcessEnvironment(environmentOf(m_bus, m_home));
+        QProcessEnvironment environment = environmentOf(m_bus, m_home);
+        // The address sanitizer would keep 256 MB of what the program has freed.
+        environment.insert(u"ASAN_OPTIONS"_s,
+            environment.value(u"ASAN_OPTIONS"_s)
+                + u":quarantine_size_mb=1:thread_local_quarantine_size_kb=64:allocator_release_to_os_interval_ms=500"_s);
+        m_program.setProcessEnvironment(environment);
         endWithParent(m_program);
         m_program.start(QStringLiteral(TUNEDECK_PROGRAM), QStringList());
     }
