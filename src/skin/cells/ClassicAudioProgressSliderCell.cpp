@@ -42,23 +42,23 @@ QPainterPath dottedBand(const QRectF &band, const DevicePixels &pixels)
 } // namespace
 
 void ClassicAudioProgressSliderCell::drawBarInside(
-    QPainter &painter, const QRectF &bar, const QRectF &knob, bool enabled)
+    QPainter &painter, const QRectF &bar, const QRectF &knob, bool enabled, bool isHighContrast)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     const DevicePixels pixels(painter);
-    painter.fillPath(hairline(inset(bar, 2, -3), pixels), lcdTextColor);
+    painter.fillPath(hairline(inset(bar, 2, -3), pixels), lcdInk(isHighContrast));
     if (enabled) {
         const bool isAtStart = knob.x() < 1;
         const double bandWidth = painter.device()->devicePixelRatioF() > 1 ? 6 : 5;
         const double start = bar.left() + (isAtStart ? 3 : 1.5);
         const QRectF band(start, bar.center().y() - bandWidth / 2, knob.center().x() - start, bandWidth);
-        painter.fillPath(dottedBand(band, pixels), withAlpha(lcdTextColor, 0.46F));
+        painter.fillPath(dottedBand(band, pixels), withAlpha(lcdInk(isHighContrast), isHighContrast ? 1.0F : 0.46F));
     }
     painter.restore();
 }
 
-void ClassicAudioProgressSliderCell::drawKnob(QPainter &painter, const QRectF &knob, bool enabled)
+void ClassicAudioProgressSliderCell::drawKnob(QPainter &painter, const QRectF &knob, bool enabled, bool isHighContrast)
 {
     if (!enabled) {
         return;
@@ -72,7 +72,7 @@ void ClassicAudioProgressSliderCell::drawKnob(QPainter &painter, const QRectF &k
     diamond.closeSubpath();
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(diamond, lcdTextColor);
+    painter.fillPath(diamond, lcdInk(isHighContrast));
     painter.restore();
 }
 

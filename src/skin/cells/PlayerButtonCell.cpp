@@ -151,25 +151,25 @@ QPainterPath RoundButtonCell::glarePath() const
 
 PlayerButtonCell::PlayerButtonCell()
     : RoundButtonCell({.bezelAlpha = 0.25F,
-        .center = 17.5,
-        .radius = 15.5,
-        .control = 8.56,
-        .wave = {9.72, 5.5},
-        .isGlyphFaintWhenDisabled = false,
-        .firstGlyph = PlayerButtonTypes::pause,
-        .lastGlyph = PlayerButtonTypes::stop})
+          .center = 17.5,
+          .radius = 15.5,
+          .control = 8.56,
+          .wave = {9.72, 5.5},
+          .isGlyphFaintWhenDisabled = false,
+          .firstGlyph = PlayerButtonTypes::pause,
+          .lastGlyph = PlayerButtonTypes::stop})
 {
 }
 
 TunedeckPlayerButtonCell::TunedeckPlayerButtonCell()
     : RoundButtonCell({.bezelAlpha = 0.3F,
-        .center = 12.5,
-        .radius = 10.5,
-        .control = 5.8,
-        .wave = {5.54, 2.8},
-        .isGlyphFaintWhenDisabled = true,
-        .firstGlyph = PlayerButtonTypes::backward,
-        .lastGlyph = PlayerButtonTypes::forward})
+          .center = 12.5,
+          .radius = 10.5,
+          .control = 5.8,
+          .wave = {5.54, 2.8},
+          .isGlyphFaintWhenDisabled = true,
+          .firstGlyph = PlayerButtonTypes::backward,
+          .lastGlyph = PlayerButtonTypes::forward})
 {
 }
 

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <vector>
 
 namespace tunedeck {
@@ -22,11 +23,11 @@ constexpr double blurReach = 4;
 /// How much of each device pixel of `area` a shape covers, from 0 to 1, row by row.
 struct Coverage {
     QRect area;
-    std::vector<double> parts;
+    std::vector<float> parts;
 };
 
 /// The weights from the middle outwards. Their sum is 1, with both sides counted.
-std::vector<double> gaussian(double deviation)
+std::vector<float> gaussian(double deviation)
 {
     std::vector<double> weights = {1};
     double sum = 1;
@@ -34,10 +35,10 @@ std::vector<double> gaussian(double deviation)
         weights.push_back(std::exp(-distance * distance / (2 * deviation * deviation)));
         sum += 2 * weights.back();
     }
-    for (double &weight : weights) {
-        weight /= sum;
-    }
-    return weights;
+    std::vector<float> parts;
+    std::ranges::transform(
+        weights, std::back_inserter(parts), [sum](double weight) { return static_cast<float>(weight / sum); });
+    return parts;
 }
 
 Coverage rasterized(const QPainterPath &devicePath, const QRect &area)
@@ -50,30 +51,49 @@ Coverage rasterized(const QPainterPath &devicePath, const QRect &area)
     painter.fillPath(devicePath, Qt::black);
     painter.end();
 
-    Coverage coverage{area, {}};
+    Coverage coverage{area, std::vector<float>(static_cast<std::size_t>(area.width()) * area.height())};
+    auto part = coverage.parts.begin();
     for (int y = 0; y < mask.height(); ++y) {
         const uchar *line = mask.constScanLine(y);
-        for (int x = 0; x < mask.width(); ++x) {
-            coverage.parts.push_back(line[x] / 255.0);
-        }
+        part = std::transform(line, line + mask.width(), part, [](uchar alpha) { return alpha / 255.0F; });
     }
     return coverage;
 }
 
-/// Blurs along the rows and turns the rows into columns. Two calls blur in both directions.
-std::vector<double> blurredAndTransposed(
-    const std::vector<double> &parts, qsizetype width, qsizetype height, const std::vector<double> &weights)
+/// Adds `weight` times each of `count` values. The compiler makes it handle several values at a time.
+void addWeighted(float *sums, const float *values, qsizetype count, float weight)
 {
-    const auto reach = static_cast<qsizetype>(weights.size()) - 1;
-    std::vector<double> result(parts.size());
-    for (qsizetype y = 0; y < height; ++y) {
-        const double *row = parts.data() + y * width;
-        for (qsizetype x = 0; x < width; ++x) {
-            double sum = 0;
-            for (qsizetype from = std::max(x - reach, qsizetype(0)); from <= std::min(x + reach, width - 1); ++from) {
-                sum += row[from] * weights[std::abs(from - x)];
-            }
-            result[x * height + y] = sum;
+    for (qsizetype index = 0; index < count; ++index) {
+        sums[index] += values[index] * weight;
+    }
+}
+
+std::vector<float> blurredAlongRows(const std::vector<float> &parts, QSize size, const std::vector<float> &weights)
+{
+    const qsizetype width = size.width();
+    const qsizetype reach = std::min<qsizetype>(std::ssize(weights), width) - 1;
+    std::vector<float> result(parts.size());
+    for (qsizetype y = 0; y < size.height(); ++y) {
+        const float *from = parts.data() + y * width;
+        float *to = result.data() + y * width;
+        addWeighted(to, from, width, weights.front());
+        for (qsizetype distance = 1; distance <= reach; ++distance) {
+            addWeighted(to + distance, from, width - distance, weights[distance]);
+            addWeighted(to, from + distance, width - distance, weights[distance]);
+        }
+    }
+    return result;
+}
+
+std::vector<float> blurredAlongColumns(const std::vector<float> &parts, QSize size, const std::vector<float> &weights)
+{
+    const qsizetype width = size.width();
+    const qsizetype reach = std::ssize(weights) - 1;
+    std::vector<float> result(parts.size());
+    for (qsizetype y = 0; y < size.height(); ++y) {
+        const qsizetype last = std::min<qsizetype>(y + reach, size.height() - 1);
+        for (qsizetype from = std::max(y - reach, qsizetype(0)); from <= last; ++from) {
+            addWeighted(result.data() + y * width, parts.data() + from * width, width, weights[std::abs(from - y)]);
         }
     }
     return result;
@@ -86,14 +106,13 @@ Coverage shadowCoverage(const QPainter &painter, const QPainterPath &path, const
     const double scale = std::sqrt(std::abs(toDevice.determinant()));
     const QPainterPath shape = toDevice.map(path);
     const QPainterPath moved = shape.translated(shadow.offset.x() * scale, -shadow.offset.y() * scale);
-    const std::vector<double> weights = gaussian(shadow.blurRadius / 2 * scale);
+    const std::vector<float> weights = gaussian(shadow.blurRadius / 2 * scale);
     const auto reach = static_cast<int>(weights.size());
     const QRect area = (shape.boundingRect() | moved.boundingRect()).toAlignedRect();
 
     Coverage coverage = rasterized(moved, area.adjusted(-reach, -reach, reach, reach));
     const QSize size = coverage.area.size();
-    const std::vector<double> columns = blurredAndTransposed(coverage.parts, size.width(), size.height(), weights);
-    coverage.parts = blurredAndTransposed(columns, size.height(), size.width(), weights);
+    coverage.parts = blurredAlongColumns(blurredAlongRows(coverage.parts, size, weights), size, weights);
     return coverage;
 }
 
@@ -101,13 +120,14 @@ QImage tinted(const Coverage &coverage, const QColor &color)
 {
     QImage image(coverage.area.size(), QImage::Format_ARGB32_Premultiplied);
     const QRgb rgb = color.rgb();
+    const float opacity = 255 * color.alphaF();
+    const auto pixel = [rgb, opacity](float part) {
+        return qPremultiply(qRgba(qRed(rgb), qGreen(rgb), qBlue(rgb), qRound(opacity * part)));
+    };
     auto part = coverage.parts.cbegin();
     for (int y = 0; y < image.height(); ++y) {
-        auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x) {
-            const int alpha = qRound(255 * color.alphaF() * *part++);
-            line[x] = qPremultiply(qRgba(qRed(rgb), qGreen(rgb), qBlue(rgb), alpha));
-        }
+        std::transform(part, part + image.width(), reinterpret_cast<QRgb *>(image.scanLine(y)), pixel);
+        part += image.width();
     }
     return image;
 }
@@ -124,7 +144,7 @@ void fill(QPainter &painter, const QPainterPath &path, const Coverage &coverage,
 void fillWithInnerShadow(QPainter &painter, const QPainterPath &path, const Shadow &shadow)
 {
     Coverage coverage = shadowCoverage(painter, path, shadow);
-    for (double &part : coverage.parts) {
+    for (float &part : coverage.parts) {
         part = 1 - part;
     }
     fill(painter, path, coverage, shadow.color);

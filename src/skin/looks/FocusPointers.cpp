@@ -3,6 +3,7 @@
 
 #include "skin/drawing/LCDTextColor.h"
 #include "skin/drawing/Shapes.h"
+#include "skin/looks/skinLooks.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -42,8 +43,9 @@ void FocusPointers::paint(QPainter &painter, const QRectF &control) const
     const double y = control.center().y();
     const double left = control.left() - distance;
     const double right = control.right() + distance;
-    painter.fillPath(pointer({left, y}, left - length), lcdTextColor);
-    painter.fillPath(pointer({right, y}, right + length), lcdTextColor);
+    const QColor ink = lcdInk(isHighContrast(environment()));
+    painter.fillPath(pointer({left, y}, left - length), ink);
+    painter.fillPath(pointer({right, y}, right + length), ink);
 }
 
 } // namespace tunedeck

@@ -34,9 +34,11 @@ QRectF FocusRing::area(const QRectF &control) const
 
 void FocusRing::paint(QPainter &painter, const QRectF &control) const
 {
+    const bool isFull = isHighContrast(environment());
     // The light rim sets the accent off against the drawer, which is nearly as dark.
-    painter.fillPath(band(control, ringEnd, rimEnd), white(0.92F));
-    painter.fillPath(band(control, ringStart, ringEnd), withAlpha(accentColor(isGraphite(environment())), 0.95F));
+    painter.fillPath(band(control, ringEnd, rimEnd), white(isFull ? 1.0F : 0.92F));
+    const QColor accent = withAlpha(accentColor(isGraphite(environment())), 0.95F);
+    painter.fillPath(band(control, ringStart, ringEnd), isFull ? QColor(Qt::black) : accent);
 }
 
 QPainterPath FocusRing::band(const QRectF &control, double start, double end) const

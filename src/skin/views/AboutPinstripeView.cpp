@@ -3,6 +3,7 @@
 
 #include "skin/looks/skinLooks.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 namespace tunedeck {

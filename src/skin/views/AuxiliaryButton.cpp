@@ -3,6 +3,7 @@
 
 #include "skin/looks/FocusRing.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 namespace tunedeck {

@@ -5,7 +5,9 @@
 #include "skin/drawing/Shapes.h"
 #include "skin/drawing/flipY.h"
 #include "skin/looks/FocusPointers.h"
+#include "skin/looks/skinLooks.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 namespace tunedeck {
@@ -20,16 +22,19 @@ QRectF drawnBounds(const QRectF &control)
 
 ClassicAudioProgressSlider::ClassicAudioProgressSlider(const SkinEnvironment &environment, QWidget *parent)
     : PercentSlider(ClassicAudioProgressSliderCell::knobSize, parent)
+    , m_environment(environment)
 {
+    repaintOnNewLooks(*this, environment);
     new FocusPointers(*this, environment, &drawnBounds);
 }
 
 void ClassicAudioProgressSlider::paintEvent(QPaintEvent *)
 {
+    const bool isFull = isHighContrast(m_environment);
     QPainter painter(this);
     flipY(painter, height());
-    ClassicAudioProgressSliderCell::drawBarInside(painter, barRect(), knobRect(), isEnabled());
-    ClassicAudioProgressSliderCell::drawKnob(painter, knobRect(), isEnabled());
+    ClassicAudioProgressSliderCell::drawBarInside(painter, barRect(), knobRect(), isEnabled(), isFull);
+    ClassicAudioProgressSliderCell::drawKnob(painter, knobRect(), isEnabled(), isFull);
 }
 
 } // namespace tunedeck

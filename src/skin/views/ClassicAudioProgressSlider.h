@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "skin/looks/SkinEnvironment.h"
 #include "skin/views/PercentSlider.h"
 
 namespace tunedeck {
-
-struct SkinEnvironment;
 
 /// The slider on the LCD that shows and sets the position in the track.
 class ClassicAudioProgressSlider : public PercentSlider {
@@ -16,6 +15,9 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    SkinEnvironment m_environment;
 };
 
 } // namespace tunedeck

@@ -3,6 +3,7 @@
 
 #include "skin/drawing/engraving.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 namespace tunedeck {

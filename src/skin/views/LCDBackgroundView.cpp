@@ -4,6 +4,7 @@
 #include "skin/drawing/flipY.h"
 #include "skin/looks/skinLooks.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 namespace tunedeck {

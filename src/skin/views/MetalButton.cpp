@@ -5,6 +5,7 @@
 #include "skin/looks/FocusLamp.h"
 #include "skin/looks/FocusRing.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 namespace tunedeck {

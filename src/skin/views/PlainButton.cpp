@@ -4,6 +4,7 @@
 #include "skin/drawing/ResourceImage.h"
 #include "skin/looks/FocusRing.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 namespace tunedeck {

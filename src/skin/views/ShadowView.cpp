@@ -3,6 +3,7 @@
 
 #include "skin/drawing/flipY.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 namespace tunedeck {

@@ -50,6 +50,18 @@ private Q_SLOTS:
         }
     }
 
+    void atHighContrastTheStripesAreBlack()
+    {
+        const Picture picture{QSize(200, 20), 1.25, [](QPainter &painter) {
+                                  ClassicAudioProgressSliderCell::drawBarInside(
+                                      painter, QRectF(0, 8, 200, 4), atEnd, true, true);
+                              }};
+        for (int column = 20; column < 200; ++column) {
+            const QColor expected = column % 2 == 0 ? QColor(0, 0, 0) : QColor(0, 0, 0, 0);
+            QCOMPARE(picture.at((column + 0.5) / 1.25, 10), expected);
+        }
+    }
+
     void atAFractionalScaleTheDotsAreCrispPixels()
     {
         for (const double scale : {1.25, 1.5}) {

@@ -85,9 +85,8 @@ private Q_SLOTS:
     void aPositiveOffsetIsToTheRightAndUpOnTheScreenHoweverThePainterIsTurned()
     {
         const Shadow shadow{.offset = {3, 4}, .blurRadius = 0};
-        const QImage unturned = drawn([&](QPainter &painter) {
-            drawShadow(painter, rectangle({10, 10, 5, 5}), shadow);
-        });
+        const QImage unturned =
+            drawn([&](QPainter &painter) { drawShadow(painter, rectangle({10, 10, 5, 5}), shadow); });
         const QImage turned = drawn([&](QPainter &painter) {
             turn(painter);
             drawShadow(painter, rectangle({10, side - 15, 5, 5}), shadow);
@@ -257,9 +256,8 @@ private Q_SLOTS:
 
     void everySecondPointHasAScanLine()
     {
-        const QImage image = drawn([](QPainter &painter) {
-            fillWithScanLines(painter, rectangle({0, 0, 30, 7}), 30, true);
-        });
+        const QImage image =
+            drawn([](QPainter &painter) { fillWithScanLines(painter, rectangle({0, 0, 30, 7}), 30, true); });
         for (int y = 0; y < side; ++y) {
             const bool hasLine = y == 0 || y == 2 || y == 4 || y == 6;
             QVERIFY(isAbout(hasLine ? 26 : 0, alphaAt(image, 10, y), hasLine ? 1 : 0));
@@ -269,9 +267,8 @@ private Q_SLOTS:
 
     void lightScanLinesAreOf4Percent()
     {
-        const QImage image = drawn([](QPainter &painter) {
-            fillWithScanLines(painter, rectangle({0, 0, 30, 7}), 30, false);
-        });
+        const QImage image =
+            drawn([](QPainter &painter) { fillWithScanLines(painter, rectangle({0, 0, 30, 7}), 30, false); });
         QCOMPARE(alphaAt(image, 10, 0), 10);
         QCOMPARE(alphaAt(image, 10, 1), 0);
     }
@@ -295,9 +292,8 @@ private Q_SLOTS:
     void scanLinesStopAtThePathsHeightAndStayInsideThePath()
     {
         // Lines at 0, 2 and 4 alone, though the path reaches from 3 to 9: its height of 6 counts from 0.
-        const QImage image = drawn([](QPainter &painter) {
-            fillWithScanLines(painter, rectangle({5, 3, 10, 6}), 12, true);
-        });
+        const QImage image =
+            drawn([](QPainter &painter) { fillWithScanLines(painter, rectangle({5, 3, 10, 6}), 12, true); });
         for (int y = 0; y < side; ++y) {
             QVERIFY(isAbout(y == 4 ? 26 : 0, alphaAt(image, 8, y)));
         }
@@ -308,9 +304,8 @@ private Q_SLOTS:
 
     void theFirstScanLineIsDrawnInAPathThatIsLowerThanTheStride()
     {
-        const QImage image = drawn([](QPainter &painter) {
-            fillWithScanLines(painter, rectangle({0, 0, 30, 1}), 30, true);
-        });
+        const QImage image =
+            drawn([](QPainter &painter) { fillWithScanLines(painter, rectangle({0, 0, 30, 1}), 30, true); });
         QVERIFY(isAbout(26, alphaAt(image, 10, 0)));
         QCOMPARE(alphaAt(image, 10, 2), 0);
     }
@@ -329,10 +324,9 @@ private Q_SLOTS:
 
     void aPathOfNoHeightHasNoScanLines()
     {
-        const QImage image = drawn([](QPainter &painter) {
-            fillWithScanLines(painter, rectangle({0, 0, 30, 0}), 30, true);
-        });
-        QCOMPARE(image, drawn([](QPainter &) {}));
+        const QImage image =
+            drawn([](QPainter &painter) { fillWithScanLines(painter, rectangle({0, 0, 30, 0}), 30, true); });
+        QCOMPARE(image, drawn([](QPainter &) { }));
     }
 
     void theClipOfThePainterHolds()

@@ -9,6 +9,8 @@
 #include <QApplication>
 #include <QTest>
 
+#include <array>
+
 using namespace tunedeck;
 
 class FocusRingTest : public QObject {
@@ -68,6 +70,25 @@ private Q_SLOTS:
         window.control.setFocus(Qt::TabFocusReason);
         const QImage above = window.picture().copy(35, 8, 5, 7);
         QVERIFY2(contrast(above) >= 3, qPrintable(QString::number(contrast(above))));
+    }
+
+    void atHighContrastItIsBlackInAWhiteRimFromThatMomentOn()
+    {
+        MarkedControl window;
+        new FocusRing(window.control, window.desk.environment);
+        QVERIFY(window.open(Qt::lightGray));
+        window.control.setFocus(Qt::TabFocusReason);
+        const auto colors = [&window] {
+            const QImage picture = window.picture();
+            const int x = window.control.geometry().center().x();
+            const int top = window.control.geometry().top();
+            return std::array{picture.pixelColor(x, top - 2), picture.pixelColor(x, top - 4)};
+        };
+        const auto before = colors();
+        window.desk.setHighContrast(true);
+        QCOMPARE(colors(), (std::array{QColor(Qt::black), QColor(Qt::white)}));
+        window.desk.setHighContrast(false);
+        QCOMPARE(colors(), before);
     }
 };
 
