@@ -12,6 +12,8 @@ namespace tunedeck {
 namespace {
 constexpr qint64 maximumHeaders = 300'000;
 constexpr int successStatus = 200;
+constexpr int notFoundStatus = 404;
+constexpr int goneStatus = 410;
 /// In milliseconds. libcurl shortens it for timers of its own.
 constexpr int longestWait = 60'000;
 
@@ -213,7 +215,9 @@ bool HttpsRequest::takeEndOfHeaders()
     if (kind == 3 && !m_location.isEmpty()) {
         m_answer.redirect = m_url.resolved(QUrl::fromEncoded(m_location));
     } else {
-        m_answer = {UpdateFailure::refused, {}, QStringLiteral("the server answers with status %1").arg(m_status)};
+        const bool isMissing = m_status == notFoundStatus || m_status == goneStatus;
+        m_answer = {isMissing ? UpdateFailure::missing : UpdateFailure::refused, {},
+            QStringLiteral("the server answers with status %1").arg(m_status)};
     }
     return false;
 }

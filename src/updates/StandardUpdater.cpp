@@ -19,6 +19,10 @@
 namespace tunedeck {
 
 namespace {
+using namespace std::chrono_literals;
+
+constexpr auto closingPatience = 500ms;
+
 QStringList systemUpdaters()
 {
     return {QStringLiteral("org.gnome.Software"), QStringLiteral("org.kde.discover"), QStringLiteral("gnome-software"),
@@ -75,7 +79,13 @@ StandardUpdater::StandardUpdater(
     });
 }
 
-StandardUpdater::~StandardUpdater() = default;
+StandardUpdater::~StandardUpdater()
+{
+    qDeleteAll(findChildren<UpdateCheck *>());
+    qDeleteAll(findChildren<UpdateDownload *>());
+    // The program ends now, and takes down the libraries that a request uses.
+    BackgroundWork::awaitEnd(closingPatience);
+}
 
 void StandardUpdater::checkForUpdates()
 {

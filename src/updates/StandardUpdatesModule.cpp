@@ -16,7 +16,7 @@ UpdatesModule::Check StandardUpdatesModule::makeCheck(const QDBusConnection &bus
     const RunningProgram program{bundleInfo(u"CFBundleVersion").value_or(QString()),
         bundleInfo(u"CFBundleShortVersionString").value_or(QString()), QSysInfo::productVersion()};
     const auto updater = std::make_shared<StandardUpdater>(
-        UpdaterConfiguration{QUrl(QStringLiteral(TUNEDECK_FEED_URL)),
+        UpdaterConfiguration{QUrl(QString::fromUtf8(TUNEDECK_FEED_URL)),
             {QByteArrayLiteral(TUNEDECK_UPDATE_PUBLIC_KEY), QByteArrayLiteral(TUNEDECK_UPDATE_NEXT_PUBLIC_KEY)},
             program, QStandardPaths::writableLocation(QStandardPaths::DownloadLocation)},
         bus, settings);

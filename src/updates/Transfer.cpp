@@ -6,6 +6,10 @@
 #include "updates/inBackground.h"
 #include "updates/updatesLog.h"
 
+#include <QByteArrayView>
+
+#include <mutex>
+#include <optional>
 #include <utility>
 
 namespace tunedeck {
@@ -20,11 +24,90 @@ QList<QNetworkProxy> proxiesFor(const QUrl &url)
 }
 } // namespace
 
+/// What the threads of a transfer's requests receive, one after another. The last one may outlive the transfer.
+class Transfer::Reception {
+public:
+    Reception(Transfer *transfer, qint64 maximumSize, Sink sink)
+        : m_maximumSize(maximumSize)
+        , m_sink(std::move(sink))
+        , m_transfer(transfer)
+    {
+    }
+
+    /// Runs on the thread of a request. Returns false to end the request.
+    bool receive(QByteArrayView bytes)
+    {
+        if (!count(bytes.size())) {
+            return false;
+        }
+        // The sink may hang, so nothing is locked meanwhile.
+        const bool isTaken = m_sink(bytes);
+        const std::lock_guard lock(m_mutex);
+        if (!isTaken) {
+            m_failure = UpdateFailure::notSaved;
+            return false;
+        }
+        postProgress();
+        return true;
+    }
+
+    // The main thread calls these two.
+
+    /// Nothing reaches the transfer afterwards.
+    void end()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_transfer = nullptr;
+    }
+    [[nodiscard]] std::optional<UpdateFailure> failure() const
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_failure;
+    }
+
+private:
+    /// Returns whether the sink may have the bytes.
+    bool count(qint64 bytes)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_size += bytes;
+        if (m_size > m_maximumSize) {
+            m_failure = UpdateFailure::tooLong;
+        }
+        return m_transfer && !m_failure;
+    }
+    /// Call it under the mutex.
+    void postProgress()
+    {
+        if (m_transfer && !std::exchange(m_isProgressPosted, true)) {
+            QMetaObject::invokeMethod(m_transfer, [this] { report(); }, Qt::QueuedConnection);
+        }
+    }
+    /// Runs on the main thread, while there is a transfer.
+    void report()
+    {
+        std::unique_lock lock(m_mutex);
+        m_isProgressPosted = false;
+        const qint64 size = m_size;
+        Transfer *const transfer = m_transfer;
+        lock.unlock();
+        Q_EMIT transfer->progressed(size);
+    }
+
+    const qint64 m_maximumSize;
+    const Sink m_sink;
+    mutable std::mutex m_mutex;
+    // Under the mutex:
+    Transfer *m_transfer; ///< null after its end
+    qint64 m_size = 0; ///< in bytes
+    bool m_isProgressPosted = false;
+    std::optional<UpdateFailure> m_failure;
+};
+
 Transfer::Transfer(const TransferRules &rules, qint64 maximumSize, Sink sink, QObject *parent)
     : QObject(parent)
     , m_rules(rules)
-    , m_maximumSize(maximumSize)
-    , m_sink(std::move(sink))
+    , m_reception(std::make_shared<Reception>(this, maximumSize, std::move(sink)))
 {
     m_proxyPatience.setSingleShot(true);
     m_proxyPatience.setInterval(rules.patience);
@@ -33,18 +116,21 @@ Transfer::Transfer(const TransferRules &rules, qint64 maximumSize, Sink sink, QO
         Q_EMIT failed(UpdateFailure::stalled);
     });
     connect(&m_proxies, &QFutureWatcher<QList<QNetworkProxy>>::finished, this, &Transfer::request);
+    connect(&m_answer, &QFutureWatcher<HttpsRequest::Answer>::finished, this, &Transfer::conclude);
 }
 
 Transfer::~Transfer()
 {
-    endThread();
+    m_reception->end();
+    if (m_request) {
+        m_request->cancel();
+    }
 }
 
 void Transfer::start(const QUrl &url)
 {
     // A failure must not be emitted before start() returns.
-    QMetaObject::invokeMethod(
-        this, [this, url] { load(url); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, [this, url] { load(url); }, Qt::QueuedConnection);
 }
 
 void Transfer::load(const QUrl &url)
@@ -64,41 +150,19 @@ void Transfer::request()
 {
     m_proxyPatience.stop();
     const QNetworkProxy proxy = m_proxies.result().value(0, QNetworkProxy(QNetworkProxy::NoProxy));
-    m_request =
-        std::make_unique<HttpsRequest>(m_rules, m_url, proxy, [this](QByteArrayView bytes) { return receive(bytes); });
-    m_thread = std::thread([this] {
-        const HttpsRequest::Answer answer = m_request->run();
-        QMetaObject::invokeMethod(
-            this, [this, answer] { conclude(answer); }, Qt::QueuedConnection);
-    });
+    m_request = std::make_shared<HttpsRequest>(
+        m_rules, m_url, proxy, [reception = m_reception](QByteArrayView bytes) { return reception->receive(bytes); });
+    m_answer.setFuture(inBackground([request = m_request] { return request->run(); }));
 }
 
-bool Transfer::receive(QByteArrayView bytes)
+void Transfer::conclude()
 {
-    m_size += bytes.size();
-    if (m_size > m_maximumSize) {
-        m_sinkFailure = UpdateFailure::tooLong;
-    } else if (!m_sink(bytes)) {
-        m_sinkFailure = UpdateFailure::notSaved;
-    } else if (!m_isProgressPosted.exchange(true)) {
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                m_isProgressPosted = false;
-                Q_EMIT progressed(m_size);
-            },
-            Qt::QueuedConnection);
-    }
-    return !m_sinkFailure;
-}
-
-void Transfer::conclude(const HttpsRequest::Answer &answer)
-{
-    endThread();
+    const HttpsRequest::Answer answer = m_answer.result();
+    const std::optional<UpdateFailure> failure = m_reception->failure();
     if (!answer.redirect.isEmpty()) {
         follow(answer.redirect);
-    } else if (m_sinkFailure) {
-        Q_EMIT failed(*m_sinkFailure);
+    } else if (failure) {
+        Q_EMIT failed(*failure);
     } else if (answer.failure) {
         qCDebug(updatesLog).noquote() << shortened(answer.detail);
         Q_EMIT failed(*answer.failure);
@@ -115,15 +179,6 @@ void Transfer::follow(const QUrl &url)
     }
     ++m_redirects;
     load(url);
-}
-
-void Transfer::endThread()
-{
-    if (m_thread.joinable()) {
-        m_request->cancel();
-        m_thread.join();
-        m_request.reset();
-    }
 }
 
 } // namespace tunedeck

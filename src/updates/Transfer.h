@@ -5,7 +5,6 @@
 #include "updates/TransferRules.h"
 #include "updates/UpdateFailure.h"
 
-#include <QByteArrayView>
 #include <QFutureWatcher>
 #include <QList>
 #include <QNetworkProxy>
@@ -13,10 +12,7 @@
 #include <QTimer>
 #include <QUrl>
 
-#include <atomic>
 #include <memory>
-#include <optional>
-#include <thread>
 
 namespace tunedeck {
 
@@ -26,13 +22,13 @@ class Transfer : public QObject {
     Q_OBJECT
 
 public:
-    /// Takes the next bytes, on a thread of the transfer's own. Returns false if it cannot, which fails as
-    /// UpdateFailure::notSaved.
+    /// Takes the next bytes, on the thread of a request. Returns false if it cannot, which fails as
+    /// UpdateFailure::notSaved. A call may outlast the transfer, so the sink must own what it uses.
     using Sink = HttpsRequest::Sink;
 
     /// Fails as soon as it has received more than `maximumSize` bytes.
     Transfer(const TransferRules &rules, qint64 maximumSize, Sink sink, QObject *parent = nullptr);
-    /// Stops the transfer within some milliseconds. The sink is not called afterwards.
+    /// Stops the transfer, and does not wait for a call of the sink that hangs.
     ~Transfer() override;
 
     /// Call it once.
@@ -48,25 +44,19 @@ Q_SIGNALS:
 private:
     void load(const QUrl &url);
     void request();
-    /// Runs on the transfer's thread.
-    bool receive(QByteArrayView bytes);
-    void conclude(const HttpsRequest::Answer &answer);
+    void conclude();
     void follow(const QUrl &url);
-    void endThread();
+
+    class Reception;
 
     const TransferRules m_rules;
-    const qint64 m_maximumSize;
-    const Sink m_sink;
+    const std::shared_ptr<Reception> m_reception;
     QUrl m_url;
     QFutureWatcher<QList<QNetworkProxy>> m_proxies;
     QTimer m_proxyPatience;
     int m_redirects = 0;
-    std::atomic<qint64> m_size = 0;
-    std::atomic_bool m_isProgressPosted = false;
-    /// Written by the transfer's thread, read when it has ended.
-    std::optional<UpdateFailure> m_sinkFailure;
-    std::unique_ptr<HttpsRequest> m_request;
-    std::thread m_thread;
+    std::shared_ptr<HttpsRequest> m_request; ///< the thread that runs it owns it, too
+    QFutureWatcher<HttpsRequest::Answer> m_answer;
 };
 
 } // namespace tunedeck

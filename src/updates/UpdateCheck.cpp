@@ -14,10 +14,10 @@ namespace {
 constexpr qint64 maximumFeed = 1'048'576;
 constexpr qint64 maximumSignatures = 4'096;
 
-Transfer::Sink appendingTo(QByteArray &bytes)
+Transfer::Sink appendingTo(const std::shared_ptr<QByteArray> &bytes)
 {
-    return [&bytes](QByteArrayView more) {
-        bytes += more;
+    return [bytes](QByteArrayView more) {
+        *bytes += more;
         return true;
     };
 }
@@ -30,8 +30,10 @@ UpdateFailure failureOfFeed(UpdateFailure failure)
 UpdateFailure failureOfSignature(UpdateFailure failure)
 {
     switch (failure) {
-    case UpdateFailure::refused:
+    case UpdateFailure::missing:
         return UpdateFailure::feedNotSigned;
+    case UpdateFailure::refused:
+        return UpdateFailure::signatureRefused;
     case UpdateFailure::tooLong:
         return UpdateFailure::feedWronglySigned;
     default:
@@ -87,7 +89,7 @@ UpdateCheck::Reading UpdateCheck::read(
 void UpdateCheck::startReading()
 {
     m_reading.setFuture(
-        inBackground([feed = m_feed, signatures = m_signatures, keys = m_terms.keys,
+        inBackground([feed = *m_feed, signatures = *m_signatures, keys = m_terms.keys,
                          newestSerial = m_terms.newestSerial] { return read(feed, signatures, keys, newestSerial); }));
 }
 
@@ -100,7 +102,7 @@ void UpdateCheck::report()
         return;
     }
     const QList<AppcastItem> &items = reading.appcast.items;
-    qCDebug(updatesLog) << "feed read:" << m_feed.size() << "bytes," << items.size() << "versions";
+    qCDebug(updatesLog) << "feed read:" << m_feed->size() << "bytes," << items.size() << "versions";
     Q_EMIT believed(reading.appcast.serial);
     if (const auto update = newestUpdate(items, m_terms.program)) {
         Q_EMIT found(*update);

@@ -13,6 +13,7 @@
 #include <QUrl>
 
 #include <chrono>
+#include <memory>
 #include <optional>
 
 namespace tunedeck {
@@ -62,9 +63,9 @@ private:
 
     const Terms m_terms;
     QUrl m_address;
-    QByteArray m_feed;
-    QByteArray m_signatures;
-    // They append to the two above.
+    // The transfers append to these, and own them, too.
+    const std::shared_ptr<QByteArray> m_feed = std::make_shared<QByteArray>();
+    const std::shared_ptr<QByteArray> m_signatures = std::make_shared<QByteArray>();
     Transfer m_feedTransfer;
     Transfer m_signatureTransfer;
     QFutureWatcher<Reading> m_reading;

@@ -22,7 +22,9 @@ enum class UpdateFailure {
     tooManyRedirects,
     /// No data, or too little, came for too long.
     stalled,
-    /// The server answered with an error.
+    /// The server has nothing at the address.
+    missing,
+    /// The server answered with another error.
     refused,
     /// The connection broke.
     interrupted,
@@ -30,6 +32,8 @@ enum class UpdateFailure {
     feedTooLong,
     feedNotUnderstood,
     feedNotSigned,
+    /// The server has answered with an error in the place of the feed's signature, which may exist.
+    signatureRefused,
     /// The feed was changed, or signed with an unknown key.
     feedWronglySigned,
     /// A feed that was published later has been seen.

@@ -137,7 +137,7 @@ void UpdateWindow::setReceived(qint64 bytes)
 {
     m_progress->setValue(static_cast<int>(bytes));
     m_text->setText(tr("%1 of %2", "Updates: how much has come of a download, such as 1.2 MB of 3 MB")
-                        .arg(sizeText(bytes), sizeText(m_progress->maximum())));
+            .arg(sizeText(bytes), sizeText(m_progress->maximum())));
 }
 
 void UpdateWindow::showVerifying()

@@ -29,6 +29,9 @@ FailureMessage messageOfConnection(UpdateFailure failure)
         return {UpdateWindow::tr("The update server stopped responding or is too slow.", "Updates: title of an error"),
             UpdateWindow::tr("Check your connection to the internet, or check for updates again later.",
                 "Updates: what to do about an error")};
+    case UpdateFailure::missing:
+        return {UpdateWindow::tr("The update server does not have the file.", "Updates: title of an error"),
+            UpdateWindow::tr("Check for updates again later.", "Updates: what to do about an error")};
     case UpdateFailure::refused:
         return {UpdateWindow::tr("The update server answered with an error.", "Updates: title of an error"),
             UpdateWindow::tr("Check for updates again later.", "Updates: what to do about an error")};
@@ -56,6 +59,10 @@ FailureMessage messageOfFeed(UpdateFailure failure)
             UpdateWindow::tr("Tunedeck trusts only a list that its makers have signed. Check for updates again later, "
                              "or download a new version from where you got this one.",
                 "Updates: what to do about an error")};
+    case UpdateFailure::signatureRefused:
+        return {UpdateWindow::tr(
+                    "The signature of the list of updates could not be fetched.", "Updates: title of an error"),
+            UpdateWindow::tr("Check for updates again later.", "Updates: what to do about an error")};
     case UpdateFailure::feedWronglySigned:
         return {UpdateWindow::tr("The list of updates cannot be trusted.", "Updates: title of an error"),
             UpdateWindow::tr("It does not come from Tunedeck's makers, or it was changed on the way. Check for updates "
@@ -94,12 +101,14 @@ FailureMessage failureMessage(UpdateFailure failure)
     case UpdateFailure::insecure:
     case UpdateFailure::tooManyRedirects:
     case UpdateFailure::stalled:
+    case UpdateFailure::missing:
     case UpdateFailure::refused:
     case UpdateFailure::interrupted:
         return messageOfConnection(failure);
     case UpdateFailure::feedTooLong:
     case UpdateFailure::feedNotUnderstood:
     case UpdateFailure::feedNotSigned:
+    case UpdateFailure::signatureRefused:
     case UpdateFailure::feedWronglySigned:
     case UpdateFailure::feedOutdated:
     case UpdateFailure::feedExpired:

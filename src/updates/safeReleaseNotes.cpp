@@ -5,6 +5,7 @@
 #include "updates/feed/isSecureAddress.h"
 #include "updates/feed/markup.h"
 
+#include <QList>
 #include <QRegularExpression>
 #include <QStringList>
 #include <QUrl>
@@ -52,7 +53,8 @@ bool isReadable(char32_t character)
 QString readable(QStringView text)
 {
     QString kept;
-    for (const char32_t character : text.toUcs4()) {
+    const QList<uint> characters = text.toUcs4();
+    for (const char32_t character : characters) {
         if (isReadable(character)) {
             kept += QChar::fromUcs4(character);
         }
@@ -76,7 +78,7 @@ QString safeText(QStringView html)
         QStringLiteral("&(#[0-9]{1,7}|#[xX][0-9a-fA-F]{1,6}|([a-zA-Z][a-zA-Z0-9]{1,9}));"));
     QString text;
     qsizetype at = 0;
-    for (auto matches = reference.globalMatch(html); matches.hasNext();) {
+    for (auto matches = reference.globalMatch(html.toString()); matches.hasNext();) {
         const QRegularExpressionMatch match = matches.next();
         text += readable(html.sliced(at, match.capturedStart() - at)).toHtmlEscaped();
         text += match.hasCaptured(2) ? match.captured() : characterFrom(match.capturedView()).toHtmlEscaped();
@@ -90,7 +92,7 @@ QString linkTag(QStringView tag)
 {
     static const QRegularExpression href(QStringLiteral("\\shref\\s*=\\s*(?:\"([^\"]*)\"|'([^']*)'|([^\\s>\"']+))"),
         QRegularExpression::CaseInsensitiveOption);
-    const QRegularExpressionMatch match = href.match(tag);
+    const QRegularExpressionMatch match = href.match(tag.toString());
     QString address = match.captured(match.lastCapturedIndex()).trimmed();
     const QUrl url(address.replace(QStringLiteral("&amp;"), QStringLiteral("&")), QUrl::StrictMode);
     if (!isSecureAddress(url)) {
@@ -135,7 +137,7 @@ private:
     void readTag(QStringView tag)
     {
         static const QRegularExpression nameAtStart(QStringLiteral("^<(/?)([a-zA-Z][a-zA-Z0-9]*)"));
-        const QRegularExpressionMatch match = nameAtStart.match(tag);
+        const QRegularExpressionMatch match = nameAtStart.match(tag.toString());
         const QString name = match.captured(2).toLower();
         if (!match.capturedView(1).isEmpty()) {
             close(name);

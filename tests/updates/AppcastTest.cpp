@@ -9,6 +9,7 @@
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTest>
+#include <QTimeZone>
 
 using namespace Qt::StringLiterals;
 
@@ -119,7 +120,7 @@ private Q_SLOTS:
         QTest::addColumn<qint64>("readSerial");
         QTest::addColumn<QDateTime>("readExpiry");
         const QByteArray day("2027-01-31T12:30:00Z");
-        const QDateTime readDay(QDate(2027, 1, 31), QTime(12, 30), Qt::UTC);
+        const QDateTime readDay(QDate(2027, 1, 31), QTime(12, 30), QTimeZone::utc());
         QTest::newRow("both") << QByteArray(" 12 ") << day << 12LL << readDay;
         QTest::newRow("the highest serial") << QByteArray("1000000000") << day << 1'000'000'000LL << readDay;
         QTest::newRow("too high a serial") << QByteArray("1000000001") << day << 0LL << readDay;

@@ -11,7 +11,7 @@ namespace tunedeck {
 {
     return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n"
            "<rss version=\"2.0\" xmlns:sparkle=\"http://www.andymatuschak.org/xml-namespaces/sparkle\" "
-           "xmlns:tunedeck=\"https://tunedeck.org/feed/1\">\n"
+           "xmlns:tunedeck=\"urn:tunedeck:feed:1\">\n"
            "<channel><title>Tunedeck</title>\n"
            "<tunedeck:serial>"
         + serial + "</tunedeck:serial><tunedeck:expires>" + expiry + "</tunedeck:expires>\n" + items

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "updates/NamelessFile.h"
 
+#include "FileSystem.h"
 #include "support/failOnWarning.h"
 #include "support/registerTest.h"
 
@@ -17,23 +18,6 @@
 
 using namespace Qt::StringLiterals;
 
-// The linker puts the second in the place of open() and gives the first its name.
-int openOfTheSystem(const char *path, int flags, mode_t mode) asm("__real_open");
-int openOfTheTest(const char *path, int flags, mode_t mode) asm("__wrap_open");
-
-namespace {
-bool knowsNamelessFiles = true;
-} // namespace
-
-int openOfTheTest(const char *path, int flags, mode_t mode)
-{
-    if ((flags & O_TMPFILE) == O_TMPFILE && !knowsNamelessFiles) {
-        errno = EOPNOTSUPP;
-        return -1;
-    }
-    return openOfTheSystem(path, flags, mode);
-}
-
 namespace tunedeck {
 
 class NamelessFileTest : public QObject {
@@ -45,13 +29,13 @@ private Q_SLOTS:
         failOnWarning();
         m_folder = std::make_unique<QTemporaryDir>();
     }
-    void cleanup() { knowsNamelessFiles = true; }
+    void cleanup() { fileSystem().knowsNamelessFiles = true; }
 
     void aFileGetsItsNameWhenItIsComplete_data() { fileSystems(); }
     void aFileGetsItsNameWhenItIsComplete()
     {
         QFETCH(const bool, knowsNameless);
-        knowsNamelessFiles = knowsNameless;
+        fileSystem().knowsNamelessFiles = knowsNameless;
         const auto file = NamelessFile::create(m_folder->path());
         QVERIFY(file);
         QVERIFY(file->write("content"));
@@ -65,7 +49,7 @@ private Q_SLOTS:
     void aFileWithoutANameLeavesNothing()
     {
         QFETCH(const bool, knowsNameless);
-        knowsNamelessFiles = knowsNameless;
+        fileSystem().knowsNamelessFiles = knowsNameless;
         auto file = NamelessFile::create(m_folder->path());
         QVERIFY(file && file->write("content"));
         struct stat status = {};
@@ -81,7 +65,7 @@ private Q_SLOTS:
     void aNameThatIsTakenStays()
     {
         QFETCH(const bool, knowsNameless);
-        knowsNamelessFiles = knowsNameless;
+        fileSystem().knowsNamelessFiles = knowsNameless;
         QVERIFY(QFile::link(u"/nonexistent"_s, m_folder->filePath(u"a"_s)));
         const auto file = NamelessFile::create(m_folder->path());
         QVERIFY(file && file->write("content"));

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "FeedText.h"
+#include "TestSigner.h"
 #include "UpdateServer.h"
 #include "platform/UserDefaults.h"
 #include "support/failOnWarning.h"
 #include "support/registerTest.h"
 #include "updates/StandardUpdater.h"
+#include "updates/feed/FeedSignature.h"
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -191,22 +193,55 @@ private Q_SLOTS:
         QFETCH(const QByteArray, feed);
         QFETCH(const QByteArray, complaint);
         write(m_feed, feed);
-        write(m_published, feedText({}, "11"));
+        publish(feedText({}, "11"));
         const Outcome outcome = sign({u"sign-feed"_s, m_key, m_feed, u"--after"_s, m_published});
         QCOMPARE(outcome.exitCode, 1);
         QVERIFY2(outcome.complained.contains(complaint), outcome.complained.constData());
         QVERIFY(!QFile::exists(m_feed + u".signature"_s));
     }
 
+    void aFeedFollowsThePublishedOne()
+    {
+        publish(feedText({}, "11"));
+        write(m_feed, feed());
+        const Outcome outcome = sign({u"sign-feed"_s, m_key, m_feed, u"--after"_s, m_published});
+        QVERIFY2(outcome.exitCode == 0, outcome.complained.constData());
+        QCOMPARE(verify(m_feed, m_publicKeys.at(0)).exitCode, 0);
+    }
+
+    /// Its serial is that of the makers only if they have signed it.
+    void aPublishedFeedThatWasChangedIsNotFollowed()
+    {
+        publish(feedText({}, "11"));
+        write(m_published, contentOf(m_published) + '\n');
+        write(m_feed, feed());
+        const QStringList signing{u"sign-feed"_s, m_key, m_feed, u"--after"_s, m_published};
+        QVERIFY2(sign(signing).complained.contains("published.xml is not signed with a key that --key names"),
+            sign(signing).complained.constData());
+        QVERIFY(QFile::remove(m_published + u".signature"_s));
+        QVERIFY(sign(signing).complained.contains("published.xml.signature: "));
+        QVERIFY(!QFile::exists(m_feed + u".signature"_s));
+    }
+
+    void aPublishedFeedMayBeSignedWithTheOtherKey()
+    {
+        publish(feedText({}, "11"));
+        write(m_feed, feed());
+        const QStringList signing{u"sign-feed"_s, m_nextKey, m_feed, u"--after"_s, m_published};
+        QCOMPARE(sign(signing).exitCode, 1);
+        const Outcome outcome = sign(signing + QStringList{u"--key"_s, QString::fromLatin1(m_publicKeys.at(0))});
+        QVERIFY2(outcome.exitCode == 0, outcome.complained.constData());
+    }
+
     void thePublishedFeedMustBeNamed()
     {
         write(m_feed, feed());
-        write(m_published, "no feed");
+        publish("no feed");
         QVERIFY(sign({u"sign-feed"_s, m_key, m_feed}).complained.contains("--after, or say --first"));
         QVERIFY(sign({u"sign-feed"_s, m_key, m_feed, u"--first"_s, u"--after"_s, m_published})
-                    .complained.contains("--after, or say --first"));
+                .complained.contains("--after, or say --first"));
         QVERIFY(sign({u"sign-feed"_s, m_key, m_feed, u"--after"_s, m_published})
-                    .complained.contains("is not a feed with a serial"));
+                .complained.contains("is not a feed with a serial"));
         QVERIFY(!QFile::exists(m_feed + u".signature"_s));
     }
 
@@ -231,7 +266,7 @@ private Q_SLOTS:
             write(noKey, text);
             QVERIFY(QFile::setPermissions(noKey, QFileDevice::ReadOwner | QFileDevice::WriteOwner));
             QVERIFY(sign({u"sign-file"_s, noKey, m_package, u"--build"_s, u"1"_s, u"--version"_s, u"1"_s})
-                        .complained.contains("is not a key"));
+                    .complained.contains("is not a key"));
         }
     }
 
@@ -271,7 +306,11 @@ private Q_SLOTS:
         QVERIFY(outcome.complained.contains("sign-feed KEYFILE FEED"));
     }
 
-    void cleanup() { QFile::remove(m_feed + u".signature"_s); }
+    void cleanup()
+    {
+        QFile::remove(m_feed + u".signature"_s);
+        QFile::remove(m_published + u".signature"_s);
+    }
 
 private:
     static void write(const QString &path, const QByteArray &content)
@@ -290,6 +329,15 @@ private:
     static Outcome verify(const QString &path, const QByteArray &key)
     {
         return sign({u"verify"_s, path, u"--key"_s, QString::fromLatin1(key)});
+    }
+
+    /// The tool itself signs no feed that is empty or older.
+    void publish(const QByteArray &feed) const
+    {
+        write(m_published, feed);
+        QByteArray seed = QByteArray::fromBase64(contentOf(m_key).split('\n').value(1));
+        QCOMPARE(seed.size(), qsizetype(crypto_sign_SEEDBYTES));
+        write(m_published + u".signature"_s, TestSigner(seed).sign(feedTextToSign(feed)));
     }
 
     [[nodiscard]] Outcome signFile() const

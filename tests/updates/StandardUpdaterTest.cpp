@@ -3,6 +3,7 @@
 
 #include "FeedText.h"
 #include "FileManager.h"
+#include "FileSystem.h"
 #include "TestSigner.h"
 #include "UpdateServer.h"
 #include "platform/UserDefaults.h"
@@ -14,13 +15,16 @@
 #include "updates/failureMessage.h"
 #include "updates/feed/FeedSignature.h"
 #include "updates/feed/FileStatement.h"
+#include "updates/inBackground.h"
 
 #include <QApplication>
 #include <QCryptographicHash>
 #include <QDate>
 #include <QDialogButtonBox>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QFuture>
 #include <QLocale>
 #include <QLoggingCategory>
 #include <QNetworkAccessManager>
@@ -29,6 +33,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScopeGuard>
+#include <QSemaphore>
 #include <QSslConfiguration>
 #include <QTemporaryDir>
 #include <QTest>
@@ -142,6 +147,8 @@ private Q_SLOTS:
     void init()
     {
         tunedeck::failOnWarning();
+        // A test that failed may have left it.
+        static_cast<void>(fileSystem().wakeUp.try_acquire());
         m_server = std::make_unique<UpdateServer>();
         m_folder = std::make_unique<QTemporaryDir>();
         m_file = QByteArray("a program").repeated(50'000);
@@ -245,6 +252,16 @@ private Q_SLOTS:
         check();
         QTRY_COMPARE(headline(), u"The list of updates is not signed."_s);
         QCOMPARE(window()->findChildren<QPushButton *>().size(), 1);
+        QCOMPARE(keptSerial(), 0);
+    }
+
+    void aSignatureThatTheServerDoesNotGiveIsNotTakenForAMissingOne()
+    {
+        m_server->setAnswer(feedPath, {feedText(updateItem())});
+        m_server->setAnswer(signaturePath, {"x", "503 Service Unavailable"});
+        check();
+        QTRY_COMPARE(
+            page(), u"The signature of the list of updates could not be fetched.\nCheck for updates again later."_s);
         QCOMPARE(keptSerial(), 0);
     }
 
@@ -357,7 +374,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("told");
-        QTest::newRow("not found") << u"/nothing"_s << u"The update server answered with an error."_s;
+        QTest::newRow("not found") << u"/nothing"_s << u"The update server does not have the file."_s;
         QTest::newRow("an error") << u"/error"_s << u"The update server answered with an error."_s;
         QTest::newRow("silent") << u"/silent"_s << u"The update server stopped responding or is too slow."_s;
         QTest::newRow("broken off") << u"/broken"_s << u"The connection to the update server was lost."_s;
@@ -499,6 +516,20 @@ private Q_SLOTS:
         QVERIFY(signature);
         QVERIFY(signature->statement == statement(u"200"_s, u"2.0"_s));
         QCOMPARE(signature->signature.toBase64(), m_signer.sign(signature->statement.text()));
+        m_expectedFiles = 2;
+    }
+
+    /// The download folder may be in the network.
+    void theMainThreadDoesNotWaitForTheDownloadFolder()
+    {
+        fileSystem().openedByMainThread = 0;
+        fileSystem().openedByOthers = 0;
+        offerUpdate();
+        pressDefaultButton();
+        QTRY_COMPARE(headline(), u"The new version has been downloaded."_s);
+        // The file and its signature.
+        QCOMPARE(fileSystem().openedByOthers, 2);
+        QCOMPARE(fileSystem().openedByMainThread, 0);
         m_expectedFiles = 2;
     }
 
@@ -695,7 +726,7 @@ private Q_SLOTS:
         offerUpdate();
         m_server->setAnswer(filePath, {"x", "404 Not Found"});
         pressDefaultButton();
-        QTRY_COMPARE(headline(), u"The update server answered with an error."_s);
+        QTRY_COMPARE(headline(), u"The update server does not have the file."_s);
     }
 
     void aFolderThatCannotBeWrittenIsTold()
@@ -741,14 +772,94 @@ private Q_SLOTS:
         QCOMPARE(page(), QString());
     }
 
+    void aDownloadIntoAFolderThatHangsIsGivenUpAtOnce()
+    {
+        FileSystem &system = fileSystem();
+        system.closedByMainThread = 0;
+        system.closedByOthers = 0;
+        system.hangingWrites = 0;
+        offerUpdate();
+        system.hangs = true;
+        pressDefaultButton();
+        QTRY_COMPARE(system.hangingWrites, 1);
+        window()->close();
+        QTRY_COMPARE(m_updater->findChildren<UpdateDownload *>().size(), 0);
+        QCOMPARE(system.closedByOthers, 0);
+        system.hangs = false;
+        system.wakeUp.release();
+        QTRY_COMPARE(m_server->openConnections(), 0);
+        QTRY_COMPARE(system.closedByOthers, 1);
+        QCOMPARE(system.closedByMainThread, 0);
+    }
+
+    void theEndOfTheProgramLeavesNothing_data()
+    {
+        QTest::addColumn<bool>("knowsNameless");
+        QTest::newRow("knows files without a name") << true;
+        QTest::newRow("knows none") << false;
+    }
     void theEndOfTheProgramLeavesNothing()
     {
+        QFETCH(const bool, knowsNameless);
+        fileSystem().knowsNamelessFiles = knowsNameless;
+        const auto known = qScopeGuard([] { fileSystem().knowsNamelessFiles = true; });
         offerUpdate();
         m_server->setAnswer(filePath, {m_file.chopped(1), "200 OK", {}, 1, m_file.size(), true});
         pressDefaultButton();
         QTRY_VERIFY(window()->findChild<QProgressBar *>()->value() > 0);
         m_updater.reset();
         QCOMPARE(visibleAndHiddenFiles(), QStringList());
+    }
+
+    void theEndOfTheProgramGivesUpACheckAndWaitsForWhatIsUnderWay()
+    {
+        m_server->setAnswer(feedPath, {"<rss>", "200 OK", {}, 1, 100, true});
+        check();
+        QTRY_COMPARE(m_server->requests().size(), 1);
+        QSemaphore mayEnd;
+        QFuture<bool> hanging = inBackground([&mayEnd] {
+            mayEnd.acquire();
+            return true;
+        });
+        m_turns.reset();
+        QElapsedTimer clock;
+        clock.start();
+        m_updater.reset();
+        QVERIFY(clock.elapsed() >= 400);
+        QVERIFY(clock.elapsed() < 5'000);
+        QVERIFY(!hanging.isFinished());
+        mayEnd.release();
+        QVERIFY(BackgroundWork::awaitEnd(5s));
+    }
+
+    void theEndOfTheProgramWaitsForTheFileOfEachDownload()
+    {
+        FileSystem &system = fileSystem();
+        system.hangingCloses = 0;
+        m_server->setAnswer(filePath, {m_file.chopped(1), "200 OK", {}, 1, m_file.size(), true});
+        offerUpdate();
+        pressDefaultButton();
+        QTRY_VERIFY(window()->findChild<QProgressBar *>()->value() > 0);
+        system.closesSlowly = true;
+        window()->close();
+        auto closeEnds = qScopeGuard([&system] {
+            system.closesSlowly = false;
+            system.wakeUp.release();
+        });
+        QTRY_COMPARE(system.hangingCloses, 1);
+        system.closesSlowly = false;
+        m_updater->checkForUpdates();
+        QTRY_COMPARE(page(), isOffered);
+        pressDefaultButton();
+        QTRY_VERIFY(window()->findChild<QProgressBar *>()->value() > 0);
+        m_turns.reset();
+        QElapsedTimer clock;
+        clock.start();
+        m_updater.reset();
+        QVERIFY(clock.elapsed() >= 400);
+        closeEnds.dismiss();
+        system.wakeUp.release();
+        QVERIFY(BackgroundWork::awaitEnd(5s));
     }
 
     /// Therefore not even a program that is killed leaves a file.

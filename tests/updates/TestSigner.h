@@ -7,10 +7,16 @@
 
 namespace tunedeck {
 
-/// Signs files as the makers of updates do, with a new key.
+/// Signs files as the makers of updates do.
 class TestSigner {
 public:
+    /// Signs by a new key.
     TestSigner() { crypto_sign_keypair(bytesOf(m_publicKey), bytesOf(m_secretKey)); }
+    /// Signs by the key that 32 bytes make.
+    explicit TestSigner(QByteArray &seed)
+    {
+        crypto_sign_seed_keypair(bytesOf(m_publicKey), bytesOf(m_secretKey), bytesOf(seed));
+    }
 
     /// Keys and signatures are in Base64.
     [[nodiscard]] QByteArray publicKey() const { return m_publicKey.toBase64(); }

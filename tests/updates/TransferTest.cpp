@@ -7,17 +7,39 @@
 
 #include <QElapsedTimer>
 #include <QHostAddress>
+#include <QNetworkProxyFactory>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
 
+#include <atomic>
 #include <memory>
 #include <optional>
+#include <semaphore>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+// The linker puts the second in the place of QNetworkProxyFactory::systemProxyForQuery() and gives the first its name.
+QList<QNetworkProxy> proxiesOfTheSystem(const QNetworkProxyQuery &query) asm(
+    "__real__ZN20QNetworkProxyFactory19systemProxyForQueryERK18QNetworkProxyQuery");
+QList<QNetworkProxy> proxiesOfTheTest(const QNetworkProxyQuery &query) asm(
+    "__wrap__ZN20QNetworkProxyFactory19systemProxyForQueryERK18QNetworkProxyQuery");
+
+namespace {
+/// What a look-up waits for while it must not end; null otherwise. Look-ups run on a thread of their own.
+std::atomic<std::binary_semaphore *> lookUp = nullptr;
+} // namespace
+
+QList<QNetworkProxy> proxiesOfTheTest(const QNetworkProxyQuery &query)
+{
+    if (std::binary_semaphore *const awaited = lookUp) {
+        awaited->acquire();
+    }
+    return proxiesOfTheSystem(query);
+}
 
 namespace tunedeck {
 
@@ -179,6 +201,23 @@ private Q_SLOTS:
         QCOMPARE(outcome.bytes, QByteArray("a"));
     }
 
+    /// The system may ask a server for its proxy, and the server may be silent.
+    void aLookUpOfTheProxyThatDoesNotEndIsGivenUp()
+    {
+        UpdateServer server;
+        server.setAnswer(u"/a"_s, {"a"});
+        // The thread that looks up may need it when the test has ended.
+        static std::binary_semaphore silent(0);
+        lookUp = &silent;
+        const Outcome outcome = transferred(server.url(u"/a"_s), {updateServerCertificate(), 1s});
+        lookUp = nullptr;
+        QCOMPARE(outcome.failure, UpdateFailure::stalled);
+        QCOMPARE(server.requests().size(), 0);
+        silent.release();
+        QCOMPARE(transferred(server.url(u"/a"_s)).bytes, QByteArray("a"));
+        QCOMPARE(server.requests().size(), 1);
+    }
+
     void aProxyDoesNotRedirect()
     {
         UpdateServer server;
@@ -216,7 +255,10 @@ private Q_SLOTS:
         QTest::addColumn<qint64>("announced");
         QTest::addColumn<bool>("staysOpen");
         QTest::addColumn<int>("failure");
-        QTest::newRow("not found") << QByteArray("404 Not Found") << 1LL << false << int(UpdateFailure::refused);
+        QTest::newRow("not found") << QByteArray("404 Not Found") << 1LL << false << int(UpdateFailure::missing);
+        QTest::newRow("gone") << QByteArray("410 Gone") << 1LL << false << int(UpdateFailure::missing);
+        QTest::newRow("overloaded") << QByteArray("503 Service Unavailable") << 1LL << false
+                                    << int(UpdateFailure::refused);
         QTest::newRow("a password is asked for")
             << QByteArray("401 Unauthorized") << 1LL << false << int(UpdateFailure::refused);
         QTest::newRow("a part") << QByteArray("206 Partial Content") << 1LL << false << int(UpdateFailure::refused);
@@ -293,6 +335,36 @@ private Q_SLOTS:
         time.start();
         transfer.reset();
         QVERIFY2(time.elapsed() < 100, qPrintable(QString::number(time.elapsed())));
+    }
+
+    /// The sink may write into a folder in the network.
+    void aTransferWhoseSinkHangsIsCancelledAtOnce()
+    {
+        struct Sink {
+            std::binary_semaphore isCalled{0};
+            std::binary_semaphore mayEnd{0};
+            std::binary_semaphore hasEnded{0};
+        };
+        UpdateServer server;
+        server.setAnswer(u"/a"_s, {"a"});
+        const auto sink = std::make_shared<Sink>();
+        auto transfer = std::make_unique<Transfer>(trustingRules, 1'000, [sink](QByteArrayView) {
+            sink->isCalled.release();
+            static_cast<void>(sink->mayEnd.try_acquire_for(3s));
+            sink->hasEnded.release();
+            return true;
+        });
+        const QSignalSpy progressed(transfer.get(), &Transfer::progressed);
+        transfer->start(server.url(u"/a"_s));
+        QVERIFY(QTest::qWaitFor([&] { return sink->isCalled.try_acquire(); }));
+        QElapsedTimer time;
+        time.start();
+        transfer.reset();
+        QVERIFY2(time.elapsed() < 100, qPrintable(QString::number(time.elapsed())));
+        sink->mayEnd.release();
+        QVERIFY(QTest::qWaitFor([&] { return sink->hasEnded.try_acquire(); }));
+        QTRY_COMPARE(server.openConnections(), 0);
+        QCOMPARE(progressed.count(), 0);
     }
 
     void aServerThatIsNotThereIsUnreachable()

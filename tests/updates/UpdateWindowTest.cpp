@@ -167,7 +167,7 @@ private Q_SLOTS:
             QVERIFY(isShown(window, message.headline));
             QVERIFY(isShown(window, message.advice));
         }
-        QCOMPARE(headlines.size(), 20);
+        QCOMPARE(headlines.size(), 22);
     }
 
     void buttonsAskForWhatTheySay()

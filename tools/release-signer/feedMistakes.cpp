@@ -18,12 +18,12 @@ QStringList mistakesOfTimes(const Appcast &appcast, const FeedDemands &demands)
     QStringList mistakes;
     if (appcast.serial <= demands.publishedSerial) {
         mistakes.append(QStringLiteral("its serial is %1, and must be above %2 (that of the published feed)")
-                            .arg(appcast.serial)
-                            .arg(demands.publishedSerial));
+                .arg(appcast.serial)
+                .arg(demands.publishedSerial));
     } else if (appcast.serial > demands.publishedSerial + largestStep) {
         mistakes.append(QStringLiteral("its serial is %1, and must be at most %2")
-                            .arg(appcast.serial)
-                            .arg(demands.publishedSerial + largestStep));
+                .arg(appcast.serial)
+                .arg(demands.publishedSerial + largestStep));
     }
     if (!appcast.expiry.isValid()) {
         mistakes.append(QStringLiteral("it has no expiry such as 2027-01-31T12:00:00Z"));

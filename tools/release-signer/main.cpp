@@ -67,8 +67,8 @@ QList<PublicKey> keysOf(const QStringList &base64)
     return keys;
 }
 
-/// 0 for the first feed.
-qint64 publishedSerial(const QCommandLineParser &parser)
+/// 0 for the first feed. The serial of a feed that none of `keys` has signed may be anybody's.
+qint64 publishedSerial(const QCommandLineParser &parser, const QList<PublicKey> &keys)
 {
     if (parser.isSet(QStringLiteral("first")) == parser.isSet(QStringLiteral("after"))) {
         throw Refusal(QStringLiteral("name the published feed with --after, or say --first"));
@@ -77,7 +77,12 @@ qint64 publishedSerial(const QCommandLineParser &parser)
         return 0;
     }
     const QString path = parser.value(QStringLiteral("after"));
-    const std::optional<Appcast> published = readAppcast(contentOf(path));
+    const QByteArray feed = contentOf(path);
+    if (!isSignedFeed(feed, contentOf(path + signatureSuffix), keys)) {
+        throw Refusal(
+            QStringLiteral("%1 is not signed with a key that --key names, or with the one that signs").arg(path));
+    }
+    const std::optional<Appcast> published = readAppcast(feed);
     if (!published || published->serial == 0) {
         throw Refusal(QStringLiteral("%1 is not a feed with a serial").arg(path));
     }
@@ -124,7 +129,8 @@ void signFeed(const QString &keyPath, const QString &path, const QCommandLinePar
     const QByteArray feed = contentOf(path);
     const QList<PublicKey> keys =
         keysOf(parser.values(QStringLiteral("key")) + QStringList(QString::fromLatin1(key.publicKey())));
-    const QStringList mistakes = feedMistakes(feed, {publishedSerial(parser), QDateTime::currentDateTimeUtc(), keys});
+    const QStringList mistakes =
+        feedMistakes(feed, {publishedSerial(parser, keys), QDateTime::currentDateTimeUtc(), keys});
     if (!mistakes.isEmpty()) {
         throw Refusal(path + QStringLiteral(": ") + mistakes.join(QStringLiteral("\n  ")));
     }
@@ -184,7 +190,8 @@ void addOptions(QCommandLineParser &parser)
         {QStringLiteral("after"), QStringLiteral("The feed that is published now."), QStringLiteral("feed")},
         {QStringLiteral("first"), QStringLiteral("No feed is published yet.")},
         {QStringLiteral("add"), QStringLiteral("Keep the feed's signatures with other keys.")},
-        {QStringLiteral("key"), QStringLiteral("A public key that may have signed the files."), QStringLiteral("key")},
+        {QStringLiteral("key"), QStringLiteral("A public key that may have signed the files and feeds."),
+            QStringLiteral("key")},
     });
     parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("One of the above."));
 }

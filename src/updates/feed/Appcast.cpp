@@ -19,7 +19,7 @@ constexpr qsizetype maximumUrl = 1'500;
 constexpr qsizetype maximumNotes = 65'536;
 constexpr qint64 maximumLength = 1'073'741'824;
 constexpr QLatin1String feedNamespace("http://www.andymatuschak.org/xml-namespaces/sparkle");
-constexpr QLatin1String ourNamespace("https://tunedeck.org/feed/1");
+constexpr QLatin1String ourNamespace("urn:tunedeck:feed:1");
 
 qint64 serialFrom(const QString &text)
 {
