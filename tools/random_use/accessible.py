@@ -34,15 +34,20 @@ def windows(process: int) -> list[Atspi.Accessible]:
             for window in children(application)]
 
 
+def role_of(element: Atspi.Accessible) -> str:
+    """The role's name in Debian 12. Debian 13 calls a push button a button."""
+    return "push button" if element.get_role() == Atspi.Role.PUSH_BUTTON else element.get_role_name()
+
+
 def described(element: Atspi.Accessible) -> dict:
     states = element.get_state_set()
     place = element.get_extents(Atspi.CoordType.SCREEN)
     told = {
-        "role": element.get_role_name(), "name": element.get_name(), "description": element.get_description(),
+        "role": role_of(element), "name": element.get_name(), "description": element.get_description(),
         "states": [name.lower() for name in STATES if states.contains(getattr(Atspi.StateType, name))],
         "place": [place.x, place.y, place.width, place.height],
     }
-    if element.get_role_name() == "slider":
+    if role_of(element) == "slider":
         told["value"] = round(element.get_current_value(), 1)
     return told | {"children": [described(child) for child in children(element)]}
 
@@ -57,7 +62,7 @@ def shown(element: Atspi.Accessible) -> Iterator[Atspi.Accessible]:
 def work(process: int, role: str, number: int) -> None:
     # Closing the window ends the program.
     found = [element for window in windows(process) for element in shown(window)
-             if element.get_role_name() == role and element.get_name() != "Close"]
+             if role_of(element) == role and element.get_name() != "Close"]
     if found:
         control = found[number % len(found)]
         if role == "slider":

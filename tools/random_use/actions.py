@@ -22,10 +22,10 @@ MOVES_KNOB = ("volume", "volume-start", "position", "position-end")
 BUTTONS = (1, 1, 1, 1, 2, 3, 3, 8)
 
 KEYS = (
-    "space", "space", "Tab", "Tab", "Tab", "shift+Tab", "Return", "Escape", "Left", "Right", "Up", "Down", "Home", "End",
-    "Prior", "Next", "ctrl+l", "ctrl+l", "ctrl+Left", "ctrl+Right", "ctrl+Up", "ctrl+Down", "ctrl+period", "ctrl+m",
-    "XF86AudioPlay", "XF86AudioPause", "XF86AudioStop", "XF86AudioNext", "XF86AudioPrev", "ctrl+shift+o", "a", "1",
-    "alt+Tab", "ctrl+Tab", "ctrl+a", "F5",
+    "space", "space", "Tab", "Tab", "Tab", "shift+Tab", "Return", "Escape", "Left", "Right", "Up", "Down", "Home",
+    "End", "Prior", "Next", "ctrl+l", "ctrl+l", "ctrl+Left", "ctrl+Right", "ctrl+Up", "ctrl+Down", "ctrl+period",
+    "ctrl+m", "XF86AudioPlay", "XF86AudioPause", "XF86AudioStop", "XF86AudioNext", "XF86AudioPrev", "ctrl+shift+o",
+    "a", "1", "alt+Tab", "ctrl+Tab", "ctrl+a", "F5",
 )
 HELD_KEYS = ("space", "Right", "Left", "Up", "Tab", "ctrl+Up", "ctrl+Right", "Down", "ctrl", "shift", "alt")
 MENU_KEYS = ("Down", "Down", "Down", "Up", "Right", "Right", "Left", "Return")
@@ -149,10 +149,12 @@ def desktop(rng: Random) -> str:
 
 def player_state(rng: Random) -> str:
     said = rng.choice((
-        "play", "pause", "stop", "toggle", "next", "previous", f"track {rng.randint(0, 9)}", f"seek {rng.randint(0, 60)}",
+        "play", "pause", "stop", "toggle", "next", "previous",
+        f"track {rng.randint(0, 9)}", f"seek {rng.randint(0, 60)}",
         f"volume {rng.choice((0, 0.03, 0.5, 0.97, 1, 1.5))}", f"shuffle {rng.choice(('on', 'off'))}",
         f"loop {rng.choice(('None', 'Track', 'Playlist'))}", f"title {rng.choice((*TITLES, LONG_TITLE))}".strip(),
-        "restart", f"rate {rng.choice((0.5, 1, 2))}", "flood 50", f"playlist 1 {rng.choice(('Renamed', 'Short Ones'))}"))
+        "restart", f"rate {rng.choice((0.5, 1, 2))}", "flood 50",
+        f"playlist 1 {rng.choice(('Renamed', 'Short Ones'))}"))
     return f"say {rng.choice((1, 1, 2))} {said}"
 
 
@@ -183,7 +185,8 @@ def rest(rng: Random) -> str:
     kind = "stopped" if rng.random() < 0.15 else "paused"
     # Volume 0 of a stopped player can mean that it has none just then, as in VLC.
     volume = rng.choice((0.25, 0.8, 1) if kind == "stopped" else (0, 0.25, 0.8, 1))
-    return (f"rest {rng.choice(('restarted', 'same'))} {kind} {rng.randint(1, 90)} {volume} {rng.choice(('on', 'off'))} "
+    process = rng.choice(("restarted", "same"))
+    return (f"rest {process} {kind} {rng.randint(1, 90)} {volume} {rng.choice(('on', 'off'))} "
             f"{rng.choice(('None', 'Track', 'Playlist'))} {rng.choice((0, 3, 3))} {rng.choice(TITLES)}").strip()
 
 

@@ -41,17 +41,26 @@ def xdotool(*words: object) -> str:
     return output("xdotool", *(str(word) for word in words))
 
 
+def end(player: subprocess.Popen) -> None:
+    player.terminate()
+    player.wait()
+    player.stdout.close()
+
+
 class Desktop:
     def __init__(self, stack: contextlib.ExitStack, build: Build, manager: str) -> None:
         self.build, self.stack = build, stack
         self.home = stack.enter_context(session("-wr"))
         take_menus_from_openbox(self.home)
+        give_browser(self.home)
+        hide_applications(self.home)
         for part in (accessibility_bus(), window_manager(manager), compositor()):
             stack.enter_context(part)
         self.environment = dict(os.environ)
         flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
         self.bus = Gio.DBusConnection.new_for_address_sync(os.environ["DBUS_SESSION_BUS_ADDRESS"], flags)
         self.players: dict[int, subprocess.Popen] = {}
+        self.replaced: list[subprocess.Popen] = []
         self.portal = stack.enter_context(subprocess.Popen(
             (sys.executable, "-B", HERE / "portal.py"), text=True, stdin=subprocess.PIPE, stdout=subprocess.PIPE))
         stack.callback(self.portal.terminate)
@@ -86,15 +95,18 @@ class Desktop:
         """A player that is replaced ends after its successor has its name."""
         if player := self.players.pop(number, None):
             if replaced:
-                self.stack.callback(lambda: (player.kill(), player.wait(), player.stdout.close()))
-                return
-            player.terminate()
-            player.wait()
-            player.stdout.close()
+                self.replaced.append(player)
+            else:
+                end(player)
+
+    def end_replaced_players(self) -> None:
+        while self.replaced:
+            end(self.replaced.pop())
 
     def end_players(self) -> None:
         for number in tuple(self.players):
             self.end_player(number)
+        self.end_replaced_players()
 
     def tell_player(self, number: int, *lines: str) -> None:
         for line in lines:
@@ -104,11 +116,17 @@ class Desktop:
         """What the first player was asked since the last time."""
         return self.call_player(1, "TakeCalls", None)[0] if 1 in self.players else []
 
+    def await_player(self, number: int) -> None:
+        """Returns when a player that answers late has carried out all earlier calls."""
+        flags, properties = Gio.DBusCallFlags.NO_AUTO_START, "org.freedesktop.DBus.Properties"
+        self.bus.call_sync(f"org.mpris.MediaPlayer2.{PLAYERS[number]}", "/org/mpris/MediaPlayer2", properties, "GetAll",
+                           GLib.Variant("(s)", ("org.mpris.MediaPlayer2",)), None, flags, 10_000)
+
     def call_player(self, number: int, method: str, arguments: GLib.Variant | None) -> tuple:
         try:
             return self.bus.call_sync(
-                f"org.mpris.MediaPlayer2.{PLAYERS[number]}", "/org/mpris/MediaPlayer2", "org.tunedeck.DemoPlayer", method,
-                arguments, None, Gio.DBusCallFlags.NO_AUTO_START, 5000).unpack()
+                f"org.mpris.MediaPlayer2.{PLAYERS[number]}", "/org/mpris/MediaPlayer2", "org.tunedeck.DemoPlayer",
+                method, arguments, None, Gio.DBusCallFlags.NO_AUTO_START, 5000).unpack()
         except GLib.Error:
             # It may have ended meanwhile, as players do.
             if self.players[number].poll() is None:
@@ -173,7 +191,8 @@ class Desktop:
 
     def close(self, window: int) -> None:
         with XServer() as server:
-            server.send(server.root, window, "_NET_CLOSE_WINDOW", 0, 2, events=SUBSTRUCTURE_NOTIFY | SUBSTRUCTURE_REDIRECT)
+            server.send(server.root, window, "_NET_CLOSE_WINDOW", 0, 2,
+                        events=SUBSTRUCTURE_NOTIFY | SUBSTRUCTURE_REDIRECT)
 
     def await_program(self, seconds: float = ANSWER) -> None:
         """Returns when the program has handled all earlier mouse and key events."""
@@ -218,11 +237,30 @@ class Desktop:
 
 
 def take_menus_from_openbox(home: Path) -> None:
-    """A click that just misses the window opens no menu of the window manager and goes to no other desktop."""
+    """A click that just misses the window, or hits another window's title bar, opens no menu of the window manager and
+    goes to no other desktop."""
     if OPENBOX.exists():
         own = home / ".config/openbox/rc.xml"
         own.parent.mkdir(parents=True)
-        own.write_text(re.sub(r'<context name="(Root|Desktop)">.*?</context>', "", OPENBOX.read_text(), flags=re.DOTALL))
+        taken = r'<context name="(Root|Desktop)">.*?</context>|<action name="ShowMenu">.*?</action>'
+        own.write_text(re.sub(taken, "", OPENBOX.read_text(), flags=re.DOTALL))
+
+
+def give_browser(home: Path) -> None:
+    """A link opens nothing, and above all no browser of yours."""
+    browser = home / "bin/xdg-open"
+    browser.parent.mkdir()
+    browser.write_text("#!/bin/sh\n")
+    browser.chmod(0o755)
+    os.environ["PATH"] = f"{browser.parent}:{os.environ['PATH']}"
+
+
+def hide_applications(home: Path) -> None:
+    """The command that opens a player opens none of yours."""
+    entries = home / ".local/share/applications"
+    entries.mkdir(parents=True)
+    for entry in Path("/usr/share/applications").glob("*.desktop"):
+        (entries / entry.name).write_text("[Desktop Entry]\nType=Application\nName=Hidden\nHidden=true\n")
 
 
 def hexadecimals(text: str) -> list[int]:
@@ -235,7 +273,8 @@ def process_of(window: int) -> int:
 
 
 def title_of(window: int) -> str:
-    return match[1] if (match := re.search(r'= "(.*)"', output("xprop", "-notype", "-id", str(window), "_NET_WM_NAME"))) else ""
+    told = output("xprop", "-notype", "-id", str(window), "_NET_WM_NAME")
+    return match[1] if (match := re.search(r'= "(.*)"', told)) else ""
 
 
 @contextlib.contextmanager

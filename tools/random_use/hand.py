@@ -65,7 +65,8 @@ class Hand:
                 "mousemove", *self.point(elsewhere), "sleep", 0.05, "mouseup", button)
 
     def do_hold(self, button: str, place: str, milliseconds: str) -> None:
-        xdotool("mousemove", *self.point(place), "mousedown", button, "sleep", int(milliseconds) / 1000, "mouseup", button)
+        xdotool("mousemove", *self.point(place), "mousedown", button, "sleep", int(milliseconds) / 1000,
+                "mouseup", button)
 
     def do_chord(self, first: str, second: str, place: str, order: str, pause: str) -> None:
         released = (first, second) if order == "crossed" else (second, first)
@@ -165,7 +166,12 @@ class Hand:
     def do_start(self, action: str) -> None:
         words = () if action == "again" else ("--action", action)
         command = (self.desktop.build.tunedeck, *words)
-        second = subprocess.run(command, stderr=subprocess.PIPE, text=True, timeout=30)
+        try:
+            second = subprocess.run(command, stderr=subprocess.PIPE, text=True, timeout=30)
+        except subprocess.TimeoutExpired:
+            if self.desktop.program.poll() is None:
+                raise
+            return  # the program was about to end, so this start, which is killed now, was the first one
         # An action that cannot be carried out now is refused with a reason. Only silence is a fault.
         is_fault = second.returncode not in (0, 1) or "but not responding" in second.stderr
         if is_fault and self.desktop.program.poll() is None:
@@ -205,6 +211,8 @@ class Hand:
     def let_go(self) -> None:
         """Nothing is pressed, the pointer is outside, the window is alone, restored and active."""
         desktop = self.desktop
+        if "ShowOnlyWithPlayer=true" in desktop.settings():
+            self.do_setting("ShowOnlyWithPlayer", "false")  # the players may have gone, and the window with them
         xdotool("keyup", *MODIFIERS, *(word for button in (1, 2, 3, 8) for word in ("mouseup", button)))
         xdotool("mousemove", *self.outside())
         desktop.await_program()

@@ -9,8 +9,8 @@ from pathlib import Path
 from random_use.desktop import SCREEN
 
 WIDTH, HEIGHT = SCREEN
-# Text that is drawn again in part is rounded otherwise than text that is drawn at once, and a knob may be some hundredths
-# of a pixel off: the program does not correct a position where nobody sees it.
+# Text that is drawn again in part is rounded otherwise than text that is drawn at once, and a knob may be some
+# hundredths of a pixel off: the program does not correct a position where nobody sees it.
 ROUNDING = 6
 MOST_NAMED = 20_000  # pixels; of more, only some are looked up
 
@@ -55,4 +55,5 @@ def named_differences(one: bytes, other: bytes, windows: list[dict]) -> list[str
 
 
 def write_picture(picture: bytes, path: Path) -> None:
-    subprocess.run(["convert", "-size", f"{WIDTH}x{HEIGHT}", "-depth", "8", "rgb:-", str(path)], input=picture, check=True)
+    command = ("convert", "-size", f"{WIDTH}x{HEIGHT}", "-depth", "8", "rgb:-", str(path))
+    subprocess.run(command, input=picture, check=True)

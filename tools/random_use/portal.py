@@ -9,9 +9,11 @@ import gi
 gi.require_version("Gio", "2.0")
 from gi.repository import Gio, GLib  # noqa: E402
 
-NAME, PATH, INTERFACE = "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings"
+NAME, PATH = "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop"
+INTERFACE = "org.freedesktop.portal.Settings"
 DESCRIPTION = f"""<node><interface name="{INTERFACE}">
-<method name="ReadOne"><arg type="s" direction="in"/><arg type="s" direction="in"/><arg type="v" direction="out"/></method>
+<method name="ReadOne">
+<arg type="s" direction="in"/><arg type="s" direction="in"/><arg type="v" direction="out"/></method>
 <signal name="SettingChanged"><arg type="s"/><arg type="s"/><arg type="v"/></signal></interface></node>"""
 
 

@@ -25,9 +25,9 @@ class Held:
 
     def exceeded(self, earlier: "Held", growth: "Held") -> list[str]:
         """What has grown by more than `growth` since `earlier`."""
-        return [f"{field.name.replace('_', ' ')} grew from {getattr(earlier, field.name)} to {getattr(self, field.name)}"
-                for field in fields(self)
-                if getattr(self, field.name) - getattr(earlier, field.name) > getattr(growth, field.name)]
+        values = {field.name: (getattr(earlier, field.name), getattr(self, field.name)) for field in fields(self)}
+        return [f"{name.replace('_', ' ')} grew from {before} to {now}" for name, (before, now) in values.items()
+                if now - before > getattr(growth, name)]
 
 
 def least(readings: list[Held]) -> Held:
@@ -44,7 +44,8 @@ def held(process: int, window: int) -> Held:
 def on_server(window: int) -> int:
     with XServer() as server:
         count, types = ctypes.c_int(), ctypes.POINTER(ResourceType)()
-        RESOURCES.XResQueryClientResources(server.display, ctypes.c_ulong(window), ctypes.byref(count), ctypes.byref(types))
+        RESOURCES.XResQueryClientResources(server.display, ctypes.c_ulong(window), ctypes.byref(count),
+                                           ctypes.byref(types))
         total = sum(found.count for found in types[:count.value])
         X11.XFree(types)
         return total
@@ -55,7 +56,8 @@ def wake_ups(process: int) -> int:
     count = 0
     for task in Path(f"/proc/{process}/task").iterdir():
         with contextlib.suppress(FileNotFoundError, ProcessLookupError):
-            count += int(re.search(r"^voluntary_ctxt_switches:\s+(\d+)", (task / "status").read_text(), re.MULTILINE)[1])
+            status = (task / "status").read_text()
+            count += int(re.search(r"^voluntary_ctxt_switches:\s+(\d+)", status, re.MULTILINE)[1])
     return count
 
 

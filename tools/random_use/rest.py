@@ -13,6 +13,7 @@ from random_use.pictures import look_alike, named_differences, shown, write_pict
 from random_use.resources import Held, held, wake_ups
 
 FITTING_TRACK = "2"  # a track of the demo player whose title stands still
+ANOTHER_VOLUME = "0.5"
 COMING_TO_REST = 15  # seconds that what an action started may go on
 QUIET = 2  # seconds without a wake-up
 MOST_TABS = 25
@@ -35,7 +36,8 @@ def player_lines(process: str, kind: str, seconds: str, volume: str, shuffle: st
                  *title: str) -> list[str]:
     # Without playlists, the player plays none of them, and none of those that it gets again. What a playlist means that
     # plays depends on what its process has done before.
-    return [*(["playlists 0"] if process == "same" else ()), f"track {FITTING_TRACK}", f"title {' '.join(title)}".strip(), "pause" if kind == "paused" else "stop",
+    return [*(["playlists 0"] if process == "same" else ()), f"track {FITTING_TRACK}",
+            f"title {' '.join(title)}".strip(), "pause" if kind == "paused" else "stop",
             f"seek {seconds}", f"volume {volume}", f"shuffle {shuffle}", f"loop {loop}", f"playlists {playlists}"]
 
 
@@ -70,11 +72,19 @@ class Rest:
 
     def calm_player(self, words: list[str]) -> None:
         self.used.end_player(2)
+        # Until they end, they may send signals, as they did before.
+        self.used.end_replaced_players()
         if words == ["gone"]:
             self.used.end_player(1)
             return
         if words[0] == "same" and self.used.is_player_running(1):
-            self.used.tell_player(1, *ORDERLY, "right all", "rate 1", *player_lines(*words))
+            self.used.tell_player(1, *(line for line in ORDERLY if line != "late 0"), "right all", "rate 1")
+            # It may still carry out late what the hand did last.
+            self.used.await_player(1)
+            # A player that kept its volume is believed to do so until the volume changes.
+            self.used.tell_player(1, "late 0", f"volume {ANOTHER_VOLUME if words[3] == '0' else '0'}")
+            self.used.await_player(1)
+            self.used.tell_player(1, *player_lines(*words))
         else:
             shown_before = self.title()
             if self.used.is_player_running(1):
