@@ -17,6 +17,9 @@ target_compile_options(tunedeck_options INTERFACE
     -Wconversion -Wno-sign-conversion)
 # GIO needs it, and precompiled headers fit only targets that are compiled with the same options.
 target_compile_options(tunedeck_options INTERFACE -pthread)
+# Qt 6.4 gives it to every target that links it, and Qt 6.8 to none. The module with the updates needs it, and precompiled
+# headers must be compiled like what includes them.
+target_compile_options(tunedeck_options INTERFACE -fPIC)
 # GCC 12 with link-time optimisation warns falsely that QHash allocates an unbounded number of bytes.
 target_link_options(tunedeck_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-alloc-size-larger-than>)
 # Hardening. All but the last line also holds in builds for tests: a mistake that the standard library can see ends them.
@@ -28,6 +31,12 @@ if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i.86)$")
 endif()
 target_link_options(tunedeck_options INTERFACE LINKER:-z,relro,-z,now,-z,noexecstack)
 target_compile_options(tunedeck_options INTERFACE $<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
+# Equal sources give equal programs, whatever folder they are built in. Builds for tests keep the paths: debuggers read the
+# sources there.
+target_compile_options(tunedeck_options INTERFACE
+    $<$<CONFIG:Release>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=;-ffile-prefix-map=${PROJECT_BINARY_DIR}/=build/>)
+# The first format leaves out the times of the files.
+set(TUNEDECK_RESOURCE_OPTIONS --format-version 1)
 if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
     # Each change links many programs again. These two linkers take a fraction of the default linker's time.
     find_program(TUNEDECK_FAST_LINKER NAMES mold ld.lld)
@@ -46,10 +55,19 @@ if(TUNEDECK_SANITIZE_THREAD)
     # GCC 12 with the thread sanitizer warns falsely that an std::optional is uninitialized.
     target_compile_options(tunedeck_options INTERFACE
         -fsanitize=thread -fno-omit-frame-pointer -Wno-maybe-uninitialized)
-    target_link_options(tunedeck_options INTERFACE -fsanitize=thread)
+    # The modules call the function that a program has.
+    target_link_options(tunedeck_options INTERFACE
+        -fsanitize=thread LINKER:--wrap=pthread_once LINKER:--export-dynamic-symbol=__wrap_pthread_once)
+    # Every program tells the sanitizer what Qt hands over between threads.
+    target_sources(tunedeck_options INTERFACE
+        $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:$<TARGET_OBJECTS:tunedeck_thread_sanitizer>>)
+    target_link_libraries(tunedeck_options INTERFACE $<LINK_ONLY:Qt6::Core>)
 endif()
 if(TUNEDECK_COVERAGE)
-    target_compile_options(tunedeck_options INTERFACE --coverage)
+    # The counters are right in programs with several threads, too.
+    target_compile_options(tunedeck_options INTERFACE --coverage -fprofile-update=atomic)
+    # A test that measures time must know that they slow the program down.
+    target_compile_definitions(tunedeck_options INTERFACE TUNEDECK_COVERAGE)
     target_link_options(tunedeck_options INTERFACE --coverage)
 endif()
 
@@ -112,7 +130,7 @@ function(tunedeck_tests)
     foreach(class ${ARG_CLASSES})
         add_test(NAME ${class} COMMAND ${program} ${class}Test)
         set_tests_properties(${class} PROPERTIES
-            TIMEOUT 120
+            TIMEOUT 300
             REQUIRED_FILES $<TARGET_FILE:${program}>
             ENVIRONMENT "${TUNEDECK_TEST_ENVIRONMENT}")
     endforeach()

@@ -23,6 +23,9 @@ ACCESSIBILITY_BUS_LAUNCHER = Path("/usr/libexec/at-spi-bus-launcher")
 
 Seen = TypeVar("Seen")
 
+# Seconds within which a program does what it was asked for, on a machine that has much else to do.
+PATIENCE = 30
+
 
 class Build:
     """The programs of a build."""
@@ -40,6 +43,10 @@ class Build:
     @property
     def bare_window(self) -> Path:
         return self.program("tools/benchmarks/bare-window")
+
+    @property
+    def label_window(self) -> Path:
+        return self.program("tools/benchmarks/label-window")
 
     @property
     def start_watch(self) -> Path:
@@ -62,7 +69,7 @@ class Build:
         return self.program("src/app/tunedeck")
 
 
-def seen_when(read: Callable[[], Seen], is_it: Callable[[Seen], bool], seconds: float = 10) -> Seen:
+def seen_when(read: Callable[[], Seen], is_it: Callable[[Seen], bool], seconds: float = PATIENCE) -> Seen:
     """Reads until `is_it` accepts the value, and returns that value. After `seconds`, it returns the last one."""
     deadline = time.monotonic() + seconds
     while not is_it(seen := read()) and time.monotonic() < deadline:
@@ -70,16 +77,16 @@ def seen_when(read: Callable[[], Seen], is_it: Callable[[Seen], bool], seconds: 
     return seen
 
 
-def becomes(is_it: Callable[[], bool], seconds: float = 10) -> bool:
+def becomes(is_it: Callable[[], bool], seconds: float = PATIENCE) -> bool:
     return seen_when(is_it, bool, seconds)
 
 
-def until(is_it: Callable[[], bool], awaited: str, seconds: float = 10) -> None:
+def until(is_it: Callable[[], bool], awaited: str, seconds: float = PATIENCE) -> None:
     if not becomes(is_it, seconds):
         raise TimeoutError(f"{awaited}: not within {seconds} s")
 
 
-def settled(read: Callable[[], Seen], seconds: float = 0.5, deadline: float = 10) -> Seen:
+def settled(read: Callable[[], Seen], seconds: float = 0.5, deadline: float = PATIENCE) -> Seen:
     """Reads until the value has stayed the same for `seconds`, and returns it."""
     seen, since = read(), time.monotonic()
 
@@ -91,6 +98,16 @@ def settled(read: Callable[[], Seen], seconds: float = 0.5, deadline: float = 10
 
     until(is_settled, f"nothing changes for {seconds} s", deadline)
     return seen
+
+
+def accepts(server: Path) -> bool:
+    """Whether the socket takes a connection. Its file is there a little before it does."""
+    with socket.socket(socket.AF_UNIX) as client:
+        try:
+            client.connect(str(server))
+            return True
+        except OSError:
+            return False
 
 
 @contextlib.contextmanager
@@ -134,6 +151,8 @@ def window_manager(command: str = "openbox", composited: bool = False) -> Iterat
         # A window that is mapped while the window manager takes over the screen can stay unmapped.
         with XServer() as server:
             server.await_window_manager()
+            if command == "xfwm4":
+                server.await_focus()
             if composited and command != "openbox":
                 until(server.has_compositor, f"{command} composites")
         with compositor() if composited and command == "openbox" else contextlib.nullcontext():
@@ -159,8 +178,10 @@ def tiling_window_manager() -> Iterator[None]:
 
 
 @contextlib.contextmanager
-def compositor() -> Iterator[None]:
-    with running("picom", "--backend", "xrender", "--config", "/dev/null"), XServer() as server:
+def compositor(tracks_damage: bool = False) -> Iterator[None]:
+    # Where picom 12 tracks damage, it shows black between parts of a window that change together.
+    damage = () if tracks_damage else ("--no-use-damage",)
+    with running("picom", "--backend", "xrender", "--config", "/dev/null", *damage), XServer() as server:
         until(server.has_compositor, "picom composites")
         yield
 
@@ -170,7 +191,7 @@ def accessibility_bus() -> Iterator[None]:
     """Starts the accessibility bus as a running screen reader does."""
     with running(ACCESSIBILITY_BUS_LAUNCHER, "--launch-immediately", "--a11y=1", "--screen-reader=1",
                  stdout=subprocess.DEVNULL):
-        subprocess.run(["gdbus", "wait", "--session", "--timeout", "10", "org.a11y.Bus"], check=True)
+        subprocess.run(["gdbus", "wait", "--session", "--timeout", str(PATIENCE), "org.a11y.Bus"], check=True)
         yield
 
 
@@ -218,7 +239,7 @@ def x11_of_sway(folder: Path) -> str:
     told = folder / "x11"
     command = f"xhost +si:localuser:$(id -nu {os.geteuid()}) && echo $DISPLAY > {told}.next && mv {told}.next {told}"
     subprocess.run(["swaymsg", "exec", command], stdout=subprocess.DEVNULL, check=True)
-    if not becomes(told.exists, 20):
+    if not becomes(told.exists):
         raise TimeoutError("Sway does not report the display of XWayland")
     return told.read_text().strip()
 
@@ -237,6 +258,29 @@ def mutter() -> Iterator[str]:
             yield display
 
 
+@contextlib.contextmanager
+def kwin() -> Iterator[tuple[subprocess.Popen, Path]]:
+    """A Wayland desktop without a screen. Yields its process, and the log to which scripts in it print."""
+    folder = Path(os.environ["XDG_RUNTIME_DIR"])
+    # The package gives the program a capability, which a container may refuse. A copy has none.
+    program = shutil.copy(shutil.which("kwin_wayland"), folder)
+    log = folder / "kwin.log"
+    own = {"QT_LOGGING_RULES": "kwin_scripting*=true;js=true", "QT_FORCE_STDERR_LOGGING": "1"}
+    options = ("--virtual", "--width", "1280", "--height", "720", "--no-lockscreen", "--socket", "wayland-1")
+    with log.open("w") as told, running(program, *options, stderr=told, stdout=told,
+                                        env=os.environ | own) as process:
+        until(lambda: accepts_clients(folder / "wayland-1"), "the Wayland display is there")
+        os.environ.update(WAYLAND_DISPLAY="wayland-1", QT_QPA_PLATFORM="wayland")
+        until(has_scripting, "KWin takes scripts")
+        yield process, log
+
+
+def has_scripting() -> bool:
+    question = ("gdbus", "call", "--session", "--dest", "org.kde.KWin", "--object-path", "/Scripting", "--method",
+                "org.kde.kwin.Scripting.isScriptLoaded", "any")
+    return subprocess.run(question, capture_output=True).returncode == 0
+
+
 def logged_display(log: Path, line: str) -> str:
     found = seen_when(lambda: re.search(line, log.read_text()), lambda match: match is not None)
     if not found:
@@ -247,10 +291,10 @@ def logged_display(log: Path, line: str) -> str:
 @contextlib.contextmanager
 def wayland(folder: Path) -> Iterator[None]:
     display = folder / "wayland-1"
-    until(lambda: accepts_clients(display), "the Wayland display is there", 30)
+    until(lambda: accepts_clients(display), "the Wayland display is there")
     os.environ.update(WAYLAND_DISPLAY=str(display), QT_QPA_PLATFORM="wayland")
     await_wayland()
-    until(is_screen_drawn, "the Wayland desktop is seen", 30)
+    until(is_screen_drawn, "the Wayland desktop is seen")
     yield
 
 

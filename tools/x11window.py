@@ -17,10 +17,14 @@ def window_of(process: subprocess.Popen) -> str:
     return shown_window("--pid", str(process.pid))
 
 
-def shown_window(*criterion: str) -> str:
+def shown_windows(*criterion: str) -> list[str]:
     # The search fails where another window vanishes meanwhile.
     command = ("xdotool", "search", "--onlyvisible", *criterion)
-    found = seen_when(lambda: subprocess.run(command, stdout=subprocess.PIPE, text=True).stdout.split(), bool, 30)
+    return subprocess.run(command, stdout=subprocess.PIPE, text=True).stdout.split()
+
+
+def shown_window(*criterion: str) -> str:
+    found = seen_when(lambda: shown_windows(*criterion), bool)
     if not found:
         raise TimeoutError(f"No window with {' '.join(criterion)} is shown")
     return found[0]

@@ -9,8 +9,9 @@ import time
 
 DEADLINE = 30  # seconds
 
-CONFIGURE_NOTIFY, CLIENT_MESSAGE = 22, 33
-STRUCTURE_NOTIFY, SUBSTRUCTURE_NOTIFY, SUBSTRUCTURE_REDIRECT, PROPERTY_CHANGE = 1 << 17, 1 << 19, 1 << 20, 1 << 22
+FOCUS_IN, CONFIGURE_NOTIFY, CLIENT_MESSAGE = 9, 22, 33
+STRUCTURE_NOTIFY, SUBSTRUCTURE_NOTIFY, SUBSTRUCTURE_REDIRECT = 1 << 17, 1 << 19, 1 << 20
+FOCUS_CHANGE, PROPERTY_CHANGE = 1 << 21, 1 << 22
 
 
 class ClientMessage(ctypes.Structure):
@@ -152,8 +153,7 @@ class XServer:
         The X server leaves it to the window manager to move another program's window, also one that is not shown.
         """
         deadline = time.monotonic() + seconds
-        window = X11.XCreateSimpleWindow(self.display, ctypes.c_ulong(self.root), 0, 0, 1, 1, 0, 0, 0)
-        self.watch(window, STRUCTURE_NOTIFY)
+        window = self.small_window(STRUCTURE_NOTIFY)
         for place in itertools.count(1):
             is_asked = self.has_window_manager()
             if is_asked:
@@ -166,6 +166,35 @@ class XServer:
                     return
             if time.monotonic() >= deadline:
                 raise TimeoutError(f"The window manager does not answer within {seconds} s")
+
+    def await_focus(self, seconds: float = DEADLINE) -> None:
+        """Returns when the window manager has given the keyboard to a window.
+
+        xfwm4 can leave a window without it that is the first one after its start.
+        """
+        deadline = time.monotonic() + seconds
+        while time.monotonic() < deadline:
+            window = self.small_window(FOCUS_CHANGE)
+            X11.XMapWindow(self.display, ctypes.c_ulong(window))
+            has_focus = self.has_event(FOCUS_IN, min(deadline, time.monotonic() + 1))
+            X11.XDestroyWindow(self.display, ctypes.c_ulong(window))
+            if has_focus:
+                self.await_window_manager()
+                return
+        raise TimeoutError(f"No window has the keyboard within {seconds} s")
+
+    def small_window(self, events: int) -> int:
+        """A window that is not shown, and whose `events` are watched."""
+        window = X11.XCreateSimpleWindow(self.display, ctypes.c_ulong(self.root), 0, 0, 1, 1, 0, 0, 0)
+        self.watch(window, events)
+        return window
+
+    def has_event(self, kind: int, deadline: float) -> bool:
+        """Whether an event of this kind comes until `deadline`, in seconds of time.monotonic()."""
+        while event := self.next_event(deadline):
+            if event.type == kind:
+                return True
+        return False
 
     def await_program(self, window: int, seconds: float = DEADLINE) -> None:
         """Returns when the program that owns `window` has handled all earlier mouse and key events.

@@ -2,6 +2,69 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>DesktopAction</name>
+    <message>
+        <source>Show or hide the window</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Fenster zeigen oder verbergen</translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Wiedergabe oder Pause</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Nächster Titel</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Vorheriger Titel</translation>
+    </message>
+    <message>
+        <source>Five seconds forward</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Fünf Sekunden vor</translation>
+    </message>
+    <message>
+        <source>Five seconds back</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Fünf Sekunden zurück</translation>
+    </message>
+    <message>
+        <source>Volume up</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Lauter</translation>
+    </message>
+    <message>
+        <source>Volume down</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Leiser</translation>
+    </message>
+    <message>
+        <source>Show or hide the playlists</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Wiedergabelisten zeigen oder verbergen</translation>
+    </message>
+    <message>
+        <source>Show the player</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Player anzeigen</translation>
+    </message>
+    <message>
+        <source>Keep above all other windows</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Immer im Vordergrund</translation>
+    </message>
+</context>
+<context>
     <name>main</name>
     <message>
         <source>A small window that controls the running music player</source>
@@ -27,6 +90,11 @@
         <source>there is no session bus, so no music player can be reached</source>
         <comment>On the command line</comment>
         <translation>es gibt keinen Sitzungsbus, also ist kein Musikplayer erreichbar</translation>
+    </message>
+    <message>
+        <source>For sessions that start Tunedeck: opens the window without the keyboard focus, and only while a player is there if the preferences say so.</source>
+        <comment>For --help</comment>
+        <translation>Für Sitzungen, die Tunedeck starten: öffnet das Fenster ohne Tastaturfokus, und nur solange ein Player da ist, wenn es so eingestellt ist.</translation>
     </message>
 </context>
 <context>
@@ -145,6 +213,67 @@
         <comment>Tooltip of what goes to the next and previous track, while it is disabled</comment>
         <translation>Live-Audio hat keine anderen Titel</translation>
     </message>
+    <message>
+        <source>%1 plays no sound yet</source>
+        <comment>In the menu Play Through</comment>
+        <extracomment>%1 is the player.</extracomment>
+        <translation>%1 gibt noch keinen Ton wieder</translation>
+    </message>
+    <message>
+        <source>%1 plays on another device</source>
+        <comment>In the menu Play Through</comment>
+        <translation>%1 spielt auf einem anderen Gerät</translation>
+    </message>
+    <message>
+        <source>There is no sound server</source>
+        <comment>In the menu Play Through</comment>
+        <translation>Es gibt keinen Soundserver</translation>
+    </message>
+    <message>
+        <source>The sound server is not responding</source>
+        <comment>In the menu Play Through</comment>
+        <translation>Der Soundserver reagiert nicht</translation>
+    </message>
+    <message>
+        <source>The sound of %1 cannot be told from that of others</source>
+        <comment>In the menu Play Through</comment>
+        <translation>Der Ton von %1 lässt sich nicht von anderem unterscheiden</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <comment>In the menu Play Through: the output that the desktop is set to</comment>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>%1 chooses its output itself</source>
+        <comment>In the menu Play Through</comment>
+        <translation>%1 wählt seine Ausgabe selbst</translation>
+    </message>
+    <message>
+        <source>Play Through</source>
+        <comment>Title of a menu: the loudspeakers or headphones that the player plays to</comment>
+        <translation>Wiedergabe über</translation>
+    </message>
+    <message>
+        <source>The sandbox that Tunedeck runs in lets it start no other programs. Start your player yourself.</source>
+        <comment>Tooltip of a disabled menu command</comment>
+        <translation>Die Sandbox, in der Tunedeck läuft, lässt es keine anderen Programme starten. Starten Sie Ihren Player selbst.</translation>
+    </message>
+    <message>
+        <source>The sandbox keeps the sound server from Tunedeck</source>
+        <comment>In the menu Play Through</comment>
+        <translation>Die Sandbox trennt Tunedeck vom Soundserver</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot;</source>
+        <comment>Command to open main Music app</comment>
+        <translation>Musikplayer öffnen</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot; (Not Possible in a Sandbox)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Musikplayer öffnen (in einer Sandbox nicht möglich)</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>
@@ -162,14 +291,6 @@
         <source>Credits</source>
         <comment>For accessibility: the about window&apos;s text</comment>
         <translation>Mitwirkende</translation>
-    </message>
-</context>
-<context>
-    <name>tunedeck::AppDelegate</name>
-    <message>
-        <source>On Wayland only the desktop can keep a window above all others; see the window&apos;s menu</source>
-        <comment>On the command line: why the action is refused</comment>
-        <translation>Unter Wayland kann nur der Desktop ein Fenster im Vordergrund halten; siehe das Fenstermenü</translation>
     </message>
 </context>
 <context>
@@ -220,6 +341,64 @@
         <comment>For UI labels: Play or pause the current track</comment>
         <translation>Aktuellen Titel abspielen oder anhalten</translation>
     </message>
+    <message>
+        <source>Muted – turn the volume up to hear it</source>
+        <comment>Tooltip of the quiet speaker</comment>
+        <translation>Stummgeschaltet – lauter stellen, um etwas zu hören</translation>
+    </message>
+    <message>
+        <source>Volume, set on the sound server</source>
+        <comment>Tooltip of the volume slider</comment>
+        <translation>Lautstärke, am Soundserver eingestellt</translation>
+    </message>
+    <message>
+        <source>Volume, set in %1</source>
+        <comment>Tooltip of the volume slider</comment>
+        <translation>Lautstärke, in %1 eingestellt</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::DesktopIntegration</name>
+    <message>
+        <source>Waiting for the desktop…</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>Warten auf die Arbeitsumgebung …</translation>
+    </message>
+    <message>
+        <source>The keys are in the desktop&apos;s keyboard settings.</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>Die Tasten stehen in den Tastatureinstellungen der Arbeitsumgebung.</translation>
+    </message>
+    <message>
+        <source>The desktop refuses.</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>Die Arbeitsumgebung lehnt das ab.</translation>
+    </message>
+    <message>
+        <source>This desktop offers none. Its keyboard settings can run “tunedeck --action next” instead.</source>
+        <comment>Below a check box in the preferences: keyboard shortcuts for every window</comment>
+        <translation>Diese Arbeitsumgebung bietet keine an. Ihre Tastatureinstellungen können stattdessen „tunedeck --action next“ ausführen.</translation>
+    </message>
+    <message>
+        <source>You have changed the entry in the autostart folder, so it stays as it is.</source>
+        <comment>Below a check box in the preferences: start with the session</comment>
+        <translation>Sie haben den Eintrag im Autostart-Ordner geändert, daher bleibt er, wie er ist.</translation>
+    </message>
+    <message>
+        <source>The autostart folder cannot be changed.</source>
+        <comment>Below a check box in the preferences: start with the session</comment>
+        <translation>Der Autostart-Ordner lässt sich nicht ändern.</translation>
+    </message>
+    <message>
+        <source>Tunedeck is at hand when you log in.</source>
+        <comment>The desktop may show it when it asks whether to allow this</comment>
+        <translation>Tunedeck ist nach der Anmeldung griffbereit.</translation>
+    </message>
+    <message>
+        <source>The desktop gives no usable answer.</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>Die Arbeitsumgebung gibt keine brauchbare Antwort.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::DockMenuItems</name>
@@ -244,11 +423,6 @@
         <translation>Album</translation>
     </message>
     <message>
-        <source>Open &quot;Music&quot;</source>
-        <comment>Command to open main Music app</comment>
-        <translation>Musikplayer öffnen</translation>
-    </message>
-    <message>
         <source>Next</source>
         <comment>For UI labels: Next</comment>
         <translation>Nächster Titel</translation>
@@ -257,16 +431,6 @@
         <source>Previous</source>
         <comment>For UI labels: Previous</comment>
         <translation>Vorheriger Titel</translation>
-    </message>
-    <message>
-        <source>Keep Above All Other Windows</source>
-        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
-        <translation>Immer im Vordergrund</translation>
-    </message>
-    <message>
-        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
-        <comment>Menu command that is disabled</comment>
-        <translation>Immer im Vordergrund (unter Wayland nicht möglich)</translation>
     </message>
 </context>
 <context>
@@ -361,6 +525,89 @@
     </message>
 </context>
 <context>
+    <name>tunedeck::KeepAbove</name>
+    <message>
+        <source>Keep Above All Other Windows (Floating, on Every Workspace)</source>
+        <comment>Menu command; on Sway</comment>
+        <translation>Immer im Vordergrund (schwebend, auf jeder Arbeitsfläche)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Pinned)</source>
+        <comment>Menu command; pinned: Hyprland&apos;s word</comment>
+        <translation>Immer im Vordergrund (angeheftet)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Restarts Tunedeck)</source>
+        <comment>Menu command</comment>
+        <translation>Immer im Vordergrund (startet Tunedeck neu)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (The Desktop Refuses)</source>
+        <comment>Menu command that had no effect</comment>
+        <translation>Immer im Vordergrund (die Arbeitsumgebung verweigert es)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Immer im Vordergrund (unter Wayland nicht möglich)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows</source>
+        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
+        <translation>Immer im Vordergrund</translation>
+    </message>
+    <message>
+        <source>KWin does this for Tunedeck.</source>
+        <comment>Tooltip of the menu command to keep the window above</comment>
+        <translation>KWin erledigt das für Tunedeck.</translation>
+    </message>
+    <message>
+        <source>Sway keeps it above tiled windows, but not above others that float.</source>
+        <comment>Tooltip of the menu command to keep the window above</comment>
+        <translation>Sway hält es vor gekachelten Fenstern, aber nicht vor anderen, die schweben.</translation>
+    </message>
+    <message>
+        <source>Hyprland floats and pins it on every workspace.</source>
+        <comment>Tooltip of the menu command to keep the window above</comment>
+        <translation>Hyprland lässt es schweben und heftet es auf jeder Arbeitsfläche an.</translation>
+    </message>
+    <message>
+        <source>Tunedeck restarts through XWayland, where it can do this. It may look less sharp.</source>
+        <comment>Tooltip of the menu command to keep the window above; less sharp: on a scaled screen</comment>
+        <translation>Tunedeck startet über XWayland neu, wo es das kann. Es ist dann vielleicht weniger scharf.</translation>
+    </message>
+    <message>
+        <source>Use the window&apos;s menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
+        <comment>Tooltip of the menu command to keep the window above all others</comment>
+        <translation>Nutzen Sie stattdessen das Fenstermenü: Alt+Leertaste in GNOME, Alt+F3 in KDE Plasma.</translation>
+    </message>
+    <message>
+        <source>Tunedeck would have to restart through XWayland; choose the command in its Window menu</source>
+        <comment>On the command line: why the action to keep the window above is refused</comment>
+        <translation>Tunedeck müsste dafür über XWayland neu starten; wählen Sie den Befehl in seinem Menü „Fenster“</translation>
+    </message>
+    <message>
+        <source>On Wayland only the desktop can keep a window above all others; see the window&apos;s menu</source>
+        <comment>On the command line: why the action is refused</comment>
+        <translation>Unter Wayland kann nur der Desktop ein Fenster im Vordergrund halten; siehe das Fenstermenü</translation>
+    </message>
+    <message>
+        <source>The desktop refuses; see the window&apos;s menu</source>
+        <comment>On the command line: the desktop has not kept the window above all others</comment>
+        <translation>Die Arbeitsumgebung lehnt das ab; siehe das Fenstermenü</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Not Possible in a Sandbox)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Immer im Vordergrund (in einer Sandbox nicht möglich)</translation>
+    </message>
+    <message>
+        <source>The sandbox keeps Tunedeck from the desktop; see the window&apos;s menu</source>
+        <comment>On the command line: why the action to keep the window above is refused</comment>
+        <translation>Die Sandbox trennt Tunedeck vom Desktop; siehe das Fenstermenü</translation>
+    </message>
+</context>
+<context>
     <name>tunedeck::LcdView</name>
     <message>
         <source>Live</source>
@@ -421,11 +668,6 @@
         <translation>Beenden</translation>
     </message>
     <message>
-        <source>Open &quot;Music&quot;</source>
-        <comment>Command to open main Music app</comment>
-        <translation>Musikplayer öffnen</translation>
-    </message>
-    <message>
         <source>Close Window</source>
         <comment>Menu command</comment>
         <translation>Fenster schließen</translation>
@@ -476,11 +718,6 @@
         <translation>Wiedergabelisten einblenden</translation>
     </message>
     <message>
-        <source>Keep Above All Other Windows</source>
-        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
-        <translation>Immer im Vordergrund</translation>
-    </message>
-    <message>
         <source>Tunedeck Help</source>
         <comment>Menu command</comment>
         <translation>Tunedeck-Hilfe</translation>
@@ -491,11 +728,6 @@
         <translation>Nutzungsbedingungen</translation>
     </message>
     <message>
-        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
-        <comment>Menu command that is disabled</comment>
-        <translation>Immer im Vordergrund (unter Wayland nicht möglich)</translation>
-    </message>
-    <message>
         <source>Run Through XWayland</source>
         <comment>Menu command that can be checked</comment>
         <translation>Über XWayland ausführen</translation>
@@ -504,11 +736,6 @@
         <source>Most desktops can then keep the window above others. It may look less sharp.</source>
         <comment>Tooltip of the menu command to run Tunedeck through XWayland; less sharp: on a scaled screen</comment>
         <translation>Die meisten Arbeitsumgebungen können das Fenster dann über anderen halten. Es ist vielleicht weniger scharf.</translation>
-    </message>
-    <message>
-        <source>Use the window&apos;s menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
-        <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>Nutzen Sie stattdessen das Fenstermenü: Alt+Leertaste in GNOME, Alt+F3 in KDE Plasma.</translation>
     </message>
     <message>
         <source>Follow Automatically</source>
@@ -723,6 +950,46 @@
         <comment>Caption in the General pane, before the choice of the wheel&apos;s direction</comment>
         <translation>Lautstärke:</translation>
     </message>
+    <message>
+        <source>&amp;Start with the session</source>
+        <comment>Check box in the General pane</comment>
+        <translation>Mit der &amp;Sitzung starten</translation>
+    </message>
+    <message>
+        <source>Tunedeck is there when you log in.</source>
+        <comment>Below the check box &quot;Start with the session&quot;</comment>
+        <translation>Tunedeck ist nach der Anmeldung da.</translation>
+    </message>
+    <message>
+        <source>Show &amp;only while a player is there</source>
+        <comment>Check box in the General pane: about the window</comment>
+        <translation>Nur &amp;zeigen, solange ein Player da ist</translation>
+    </message>
+    <message>
+        <source>The window goes with the last player and comes back with the next.</source>
+        <comment>Below the check box &quot;Show only while a player is there&quot;</comment>
+        <translation>Das Fenster geht mit dem letzten Player und kommt mit dem nächsten wieder.</translation>
+    </message>
+    <message>
+        <source>Shortcuts in &amp;every window</source>
+        <comment>Check box in the General pane: keyboard shortcuts</comment>
+        <translation>&amp;Tastenkürzel in jedem Fenster</translation>
+    </message>
+    <message>
+        <source>The desktop lets you choose the keys.</source>
+        <comment>Below the check box &quot;Shortcuts in every window&quot;</comment>
+        <translation>Die Tasten wählen Sie in der Arbeitsumgebung.</translation>
+    </message>
+    <message>
+        <source>Window:</source>
+        <comment>Caption in the General pane, before the choices of when the window is there</comment>
+        <translation>Fenster:</translation>
+    </message>
+    <message>
+        <source>Keyboard:</source>
+        <comment>Caption in the General pane, before the choice of shortcuts in every window</comment>
+        <translation>Tastatur:</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::SoftwareUpdater</name>
@@ -766,6 +1033,12 @@
         <source>Elapsed Time</source>
         <comment>For UI labels: Elapsed Time</comment>
         <translation>Bisher gespielt</translation>
+    </message>
+    <message>
+        <source>Playing through %1</source>
+        <comment>Tooltip of the display</comment>
+        <extracomment>%1 is an output or several, such as &quot;Headphones and Kitchen&quot;.</extracomment>
+        <translation>Wiedergabe über %1</translation>
     </message>
 </context>
 <context>
@@ -1107,6 +1380,16 @@
         <source>&amp;Verify Again</source>
         <comment>Updates: button that checks once more that the saved file is genuine</comment>
         <translation>Erneut &amp;prüfen</translation>
+    </message>
+    <message>
+        <source>The signature of the list of updates could not be fetched.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Die Signatur der Liste der Aktualisierungen konnte nicht geholt werden.</translation>
+    </message>
+    <message>
+        <source>The update server does not have the file.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Der Aktualisierungsserver hat die Datei nicht.</translation>
     </message>
 </context>
 <context>

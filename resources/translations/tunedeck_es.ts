@@ -2,6 +2,69 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="es" sourcelanguage="en">
 <context>
+    <name>DesktopAction</name>
+    <message>
+        <source>Show or hide the window</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Mostrar u ocultar la ventana</translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Reproducir o pausar</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Detener</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Siguiente</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Anterior</translation>
+    </message>
+    <message>
+        <source>Five seconds forward</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Avanzar cinco segundos</translation>
+    </message>
+    <message>
+        <source>Five seconds back</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Retroceder cinco segundos</translation>
+    </message>
+    <message>
+        <source>Volume up</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Subir el volumen</translation>
+    </message>
+    <message>
+        <source>Volume down</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Bajar el volumen</translation>
+    </message>
+    <message>
+        <source>Show or hide the playlists</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Mostrar u ocultar las listas de reproducción</translation>
+    </message>
+    <message>
+        <source>Show the player</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Mostrar el reproductor</translation>
+    </message>
+    <message>
+        <source>Keep above all other windows</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Mantener por encima de las demás ventanas</translation>
+    </message>
+</context>
+<context>
     <name>main</name>
     <message>
         <source>A small window that controls the running music player</source>
@@ -27,6 +90,11 @@
         <source>there is no session bus, so no music player can be reached</source>
         <comment>On the command line</comment>
         <translation>no hay bus de sesión, así que no se puede contactar con ningún reproductor de música</translation>
+    </message>
+    <message>
+        <source>For sessions that start Tunedeck: opens the window without the keyboard focus, and only while a player is there if the preferences say so.</source>
+        <comment>For --help</comment>
+        <translation>Para las sesiones que inician Tunedeck: abre la ventana sin el foco del teclado y, si así se ha elegido en las preferencias, solo mientras haya un reproductor.</translation>
     </message>
 </context>
 <context>
@@ -145,6 +213,67 @@
         <comment>Tooltip of what goes to the next and previous track, while it is disabled</comment>
         <translation>El audio en directo no tiene otras pistas</translation>
     </message>
+    <message>
+        <source>%1 plays no sound yet</source>
+        <comment>In the menu Play Through</comment>
+        <extracomment>%1 is the player.</extracomment>
+        <translation>%1 aún no reproduce sonido</translation>
+    </message>
+    <message>
+        <source>%1 plays on another device</source>
+        <comment>In the menu Play Through</comment>
+        <translation>%1 reproduce en otro dispositivo</translation>
+    </message>
+    <message>
+        <source>There is no sound server</source>
+        <comment>In the menu Play Through</comment>
+        <translation>No hay servidor de sonido</translation>
+    </message>
+    <message>
+        <source>The sound server is not responding</source>
+        <comment>In the menu Play Through</comment>
+        <translation>El servidor de sonido no responde</translation>
+    </message>
+    <message>
+        <source>The sound of %1 cannot be told from that of others</source>
+        <comment>In the menu Play Through</comment>
+        <translation>El sonido de %1 no se distingue del de otros programas</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <comment>In the menu Play Through: the output that the desktop is set to</comment>
+        <translation>Predeterminada</translation>
+    </message>
+    <message>
+        <source>%1 chooses its output itself</source>
+        <comment>In the menu Play Through</comment>
+        <translation>%1 elige su salida por sí mismo</translation>
+    </message>
+    <message>
+        <source>Play Through</source>
+        <comment>Title of a menu: the loudspeakers or headphones that the player plays to</comment>
+        <translation>Reproducir por</translation>
+    </message>
+    <message>
+        <source>The sandbox that Tunedeck runs in lets it start no other programs. Start your player yourself.</source>
+        <comment>Tooltip of a disabled menu command</comment>
+        <translation>El entorno aislado en el que se ejecuta Tunedeck no le permite iniciar otros programas. Inicie usted mismo el reproductor.</translation>
+    </message>
+    <message>
+        <source>The sandbox keeps the sound server from Tunedeck</source>
+        <comment>In the menu Play Through</comment>
+        <translation>El entorno aislado separa a Tunedeck del servidor de sonido</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot;</source>
+        <comment>Command to open main Music app</comment>
+        <translation>Abrir el reproductor</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot; (Not Possible in a Sandbox)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Abrir el reproductor (no es posible en un entorno aislado)</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>
@@ -162,14 +291,6 @@
         <source>Credits</source>
         <comment>For accessibility: the about window&apos;s text</comment>
         <translation>Créditos</translation>
-    </message>
-</context>
-<context>
-    <name>tunedeck::AppDelegate</name>
-    <message>
-        <source>On Wayland only the desktop can keep a window above all others; see the window&apos;s menu</source>
-        <comment>On the command line: why the action is refused</comment>
-        <translation>En Wayland solo el escritorio puede mantener una ventana por encima de las demás; consulte el menú de la ventana</translation>
     </message>
 </context>
 <context>
@@ -220,6 +341,64 @@
         <comment>For UI labels: Play or pause the current track</comment>
         <translation>Reproducir o pausar la pista actual</translation>
     </message>
+    <message>
+        <source>Muted – turn the volume up to hear it</source>
+        <comment>Tooltip of the quiet speaker</comment>
+        <translation>Silenciado: suba el volumen para oírlo</translation>
+    </message>
+    <message>
+        <source>Volume, set on the sound server</source>
+        <comment>Tooltip of the volume slider</comment>
+        <translation>Volumen, ajustado en el servidor de sonido</translation>
+    </message>
+    <message>
+        <source>Volume, set in %1</source>
+        <comment>Tooltip of the volume slider</comment>
+        <translation>Volumen, ajustado en %1</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::DesktopIntegration</name>
+    <message>
+        <source>Waiting for the desktop…</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>Esperando al escritorio…</translation>
+    </message>
+    <message>
+        <source>The keys are in the desktop&apos;s keyboard settings.</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>Las teclas están en los ajustes de teclado del escritorio.</translation>
+    </message>
+    <message>
+        <source>The desktop refuses.</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>El escritorio lo rechaza.</translation>
+    </message>
+    <message>
+        <source>This desktop offers none. Its keyboard settings can run “tunedeck --action next” instead.</source>
+        <comment>Below a check box in the preferences: keyboard shortcuts for every window</comment>
+        <translation>Este escritorio no ofrece ninguno. En su lugar, sus ajustes de teclado pueden ejecutar «tunedeck --action next».</translation>
+    </message>
+    <message>
+        <source>You have changed the entry in the autostart folder, so it stays as it is.</source>
+        <comment>Below a check box in the preferences: start with the session</comment>
+        <translation>Ha cambiado la entrada de la carpeta de inicio automático, así que se queda como está.</translation>
+    </message>
+    <message>
+        <source>The autostart folder cannot be changed.</source>
+        <comment>Below a check box in the preferences: start with the session</comment>
+        <translation>No se puede cambiar la carpeta de inicio automático.</translation>
+    </message>
+    <message>
+        <source>Tunedeck is at hand when you log in.</source>
+        <comment>The desktop may show it when it asks whether to allow this</comment>
+        <translation>Tunedeck está a mano al iniciar la sesión.</translation>
+    </message>
+    <message>
+        <source>The desktop gives no usable answer.</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>El escritorio no da ninguna respuesta utilizable.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::DockMenuItems</name>
@@ -244,11 +423,6 @@
         <translation>Álbum</translation>
     </message>
     <message>
-        <source>Open &quot;Music&quot;</source>
-        <comment>Command to open main Music app</comment>
-        <translation>Abrir el reproductor</translation>
-    </message>
-    <message>
         <source>Next</source>
         <comment>For UI labels: Next</comment>
         <translation>Siguiente</translation>
@@ -257,16 +431,6 @@
         <source>Previous</source>
         <comment>For UI labels: Previous</comment>
         <translation>Anterior</translation>
-    </message>
-    <message>
-        <source>Keep Above All Other Windows</source>
-        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
-        <translation>Mantener por encima de las demás ventanas</translation>
-    </message>
-    <message>
-        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
-        <comment>Menu command that is disabled</comment>
-        <translation>Mantener por encima de las demás ventanas (no es posible en Wayland)</translation>
     </message>
 </context>
 <context>
@@ -361,6 +525,89 @@
     </message>
 </context>
 <context>
+    <name>tunedeck::KeepAbove</name>
+    <message>
+        <source>Keep Above All Other Windows (Floating, on Every Workspace)</source>
+        <comment>Menu command; on Sway</comment>
+        <translation>Mantener por encima de las demás ventanas (flotante, en todos los espacios de trabajo)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Pinned)</source>
+        <comment>Menu command; pinned: Hyprland&apos;s word</comment>
+        <translation>Mantener por encima de las demás ventanas (fijada)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Restarts Tunedeck)</source>
+        <comment>Menu command</comment>
+        <translation>Mantener por encima de las demás ventanas (reinicia Tunedeck)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (The Desktop Refuses)</source>
+        <comment>Menu command that had no effect</comment>
+        <translation>Mantener por encima de las demás ventanas (el escritorio se niega)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Mantener por encima de las demás ventanas (no es posible en Wayland)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows</source>
+        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
+        <translation>Mantener por encima de las demás ventanas</translation>
+    </message>
+    <message>
+        <source>KWin does this for Tunedeck.</source>
+        <comment>Tooltip of the menu command to keep the window above</comment>
+        <translation>KWin lo hace para Tunedeck.</translation>
+    </message>
+    <message>
+        <source>Sway keeps it above tiled windows, but not above others that float.</source>
+        <comment>Tooltip of the menu command to keep the window above</comment>
+        <translation>Sway la mantiene por encima de las ventanas en mosaico, pero no de otras que flotan.</translation>
+    </message>
+    <message>
+        <source>Hyprland floats and pins it on every workspace.</source>
+        <comment>Tooltip of the menu command to keep the window above</comment>
+        <translation>Hyprland la hace flotar y la fija en todos los espacios de trabajo.</translation>
+    </message>
+    <message>
+        <source>Tunedeck restarts through XWayland, where it can do this. It may look less sharp.</source>
+        <comment>Tooltip of the menu command to keep the window above; less sharp: on a scaled screen</comment>
+        <translation>Tunedeck se reinicia mediante XWayland, donde puede hacerlo. Puede verse menos nítido.</translation>
+    </message>
+    <message>
+        <source>Use the window&apos;s menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
+        <comment>Tooltip of the menu command to keep the window above all others</comment>
+        <translation>Use en su lugar el menú de la ventana: Alt+Espacio en GNOME, Alt+F3 en KDE Plasma.</translation>
+    </message>
+    <message>
+        <source>Tunedeck would have to restart through XWayland; choose the command in its Window menu</source>
+        <comment>On the command line: why the action to keep the window above is refused</comment>
+        <translation>Tunedeck tendría que reiniciarse mediante XWayland; elija la orden en su menú Ventana</translation>
+    </message>
+    <message>
+        <source>On Wayland only the desktop can keep a window above all others; see the window&apos;s menu</source>
+        <comment>On the command line: why the action is refused</comment>
+        <translation>En Wayland solo el escritorio puede mantener una ventana por encima de las demás; consulte el menú de la ventana</translation>
+    </message>
+    <message>
+        <source>The desktop refuses; see the window&apos;s menu</source>
+        <comment>On the command line: the desktop has not kept the window above all others</comment>
+        <translation>El escritorio lo rechaza; consulte el menú de la ventana</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Not Possible in a Sandbox)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Mantener por encima de las demás ventanas (no es posible en un entorno aislado)</translation>
+    </message>
+    <message>
+        <source>The sandbox keeps Tunedeck from the desktop; see the window&apos;s menu</source>
+        <comment>On the command line: why the action to keep the window above is refused</comment>
+        <translation>El entorno aislado separa a Tunedeck del escritorio; consulte el menú de la ventana</translation>
+    </message>
+</context>
+<context>
     <name>tunedeck::LcdView</name>
     <message>
         <source>Live</source>
@@ -421,11 +668,6 @@
         <translation>Salir</translation>
     </message>
     <message>
-        <source>Open &quot;Music&quot;</source>
-        <comment>Command to open main Music app</comment>
-        <translation>Abrir el reproductor</translation>
-    </message>
-    <message>
         <source>Close Window</source>
         <comment>Menu command</comment>
         <translation>Cerrar la ventana</translation>
@@ -476,11 +718,6 @@
         <translation>Mostrar las listas de reproducción</translation>
     </message>
     <message>
-        <source>Keep Above All Other Windows</source>
-        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
-        <translation>Mantener por encima de las demás ventanas</translation>
-    </message>
-    <message>
         <source>Tunedeck Help</source>
         <comment>Menu command</comment>
         <translation>Ayuda de Tunedeck</translation>
@@ -491,11 +728,6 @@
         <translation>Términos y condiciones</translation>
     </message>
     <message>
-        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
-        <comment>Menu command that is disabled</comment>
-        <translation>Mantener por encima de las demás ventanas (no es posible en Wayland)</translation>
-    </message>
-    <message>
         <source>Run Through XWayland</source>
         <comment>Menu command that can be checked</comment>
         <translation>Ejecutar mediante XWayland</translation>
@@ -504,11 +736,6 @@
         <source>Most desktops can then keep the window above others. It may look less sharp.</source>
         <comment>Tooltip of the menu command to run Tunedeck through XWayland; less sharp: on a scaled screen</comment>
         <translation>La mayoría de los escritorios pueden así mantener la ventana por encima de las demás. Puede verse menos nítida.</translation>
-    </message>
-    <message>
-        <source>Use the window&apos;s menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
-        <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>Use en su lugar el menú de la ventana: Alt+Espacio en GNOME, Alt+F3 en KDE Plasma.</translation>
     </message>
     <message>
         <source>Follow Automatically</source>
@@ -529,7 +756,7 @@
     <message>
         <source>Follow &amp;Again</source>
         <comment>Button in the General pane: take a player out of the list</comment>
-        <translation>Seguir de &amp;nuevo</translation>
+        <translation>Seguir de nue&amp;vo</translation>
     </message>
     <message>
         <source>Players that are never followed</source>
@@ -723,6 +950,46 @@
         <comment>Caption in the General pane, before the choice of the wheel&apos;s direction</comment>
         <translation>Volumen:</translation>
     </message>
+    <message>
+        <source>&amp;Start with the session</source>
+        <comment>Check box in the General pane</comment>
+        <translation>Iniciar &amp;con la sesión</translation>
+    </message>
+    <message>
+        <source>Tunedeck is there when you log in.</source>
+        <comment>Below the check box &quot;Start with the session&quot;</comment>
+        <translation>Tunedeck está ahí al iniciar la sesión.</translation>
+    </message>
+    <message>
+        <source>Show &amp;only while a player is there</source>
+        <comment>Check box in the General pane: about the window</comment>
+        <translation>Mostrar s&amp;olo mientras haya un reproductor</translation>
+    </message>
+    <message>
+        <source>The window goes with the last player and comes back with the next.</source>
+        <comment>Below the check box &quot;Show only while a player is there&quot;</comment>
+        <translation>La ventana se va con el último reproductor y vuelve con el siguiente.</translation>
+    </message>
+    <message>
+        <source>Shortcuts in &amp;every window</source>
+        <comment>Check box in the General pane: keyboard shortcuts</comment>
+        <translation>&amp;Atajos en todas las ventanas</translation>
+    </message>
+    <message>
+        <source>The desktop lets you choose the keys.</source>
+        <comment>Below the check box &quot;Shortcuts in every window&quot;</comment>
+        <translation>El escritorio le permite elegir las teclas.</translation>
+    </message>
+    <message>
+        <source>Window:</source>
+        <comment>Caption in the General pane, before the choices of when the window is there</comment>
+        <translation>Ventana:</translation>
+    </message>
+    <message>
+        <source>Keyboard:</source>
+        <comment>Caption in the General pane, before the choice of shortcuts in every window</comment>
+        <translation>Teclado:</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::SoftwareUpdater</name>
@@ -766,6 +1033,12 @@
         <source>Elapsed Time</source>
         <comment>For UI labels: Elapsed Time</comment>
         <translation>Tiempo transcurrido</translation>
+    </message>
+    <message>
+        <source>Playing through %1</source>
+        <comment>Tooltip of the display</comment>
+        <extracomment>%1 is an output or several, such as &quot;Headphones and Kitchen&quot;.</extracomment>
+        <translation>Reproduciendo por %1</translation>
     </message>
 </context>
 <context>
@@ -1107,6 +1380,16 @@
         <source>&amp;Verify Again</source>
         <comment>Updates: button that checks once more that the saved file is genuine</comment>
         <translation>&amp;Verificar de nuevo</translation>
+    </message>
+    <message>
+        <source>The signature of the list of updates could not be fetched.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>No se ha podido obtener la firma de la lista de actualizaciones.</translation>
+    </message>
+    <message>
+        <source>The update server does not have the file.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>El servidor de actualizaciones no tiene el archivo.</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,69 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fi" sourcelanguage="en">
 <context>
+    <name>DesktopAction</name>
+    <message>
+        <source>Show or hide the window</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Näytä tai piilota ikkuna</translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Toista tai keskeytä</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Pysäytä</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Seuraava</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Edellinen</translation>
+    </message>
+    <message>
+        <source>Five seconds forward</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Viisi sekuntia eteenpäin</translation>
+    </message>
+    <message>
+        <source>Five seconds back</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Viisi sekuntia taaksepäin</translation>
+    </message>
+    <message>
+        <source>Volume up</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Lisää äänenvoimakkuutta</translation>
+    </message>
+    <message>
+        <source>Volume down</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Vähennä äänenvoimakkuutta</translation>
+    </message>
+    <message>
+        <source>Show or hide the playlists</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Näytä tai piilota soittolistat</translation>
+    </message>
+    <message>
+        <source>Show the player</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Näytä soitin</translation>
+    </message>
+    <message>
+        <source>Keep above all other windows</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Pidä kaikkien muiden ikkunoiden päällä</translation>
+    </message>
+</context>
+<context>
     <name>main</name>
     <message>
         <source>A small window that controls the running music player</source>
@@ -27,6 +90,11 @@
         <source>there is no session bus, so no music player can be reached</source>
         <comment>On the command line</comment>
         <translation>istuntoväylää ei ole, joten yhteenkään musiikkisoittimeen ei saada yhteyttä</translation>
+    </message>
+    <message>
+        <source>For sessions that start Tunedeck: opens the window without the keyboard focus, and only while a player is there if the preferences say so.</source>
+        <comment>For --help</comment>
+        <translation>Istunnoille, jotka käynnistävät Tunedeckin: avaa ikkunan ilman näppäimistökohdistusta ja, jos niin on asetettu, vain kun soitin on käynnissä.</translation>
     </message>
 </context>
 <context>
@@ -145,6 +213,67 @@
         <comment>Tooltip of what goes to the next and previous track, while it is disabled</comment>
         <translation>Suorassa lähetyksessä ei ole muita kappaleita</translation>
     </message>
+    <message>
+        <source>%1 plays no sound yet</source>
+        <comment>In the menu Play Through</comment>
+        <extracomment>%1 is the player.</extracomment>
+        <translation>%1 ei vielä toista ääntä</translation>
+    </message>
+    <message>
+        <source>%1 plays on another device</source>
+        <comment>In the menu Play Through</comment>
+        <translation>%1 toistaa toisella laitteella</translation>
+    </message>
+    <message>
+        <source>There is no sound server</source>
+        <comment>In the menu Play Through</comment>
+        <translation>Äänipalvelinta ei ole</translation>
+    </message>
+    <message>
+        <source>The sound server is not responding</source>
+        <comment>In the menu Play Through</comment>
+        <translation>Äänipalvelin ei vastaa</translation>
+    </message>
+    <message>
+        <source>The sound of %1 cannot be told from that of others</source>
+        <comment>In the menu Play Through</comment>
+        <translation>Ääntä, jota %1 toistaa, ei voi erottaa muista</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <comment>In the menu Play Through: the output that the desktop is set to</comment>
+        <translation>Oletus</translation>
+    </message>
+    <message>
+        <source>%1 chooses its output itself</source>
+        <comment>In the menu Play Through</comment>
+        <translation>%1 valitsee itse ulostulonsa</translation>
+    </message>
+    <message>
+        <source>Play Through</source>
+        <comment>Title of a menu: the loudspeakers or headphones that the player plays to</comment>
+        <translation>Toista laitteella</translation>
+    </message>
+    <message>
+        <source>The sandbox that Tunedeck runs in lets it start no other programs. Start your player yourself.</source>
+        <comment>Tooltip of a disabled menu command</comment>
+        <translation>Hiekkalaatikko, jossa Tunedeck toimii, ei anna sen käynnistää muita ohjelmia. Käynnistä soitin itse.</translation>
+    </message>
+    <message>
+        <source>The sandbox keeps the sound server from Tunedeck</source>
+        <comment>In the menu Play Through</comment>
+        <translation>Hiekkalaatikko pitää äänipalvelimen erossa Tunedeckistä</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot;</source>
+        <comment>Command to open main Music app</comment>
+        <translation>Avaa soitin</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot; (Not Possible in a Sandbox)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Avaa soitin (ei mahdollista hiekkalaatikossa)</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>
@@ -162,14 +291,6 @@
         <source>Credits</source>
         <comment>For accessibility: the about window&apos;s text</comment>
         <translation>Tekijät</translation>
-    </message>
-</context>
-<context>
-    <name>tunedeck::AppDelegate</name>
-    <message>
-        <source>On Wayland only the desktop can keep a window above all others; see the window&apos;s menu</source>
-        <comment>On the command line: why the action is refused</comment>
-        <translation>Waylandissa vain työpöytä voi pitää ikkunan muiden yläpuolella; katso ikkunan valikkoa</translation>
     </message>
 </context>
 <context>
@@ -220,6 +341,64 @@
         <comment>For UI labels: Play or pause the current track</comment>
         <translation>Toista nykyinen kappale tai keskeytä se</translation>
     </message>
+    <message>
+        <source>Muted – turn the volume up to hear it</source>
+        <comment>Tooltip of the quiet speaker</comment>
+        <translation>Mykistetty – kuulet sen, kun nostat äänenvoimakkuutta</translation>
+    </message>
+    <message>
+        <source>Volume, set on the sound server</source>
+        <comment>Tooltip of the volume slider</comment>
+        <translation>Äänenvoimakkuus, säädetään äänipalvelimessa</translation>
+    </message>
+    <message>
+        <source>Volume, set in %1</source>
+        <comment>Tooltip of the volume slider</comment>
+        <translation>Äänenvoimakkuus, säätää %1</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::DesktopIntegration</name>
+    <message>
+        <source>Waiting for the desktop…</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>Odotetaan työpöytää…</translation>
+    </message>
+    <message>
+        <source>The keys are in the desktop&apos;s keyboard settings.</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>Näppäimet ovat työpöydän näppäimistöasetuksissa.</translation>
+    </message>
+    <message>
+        <source>The desktop refuses.</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>Työpöytä ei salli sitä.</translation>
+    </message>
+    <message>
+        <source>This desktop offers none. Its keyboard settings can run “tunedeck --action next” instead.</source>
+        <comment>Below a check box in the preferences: keyboard shortcuts for every window</comment>
+        <translation>Tämä työpöytä ei tarjoa niitä. Sen näppäimistöasetuksissa voi sen sijaan suorittaa komennon ”tunedeck --action next”.</translation>
+    </message>
+    <message>
+        <source>You have changed the entry in the autostart folder, so it stays as it is.</source>
+        <comment>Below a check box in the preferences: start with the session</comment>
+        <translation>Olet muuttanut automaattisen käynnistyksen kansion tiedostoa, joten se jää ennalleen.</translation>
+    </message>
+    <message>
+        <source>The autostart folder cannot be changed.</source>
+        <comment>Below a check box in the preferences: start with the session</comment>
+        <translation>Automaattisen käynnistyksen kansiota ei voi muuttaa.</translation>
+    </message>
+    <message>
+        <source>Tunedeck is at hand when you log in.</source>
+        <comment>The desktop may show it when it asks whether to allow this</comment>
+        <translation>Tunedeck on käsillä, kun kirjaudut sisään.</translation>
+    </message>
+    <message>
+        <source>The desktop gives no usable answer.</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>Työpöytä ei anna kelvollista vastausta.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::DockMenuItems</name>
@@ -244,11 +423,6 @@
         <translation>Albumi</translation>
     </message>
     <message>
-        <source>Open &quot;Music&quot;</source>
-        <comment>Command to open main Music app</comment>
-        <translation>Avaa soitin</translation>
-    </message>
-    <message>
         <source>Next</source>
         <comment>For UI labels: Next</comment>
         <translation>Seuraava</translation>
@@ -257,16 +431,6 @@
         <source>Previous</source>
         <comment>For UI labels: Previous</comment>
         <translation>Edellinen</translation>
-    </message>
-    <message>
-        <source>Keep Above All Other Windows</source>
-        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
-        <translation>Pidä kaikkien muiden ikkunoiden päällä</translation>
-    </message>
-    <message>
-        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
-        <comment>Menu command that is disabled</comment>
-        <translation>Pidä muiden ikkunoiden päällä (ei mahdollista Waylandissa)</translation>
     </message>
 </context>
 <context>
@@ -361,6 +525,89 @@
     </message>
 </context>
 <context>
+    <name>tunedeck::KeepAbove</name>
+    <message>
+        <source>Keep Above All Other Windows (Floating, on Every Workspace)</source>
+        <comment>Menu command; on Sway</comment>
+        <translation>Pidä kaikkien muiden ikkunoiden päällä (kelluvana, jokaisella työtilalla)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Pinned)</source>
+        <comment>Menu command; pinned: Hyprland&apos;s word</comment>
+        <translation>Pidä kaikkien muiden ikkunoiden päällä (kiinnitettynä)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Restarts Tunedeck)</source>
+        <comment>Menu command</comment>
+        <translation>Pidä kaikkien muiden ikkunoiden päällä (käynnistää Tunedeckin uudelleen)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (The Desktop Refuses)</source>
+        <comment>Menu command that had no effect</comment>
+        <translation>Pidä kaikkien muiden ikkunoiden päällä (työpöytä kieltäytyy)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Pidä kaikkien muiden ikkunoiden päällä (ei mahdollista Waylandissa)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows</source>
+        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
+        <translation>Pidä kaikkien muiden ikkunoiden päällä</translation>
+    </message>
+    <message>
+        <source>KWin does this for Tunedeck.</source>
+        <comment>Tooltip of the menu command to keep the window above</comment>
+        <translation>KWin tekee tämän Tunedeckin puolesta.</translation>
+    </message>
+    <message>
+        <source>Sway keeps it above tiled windows, but not above others that float.</source>
+        <comment>Tooltip of the menu command to keep the window above</comment>
+        <translation>Sway pitää sen laatoitettujen ikkunoiden päällä, mutta ei muiden kelluvien päällä.</translation>
+    </message>
+    <message>
+        <source>Hyprland floats and pins it on every workspace.</source>
+        <comment>Tooltip of the menu command to keep the window above</comment>
+        <translation>Hyprland kelluttaa sen ja kiinnittää sen jokaiselle työtilalle.</translation>
+    </message>
+    <message>
+        <source>Tunedeck restarts through XWayland, where it can do this. It may look less sharp.</source>
+        <comment>Tooltip of the menu command to keep the window above; less sharp: on a scaled screen</comment>
+        <translation>Tunedeck käynnistyy uudelleen XWaylandin kautta, missä se pystyy tähän. Se voi näyttää vähemmän terävältä.</translation>
+    </message>
+    <message>
+        <source>Use the window&apos;s menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
+        <comment>Tooltip of the menu command to keep the window above all others</comment>
+        <translation>Käytä sen sijaan ikkunavalikkoa: Gnomessa Alt+Välilyönti, KDE Plasmassa Alt+F3.</translation>
+    </message>
+    <message>
+        <source>Tunedeck would have to restart through XWayland; choose the command in its Window menu</source>
+        <comment>On the command line: why the action to keep the window above is refused</comment>
+        <translation>Tunedeckin pitäisi käynnistyä uudelleen XWaylandin kautta; valitse komento sen Ikkuna-valikosta</translation>
+    </message>
+    <message>
+        <source>On Wayland only the desktop can keep a window above all others; see the window&apos;s menu</source>
+        <comment>On the command line: why the action is refused</comment>
+        <translation>Waylandissa vain työpöytä voi pitää ikkunan muiden yläpuolella; katso ikkunan valikkoa</translation>
+    </message>
+    <message>
+        <source>The desktop refuses; see the window&apos;s menu</source>
+        <comment>On the command line: the desktop has not kept the window above all others</comment>
+        <translation>Työpöytä ei salli sitä; katso ikkunan valikkoa</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Not Possible in a Sandbox)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Pidä kaikkien muiden ikkunoiden päällä (ei mahdollista hiekkalaatikossa)</translation>
+    </message>
+    <message>
+        <source>The sandbox keeps Tunedeck from the desktop; see the window&apos;s menu</source>
+        <comment>On the command line: why the action to keep the window above is refused</comment>
+        <translation>Hiekkalaatikko pitää Tunedeckin erossa työpöydästä; katso ikkunan valikkoa</translation>
+    </message>
+</context>
+<context>
     <name>tunedeck::LcdView</name>
     <message>
         <source>Live</source>
@@ -421,11 +668,6 @@
         <translation>Lopeta</translation>
     </message>
     <message>
-        <source>Open &quot;Music&quot;</source>
-        <comment>Command to open main Music app</comment>
-        <translation>Avaa soitin</translation>
-    </message>
-    <message>
         <source>Close Window</source>
         <comment>Menu command</comment>
         <translation>Sulje ikkuna</translation>
@@ -476,11 +718,6 @@
         <translation>Näytä soittolistat</translation>
     </message>
     <message>
-        <source>Keep Above All Other Windows</source>
-        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
-        <translation>Pidä kaikkien muiden ikkunoiden päällä</translation>
-    </message>
-    <message>
         <source>Tunedeck Help</source>
         <comment>Menu command</comment>
         <translation>Tunedeckin ohje</translation>
@@ -491,11 +728,6 @@
         <translation>Käyttöehdot</translation>
     </message>
     <message>
-        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
-        <comment>Menu command that is disabled</comment>
-        <translation>Pidä muiden ikkunoiden päällä (ei mahdollista Waylandissa)</translation>
-    </message>
-    <message>
         <source>Run Through XWayland</source>
         <comment>Menu command that can be checked</comment>
         <translation>Suorita XWaylandin kautta</translation>
@@ -504,11 +736,6 @@
         <source>Most desktops can then keep the window above others. It may look less sharp.</source>
         <comment>Tooltip of the menu command to run Tunedeck through XWayland; less sharp: on a scaled screen</comment>
         <translation>Useimmat työpöydät voivat silloin pitää ikkunan muiden päällä. Se voi näyttää vähemmän terävältä.</translation>
-    </message>
-    <message>
-        <source>Use the window&apos;s menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
-        <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>Käytä sen sijaan ikkunavalikkoa: Gnomessa Alt+Välilyönti, KDE Plasmassa Alt+F3.</translation>
     </message>
     <message>
         <source>Follow Automatically</source>
@@ -706,7 +933,7 @@
     <message>
         <source>&amp;Never follow:</source>
         <comment>Caption in the General pane, before the list of such players</comment>
-        <translation>Ei seurata &amp;koskaan:</translation>
+        <translation>&amp;Ei seurata koskaan:</translation>
     </message>
     <message>
         <source>&amp;Turn the wheel&apos;s direction</source>
@@ -722,6 +949,46 @@
         <source>Volume:</source>
         <comment>Caption in the General pane, before the choice of the wheel&apos;s direction</comment>
         <translation>Äänenvoimakkuus:</translation>
+    </message>
+    <message>
+        <source>&amp;Start with the session</source>
+        <comment>Check box in the General pane</comment>
+        <translation>Käynnistä &amp;istunnon alussa</translation>
+    </message>
+    <message>
+        <source>Tunedeck is there when you log in.</source>
+        <comment>Below the check box &quot;Start with the session&quot;</comment>
+        <translation>Tunedeck on valmiina, kun kirjaudut sisään.</translation>
+    </message>
+    <message>
+        <source>Show &amp;only while a player is there</source>
+        <comment>Check box in the General pane: about the window</comment>
+        <translation>Näytä &amp;vain, kun soitin on käynnissä</translation>
+    </message>
+    <message>
+        <source>The window goes with the last player and comes back with the next.</source>
+        <comment>Below the check box &quot;Show only while a player is there&quot;</comment>
+        <translation>Ikkuna poistuu viimeisen soittimen mukana ja palaa seuraavan mukana.</translation>
+    </message>
+    <message>
+        <source>Shortcuts in &amp;every window</source>
+        <comment>Check box in the General pane: keyboard shortcuts</comment>
+        <translation>&amp;Pikanäppäimet kaikissa ikkunoissa</translation>
+    </message>
+    <message>
+        <source>The desktop lets you choose the keys.</source>
+        <comment>Below the check box &quot;Shortcuts in every window&quot;</comment>
+        <translation>Näppäimet valitaan työpöydän asetuksissa.</translation>
+    </message>
+    <message>
+        <source>Window:</source>
+        <comment>Caption in the General pane, before the choices of when the window is there</comment>
+        <translation>Ikkuna:</translation>
+    </message>
+    <message>
+        <source>Keyboard:</source>
+        <comment>Caption in the General pane, before the choice of shortcuts in every window</comment>
+        <translation>Näppäimistö:</translation>
     </message>
 </context>
 <context>
@@ -766,6 +1033,12 @@
         <source>Elapsed Time</source>
         <comment>For UI labels: Elapsed Time</comment>
         <translation>Kulunut aika</translation>
+    </message>
+    <message>
+        <source>Playing through %1</source>
+        <comment>Tooltip of the display</comment>
+        <extracomment>%1 is an output or several, such as &quot;Headphones and Kitchen&quot;.</extracomment>
+        <translation>Toistolaite: %1</translation>
     </message>
 </context>
 <context>
@@ -1107,6 +1380,16 @@
         <source>&amp;Verify Again</source>
         <comment>Updates: button that checks once more that the saved file is genuine</comment>
         <translation>&amp;Tarkista uudelleen</translation>
+    </message>
+    <message>
+        <source>The signature of the list of updates could not be fetched.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Päivitysluettelon allekirjoitusta ei voitu hakea.</translation>
+    </message>
+    <message>
+        <source>The update server does not have the file.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Päivityspalvelimella ei ole tiedostoa.</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,69 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="pl" sourcelanguage="en">
 <context>
+    <name>DesktopAction</name>
+    <message>
+        <source>Show or hide the window</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Pokaż lub ukryj okno</translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Odtwórz lub wstrzymaj</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Zatrzymaj</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Następny utwór</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Poprzedni utwór</translation>
+    </message>
+    <message>
+        <source>Five seconds forward</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Pięć sekund do przodu</translation>
+    </message>
+    <message>
+        <source>Five seconds back</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Pięć sekund do tyłu</translation>
+    </message>
+    <message>
+        <source>Volume up</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Głośniej</translation>
+    </message>
+    <message>
+        <source>Volume down</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Ciszej</translation>
+    </message>
+    <message>
+        <source>Show or hide the playlists</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Pokaż lub ukryj listy odtwarzania</translation>
+    </message>
+    <message>
+        <source>Show the player</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Pokaż odtwarzacz</translation>
+    </message>
+    <message>
+        <source>Keep above all other windows</source>
+        <comment>Keyboard shortcut in the desktop&apos;s settings</comment>
+        <translation>Zawsze na wierzchu</translation>
+    </message>
+</context>
+<context>
     <name>main</name>
     <message>
         <source>A small window that controls the running music player</source>
@@ -27,6 +90,11 @@
         <source>there is no session bus, so no music player can be reached</source>
         <comment>On the command line</comment>
         <translation>nie ma magistrali sesji, więc nie można połączyć się z żadnym odtwarzaczem muzyki</translation>
+    </message>
+    <message>
+        <source>For sessions that start Tunedeck: opens the window without the keyboard focus, and only while a player is there if the preferences say so.</source>
+        <comment>For --help</comment>
+        <translation>Dla sesji, które uruchamiają Tunedeck: otwiera okno bez fokusu klawiatury, a jeśli tak wybrano w preferencjach, tylko gdy jest odtwarzacz.</translation>
     </message>
 </context>
 <context>
@@ -145,6 +213,67 @@
         <comment>Tooltip of what goes to the next and previous track, while it is disabled</comment>
         <translation>Dźwięk na żywo nie ma innych utworów</translation>
     </message>
+    <message>
+        <source>%1 plays no sound yet</source>
+        <comment>In the menu Play Through</comment>
+        <extracomment>%1 is the player.</extracomment>
+        <translation>%1 jeszcze nie odtwarza dźwięku</translation>
+    </message>
+    <message>
+        <source>%1 plays on another device</source>
+        <comment>In the menu Play Through</comment>
+        <translation>%1 odtwarza na innym urządzeniu</translation>
+    </message>
+    <message>
+        <source>There is no sound server</source>
+        <comment>In the menu Play Through</comment>
+        <translation>Brak serwera dźwięku</translation>
+    </message>
+    <message>
+        <source>The sound server is not responding</source>
+        <comment>In the menu Play Through</comment>
+        <translation>Serwer dźwięku nie odpowiada</translation>
+    </message>
+    <message>
+        <source>The sound of %1 cannot be told from that of others</source>
+        <comment>In the menu Play Through</comment>
+        <translation>Nie można odróżnić dźwięku programu %1 od innych</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <comment>In the menu Play Through: the output that the desktop is set to</comment>
+        <translation>Domyślne</translation>
+    </message>
+    <message>
+        <source>%1 chooses its output itself</source>
+        <comment>In the menu Play Through</comment>
+        <translation>%1 samodzielnie wybiera wyjście</translation>
+    </message>
+    <message>
+        <source>Play Through</source>
+        <comment>Title of a menu: the loudspeakers or headphones that the player plays to</comment>
+        <translation>Odtwarzaj przez</translation>
+    </message>
+    <message>
+        <source>The sandbox that Tunedeck runs in lets it start no other programs. Start your player yourself.</source>
+        <comment>Tooltip of a disabled menu command</comment>
+        <translation>Piaskownica, w której działa Tunedeck, nie pozwala mu uruchamiać innych programów. Uruchom odtwarzacz samodzielnie.</translation>
+    </message>
+    <message>
+        <source>The sandbox keeps the sound server from Tunedeck</source>
+        <comment>In the menu Play Through</comment>
+        <translation>Piaskownica oddziela Tunedeck od serwera dźwięku</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot;</source>
+        <comment>Command to open main Music app</comment>
+        <translation>Otwórz odtwarzacz muzyki</translation>
+    </message>
+    <message>
+        <source>Open &quot;Music&quot; (Not Possible in a Sandbox)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Otwórz odtwarzacz muzyki (niemożliwe w piaskownicy)</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::AboutWindow</name>
@@ -162,14 +291,6 @@
         <source>Credits</source>
         <comment>For accessibility: the about window&apos;s text</comment>
         <translation>Autorzy i licencje</translation>
-    </message>
-</context>
-<context>
-    <name>tunedeck::AppDelegate</name>
-    <message>
-        <source>On Wayland only the desktop can keep a window above all others; see the window&apos;s menu</source>
-        <comment>On the command line: why the action is refused</comment>
-        <translation>W Waylandzie tylko pulpit może utrzymać okno nad innymi; zobacz menu okna</translation>
     </message>
 </context>
 <context>
@@ -220,6 +341,64 @@
         <comment>For UI labels: Play or pause the current track</comment>
         <translation>Odtwórz lub wstrzymaj bieżący utwór</translation>
     </message>
+    <message>
+        <source>Muted – turn the volume up to hear it</source>
+        <comment>Tooltip of the quiet speaker</comment>
+        <translation>Wyciszone – podgłośnij, aby usłyszeć</translation>
+    </message>
+    <message>
+        <source>Volume, set on the sound server</source>
+        <comment>Tooltip of the volume slider</comment>
+        <translation>Głośność, ustawiana na serwerze dźwięku</translation>
+    </message>
+    <message>
+        <source>Volume, set in %1</source>
+        <comment>Tooltip of the volume slider</comment>
+        <translation>Głośność, ustawiana w programie %1</translation>
+    </message>
+</context>
+<context>
+    <name>tunedeck::DesktopIntegration</name>
+    <message>
+        <source>Waiting for the desktop…</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>Oczekiwanie na pulpit…</translation>
+    </message>
+    <message>
+        <source>The keys are in the desktop&apos;s keyboard settings.</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>Klawisze są w ustawieniach klawiatury pulpitu.</translation>
+    </message>
+    <message>
+        <source>The desktop refuses.</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>Pulpit tego odmawia.</translation>
+    </message>
+    <message>
+        <source>This desktop offers none. Its keyboard settings can run “tunedeck --action next” instead.</source>
+        <comment>Below a check box in the preferences: keyboard shortcuts for every window</comment>
+        <translation>Ten pulpit ich nie oferuje. Jego ustawienia klawiatury mogą zamiast tego uruchamiać „tunedeck --action next”.</translation>
+    </message>
+    <message>
+        <source>You have changed the entry in the autostart folder, so it stays as it is.</source>
+        <comment>Below a check box in the preferences: start with the session</comment>
+        <translation>Wpis w folderze autostartu został przez Ciebie zmieniony, więc pozostaje bez zmian.</translation>
+    </message>
+    <message>
+        <source>The autostart folder cannot be changed.</source>
+        <comment>Below a check box in the preferences: start with the session</comment>
+        <translation>Nie można zmienić folderu autostartu.</translation>
+    </message>
+    <message>
+        <source>Tunedeck is at hand when you log in.</source>
+        <comment>The desktop may show it when it asks whether to allow this</comment>
+        <translation>Tunedeck jest pod ręką po zalogowaniu.</translation>
+    </message>
+    <message>
+        <source>The desktop gives no usable answer.</source>
+        <comment>Below a check box in the preferences</comment>
+        <translation>Pulpit nie daje użytecznej odpowiedzi.</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::DockMenuItems</name>
@@ -244,11 +423,6 @@
         <translation>Album</translation>
     </message>
     <message>
-        <source>Open &quot;Music&quot;</source>
-        <comment>Command to open main Music app</comment>
-        <translation>Otwórz odtwarzacz muzyki</translation>
-    </message>
-    <message>
         <source>Next</source>
         <comment>For UI labels: Next</comment>
         <translation>Następny utwór</translation>
@@ -257,16 +431,6 @@
         <source>Previous</source>
         <comment>For UI labels: Previous</comment>
         <translation>Poprzedni utwór</translation>
-    </message>
-    <message>
-        <source>Keep Above All Other Windows</source>
-        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
-        <translation>Zawsze na wierzchu</translation>
-    </message>
-    <message>
-        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
-        <comment>Menu command that is disabled</comment>
-        <translation>Zawsze na wierzchu (niemożliwe w Waylandzie)</translation>
     </message>
 </context>
 <context>
@@ -361,6 +525,89 @@
     </message>
 </context>
 <context>
+    <name>tunedeck::KeepAbove</name>
+    <message>
+        <source>Keep Above All Other Windows (Floating, on Every Workspace)</source>
+        <comment>Menu command; on Sway</comment>
+        <translation>Zawsze na wierzchu (pływające, w każdym obszarze roboczym)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Pinned)</source>
+        <comment>Menu command; pinned: Hyprland&apos;s word</comment>
+        <translation>Zawsze na wierzchu (przypięte)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Restarts Tunedeck)</source>
+        <comment>Menu command</comment>
+        <translation>Zawsze na wierzchu (uruchamia Tunedeck ponownie)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (The Desktop Refuses)</source>
+        <comment>Menu command that had no effect</comment>
+        <translation>Zawsze na wierzchu (środowisko odmawia)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Zawsze na wierzchu (niemożliwe w Waylandzie)</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows</source>
+        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
+        <translation>Zawsze na wierzchu</translation>
+    </message>
+    <message>
+        <source>KWin does this for Tunedeck.</source>
+        <comment>Tooltip of the menu command to keep the window above</comment>
+        <translation>KWin robi to dla programu Tunedeck.</translation>
+    </message>
+    <message>
+        <source>Sway keeps it above tiled windows, but not above others that float.</source>
+        <comment>Tooltip of the menu command to keep the window above</comment>
+        <translation>Sway utrzymuje je nad oknami kafelkowymi, ale nie nad innymi pływającymi.</translation>
+    </message>
+    <message>
+        <source>Hyprland floats and pins it on every workspace.</source>
+        <comment>Tooltip of the menu command to keep the window above</comment>
+        <translation>Hyprland ustawia je jako pływające i przypina w każdym obszarze roboczym.</translation>
+    </message>
+    <message>
+        <source>Tunedeck restarts through XWayland, where it can do this. It may look less sharp.</source>
+        <comment>Tooltip of the menu command to keep the window above; less sharp: on a scaled screen</comment>
+        <translation>Tunedeck uruchamia się ponownie przez XWayland, gdzie może to zrobić. Może wyglądać mniej ostro.</translation>
+    </message>
+    <message>
+        <source>Use the window&apos;s menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
+        <comment>Tooltip of the menu command to keep the window above all others</comment>
+        <translation>Zamiast tego użyj menu okna: Alt+spacja w GNOME, Alt+F3 w KDE Plasma.</translation>
+    </message>
+    <message>
+        <source>Tunedeck would have to restart through XWayland; choose the command in its Window menu</source>
+        <comment>On the command line: why the action to keep the window above is refused</comment>
+        <translation>Tunedeck musiałby uruchomić się ponownie przez XWayland; wybierz polecenie w jego menu Okno</translation>
+    </message>
+    <message>
+        <source>On Wayland only the desktop can keep a window above all others; see the window&apos;s menu</source>
+        <comment>On the command line: why the action is refused</comment>
+        <translation>W Waylandzie tylko pulpit może utrzymać okno nad innymi; zobacz menu okna</translation>
+    </message>
+    <message>
+        <source>The desktop refuses; see the window&apos;s menu</source>
+        <comment>On the command line: the desktop has not kept the window above all others</comment>
+        <translation>Pulpit tego odmawia; zobacz menu okna</translation>
+    </message>
+    <message>
+        <source>Keep Above All Other Windows (Not Possible in a Sandbox)</source>
+        <comment>Menu command that is disabled</comment>
+        <translation>Zawsze na wierzchu (niemożliwe w piaskownicy)</translation>
+    </message>
+    <message>
+        <source>The sandbox keeps Tunedeck from the desktop; see the window&apos;s menu</source>
+        <comment>On the command line: why the action to keep the window above is refused</comment>
+        <translation>Piaskownica oddziela Tunedeck od pulpitu; zobacz menu okna</translation>
+    </message>
+</context>
+<context>
     <name>tunedeck::LcdView</name>
     <message>
         <source>Live</source>
@@ -421,11 +668,6 @@
         <translation>Zakończ</translation>
     </message>
     <message>
-        <source>Open &quot;Music&quot;</source>
-        <comment>Command to open main Music app</comment>
-        <translation>Otwórz odtwarzacz muzyki</translation>
-    </message>
-    <message>
         <source>Close Window</source>
         <comment>Menu command</comment>
         <translation>Zamknij okno</translation>
@@ -476,11 +718,6 @@
         <translation>Pokaż listy odtwarzania</translation>
     </message>
     <message>
-        <source>Keep Above All Other Windows</source>
-        <comment>For Menu Command labels: Keep Above All Other Windows</comment>
-        <translation>Zawsze na wierzchu</translation>
-    </message>
-    <message>
         <source>Tunedeck Help</source>
         <comment>Menu command</comment>
         <translation>Pomoc programu Tunedeck</translation>
@@ -491,11 +728,6 @@
         <translation>Warunki użytkowania</translation>
     </message>
     <message>
-        <source>Keep Above All Other Windows (Not Possible on Wayland)</source>
-        <comment>Menu command that is disabled</comment>
-        <translation>Zawsze na wierzchu (niemożliwe w Waylandzie)</translation>
-    </message>
-    <message>
         <source>Run Through XWayland</source>
         <comment>Menu command that can be checked</comment>
         <translation>Uruchamiaj przez XWayland</translation>
@@ -504,11 +736,6 @@
         <source>Most desktops can then keep the window above others. It may look less sharp.</source>
         <comment>Tooltip of the menu command to run Tunedeck through XWayland; less sharp: on a scaled screen</comment>
         <translation>Większość środowisk może wtedy utrzymać okno nad innymi. Może wyglądać mniej ostro.</translation>
-    </message>
-    <message>
-        <source>Use the window&apos;s menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.</source>
-        <comment>Tooltip of the menu command to keep the window above all others</comment>
-        <translation>Zamiast tego użyj menu okna: Alt+spacja w GNOME, Alt+F3 w KDE Plasma.</translation>
     </message>
     <message>
         <source>Follow Automatically</source>
@@ -529,7 +756,7 @@
     <message>
         <source>Follow &amp;Again</source>
         <comment>Button in the General pane: take a player out of the list</comment>
-        <translation>&amp;Przywróć</translation>
+        <translation>P&amp;rzywróć</translation>
     </message>
     <message>
         <source>Players that are never followed</source>
@@ -723,6 +950,46 @@
         <comment>Caption in the General pane, before the choice of the wheel&apos;s direction</comment>
         <translation>Głośność:</translation>
     </message>
+    <message>
+        <source>&amp;Start with the session</source>
+        <comment>Check box in the General pane</comment>
+        <translation>&amp;Uruchamiaj wraz z sesją</translation>
+    </message>
+    <message>
+        <source>Tunedeck is there when you log in.</source>
+        <comment>Below the check box &quot;Start with the session&quot;</comment>
+        <translation>Tunedeck jest gotowy po zalogowaniu.</translation>
+    </message>
+    <message>
+        <source>Show &amp;only while a player is there</source>
+        <comment>Check box in the General pane: about the window</comment>
+        <translation>Pokazuj &amp;tylko, gdy jest odtwarzacz</translation>
+    </message>
+    <message>
+        <source>The window goes with the last player and comes back with the next.</source>
+        <comment>Below the check box &quot;Show only while a player is there&quot;</comment>
+        <translation>Okno znika z ostatnim odtwarzaczem i wraca z następnym.</translation>
+    </message>
+    <message>
+        <source>Shortcuts in &amp;every window</source>
+        <comment>Check box in the General pane: keyboard shortcuts</comment>
+        <translation>Skróty w &amp;każdym oknie</translation>
+    </message>
+    <message>
+        <source>The desktop lets you choose the keys.</source>
+        <comment>Below the check box &quot;Shortcuts in every window&quot;</comment>
+        <translation>Klawisze wybiera się w ustawieniach pulpitu.</translation>
+    </message>
+    <message>
+        <source>Window:</source>
+        <comment>Caption in the General pane, before the choices of when the window is there</comment>
+        <translation>Okno:</translation>
+    </message>
+    <message>
+        <source>Keyboard:</source>
+        <comment>Caption in the General pane, before the choice of shortcuts in every window</comment>
+        <translation>Klawiatura:</translation>
+    </message>
 </context>
 <context>
     <name>tunedeck::SoftwareUpdater</name>
@@ -766,6 +1033,12 @@
         <source>Elapsed Time</source>
         <comment>For UI labels: Elapsed Time</comment>
         <translation>Czas od początku</translation>
+    </message>
+    <message>
+        <source>Playing through %1</source>
+        <comment>Tooltip of the display</comment>
+        <extracomment>%1 is an output or several, such as &quot;Headphones and Kitchen&quot;.</extracomment>
+        <translation>Odtwarzanie przez: %1</translation>
     </message>
 </context>
 <context>
@@ -1107,6 +1380,16 @@
         <source>&amp;Verify Again</source>
         <comment>Updates: button that checks once more that the saved file is genuine</comment>
         <translation>&amp;Zweryfikuj ponownie</translation>
+    </message>
+    <message>
+        <source>The signature of the list of updates could not be fetched.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Nie udało się pobrać podpisu listy aktualizacji.</translation>
+    </message>
+    <message>
+        <source>The update server does not have the file.</source>
+        <comment>Updates: title of an error</comment>
+        <translation>Serwer aktualizacji nie ma tego pliku.</translation>
     </message>
 </context>
 <context>

@@ -12,12 +12,16 @@
 #include <QFile>
 #include <QLabel>
 #include <QLocale>
+#include <QPaintEvent>
 #include <QPainter>
+#include <QResizeEvent>
 #include <QShortcut>
 #include <QStringDecoder>
 #include <QSvgRenderer>
 #include <QTextBrowser>
+#include <QTextCursor>
 #include <QTextDocument>
+#include <QUrl>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -86,6 +90,19 @@ std::optional<QString> readText(const QString &path)
     return decode.hasError() || text.isEmpty() ? std::nullopt : std::optional(text);
 }
 
+QString addressesInHtml(const std::optional<QString> &homepage, const std::optional<QString> &contact)
+{
+    QStringList lines;
+    if (homepage) {
+        lines.append(QStringLiteral("<a href=\"%1\">%2</a>").arg(*homepage, QUrl(*homepage).host()));
+    }
+    if (contact) {
+        lines.append(contact->toHtmlEscaped());
+    }
+    return lines.isEmpty() ? QString()
+                           : QStringLiteral("<p align=\"center\">%1</p>").arg(lines.join(QStringLiteral("<br/>")));
+}
+
 int widthOfCredits(const QFont &font)
 {
     return std::max(leastCreditsWidth, charactersPerLine * QFontMetrics(font).averageCharWidth());
@@ -100,9 +117,11 @@ int heightOf(const QTextDocument &credits, int width)
 }
 } // namespace
 
-AboutWindow::AboutWindow(const QString &creditsFolder, QWidget *parent)
-    : QDialog(parent, Qt::Dialog)
+AboutWindow::AboutWindow(
+    const QString &creditsFolder, const std::optional<QString> &homepage, const std::optional<QString> &contact)
+    : QDialog(nullptr, Qt::Dialog)
     , m_creditsFolder(creditsFolder)
+    , m_addresses(addressesInHtml(homepage, contact))
     , m_icon(new IconView(this))
     , m_nameLabel(new QLabel(fact(u"CFBundleName"), this))
     , m_versionLabel(new QLabel(this))
@@ -166,7 +185,7 @@ void AboutWindow::setUpFonts()
 void AboutWindow::setUpTexts()
 {
     m_versionLabel->setText(tr("Version %1 (%2)", "About window: the version and the number of its build")
-                                .arg(fact(u"CFBundleShortVersionString"), fact(u"CFBundleVersion")));
+            .arg(fact(u"CFBundleShortVersionString"), fact(u"CFBundleVersion")));
     for (QLabel *label : {m_nameLabel, m_versionLabel}) {
         label->setTextFormat(Qt::PlainText);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -206,6 +225,12 @@ void AboutWindow::showCredits()
     }
     m_creditsText->document()->setDefaultStyleSheet(pageStyle(palette()));
     m_creditsText->setHtml(*credits);
+    if (!m_addresses.isEmpty()) {
+        QTextCursor end(m_creditsText->document());
+        end.movePosition(QTextCursor::End);
+        end.insertBlock();
+        end.insertHtml(m_addresses);
+    }
     const int width = widthOfCredits(m_creditsText->font());
     m_creditsText->setFixedSize(width, std::min(heightOf(*m_creditsText->document(), width), mostCreditsHeight));
 }

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/BundleInfo.h"
+
 #include <QDialog>
 #include <QPointer>
 #include <QString>
+
+#include <optional>
 
 class QLabel;
 class QTextBrowser;
@@ -17,8 +21,10 @@ class AboutWindow : public QDialog {
 
 public:
     /// `creditsFolder` has a file "Credits.html", and others such as "Credits_de.html" for the languages that the
-    /// credits are translated into.
-    explicit AboutWindow(const QString &creditsFolder = QStringLiteral(":/credits"), QWidget *parent = nullptr);
+    /// credits are translated into. The home page and the mail address follow the credits if there are any.
+    explicit AboutWindow(const QString &creditsFolder = QStringLiteral(":/credits"),
+        const std::optional<QString> &homepage = bundleInfo(u"TunedeckHomepage"),
+        const std::optional<QString> &contact = bundleInfo(u"TunedeckContact"));
 
     /// Reads the credits in the current language and brings the window to the front.
     void orderFront();
@@ -41,6 +47,7 @@ private:
     void showCredits();
 
     QString m_creditsFolder;
+    QString m_addresses; ///< in HTML
     QPointer<QWidget> m_background;
     QWidget *m_icon;
     QLabel *m_nameLabel;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/AppDelegate.h"
 
+#include "above/keepAboveTexts.h"
 #include "app/AboutWindow.h"
 #include "app/palettes.h"
 #include "dock/DockMenuItems.h"
@@ -9,8 +10,10 @@
 #include "music/MenuItemIdentifier.h"
 #include "music/MusicApplication.h"
 #include "music/MusicConnector.h"
+#include "music/PlayerSound.h"
 #include "music/followChoices.h"
 #include "music/obstacles.h"
+#include "music/outputChoices.h"
 #include "music/statusTexts.h"
 #include "platform/ActivationToken.h"
 #include "platform/Appearance.h"
@@ -18,7 +21,7 @@
 #include "platform/DesktopEntries.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
-#include "platform/windowSystem.h"
+#include "player/ViewController.h"
 #include "skin/looks/SkinEnvironment.h"
 #include "skin/views/AboutPinstripeView.h"
 #include "skin/views/VolumeSlider.h"
@@ -33,6 +36,8 @@
 #include <QSystemTrayIcon>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace tunedeck {
 
 namespace {
@@ -46,6 +51,11 @@ template <typename WindowType> WindowType *lastWindow(const QWidgetList &windows
         }
     }
     return last;
+}
+
+std::optional<OutputChoices> outputChoicesForDock(const MusicApplication &music)
+{
+    return music.isRunning() && music.sound() ? std::optional(outputChoices(music)) : std::nullopt;
 }
 
 /// Qt calls a minimised window visible.
@@ -135,18 +145,25 @@ bool AppDelegate::applicationShouldHandleReopen(bool)
     return true;
 }
 
+MusicApplication &AppDelegate::musicApp() const
+{
+    return m_musicConnector.musicApp();
+}
+
 std::unique_ptr<QMenu> AppDelegate::applicationDockMenu()
 {
     const DockMenuItems items{
         .track = m_currentTrackInfo,
         .isMusicAppRunning = m_musicConnector.isMusicAppRunning(),
+        .canOpenMusicApp = m_musicConnector.musicApp().canBeLaunched(),
         .isLiveStream = m_musicConnector.feedType() == FeedType::liveStream,
         .playPauseTitle = m_playPauseMenuItem ? m_playPauseMenuItem->text() : QString(),
         .playerName = m_musicConnector.musicApp().playerName(),
         .isKeptAbove = m_defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows),
-        .canBeKeptAbove = canKeepAbove(),
+        .aboveWay = aboveWay(),
         .followChoices = followChoices(m_players, m_defaults.stringForKey(SettingsKey::followedPlayer)),
         .followedPlayer = followedPlayer(m_players),
+        .outputChoices = outputChoicesForDock(m_musicConnector.musicApp()),
         .iconName =
             [this](const QString &desktopEntry) {
                 return m_desktopEntries.facts(desktopEntry).value_or(DesktopEntryFacts()).iconName;
@@ -162,6 +179,7 @@ std::unique_ptr<QMenu> AppDelegate::applicationDockMenu()
         .toggleKeepAbove = [this] { toggleKeepMainWindowAboveOtherWindows(); },
         .follow = [this](const QString &id) { m_defaults.setValue(SettingsKey::followedPlayer, id); },
         .neverFollow = [this](const QString &id) { m_players.neverFollow(id); },
+        .playThrough = [this](const QString &id) { m_musicConnector.musicApp().sound()->moveTo(id); },
         .validate = [this](const QAction &item) { return validateMenuItem(item); },
     });
 }
@@ -187,13 +205,17 @@ QString AppDelegate::obstacleTo(const QAction &item) const
 QString AppDelegate::obstacleToCommand(const QString &identifier) const
 {
     if (identifier == MenuItemIdentifier::keepAboveAllWindows) {
-        return canToggleKeepAbove(m_defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows))
-            ? QString()
-            : tr("On Wayland only the desktop can keep a window above all others; see the window's menu",
-                "On the command line: why the action is refused");
+        return m_defaults.boolForKey(SettingsKey::keepMainWindowAboveAllOtherWindows) ? QString()
+                                                                                      : keepAboveObstacle(aboveWay());
     }
     return m_musicConnector.musicApp().isRunning() ? obstacleToMenuItem(identifier, m_musicConnector)
                                                    : musicIsNotOpenText();
+}
+
+QString AppDelegate::obstacleToSeeking() const
+{
+    const MusicApplication &music = m_musicConnector.musicApp();
+    return music.isRunning() ? tunedeck::obstacleTo(MusicControl::position, music) : musicIsNotOpenText();
 }
 
 QString AppDelegate::showPlayerTitle() const
@@ -204,9 +226,38 @@ QString AppDelegate::showPlayerTitle() const
 void AppDelegate::volumeButtonPressed(const QAction &sender)
 {
     if (sender.objectName() == MenuItemIdentifier::volumeUp) {
-        m_musicConnector.adjustVolume(VolumeSlider::step);
+        turnVolumeUp();
     } else if (sender.objectName() == MenuItemIdentifier::volumeDown) {
-        m_musicConnector.adjustVolume(-VolumeSlider::step);
+        turnVolumeDown();
+    }
+}
+
+void AppDelegate::turnVolumeUp()
+{
+    m_musicConnector.adjustVolume(VolumeSlider::step);
+}
+
+void AppDelegate::turnVolumeDown()
+{
+    m_musicConnector.adjustVolume(-VolumeSlider::step);
+}
+
+void AppDelegate::seekForward()
+{
+    seekBy(ViewController::seekStepInSec);
+}
+
+void AppDelegate::seekBackward()
+{
+    seekBy(-ViewController::seekStepInSec);
+}
+
+void AppDelegate::seekBy(double seconds)
+{
+    MusicApplication &music = m_musicConnector.musicApp();
+    if (const std::optional<double> position = music.playerPosition()) {
+        music.setPlayerPosition(std::max(*position + seconds, 0.0));
+        m_musicConnector.updatePlayerProgressInfo();
     }
 }
 
@@ -313,6 +364,12 @@ void AppDelegate::windowDidResignKey(const QWindow *window)
     if (isAboutWindow(window)) {
         m_pinstripesView->setKeyWindow(false);
     }
+}
+
+AboveWay AppDelegate::aboveWay()
+{
+    auto *mainWindow = lastWindow<Window>(QApplication::topLevelWidgets());
+    return mainWindow ? mainWindow->windowController().keptAbove().way() : AboveWay::Window;
 }
 
 bool AppDelegate::isAboutWindow(const QWindow *window) const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "above/AboveWay.h"
 #include "music/MusicConnectorTrack.h"
 
 #include <QObject>
@@ -22,6 +23,7 @@ class AboutWindow;
 class Appearance;
 class DesktopEntries;
 class FollowablePlayers;
+class MusicApplication;
 class MusicConnector;
 class UserDefaults;
 class WindowActivation;
@@ -41,6 +43,8 @@ public:
         const WindowActivation &windowActivation, FollowablePlayers &players, DesktopEntries &desktopEntries,
         QObject *parent = nullptr);
     ~AppDelegate() override;
+
+    [[nodiscard]] MusicApplication &musicApp() const;
 
     /// The main menu's play/pause item, whose title the dock menu shows.
     void setPlayPauseMenuItem(QAction *item);
@@ -72,6 +76,8 @@ public:
     /// Why the command with this MenuItemIdentifier cannot be carried out now, for a user who sees no menu; empty if it
     /// can.
     [[nodiscard]] QString obstacleToCommand(const QString &identifier) const;
+    /// Why the user cannot seek now, for a user who sees no slider; empty if it is possible.
+    [[nodiscard]] QString obstacleToSeeking() const;
     /// The title of the command that shows the player's own window.
     [[nodiscard]] QString showPlayerTitle() const;
     /// Turns Music's volume up or down, depending on the identifier of `sender`.
@@ -89,6 +95,12 @@ public Q_SLOTS:
     void nextPressed();
     void prevPressed();
     void openMusicApp();
+    /// These two go five seconds on or back in the track.
+    void seekForward();
+    void seekBackward();
+    /// These two change Music's volume by the volume slider's step.
+    void turnVolumeUp();
+    void turnVolumeDown();
     /// The same for a user who asks for it in a menu of this program.
     void showPlayer();
     void toggleKeepMainWindowAboveOtherWindows();
@@ -102,9 +114,16 @@ public Q_SLOTS:
 Q_SIGNALS:
     void isAppearanceClassicChanged(bool classic);
     void preferencesRequested();
+    /// The user wants the window away if it can be seen, and else to see it. It takes the keyboard focus with `token`.
+    void showOrHideRequested(const tunedeck::ActivationToken &token);
+    /// The same for the drawer with the playlists.
+    void playlistsRequested(const tunedeck::ActivationToken &token);
     void helpRequested(const QString &anchor, const QString &book);
 
 private:
+    /// How the main window is kept above others; as on X11 without a main window.
+    [[nodiscard]] static AboveWay aboveWay();
+    void seekBy(double seconds);
     /// Also true if both are null.
     [[nodiscard]] bool isAboutWindow(const QWindow *window) const;
     void openHelpAnchor(const QString &anchor);

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "app/Application.h"
 
+#include "above/keepAboveTexts.h"
 #include "app/MainMenu.h"
 #include "app/SessionDisplays.h"
+#include "app/ShowWhilePlayer.h"
+#include "app/activateWithToken.h"
 #include "dock/dockTileIcon.h"
 #include "drawer/PlaylistView.h"
 #include "drawer/PlaylistViewController.h"
@@ -22,6 +25,7 @@
 #include "skin/views/MetalPopupButton.h"
 #include "skin/views/PlainButton.h"
 #include "skin/views/WindowControlButton.h"
+#include "widgets/speakNotice.h"
 #include "window/WindowController.h"
 
 #include <QApplication>
@@ -55,6 +59,7 @@ Application::Application(const Environment &environment, QObject *parent)
     , m_players(environment.players)
     , m_desktopEntries(environment.desktopEntries)
     , m_updater(environment.updater)
+    , m_desktopSettings(environment.desktopSettings)
     , m_skinEnvironment{environment.defaults, environment.appearance, environment.windowActivation}
     , m_musicConnector(environment.musicApp, environment.windowActivation)
     , m_delegate(m_musicConnector, environment.defaults, environment.appearance, environment.windowActivation,
@@ -83,6 +88,7 @@ Application::Application(const Environment &environment, QObject *parent)
 
     connectPlayer();
     connectWindowButtons();
+    connectKeepAbove();
     connectOtherWindows();
     connect(&window, &Window::canBeSeenChanged, &m_musicConnector, &MusicConnector::setWatched);
     connect(qApp, &QCoreApplication::aboutToQuit, &m_delegate, &AppDelegate::applicationWillTerminate);
@@ -120,7 +126,7 @@ AppPreferencesWindowController &Application::preferencesWindowController()
 {
     if (!m_preferencesWindowController) {
         m_preferencesWindowController = std::make_unique<AppPreferencesWindowController>(
-            AppPreferencesWindowController::Environment{m_defaults, m_players, m_updater});
+            AppPreferencesWindowController::Environment{m_defaults, m_players, m_updater, m_desktopSettings});
         connect(m_preferencesWindowController.get(), &AppPreferencesWindowController::helpRequested, &m_delegate,
             &AppDelegate::helpRequested);
         const Appearance &appearance = m_skinEnvironment.appearance;
@@ -141,10 +147,21 @@ HelpWindow &Application::helpWindow()
 
 void Application::showMainWindow()
 {
+    connectShowWhilePlayer();
     m_windowController->window().show();
     // The window comes up first. The menus with their shortcuts and the drawer's controls follow at once.
-    QMetaObject::invokeMethod(
-        this, [this] { mainMenu(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, [this] { mainMenu(); }, Qt::QueuedConnection);
+}
+
+void Application::showForSession()
+{
+    connectShowWhilePlayer();
+    if (m_showWhilePlayer->isShown()) {
+        showWithoutActivating(*this);
+    } else {
+        // The user may ask for the window before a player comes.
+        QMetaObject::invokeMethod(this, [this] { mainMenu(); }, Qt::QueuedConnection);
+    }
 }
 
 void Application::reopen()
@@ -175,12 +192,40 @@ void Application::connectWindowButtons()
     connect(&m_playerView->maximizeButton(), &WindowControlButton::clicked, &window, &Window::zoom);
 }
 
+void Application::connectKeepAbove()
+{
+    // The setting already wants XWayland where it does not answer, so another restart would not lead there.
+    const bool isXWaylandWanted = m_defaults.boolForKey(SettingsKey::startThroughXWayland);
+    m_windowController->keptAbove().setCanRestart(
+        !isXWaylandWanted && SessionDisplays::fromEnvironment().canChooseXWayland());
+    connect(m_windowController.get(), &WindowController::restartRequested, this, [this] { changeXWayland(true); });
+}
+
 void Application::connectOtherWindows()
 {
     connect(
         &m_delegate, &AppDelegate::preferencesRequested, this, [this] { preferencesWindowController().showWindow(); });
     connect(&m_delegate, &AppDelegate::helpRequested, this,
         [this](const QString &anchor, const QString &book) { helpWindow().openHelpAnchor(anchor, book); });
+    connect(&m_delegate, &AppDelegate::showOrHideRequested, this,
+        [this](const ActivationToken &token) { showOrHideWithToken(*this, token); });
+    connect(&m_delegate, &AppDelegate::playlistsRequested, this,
+        [this](const ActivationToken &token) { showOrHidePlaylistsWithToken(*this, token); });
+}
+
+/// Before the window is shown for the first time, a player that comes does not show it.
+void Application::connectShowWhilePlayer()
+{
+    if (m_showWhilePlayer) {
+        return;
+    }
+    m_showWhilePlayer = new ShowWhilePlayer(m_musicConnector.musicApp(), m_defaults, this);
+    connect(m_showWhilePlayer, &ShowWhilePlayer::showRequested, this, [this] {
+        if (!m_windowController->window().isVisible()) {
+            showWithoutActivating(*this);
+        }
+    });
+    connect(m_showWhilePlayer, &ShowWhilePlayer::hideRequested, &m_windowController->window(), &QWidget::hide);
 }
 
 void Application::connectMenus()
@@ -199,6 +244,10 @@ void Application::connectMenus()
     connect(&music, &MusicApplication::controlsDidChange, &validation, &MenuValidation::validate);
     connect(&m_defaults, &UserDefaults::valueChanged, &validation, &MenuValidation::validate);
     connect(m_windowController.get(), &DrawerHost::isExpandedChanged, &validation, &MenuValidation::validate);
+    connect(&m_windowController->keptAbove(), &KeptAbove::wayChanged, &validation, &MenuValidation::validate);
+    // Otherwise a user would have to open the menu to learn it.
+    connect(&m_windowController->keptAbove(), &KeptAbove::refused, this,
+        [this] { speakNotice(m_windowController->window(), keepAboveRefusal()); });
 }
 
 void Application::connectXWayland()
@@ -207,11 +256,14 @@ void Application::connectXWayland()
     if (SessionDisplays::fromEnvironment().offersXWayland(
             platformName, m_defaults.boolForKey(SettingsKey::startThroughXWayland))) {
         m_mainMenu->offerXWayland(platformName == QLatin1String("xcb"));
-        connect(m_mainMenu.get(), &MainMenu::xWaylandRequested, this, [this](bool use) {
-            m_defaults.setBool(SettingsKey::startThroughXWayland, use);
-            Q_EMIT restartRequested();
-        });
+        connect(m_mainMenu.get(), &MainMenu::xWaylandRequested, this, &Application::changeXWayland);
     }
+}
+
+void Application::changeXWayland(bool isUsed)
+{
+    m_defaults.setBool(SettingsKey::startThroughXWayland, isUsed);
+    Q_EMIT restartRequested();
 }
 
 void Application::showDockTile(const QString &imageName)

@@ -5,6 +5,8 @@
 #include "app/CompanionWindows.h"
 #include "music/MusicConnector.h"
 #include "skin/looks/SkinEnvironment.h"
+#include "widgets/ActivationAfterPopups.h"
+#include "widgets/PicturesOfHiddenWindows.h"
 
 #include <QObject>
 #include <QString>
@@ -22,9 +24,11 @@ class MusicApplication;
 class PlayerView;
 class PlaylistViewController;
 class DesktopEntries;
+class DesktopSettings;
 class FollowablePlayers;
 class Updater;
 class UserDefaults;
+class ShowWhilePlayer;
 class ViewController;
 class WindowActivation;
 class WindowController;
@@ -44,6 +48,7 @@ public:
         FollowablePlayers &players;
         DesktopEntries &desktopEntries;
         Updater &updater;
+        DesktopSettings &desktopSettings;
     };
 
     /// Does not show the main window.
@@ -64,6 +69,9 @@ public:
 
 public Q_SLOTS:
     void showMainWindow();
+    /// The session started the program: shows the window unless the user wants it only while there is a player. It does
+    /// not take the keyboard focus.
+    void showForSession();
     /// The user started the program again, or chose it in the dock.
     void reopen();
 
@@ -74,20 +82,27 @@ Q_SIGNALS:
 private:
     void connectPlayer();
     void connectWindowButtons();
+    void connectKeepAbove();
     void connectMenus();
     void connectXWayland();
+    void changeXWayland(bool isUsed);
     void connectOtherWindows();
+    void connectShowWhilePlayer();
     void showDockTile(const QString &imageName);
 
     UserDefaults &m_defaults;
     FollowablePlayers &m_players;
     DesktopEntries &m_desktopEntries;
     Updater &m_updater;
+    DesktopSettings &m_desktopSettings;
     SkinEnvironment m_skinEnvironment;
     MusicConnector m_musicConnector;
     AppDelegate m_delegate;
+    ActivationAfterPopups m_activationAfterPopups;
+    PicturesOfHiddenWindows m_picturesOfHiddenWindows;
     std::unique_ptr<WindowController> m_windowController;
     std::unique_ptr<CompanionWindows> m_companionWindows;
+    ShowWhilePlayer *m_showWhilePlayer = nullptr;
     PlayerView *m_playerView; ///< owned by the window
     QString m_dockTile;
     QTimer m_dockTileTimer{this};

@@ -2,15 +2,16 @@
 #include "app/ApplicationInstance.h"
 
 #include "platform/BundleInfo.h"
-#include "platform/readingThread.h"
 #include "platform/shortened.h"
 #include "platform/windowLog.h"
 
 #include <QChar>
 #include <QCoreApplication>
+#include <QDBusArgument>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
+#include <QPointer>
 
 #include <algorithm>
 #include <chrono>
@@ -24,13 +25,27 @@ using namespace std::chrono_literals;
 constexpr auto patience = 1s;
 /// Limit for the answer, which may wait for Music.
 constexpr int deadline = 2'000;
-/// To show the window again and again costs the window manager and the X server more than this program.
+/// Showing the window again and again costs the window manager and the X server more than this program.
 constexpr auto rest = 100ms;
 /// Limit for what any peer on the bus makes the program keep.
 constexpr int mostWaiting = 10;
-/// To release millions of names takes a tenth of a second.
-constexpr qsizetype manyFiles = 10'000;
 constexpr QLatin1String objectPath("/org/tunedeck/Tunedeck");
+constexpr QLatin1String applicationInterface("org.freedesktop.Application");
+constexpr QLatin1String introspection(R"xml(<interface name="org.freedesktop.Application">
+  <method name="Activate">
+    <arg name="platformData" type="a{sv}" direction="in"/>
+  </method>
+  <method name="Open">
+    <arg name="uris" type="as" direction="in"/>
+    <arg name="platformData" type="a{sv}" direction="in"/>
+  </method>
+  <method name="ActivateAction">
+    <arg name="actionName" type="s" direction="in"/>
+    <arg name="parameter" type="av" direction="in"/>
+    <arg name="platformData" type="a{sv}" direction="in"/>
+  </method>
+</interface>
+)xml");
 constexpr QLatin1String refused("org.tunedeck.Tunedeck.Error.Refused");
 
 /// The text of another process, which may be any program, without what commands a terminal.
@@ -78,7 +93,7 @@ void ApplicationInstance::setBus(const QDBusConnection &bus)
     // A connection that has become deaf still owns the name. The bus may carry out its release after the request.
     const bool isReplaced = m_bus.isConnected();
     if (isReplaced) {
-        m_bus.unregisterObject(objectPath);
+        m_calls.reset();
         callBus(QStringLiteral("ReleaseName"), {applicationId.toString()});
     }
     m_bus = bus;
@@ -89,7 +104,8 @@ void ApplicationInstance::setBus(const QDBusConnection &bus)
 /// The object is there before the name is: a process that sees the name may call at once.
 void ApplicationInstance::registerObject()
 {
-    m_bus.registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
+    m_calls = std::make_unique<IncomingCalls>(m_bus, objectPath, introspection);
+    connect(m_calls.get(), &IncomingCalls::called, this, &ApplicationInstance::handleCall);
 }
 
 /// Waits for no answer: a bus that hangs must delay neither the window nor the program's end.
@@ -104,8 +120,7 @@ void ApplicationInstance::callBus(const QString &method, const QVariantList &arg
 void ApplicationInstance::askFirst(
     std::optional<DesktopAction> action, const ActivationToken &token, std::function<void(const FirstsAnswer &)> done)
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(applicationId.toString(), objectPath,
-        QStringLiteral("org.freedesktop.Application"),
+    QDBusMessage message = QDBusMessage::createMethodCall(applicationId.toString(), objectPath, applicationInterface,
         action ? QStringLiteral("ActivateAction") : QStringLiteral("Activate"));
     message.setAutoStartService(false);
     if (action) {
@@ -127,6 +142,14 @@ bool ApplicationInstance::isAskedForActionsAlone() const
 void ApplicationInstance::requestAction(DesktopAction action, const ActivationToken &token, Answer answer)
 {
     m_isActionRequested = true;
+    if (!m_carryOut && showsWindow(action)) {
+        // The program is starting, and will show its window anyway.
+        activateSoon(token);
+        if (action == DesktopAction::ShowOrHide) {
+            answer(QString());
+            return;
+        }
+    }
     if (m_waitingActions.size() >= mostWaiting) {
         answer(busyText());
         return;
@@ -163,7 +186,7 @@ void ApplicationInstance::handleSoon()
     }
 }
 
-/// To show the window takes several answers of the X server, so a flood of calls must not do it once each.
+/// Showing the window takes several answers of the X server, so a flood of calls must not do it once each.
 void ApplicationInstance::handleRequests()
 {
     m_rest.setRemainingTime(rest);
@@ -191,7 +214,7 @@ void ApplicationInstance::deliverOneAction()
     if (std::ranges::any_of(m_waitingActions, canBeDelivered)) {
         handleSoon();
     }
-    request.answer(m_carryOut(request.action, request.token));
+    m_carryOut(request.action, request.token, request.answer);
 }
 
 void ApplicationInstance::dropWaitingActions()
@@ -210,15 +233,38 @@ QString ApplicationInstance::busyText()
     return tr("Tunedeck is busy", "On the command line: why an action is refused");
 }
 
-ApplicationInstance::Answer ApplicationInstance::answerToCaller()
+void ApplicationInstance::activateSoon(const ActivationToken &token)
 {
-    if (!calledFromDBus() || !message().isReplyRequired()) {
-        return [](const QString &) {};
+    m_isActivated = true;
+    if (m_activation) {
+        leaveUnused(*m_activation);
     }
-    setDelayedReply(true);
-    return [bus = connection(), call = message()](const QString &refusal) {
-        bus.send(refusal.isEmpty() ? call.createReply() : call.createErrorReply(refused, refusal));
-    };
+    m_activation = token;
+    handleSoon();
+}
+
+void ApplicationInstance::handleCall(const QDBusMessage &call)
+{
+    const QString method = call.member() + u' ' + call.signature();
+    const QVariantList arguments = call.arguments();
+    const bool isOfApplication = call.interface().isEmpty() || call.interface() == applicationInterface;
+    if (isOfApplication && method == u"ActivateAction sava{sv}") {
+        const Answer answer = [calls = QPointer(m_calls.get()), call](const QString &refusal) {
+            if (calls && refusal.isEmpty()) {
+                calls->answer(call);
+            } else if (calls) {
+                calls->refuse(call, refused, refusal);
+            }
+        };
+        ActivateAction(arguments[0].toString(), qdbus_cast<QVariantList>(arguments[1]),
+            qdbus_cast<QVariantMap>(arguments[2]), answer);
+    } else if (isOfApplication && (method == u"Activate a{sv}" || method == u"Open asa{sv}")) {
+        // The program opens no files. A user who tries it wants to see the window.
+        Activate(qdbus_cast<QVariantMap>(arguments.last()));
+        m_calls->answer(call);
+    } else {
+        m_calls->refuse(call, QDBusError::UnknownMethod, QStringLiteral("No such method"));
+    }
 }
 
 void ApplicationInstance::leaveUnused(const ActivationToken &token)
@@ -232,30 +278,17 @@ void ApplicationInstance::leaveUnused(const ActivationToken &token)
 void ApplicationInstance::Activate(const QVariantMap &platformData)
 {
     qCDebug(windowLog) << "a second start asks for the window";
-    m_isActivated = true;
-    if (m_activation) {
-        leaveUnused(*m_activation);
-    }
-    m_activation = ActivationToken::fromPlatformData(platformData);
-    handleSoon();
-}
-
-void ApplicationInstance::Open(const QStringList &uris, const QVariantMap &platformData)
-{
-    if (uris.size() > manyFiles && calledFromDBus()) {
-        releaseWhereRead(connection(), message());
-    }
-    // The program opens no files. A user who tries it wants to see the window.
-    Activate(platformData);
+    activateSoon(ActivationToken::fromPlatformData(platformData));
 }
 
 void ApplicationInstance::ActivateAction(
-    const QString &actionName, const QVariantList &parameter, const QVariantMap &platformData)
+    const QString &actionName, const QVariantList &parameter, const QVariantMap &platformData, const Answer &answer)
 {
     const ActivationToken token = ActivationToken::fromPlatformData(platformData);
-    leaveUnused(token);
-    const Answer answer = answerToCaller();
     const std::optional<DesktopAction> action = desktopActionNamed(actionName);
+    if (!action || !showsWindow(*action)) {
+        leaveUnused(token);
+    }
     if (!action || !parameter.isEmpty()) {
         qCDebug(windowLog) << "refused: unknown action, or an action with a parameter:" << shortened(actionName);
         answer(QCoreApplication::translate("main", "unknown action; see --help", "On the command line"));

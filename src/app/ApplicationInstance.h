@@ -3,9 +3,10 @@
 
 #include "app/DesktopAction.h"
 #include "platform/ActivationToken.h"
+#include "platform/bus/IncomingCalls.h"
 
 #include <QDBusConnection>
-#include <QDBusContext>
+#include <QDBusMessage>
 #include <QDeadlineTimer>
 #include <QList>
 #include <QObject>
@@ -16,6 +17,7 @@
 #include <QVariantMap>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace tunedeck {
@@ -28,16 +30,15 @@ struct FirstsAnswer {
 
 /// Makes the program run once per session: the first process owns the program's name on the session bus. Any other
 /// process only asks the first to show itself or to carry out an action. Without a bus every process is the first.
-class ApplicationInstance : public QObject, protected QDBusContext {
+class ApplicationInstance : public QObject {
     Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
     /// Takes why an action is refused, as a text for the user; empty once it was carried out.
     using Answer = std::function<void(const QString &refusal)>;
-    /// Carries an action out, and returns why it refuses; empty if it does not. The token is for another program that
-    /// the action shows.
-    using CarryOut = std::function<QString(DesktopAction action, const ActivationToken &token)>;
+    /// Carries an action out, and calls `answer` once within two seconds. The token is for another program that the
+    /// action shows.
+    using CarryOut = std::function<void(DesktopAction action, const ActivationToken &token, const Answer &answer)>;
 
     explicit ApplicationInstance(const QDBusConnection &bus, QObject *parent = nullptr);
 
@@ -54,7 +55,7 @@ public:
     /// Carries the action out as soon as that is possible. Refuses it if that takes longer than a second, or if ten
     /// actions are waiting already.
     void requestAction(
-        DesktopAction action, const ActivationToken &token = {}, Answer answer = [](const QString &) {});
+        DesktopAction action, const ActivationToken &token = {}, Answer answer = [](const QString &) { });
     /// Call this when `carryOut` can carry out actions, except those that need Music. It must outlive the calls that
     /// come over D-Bus.
     void deliverActions(CarryOut carryOut);
@@ -63,11 +64,11 @@ public Q_SLOTS:
     /// Call this when the actions that need Music can be carried out too.
     void deliverMusicActions();
 
-    // The desktop, or another process of the program, calls these over D-Bus.
-    Q_SCRIPTABLE void Activate(const QVariantMap &platformData);
-    Q_SCRIPTABLE void Open(const QStringList &uris, const QVariantMap &platformData);
-    Q_SCRIPTABLE void ActivateAction(
-        const QString &actionName, const QVariantList &parameter, const QVariantMap &platformData);
+    // The desktop, or another process of the program, asks for these over D-Bus.
+    void Activate(const QVariantMap &platformData);
+    void ActivateAction(
+        const QString &actionName, const QVariantList &parameter, const QVariantMap &platformData,
+        const tunedeck::ApplicationInstance::Answer &answer = [](const QString &) { });
 
 Q_SIGNALS:
     // However many calls come over D-Bus, every 100 ms emit activated() once at most, with the token that came last,
@@ -92,12 +93,13 @@ private:
     void handleRequests();
     void deliverOneAction();
     void dropWaitingActions();
+    void activateSoon(const ActivationToken &token);
     void leaveUnused(const ActivationToken &token);
     [[nodiscard]] static QString busyText();
-    /// The answer to the D-Bus call that is being handled.
-    [[nodiscard]] Answer answerToCaller();
+    void handleCall(const QDBusMessage &call);
 
     QDBusConnection m_bus;
+    std::unique_ptr<IncomingCalls> m_calls;
     bool m_isFirst;
     bool m_isActivated = false;
     bool m_isActionRequested = false;

@@ -132,7 +132,7 @@ QFont fontFromName(const QString &name, const QFont &otherwise)
 
 DesktopFont::DesktopFont(const Appearance &appearance, QObject *parent)
     : DesktopFont(
-        appearance, unservedText(QGuiApplication::platformName(), QProcessEnvironment::systemEnvironment()), parent)
+          appearance, unservedText(QGuiApplication::platformName(), QProcessEnvironment::systemEnvironment()), parent)
 {
 }
 

@@ -41,6 +41,7 @@ FollowMenu::FollowMenu(QMenu &menu, const Environment &environment, QObject *par
     connect(&menu, &QMenu::aboutToShow, this, [this] {
         // Those of players that come while the menu is open are there from the start, and not visible.
         addEntries(mostChoices);
+        m_showsIcons = true;
         fill();
     });
     const auto refillIfOpen = [this] {
@@ -49,7 +50,14 @@ FollowMenu::FollowMenu(QMenu &menu, const Environment &environment, QObject *par
         }
     };
     connect(&m_players, &FollowablePlayers::followablePlayersChanged, this, refillIfOpen);
-    connect(&m_desktopEntries, &DesktopEntries::factsKnown, this, refillIfOpen);
+    connect(&m_desktopEntries, &DesktopEntries::factsKnown, this, [this](const QString &desktopEntry) {
+        // A global menu bar shows the menu, which then is not visible here, but may be open.
+        if (m_menu.isVisible()) {
+            refill();
+        } else if (m_showsIcons) {
+            addIcon(desktopEntry);
+        }
+    });
     connect(&m_defaults, &UserDefaults::valueChanged, this, refillIfOpen);
     // A global menu bar reads the menu before it opens.
     fill();
@@ -137,7 +145,28 @@ void FollowMenu::show(const FollowChoice &choice, QAction &entry)
     QFont font = m_menu.font();
     font.setBold(choice.isFollowed);
     entry.setFont(font);
-    if (entry.icon().isNull() && !choice.desktopEntry.isEmpty()) {
+    showIcon(choice, entry);
+}
+
+/// Changes nothing but the icons of the players with `desktopEntry`.
+void FollowMenu::addIcon(const QString &desktopEntry)
+{
+    const QList<FollowChoice> choices = this->choices();
+    for (const FollowChoice &choice : choices) {
+        if (choice.desktopEntry != desktopEntry) {
+            continue;
+        }
+        const auto entry = std::ranges::find_if(std::as_const(m_entries),
+            [&choice](const QAction *action) { return action->isVisible() && action->data() == choice.id; });
+        if (entry != m_entries.cend()) {
+            showIcon(choice, **entry);
+        }
+    }
+}
+
+void FollowMenu::showIcon(const FollowChoice &choice, QAction &entry)
+{
+    if (m_showsIcons && entry.icon().isNull() && !choice.desktopEntry.isEmpty()) {
         const std::optional<DesktopEntryFacts> facts = m_desktopEntries.facts(choice.desktopEntry);
         if (facts && facts->icon) {
             entry.setIcon(QIcon(QPixmap::fromImage(*facts->icon)));

@@ -43,6 +43,8 @@ private:
     /// Up to `count` of them in all.
     void addEntries(qsizetype count);
     void show(const FollowChoice &choice, QAction &entry);
+    void addIcon(const QString &desktopEntry);
+    void showIcon(const FollowChoice &choice, QAction &entry);
     void offerNeverFollow();
     [[nodiscard]] bool isRunning(const QString &id) const;
 
@@ -55,6 +57,8 @@ private:
     QAction *m_separator; ///< below the entries
     QAction *m_neverFollow; ///< its data() is the player's identifier
     bool m_isRefilling = false;
+    /// From when the menu first opens. Reading the desktop entries loads a library.
+    bool m_showsIcons = false;
 };
 
 } // namespace tunedeck

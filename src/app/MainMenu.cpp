@@ -1,19 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include "app/MainMenu.h"
 
+#include "above/keepAboveTexts.h"
 #include "app/AppDelegate.h"
+#include "app/sound/PlayThroughMenu.h"
 #include "drawer/PlaylistViewController.h"
 #include "music/FollowablePlayers.h"
 #include "music/MenuItemIdentifier.h"
+#include "music/MusicApplication.h"
 #include "music/followChoices.h"
+#include "music/outputChoices.h"
+#include "music/statusTexts.h"
 #include "platform/BundleInfo.h"
 #include "platform/UserDefaults.h"
-#include "platform/windowSystem.h"
 #include "player/ViewController.h"
 #include "widgets/literalTitle.h"
 #include "window/WindowController.h"
 
 #include <QApplication>
+#include <QList>
 #include <QMenuBar>
 #include <QShortcut>
 
@@ -72,7 +77,8 @@ QAction &MainMenu::playPauseMenuItem() const
 
 QAction *MainMenu::item(const QString &identifier) const
 {
-    for (QAction *action : m_windowController.window().actions()) {
+    const QList<QAction *> actions = m_windowController.window().actions();
+    for (QAction *action : actions) {
         if (action->objectName() == identifier) {
             return action;
         }
@@ -115,9 +121,11 @@ void MainMenu::buildApplicationMenu(QMenu &menu)
 
 void MainMenu::buildFileMenu(QMenu &menu)
 {
+    const MenuValidation::Validator canLaunch = [this](
+                                                    const QAction &) { return m_delegate.musicApp().canBeLaunched(); };
     QAction *open = addItem(menu,
-        {tr("Open \"Music\"", "Command to open main Music app"), MenuItemIdentifier::openMusicApp, {},
-            {m_delegateValidates, m_viewControllerValidates}});
+        {openMusicText(m_delegate.musicApp().canBeLaunched()), MenuItemIdentifier::openMusicApp, {},
+            {m_explains, m_delegateValidates, m_viewControllerValidates, canLaunch}});
     connect(open, &QAction::triggered, &m_delegate, &AppDelegate::openMusicApp);
     addShowPlayerItem(menu);
     menu.setToolTipsVisible(true);
@@ -168,6 +176,7 @@ void MainMenu::buildControlsMenu(QMenu &menu)
     addVolumeItem(menu,
         {tr("Volume Down", "Menu command"), MenuItemIdentifier::volumeDown, {Qt::CTRL | Qt::Key_Down}, {},
             Qt::ApplicationShortcut});
+    addPlayThroughMenu(menu);
 }
 
 void MainMenu::buildFollowMenu(QMenu &menu)
@@ -201,17 +210,15 @@ void MainMenu::buildWindowMenu(QMenu &menu)
 
 void MainMenu::addKeepAboveItem(QMenu &menu)
 {
-    const QString title = canKeepAbove()
-        ? tr("Keep Above All Other Windows", "For Menu Command labels: Keep Above All Other Windows")
-        : tr("Keep Above All Other Windows (Not Possible on Wayland)", "Menu command that is disabled");
-    const MenuValidation::Validator canBeToggled = [](QAction &item) { return canToggleKeepAbove(item.isChecked()); };
+    const MenuValidation::Validator setTexts = [this](QAction &item) {
+        const KeptAbove &keptAbove = m_windowController.keptAbove();
+        item.setText(keepAboveTitle(keptAbove.way()));
+        item.setToolTip(keepAboveToolTip(keptAbove.way()));
+        return keptAbove.canToggle();
+    };
     QAction *item = addItem(
-        menu, {title, MenuItemIdentifier::keepAboveAllWindows, {}, {m_windowControllerValidates, canBeToggled}});
-    if (!canKeepAbove()) {
-        item->setToolTip(tr("Use the window's menu instead: Alt+Space in GNOME, Alt+F3 in KDE Plasma.",
-            "Tooltip of the menu command to keep the window above all others"));
-        menu.setToolTipsVisible(true);
-    }
+        menu, {QString(), MenuItemIdentifier::keepAboveAllWindows, {}, {m_windowControllerValidates, setTexts}});
+    menu.setToolTipsVisible(true);
     item->setCheckable(true);
     connect(
         item, &QAction::triggered, &m_windowController, &WindowController::toggleKeepMainWindowAboveAllOtherWindows);
@@ -298,6 +305,17 @@ void MainMenu::addVolumeItem(QMenu &menu, const Command &command)
     m_validation.add(
         item, {m_explains, m_delegateValidates, m_viewControllerValidates, m_playlistViewControllerValidates});
     connect(item, &QAction::triggered, &m_delegate, [this, item] { m_delegate.volumeButtonPressed(*item); });
+}
+
+void MainMenu::addPlayThroughMenu(QMenu &menu)
+{
+    const MusicApplication &music = m_delegate.musicApp();
+    if (music.sound()) {
+        menu.addSeparator();
+        QMenu *outputs = menu.addMenu(outputMenuTitle());
+        outputs->menuAction()->setObjectName(QStringLiteral("PlayThrough"));
+        new PlayThroughMenu(*outputs, music, this);
+    }
 }
 
 } // namespace tunedeck

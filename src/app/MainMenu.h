@@ -65,6 +65,7 @@ private:
     void addKeepAboveItem(QMenu &menu);
     void addStopWaitingItem();
     void addVolumeItem(QMenu &menu, const Command &command);
+    void addPlayThroughMenu(QMenu &menu);
 
     AppDelegate &m_delegate;
     WindowController &m_windowController;

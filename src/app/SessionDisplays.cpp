@@ -10,12 +10,20 @@ namespace tunedeck {
 SessionDisplays SessionDisplays::fromEnvironment()
 {
     return {!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"), !qEnvironmentVariableIsEmpty("DISPLAY"),
-        !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")};
+        qEnvironmentVariable("QT_QPA_PLATFORM")};
 }
 
 bool SessionDisplays::canChooseXWayland() const
 {
-    return hasWayland && hasX11 && !isChosen;
+    return hasWayland && hasX11 && chosenPlatform.isEmpty();
+}
+
+bool SessionDisplays::leadToX11(bool isXWaylandWanted) const
+{
+    if (!chosenPlatform.isEmpty()) {
+        return hasX11 && chosenPlatform.startsWith(u"xcb");
+    }
+    return hasX11 && (!hasWayland || isXWaylandWanted);
 }
 
 bool SessionDisplays::offersXWayland(const QString &platformName, bool isXWaylandWanted) const

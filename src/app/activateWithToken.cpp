@@ -5,7 +5,9 @@
 #include "platform/ActivationToken.h"
 #include "platform/windowLog.h"
 #include "platform/windowSystem.h"
+#include "player/ViewController.h"
 #include "widgets/bringToFront.h"
+#include "widgets/canBeSeen.h"
 #include "window/WindowController.h"
 #include "x11/activateOnX11.h"
 #include "x11/x11.h"
@@ -52,6 +54,12 @@ QWindow &mainWindow(Application &application)
 {
     return *application.windowController().window().windowHandle();
 }
+
+bool isOnScreen(Application &application)
+{
+    const QWindow &window = mainWindow(application);
+    return window.isVisible() && canBeSeen(window);
+}
 } // namespace
 
 void activateWithToken(Application &application, const ActivationToken &token)
@@ -96,6 +104,30 @@ void reopenWithToken(Application &application, const ActivationToken &token)
     }
     activateOnX11(mainWindow(application), token);
     endStartupNotificationOnX11(token);
+}
+
+void showOrHideWithToken(Application &application, const ActivationToken &token)
+{
+    if (isOnScreen(application)) {
+        application.windowController().window().hide();
+        endStartupNotificationOnX11(token);
+    } else {
+        reopenWithToken(application, token);
+    }
+}
+
+void showOrHidePlaylistsWithToken(Application &application, const ActivationToken &token)
+{
+    const bool isWindowShown = !isOnScreen(application);
+    if (isWindowShown) {
+        reopenWithToken(application, token);
+    } else {
+        endStartupNotificationOnX11(token);
+    }
+    if (!isWindowShown || !application.windowController().isExpanded()) {
+        application.playlistViewController();
+        application.viewController().toggleDrawer();
+    }
 }
 
 } // namespace tunedeck

@@ -16,4 +16,10 @@ void showWithoutActivating(Application &application);
 /// `token`.
 void reopenWithToken(Application &application, const ActivationToken &token);
 
+/// Hides the application's window if it can be seen. Otherwise the same as reopenWithToken().
+void showOrHideWithToken(Application &application, const ActivationToken &token);
+
+/// Opens or closes the drawer. A window that cannot be seen is shown first, with `token`, and its drawer is then open.
+void showOrHidePlaylistsWithToken(Application &application, const ActivationToken &token);
+
 } // namespace tunedeck

@@ -3,25 +3,32 @@
 #include "app/DesktopAction.h"
 #include "app/Program.h"
 #include "app/SessionDisplays.h"
+#include "app/TerminationSignals.h"
 #include "app/installTranslators.h"
 #include "app/restartInPlace.h"
 #include "platform/ActivationToken.h"
 #include "platform/BundleInfo.h"
 #include "platform/LogLimit.h"
-#include "platform/SessionBus.h"
 #include "platform/UserDefaults.h"
+#include "platform/bus/SessionBus.h"
+#include "platform/fontConfiguration.h"
+#include "x11/WithoutSharedMemory.h"
 #include "x11/activateOnX11.h"
+#include "x11/expectedScale.h"
 
 #include <QApplication>
 #include <QCommandLineOption>
 #include <QCommandLineParser>
 #include <QFont>
 #include <QFontInfo>
+#include <QGuiApplication>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <latch>
 #include <malloc.h>
+#include <memory>
 #include <optional>
 #include <thread>
 #include <vector>
@@ -45,9 +52,19 @@ void say(const QString &message)
     std::fputs(qPrintable(QStringLiteral("tunedeck: %1\n").arg(message)), stderr);
 }
 
-/// The action that the program was started for, if any.
-std::optional<DesktopAction> parseCommandLine(const QCoreApplication &application)
+/// The start that the command line asks for.
+struct Request {
+    std::optional<DesktopAction> action;
+    Program::StartedBy startedBy = Program::StartedBy::User;
+};
+
+Request parseCommandLine(const QCoreApplication &application)
 {
+    const QCommandLineOption autostartOption(QStringLiteral("autostart"),
+        QCoreApplication::translate("main",
+            "For sessions that start Tunedeck: opens the window without the keyboard focus, and only while a player is "
+            "there if the preferences say so.",
+            "For --help"));
     const QCommandLineOption actionOption(QStringLiteral("action"),
         QCoreApplication::translate("main",
             "Carries out <name> in the running Tunedeck, or starts Tunedeck for it. <name> is one of: %1.",
@@ -59,23 +76,25 @@ std::optional<DesktopAction> parseCommandLine(const QCoreApplication &applicatio
         QCoreApplication::translate("main", "A small window that controls the running music player", "For --help"));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOption(actionOption);
+    parser.addOptions({actionOption, autostartOption});
     parser.process(application);
+    const auto startedBy = parser.isSet(autostartOption) ? Program::StartedBy::Session : Program::StartedBy::User;
     if (!parser.isSet(actionOption)) {
-        return std::nullopt;
+        return {std::nullopt, startedBy};
     }
     const std::optional<DesktopAction> action = desktopActionNamed(parser.value(actionOption));
     if (!action) {
         say(QCoreApplication::translate("main", "unknown action; see --help", "On the command line"));
         std::exit(EXIT_FAILURE);
     }
-    return action;
+    return {action, startedBy};
 }
 
 int askFirst(ApplicationInstance &instance, std::optional<DesktopAction> action, const ActivationToken &given)
 {
     // A user who starts the program in a terminal wants to see the window now.
-    const ActivationToken token = given == ActivationToken() && !action ? tokenOfNowOnX11() : given;
+    const bool wantsWindow = !action || showsWindow(*action);
+    const ActivationToken token = given == ActivationToken() && wantsWindow ? tokenOfNowOnX11() : given;
     instance.askFirst(action, token, [&token](const FirstsAnswer &answer) {
         if (!answer.isGiven) {
             endStartupNotificationOnX11(token);
@@ -91,13 +110,12 @@ int askFirst(ApplicationInstance &instance, std::optional<DesktopAction> action,
 /// Passes the user's wish to run through XWayland to Qt as an argument, because the programs that this one starts would
 /// inherit a variable. Qt falls back to Wayland if XWayland does not answer. A platform on the command line comes
 /// later in the list and wins.
-std::vector<char *> argumentsWithPlatform(int argc, char *argv[])
+std::vector<char *> argumentsWithPlatform(int argc, char *argv[], bool isXWaylandWanted)
 {
     static char option[] = "-platform";
     static char platforms[] = "xcb;wayland";
     std::vector<char *> arguments(argv, argv + argc);
-    if (SessionDisplays::fromEnvironment().canChooseXWayland()
-        && UserDefaults::storedBool(SettingsKey::startThroughXWayland)) {
+    if (isXWaylandWanted) {
         arguments.insert(arguments.begin() + std::min(argc, 1), {option, platforms});
     }
     arguments.push_back(nullptr);
@@ -112,15 +130,42 @@ void giveMemoryBack()
     ::mallopt(M_MMAP_THRESHOLD, large);
 }
 
-int run(int argc, char *argv[])
+/// Destroys the application, except on Wayland: Qt 6.4 sometimes waits there for ever for a thread of its own. The end
+/// of the process then closes the connection to the compositor.
+struct ApplicationDeleter {
+    void operator()(QApplication *application) const
+    {
+        if (!QGuiApplication::platformName().startsWith(u"wayland")) {
+            delete application;
+        }
+    }
+};
+
+using QtApplication = std::unique_ptr<QApplication, ApplicationDeleter>;
+
+/// `argc` must live as long as the application.
+QtApplication makeQtApplication(int &argc, char *argv[], bool isForX11)
+{
+    const EarlyX11Connection server = isForX11 ? connectToX11Early() : nullptr;
+    const WithoutSharedMemory whileQtConnects(server ? std::optional(expectedScale(*server)) : std::nullopt);
+    return QtApplication(new QApplication(argc, argv));
+}
+
+int run(int argc, char *argv[], bool isForX11)
 {
     const ActivationToken token = ActivationToken::takeFromEnvironment();
-    QApplication qtApplication(argc, argv);
+    const QtApplication qtApplication = makeQtApplication(argc, argv, isForX11);
     setUpNames();
-    installTranslators(qtApplication);
-    const std::optional<DesktopAction> action = parseCommandLine(qtApplication);
-    // Finding the installed fonts takes long. Meanwhile this thread talks to the bus and the players.
-    const std::jthread fonts([] { QFontInfo(QFont()).family(); });
+    installTranslators(*qtApplication);
+    const auto [action, startedBy] = parseCommandLine(*qtApplication);
+    // Listing and matching the installed fonts takes long, with new ones seconds. Meanwhile this thread talks to the
+    // bus.
+    std::latch fontsAreListed(1);
+    const std::jthread fonts([&fontsAreListed] {
+        useFontConfiguration(readFontConfiguration());
+        fontsAreListed.count_down();
+        QFontInfo(QFont()).family();
+    });
 
     SessionBus sessionBus;
     const QDBusConnection &bus = sessionBus.connection();
@@ -130,6 +175,9 @@ int run(int argc, char *argv[])
     }
     ApplicationInstance instance(bus);
     if (!instance.isFirst()) {
+        if (startedBy == Program::StartedBy::Session && !action) {
+            return EXIT_SUCCESS;
+        }
         return askFirst(instance, action, token);
     }
     if (action) {
@@ -140,7 +188,13 @@ int run(int argc, char *argv[])
         });
     }
 
-    const Program program(sessionBus, instance, token);
+    // A session ends the program as the user does, who finds the window where it was.
+    const TerminationSignals terminationSignals;
+    QObject::connect(
+        &terminationSignals, &TerminationSignals::received, qApp, [] { QCoreApplication::exit(EXIT_SUCCESS); });
+    // The window measures text.
+    fontsAreListed.wait();
+    const Program program(sessionBus, instance, token, startedBy);
     QObject::connect(&program, &Program::restartRequested, qApp, [] { QCoreApplication::exit(restartStatus); });
     return QApplication::exec();
 }
@@ -150,8 +204,12 @@ int main(int argc, char *argv[])
 {
     giveMemoryBack();
     LogLimit::install();
-    std::vector<char *> arguments = argumentsWithPlatform(argc, argv);
-    const int status = run(static_cast<int>(arguments.size()) - 1, arguments.data());
+    const SessionDisplays displays = SessionDisplays::fromEnvironment();
+    const bool isXWaylandWanted =
+        displays.canChooseXWayland() && UserDefaults::storedBool(SettingsKey::startThroughXWayland);
+    std::vector<char *> arguments = argumentsWithPlatform(argc, argv, isXWaylandWanted);
+    const int status =
+        run(static_cast<int>(arguments.size()) - 1, arguments.data(), displays.leadToX11(isXWaylandWanted));
     if (status != restartStatus) {
         return status;
     }

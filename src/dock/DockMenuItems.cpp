@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "dock/DockMenuItems.h"
 
+#include "above/keepAboveTexts.h"
+#include "dock/addOutputItems.h"
 #include "music/MenuItemIdentifier.h"
 #include "music/statusTexts.h"
 #include "widgets/literalTitle.h"
@@ -50,6 +52,7 @@ std::unique_ptr<QMenu> DockMenuItems::menu(const Commands &commands) const
     addTransportBlock(*menu, commands);
     menu->addSeparator();
     addShowPlayerItem(*menu, commands);
+    addOutputMenu(*menu, commands);
     addKeepAboveItem(*menu, commands);
     addFollowMenu(*menu, commands);
     return menu;
@@ -71,8 +74,9 @@ void DockMenuItems::addTrackBlock(QMenu &menu) const
 void DockMenuItems::addTransportBlock(QMenu &menu, const Commands &commands) const
 {
     if (!isMusicAppRunning) {
-        addItem(menu, tr("Open \"Music\"", "Command to open main Music app"), MenuItemIdentifier::openMusicApp,
-            commands.openMusicApp, commands);
+        QAction *open = addItem(
+            menu, openMusicText(canOpenMusicApp), MenuItemIdentifier::openMusicApp, commands.openMusicApp, commands);
+        open->setEnabled(canOpenMusicApp && open->isEnabled());
         return;
     }
     addItem(menu, playPauseTitle, MenuItemIdentifier::playPause, commands.playPause, commands);
@@ -91,15 +95,22 @@ void DockMenuItems::addShowPlayerItem(QMenu &menu, const Commands &commands) con
     }
 }
 
+void DockMenuItems::addOutputMenu(QMenu &menu, const Commands &commands) const
+{
+    if (outputChoices) {
+        QMenu *outputs = menu.addMenu(outputMenuTitle());
+        outputs->menuAction()->setObjectName(QStringLiteral("PlayThrough"));
+        addOutputItems(*outputs, *outputChoices, commands.receiver, commands.playThrough);
+    }
+}
+
 void DockMenuItems::addKeepAboveItem(QMenu &menu, const Commands &commands) const
 {
-    const QString title = canBeKeptAbove
-        ? tr("Keep Above All Other Windows", "For Menu Command labels: Keep Above All Other Windows")
-        : tr("Keep Above All Other Windows (Not Possible on Wayland)", "Menu command that is disabled");
-    QAction *item = addItem(menu, title, MenuItemIdentifier::keepAboveAllWindows, commands.toggleKeepAbove, commands);
+    QAction *item = addItem(
+        menu, keepAboveTitle(aboveWay), MenuItemIdentifier::keepAboveAllWindows, commands.toggleKeepAbove, commands);
     item->setCheckable(true);
     item->setChecked(isKeptAbove);
-    item->setEnabled(canBeKeptAbove || isKeptAbove);
+    item->setEnabled(isKeptAbove || isPossible(aboveWay));
 }
 
 void DockMenuItems::addFollowMenu(QMenu &menu, const Commands &commands) const

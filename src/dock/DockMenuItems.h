@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "above/AboveWay.h"
 #include "music/FollowablePlayers.h"
 #include "music/MusicConnectorTrack.h"
 #include "music/followChoices.h"
+#include "music/outputChoices.h"
 
 #include <QCoreApplication>
 #include <QList>
@@ -36,19 +38,23 @@ public:
         /// Follows the player with this identifier; the program chooses one if it is empty.
         std::function<void(const QString &id)> follow;
         std::function<void(const QString &id)> neverFollow;
+        /// Moves the player's sound to the output with this identifier; to the default one if it is empty.
+        std::function<void(const QString &id)> playThrough;
         /// Returns whether the command of `item`, which its object name identifies, is enabled.
         std::function<bool(const QAction &item)> validate;
     };
 
     std::optional<MusicConnectorTrack> track;
     bool isMusicAppRunning = false;
+    bool canOpenMusicApp = true;
     bool isLiveStream = false; ///< such a stream has no next and no previous track
     QString playPauseTitle;
     QString playerName; ///< may be empty
     bool isKeptAbove = false;
-    bool canBeKeptAbove = true; ///< otherwise the user can only switch it off
+    AboveWay aboveWay = AboveWay::Window; ///< where there is none, the user can only switch it off
     QList<FollowChoice> followChoices; ///< of a submenu, which needs two
     std::optional<FollowablePlayer> followedPlayer;
+    std::optional<OutputChoices> outputChoices; ///< of a submenu; none without a player or a sound server
     /// The name of the icon of the desktop entry with this identifier; empty if it is not known.
     std::function<QString(const QString &desktopEntry)> iconName;
 
@@ -58,6 +64,7 @@ private:
     void addTrackBlock(QMenu &menu) const;
     void addTransportBlock(QMenu &menu, const Commands &commands) const;
     void addShowPlayerItem(QMenu &menu, const Commands &commands) const;
+    void addOutputMenu(QMenu &menu, const Commands &commands) const;
     void addKeepAboveItem(QMenu &menu, const Commands &commands) const;
     void addFollowMenu(QMenu &menu, const Commands &commands) const;
 };

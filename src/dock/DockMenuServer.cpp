@@ -5,7 +5,6 @@
 
 #include <QAction>
 #include <QActionGroup>
-#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QGuiApplication>
@@ -163,17 +162,15 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, DockMenuEvent &ev
 DockMenuServer::DockMenuServer(const QDBusConnection &bus, Builder build, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
+    , m_calls(bus, menuPath, *this)
     , m_build(std::move(build))
-    , m_unityWatcher(unityService, bus, QDBusServiceWatcher::WatchForRegistration)
+    , m_unityWatcher(unityService, bus, QDBusServiceWatcher::WatchForRegistration, this)
 {
     registerTypes();
     m_updateTimer.setSingleShot(true);
     m_updateTimer.setInterval(0);
     connect(&m_updateTimer, &QTimer::timeout, this, &DockMenuServer::rebuild);
     connect(&m_unityWatcher, &QDBusServiceWatcher::serviceRegistered, this, &DockMenuServer::announce);
-    m_bus.registerObject(menuPath, this,
-        QDBusConnection::ExportScriptableSlots | QDBusConnection::ExportScriptableSignals
-            | QDBusConnection::ExportScriptableProperties);
     announce();
 }
 
@@ -211,7 +208,7 @@ uint DockMenuServer::GetLayout(
     rebuild();
     const DockMenuItem *parent = item(parentId);
     if (!parent) {
-        refuse();
+        m_isRefused = true;
         return m_revision;
     }
     m_isRead = true;
@@ -231,20 +228,20 @@ QList<tunedeck::DockMenuItem> DockMenuServer::GetGroupProperties(
     return group;
 }
 
-QDBusVariant DockMenuServer::GetProperty(int id, const QString &name)
+QVariant DockMenuServer::GetProperty(int id, const QString &name)
 {
     const DockMenuItem *found = item(id);
     if (!found || !found->properties.contains(name)) {
-        refuse();
+        m_isRefused = true;
         return {};
     }
-    return QDBusVariant(found->properties.value(name));
+    return found->properties.value(name);
 }
 
-void DockMenuServer::Event(int id, const QString &eventId, const QDBusVariant &, uint)
+void DockMenuServer::Event(int id, const QString &eventId)
 {
     if (!item(id)) {
-        refuse();
+        m_isRefused = true;
     } else if (eventId == clicked) {
         click(id);
     }
@@ -262,7 +259,7 @@ QList<int> DockMenuServer::EventGroup(const QList<tunedeck::DockMenuEvent> &even
         }
     }
     if (!events.isEmpty() && unknown.size() == events.size()) {
-        refuse();
+        m_isRefused = true;
         return {};
     }
     for (const int id : clickedItems) {
@@ -275,7 +272,7 @@ bool DockMenuServer::AboutToShow(int id)
 {
     const bool hasChanged = rebuild();
     if (!item(id)) {
-        refuse();
+        m_isRefused = true;
     }
     return hasChanged && isMenu(id);
 }
@@ -285,7 +282,7 @@ QList<int> DockMenuServer::AboutToShowGroup(const QList<int> &ids, QList<int> &i
     const bool hasChanged = rebuild();
     std::copy_if(ids.begin(), ids.end(), std::back_inserter(idErrors), [this](int id) { return !item(id); });
     if (!ids.isEmpty() && idErrors.size() == ids.size()) {
-        refuse();
+        m_isRefused = true;
     }
     QList<int> changed;
     if (hasChanged) {
@@ -315,7 +312,7 @@ bool DockMenuServer::rebuild()
     }
     ++m_revision;
     if (std::exchange(m_isRead, false)) {
-        Q_EMIT LayoutUpdated(m_revision, rootId);
+        reportChange();
     }
     return true;
 }
@@ -362,7 +359,8 @@ DockMenuLayout DockMenuServer::layoutOf(const DockMenuItem &item, int depth, con
     if (depth == 0) {
         return layout;
     }
-    for (const int id : m_tree.children.value(item.id)) {
+    const QList<int> children = m_tree.children.value(item.id);
+    for (const int id : children) {
         // A depth below 0 is no limit.
         const DockMenuLayout child = layoutOf(*this->item(id), std::max(depth - 1, -1), propertyNames);
         layout.children.append(QVariant::fromValue(child));
@@ -390,9 +388,11 @@ void DockMenuServer::click(int id)
     }
 }
 
-void DockMenuServer::refuse() const
+void DockMenuServer::reportChange()
 {
-    sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("No such item or property"));
+    QDBusMessage signal = QDBusMessage::createSignal(menuPath, interface, QStringLiteral("LayoutUpdated"));
+    signal << m_revision << rootId;
+    m_bus.send(signal);
 }
 
 } // namespace tunedeck

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "dock/DockMenuCalls.h"
+
 #include <QDBusArgument>
 #include <QDBusConnection>
-#include <QDBusContext>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QHash>
+#include <QLatin1String>
 #include <QList>
 #include <QMenu>
 #include <QObject>
@@ -17,6 +19,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 class QAction;
 
@@ -58,15 +61,12 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, DockMenuEvent &ev
 /// An action keeps its item id when the menu is rebuilt if it is in the same menu and has the same object name. An
 /// action without an object name keeps it if it is of the same kind and in the same position. An action of an exclusive
 /// group is a radio item. The data() of an action, a text, is the name of its icon.
-class DockMenuServer : public QObject, protected QDBusContext {
+class DockMenuServer : public QObject {
     Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
-    Q_PROPERTY(uint Version READ version CONSTANT)
-    Q_PROPERTY(QString TextDirection READ textDirection CONSTANT)
-    Q_PROPERTY(QString Status READ status CONSTANT)
-    Q_PROPERTY(QStringList IconThemePath READ iconThemePath CONSTANT)
 
 public:
+    static constexpr QLatin1String interface{"com.canonical.dbusmenu"};
+
     using Builder = std::function<std::unique_ptr<QMenu>()>;
 
     /// `build` makes a new menu whenever one is needed. The constructor announces the menu to docks.
@@ -77,23 +77,21 @@ public:
     [[nodiscard]] QString status() const;
     [[nodiscard]] QStringList iconThemePath() const;
 
+    // Docks ask for these over D-Bus.
+    uint GetLayout(
+        int parentId, int recursionDepth, const QStringList &propertyNames, tunedeck::DockMenuLayout &layout);
+    QList<tunedeck::DockMenuItem> GetGroupProperties(const QList<int> &ids, const QStringList &propertyNames);
+    QVariant GetProperty(int id, const QString &name);
+    void Event(int id, const QString &eventId);
+    QList<int> EventGroup(const QList<tunedeck::DockMenuEvent> &events);
+    bool AboutToShow(int id);
+    QList<int> AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors);
+    /// Whether one of these was asked for an item or property that does not exist, since the last call.
+    [[nodiscard]] bool takeRefusal() { return std::exchange(m_isRefused, false); }
+
 public Q_SLOTS:
     /// Call this when the menu's contents may have changed.
     void update();
-
-    // Docks call these over D-Bus. Do not call them from the program.
-    Q_SCRIPTABLE uint GetLayout(
-        int parentId, int recursionDepth, const QStringList &propertyNames, tunedeck::DockMenuLayout &layout);
-    Q_SCRIPTABLE QList<tunedeck::DockMenuItem> GetGroupProperties(
-        const QList<int> &ids, const QStringList &propertyNames);
-    Q_SCRIPTABLE QDBusVariant GetProperty(int id, const QString &name);
-    Q_SCRIPTABLE void Event(int id, const QString &eventId, const QDBusVariant &data, uint timestamp);
-    Q_SCRIPTABLE QList<int> EventGroup(const QList<tunedeck::DockMenuEvent> &events);
-    Q_SCRIPTABLE bool AboutToShow(int id);
-    Q_SCRIPTABLE QList<int> AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors);
-
-Q_SIGNALS:
-    Q_SCRIPTABLE void LayoutUpdated(uint revision, int parent);
 
 private:
     struct Tree {
@@ -116,9 +114,10 @@ private:
     [[nodiscard]] int idOf(const QString &key);
     [[nodiscard]] const DockMenuItem *item(int id);
     void click(int id);
-    void refuse() const;
+    void reportChange();
 
     QDBusConnection m_bus;
+    DockMenuCalls m_calls;
     Builder m_build;
     QDBusServiceWatcher m_unityWatcher;
     QTimer m_updateTimer{this};
@@ -129,6 +128,7 @@ private:
     int m_lastId = 0;
     uint m_revision = 0;
     bool m_isRead = false;
+    bool m_isRefused = false;
 };
 
 } // namespace tunedeck

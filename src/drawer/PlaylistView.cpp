@@ -9,6 +9,7 @@
 #include "widgets/names.h"
 
 #include <QFontMetricsF>
+#include <QResizeEvent>
 
 #include <algorithm>
 #include <cmath>

@@ -7,6 +7,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <utility>
 
 namespace tunedeck {
 
@@ -44,7 +45,7 @@ HelpBook::HelpBook(const QString &folder, const QLocale &reader)
     QStringList names = pagesIn(original) + pagesIn(translation);
     names.sort();
     names.removeDuplicates();
-    for (const QString &name : names) {
+    for (const QString &name : std::as_const(names)) {
         std::optional<HelpPage> page = readFile(translation + name);
         if (!page) {
             page = readFile(original + name);
@@ -82,7 +83,7 @@ QList<HelpTopic> HelpBook::search(const QString &text) const
     }
     std::ranges::stable_sort(hits, {}, [](const auto &hit) { return hit.first; });
     QList<HelpTopic> topics;
-    for (const auto &hit : hits) {
+    for (const auto &hit : std::as_const(hits)) {
         topics.append(hit.second);
     }
     return topics;
@@ -95,7 +96,8 @@ void HelpBook::add(const QString &name, const HelpPage &page)
     m_contents.append(whole);
     const QString pageTitle = folded(page.title);
     m_entries.append({whole, {pageTitle, folded(page.keywords), folded(page.sections.first().text)}});
-    for (const HelpSection &section : page.sections.sliced(1)) {
+    const QList<HelpSection> others = page.sections.sliced(1);
+    for (const HelpSection &section : others) {
         const HelpTopic topic{name, page.title, section.anchor, section.title};
         // The keywords belong to the whole page.
         m_entries.append({topic, {folded(section.title), QString(), folded(section.text), pageTitle}});

@@ -4,6 +4,8 @@
 #include "music/MusicApplication.h"
 #include "music/typedValue.h"
 
+#include <QVariantList>
+
 #include <algorithm>
 #include <chrono>
 #include <utility>

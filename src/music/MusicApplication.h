@@ -2,6 +2,7 @@
 #pragma once
 
 #include "music/MusicTypes.h"
+#include "music/PlayerProcess.h"
 
 #include <QObject>
 #include <QString>
@@ -11,6 +12,7 @@
 
 namespace tunedeck {
 
+class PlayerSound;
 struct ActivationToken;
 
 /// A playlist of Music. A field that Music does not answer is none.
@@ -49,6 +51,8 @@ public:
     /// False while a running Music lets its deadlines pass. Reads then return the last known state, and no command
     /// reaches Music.
     [[nodiscard]] virtual bool isResponding() const { return true; }
+    /// Whether activate() may launch Music: not in a sandbox, for example.
+    [[nodiscard]] virtual bool canBeLaunched() const { return true; }
     /// Launches Music. Returns false if nothing was launched.
     virtual bool activate() = 0;
     /// Whether the display is visible; at first it is. While it is not, a state that Music does not announce may be
@@ -57,6 +61,8 @@ public:
 
     /// The player's name for people: plain text of one line and at most 60 characters. Empty while Music does not run.
     [[nodiscard]] virtual QString playerName() const { return {}; }
+    /// The process that speaks for the player. None while Music does not run. It may also change with playerInfo().
+    [[nodiscard]] virtual std::optional<PlayerProcess> playerProcess() const { return std::nullopt; }
     /// Whether Music answers showPlayer().
     [[nodiscard]] virtual bool canShowPlayer() const { return false; }
     /// Brings the player's own window to the front. The player takes the keyboard focus with `token`, which may be
@@ -73,6 +79,11 @@ public:
     [[nodiscard]] virtual std::optional<int> soundVolume() const = 0;
     /// A volume outside 0 to 100 becomes the nearer of the two.
     virtual bool setSoundVolume(qint64 volume) = 0;
+    /// Whether the volume is that of Music's streams on the sound server, because Music has none of its own that it
+    /// lets others set.
+    [[nodiscard]] virtual bool isVolumeOfStreams() const { return false; }
+    /// Music's streams on the sound server; null if the program knows no sound server.
+    [[nodiscard]] virtual PlayerSound *sound() const { return nullptr; }
     [[nodiscard]] virtual std::optional<bool> shuffleEnabled() const = 0;
     virtual bool setShuffleEnabled(bool enabled) = 0;
     /// One of SongRepeat.
@@ -118,8 +129,11 @@ Q_SIGNALS:
     void playerInfo(const QVariantMap &userInfo);
     /// Position, volume, shuffle or repeat changed without the track or the state.
     void playbackSettingsDidChange();
-    /// answerTo() changed for a control. A launch or a change of player is announced by didLaunch() alone.
+    /// answerTo() changed for a control, or isVolumeOfStreams(). A launch or a change of player is announced by
+    /// didLaunch() alone.
     void controlsDidChange();
+    /// The state of sound() changed in more than the volume.
+    void soundDidChange();
     void didLaunch();
     void didTerminate();
     void respondingDidChange(bool isResponding);

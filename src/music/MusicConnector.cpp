@@ -103,6 +103,7 @@ MusicConnector::MusicConnector(MusicApplication &musicApp, const WindowActivatio
 
     connect(&m_musicApp, &MusicApplication::playerInfo, this, &MusicConnector::playerInfoDidArrive);
     connect(&m_musicApp, &MusicApplication::playbackSettingsDidChange, this, &MusicConnector::refreshPlaybackSettings);
+    connect(&m_musicApp, &MusicApplication::soundDidChange, &m_jobs, &BackgroundJobs::readAudioOutputNames);
     connect(&m_musicApp, &MusicApplication::didLaunch, this, &MusicConnector::nativeMusicAppDidLaunch);
     connect(&m_musicApp, &MusicApplication::didTerminate, this, &MusicConnector::nativeMusicAppDidTerminate);
     connect(

@@ -40,10 +40,12 @@ inline constexpr FourCharCode one = fourCharCode("kRp1");
 inline constexpr FourCharCode all = fourCharCode("kAll");
 } // namespace SongRepeat
 
-/// MusicEKnd: the kinds of audio output that the display does not name.
+/// MusicEKnd. The first two are the kinds of audio output that the display does not name.
 namespace AirPlayDeviceKind {
 inline constexpr FourCharCode unknown = fourCharCode("kAPU");
 inline constexpr FourCharCode computer = fourCharCode("kAPC");
+inline constexpr FourCharCode bluetooth = fourCharCode("kAPB");
+inline constexpr FourCharCode other = fourCharCode("kAPO"); ///< any other device apart from the computer
 } // namespace AirPlayDeviceKind
 
 /// The keys of MusicApplication::playerInfo.

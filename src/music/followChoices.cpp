@@ -17,7 +17,7 @@ FollowChoice automaticChoice(const FollowablePlayers &players, bool isChosen)
     const std::optional<FollowablePlayer> followed = isChosen ? followedPlayer(players) : std::nullopt;
     const QString text = followed
         ? QCoreApplication::translate(
-            "tunedeck", "Automatic (%1)", "In the list of players to follow: the one that plays, which is %1 now")
+              "tunedeck", "Automatic (%1)", "In the list of players to follow: the one that plays, which is %1 now")
               .arg(followed->name)
         : QCoreApplication::translate("tunedeck", "Automatic", "In the list of players to follow: the one that plays");
     return {.id = {}, .text = menuText(text), .desktopEntry = {}, .isChosen = isChosen};
@@ -34,7 +34,7 @@ QString textOf(const FollowablePlayer &player)
     }
     return menuText(QCoreApplication::translate(
         "tunedeck", "%1: %2", "In the list of players to follow: the player, and the track that it plays")
-                        .arg(name, menuText(player.title)));
+            .arg(name, menuText(player.title)));
 }
 
 /// `text`, or if an entry has it already, with the first number from 2 on that makes it another. `numbers` has the

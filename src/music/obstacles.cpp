@@ -44,6 +44,15 @@ QString ignoredText(MusicControl control)
     fatalError("Impossible control");
 }
 
+QString obstacleToLaunch(const MusicApplication &music)
+{
+    return music.canBeLaunched()
+        ? QString()
+        : QCoreApplication::translate("tunedeck",
+              "The sandbox that Tunedeck runs in lets it start no other programs. Start your player yourself.",
+              "Tooltip of a disabled menu command");
+}
+
 QString obstacleToShowing(const MusicApplication &music)
 {
     if (const QString silence = obstacleToCommands(music); !silence.isEmpty()) {
@@ -82,7 +91,7 @@ QString obstacleToOtherTracks(const MusicConnector &musicConnector)
     const QString silence = obstacleToCommands(musicConnector.musicApp());
     return silence.isEmpty() && musicConnector.feedType() == FeedType::liveStream
         ? QCoreApplication::translate("tunedeck", "Live audio has no other tracks",
-            "Tooltip of what goes to the next and previous track, while it is disabled")
+              "Tooltip of what goes to the next and previous track, while it is disabled")
         : silence;
 }
 
@@ -90,6 +99,9 @@ QString obstacleToMenuItem(const QString &identifier, const MusicConnector &musi
 {
     using namespace MenuItemIdentifier;
     const MusicApplication &music = musicConnector.musicApp();
+    if (identifier == openMusicApp) {
+        return obstacleToLaunch(music);
+    }
     if (!music.isRunning()) {
         return {};
     }

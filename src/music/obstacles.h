@@ -10,8 +10,8 @@ namespace tunedeck {
 class MusicApplication;
 class MusicConnector;
 
-// Texts for the user that say why a control of Music cannot be used. Empty where it can be, and while Music does not
-// run.
+// Texts for the user that say why a control of Music cannot be used. Empty where it can be, and, but for the command
+// that launches Music, while Music does not run.
 
 /// Why no command reaches Music: "Strawberry is not responding".
 [[nodiscard]] QString obstacleToCommands(const MusicApplication &music);

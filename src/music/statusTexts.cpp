@@ -25,11 +25,18 @@ QString playerIsNotRespondingText(const QString &playerName)
         .arg(playerName);
 }
 
+QString openMusicText(bool canBeLaunched)
+{
+    return canBeLaunched ? QCoreApplication::translate("tunedeck", "Open \"Music\"", "Command to open main Music app")
+                         : QCoreApplication::translate("tunedeck", "Open \"Music\" (Not Possible in a Sandbox)",
+                               "Menu command that is disabled");
+}
+
 QString playerNameText(const MusicApplication &music)
 {
     const QString name = music.playerName();
     return name.isEmpty() ? QCoreApplication::translate(
-               "tunedeck", "Music", "In place of the name of a player that has none: the music player")
+                                "tunedeck", "Music", "In place of the name of a player that has none: the music player")
                           : name;
 }
 

@@ -15,6 +15,8 @@ class MusicApplication;
 [[nodiscard]] QString noSongText();
 /// "Strawberry is not responding", for the display and for the controls that are then disabled.
 [[nodiscard]] QString playerIsNotRespondingText(const QString &playerName);
+/// "Open "Music"", the command that launches Music. Says so if it can only be started elsewhere.
+[[nodiscard]] QString openMusicText(bool canBeLaunched);
 /// The name of the player that `music` is, or "Music" where it has none.
 [[nodiscard]] QString playerNameText(const MusicApplication &music);
 /// "Show Strawberry", the command that shows the player's own window; "Show Player" if `playerName` is empty.

@@ -2,17 +2,16 @@
 #include "platform/Appearance.h"
 
 #include "platform/UserDefaults.h"
+#include "platform/bus/PortalSettings.h"
 #include "platform/shortened.h"
 #include "platform/windowLog.h"
 
-#include <QDBusArgument>
 #include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
-#include <QDBusVariant>
 #include <QEvent>
 #include <QGuiApplication>
+#include <QLatin1String>
+#include <QList>
+#include <QVariantList>
 
 #include <algorithm>
 #include <array>
@@ -21,21 +20,16 @@
 namespace tunedeck {
 
 namespace {
-constexpr QLatin1String portalPath("/org/freedesktop/portal/desktop");
-constexpr QLatin1String portalInterface("org.freedesktop.portal.Settings");
 constexpr QLatin1String appearanceGroup("org.freedesktop.appearance");
 constexpr QLatin1String colorSchemeKey("color-scheme");
 constexpr QLatin1String accentColorKey("accent-color");
+constexpr QLatin1String contrastKey("contrast");
 constexpr QLatin1String gnomeGroup("org.gnome.desktop.interface");
 constexpr QLatin1String animationsKey("enable-animations");
 constexpr QLatin1String textScaleKey("text-scaling-factor");
 constexpr QLatin1String fontNameKey("font-name");
 constexpr QLatin1String kdeGroup("org.kde.kdeglobals.KDE");
 constexpr QLatin1String animationDurationKey("AnimationDurationFactor");
-constexpr QLatin1String readOneMethod("ReadOne");
-
-/// In milliseconds. The bus may have to start the portal and its backends first.
-constexpr int portalDeadline = 10'000;
 /// A smaller text could not be read, a larger one would fill the screen.
 constexpr double leastTextScale = 0.5;
 constexpr double mostTextScale = 3;
@@ -50,15 +44,6 @@ bool isGrey(const Components &color)
     return *most - *least < 0.1;
 }
 
-/// Read wraps a value twice, ReadOne once.
-QVariant unwrapped(QVariant value)
-{
-    while (value.metaType() == QMetaType::fromType<QDBusVariant>()) {
-        value = value.value<QDBusVariant>().variant();
-    }
-    return value;
-}
-
 std::optional<bool> decodeColorScheme(const QVariant &value)
 {
     constexpr uint preferDark = 1;
@@ -67,19 +52,20 @@ std::optional<bool> decodeColorScheme(const QVariant &value)
     return scheme == preferDark || scheme == preferLight ? std::optional(scheme == preferDark) : std::nullopt;
 }
 
+bool decodeContrast(const QVariant &value)
+{
+    constexpr uint high = 1;
+    return value.typeId() == QMetaType::UInt && value.toUInt() == high;
+}
+
 std::optional<bool> decodeAccentColor(const QVariant &value)
 {
-    if (value.metaType() != QMetaType::fromType<QDBusArgument>()) {
-        return std::nullopt;
-    }
-    const auto argument = value.value<QDBusArgument>();
-    if (argument.currentSignature() != QStringLiteral("(ddd)")) {
-        return std::nullopt;
-    }
+    const QVariantList parts = value.toList();
     Components color;
-    argument.beginStructure();
-    argument >> color[0] >> color[1] >> color[2];
-    argument.endStructure();
+    if (size_t(parts.size()) != color.size()) {
+        return std::nullopt;
+    }
+    std::ranges::transform(parts, color.begin(), [](const QVariant &part) { return part.toDouble(); });
     // The portal sends values out of range if no accent colour is set.
     const bool isSet = std::all_of(color.begin(), color.end(), [](double c) { return c >= 0 && c <= 1; });
     return isSet && isGrey(color);
@@ -105,17 +91,22 @@ Appearance::Appearance(UserDefaults &defaults, const QDBusConnection &bus, QObje
 {
     qGuiApp->installEventFilter(this);
     update();
-
-    // A D-Bus connection looks up the types of slots by name, and QDBusVariant has no name before its first use.
-    qRegisterMetaType<QDBusVariant>();
     setBus(bus);
 }
 
+Appearance::~Appearance() = default;
+
 void Appearance::setBus(const QDBusConnection &bus)
 {
-    followPortal(bus, appearanceGroup, {colorSchemeKey, accentColorKey});
-    followPortal(bus, gnomeGroup, {animationsKey, textScaleKey, fontNameKey});
-    followPortal(bus, kdeGroup, {animationDurationKey});
+    m_settings = std::make_unique<PortalSettings>(bus,
+        QList<PortalKey>{{appearanceGroup, colorSchemeKey}, {appearanceGroup, accentColorKey},
+            {appearanceGroup, contrastKey}, {gnomeGroup, animationsKey}, {gnomeGroup, textScaleKey},
+            {gnomeGroup, fontNameKey}, {kdeGroup, animationDurationKey}},
+        this);
+    connect(m_settings.get(), &PortalSettings::read, this, &Appearance::applyPortalValue);
+    connect(m_settings.get(), &PortalSettings::failed, this, [](const PortalKey &key, const QString &reason) {
+        qCDebug(windowLog) << "portal:" << key.group << key.key << shortened(reason);
+    });
 }
 
 void Appearance::setApplicationAppearance(std::optional<AppearanceName> name)
@@ -151,57 +142,26 @@ Appearance::System Appearance::readPalette()
     return system;
 }
 
-void Appearance::followPortal(QDBusConnection bus, const QString &group, const QStringList &keys)
-{
-    // clang-format off
-    // Given a service name, the connection would ask the bus for its owner and wait for the answer.
-    bus.connect(QString(), portalPath, portalInterface, QStringLiteral("SettingChanged"),
-        {group}, QString(), this, SLOT(portalSettingChanged(QString,QString,QDBusVariant)));
-    // clang-format on
-    for (const QString &key : keys) {
-        askPortal(bus, readOneMethod, {group, key});
-    }
-}
-
-void Appearance::askPortal(const QDBusConnection &bus, const QString &method, const PortalKey &asked)
-{
-    // This call may start the service: a portal runs only once it is needed.
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.portal.Desktop"), portalPath, portalInterface, method);
-    message << asked.group << asked.key;
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, portalDeadline), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, bus, method, asked, watcher] {
-        watcher->deleteLater();
-        const QDBusPendingReply<QDBusVariant> reply = *watcher;
-        if (reply.isValid()) {
-            applyPortalValue(asked, reply.value().variant());
-        } else if (reply.error().type() == QDBusError::UnknownMethod && method == readOneMethod) {
-            askPortal(bus, QStringLiteral("Read"), asked);
-        } else {
-            qCDebug(windowLog) << "portal:" << asked.group << asked.key << shortened(reply.error().message());
-        }
-    });
-}
-
 void Appearance::applyPortalValue(const PortalKey &changed, const QVariant &value)
 {
     const auto isKey = [&changed](QLatin1String group, QLatin1String key) {
         return changed.group == group && changed.key == key;
     };
-    const QVariant plain = unwrapped(value);
     if (isKey(appearanceGroup, colorSchemeKey)) {
-        m_portal.dark = decodeColorScheme(plain);
+        m_portal.dark = decodeColorScheme(value);
     } else if (isKey(appearanceGroup, accentColorKey)) {
-        m_portal.graphite = decodeAccentColor(plain);
-    } else if (isKey(gnomeGroup, animationsKey) && plain.typeId() == QMetaType::Bool) {
-        m_portal.gnomeReducesMotion = !plain.toBool();
+        m_portal.graphite = decodeAccentColor(value);
+    } else if (isKey(appearanceGroup, contrastKey)) {
+        setHighContrast(decodeContrast(value));
+    } else if (isKey(gnomeGroup, animationsKey) && value.typeId() == QMetaType::Bool) {
+        m_portal.gnomeReducesMotion = !value.toBool();
     } else if (isKey(gnomeGroup, textScaleKey)) {
-        setText({decodeTextScale(plain), m_text.fontName});
+        setText({decodeTextScale(value), m_text.fontName});
     } else if (isKey(gnomeGroup, fontNameKey)) {
-        setText({m_text.scale, decodeFontName(plain)});
-    } else if (isKey(kdeGroup, animationDurationKey) && plain.typeId() == QMetaType::QString) {
+        setText({m_text.scale, decodeFontName(value)});
+    } else if (isKey(kdeGroup, animationDurationKey) && value.typeId() == QMetaType::QString) {
         bool isNumber = false;
-        const double factor = plain.toString().toDouble(&isNumber);
+        const double factor = value.toString().toDouble(&isNumber);
         m_portal.kdeReducesMotion = isNumber && factor <= 0;
     }
     update();
@@ -211,6 +171,13 @@ void Appearance::setText(const Text &text)
 {
     if (text != std::exchange(m_text, text)) {
         Q_EMIT textChanged();
+    }
+}
+
+void Appearance::setHighContrast(bool isHigh)
+{
+    if (isHigh != std::exchange(m_isHighContrast, isHigh)) {
+        Q_EMIT highContrastChanged(isHigh);
     }
 }
 
@@ -235,11 +202,6 @@ void Appearance::update()
         m_isMotionReduced = isMotionReduced;
         Q_EMIT motionReducedChanged(isMotionReduced);
     }
-}
-
-void Appearance::portalSettingChanged(const QString &group, const QString &key, const QDBusVariant &value)
-{
-    applyPortalValue({group, key}, value.variant());
 }
 
 } // namespace tunedeck

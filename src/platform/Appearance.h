@@ -5,14 +5,16 @@
 #include <QPalette>
 #include <QVariant>
 
+#include <memory>
 #include <optional>
 
 class QDBusConnection;
-class QDBusVariant;
 
 namespace tunedeck {
 
+class PortalSettings;
 class UserDefaults;
+struct PortalKey;
 
 /// Aqua is the light appearance, the others are dark. The program never uses VibrantDark.
 enum class AppearanceName { Aqua, DarkAqua, VibrantDark };
@@ -26,18 +28,19 @@ enum class AppearanceName { Aqua, DarkAqua, VibrantDark };
 /// The application's light or dark appearance: the one forced on it, else the system's. The system's appearance comes
 /// from the desktop portal (org.freedesktop.appearance color-scheme), or from the palette while no portal has answered.
 ///
-/// Reads three more things from the portal, and never waits for it:
+/// Reads four more things from the portal, and never waits for it:
+/// - whether the user wants high contrast (org.freedesktop.appearance contrast),
 /// - the system's accent colour, which goes to the settings store as "AppleAccentColor",
 /// - whether the user wants reduced motion (org.gnome.desktop.interface enable-animations, or
 ///   org.kde.kdeglobals.KDE AnimationDurationFactor),
 /// - the scale and the font of texts (org.gnome.desktop.interface text-scaling-factor and font-name).
 class Appearance : public QObject {
     Q_OBJECT
-    Q_MOC_INCLUDE(<QDBusVariant>)
 
 public:
     /// `defaults` must outlive this object. `bus` is the one of the portal.
     Appearance(UserDefaults &defaults, const QDBusConnection &bus, QObject *parent = nullptr);
+    ~Appearance() override;
 
     /// Asks the portal on another bus from now on.
     void setBus(const QDBusConnection &bus);
@@ -53,6 +56,7 @@ public:
     /// Whether the system's own palette is dark.
     [[nodiscard]] bool isSystemPaletteDark() const { return m_palette.dark.value_or(false); }
     [[nodiscard]] bool isMotionReduced() const { return m_isMotionReduced; }
+    [[nodiscard]] bool isHighContrast() const { return m_isHighContrast; }
     /// The factor for the size of every text, from 0.5 to 3. It is 1 if the portal does not say.
     [[nodiscard]] double textScale() const { return m_text.scale; }
     /// The font that the scale belongs to, such as "Cantarell 11". Empty if the portal does not say.
@@ -63,6 +67,8 @@ Q_SIGNALS:
     void effectiveAppearanceChanged(tunedeck::AppearanceName name);
     /// Emitted only if the setting changes.
     void motionReducedChanged(bool isReduced);
+    /// Emitted only if the setting changes.
+    void highContrastChanged(bool isHigh);
     /// Emitted only if the text scale or the name of the font changes.
     void textChanged();
 
@@ -87,29 +93,21 @@ private:
     };
 
     [[nodiscard]] static System readPalette();
-    /// A setting of the portal.
-    struct PortalKey {
-        QString group;
-        QString key;
-    };
-
-    void followPortal(QDBusConnection bus, const QString &group, const QStringList &keys);
-    void askPortal(const QDBusConnection &bus, const QString &method, const PortalKey &asked);
     void applyPortalValue(const PortalKey &changed, const QVariant &value);
     void setText(const Text &text);
+    void setHighContrast(bool isHigh);
     void update();
 
     UserDefaults &m_defaults;
+    std::unique_ptr<PortalSettings> m_settings;
     bool m_hasOwnPalette = false;
     System m_palette; ///< the system's
     System m_portal;
     std::optional<AppearanceName> m_application;
     AppearanceName m_effective = AppearanceName::Aqua;
     bool m_isMotionReduced = false;
+    bool m_isHighContrast = false;
     Text m_text;
-
-private Q_SLOTS:
-    void portalSettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
 };
 
 } // namespace tunedeck

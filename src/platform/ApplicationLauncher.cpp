@@ -3,6 +3,8 @@
 
 #include "platform/BundleInfo.h"
 #include "platform/desktopEntry.h"
+#include "platform/gio.h"
+#include "platform/isInSandbox.h"
 
 #include <QDeadlineTimer>
 #include <QThread>
@@ -20,12 +22,12 @@ using namespace std::chrono_literals;
 constexpr auto farewellPatience = 500ms;
 
 struct Unref {
-    void operator()(GAppInfo *application) const { g_object_unref(application); }
+    void operator()(GAppInfo *application) const { gio()->unref(application); }
 };
 using Application = std::unique_ptr<GAppInfo, Unref>;
 
-/// What is judged is what is launched: the file may have changed since the player named it. This program is a player
-/// for the desktop, but starting it again would play nothing.
+/// The file is read once, to be judged and launched: it may have changed since the player named it. This program is a
+/// player for the desktop, but starting it again would play nothing.
 Application findApplication(const QString &identifier, ApplicationLauncher::Accepts accepts)
 {
     if (withoutDesktopSuffix(identifier) == applicationId) {
@@ -34,24 +36,24 @@ Application findApplication(const QString &identifier, ApplicationLauncher::Acce
     DesktopEntry entry = findDesktopEntry(identifier);
     const bool isAccepted =
         entry && (accepts == ApplicationLauncher::Accepts::AnyEntry || isShownAudioApplication(entry));
-    return Application(isAccepted ? G_APP_INFO(entry.release()) : nullptr);
+    return Application(isAccepted ? asAppInfo(entry.release()) : nullptr);
 }
 
 Application findDefault(const QString &contentType)
 {
-    if (contentType.isEmpty()) {
+    if (contentType.isEmpty() || !gio()) {
         return nullptr;
     }
-    return Application(g_app_info_get_default_for_type(contentType.toUtf8().constData(), FALSE));
+    return Application(gio()->defaultForType(contentType.toUtf8().constData(), FALSE));
 }
 
 /// The identifier of the application if it started, else empty.
 QString launchApplication(const Application &application)
 {
-    if (!application || !g_app_info_launch(application.get(), nullptr, nullptr, nullptr)) {
+    if (!application || !gio()->launch(application.get(), nullptr, nullptr, nullptr)) {
         return {};
     }
-    return withoutDesktopSuffix(QString::fromUtf8(g_app_info_get_id(application.get())));
+    return withoutDesktopSuffix(QString::fromUtf8(gio()->id(application.get())));
 }
 
 QString launchFirst(const QStringList &desktopEntries, const QString &contentType, ApplicationLauncher::Accepts accepts)
@@ -77,6 +79,11 @@ ApplicationLauncher::~ApplicationLauncher()
     if (m_thread) {
         m_thread->wait(QDeadlineTimer(farewellPatience));
     }
+}
+
+bool ApplicationLauncher::canLaunch() const
+{
+    return !isInSandbox();
 }
 
 void ApplicationLauncher::launch(const QStringList &desktopEntries, const QString &contentType)

@@ -23,6 +23,8 @@ public:
     /// Waits up to half a second for a launch that is under way, then leaves its thread running.
     ~ApplicationLauncher() override;
 
+    /// Whether launch() may launch anything: not in a sandbox.
+    [[nodiscard]] virtual bool canLaunch() const;
     /// Launches the first of `desktopEntries` (identifiers such as "vlc", with or without ".desktop") that is installed
     /// and accepted, else the desktop's default application for `contentType` (such as "audio/mpeg"; empty for none).
     /// Returns at once; one of the two signals follows. Ignores identifiers with a slash. A call while a launch is

@@ -3,6 +3,13 @@
 
 namespace tunedeck {
 
+namespace {
+std::optional<QString> unlessEmpty(const QString &text)
+{
+    return text.isEmpty() ? std::nullopt : std::optional(text);
+}
+} // namespace
+
 std::optional<QString> bundleInfo(QStringView key)
 {
     if (key == u"CFBundleName") {
@@ -16,6 +23,12 @@ std::optional<QString> bundleInfo(QStringView key)
     }
     if (key == u"CFBundleHelpBookName") {
         return QStringLiteral("Tunedeck Help");
+    }
+    if (key == u"TunedeckHomepage") {
+        return unlessEmpty(QString::fromUtf8(TUNEDECK_HOMEPAGE));
+    }
+    if (key == u"TunedeckContact") {
+        return unlessEmpty(QString::fromUtf8(TUNEDECK_CONTACT));
     }
     return std::nullopt;
 }

@@ -12,8 +12,9 @@ namespace tunedeck {
 inline constexpr QStringView applicationId = u"org.tunedeck.Tunedeck";
 
 /// A fact about the built application: "CFBundleName" (its name), "CFBundleShortVersionString" (its version, such as
-/// 1.2.3), "CFBundleVersion" (the build number, by which versions are compared) or "CFBundleHelpBookName" (the name of
-/// its help). No value for any other key.
+/// 1.2.3), "CFBundleVersion" (the build number, by which versions are compared), "CFBundleHelpBookName" (the name of
+/// its help), and, if the build names them, "TunedeckHomepage" (an https address) and "TunedeckContact" (a mail
+/// address). No value for any other key.
 [[nodiscard]] std::optional<QString> bundleInfo(QStringView key);
 
 } // namespace tunedeck

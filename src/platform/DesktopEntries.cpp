@@ -2,6 +2,7 @@
 #include "platform/DesktopEntries.h"
 
 #include "platform/desktopEntry.h"
+#include "platform/gio.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -83,13 +84,12 @@ DesktopEntryFacts readFacts(const QString &identifier)
     if (!entry) {
         return {};
     }
-    const std::unique_ptr<char, decltype(&g_free)> icon(
-        g_desktop_app_info_get_string(entry.get(), G_KEY_FILE_DESKTOP_KEY_ICON), &g_free);
+    const std::unique_ptr<char, decltype(Gio::free)> icon(
+        gio()->string(entry.get(), G_KEY_FILE_DESKTOP_KEY_ICON), gio()->free);
     const QString iconName = QString::fromUtf8(icon.get());
     return {.iconName = iconName,
         .icon = readIcon(iconName),
-        .isDBusActivatable =
-            g_desktop_app_info_get_boolean(entry.get(), G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE) != FALSE};
+        .isDBusActivatable = gio()->boolean(entry.get(), G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE) != FALSE};
 }
 
 QHash<QString, DesktopEntryFacts> readAll(const QStringList &identifiers)

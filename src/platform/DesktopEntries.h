@@ -16,7 +16,7 @@ class QThread;
 
 namespace tunedeck {
 
-/// What a desktop entry says about its application. All is empty if no such entry is installed.
+/// The facts of a desktop entry about its application. All is empty if no such entry is installed.
 struct DesktopEntryFacts {
     QString iconName; ///< a name in the icon themes, or the path of a file
     /// At most 64 × 64 pixels; null if no picture of the application itself is installed.

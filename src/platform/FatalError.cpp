@@ -8,7 +8,7 @@ namespace tunedeck {
 
 void fatalError(std::string_view what, const std::source_location &where)
 {
-    std::cerr << where.file_name() << ':' << where.line() << ": " << where.function_name() << ": " << what << std::endl;
+    std::cerr << where.file_name() << ':' << where.line() << ": " << where.function_name() << ": " << what << '\n';
     std::abort();
 }
 

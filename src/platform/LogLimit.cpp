@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/LogLimit.h"
 
+#include <QLoggingCategory>
 #include <QtGlobal>
 
 #include <algorithm>
@@ -98,10 +99,16 @@ QStringList LogLimit::leftOut() const
 
 void LogLimit::install()
 {
+    leaveOutUnknownCalls();
     programLog();
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &context, const QString &line) {
         programLog().add(type, context, line);
     });
+}
+
+void LogLimit::leaveOutUnknownCalls()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.dbus.integration.warning=false"));
 }
 
 LogLimit::Kind LogLimit::kindOf(const QByteArray &category, const QString &line) const

@@ -36,8 +36,10 @@ QString fileInConfigurationFolder()
 QVariant asStored(const QVariant &value)
 {
     switch (value.typeId()) {
-    case QMetaType::QStringList:
-        return value.toStringList().size() > 1 ? value : value.toStringList().value(0);
+    case QMetaType::QStringList: {
+        const QStringList texts = value.toStringList();
+        return texts.size() > 1 ? value : QVariant(texts.value(0));
+    }
     case QMetaType::Bool:
     case QMetaType::Int:
     case QMetaType::UInt:

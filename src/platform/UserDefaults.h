@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/SettingsFile.h"
+#include "platform/settings/SettingsFile.h"
 
 #include <QFileSystemWatcher>
 #include <QObject>
@@ -28,6 +28,12 @@ inline const QString volumeButtonsHidden = QStringLiteral("VolumeButtonsHidden")
 inline const QString wheelDirectionTurned = QStringLiteral("WheelDirectionTurned");
 /// The system's accent colour (integer; see graphiteAccent). The program never writes it to disk.
 inline const QString appleAccentColor = QStringLiteral("AppleAccentColor");
+/// Whether the desktop's portal is asked for keyboard shortcuts that work in every window.
+inline const QString globalShortcuts = QStringLiteral("GlobalShortcuts");
+/// Whether the session starts the program, as far as the program has arranged that.
+inline const QString startWithSession = QStringLiteral("StartWithSession");
+/// Whether the window is shown only while there is a player.
+inline const QString showOnlyWithPlayer = QStringLiteral("ShowOnlyWithPlayer");
 /// Whether to run through XWayland if the session has it.
 inline const QString startThroughXWayland = QStringLiteral("StartThroughXWayland");
 /// The identifier of the player to follow whatever else plays (text). Empty if the program chooses.

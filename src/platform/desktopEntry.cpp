@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktopEntry.h"
 
+#include "platform/gio.h"
+
 #include <QLatin1String>
 #include <QStringList>
 
@@ -15,14 +17,14 @@ constexpr std::array audioCategories{
 
 bool isOfAudioCategory(const DesktopEntry &entry)
 {
-    const QStringList categories = QString::fromUtf8(g_desktop_app_info_get_categories(entry.get())).split(u';');
+    const QStringList categories = QString::fromUtf8(gio()->categories(entry.get())).split(u';');
     return std::ranges::any_of(
         audioCategories, [&categories](QLatin1String category) { return categories.contains(category); });
 }
 
 bool opensAudioFiles(const DesktopEntry &entry)
 {
-    const char **types = g_app_info_get_supported_types(G_APP_INFO(entry.get()));
+    const char **types = gio()->supportedTypes(asAppInfo(entry.get()));
     for (; types && *types; ++types) {
         if (QLatin1String(*types).startsWith(QLatin1String("audio/"))) {
             return true;
@@ -32,20 +34,29 @@ bool opensAudioFiles(const DesktopEntry &entry)
 }
 } // namespace
 
+void UnrefDesktopEntry::operator()(GDesktopAppInfo *entry) const
+{
+    gio()->unref(entry);
+}
+
+GAppInfo *asAppInfo(GDesktopAppInfo *entry)
+{
+    return reinterpret_cast<GAppInfo *>(entry);
+}
+
 DesktopEntry findDesktopEntry(const QString &identifier)
 {
     // The identifier comes from a player, and GIO reads one with a slash as the path of any file.
-    if (identifier.isEmpty() || identifier.contains(u'/')) {
+    if (identifier.isEmpty() || identifier.contains(u'/') || !gio()) {
         return nullptr;
     }
     const QByteArray fileName = (withoutDesktopSuffix(identifier) + QStringLiteral(".desktop")).toUtf8();
-    return DesktopEntry(g_desktop_app_info_new(fileName.constData()));
+    return DesktopEntry(gio()->readEntry(fileName.constData()));
 }
 
 bool isShownAudioApplication(const DesktopEntry &entry)
 {
-    const bool isShown =
-        !g_desktop_app_info_get_nodisplay(entry.get()) && !g_desktop_app_info_get_is_hidden(entry.get());
+    const bool isShown = !gio()->isNotShown(entry.get()) && !gio()->isHidden(entry.get());
     return isShown && (isOfAudioCategory(entry) || opensAudioFiles(entry));
 }
 

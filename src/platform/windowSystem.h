@@ -17,18 +17,10 @@ namespace tunedeck {
     return platformName.startsWith(QLatin1String("wayland"));
 }
 
-/// Whether a window can ask to stay above all others. On Wayland no window can: there the user tells the desktop, for
-/// instance in the window's menu.
+/// Whether a window can ask to stay above all others. On Wayland no window can.
 [[nodiscard]] inline bool canKeepAbove(const QString &platformName = QGuiApplication::platformName())
 {
     return !isWayland(platformName);
-}
-
-/// Whether the user can change what the program asks for: where it cannot ask, it can still forget that it was to.
-[[nodiscard]] inline bool canToggleKeepAbove(
-    bool isKeptAbove, const QString &platformName = QGuiApplication::platformName())
-{
-    return isKeptAbove || canKeepAbove(platformName);
 }
 
 /// Whether a dock or task bar shows the icon that a window sets. On Wayland no window can set one, and these desktops

@@ -3,7 +3,9 @@
 
 #include "music/MusicApplication.h"
 #include "music/MusicConnector.h"
+#include "music/PlayerSound.h"
 #include "music/obstacles.h"
+#include "music/statusTexts.h"
 #include "player/LcdView.h"
 #include "player/PlayerView.h"
 #include "player/SpeakerButton.h"
@@ -31,6 +33,7 @@ ControlAvailability::ControlAvailability(const MusicConnector &musicConnector, P
     connect(&music, &MusicApplication::respondingDidChange, this, &ControlAvailability::update);
     connect(&music, &MusicApplication::controlsDidChange, this, &ControlAvailability::update);
     connect(&music, &MusicApplication::playerDidChange, this, &ControlAvailability::update);
+    connect(&music, &MusicApplication::soundDidChange, this, &ControlAvailability::updateVolume);
     update();
 }
 
@@ -81,16 +84,38 @@ void ControlAvailability::updateProgress()
 
 void ControlAvailability::updateVolume()
 {
-    const QString obstacle = obstacleTo(MusicControl::volume, m_musicConnector.musicApp());
+    const MusicApplication &music = m_musicConnector.musicApp();
+    const QString obstacle = obstacleTo(MusicControl::volume, music);
     if (!obstacle.isEmpty()) {
         for (QWidget *control : std::initializer_list<QWidget *>{
                  &m_view.volumeMinButton(), &m_view.volumeSlider(), &m_view.volumeMaxButton()}) {
             moveKeyboardFrom(*control);
         }
     }
-    setUsable(m_view.volumeMinButton(), obstacle, m_volumeMinToolTip);
-    setUsable(m_view.volumeSlider(), obstacle, m_volumeToolTip);
+    const bool isMuted = music.isRunning() && music.sound() && music.sound()->state().isMuted;
+    SpeakerButton &quiet = m_view.volumeMinButton();
+    quiet.setSpeaker(isMuted ? SpeakerButton::Speaker::Muted : SpeakerButton::Speaker::Quiet);
+    if (isMuted && obstacle.isEmpty()) {
+        explain(quiet, tr("Muted – turn the volume up to hear it", "Tooltip of the quiet speaker"), m_volumeMinToolTip);
+        quiet.setEnabled(true);
+    } else {
+        setUsable(quiet, obstacle, m_volumeMinToolTip);
+    }
+    setUsable(m_view.volumeSlider(), obstacle, volumeToolTip());
     setUsable(m_view.volumeMaxButton(), obstacle, m_volumeMaxToolTip);
+}
+
+/// Says whose volume it is, where it may be either.
+QString ControlAvailability::volumeToolTip() const
+{
+    const MusicApplication &music = m_musicConnector.musicApp();
+    if (!music.isRunning() || !music.sound()) {
+        return m_volumeToolTip;
+    }
+    return music.isVolumeOfStreams()
+        ? tr("Volume, set on the sound server", "Tooltip of the volume slider")
+        //: %1 is the player.
+        : tr("Volume, set in %1", "Tooltip of the volume slider").arg(playerNameText(music));
 }
 
 /// Moves the keyboard focus to play/pause. Qt would move it to the next control, whatever Space does there.

@@ -22,11 +22,12 @@ public:
     ControlAvailability(const MusicConnector &musicConnector, PlayerView &view, QObject *parent = nullptr);
 
     void update();
+    void updateVolume();
 
 private:
     void updateTransport(const QString &silence);
     void updateProgress();
-    void updateVolume();
+    [[nodiscard]] QString volumeToolTip() const;
     void moveKeyboardFrom(const QWidget &control);
 
     const MusicConnector &m_musicConnector;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "player/LcdView.h"
 
+#include "platform/Appearance.h"
 #include "player/ScrollingMarqueeView.h"
 #include "skin/drawing/LCDTextColor.h"
 #include "skin/drawing/PixelFont.h"
@@ -11,6 +12,7 @@
 #include <QEvent>
 #include <QLabel>
 #include <QMargins>
+#include <QResizeEvent>
 
 #include <algorithm>
 
@@ -39,22 +41,43 @@ LcdView::LcdView(const SkinEnvironment &environment, QWidget *parent)
     , m_isLiveLabel(new QLabel(this))
     , m_infoButton(new PlainButton(environment, this))
 {
-    QPalette ink;
-    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text}) {
-        ink.setColor(role, lcdTextColor);
-    }
-    setPalette(ink);
+    applyContrast(environment.appearance.isHighContrast());
+    connect(&environment.appearance, &Appearance::highContrastChanged, this, &LcdView::applyContrast);
     setUpTexts();
+}
+
+void LcdView::setTime(QLabel &label, const QString &time)
+{
+    if (label.text() == time) {
+        return;
+    }
+    label.setText(time);
+    // Both times and the knob change in one frame. Where three rectangles of a frame lie side by side, picom 12 shows
+    // black between them, so the frame gets the one that encloses them.
+    update(0, rowCentre - rowHeight / 2, width(), rowHeight);
 }
 
 void LcdView::setLongestTime(const QString &time)
 {
-    const int width = m_secondaryTimeLabel->fontMetrics().horizontalAdvance(time);
-    if (width == m_longestTimeWidth) {
+    if (time == m_longestTime) {
         return;
     }
-    m_longestTimeWidth = width;
-    layOut();
+    m_longestTime = time;
+    const int width = m_secondaryTimeLabel->fontMetrics().horizontalAdvance(time);
+    if (width != m_longestTimeWidth) {
+        m_longestTimeWidth = width;
+        layOut();
+    }
+}
+
+void LcdView::applyContrast(bool isHigh)
+{
+    QPalette ink;
+    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text}) {
+        ink.setColor(role, lcdInk(isHigh));
+    }
+    setPalette(ink);
+    m_trackInfoLabel->setHighContrast(isHigh);
 }
 
 bool LcdView::event(QEvent *event)

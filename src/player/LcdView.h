@@ -3,6 +3,8 @@
 
 #include "skin/views/LCDBackgroundView.h"
 
+#include <QString>
+
 class QLabel;
 
 namespace tunedeck {
@@ -26,6 +28,8 @@ public:
     [[nodiscard]] QLabel &isLiveLabel() { return *m_isLiveLabel; }
     [[nodiscard]] PlainButton &infoButton() { return *m_infoButton; }
 
+    void setPrimaryTime(const QString &time) { setTime(*m_primaryTimeLabel, time); }
+    void setSecondaryTime(const QString &time) { setTime(*m_secondaryTimeLabel, time); }
     /// Reserves the width of `time` for both times, so that nothing moves while they grow.
     void setLongestTime(const QString &time);
 
@@ -34,7 +38,9 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void applyContrast(bool isHigh);
     void setUpTexts();
+    void setTime(QLabel &label, const QString &time);
     void layOut();
 
     ScrollingMarqueeView *m_trackInfoLabel;
@@ -43,6 +49,7 @@ private:
     QLabel *m_secondaryTimeLabel;
     QLabel *m_isLiveLabel;
     PlainButton *m_infoButton;
+    QString m_longestTime;
     int m_longestTimeWidth = 0;
 };
 

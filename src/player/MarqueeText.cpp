@@ -72,20 +72,20 @@ void write(QImage &image, const QString &text, const QFont &font, double height,
 }
 
 /// The text with its lip or halo. Glyphs are slow to draw in any but the simplest way, pictures of them are not.
-QImage engraved(QImage text, const QColor &ink, bool isDark)
+QImage engraved(QImage text, const QColor &ink, bool isLight)
 {
     const double scale = text.devicePixelRatio();
     text.setDevicePixelRatio(1);
     QImage shade = text;
     QPainter shading(&shade);
     shading.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    shading.fillRect(shade.rect(), isDark ? lcdTextColor : Qt::white);
+    shading.fillRect(shade.rect(), isLight ? lcdTextColor : Qt::white);
     shading.end();
 
     QImage result = transparentImage(text.size());
     QPainter painter(&result);
-    painter.setOpacity(isDark ? haloOpacity : lipOpacity);
-    for (const QPoint &offset : isDark ? std::span<const QPoint>(haloOffsets) : lipOffsets) {
+    painter.setOpacity(isLight ? haloOpacity : lipOpacity);
+    for (const QPoint &offset : isLight ? std::span<const QPoint>(haloOffsets) : lipOffsets) {
         painter.drawImage(offset, shade);
     }
     // The ink is translucent, and the shade around it must not tint it.
@@ -101,17 +101,17 @@ QImage engraved(QImage text, const QColor &ink, bool isDark)
 }
 } // namespace
 
-MarqueeText::MarqueeText(const QString &text, const QFont &font, double height, double scale, bool isDark)
+MarqueeText::MarqueeText(const QString &text, const QFont &font, double height, double scale, MarqueeInk ink)
 {
     if (!(height > 0) || !(scale > 0)) {
         return;
     }
-    const QColor ink = isDark ? lightLcdTextColor : lcdTextColor;
+    const QColor color = ink == MarqueeInk::Light ? lightLcdTextColor : lcdInk(ink == MarqueeInk::Full);
     QImage image = transparentImage({static_cast<int>(std::ceil((width(text, font) + 2 * overhang) * scale)),
         static_cast<int>(std::ceil(height * scale))});
     image.setDevicePixelRatio(scale);
-    write(image, text, font, height, ink);
-    image = engraved(std::move(image), ink, isDark);
+    write(image, text, font, height, color);
+    image = engraved(std::move(image), color, ink == MarqueeInk::Light);
     m_inkedRows = rowsWithInk(image);
     m_picture = QPixmap::fromImage(image);
 }

@@ -8,6 +8,12 @@
 
 namespace tunedeck {
 
+enum class MarqueeInk {
+    Dark,
+    Light, ///< of the dark appearance
+    Full ///< of a user who wants high contrast
+};
+
 /// The picture of one line of text on the display's glass: dark ink with a lit lip below it, or light ink with a dark
 /// halo, on a transparent ground.
 ///
@@ -24,8 +30,8 @@ public:
     /// A null picture, of scale 0.
     MarqueeText() = default;
     /// `height` is in points, `scale` in device pixels to the point. `font` is resolved for the paint device that
-    /// shows the text. `isDark` asks for the light ink of the dark appearance.
-    MarqueeText(const QString &text, const QFont &font, double height, double scale, bool isDark);
+    /// shows the text.
+    MarqueeText(const QString &text, const QFont &font, double height, double scale, MarqueeInk ink);
 
     /// `string` as one line of at most 1,000 characters and 8,000 points. A longer text ends with an ellipsis; control
     /// characters and line breaks become spaces.

@@ -107,11 +107,6 @@ bool MarqueeTimeline::isMoving(TimePoint now) const
     return m_motion != Motion::None && now >= m_begin && now < m_end;
 }
 
-bool MarqueeTimeline::isScrolling(TimePoint now) const
-{
-    return m_motion == Motion::HorizontalScroll && isMoving(now);
-}
-
 std::optional<MarqueeTimeline::TimePoint> MarqueeTimeline::nextChange(TimePoint now) const
 {
     if (m_motion == Motion::None) {

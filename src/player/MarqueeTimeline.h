@@ -59,7 +59,6 @@ public:
     /// Always false: nothing pauses a marquee.
     [[nodiscard]] bool isPaused() const { return m_isPaused; }
     [[nodiscard]] bool isMoving(TimePoint now) const;
-    [[nodiscard]] bool isScrolling(TimePoint now) const;
     /// The next time the labels begin or cease to move; no value if they never will.
     [[nodiscard]] std::optional<TimePoint> nextChange(TimePoint now) const;
 

@@ -34,7 +34,6 @@ constexpr QRect volumeMaxButtonFrame(108, 44, 12, 16);
 /// Room for a hand to hit the speakers. It ends at the slider, and beside the window's buttons and the display.
 constexpr QMargins volumeMinButtonMargins(8, 2, 0, 2);
 constexpr QMargins volumeMaxButtonMargins(0, 2, 8, 2);
-constexpr QSize speakerSize(12, 12);
 constexpr QPoint lcdOrigin(130, 6);
 constexpr int lcdHeight = 52;
 constexpr int lcdRightMargin = 8;
@@ -108,8 +107,8 @@ void PlayerView::setUpVolume()
     m_volumeMinButton->setTargetMargins(volumeMinButtonMargins);
     m_volumeMaxButton->setGeometry(volumeMaxButtonFrame.marginsAdded(volumeMaxButtonMargins));
     m_volumeMaxButton->setTargetMargins(volumeMaxButtonMargins);
-    m_volumeMinButton->setImage(QStringLiteral("speaker-quiet"), speakerSize);
-    m_volumeMaxButton->setImage(QStringLiteral("speaker-loud"), speakerSize);
+    m_volumeMinButton->setSpeaker(SpeakerButton::Speaker::Quiet);
+    m_volumeMaxButton->setSpeaker(SpeakerButton::Speaker::Loud);
     setTabOrder(m_forwardButton, m_volumeMinButton);
     setTabOrder(m_volumeMinButton, m_volumeSlider);
     setName(*m_volumeMinButton, tr("Silence", "Button at the quiet end of the volume slider"));

@@ -2,6 +2,7 @@
 #include "player/ScrollingMarqueeView.h"
 
 #include "skin/drawing/PixelFont.h"
+#include "widgets/announce.h"
 #include "widgets/canBeSeen.h"
 
 #include <QAccessibleWidget>
@@ -23,6 +24,7 @@ constexpr double fontPixels = 10.5;
 /// The part of the height that fades out at the top and at the bottom.
 constexpr double verticalFade = 0.12;
 constexpr std::chrono::nanoseconds shortestFrame = 16ms;
+constexpr std::chrono::nanoseconds framePrecision = 500us;
 
 /// The alpha at `position` of a line that is `length` long and fades over `inset` at both ends.
 double fade(double position, double inset, double length)
@@ -111,8 +113,7 @@ void ScrollingMarqueeView::announce()
     setText(displayStrings().join(QStringLiteral(", ")));
     // A user at work in another window must not be interrupted.
     if (isActiveWindow() && !text().isEmpty()) {
-        QAccessibleEvent notification(this, QAccessible::ObjectShow);
-        QAccessible::updateAccessibility(&notification);
+        tunedeck::announce(*this, text());
     }
 }
 
@@ -142,6 +143,24 @@ void ScrollingMarqueeView::setDark(bool isDark)
     m_isDark = isDark;
     m_texts.clear();
     update();
+}
+
+void ScrollingMarqueeView::setHighContrast(bool isHigh)
+{
+    if (isHigh == m_isHighContrast) {
+        return;
+    }
+    m_isHighContrast = isHigh;
+    m_texts.clear();
+    update();
+}
+
+MarqueeInk ScrollingMarqueeView::ink() const
+{
+    if (m_isHighContrast) {
+        return MarqueeInk::Full;
+    }
+    return m_isDark ? MarqueeInk::Light : MarqueeInk::Dark;
 }
 
 bool ScrollingMarqueeView::eventFilter(QObject *watched, QEvent *event)
@@ -218,7 +237,9 @@ void ScrollingMarqueeView::paintEvent(QPaintEvent *event)
     const QRect unfaded = whole.marginsRemoved(fadeMargins(scale));
     const QRect dirty = painter.transform().inverted().mapRect(QRectF(event->rect())).toAlignedRect();
     for (const QRect &edge : QRegion(dirty).intersected(whole).subtracted(unfaded)) {
-        painter.drawImage(edge.topLeft(), fadedLabels(edge, scale));
+        if (hasLabels(edge, scale)) {
+            painter.drawImage(edge.topLeft(), fadedLabels(edge, scale));
+        }
     }
     if (!unfaded.isEmpty()) {
         painter.setClipRect(unfaded);
@@ -232,6 +253,13 @@ void ScrollingMarqueeView::drawLabels(QPainter &painter, double scale)
         const QPixmap &picture = drawnText(label.text, scale).picture();
         painter.drawPixmap(QRect(devicePosition(label, scale), picture.size()), picture);
     }
+}
+
+bool ScrollingMarqueeView::hasLabels(const QRect &part, double scale)
+{
+    return std::any_of(m_labels.begin(), m_labels.end(), [this, &part, scale](const MarqueeLabel &label) {
+        return drawnText(label.text, scale).inkedRows().translated(devicePosition(label, scale)).intersects(part);
+    });
 }
 
 QImage ScrollingMarqueeView::fadedLabels(const QRect &part, double scale)
@@ -276,7 +304,7 @@ void ScrollingMarqueeView::refresh()
     const MarqueeTimeline::TimePoint now = m_clock();
     m_timeline.proceedTo(now);
     std::vector<MarqueeLabel> labels = m_timeline.labels(now);
-    if (wouldLookDifferent(labels)) {
+    if (wouldLookDifferent(labels, devicePixelRatioF())) {
         const QRect before = markedRect();
         m_labels = std::move(labels);
         update(before | markedRect());
@@ -305,31 +333,41 @@ void ScrollingMarqueeView::scheduleRefresh(MarqueeTimeline::TimePoint now)
         m_timer->stop();
         return;
     }
-    std::chrono::nanoseconds wait = *change - now;
-    if (m_timeline.isMoving(now)) {
-        wait = std::min(wait, untilNextFrame(now));
-    }
+    const std::chrono::nanoseconds wait =
+        m_timeline.isMoving(now) ? untilNextFrame(now, *change) : std::chrono::nanoseconds(*change - now);
     m_timer->start(std::chrono::ceil<std::chrono::milliseconds>(wait));
 }
 
-std::chrono::nanoseconds ScrollingMarqueeView::untilNextFrame(MarqueeTimeline::TimePoint now) const
-{
-    if (!m_timeline.isScrolling(now)) {
-        return shortestFrame;
-    }
-    // The time of the next device pixel is known, so no frame is needed before it.
-    const double x = m_timeline.labels(now).front().frame.x() * devicePixelRatioF();
-    const double pixels = x - (std::round(x) - 0.5);
-    const std::chrono::duration<double> wait(pixels / (MarqueeTimeline::scrollSpeed * devicePixelRatioF()));
-    return std::max(shortestFrame, std::chrono::ceil<std::chrono::nanoseconds>(wait));
-}
-
-bool ScrollingMarqueeView::wouldLookDifferent(const std::vector<MarqueeLabel> &labels) const
+/// The time until the labels, which move until `end`, are on other device pixels. They move one way, so a picture that
+/// has changed stays different. Most pictures last a few frames only, so the search begins near.
+std::chrono::nanoseconds ScrollingMarqueeView::untilNextFrame(
+    MarqueeTimeline::TimePoint now, MarqueeTimeline::TimePoint end) const
 {
     const double scale = devicePixelRatioF();
+    const auto isDifferent = [this, scale](MarqueeTimeline::TimePoint then) {
+        return wouldLookDifferent(m_timeline.labels(then), scale);
+    };
+    MarqueeTimeline::TimePoint same = now;
+    MarqueeTimeline::TimePoint different = now + shortestFrame;
+    while (different < end && !isDifferent(different)) {
+        same = different;
+        different += different - now;
+    }
+    different = std::min(different, end);
+    while (same > now && different - same > framePrecision) {
+        const MarqueeTimeline::TimePoint between = same + (different - same) / 2;
+        (isDifferent(between) ? different : same) = between;
+    }
+    return std::max(shortestFrame, std::chrono::nanoseconds(different - now));
+}
+
+bool ScrollingMarqueeView::wouldLookDifferent(const std::vector<MarqueeLabel> &labels, double scale) const
+{
+    const QRectF field(rect());
     return !std::equal(labels.begin(), labels.end(), m_labels.begin(), m_labels.end(),
-        [scale](const MarqueeLabel &a, const MarqueeLabel &b) {
-            return a.text == b.text && devicePosition(a, scale) == devicePosition(b, scale);
+        [scale, &field](const MarqueeLabel &a, const MarqueeLabel &b) {
+            const bool isUnseen = !a.frame.intersects(field) && !b.frame.intersects(field);
+            return a.text == b.text && (isUnseen || devicePosition(a, scale) == devicePosition(b, scale));
         });
 }
 
@@ -337,7 +375,7 @@ const MarqueeText &ScrollingMarqueeView::drawnText(const QString &text, double s
 {
     MarqueeText &drawn = m_texts[text];
     if (drawn.scale() != scale) {
-        drawn = MarqueeText(text, resolvedFont(), height(), scale, m_isDark);
+        drawn = MarqueeText(text, resolvedFont(), height(), scale, ink());
     }
     return drawn;
 }
@@ -351,9 +389,9 @@ QRect ScrollingMarqueeView::markedRect() const
         if (known == m_texts.cend() || known->scale() != scale) {
             return rect();
         }
-        const QRect rows = known->inkedRows().translated(devicePosition(label, scale));
+        const QRect ink = known->inkedRows().translated(devicePosition(label, scale));
         // At a fractional scale the view's corner may be within a pixel; painting moves it to the pixel's edge.
-        const QRectF points(0, (rows.top() - 1) / scale, width(), (rows.height() + 2) / scale);
+        const QRectF points(QPointF(ink.topLeft() - QPoint(1, 1)) / scale, QSizeF(ink.size() + QSize(2, 2)) / scale);
         marked |= points.toAlignedRect();
     }
     return marked & rect();

@@ -50,6 +50,8 @@ public:
     void setMotionReduced(bool isReduced);
     /// Whether its ink is light, as in the dark appearance.
     void setDark(bool isDark);
+    /// Whether its ink is the darkest, in either appearance.
+    void setHighContrast(bool isHigh);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -69,13 +71,17 @@ private:
     void refresh();
     void forgetWhatIsNotShown();
     void scheduleRefresh(MarqueeTimeline::TimePoint now);
-    [[nodiscard]] std::chrono::nanoseconds untilNextFrame(MarqueeTimeline::TimePoint now) const;
-    [[nodiscard]] bool wouldLookDifferent(const std::vector<MarqueeLabel> &labels) const;
+    [[nodiscard]] std::chrono::nanoseconds untilNextFrame(
+        MarqueeTimeline::TimePoint now, MarqueeTimeline::TimePoint end) const;
+    [[nodiscard]] bool wouldLookDifferent(const std::vector<MarqueeLabel> &labels, double scale) const;
     void drawLabels(QPainter &painter, double scale);
+    /// Whether there is something to see in `part` of the view, in device pixels.
+    [[nodiscard]] bool hasLabels(const QRect &part, double scale);
     /// The faded labels within `part` of the view, in device pixels.
     [[nodiscard]] QImage fadedLabels(const QRect &part, double scale);
     /// The widths of the fades, in device pixels.
     [[nodiscard]] QMargins fadeMargins(double scale) const;
+    [[nodiscard]] MarqueeInk ink() const;
     [[nodiscard]] const MarqueeText &drawnText(const QString &text, double scale);
     /// The area that the labels on show draw on, in points.
     [[nodiscard]] QRect markedRect() const;
@@ -95,6 +101,7 @@ private:
     double m_fadeInsetInPoints = 3.5;
     bool m_labelAdvancesOnClick = true;
     bool m_isDark = false;
+    bool m_isHighContrast = false;
 };
 
 } // namespace tunedeck

@@ -3,6 +3,8 @@
 
 #include "skin/views/PlainButton.h"
 
+#include <optional>
+
 namespace tunedeck {
 
 class VolumeSlider;
@@ -15,11 +17,15 @@ public:
     /// `slider` must outlive the button.
     SpeakerButton(const SkinEnvironment &environment, VolumeSlider &slider, QWidget *parent = nullptr);
 
+    enum class Speaker { Quiet, Loud, Muted };
+    void setSpeaker(Speaker speaker);
+
 protected:
     void wheelEvent(QWheelEvent *event) override;
 
 private:
     VolumeSlider &m_slider;
+    std::optional<Speaker> m_speaker;
 };
 
 } // namespace tunedeck

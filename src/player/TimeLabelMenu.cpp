@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QList>
 
 #include <utility>
 
@@ -17,7 +18,8 @@ TimeLabelMenu::TimeLabelMenu(QLabel &label, Validator validate)
     addItem(remainingTimeText(), MenuItemIdentifier::remainingTime);
     addItem(totalTimeText(), MenuItemIdentifier::totalTime);
     connect(this, &QMenu::aboutToShow, this, [this] {
-        for (QAction *item : actions()) {
+        const QList<QAction *> items = actions();
+        for (QAction *item : items) {
             item->setEnabled(m_validate(*item));
         }
     });

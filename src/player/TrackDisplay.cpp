@@ -13,6 +13,7 @@
 #include "skin/views/ClassicAudioProgressSlider.h"
 
 #include <QLabel>
+#include <QTextDocument>
 
 namespace tunedeck {
 
@@ -43,6 +44,7 @@ TrackDisplay::TrackDisplay(const MusicConnector &musicConnector, const Followabl
     connect(&music, &MusicApplication::respondingDidChange, this, &TrackDisplay::showTexts);
     connect(&music, &MusicApplication::playerDidChange, this, &TrackDisplay::showTexts);
     connect(&players, &FollowablePlayers::followablePlayersChanged, this, &TrackDisplay::updateToolTip);
+    connect(&musicConnector, &MusicConnector::audioOutputNamesChanged, this, &TrackDisplay::updateToolTip);
     showTexts();
 }
 
@@ -84,14 +86,14 @@ void TrackDisplay::setRemainingTimeShown(bool isShown)
     QLabel &label = m_lcd.secondaryTimeLabel();
     disconnect(m_secondaryTimeBinding);
     if (isShown) {
-        m_secondaryTimeBinding =
-            connect(&m_musicConnector, &MusicConnector::remainingFormattedTimeChanged, &label, &QLabel::setText);
-        label.setText(m_musicConnector.remainingFormattedTime());
+        m_secondaryTimeBinding = connect(
+            &m_musicConnector, &MusicConnector::remainingFormattedTimeChanged, &m_lcd, &LcdView::setSecondaryTime);
+        m_lcd.setSecondaryTime(m_musicConnector.remainingFormattedTime());
         label.setToolTip(sentenceCased(TimeLabelMenu::remainingTimeText()));
     } else {
         m_secondaryTimeBinding =
-            connect(&m_musicConnector, &MusicConnector::totalFormattedTimeChanged, &label, &QLabel::setText);
-        label.setText(m_musicConnector.totalFormattedTime());
+            connect(&m_musicConnector, &MusicConnector::totalFormattedTimeChanged, &m_lcd, &LcdView::setSecondaryTime);
+        m_lcd.setSecondaryTime(m_musicConnector.totalFormattedTime());
         label.setToolTip(sentenceCased(TimeLabelMenu::totalTimeText()));
     }
 }
@@ -99,8 +101,8 @@ void TrackDisplay::setRemainingTimeShown(bool isShown)
 void TrackDisplay::followTimes()
 {
     QLabel &elapsed = m_lcd.primaryTimeLabel();
-    connect(&m_musicConnector, &MusicConnector::elapsedFormattedTimeChanged, &elapsed, &QLabel::setText);
-    elapsed.setText(m_musicConnector.elapsedFormattedTime());
+    connect(&m_musicConnector, &MusicConnector::elapsedFormattedTimeChanged, &m_lcd, &LcdView::setPrimaryTime);
+    m_lcd.setPrimaryTime(m_musicConnector.elapsedFormattedTime());
     elapsed.setToolTip(sentenceCased(tr("Elapsed Time", "For UI labels: Elapsed Time")));
 
     const auto makeRoom = [this] {
@@ -153,8 +155,13 @@ void TrackDisplay::showTexts()
 void TrackDisplay::updateToolTip()
 {
     const QString silence = obstacleToCommands(m_musicConnector.musicApp());
-    const QString toolTip = silence.isEmpty() ? waitingText(m_players) : silence;
-    m_lcd.setToolTip(toolTip);
+    QString toolTip = silence.isEmpty() ? waitingText(m_players) : silence;
+    if (toolTip.isEmpty() && m_musicConnector.audioOutputNames()) {
+        //: %1 is an output or several, such as "Headphones and Kitchen".
+        toolTip = tr("Playing through %1", "Tooltip of the display").arg(*m_musicConnector.audioOutputNames());
+    }
+    // The desktop or a device names an output, perhaps with a "<".
+    m_lcd.setToolTip(Qt::mightBeRichText(toolTip) ? Qt::convertFromPlainText(toolTip) : toolTip);
     // The silence is among the texts already.
     ScrollingMarqueeView &label = m_lcd.trackInfoLabel();
     if (const QString description = silence.isEmpty() ? toolTip : QString();

@@ -36,8 +36,6 @@ using namespace std::chrono_literals;
 
 constexpr auto dragLetGoDelay = 333ms;
 constexpr auto tooltipHoldOff = 1s;
-/// The step of an arrow key on the progress slider.
-constexpr double seekStepInSec = 5;
 constexpr double silence = 0;
 constexpr double fullVolume = 100;
 } // namespace
@@ -50,7 +48,6 @@ ViewController::ViewController(const Environment &environment, PlayerView &view,
     , m_drawerHost(environment.drawerHost)
     , m_view(view)
     , m_display(m_musicConnector, environment.players, m_appearance, m_view.lcd())
-    , m_volumeSliderTooltip(m_view.volumeSlider().toolTip())
     , m_availability(m_musicConnector, m_view)
     , m_timeLabelMenu(m_view.lcd().secondaryTimeLabel(), [this](QAction &item) { return validateMenuItem(item); })
 {
@@ -284,12 +281,7 @@ void ViewController::bindVolume()
     m_tooltipsTimer.setObjectName(QStringLiteral("tooltipsTimer"));
     m_tooltipsTimer.setSingleShot(true);
     m_tooltipsTimer.setInterval(tooltipHoldOff);
-    connect(&m_tooltipsTimer, &QTimer::timeout, &slider, [this, &slider] {
-        // The tooltip of a disabled slider says why it is disabled.
-        if (slider.isEnabled()) {
-            slider.setToolTip(m_volumeSliderTooltip);
-        }
-    });
+    connect(&m_tooltipsTimer, &QTimer::timeout, &m_availability, &ControlAvailability::updateVolume);
     m_defaults.bind(SettingsKey::volumeButtonsHidden, this, [this](bool hidden) {
         m_view.volumeMinButton().setHidden(hidden);
         m_view.volumeMaxButton().setHidden(hidden);

@@ -41,6 +41,9 @@ class ViewController : public QObject, public MusicConnectorDelegate, public Vol
     Q_PROPERTY(bool mouseIsHovering READ mouseIsHovering NOTIFY mouseIsHoveringChanged)
 
 public:
+    /// The step of an arrow key on the progress slider.
+    static constexpr double seekStepInSec = 5;
+
     /// The objects that the controller watches and commands. All must outlive it.
     struct Environment {
         MusicConnector &musicConnector;
@@ -137,7 +140,6 @@ private:
     bool m_mouseIsHovering = false;
     bool m_remainingTimeEnabled = true;
     TrackDisplay m_display;
-    QString m_volumeSliderTooltip;
     ControlAvailability m_availability;
     TimeLabelMenu m_timeLabelMenu;
     QTimer m_tooltipsTimer{this};

@@ -28,7 +28,8 @@ std::unique_ptr<PreferencesPaneController> instantiateController(
     const AppPreferencesWindowController::Environment &environment, const QString &identifier)
 {
     if (identifier == generalPane) {
-        return std::make_unique<PreferencesViewController>(environment.defaults, environment.players);
+        return std::make_unique<PreferencesViewController>(
+            environment.defaults, environment.players, environment.desktopSettings);
     }
     if (identifier == interfacePane) {
         return std::make_unique<InterfacePreferencesViewController>(environment.defaults, showsWindowIcons());
@@ -146,7 +147,7 @@ bool AppPreferencesWindowController::eventFilter(QObject *watched, QEvent *event
 /// Returns whether all symbols have an image.
 bool AppPreferencesWindowController::collectToolbarItems()
 {
-    for (const AppPreferences::Pane &pane : m_description.panes) {
+    for (const AppPreferences::Pane &pane : std::as_const(m_description.panes)) {
         const QIcon image = m_description.symbolImage(pane.symbol);
         if (image.isNull()) {
             return false;

@@ -23,6 +23,7 @@ class QGraphicsOpacityEffect;
 namespace tunedeck {
 
 class PreferencesPaneController;
+class DesktopSettings;
 class FollowablePlayers;
 class Updater;
 class UserDefaults;
@@ -42,6 +43,7 @@ public:
         UserDefaults &defaults;
         FollowablePlayers &players;
         Updater &updater;
+        DesktopSettings &desktopSettings;
     };
 
     /// The window has the panes General, Interface and Updates. Does not show it.
@@ -67,7 +69,7 @@ public:
 public Q_SLOTS:
     /// Brings the window to the front with the pane that was shown last.
     void showWindow();
-    /// With reduced motion, the window takes the height of a pane without an animation.
+    /// The window takes the height of a pane without an animation under reduced motion.
     void setMotionReduced(bool isReduced) { m_sizeAnimation.setMotionReduced(isReduced); }
 
 Q_SIGNALS:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "preferences/ExplanationLabel.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 #include <QStyle>
 
@@ -11,11 +12,18 @@ constexpr double inkOpacity = 0.7;
 } // namespace
 
 ExplanationLabel::ExplanationLabel(const QString &text, QWidget &control)
-    : QLabel(text, control.parentWidget())
+    : QLabel(control.parentWidget())
+    , m_control(control)
 {
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
-    control.setAccessibleDescription(text);
+    setExplanation(text);
+}
+
+void ExplanationLabel::setExplanation(const QString &text)
+{
+    setText(text);
+    m_control.setAccessibleDescription(text);
 }
 
 // The opacity weakens the text's colour: no role of the palette is both weak and legible in every theme.

@@ -10,11 +10,17 @@ class ExplanationLabel : public QLabel {
     Q_OBJECT
 
 public:
-    /// Also makes `text` the description of `control` for screen readers.
+    /// Also makes `text` the description of `control`, which must outlive the label, for screen readers.
     ExplanationLabel(const QString &text, QWidget &control);
+
+    /// Replaces the text and the description.
+    void setExplanation(const QString &text);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    QWidget &m_control;
 };
 
 } // namespace tunedeck

@@ -26,9 +26,9 @@ InterfacePreferencesViewController::InterfacePreferencesViewController(
     m_appearanceUpdatesDockIconBox = addCheckBox(SettingsKey::appearanceUpdatesDockIcon,
         tr("&Dark icon on a dark desktop", "Check box in the Interface pane: the program's icon in the dock"),
         showsWindowIcons ? tr("The icon in the dock is light or dark, like the desktop.",
-            "Below the check box \"Dark icon on a dark desktop\"")
+                               "Below the check box \"Dark icon on a dark desktop\"")
                          : tr("This desktop always shows the same icon.",
-                             "Below the check box \"Dark icon on a dark desktop\", where it has no effect"));
+                               "Below the check box \"Dark icon on a dark desktop\", where it has no effect"));
     m_volumeButtonsHiddenBox = addCheckBox(SettingsKey::volumeButtonsHidden,
         tr("&Hide the volume buttons", "Check box in the Interface pane"),
         tr("These are the two speakers beside the volume slider.", "Below the check box \"Hide the volume buttons\""));

@@ -16,8 +16,26 @@
 
 namespace tunedeck {
 
+namespace {
+void addGap(QFormLayout &form)
+{
+    form.addItem(new QSpacerItem(0, PaneMetrics::choiceGap - PaneMetrics::gap));
+}
+
+/// Adds `box` with its explanation below it.
+void addChoice(QFormLayout &form, const QString &caption, SettingBox &box)
+{
+    addGap(form);
+    form.addRow(caption, &box);
+    // Qt gives a row without a caption the height of the text in a narrow pane.
+    const int explanationRow = form.rowCount();
+    form.setItem(explanationRow, QFormLayout::LabelRole, new QSpacerItem(0, 0));
+    form.setWidget(explanationRow, QFormLayout::FieldRole, &box.explanation());
+}
+} // namespace
+
 PreferencesViewController::PreferencesViewController(
-    UserDefaults &defaults, FollowablePlayers &players, QObject *parent)
+    UserDefaults &defaults, FollowablePlayers &players, const DesktopSettings &desktopSettings, QObject *parent)
     : PreferencesPaneController(parent)
     , m_defaults(defaults)
     , m_radioButtonRemainingTime(
@@ -30,7 +48,20 @@ PreferencesViewController::PreferencesViewController(
           &m_view))
     , m_followedPlayerPicker(new FollowedPlayerPicker(defaults, players, &m_view))
     , m_neverFollowed(new NeverFollowedView(players, &m_view))
+    , m_startWithSession(new SettingBox(defaults, SettingsKey::startWithSession,
+          tr("&Start with the session", "Check box in the General pane"),
+          tr("Tunedeck is there when you log in.", "Below the check box \"Start with the session\""), &m_view))
+    , m_showOnlyWithPlayer(new SettingBox(defaults, SettingsKey::showOnlyWithPlayer,
+          tr("Show &only while a player is there", "Check box in the General pane: about the window"),
+          tr("The window goes with the last player and comes back with the next.",
+              "Below the check box \"Show only while a player is there\""),
+          &m_view))
+    , m_globalShortcuts(new SettingBox(defaults, SettingsKey::globalShortcuts,
+          tr("Shortcuts in &every window", "Check box in the General pane: keyboard shortcuts"),
+          tr("The desktop lets you choose the keys.", "Below the check box \"Shortcuts in every window\""), &m_view))
 {
+    m_startWithSession->showNotes(desktopSettings);
+    m_globalShortcuts->showNotes(desktopSettings);
     layOut();
     for (const QRadioButton *button : {m_radioButtonRemainingTime, m_radioButtonTotalTime}) {
         connect(button, &QRadioButton::clicked, this, &PreferencesViewController::timeRadioButtonDidChange);
@@ -56,6 +87,26 @@ void PreferencesViewController::timeRadioButtonDidChange()
 
 void PreferencesViewController::layOut()
 {
+    auto *form = new QFormLayout(&m_view);
+    form->setContentsMargins(PaneMetrics::margin, PaneMetrics::margin, PaneMetrics::margin, PaneMetrics::margin);
+    form->setVerticalSpacing(PaneMetrics::gap);
+    form->setLabelAlignment(Qt::AlignRight);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    form->addRow(tr("Time on the right:", "Caption in the General pane: the display's time on the right"),
+        m_radioButtonRemainingTime);
+    form->addRow(QString(), m_radioButtonTotalTime);
+    addChoice(*form, tr("Volume:", "Caption in the General pane, before the choice of the wheel's direction"),
+        *m_wheelDirection);
+    addPlayers(*form);
+    addChoice(*form, tr("Window:", "Caption in the General pane, before the choices of when the window is there"),
+        *m_startWithSession);
+    addChoice(*form, QString(), *m_showOnlyWithPlayer);
+    addChoice(*form, tr("Keyboard:", "Caption in the General pane, before the choice of shortcuts in every window"),
+        *m_globalShortcuts);
+}
+
+void PreferencesViewController::addPlayers(QFormLayout &form)
+{
     auto *playerCaption =
         new QLabel(tr("&Follow player:", "Caption in the General pane, before the choice of the player"), &m_view);
     playerCaption->setBuddy(m_followedPlayerPicker);
@@ -65,31 +116,17 @@ void PreferencesViewController::layOut()
     player->addWidget(new ExplanationLabel(
         tr("Automatic follows the player that is playing.", "Below the choice of the player to follow"),
         *m_followedPlayerPicker));
-
-    auto *form = new QFormLayout(&m_view);
-    form->setContentsMargins(PaneMetrics::margin, PaneMetrics::margin, PaneMetrics::margin, PaneMetrics::margin);
-    form->setVerticalSpacing(PaneMetrics::gap);
-    form->setLabelAlignment(Qt::AlignRight);
-    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    form->addRow(tr("Time on the right:", "Caption in the General pane: the display's time on the right"),
-        m_radioButtonRemainingTime);
-    form->addRow(QString(), m_radioButtonTotalTime);
-    form->addItem(new QSpacerItem(0, PaneMetrics::choiceGap - PaneMetrics::gap));
-    form->addRow(
-        tr("Volume:", "Caption in the General pane, before the choice of the wheel's direction"), m_wheelDirection);
-    // Qt gives a row without a caption the height of the text in a narrow pane.
-    const int explanationRow = form->rowCount();
-    form->setItem(explanationRow, QFormLayout::LabelRole, new QSpacerItem(0, 0));
-    form->setWidget(explanationRow, QFormLayout::FieldRole, &m_wheelDirection->explanation());
-    form->addItem(new QSpacerItem(0, PaneMetrics::choiceGap - PaneMetrics::gap));
-    form->addRow(playerCaption, player);
+    addGap(form);
+    form.addRow(playerCaption, player);
 
     auto *neverCaption =
         new QLabel(tr("&Never follow:", "Caption in the General pane, before the list of such players"), &m_view);
     neverCaption->setBuddy(&m_neverFollowed->list());
-    form->addRow(neverCaption, m_neverFollowed);
-    const auto showUnlessEmpty = [this, form] { form->setRowVisible(m_neverFollowed, !m_neverFollowed->isEmpty()); };
-    connect(m_neverFollowed, &NeverFollowedView::changed, form, showUnlessEmpty);
+    form.addRow(neverCaption, m_neverFollowed);
+    const auto showUnlessEmpty = [this, shown = &form] {
+        shown->setRowVisible(m_neverFollowed, !m_neverFollowed->isEmpty());
+    };
+    connect(m_neverFollowed, &NeverFollowedView::changed, &form, showUnlessEmpty);
     showUnlessEmpty();
 }
 

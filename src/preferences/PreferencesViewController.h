@@ -9,31 +9,37 @@
 #include <memory>
 
 class QCheckBox;
+class QFormLayout;
 class QRadioButton;
 
 namespace tunedeck {
 
+class DesktopSettings;
 class FollowablePlayers;
 class FollowedPlayerPicker;
 class NeverFollowedView;
 class UserDefaults;
 
 /// The General pane: which time the display shows on its right, which way a wheel turns the volume, which player is
-/// followed, and which ones never are.
+/// followed, and which ones never are, when the window is there, and whether keyboard shortcuts work in every window.
 class PreferencesViewController : public PreferencesPaneController {
     Q_OBJECT
     Q_PROPERTY(
         bool elapsedTimeEnabled READ elapsedTimeEnabled WRITE setElapsedTimeEnabled NOTIFY elapsedTimeEnabledChanged)
 
 public:
-    /// Both references must outlive the controller.
-    PreferencesViewController(UserDefaults &defaults, FollowablePlayers &players, QObject *parent = nullptr);
+    /// The references must outlive the controller.
+    PreferencesViewController(UserDefaults &defaults, FollowablePlayers &players,
+        const DesktopSettings &desktopSettings, QObject *parent = nullptr);
 
     [[nodiscard]] QWidget &view() override { return m_view; }
     [[nodiscard]] QRadioButton &radioButtonRemainingTime() { return *m_radioButtonRemainingTime; }
     [[nodiscard]] QRadioButton &radioButtonTotalTime() { return *m_radioButtonTotalTime; }
     [[nodiscard]] QCheckBox &wheelDirectionBox() { return *m_wheelDirection; }
     [[nodiscard]] FollowedPlayerPicker &followedPlayerPicker() { return *m_followedPlayerPicker; }
+    [[nodiscard]] QCheckBox &startWithSessionBox() { return *m_startWithSession; }
+    [[nodiscard]] QCheckBox &showOnlyWithPlayerBox() { return *m_showOnlyWithPlayer; }
+    [[nodiscard]] QCheckBox &globalShortcutsBox() { return *m_globalShortcuts; }
     [[nodiscard]] NeverFollowedView &neverFollowed() { return *m_neverFollowed; }
 
     /// A store of settings that the pane's controls could be bound to. Nothing sets it yet: they are bound to the
@@ -56,6 +62,7 @@ Q_SIGNALS:
 
 private:
     void layOut();
+    void addPlayers(QFormLayout &form);
     void refreshRadioButtons();
 
     UserDefaults &m_defaults;
@@ -66,6 +73,9 @@ private:
     SettingBox *m_wheelDirection;
     FollowedPlayerPicker *m_followedPlayerPicker;
     NeverFollowedView *m_neverFollowed;
+    SettingBox *m_startWithSession;
+    SettingBox *m_showOnlyWithPlayer;
+    SettingBox *m_globalShortcuts;
     bool m_elapsedTimeEnabled = false;
 };
 

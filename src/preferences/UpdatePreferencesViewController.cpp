@@ -40,11 +40,11 @@ void UpdatePreferencesViewController::layOut()
     version->setFont(bold);
     auto *purpose = new QLabel(m_updater.looksForUpdates()
             ? tr("Tunedeck looks for a newer version only when you ask. You choose whether to download it.",
-                "In the Updates pane")
+                  "In the Updates pane")
             : tr("This copy of Tunedeck does not look for new versions itself. If it came with your system, new "
                  "versions come with the system's updates. If you built it yourself, build it again from newer "
                  "sources.",
-                "In the Updates pane"),
+                  "In the Updates pane"),
         &m_view);
     purpose->setWordWrap(true);
 

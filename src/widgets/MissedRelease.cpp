@@ -9,6 +9,11 @@
 namespace tunedeck {
 
 namespace {
+bool isPopup(const QObject &object)
+{
+    return object.isWidgetType() && static_cast<const QWidget &>(object).windowType() == Qt::Popup;
+}
+
 bool concernsLeftButton(const QEvent &event)
 {
     return static_cast<const QMouseEvent &>(event).button() == Qt::LeftButton;
@@ -18,9 +23,10 @@ bool concernsLeftButton(const QEvent &event)
 MissedRelease::MissedRelease(QWidget &control)
     : m_control(control)
 {
+    m_soon.setSingleShot(true);
+    m_soon.setInterval(0);
+    connect(&m_soon, &QTimer::timeout, this, &MissedRelease::miss);
     m_control.installEventFilter(this);
-    m_undelivered.setSingleShot(true);
-    connect(&m_undelivered, &QTimer::timeout, this, &MissedRelease::miss);
 }
 
 bool MissedRelease::eventFilter(QObject *watched, QEvent *event)
@@ -42,6 +48,12 @@ bool MissedRelease::eventFilter(QObject *watched, QEvent *event)
             miss();
         }
         break;
+    case QEvent::Hide:
+        // On X11, a release that is on its way to the menu's window gets lost with that window.
+        if (isPopup(*watched)) {
+            miss();
+        }
+        break;
     default:
         break;
     }
@@ -50,13 +62,14 @@ bool MissedRelease::eventFilter(QObject *watched, QEvent *event)
 
 void MissedRelease::handleRelease(const QObject &watched)
 {
-    if (!watched.isWidgetType()) {
-        // Native windows get the event first and hand it on to a widget, but not once a menu has closed.
-        m_undelivered.start();
-    } else if (&watched == &m_control) {
+    if (&watched == &m_control) {
         stop();
-    } else {
+    } else if (watched.isWidgetType()) {
         miss();
+    } else if (&watched == m_control.window()->windowHandle()) {
+        // The control gets it after its window, or not at all: where a menu took the press of another button that is
+        // still down, Qt gives the press of the left one to the control and its release to no widget.
+        m_soon.start();
     }
 }
 
@@ -69,13 +82,12 @@ bool MissedRelease::isWindowGone(const QObject &watched) const
 /// Watches the whole program: no object of its own stands for the menu that will get the release.
 void MissedRelease::watch()
 {
-    m_undelivered.stop();
     qApp->installEventFilter(this);
 }
 
 void MissedRelease::stop()
 {
-    m_undelivered.stop();
+    m_soon.stop();
     qApp->removeEventFilter(this);
 }
 

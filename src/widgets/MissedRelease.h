@@ -8,9 +8,9 @@ class QWidget;
 
 namespace tunedeck {
 
-/// Notices that the left mouse button, which was pressed on a control, is released without the control getting the
-/// release: a menu that has opened meanwhile gets it, or no one, because such a menu has closed again or the window is
-/// no longer on a screen.
+/// Notices that a control, on which the left mouse button was pressed, cannot count on the release any more: a menu
+/// that has opened meanwhile gets it, or has closed again and perhaps taken it along, Qt gives it to no control, or the
+/// window is no longer on a screen.
 class MissedRelease : public QObject {
     Q_OBJECT
 
@@ -32,7 +32,7 @@ private:
     void miss();
 
     QWidget &m_control;
-    QTimer m_undelivered; ///< ends when a widget gets the release that the native window has got
+    QTimer m_soon;
 };
 
 } // namespace tunedeck

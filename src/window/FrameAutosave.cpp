@@ -40,9 +40,19 @@ FrameAutosave::FrameAutosave(Window &window, const RoomForDrawer &room, UserDefa
 
 bool FrameAutosave::eventFilter(QObject *watched, QEvent *event)
 {
-    // Qt holds these back until the window is shown.
-    if (event->type() == QEvent::Move || event->type() == QEvent::Resize) {
-        m_saveTimer.start();
+    switch (event->type()) {
+    case QEvent::Move:
+    case QEvent::Resize:
+        // Qt destroys the native window as it closes. Another one that takes its place has not been placed.
+        if (m_window.isVisible()) {
+            m_saveTimer.start();
+        }
+        break;
+    case QEvent::Close:
+        saveIfPending();
+        break;
+    default:
+        break;
     }
     return QObject::eventFilter(watched, event);
 }

@@ -2,9 +2,11 @@
 #include "window/Window.h"
 
 #include "platform/windowLog.h"
+#include "platform/windowSystem.h"
 #include "widgets/bringToFront.h"
 #include "widgets/canBeSeen.h"
 #include "window/WindowController.h"
+#include "x11/correctPlace.h"
 #include "x11/frameExtents.h"
 #include "x11/isIconic.h"
 #include "x11/isScreenComposited.h"
@@ -314,6 +316,14 @@ void Window::paintEvent(QPaintEvent *event)
 
 void Window::resizeEvent(QResizeEvent *)
 {
+    // Qt 6.4 keeps the limits itself. Qt 6.8 takes every size that a Wayland desktop offers, also one beyond them. A
+    // desktop that fills the screen with a window ends a program that takes another size, so that state is left first.
+    const QSize inLimits = size().expandedTo(minimumSize()).boundedTo(maximumSize());
+    const bool fillsScreen = windowState().testAnyFlags(Qt::WindowMaximized | Qt::WindowFullScreen);
+    if (isWayland() && !fillsScreen && inLimits != size()) {
+        resize(inLimits);
+        return;
+    }
     if (m_contentView) {
         m_contentView->setGeometry(contentRect());
     }
@@ -323,6 +333,10 @@ void Window::resizeEvent(QResizeEvent *)
 
 void Window::showEvent(QShowEvent *)
 {
+    if (m_hasBeenSeen) {
+        // Without a place of its own, a window that was hidden would be placed again by the window manager.
+        windowHandle()->setPosition(windowHandle()->position());
+    }
     applyLevel();
     setFloatingType(*windowHandle());
     invalidateShadow();
@@ -333,10 +347,11 @@ void Window::watchScreen()
     connect(screen(), &QScreen::geometryChanged, this, &Window::applyScaleOfScreen, Qt::UniqueConnection);
 }
 
-/// On Wayland, a shown window keeps the scale that its screen had when the window appeared there.
+/// On Wayland, a shown window keeps the scale that its screen had when the window appeared there. Fractions are the
+/// exception: Qt 6.8 applies them itself, and then rounds the screen's scale up, but not the window's.
 void Window::applyScaleOfScreen()
 {
-    if (m_canBeSeen && windowHandle()->devicePixelRatio() != screen()->devicePixelRatio()) {
+    if (m_canBeSeen && std::ceil(windowHandle()->devicePixelRatio()) != std::ceil(screen()->devicePixelRatio())) {
         hide();
         windowHandle()->destroy();
         show();
@@ -351,6 +366,9 @@ void Window::updateCanBeSeen()
     }
     m_canBeSeen = canBeSeen;
     m_hasBeenSeen |= canBeSeen;
+    if (canBeSeen) {
+        correctPlace(*windowHandle());
+    }
     Q_EMIT canBeSeenChanged(canBeSeen);
 }
 

@@ -20,9 +20,9 @@ enum class WindowLevel { Normal = 0, Floating = 3 };
 /// The player's one window: frameless, rounded, moved by its background and resized in width by its left and right
 /// edges. Like a window with a frame, it can be key and main (see WindowActivation).
 ///
-/// With a compositor, it draws its shadow in margins around its content, and tells the window manager how wide they
-/// are. Users see the content as the window. All sizes here are in points, and those of the content unless a name says
-/// otherwise.
+/// It draws its shadow in margins around its content where a compositor runs, and tells the window manager how wide
+/// they are. Users see the content as the window. All sizes here are in points, and those of the content unless a name
+/// says otherwise.
 class Window : public QWidget {
     Q_OBJECT
     Q_PROPERTY(bool shiftButtonHeld READ shiftButtonHeld NOTIFY shiftButtonHeldChanged)

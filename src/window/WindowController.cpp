@@ -3,7 +3,6 @@
 
 #include "music/MenuItemIdentifier.h"
 #include "platform/UserDefaults.h"
-#include "platform/windowSystem.h"
 
 #include <QAction>
 
@@ -20,6 +19,8 @@ WindowController::WindowController(UserDefaults &defaults, QObject *parent)
         [this](const QVariant &height) { m_room.setHeight(height.toInt()); });
     connect(&m_heightAnimation, &QVariantAnimation::finished, this, &WindowController::finishResize);
     limitHeight(collapsedHeight, collapsedHeight);
+    // The compositor shows the window once it has painted itself, which comes after this event.
+    connect(&m_window, &Window::canBeSeenChanged, &m_keptAbove, &KeptAbove::setSeen, Qt::QueuedConnection);
     m_defaults.bind(SettingsKey::keepMainWindowAboveAllOtherWindows, this,
         [this](bool keepAbove) { setKeepAboveAllWindows(keepAbove); });
 }
@@ -28,6 +29,7 @@ void WindowController::setKeepAboveAllWindows(bool keepAbove)
 {
     m_keepAboveAllWindows = keepAbove;
     m_window.setLevel(keepAbove ? WindowLevel::Floating : WindowLevel::Normal);
+    m_keptAbove.setWanted(keepAbove);
     Q_EMIT keepAboveAllWindowsChanged(keepAbove);
 }
 
@@ -49,9 +51,13 @@ bool WindowController::validateMenuItem(QAction &item) const
 void WindowController::toggleKeepMainWindowAboveAllOtherWindows()
 {
     const QString &key = SettingsKey::keepMainWindowAboveAllOtherWindows;
-    const bool isKeptAbove = m_defaults.boolForKey(key);
-    if (canToggleKeepAbove(isKeptAbove)) {
-        m_defaults.setValue(key, !isKeptAbove);
+    if (!m_keptAbove.canToggle()) {
+        return;
+    }
+    const bool takesRestart = m_keptAbove.way() == AboveWay::Restart;
+    m_defaults.setValue(key, !m_defaults.boolForKey(key));
+    if (takesRestart) {
+        Q_EMIT restartRequested();
     }
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "above/KeptAbove.h"
+#include "platform/windowSystem.h"
 #include "player/DrawerHost.h"
 #include "widgets/ResizeAnimation.h"
 #include "window/FrameAutosave.h"
@@ -35,13 +37,15 @@ public:
 
     [[nodiscard]] bool keepAboveAllWindows() const { return m_keepAboveAllWindows; }
     void setKeepAboveAllWindows(bool keepAbove);
+    /// How the window is kept above others. On Wayland a compositor does it, if the program knows a road to it.
+    [[nodiscard]] KeptAbove &keptAbove() { return m_keptAbove; }
     /// The controller of a drawer in a window of its own. The drawer is a part of this window, so nothing sets it yet.
     [[nodiscard]] std::weak_ptr<PlaylistWindowController> playlistWindowController() const
     {
         return m_playlistWindowController;
     }
 
-    /// With reduced motion, the drawer opens and closes without an animation.
+    /// The drawer opens and closes without an animation under reduced motion.
     void setMotionReduced(bool isReduced) { m_heightAnimation.setMotionReduced(isReduced); }
     [[nodiscard]] bool isExpanded() const override { return m_isExpanded; }
     /// The window's top edge keeps its place, except at the lower edge of the screen (see RoomForDrawer).
@@ -51,10 +55,13 @@ public:
     bool validateMenuItem(QAction &item) const;
 
 public Q_SLOTS:
+    /// Does nothing where nothing can keep the window above. Where only a restart can, emits restartRequested() too.
     void toggleKeepMainWindowAboveAllOtherWindows();
 
 Q_SIGNALS:
     void keepAboveAllWindowsChanged(bool keepAbove);
+    /// The user wants the window above others, which takes a restart through XWayland.
+    void restartRequested();
 
 private:
     [[nodiscard]] int targetHeight() const;
@@ -66,6 +73,7 @@ private:
     std::weak_ptr<PlaylistWindowController> m_playlistWindowController;
     bool m_keepAboveAllWindows = false;
     bool m_isExpanded = false;
+    KeptAbove m_keptAbove{canKeepAbove()};
     Window m_window;
     RoomForDrawer m_room{m_window, this};
     FrameAutosave m_frameAutosave{m_window, m_room, m_defaults, this};

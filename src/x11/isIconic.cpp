@@ -5,8 +5,6 @@
 
 #include <QWindow>
 
-#include <algorithm>
-
 namespace tunedeck {
 
 namespace {
@@ -22,7 +20,7 @@ bool isHidden(xcb_window_t window)
 {
     static const xcb_atom_t states = x11Atom("_NET_WM_STATE");
     static const xcb_atom_t hidden = x11Atom("_NET_WM_STATE_HIDDEN");
-    return std::ranges::count(x11Atoms(window, states), hidden) > 0;
+    return x11HasAtom(window, states, hidden);
 }
 } // namespace
 

@@ -5,7 +5,9 @@
 
 #include <xcb/sync.h>
 
+#include <algorithm>
 #include <cstring>
+#include <span>
 #include <string_view>
 
 namespace tunedeck {
@@ -69,15 +71,31 @@ std::optional<std::uint32_t> x11Number(xcb_window_t window, xcb_atom_t property)
     return number;
 }
 
-std::vector<xcb_atom_t> x11Atoms(xcb_window_t window, xcb_atom_t property)
+bool x11HasAtom(xcb_window_t window, xcb_atom_t property, xcb_atom_t atom)
 {
     const auto cookie = xcb_get_property(x11Connection(), false, window, property, XCB_ATOM_ATOM, 0, mostAtoms);
     const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(x11Connection(), cookie, nullptr));
     if (!reply || reply->format != 32) {
-        return {};
+        return false;
     }
-    const auto *const first = static_cast<const xcb_atom_t *>(xcb_get_property_value(reply.get()));
-    return {first, first + reply->value_len};
+    const std::span atoms(static_cast<const xcb_atom_t *>(xcb_get_property_value(reply.get())), reply->value_len);
+    return std::ranges::find(atoms, atom) != atoms.end();
+}
+
+std::optional<QRect> x11Geometry(xcb_window_t window)
+{
+    xcb_connection_t *server = x11Connection();
+    const X11Reply<xcb_get_geometry_reply_t> geometry(
+        xcb_get_geometry_reply(server, xcb_get_geometry(server, window), nullptr));
+    if (!geometry) {
+        return std::nullopt;
+    }
+    const auto cookie = xcb_translate_coordinates(server, window, geometry->root, 0, 0);
+    const X11Reply<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(server, cookie, nullptr));
+    if (!place) {
+        return std::nullopt;
+    }
+    return QRect(place->dst_x, place->dst_y, geometry->width, geometry->height);
 }
 
 std::optional<std::uint32_t> x11Time()

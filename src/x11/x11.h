@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QRect>
+
 #include <xcb/xcb.h>
 
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <optional>
-#include <vector>
 
 namespace tunedeck {
 
@@ -28,8 +29,12 @@ template <typename Reply> using X11Reply = std::unique_ptr<Reply, FreeX11Reply>;
 /// 32-bit numbers.
 [[nodiscard]] std::optional<std::uint32_t> x11Number(xcb_window_t window, xcb_atom_t property);
 
-/// The first 100 atoms in the window's property. Empty if the property is missing or does not hold atoms.
-[[nodiscard]] std::vector<xcb_atom_t> x11Atoms(xcb_window_t window, xcb_atom_t property);
+/// Whether `atom` is one of the first 100 in the window's property. False if the property is missing or does not hold
+/// atoms.
+[[nodiscard]] bool x11HasAtom(xcb_window_t window, xcb_atom_t property, xcb_atom_t atom);
+
+/// The window without its border, in pixels of the screen. No value if there is no such window.
+[[nodiscard]] std::optional<QRect> x11Geometry(xcb_window_t window);
 
 /// The time on the X server's clock, in milliseconds. It starts again at zero every 49 days. No value if the server
 /// does not say.

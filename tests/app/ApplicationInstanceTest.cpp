@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ApplicationInstance.h"
 
+#include "platform/LogLimit.h"
 #include "support/PrivateBus.h"
 #include "support/elapse.h"
 #include "support/registerTest.h"
@@ -31,10 +32,10 @@ public:
 
     [[nodiscard]] ApplicationInstance::CarryOut carryOut()
     {
-        return [this](DesktopAction action, const ActivationToken &token) {
+        return [this](DesktopAction action, const ActivationToken &token, const ApplicationInstance::Answer &answer) {
             m_names.append(desktopActionName(action));
             m_tokens.append(token);
-            return refusal;
+            answer(refusal);
         };
     }
 
@@ -46,7 +47,7 @@ private:
     QList<ActivationToken> m_tokens;
 };
 
-/// What a second process is told.
+/// The answer to a second process.
 struct Told {
     std::optional<FirstsAnswer> answer;
 
@@ -113,7 +114,11 @@ class ApplicationInstanceTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+        LogLimit::leaveOutUnknownCalls();
+    }
 
     void withoutABusEveryProcessIsTheFirst()
     {
@@ -206,7 +211,7 @@ private Q_SLOTS:
         Told told;
         second.askFirst(DesktopAction::Next, tokenOfDock, told.take());
         QTRY_VERIFY(told.isAnswered());
-        // What another process says must not command the terminal.
+        // Another process's words must not command the terminal.
         QCOMPARE(told.refusal(), QStringLiteral("There is [31mnonext"));
     }
 
@@ -311,12 +316,63 @@ private Q_SLOTS:
 
     void whoIsAskedToOpenFilesActivates()
     {
+        const PrivateBus bus;
+        ApplicationInstance instance(bus.connect(QStringLiteral("opened")));
+        const QDBusConnection caller = bus.connect(QStringLiteral("opening"));
+        QSignalSpy activated(&instance, &ApplicationInstance::activated);
+        const QDBusPendingCall answer =
+            caller.asyncCall(callTo(QStringLiteral("org.freedesktop.Application"), QStringLiteral("Open"),
+                {QStringList{QStringLiteral("file:///song")},
+                    QVariantMap{{QStringLiteral("activation-token"), QStringLiteral("open")}}}));
+        QTRY_VERIFY(answer.isFinished() && !answer.isError());
+        QTRY_COMPARE(activated.count(), 1);
+        QCOMPARE(activated.constFirst().constFirst().value<ActivationToken>().waylandToken, QStringLiteral("open"));
+    }
+
+    void anActionThatShowsTheWindowStartsTheProgramLikeAnyStart()
+    {
         ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
         QSignalSpy activated(&instance, &ApplicationInstance::activated);
-        instance.Open({QStringLiteral("file:///song")}, {{QStringLiteral("activation-token"), QStringLiteral("open")}});
+        QSignalSpy unused(&instance, &ApplicationInstance::tokenUnused);
+        DeliveredActions delivered;
+        const QVariantMap platformData{{QStringLiteral("activation-token"), QStringLiteral("token")}};
+        instance.ActivateAction(QStringLiteral("show-or-hide"), {}, platformData);
         handleAll(instance);
         QCOMPARE(activated.count(), 1);
-        QCOMPARE(activated.constFirst().constFirst().value<ActivationToken>().waylandToken, QStringLiteral("open"));
+        QCOMPARE(activated.constFirst().constFirst().value<ActivationToken>().waylandToken, QStringLiteral("token"));
+        QVERIFY(!instance.isAskedForActionsAlone());
+        carryOutAll(instance, delivered);
+        QCOMPARE(delivered.names(), QStringList());
+
+        instance.ActivateAction(QStringLiteral("show-or-hide"), {}, platformData);
+        handleAll(instance);
+        QCOMPARE(delivered.names(), {QStringLiteral("show-or-hide")});
+        QCOMPARE(delivered.tokens().constFirst().waylandToken, QStringLiteral("token"));
+        QCOMPARE(activated.count(), 1);
+        QCOMPARE(unused.count(), 0);
+    }
+
+    void theDrawerOpensInAProgramThatIsStartedForIt()
+    {
+        ApplicationInstance instance(QDBusConnection(QStringLiteral("none")));
+        DeliveredActions delivered;
+        instance.requestAction(DesktopAction::Playlists);
+        QVERIFY(!instance.isAskedForActionsAlone());
+        carryOutAll(instance, delivered);
+        QCOMPARE(delivered.names(), {QStringLiteral("playlists")});
+    }
+
+    void aCallThatIsTooLargeIsRefused()
+    {
+        const PrivateBus bus;
+        const ApplicationInstance instance(bus.connect(QStringLiteral("small")));
+        const QDBusConnection caller = bus.connect(QStringLiteral("large"));
+        const QSignalSpy activated(&instance, &ApplicationInstance::activated);
+        const QDBusPendingCall answer = caller.asyncCall(callTo(QStringLiteral("org.freedesktop.Application"),
+            QStringLiteral("Activate"), {QVariantMap{{QStringLiteral("text"), QString(1'100'000, u'x')}}}));
+        QTRY_VERIFY(answer.isFinished());
+        QCOMPARE(answer.error().type(), QDBusError::LimitsExceeded);
+        QCOMPARE(activated.count(), 0);
     }
 
     void anActionLeavesTheKeyboardToWhoHasIt()

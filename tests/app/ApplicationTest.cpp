@@ -31,6 +31,7 @@
 #include <QApplication>
 #include <QLoggingCategory>
 #include <QScopeGuard>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace tunedeck;
@@ -329,6 +330,51 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowActive(&other));
         application.reopen();
         QVERIFY(QTest::qWaitForWindowActive(&window));
+    }
+
+    void showOrHideHidesAWindowThatCanBeSeenAndShowsOneThatCannot()
+    {
+        Desktop desktop;
+        Application application(desktop.environment());
+        application.showMainWindow();
+        Window &window = application.windowController().window();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        const QPoint place = window.pos();
+        const QSignalSpy quit(qApp, &QGuiApplication::lastWindowClosed);
+        Q_EMIT application.delegate().showOrHideRequested({});
+        QVERIFY(!window.isVisible());
+        Q_EMIT application.delegate().showOrHideRequested({});
+        QVERIFY(window.isVisible());
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QCOMPARE(window.pos(), place);
+        window.showMinimized();
+        Q_EMIT application.delegate().showOrHideRequested({});
+        QVERIFY(window.isVisible());
+        QVERIFY(!window.isMinimized());
+        QCOMPARE(quit.count(), 0);
+    }
+
+    void playlistsOpensAndClosesTheDrawerAndShowsAHiddenWindowWithItOpen()
+    {
+        Desktop desktop;
+        Application application(desktop.environment());
+        application.showMainWindow();
+        Window &window = application.windowController().window();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        const WindowController &controller = application.windowController();
+        Q_EMIT application.delegate().playlistsRequested({});
+        QVERIFY(controller.isExpanded());
+        window.hide();
+        Q_EMIT application.delegate().playlistsRequested({});
+        QVERIFY(window.isVisible());
+        QVERIFY(controller.isExpanded());
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        Q_EMIT application.delegate().playlistsRequested({});
+        QVERIFY(!controller.isExpanded());
+        window.hide();
+        Q_EMIT application.delegate().playlistsRequested({});
+        QVERIFY(window.isVisible());
+        QVERIFY(controller.isExpanded());
     }
 };
 

@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QMenu>
 #include <QPixmap>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -278,6 +279,46 @@ private Q_SLOTS:
         QTRY_VERIFY(!item.icon().isNull());
         QCOMPARE(item.icon().pixmap(16, 16).toImage().pixelColor(8, 8), QColor(Qt::red));
         QVERIFY(follow.item(u"Strawberry: Quince Harbour Timetable"_s).icon().isNull());
+    }
+
+    void untilItOpensItReadsNoDesktopEntry()
+    {
+        Follow follow;
+        follow.players.players.first().desktopEntry = u"demo"_s;
+        QMenu menu;
+        const FollowMenu later(menu, {follow.players, follow.defaults, follow.desktopEntries});
+        const QSignalSpy known(&follow.desktopEntries, &DesktopEntries::factsKnown);
+        // The entries are read in the order in which they are asked for.
+        QVERIFY(!follow.desktopEntries.facts(u"another"_s));
+        QTRY_VERIFY(!known.isEmpty());
+        QCOMPARE(known.first().first().toString(), u"another"_s);
+    }
+
+    void aGlobalMenuBarGetsTheIconsOfAMenuThatItReads()
+    {
+        Follow follow;
+        follow.players.players.first().desktopEntry = u"demo"_s;
+        Q_EMIT follow.menu.aboutToShow();
+        QTRY_VERIFY(!follow.item(u"VLC"_s).icon().isNull());
+    }
+
+    /// It may be open, and the user about to click.
+    void theIconsMoveNoItemOfAMenuThatAGlobalMenuBarShows()
+    {
+        Follow follow;
+        follow.players.players.first().desktopEntry = u"demo"_s;
+        Q_EMIT follow.menu.aboutToShow();
+        const QStringList lines = follow.lines();
+        QList<FollowablePlayer> players = follow.players.players;
+        players.prepend(playerNamed(u"mpv"_s, u"mpv"_s));
+        players.removeLast();
+        follow.players.set(players);
+        const QAction &second = *follow.menu.actions().at(1);
+        const QAction &third = *follow.menu.actions().at(2);
+        QTRY_VERIFY(!second.icon().isNull() || !third.icon().isNull());
+        QCOMPARE(follow.lines(), lines);
+        QVERIFY(!second.icon().isNull());
+        QCOMPARE(second.data().toString(), u"vlc"_s);
     }
 
     void screenReadersHearThePlayersAndWhichIsChosen()

@@ -100,6 +100,18 @@ private Q_SLOTS:
         QVERIFY(!isEnabled(previous));
     }
 
+    void whereMusicCannotBeLaunchedTheItemSaysWhyAndIsDisabled()
+    {
+        Desktop desktop;
+        desktop.music.setRunning(false);
+        desktop.music.isLaunchable = false;
+        Application application(desktop.environment());
+        const QAction *open = application.mainMenu().item(MenuItemIdentifier::openMusicApp);
+        QVERIFY(!open->isEnabled());
+        QCOMPARE(open->text(), QStringLiteral("Open \"Music\" (Not Possible in a Sandbox)"));
+        QVERIFY(open->toolTip().contains(QLatin1String("Start your player yourself")));
+    }
+
     void itemsFollowMusicsAnswersWithoutAMenuBeingOpened()
     {
         using namespace MenuItemIdentifier;
@@ -235,19 +247,11 @@ private Q_SLOTS:
                 MenuItemIdentifier::closeWindow}));
     }
 
-    void onWaylandNothingCanBeKeptAbove()
+    void onWaylandNoWindowCanAskToStayAbove()
     {
         QVERIFY(canKeepAbove(QStringLiteral("xcb")));
         QVERIFY(!canKeepAbove(QStringLiteral("wayland")));
         QVERIFY(!canKeepAbove(QStringLiteral("wayland-egl")));
-    }
-
-    void onWaylandItCanOnlyBeSwitchedOff()
-    {
-        for (const bool isKeptAbove : {false, true}) {
-            QVERIFY(canToggleKeepAbove(isKeptAbove, QStringLiteral("xcb")));
-            QCOMPARE(canToggleKeepAbove(isKeptAbove, QStringLiteral("wayland")), isKeptAbove);
-        }
     }
 
     void theCheckMarkOfKeepAboveIsTheSetting()

@@ -53,7 +53,7 @@ struct Program {
         : player(bus, bus.connect(u"player's control"_s), playerArguments)
         , music(connection, defaults, launcher, rest.clock())
         , application({music, defaults, appearance, windowActivation, music.followablePlayers(), music.desktopEntries(),
-              updater})
+              updater, desktopSettings})
     {
         application.showMainWindow();
     }
@@ -86,6 +86,7 @@ struct Program {
     Appearance appearance{defaults, QDBusConnection(u"none"_s)};
     WindowActivation windowActivation;
     CountingUpdater updater;
+    SilentDesktopSettings desktopSettings;
     ApplicationLauncher launcher;
     DemoPlayerProcess player;
     MusicAtRest rest;

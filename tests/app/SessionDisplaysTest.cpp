@@ -66,6 +66,36 @@ private Q_SLOTS:
         QVERIFY(!SessionDisplays::fromEnvironment().offersXWayland(xcb, false));
     }
 
+    void withoutAWaylandDisplayOneOfX11LeadsToX11()
+    {
+        QVERIFY(!SessionDisplays::fromEnvironment().leadToX11(false));
+        qunsetenv("WAYLAND_DISPLAY");
+        QVERIFY(SessionDisplays::fromEnvironment().leadToX11(false));
+        qunsetenv("DISPLAY");
+        QVERIFY(!SessionDisplays::fromEnvironment().leadToX11(false));
+    }
+
+    void theWishForXWaylandLeadsToX11() { QVERIFY(SessionDisplays::fromEnvironment().leadToX11(true)); }
+
+    void aChosenPlatformLeadsToX11IfItComesFirst_data()
+    {
+        QTest::addColumn<QByteArray>("platform");
+        QTest::addColumn<bool>("leadsToX11");
+        QTest::newRow("xcb") << QByteArray("xcb") << true;
+        QTest::newRow("xcb first") << QByteArray("xcb;wayland") << true;
+        QTest::newRow("Wayland first") << QByteArray("wayland;xcb") << false;
+        QTest::newRow("no display") << QByteArray("offscreen") << false;
+    }
+    void aChosenPlatformLeadsToX11IfItComesFirst()
+    {
+        QFETCH(const QByteArray, platform);
+        QFETCH(const bool, leadsToX11);
+        qputenv("QT_QPA_PLATFORM", platform);
+        QCOMPARE(SessionDisplays::fromEnvironment().leadToX11(false), leadsToX11);
+        qunsetenv("WAYLAND_DISPLAY");
+        QCOMPARE(SessionDisplays::fromEnvironment().leadToX11(false), leadsToX11);
+    }
+
     void onX11AloneNothingIsOffered()
     {
         qunsetenv("WAYLAND_DISPLAY");

@@ -22,6 +22,7 @@
 
 #include <csignal>
 #include <optional>
+#include <sys/stat.h>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -104,6 +105,23 @@ struct Session {
     PrivateBus bus;
     QDBusConnection connection = bus.connect(u"the session's"_s);
     DemoPlayerProcess player;
+};
+
+/// While it exists, programs that this one starts never finish reading fontconfig's settings.
+class EndlessFonts {
+public:
+    EndlessFonts()
+    {
+        const QByteArray settings = QFile::encodeName(m_folder.filePath(u"fonts.conf"_s));
+        ::mkfifo(settings.constData(), S_IRUSR | S_IWUSR);
+        qputenv("FONTCONFIG_FILE", settings);
+    }
+    ~EndlessFonts() { qunsetenv("FONTCONFIG_FILE"); }
+    EndlessFonts(const EndlessFonts &) = delete;
+    EndlessFonts &operator=(const EndlessFonts &) = delete;
+
+private:
+    QTemporaryDir m_folder;
 };
 
 /// The program started from a command line.
@@ -253,6 +271,20 @@ class StartOnTheBusTest : public QObject {
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
+    void aProgramWhosePlayerIsPausedLoadsNoSoundLibrary()
+    {
+        const Session session(QStringList{u"--play"_s, u"--do"_s, u"pause"_s});
+        QCOMPARE(session.call(u"Activate"_s, {QVariantMap()}).type(), QDBusMessage::ReplyMessage);
+        const uint process = session.connection.interface()->servicePid(u"org.tunedeck.Tunedeck"_s);
+        QFile maps(u"/proc/%1/maps"_s.arg(process));
+        QVERIFY(maps.open(QIODevice::ReadOnly));
+        const QByteArray loaded = maps.readAll();
+        QVERIFY(loaded.contains("/libQt6Widgets.so"));
+        for (const char *library : {"/libpulse.so", "/tunedeck-audio.so"}) {
+            QVERIFY2(!loaded.contains(library), library);
+        }
+    }
+
     void aProgramThatLooksForNoUpdateLoadsNoNetwork()
     {
         const Session session(QStringList{u"--play"_s});
@@ -265,6 +297,18 @@ private Q_SLOTS:
         for (const char *library : {"/libcurl.so", "/libsodium.so", "/libQt6Network.so", "/tunedeck-updates.so"}) {
             QVERIFY2(!loaded.contains(library), library);
         }
+    }
+
+    void aProgramThatReadsNoDesktopEntryLoadsNoGIO()
+    {
+        const Session session(QStringList{u"--play"_s});
+        QCOMPARE(session.call(u"Activate"_s, {QVariantMap()}).type(), QDBusMessage::ReplyMessage);
+        const uint process = session.connection.interface()->servicePid(u"org.tunedeck.Tunedeck"_s);
+        QFile maps(u"/proc/%1/maps"_s.arg(process));
+        QVERIFY(maps.open(QIODevice::ReadOnly));
+        const QByteArray loaded = maps.readAll();
+        QVERIFY(loaded.contains("/libQt6Widgets.so"));
+        QVERIFY(!loaded.contains("/libgio-2.0.so"));
     }
 
     void anActionStartsTheProgramAndIsCarriedOut_data()
@@ -305,6 +349,11 @@ private Q_SLOTS:
         for (int number = 0; number < 2'000; ++number) {
             answers.append(session.begin(u"ActivateAction"_s, action(u"no such action %1"_s.arg(number))));
         }
+        for (int number = 0; number < 2'000; ++number) {
+            const QString method =
+                u"NoSuchMethod_%1%2"_s.arg(QChar(u'a' + number / 26 % 26)).arg(QChar(u'a' + number % 26));
+            answers.append(session.begin(method, {}));
+        }
         QTRY_VERIFY(answers.constLast().isFinished());
         const QString said = program.said();
         QCOMPARE(said.count(u"refused: unknown action"_s), 10);
@@ -336,6 +385,23 @@ private Q_SLOTS:
         const CommandLine line(session, {u"--action"_s, u"next"_s});
         QCOMPARE(session.commands(1), {u"Next"_s});
         QVERIFY(session.isProgramRunning());
+    }
+
+    void theProgramIsOnTheBusWhileTheFontsAreListed()
+    {
+        const Session session({});
+        const EndlessFonts fonts;
+        const CommandLine line(session, {});
+        QVERIFY(QTest::qWaitFor([&session] { return session.isProgramRunning(); }, 20'000));
+    }
+
+    void aCommandLineAsksTheProgramThatRunsWhileTheFontsAreListed()
+    {
+        const Session session({u"--play"_s});
+        QCOMPARE(session.call(u"Activate"_s, {QVariantMap()}).type(), QDBusMessage::ReplyMessage);
+        const EndlessFonts fonts;
+        const CommandLine line(session, {u"--action"_s, u"next"_s});
+        QCOMPARE(session.commands(1), {u"Next"_s});
     }
 
     void aCommandLineShowsThePlayersOwnWindow()
@@ -434,7 +500,7 @@ private Q_SLOTS:
         QVERIFY(process.waitForFinished(20'000));
         QCOMPARE(process.exitCode(), 1);
         QVERIFY(QString::fromUtf8(process.readAllStandardError())
-                    .endsWith(u"tunedeck: unbekannte Aktion; siehe --help\n"_s));
+                .endsWith(u"tunedeck: unbekannte Aktion; siehe --help\n"_s));
     }
 
     void aBusThatGoesAwayAndComesBackIsTakenUpAgain()

@@ -38,23 +38,25 @@ CHANGE = "object:property-change:"
 VALUE_CHANGE = f"{CHANGE}accessible-value"
 FOCUSED = "object:state-changed:focused"
 NOTIFIED = "object:state-changed:showing"  # what a screen reader speaks of a notification
-EVENTS = (f"{CHANGE}accessible-name", VALUE_CHANGE, FOCUSED, NOTIFIED)
-DEADLINE = 5  # seconds
+ANNOUNCED = "object:announcement"  # what it speaks with Qt 6.8
+EVENTS = (f"{CHANGE}accessible-name", VALUE_CHANGE, FOCUSED, NOTIFIED, ANNOUNCED)
+DEADLINE = 20  # seconds
+BUTTON = Atspi.role_get_name(Atspi.Role.PUSH_BUTTON)  # "push button" in Debian 12, "button" in Debian 13
 
 FIRST_TRACK = "Quince Harbour Timetable, The Ferrous Pelicans, Gantry Weather"
 SECOND_TRACK = "Borrowed Thimble Waltz, Odalune Brack, Mirek Soothe, Thimblerig"
 PLAYLISTS = ["Everything", "Short Ones", "Far Away"]
 
 PLAYER = [
-    ("push button", "Close"), ("push button", "Minimize"), ("push button", "Zoom"),
-    ("push button", "Previous"), ("push button", "Play"), ("push button", "Next"), ("slider", "Volume"),
-    ("push button", "Silence"), ("push button", "Full volume"),
+    (BUTTON, "Close"), (BUTTON, "Minimize"), (BUTTON, "Zoom"),
+    (BUTTON, "Previous"), (BUTTON, "Play"), (BUTTON, "Next"), ("slider", "Volume"),
+    (BUTTON, "Silence"), (BUTTON, "Full volume"),
     ("notification", FIRST_TRACK), ("label", "1:00"), ("slider", "Position"), ("label", "-2:23"),
-    ("push button", "Show or hide the playlists"),
+    (BUTTON, "Show or hide the playlists"),
 ]
 DRAWER = [
-    ("label", "Playlist:"), ("combo box", "Everything"), ("push button", "Done"),
-    ("push button", "Shuffle: off"), ("push button", "Repeat: off"),
+    ("label", "Playlist:"), ("combo box", "Everything"), (BUTTON, "Done"),
+    (BUTTON, "Shuffle: off"), (BUTTON, "Repeat: off"),
 ]
 PLAY = (74, 21)  # in the window
 SHOWN_ONLY = ("label", "notification")
@@ -228,7 +230,8 @@ class ScreenReaderTest(DesktopTest):
         return [heard.name for heard in self.heard if heard.event == FOCUSED and heard.gains and heard.role != "frame"]
 
     def spoken(self) -> list[str]:
-        return [heard.name for heard in self.heard if heard.event == NOTIFIED and heard.role == "notification"]
+        return [heard.name for heard in self.heard if heard.role == "notification" and (
+            heard.event == NOTIFIED or heard.event.startswith(ANNOUNCED))]
 
     def read(self) -> list[tuple[str, str]]:
         return [named(element) for element in shown(self.window) if element.get_role_name() != PLAIN]
@@ -239,7 +242,7 @@ class ScreenReaderTest(DesktopTest):
         return found[0]
 
     def press(self, name: str) -> None:
-        do(self.find("push button", name), "Press")
+        do(self.find(BUTTON, name), "Press")
 
     def open_drawer(self) -> None:
         self.press("Show or hide the playlists")
@@ -322,24 +325,24 @@ class ScreenReaderTest(DesktopTest):
 
     def test_what_a_live_stream_cannot_do_is_not_offered(self) -> None:
         self.player.tell("track 9")
-        self.assert_soon(False, lambda: has(self.find("push button", "Next"), State.SENSITIVE))
-        self.assertFalse(has(self.find("push button", "Previous"), State.SENSITIVE))
+        self.assert_soon(False, lambda: has(self.find(BUTTON, "Next"), State.SENSITIVE))
+        self.assertFalse(has(self.find(BUTTON, "Previous"), State.SENSITIVE))
         self.assertNotIn(("slider", "Position"), self.read())
         self.assertIn(("label", "Live"), self.read())
-        self.assert_soon(True, lambda: ("push button", "Stop") in self.read())
+        self.assert_soon(True, lambda: (BUTTON, "Stop") in self.read())
 
     def test_a_player_that_hangs_is_spoken_of_and_the_controls_say_why_they_are_disabled(self) -> None:
         hangs = "Tunedeck Demo Player is not responding"
         self.player.tell("silent on")
         self.press("Next")
         self.assert_soon([f"{hangs}, {FIRST_TRACK.replace(', ', ' – ')}"], self.spoken)
-        disabled = (("push button", "Previous"), ("push button", "Next"), ("push button", "Silence"),
-                    ("slider", "Volume"), ("slider", "Position"), ("push button", "Done"))
+        disabled = ((BUTTON, "Previous"), (BUTTON, "Next"), (BUTTON, "Silence"),
+                    ("slider", "Volume"), ("slider", "Position"), (BUTTON, "Done"))
         for role, name in disabled:
             control = self.find(role, name)
             self.assertFalse(has(control, State.SENSITIVE))
             self.assertEqual(control.get_description(), hangs)
-        self.assertTrue(has(self.find("push button", "Show or hide the playlists"), State.SENSITIVE))
+        self.assertTrue(has(self.find(BUTTON, "Show or hide the playlists"), State.SENSITIVE))
         self.player.tell("silent off")
         self.player.tell("volume 0.5")
         for role, name in disabled:
@@ -382,7 +385,7 @@ class ScreenReaderTest(DesktopTest):
     def test_play_and_pause(self) -> None:
         self.press("Play")
         self.assert_soon("Playing", lambda: self.player.get("PlaybackStatus"))
-        self.assert_soon(True, lambda: ("push button", "Pause") in self.read())
+        self.assert_soon(True, lambda: (BUTTON, "Pause") in self.read())
         self.press("Pause")
         self.assert_soon("Paused", lambda: self.player.get("PlaybackStatus"))
 
@@ -416,7 +419,8 @@ class ScreenReaderTest(DesktopTest):
     def test_another_playlist_is_chosen_and_played(self) -> None:
         self.open_drawer()
         do(self.find("combo box", "Everything"), "ShowMenu")
-        self.assert_soon(["Everything", "Playlist"], self.focused)
+        # Before it, Qt 6.4 reports the playlist that is chosen, and Qt 6.8 does not.
+        self.assert_soon(["Playlist"], lambda: self.focused()[-1:])
         self.heard.clear()
         type_key("Down")
         self.assert_soon(["Short Ones"], self.focused)
@@ -429,7 +433,7 @@ class ScreenReaderTest(DesktopTest):
         self.open_drawer()
         self.press("Shuffle: off")
         self.assert_soon(True, lambda: self.player.get("Shuffle"))
-        self.assert_soon(True, lambda: ("push button", "Shuffle: on") in self.read())
+        self.assert_soon(True, lambda: (BUTTON, "Shuffle: on") in self.read())
 
     def test_repeat_and_its_name(self) -> None:
         self.open_drawer()
@@ -438,7 +442,7 @@ class ScreenReaderTest(DesktopTest):
                                       ("Repeat: one", "Repeat: off", "None")):
             self.press(name)
             self.assert_soon(loop, lambda: self.player.get("LoopStatus"))
-            self.assert_soon(True, lambda: ("push button", following) in self.read())
+            self.assert_soon(True, lambda: (BUTTON, following) in self.read())
 
     def test_the_window_is_zoomed(self) -> None:
         self.press("Zoom")
@@ -488,9 +492,9 @@ class ScreenReaderTest(DesktopTest):
         self.assert_buttons_told(["Shuffle: on", "Repeat: one"])
 
     def assert_buttons_told(self, names: list[str]) -> None:
-        self.assert_soon(names, lambda: self.told("push button"))
+        self.assert_soon(names, lambda: self.told(BUTTON))
         self.hear_the_rest()
-        self.assertEqual(self.told("push button"), names)
+        self.assertEqual(self.told(BUTTON), names)
 
     def test_a_volume_that_the_player_changes_is_told(self) -> None:
         self.player.tell("volume 0.3")

@@ -103,6 +103,13 @@ class PlaceTest(DesktopTest):
             self.assertEqual(process.wait(10), 0)
         self.assertEqual(self.place_at_start(), before)
 
+    def test_a_session_that_ends_right_after_a_move_leaves_it_there(self) -> None:
+        with self.window() as (window, process):
+            before = window.move_to(333, 217)
+            process.terminate()
+            self.assertEqual(process.wait(10), 0)
+        self.assertEqual(self.place_at_start(), before)
+
     def test_no_start_moves_it(self) -> None:
         for scale in (1, 1.5, 2):
             for surroundings in (contextlib.nullcontext(), compositor()):

@@ -18,17 +18,21 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
 from session import Build, becomes, demo_player, running, session, settled, window_manager  # noqa: E402
-from window_test import CONTENT, DRAWER, FORWARD, METAL, SCREEN, DesktopTest, StartupMessages, server_time  # noqa: E402
-from x11window import TunedeckWindow, output, shown_window, window_of  # noqa: E402
+from window_test import (  # noqa: E402
+    CONTENT, DISPLAY, DRAWER, FORWARD, METAL, SCREEN, VOLUME, DesktopTest, StartupMessages, server_time)
+from x11window import TunedeckWindow, output, shown_window, shown_windows, window_of  # noqa: E402
 
 SKIPPED = 77
-BACK, PROGRESS, PROGRESS_START = (42, 21), (250, 42), (184, 42)
+BACK, PROGRESS = (42, 21), (250, 42)
 PROGRESS_ROW = (174, 34), (208, 16)  # its place and size
+LEFT_OF_DISPLAY = (128, 64)
 BUTTON = 26  # the width and the height of back and forward
 # The grey at METAL. Scales and compositors change it a little.
 LOOKS = {199: "active", 203: "kept above while another window is active", 240: "inactive"}
 ACTIVE, KEPT, INACTIVE = LOOKS.values()
 OTHER_WINDOWS = (("ctrl+comma", "^General$"), ("F1", "Help"))
+# Opens the first window of the menu's first submenu, where the pointer is on the metal.
+ABOUT = ("click", "3", "sleep", "0.1", "key", "--delay", "40", "Down", "Right", "Return")
 PLAYER = ("--dest", "org.mpris.MediaPlayer2.tunedeckdemo", "--object-path", "/org/mpris/MediaPlayer2")
 
 
@@ -39,8 +43,7 @@ def look(window: TunedeckWindow) -> str:
 
 
 def is_shown(name: str) -> bool:
-    search = ("xdotool", "search", "--onlyvisible", "--name", name)
-    return subprocess.run(search, stdout=subprocess.DEVNULL).returncode == 0
+    return bool(shown_windows("--name", name))
 
 
 class WindowManagerTest(DesktopTest):
@@ -107,7 +110,11 @@ class MetalTest(WindowManagerTest):
         window = self.open_window()
         self.use_other_window()
         self.assert_becomes(INACTIVE, lambda: look(window))
+        if self.window_manager == "kwin_x11" and output("kwin_x11", "--version").startswith("kwin 6"):
+            self.skipTest("KWin 6 has no keys of its own for another window.")
         for expected in (ACTIVE, INACTIVE):
+            # xfwm4 takes no second key while it is still about the first one.
+            window.settle()
             output("xdotool", "keydown", "alt", "key", "Tab", "keyup", "alt")
             self.assert_becomes(expected, lambda: look(window))
 
@@ -152,17 +159,6 @@ class ControlsTest(WindowManagerTest):
             output("xdotool", *way)
             # A seek that nothing ends goes on to the end of the track, which is minutes away.
             self.assertLess(settled(self.position), before + 60_000_000)
-
-    def test_the_knob_goes_back_where_the_player_does_not_seek(self) -> None:
-        def picture() -> str:
-            return self.window.picture(*PROGRESS_ROW)
-
-        self.tell_player("wrong CanSeek bool true", "cannot CanSeek on")
-        before = settled(picture)
-        self.window.begin_drag(PROGRESS_START, self.scaled((100, 0)))
-        self.assertTrue(becomes(lambda: picture() != before))
-        self.window.end_drag()
-        self.assert_stays(before, picture)
 
     def test_a_progress_bar_that_is_disabled_does_not_drag_the_window(self) -> None:
         self.tell_player("cannot CanSeek on")
@@ -252,11 +248,36 @@ class KeyboardTest(WindowManagerTest):
         self.start_again()
         self.assert_active_window_becomes(self.window.id)
 
+    def test_tab_is_seen_in_a_window_that_became_active_under_its_menu(self) -> None:
+        def picture() -> str:
+            return self.window.picture((0, 0), LEFT_OF_DISPLAY)
+
+        self.use_other_window()
+        self.assert_becomes(INACTIVE, lambda: look(self.window))
+        # Its menu opens though another program has the keyboard, as when a screen reader asks for it.
+        output("xdotool", "key", "--window", self.window.id, "Menu")
+        self.assert_becomes(2, self.windows_on_screen)
+        output("xdotool", "windowactivate", self.window.id)
+        self.assert_active_window_becomes(self.window.id)
+        output("xdotool", "key", "Escape")
+        self.assert_becomes(1, self.windows_on_screen)
+        before = settled(picture)
+        output("xdotool", "key", "Tab")
+        self.assertTrue(becomes(lambda: picture() != before))
+
+    def windows_on_screen(self) -> int:
+        process = re.search(r"= (\d+)", output("xprop", "-notype", "-id", self.window.id, "_NET_WM_PID"))[1]
+        return len(shown_windows("--pid", process))
+
 
 class OtherWindowsTest(WindowManagerTest):
     def open_other(self, window: TunedeckWindow, key: str = "ctrl+comma", name: str = "^General$") -> TunedeckWindow:
         self.assert_active_window_becomes(window.id)
         output("xdotool", "key", key)
+        return self.awaited(name)
+
+    def awaited(self, name: str) -> TunedeckWindow:
+        """A window that has been asked for. The window manager would make it active after what the test does next."""
         other = TunedeckWindow(shown_window("--name", name))
         self.assert_active_window_becomes(other.id)
         other.settle()
@@ -276,6 +297,24 @@ class OtherWindowsTest(WindowManagerTest):
         first, second, third = places
         self.assertTrue(self.is_same_point(first, second), places)
         self.assertEqual(second, third)
+
+    def test_a_click_on_the_player_turns_to_it(self) -> None:
+        with running(self.build.tunedeck) as process:
+            window = TunedeckWindow(window_of(process))
+            window.move_to(*self.scaled((300, 20)))
+            for opening, name in ((("key", "ctrl+comma"), "^General$"), (("key", "F1"), "Help"), (ABOUT, "^About$")):
+                window.point(METAL)
+                output("xdotool", *opening)
+                other = self.awaited(name).id
+                for place in (METAL, DISPLAY, VOLUME, PROGRESS):
+                    with self.subTest(name, place=place):
+                        output("xdotool", "windowactivate", other)
+                        self.assert_active_window_becomes(other)
+                        window.press(place)
+                        output("xdotool", "mouseup", "1")
+                        self.assert_active_window_becomes(window.id)
+                output("xdotool", "windowactivate", "--sync", other, "key", "ctrl+w")
+                self.assert_active_window_becomes(window.id)
 
     def test_they_open_above_the_player_and_beside_it_with_their_title_bars(self) -> None:
         for is_kept_above in (False, True):

@@ -17,7 +17,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
 from session import (  # noqa: E402
     Build, becomes, compositor, demo_player, running, seen_when, session, settled, window_manager)
-from x11window import TunedeckWindow, geometry_of, output, window_of  # noqa: E402
+from x11window import TunedeckWindow, geometry_of, output, shown_window, window_of  # noqa: E402
 from xserver import CLIENT_MESSAGE, XServer  # noqa: E402
 
 CONTENT = (450, 64)
@@ -25,6 +25,7 @@ DRAWER = 60  # what the open drawer adds to the height
 SHADOW = (14, 14, 9, 19)  # left, right, top, bottom
 METAL, DISPLAY, FORWARD, CLOSE = (128, 4), (300, 20), (106, 21), (15, 13)  # in the content
 QUIET, VOLUME, LOUD = (38, 52), (70, 52), (114, 52)
+TIMES, TIMES_SIZE = (135, 37), (290, 10)  # the row with the two times and the slider between them
 SCREEN = (1280, 720)
 
 
@@ -37,6 +38,12 @@ def wake_ups(process: subprocess.Popen) -> int:
     """How often the main thread went to sleep so far."""
     status = Path(f"/proc/{process.pid}/status").read_text()
     return int(re.search(r"^voluntary_ctxt_switches:\s+(\d+)", status, re.MULTILINE)[1])
+
+
+def shared_with_the_x_server(process: subprocess.Popen) -> list[str]:
+    """The memory in which the program and the X server share pictures: the server's, or the program's from System V."""
+    mappings = Path(f"/proc/{process.pid}/maps").read_text().splitlines()
+    return [mapping for mapping in mappings if re.search(r" rw-s .*/(memfd:xorg|SYSV)", mapping)]
 
 
 class StartupMessages:
@@ -116,13 +123,34 @@ class WindowTest(DesktopTest):
             self.assertEqual(window.content()[2:], CONTENT)
             self.assertEqual(window.limits(), ["378 by 92", "578 by 92"])
 
+    def test_where_picom_tracks_damage_nothing_is_black_beside_the_times(self) -> None:
+        version = int(re.search(r"\d+", output("picom", "--version"))[0])
+        if version < 12:
+            self.skipTest(f"picom {version} shows nothing black; it needs picom 12")
+        with compositor(tracks_damage=True), XServer() as server:
+            window = self.open_window()
+            pictures: set[str] = set()
+            self.assertTrue(becomes(lambda: pictures.add(window.picture(TIMES, TIMES_SIZE)) or len(pictures) > 4))
+            width, height = TIMES_SIZE
+            pixels = server.picture(*window.on_screen(TIMES), width, height)
+            black = [x for x in range(width)
+                     if all(pixels[4 * (y * width + x):][:3] == bytes(3) for y in range(height))]
+            self.assertEqual(black, [])
+
+    def test_it_shares_memory_with_the_x_server_only_where_its_pictures_are_large(self) -> None:
+        for scale, is_shared in (("1", False), ("1.5", False), ("2", True)):
+            with self.subTest(scale=scale), running(self.build.tunedeck,
+                                                    env=os.environ | {"QT_SCALE_FACTOR": scale}) as program:
+                TunedeckWindow(window_of(program)).settle()
+                self.assertEqual(shared_with_the_x_server(program) != [], is_shared)
+
     def test_its_other_windows_open_above_it_and_leave_it_free(self) -> None:
         self.keep_above()
         window = self.open_window()
         # Below, there is room for any of them.
         window.move_to(400, 60)
         output("xdotool", "key", "ctrl+comma")
-        other = output("xdotool", "search", "--sync", "--onlyvisible", "--name", "^General$").split()[0]
+        other = shown_window("--name", "^General$")
         self.assertIn(hex(int(window.id)), output("xprop", "-notype", "-id", other, "WM_TRANSIENT_FOR"))
         self.assert_becomes(True, lambda: self.stacking().index(int(other)) > self.stacking().index(int(window.id)))
         x, y, width, height = window.content()
@@ -283,7 +311,7 @@ class WindowTest(DesktopTest):
 
     def test_a_second_start_brings_back_the_minimised_window_and_ends(self) -> None:
         window = self.open_window()
-        output("xdotool", "windowminimize", "--sync", window.id)
+        window.minimise()
         self.assertIn("_NET_WM_STATE_HIDDEN", window.states())
         self.start_again()
         self.assertTrue(becomes(lambda: "_NET_WM_STATE_HIDDEN" not in window.states()))
@@ -367,6 +395,66 @@ class WindowTest(DesktopTest):
         self.assertEqual(seen_when(messages.take, bool), [f'remove: ID="{startup_id}"'])
         window.settle()
         self.assertEqual(self.active_window(), int(other))
+
+
+class PresenceTest(DesktopTest):
+    """The window comes and goes by commands and with players."""
+
+    def setUp(self) -> None:
+        self.stack = contextlib.ExitStack()
+        self.addCleanup(self.stack.close)
+        self.home = self.stack.enter_context(session())
+        self.stack.enter_context(window_manager(self.window_manager))
+
+    def act(self, action: str) -> None:
+        subprocess.run([self.build.tunedeck, "--action", action], timeout=20, check=True)
+
+    def is_on_screen(self, window: TunedeckWindow) -> bool:
+        # The question fails where the window vanishes meanwhile.
+        question = ("xwininfo", "-id", window.id)
+        return "IsViewable" in subprocess.run(question, stdout=subprocess.PIPE, text=True).stdout
+
+    def test_show_or_hide_brings_it_back_to_its_place_and_to_the_keyboard(self) -> None:
+        window = self.open_window()
+        output("xdotool", "windowmove", "--sync", window.id, "200", "300")
+        place = geometry_of(window.id)
+        self.act("show-or-hide")
+        self.assert_becomes(False, lambda: self.is_on_screen(window))
+        self.use_other_window()
+        self.act("show-or-hide")
+        self.assert_becomes(True, lambda: self.is_on_screen(window))
+        self.assert_active_window_becomes(window.id)
+        self.assert_becomes(place, lambda: geometry_of(window.id))
+
+    def test_playlists_opens_the_drawer(self) -> None:
+        window = self.open_window()
+        self.act("playlists")
+        self.assert_becomes(CONTENT[1] + DRAWER, lambda: geometry_of(window.id)[3])
+        self.act("playlists")
+        self.assert_becomes(CONTENT[1], lambda: geometry_of(window.id)[3])
+
+    def test_a_start_for_showing_it_shows_it_with_the_keyboard(self) -> None:
+        self.use_other_window()
+        window = self.open_window("--action", "show-or-hide")
+        self.assert_active_window_becomes(window.id)
+        window.settle()
+        self.assertTrue(self.is_on_screen(window))
+
+    def test_a_window_that_comes_with_a_player_leaves_the_keyboard(self) -> None:
+        settings = self.home / ".config/tunedeck"
+        settings.mkdir(parents=True)
+        (settings / "tunedeck.conf").write_text("[General]\nShowOnlyWithPlayer=true\n")
+        other = self.use_other_window()
+        program = self.stack.enter_context(running(self.build.tunedeck, "--autostart"))
+        for _ in range(2):
+            with demo_player(self.build, "--play", "--track", "0"):
+                window = TunedeckWindow(window_of(program))
+                window.settle()
+                self.assertEqual(self.active_window(), int(other))
+                self.assertEqual(window.numbers("_NET_WM_USER_TIME"), [0])
+            self.assert_becomes(False, lambda: self.is_on_screen(window))
+        self.start_again()
+        self.assert_active_window_becomes(window.id)
 
 
 class KeyboardTest(DesktopTest):

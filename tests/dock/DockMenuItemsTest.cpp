@@ -36,6 +36,7 @@ struct Recorder {
             .toggleKeepAbove = recorded(u"toggleKeepAbove"_s),
             .follow = [this](const QString &id) { names.append(u"follow "_s + id); },
             .neverFollow = [this](const QString &id) { names.append(u"neverFollow "_s + id); },
+            .playThrough = [this](const QString &id) { names.append(u"playThrough "_s + id); },
             .validate = [this](const QAction &item) { return item.objectName() != disabled; },
         };
     }
@@ -155,15 +156,56 @@ private Q_SLOTS:
         QCOMPARE(recorder.names, (QStringList{u"follow "_s, u"follow vlc"_s, u"neverFollow vlc"_s}));
     }
 
-    void whereNothingCanBeKeptAboveItCanOnlyBeSwitchedOff()
+    void theOutputsAreInASubmenu()
     {
         Recorder recorder;
         DockMenuItems items;
-        items.canBeKeptAbove = false;
+        QVERIFY(!itemOf(*items.menu(recorder.commands()), u"PlayThrough"_s));
+        items.outputChoices = OutputChoices{.obstacle = {},
+            .choices = {
+                {.id = {}, .text = u"Default"_s}, {.id = u"kitchen"_s, .text = u"Salt & Pepper"_s, .isCurrent = true}}};
+        const auto menu = items.menu(recorder.commands());
+        const QAction *item = itemOf(*menu, u"PlayThrough"_s);
+        QCOMPARE(item->text(), u"Play Through"_s);
+        QCOMPARE(titles(*item->menu()), (QStringList{u"Default"_s, u"Salt && Pepper"_s}));
+        const QList<QAction *> outputs = item->menu()->actions();
+        QVERIFY(!outputs.at(0)->isCheckable());
+        QVERIFY(outputs.at(1)->isChecked());
+        outputs.at(0)->trigger();
+        outputs.at(1)->trigger();
+        QCOMPARE(recorder.names, (QStringList{u"playThrough "_s, u"playThrough kitchen"_s}));
+    }
+
+    void outputsThatCannotBeChosenAreBelowTheReason()
+    {
+        Recorder recorder;
+        DockMenuItems items;
+        items.outputChoices = OutputChoices{.obstacle = u"No & no"_s, .choices = {{.id = {}, .text = u"Default"_s}}};
+        const auto menu = items.menu(recorder.commands());
+        const QMenu &outputs = *itemOf(*menu, u"PlayThrough"_s)->menu();
+        QCOMPARE(titles(outputs), (QStringList{u"No && no"_s, u"Default"_s}));
+        QVERIFY(!outputs.actions().at(0)->isEnabled());
+        QVERIFY(!outputs.actions().at(1)->isEnabled());
+    }
+
+    void whereNothingCanBeKeptAboveItCanOnlyBeSwitchedOff_data()
+    {
+        QTest::addColumn<AboveWay>("way");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("Wayland") << AboveWay::None << u"Keep Above All Other Windows (Not Possible on Wayland)"_s;
+        QTest::newRow("sandbox") << AboveWay::Sandbox << u"Keep Above All Other Windows (Not Possible in a Sandbox)"_s;
+    }
+    void whereNothingCanBeKeptAboveItCanOnlyBeSwitchedOff()
+    {
+        QFETCH(const AboveWay, way);
+        QFETCH(const QString, text);
+        Recorder recorder;
+        DockMenuItems items;
+        items.aboveWay = way;
         items.isKeptAbove = true;
         const auto on = items.menu(recorder.commands());
         QAction *item = itemOf(*on, MenuItemIdentifier::keepAboveAllWindows);
-        QCOMPARE(item->text(), u"Keep Above All Other Windows (Not Possible on Wayland)"_s);
+        QCOMPARE(item->text(), text);
         QVERIFY(item->isChecked());
         QVERIFY(item->isEnabled());
         items.isKeptAbove = false;
@@ -199,6 +241,17 @@ private Q_SLOTS:
         const auto menu = items.menu(recorder.commands());
         QVERIFY(!itemOf(*menu, MenuItemIdentifier::next)->isEnabled());
         QVERIFY(itemOf(*menu, MenuItemIdentifier::previous)->isEnabled());
+    }
+
+    void whereMusicCannotBeLaunchedTheItemSaysWhyAndIsDisabled()
+    {
+        Recorder recorder;
+        DockMenuItems items;
+        items.canOpenMusicApp = false;
+        const auto menu = items.menu(recorder.commands());
+        const QAction *open = itemOf(*menu, MenuItemIdentifier::openMusicApp);
+        QCOMPARE(open->text(), u"Open \"Music\" (Not Possible in a Sandbox)"_s);
+        QVERIFY(!open->isEnabled());
     }
 
     void nothingIsDoneOnceTheReceiverIsGone()

@@ -126,13 +126,13 @@ private Q_SLOTS:
         const HelpBook book = folder.book();
         HelpBrowser browser(book);
         browser.open(book.contents().first());
-        for (const auto *link : {"http://tunedeck.org/", "file:///etc/passwd", "javascript:alert(1)",
+        for (const auto *link : {"http://tunedeck.example/", "file:///etc/passwd", "javascript:alert(1)",
                  "help:/nowhere.html", "help://host/1.html?x", ""}) {
             follow(browser, QString::fromLatin1(link));
         }
         QVERIFY(web.opened.isEmpty());
-        follow(browser, QStringLiteral("https://tunedeck.org/"));
-        QCOMPARE(web.opened, QList<QUrl>{QUrl(QStringLiteral("https://tunedeck.org/"))});
+        follow(browser, QStringLiteral("https://tunedeck.example/"));
+        QCOMPARE(web.opened, QList<QUrl>{QUrl(QStringLiteral("https://tunedeck.example/"))});
         QCOMPARE(browser.page(), QStringLiteral("1.html"));
         QVERIFY(browser.toPlainText().contains(QStringLiteral("text")));
     }
@@ -142,15 +142,15 @@ private Q_SLOTS:
         BookFolder folder;
         folder.writePage(QStringLiteral("en/1.html"), QStringLiteral("First"), {});
         HelpBrowser browser(folder.book());
-        for (const auto *address : {"file:///etc/passwd", "https://tunedeck.org/a.png", "/etc/passwd", "1.html"}) {
+        for (const auto *address : {"file:///etc/passwd", "https://tunedeck.example/a.png", "/etc/passwd", "1.html"}) {
             for (const int type : {int(QTextDocument::HtmlResource), int(QTextDocument::ImageResource),
                      int(QTextDocument::StyleSheetResource)}) {
                 QVERIFY(!browser.loadResource(type, QUrl(QString::fromLatin1(address))).isValid());
             }
         }
         QVERIFY(browser.loadResource(QTextDocument::HtmlResource, QUrl(QStringLiteral("help:/1.html")))
-                    .toString()
-                    .contains(QStringLiteral("First")));
+                .toString()
+                .contains(QStringLiteral("First")));
     }
 
     void aPageFollowsThePaletteAndStaysWhereItWasScrolledTo()

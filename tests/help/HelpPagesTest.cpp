@@ -162,15 +162,10 @@ private Q_SLOTS:
 
     void theProblemsPageSaysHowToSwitchLoggingOn()
     {
-        const QStringList categories{QStringLiteral("players"), QStringLiteral("window"), QStringLiteral("updates"),
-            QStringLiteral("skin"), QStringLiteral("settings")};
         for (const QString &language : languages()) {
             const QString page = QString::fromUtf8(pageOf(language, QStringLiteral("11-troubleshooting.html")));
             QVERIFY2(page.contains(QStringLiteral("<b>QT_LOGGING_RULES=\"tunedeck.*=true\" tunedeck</b>")),
                 qPrintable(language));
-            for (const QString &category : categories) {
-                QVERIFY2(page.contains(QStringLiteral("<b>tunedeck.%1</b>").arg(category)), qPrintable(language));
-            }
         }
     }
 

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
-"""Reads the built program and its module: whether they have what makes a mistake in them hard to exploit.
+"""Reads the built program and its two modules: whether they have what makes a mistake in them hard to exploit.
 
-Usage: hardening_test.py PROGRAM MODULE [TEST...]
+Usage: hardening_test.py PROGRAM MODULE MODULE [TEST...]
 """
 
 import platform
@@ -73,5 +73,5 @@ class HardeningTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    HardeningTest.files = [Path(sys.argv.pop(1)), Path(sys.argv.pop(1))]
+    HardeningTest.files = [Path(sys.argv.pop(1)) for _ in range(3)]
     unittest.main()

@@ -10,6 +10,7 @@ import gzip
 import os
 import re
 import shutil
+import signal
 import struct
 import subprocess
 import sys
@@ -27,6 +28,7 @@ XML_LANGUAGE = "{http://www.w3.org/XML/1998/namespace}lang"
 INSTALLED = {
     "bin/tunedeck",
     f"share/applications/{ID}.desktop",
+    "share/bash-completion/completions/tunedeck",
     f"share/dbus-1/services/{ID}.service",
     "share/doc/tunedeck/changelog.Debian.gz",
     "share/doc/tunedeck/copyright",
@@ -60,6 +62,10 @@ def png_size(path: Path) -> tuple[int, int]:
     if start[:8] != b"\x89PNG\r\n\x1a\n":
         raise ValueError(f"{path} is no PNG")
     return struct.unpack(">II", start[16:24])
+
+
+def actions_told_by(help_text: str) -> list[str]:
+    return re.search(r"is one of:([a-z,\s-]+)\.", help_text)[1].replace(",", " ").split()
 
 
 class PackagingTest(unittest.TestCase):
@@ -101,7 +107,8 @@ class DesktopEntryTest(PackagingTest):
                          {"Keywords": 7} | {f"Keywords[{language}]": 7 for language in LANGUAGES})
 
     def test_the_actions_are_those_that_are_described(self) -> None:
-        self.assertEqual(self.entry["Actions"], "play-pause;next;previous;raise-player;keep-above;")
+        self.assertEqual(self.entry["Actions"],
+                         "show-or-hide;play-pause;next;previous;playlists;raise-player;keep-above;")
         described = [name for name in self.groups.sections() if name.startswith("Desktop Action ")]
         self.assertEqual([name.removeprefix("Desktop Action ") + ";" for name in described],
                          re.findall(r"[^;]+;", self.entry["Actions"]))
@@ -130,8 +137,12 @@ class MetainfoTest(PackagingTest):
 
     @needs("appstreamcli")
     def test_the_validator_finds_nothing(self) -> None:
+        # Version 1.0 prefers a tag that version 0.16 does not know, and misses a home page, which this build has none of.
+        accepted = ("developer-name-tag-deprecated", "developer-info-missing", "url-homepage-missing")
         said = complaints("appstreamcli", "validate", "--no-net", "--no-color", self.path)
-        self.assertRegex(said, r"\A\W*Validation was successful[^\n]*\n*\Z")
+        findings = re.findall(r"^[EWI]: .*$", said, re.MULTILINE)
+        self.assertEqual([finding for finding in findings if not finding.endswith(accepted)], [])
+        self.assertRegex(said, "Validation (was successful|failed: warnings: 1)")
 
     def test_every_text_is_there_in_every_language(self) -> None:
         for parent in self.component.iter():
@@ -153,14 +164,6 @@ class MetainfoTest(PackagingTest):
             self.assertEqual(summary.text, entry[f"Comment[{language}]" if language else "Comment"])
         for category in self.component.findall("categories/category"):
             self.assertIn(category.text, entry["Categories"].split(";"))
-
-    def test_each_screenshot_is_a_picture_of_the_size_that_is_told(self) -> None:
-        pictures = {"player.png": ROOT / "packaging/screenshots/player.png",
-                    "playlists.png": ROOT / "resources/screenshot.png"}
-        images = self.component.findall("screenshots/screenshot/image")
-        self.assertEqual([image.text.rpartition("/")[2] for image in images], list(pictures))
-        for image, picture in zip(images, pictures.values()):
-            self.assertEqual((int(image.get("width")), int(image.get("height"))), png_size(picture), image.text)
 
 
 class BusServiceTest(PackagingTest):
@@ -192,8 +195,49 @@ class ManPageTest(PackagingTest):
         for option in options:
             self.assertRegex(page, rf"(?m)^\.BR?.*{option}\b")
 
+    def test_it_tells_every_action_that_the_program_has(self) -> None:
+        told = subprocess.run([self.installed("bin/tunedeck"), "--help"], stdout=subprocess.PIPE, text=True, check=True)
+        names = actions_told_by(told.stdout)
+        self.assertIn("show-or-hide", names)
+        for name in names:
+            self.assertRegex(self.text.replace("\\-", "-"), rf"(?m)^\.BR? ([a-z-]+ \", \" )?{name}\b")
+
+    def test_texts_about_messages_list_every_category(self) -> None:
+        sources = "".join(path.read_text() for path in (ROOT / "src").rglob("*.cpp"))
+        categories = re.findall(r'Q_LOGGING_CATEGORY\(\w+, "(.+?)"', sources)
+        self.assertIn("tunedeck.players", categories)
+        texts = [self.text, (ROOT / "README.md").read_text()]
+        texts += [page.read_text() for page in ROOT.glob("resources/help/*/11-troubleshooting.html")]
+        self.assertEqual(len(texts), 2 + len(LANGUAGES) + 1)
+        self.assertEqual([[name for name in categories if name not in text] for text in texts], [[]] * len(texts))
+
     def test_it_is_of_this_version(self) -> None:
         self.assertIn(f'"Tunedeck {self.version}"', self.text)
+
+
+class CompletionTest(PackagingTest):
+    def completed(self, *words: str) -> list[str]:
+        """What bash offers for the last of these words, divided as bash divides them."""
+        script = self.installed("share/bash-completion/completions/tunedeck")
+        done = subprocess.run(
+            ["bash", "-c", 'source "$0"; COMP_WORDS=(tunedeck "$@"); COMP_CWORD=$#; _tunedeck; echo "${COMPREPLY[@]}"',
+             script, *words], capture_output=True, text=True, check=True)
+        self.assertEqual(done.stderr, "")
+        return done.stdout.split()
+
+    def test_it_offers_the_options_and_actions_that_the_program_has(self) -> None:
+        told = subprocess.run([self.installed("bin/tunedeck"), "--help"], stdout=subprocess.PIPE, text=True, check=True)
+        self.assertEqual(set(self.completed("--")), set(re.findall(r"(?<=[ ,])--[a-z-]+", told.stdout)))
+        names = actions_told_by(told.stdout)
+        self.assertIn("show-or-hide", names)
+        for words in (("--action", ""), ("--action", "="), ("--action", "=", "")):
+            self.assertEqual(self.completed(*words), names)
+
+    def test_it_offers_what_begins_like_the_word(self) -> None:
+        self.assertEqual(self.completed("--ac"), ["--action"])
+        self.assertEqual(self.completed("--action", "pl"), ["play-pause", "playlists"])
+        self.assertEqual(self.completed("--action", "=", "vol"), ["volume-up", "volume-down"])
+        self.assertEqual(self.completed("--action", "x"), [])
 
 
 class ChangelogTest(PackagingTest):
@@ -202,6 +246,68 @@ class ChangelogTest(PackagingTest):
         package = (self.build / "CPackConfig.cmake").read_text()
         release = re.search(r'set\(CPACK_DEBIAN_PACKAGE_RELEASE "(\d+)"\)', package)[1]
         self.assertRegex(text, rf"\Atunedeck \({re.escape(self.version)}-{release}\) \S+; urgency=\w+\n")
+
+
+class AddressesTest(unittest.TestCase):
+    homepage = "https://tunedeck.example/a-b"
+    contact = "music@tunedeck.example"
+    papers = ("copyright", "changelog", "tunedeck.1", f"{ID}.metainfo.xml")
+
+    def setUp(self) -> None:
+        stack = contextlib.ExitStack()
+        self.addCleanup(stack.close)
+        self.folder = Path(stack.enter_context(tempfile.TemporaryDirectory()))
+
+    def configure(self, homepage: str = "", contact: str = "") -> str:
+        return complaints("cmake", "-S", ROOT, "-B", self.folder, "-DBUILD_TESTING=OFF",
+            "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON", f"-DTUNEDECK_HOMEPAGE={homepage}", f"-DTUNEDECK_CONTACT={contact}")
+
+    def built(self) -> dict[str, str]:
+        """What a build would contain: its papers, the package's description, and how the program is compiled."""
+        files = [self.folder / "CPackConfig.cmake", self.folder / "compile_commands.json",
+            *(self.folder / "packaging" / paper for paper in self.papers)]
+        return {path.name: path.read_text() for path in files}
+
+    def test_a_build_without_addresses_names_none(self) -> None:
+        self.assertNotIn("exit status", self.configure())
+        for name, text in self.built().items():
+            self.assertNotRegex(text, r"tunedeck\.(org|example)|\w@\w|\{/?(homepage|contact)\}", name)
+        self.assertIn('set(CPACK_PACKAGE_CONTACT "The Tunedeck founders")', self.built()["CPackConfig.cmake"])
+        self.assertNotIn("screenshot", self.built()[f"{ID}.metainfo.xml"])
+
+    def test_a_build_with_addresses_names_them_everywhere(self) -> None:
+        self.assertNotIn("exit status", self.configure(self.homepage, self.contact))
+        built = self.built()
+        self.assertIn(f"\nUpstream-Contact: The Tunedeck founders <{self.contact}>\n", built["copyright"])
+        self.assertIn(f"\nSource: {self.homepage}\n", built["copyright"])
+        self.assertIn(f" -- The Tunedeck founders <{self.contact}>  ", built["changelog"])
+        self.assertIn("\nhttps://tunedeck.example/a\\-b,\n", built["tunedeck.1"])
+        self.assertIn(f'_CONTACT "The Tunedeck founders <{self.contact}>"', built["CPackConfig.cmake"])
+        self.assertIn(f'_HOMEPAGE "{self.homepage}"', built["CPackConfig.cmake"])
+        self.assertIn(self.homepage, built["compile_commands.json"])
+        self.assertIn(self.contact, built["compile_commands.json"])
+        for name, text in built.items():
+            self.assertNotRegex(text, r"tunedeck\.org\b|\{/?(homepage|contact)\}", name)
+
+    def test_each_screenshot_is_a_picture_of_the_size_that_is_told(self) -> None:
+        self.configure(self.homepage)
+        component = ElementTree.parse(self.folder / "packaging" / f"{ID}.metainfo.xml").getroot()
+        self.assertEqual(component.findtext("url"), self.homepage)
+        pictures = {"player.png": ROOT / "packaging/screenshots/player.png",
+                    "playlists.png": ROOT / "resources/screenshot.png"}
+        images = component.findall("screenshots/screenshot/image")
+        self.assertEqual([image.text for image in images], [f"{self.homepage}/screenshots/{name}" for name in pictures])
+        for image, picture in zip(images, pictures.values()):
+            self.assertEqual((int(image.get("width")), int(image.get("height"))), png_size(picture), image.text)
+
+    def test_what_is_no_plain_address_is_refused(self) -> None:
+        for homepage in ("http://tunedeck.example", "tunedeck.example", "https://a.example/", 'https://a.example/"',
+                         "https://a.example/?a&b", "https://a.example/a;b"):
+            with self.subTest(homepage):
+                self.assertIn("TUNEDECK_HOMEPAGE is not a plain https address", self.configure(homepage))
+        for contact in ("music", "a b@tunedeck.example", "<a@tunedeck.example>", "@tunedeck.example", "a@"):
+            with self.subTest(contact):
+                self.assertIn("TUNEDECK_CONTACT is not a plain mail address", self.configure(contact=contact))
 
 
 class BuildNumberTest(unittest.TestCase):
@@ -240,8 +346,8 @@ def can_be_root_by_itself() -> bool:
 
 @unittest.skipUnless(can_be_root_by_itself(), "this user may not make namespaces")
 class ChrootTest(unittest.TestCase):
-    """The script that installs the package in a fresh system, as root of a namespace, and with a debootstrap that says
-    what it got, leaves a mounted folder and fails."""
+    """The script that tries the project in a fresh system, as root of a namespace, and with a debootstrap that says what
+    it got, leaves a mounted folder and fails."""
 
     def setUp(self) -> None:
         stack = contextlib.ExitStack()
@@ -252,28 +358,33 @@ class ChrootTest(unittest.TestCase):
         self.told = self.folder / "told"
         self.programs = self.folder / "programs"
         self.programs.mkdir()
-        self.debootstrap(f"""
-            printf '%s\\n' "$@" >"{self.told}"
+        self.debootstrap("echo 'It went wrong.'\nexit 1")
+
+    def debootstrap(self, lines: str) -> None:
+        program = self.programs / "debootstrap"
+        program.write_text(f"""#!/bin/sh
+            set -e
             for argument; do [ ! -d "$argument" ] || system=$argument; done
-            stat --format '%a %u' "$system" "$system/.." >>"{self.told}"
             mkdir "$system/proc"
             mount -t tmpfs none "$system/proc"
             touch "$system/proc/file"
-            echo "It went wrong."
+            printf '%s\\n' "$@" >"{self.told}.next"
+            stat --format '%a %u' "$system" "$system/.." >>"{self.told}.next"
+            mv "{self.told}.next" "{self.told}"
+            {lines}
             """)
-        self.package = self.folder / "tunedeck.deb"
-        self.package.touch()
-
-    def debootstrap(self, lines: str, status: int = 1) -> None:
-        program = self.programs / "debootstrap"
-        program.write_text(f"#!/bin/sh\nset -e\n{lines}\nexit {status}\n")
         program.chmod(0o755)
 
-    def run_script(self, *arguments: Path) -> subprocess.CompletedProcess:
-        return subprocess.run(
-            ["unshare", "--map-root-user", "--mount", ROOT / "packaging/try-in-chroot", self.package, *arguments],
+    def start_script(self, *arguments: str) -> subprocess.Popen:
+        return subprocess.Popen(
+            ["unshare", "--map-root-user", "--mount", ROOT / "packaging/try-in-chroot", *arguments],
             env=os.environ | {"PATH": f"{self.programs}:{os.environ['PATH']}", "TMPDIR": str(self.temporary)},
             stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+
+    def run_script(self, *arguments: str) -> tuple[int, str]:
+        with self.start_script(*(arguments or ("--suite", "trixie"))) as script:
+            said, _ = script.communicate()
+        return script.returncode, said
 
     def test_the_signatures_are_verified_with_a_keyring(self) -> None:
         self.run_script()
@@ -281,20 +392,46 @@ class ChrootTest(unittest.TestCase):
         self.assertIn("--force-check-gpg", told)
         self.assertIn("--keyring=/usr/share/keyrings/debian-archive-keyring.gpg", told)
 
+    def test_the_suite_is_the_given_one_and_no_other_than_these_two(self) -> None:
+        for suite in ("bookworm", "trixie"):
+            self.run_script("--suite", suite)
+            self.assertIn(suite, self.told.read_text().splitlines())
+            self.told.unlink()
+        for arguments in (("--suite", "sid"), ("--suite", "trixie/../sid"), ("--suite",), ("--run",), ("--surprise",)):
+            status, said = self.run_script(*arguments)
+            self.assertEqual(status, 2)
+            self.assertIn("Usage: packaging/try-in-chroot", said)
+        self.assertFalse(self.told.exists())
+
+    def test_a_missing_folder_for_ccache_is_refused_at_once(self) -> None:
+        status, said = self.run_script("--suite", "trixie", "--ccache", str(self.folder / "missing"))
+        self.assertEqual(status, 2, said)
+        self.assertIn("Usage: packaging/try-in-chroot", said)
+        self.assertFalse(self.told.exists())
+
     def test_nobody_else_may_enter_the_folder(self) -> None:
         self.run_script()
         self.assertEqual(self.told.read_text().splitlines()[-2:], ["755 0", "700 0"])
 
     def test_nothing_remains_when_it_fails_and_the_log_says_why(self) -> None:
-        done = self.run_script()
-        self.assertEqual(done.returncode, 1)
-        self.assertIn("It went wrong.\nCreating it failed.\n", done.stdout)
+        status, said = self.run_script()
+        self.assertEqual(status, 1)
+        self.assertIn("It went wrong.\nCreating it failed.\n", said)
         self.assertEqual(list(self.temporary.iterdir()), [])
 
-    def test_nothing_remains_when_it_is_ended(self) -> None:
-        self.debootstrap('kill -TERM "$PPID"')
-        self.assertNotEqual(self.run_script().returncode, 0)
-        self.assertEqual(list(self.temporary.iterdir()), [])
+    def test_nothing_remains_when_the_user_ends_it(self) -> None:
+        # A program in the system goes on, and keeps a folder there in use.
+        ready = self.folder / "ready"
+        os.mkfifo(ready)
+        self.debootstrap(f'cd "$system/proc"\necho >"{ready}"\nexec tail --follow /dev/null')
+        for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+            with self.start_script("--suite", "bookworm") as script:
+                ready.read_text()
+                self.assertNotEqual(list(self.temporary.iterdir()), [])
+                script.send_signal(number)
+                script.communicate()
+            self.assertEqual(script.returncode, 128 + number)
+            self.assertEqual(list(self.temporary.iterdir()), [])
 
     def test_two_runs_have_folders_of_their_own(self) -> None:
         folders = set()
@@ -303,26 +440,11 @@ class ChrootTest(unittest.TestCase):
             folders.update(line for line in self.told.read_text().splitlines() if line.startswith(str(self.temporary)))
         self.assertEqual(len(folders), 2)
 
-    def test_a_folder_that_exists_is_not_touched(self) -> None:
-        for make in (lambda path: path.mkdir(), lambda path: path.symlink_to(self.folder / "elsewhere")):
-            given = self.folder / "given"
-            make(given)
-            self.assertNotEqual(self.run_script(given).returncode, 0)
-            self.assertTrue(given.is_symlink() or given.is_dir())
-            self.assertFalse(self.told.exists() or (self.folder / "elsewhere").exists())
-            given.unlink() if given.is_symlink() else given.rmdir()
-
-    def test_a_given_folder_is_removed_at_the_end(self) -> None:
-        given = self.folder / "given folder"
-        self.run_script(given)
-        self.assertTrue(self.told.exists())
-        self.assertFalse(given.exists())
-
 
 class InstallationTest(PackagingTest):
     def setUp(self) -> None:
         super().setUp()
-        self.expected = INSTALLED | {f"{self.libraries}/tunedeck/tunedeck-updates.so"}
+        self.expected = INSTALLED | {f"{self.libraries}/tunedeck/tunedeck-{module}.so" for module in ("audio", "updates")}
 
     def test_these_files_are_installed_and_no_others(self) -> None:
         found = {path.relative_to(self.installed("")).as_posix() for path in self.staged.rglob("*") if not path.is_dir()}

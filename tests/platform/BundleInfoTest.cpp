@@ -21,6 +21,14 @@ private Q_SLOTS:
         QCOMPARE(bundleInfo(u"CFBundleHelpBookName"), QStringLiteral("Tunedeck Help"));
     }
 
+    void knowsTheAddressesThatTheBuildNames()
+    {
+        QCOMPARE(bundleInfo(u"TunedeckHomepage").value_or(QString()), QStringLiteral(TUNEDECK_HOMEPAGE));
+        QCOMPARE(bundleInfo(u"TunedeckContact").value_or(QString()), QStringLiteral(TUNEDECK_CONTACT));
+        QVERIFY(bundleInfo(u"TunedeckHomepage") != QString());
+        QVERIFY(bundleInfo(u"TunedeckContact") != QString());
+    }
+
     void hasNoValueForAnyOtherKey()
     {
         QVERIFY(!bundleInfo(u"CFBundleIdentifier"));

@@ -1,18 +1,21 @@
 // SPDX-License-Identifier: MIT
-#include "platform/SessionBus.h"
+#include "platform/bus/SessionBus.h"
+#include "platform/bus/busGreeting.h"
 
 #include "support/PrivateBus.h"
 #include "support/elapse.h"
 #include "support/registerTest.h"
+#include "support/stopReading.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusServiceWatcher>
+#include <QElapsedTimer>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QSocketNotifier>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -117,20 +120,6 @@ private Q_SLOTS:
         QCOMPARE(changed.count(), 0);
     }
 
-    void aConnectionThatIsCalledIsCheckedAfterwards()
-    {
-        const PrivateBus daemon(address());
-        SessionBus bus(address(), 50ms);
-        QObject exported;
-        bus.checkAfterCallsTo(&exported);
-        stopReading(bus.connection());
-        QMetaObject::invokeMethod(
-            &exported, [] {}, Qt::QueuedConnection);
-        const QString name = bus.connection().baseService();
-        QTRY_VERIFY(isHeard(bus.connection()));
-        QCOMPARE(bus.connection().baseService(), name);
-    }
-
     void aConnectionThatStaysSilentIsReplaced()
     {
         PrivateBus daemon(address());
@@ -147,8 +136,84 @@ private Q_SLOTS:
         QTRY_COMPARE(changed.count(), 1);
         QVERIFY(bus.connection().isConnected());
         QVERIFY(bus.connection().baseService() != former);
+        QTRY_VERIFY(!bus.connection().interface()->isServiceRegistered(former));
         QVERIFY(isHeard(bus.connection()));
         QCOMPARE(changed.count(), 1);
+    }
+
+    void aBusWhoseAddressIsNotTheFirstIsTaken_data()
+    {
+        QTest::addColumn<bool>("isFirstSilent");
+        QTest::newRow("the first is missing") << false;
+        QTest::newRow("the first does not greet") << true;
+    }
+    void aBusWhoseAddressIsNotTheFirstIsTaken()
+    {
+        QFETCH(const bool, isFirstSilent);
+        const QString other = m_folder.filePath(QStringLiteral("other"));
+        const SessionBus bus(QStringLiteral("unix:path=%1;%2").arg(other, address()), 50ms);
+        QLocalServer silent;
+        QVERIFY(!isFirstSilent || silent.listen(other));
+        const PrivateBus daemon(address());
+        QTRY_VERIFY_WITH_TIMEOUT(bus.connection().isConnected(), 10'000);
+        QVERIFY(isHeard(bus.connection()));
+    }
+
+    void aSemicolonAtTheEndIsNoFurtherAddress()
+    {
+        QVERIFY(!addressThatGreets(address() + u';', 50ms));
+        const PrivateBus daemon(address());
+        QCOMPARE(addressThatGreets(address() + u';', 5s), address());
+        QCOMPARE(addressThatGreets({}, 50ms), QString());
+    }
+
+    void nothingWaitsForABusThatDoesNotGreet()
+    {
+        const PrivateBus other;
+        const QDBusConnection connection = other.connect(QStringLiteral("other"));
+        QLocalServer silent;
+        const SessionBus bus(address(), 0ms);
+        QVERIFY(silent.listen(m_folder.filePath(QStringLiteral("bus"))));
+        QTRY_VERIFY(silent.hasPendingConnections());
+        QElapsedTimer clock;
+        clock.start();
+        // Qt waits here for the thread that reads, and that also connects.
+        {
+            const QDBusServiceWatcher watcher(QStringLiteral("org.tunedeck.Test"), connection);
+        }
+        const qint64 waited = clock.elapsed();
+        QDBusConnection::disconnectFromBus(QStringLiteral("other"));
+        qInfo("waited %lld ms", waited);
+        QVERIFY(waited < 1'000);
+    }
+
+    void aBusThatEndsWhileItIsTakenForDeafIsToldOnce()
+    {
+        std::optional<PrivateBus> daemon(std::in_place, address());
+        SessionBus bus(address(), 60s);
+        const QSignalSpy changed(&bus, &SessionBus::changed);
+        daemon->freeze();
+        bus.check();
+        const QTimer &nextAttempt = *bus.findChild<QTimer *>(QStringLiteral("nextAttempt"));
+        QTRY_VERIFY_WITH_TIMEOUT(nextAttempt.isActive(), 40'000);
+        QCOMPARE(changed.count(), 0);
+        daemon.reset();
+        QTRY_COMPARE(changed.count(), 1);
+        QVERIFY(!bus.connection().isConnected());
+    }
+
+    void aConnectionWithNamesThatAreWatchedIsCheckedAfterwards()
+    {
+        const PrivateBus daemon(address());
+        SessionBus bus(address(), 50ms);
+        QObject parent;
+        auto *watcher = new QDBusServiceWatcher(&parent);
+        bus.checkAfterNamesSeenBy(&parent);
+        stopReading(bus.connection());
+        QMetaObject::invokeMethod(watcher, [] { }, Qt::QueuedConnection);
+        const QString name = bus.connection().baseService();
+        QTRY_VERIFY(isHeard(bus.connection()));
+        QCOMPARE(bus.connection().baseService(), name);
     }
 
     void aConnectionThatAnswersIsKept()
@@ -164,21 +229,6 @@ private Q_SLOTS:
     }
 
 private:
-    /// As after a flood: Qt has stopped reading, and was asked to start again on the wrong thread.
-    static void stopReading(const QDBusConnection &connection)
-    {
-        const QList<QSocketNotifier *> notifiers = connection.interface()->parent()->findChildren<QSocketNotifier *>();
-        for (QSocketNotifier *notifier : notifiers) {
-            if (notifier->type() != QSocketNotifier::Read) {
-                continue;
-            }
-            QMetaObject::invokeMethod(
-                connection.interface(), [notifier] { notifier->setEnabled(false); }, Qt::BlockingQueuedConnection);
-            QTest::ignoreMessage(
-                QtWarningMsg, "QSocketNotifier: Socket notifiers cannot be enabled or disabled from another thread");
-            notifier->setEnabled(true);
-        }
-    }
     /// Whether the bus answers within half a second.
     static bool isHeard(const QDBusConnection &connection)
     {

@@ -9,11 +9,13 @@
 #include "skin/views/PlayerButton.h"
 #include "skin/views/TunedeckPlayerButton.h"
 #include "skin/views/WindowControlButton.h"
+#include "support/ScriptedPlayerSound.h"
 #include "support/elapse.h"
 #include "support/failOnWarning.h"
 #include "support/registerTest.h"
 
 #include <QApplication>
+#include <QImage>
 #include <QTest>
 
 using namespace tunedeck;
@@ -256,6 +258,47 @@ private Q_SLOTS:
         player.music.setResponding(false);
         QCOMPARE(player.music.commands(), {QStringLiteral("resume")});
         QVERIFY(!player.view.forwardButton().isDown());
+    }
+
+    void theVolumesToolTipSaysWhereItIsSet()
+    {
+        ScriptedPlayerSound sound;
+        Player player;
+        player.music.playerSound = &sound;
+        player.music.setPlayer(QStringLiteral("Strawberry"), true);
+        const QWidget &slider = player.view.volumeSlider();
+        QCOMPARE(slider.toolTip(), QStringLiteral("Volume, set in Strawberry"));
+        player.music.hasVolumeOfStreams = true;
+        Q_EMIT player.music.controlsDidChange();
+        QCOMPARE(slider.toolTip(), QStringLiteral("Volume, set on the sound server"));
+        player.turnWheel(1);
+        QCOMPARE(slider.toolTip(), QString());
+        QVERIFY(elapse(player.timer(u"tooltipsTimer")));
+        QCOMPARE(slider.toolTip(), QStringLiteral("Volume, set on the sound server"));
+        player.music.quit();
+        QCOMPARE(slider.toolTip(), QStringLiteral("Volume"));
+    }
+
+    void theQuietSpeakerShowsAndSaysThatThePlayerIsMuted()
+    {
+        ScriptedPlayerSound sound;
+        Player player;
+        player.music.playerSound = &sound;
+        SpeakerButton &quiet = player.view.volumeMinButton();
+        const QImage loudEnough = quiet.grab().toImage();
+        PlayerSoundState state = soundInKitchen(50);
+        state.isMuted = true;
+        sound.report(state);
+        Q_EMIT player.music.soundDidChange();
+        QVERIFY(quiet.isEnabled());
+        QVERIFY(quiet.grab().toImage() != loudEnough);
+        QCOMPARE(quiet.toolTip(), QStringLiteral("Muted – turn the volume up to hear it"));
+        QCOMPARE(descriptionOf(quiet), QStringLiteral("Muted – turn the volume up to hear it"));
+        sound.report(soundInKitchen(50));
+        Q_EMIT player.music.soundDidChange();
+        QCOMPARE(quiet.grab().toImage(), loudEnough);
+        QCOMPARE(quiet.toolTip(), QStringLiteral("Silence"));
+        QCOMPARE(descriptionOf(quiet), QStringLiteral("Silence"));
     }
 
     void aViewThatComesInASilenceIsDisabledFromTheStart()

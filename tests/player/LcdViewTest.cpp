@@ -10,11 +10,46 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QPaintEvent>
+#include <QRegion>
 #include <QRegularExpression>
 #include <QScopeGuard>
 #include <QTest>
 
 using namespace tunedeck;
+
+namespace {
+/// The regions that a view and all that is in it repaint.
+class PaintedRegion : public QObject {
+public:
+    explicit PaintedRegion(QWidget &view)
+        : m_view(view)
+    {
+        view.installEventFilter(this);
+        const auto parts = view.findChildren<QWidget *>();
+        for (QWidget *part : parts) {
+            part->installEventFilter(this);
+        }
+    }
+
+    [[nodiscard]] QRegion region() const { return m_region; }
+    void forget() { m_region = {}; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            const auto &part = *static_cast<QWidget *>(watched);
+            const QRegion &region = static_cast<QPaintEvent *>(event)->region();
+            m_region += region.translated(part.mapTo(&m_view, QPoint()));
+        }
+        return false;
+    }
+
+private:
+    QWidget &m_view;
+    QRegion m_region;
+};
+} // namespace
 
 class LcdViewTest : public QObject {
     Q_OBJECT
@@ -45,6 +80,39 @@ private Q_SLOTS:
         }
     }
 
+    void atHighContrastItsInkIsBlackFromThatMomentOn()
+    {
+        SkinDesk desk;
+        const LcdView lcd(desk.environment);
+        QCOMPARE(lcd.palette().color(QPalette::WindowText), lcdTextColor);
+        desk.setHighContrast(true);
+        QCOMPARE(lcd.palette().color(QPalette::WindowText), QColor(Qt::black));
+        QCOMPARE(lcd.palette().color(QPalette::ButtonText), QColor(Qt::black));
+        desk.setHighContrast(false);
+        QCOMPARE(lcd.palette().color(QPalette::WindowText), lcdTextColor);
+    }
+
+    void theTracksInkIsBlackInBothAppearancesAtHighContrast()
+    {
+        SkinDesk desk;
+        LcdView lcd(desk.environment);
+        lcd.resize(300, 52);
+        lcd.trackInfoLabel().setDisplayStrings({QString(5, QChar(0x2588))});
+        lcd.show();
+        const auto ink = [&lcd] {
+            return lcd.trackInfoLabel().grab().toImage().pixelColor(lcd.trackInfoLabel().rect().center());
+        };
+        for (const bool isDark : {false, true}) {
+            lcd.trackInfoLabel().setDark(isDark);
+            const QColor before = ink();
+            QVERIFY(before != QColor(Qt::black));
+            desk.setHighContrast(true);
+            QCOMPARE(ink(), QColor(Qt::black));
+            desk.setHighContrast(false);
+            QCOMPARE(ink(), before);
+        }
+    }
+
     void theSliderGivesWayToAWiderTime()
     {
         const SkinDesk desk;
@@ -59,6 +127,27 @@ private Q_SLOTS:
         QCOMPARE(lcd.trackProgressSlider().x(), left);
         lcd.primaryTimeLabel().setText(QStringLiteral("1:00:00"));
         QTRY_VERIFY(lcd.trackProgressSlider().x() > left);
+    }
+
+    void aNewTimePaintsTheWholeRowAtOnce()
+    {
+        const SkinDesk desk;
+        LcdView lcd(desk.environment);
+        lcd.resize(312, 52);
+        lcd.setPrimaryTime(QStringLiteral("0:01"));
+        lcd.setSecondaryTime(QStringLiteral("-2:01"));
+        lcd.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&lcd));
+        QCoreApplication::processEvents();
+        PaintedRegion painted(lcd);
+        lcd.setPrimaryTime(QStringLiteral("0:02"));
+        lcd.setSecondaryTime(QStringLiteral("-2:00"));
+        lcd.trackProgressSlider().setDoubleValue(50);
+        QTRY_COMPARE(painted.region(), QRegion(0, 30, 312, 12));
+        painted.forget();
+        lcd.setPrimaryTime(QStringLiteral("0:02"));
+        QCoreApplication::processEvents();
+        QCOMPARE(painted.region(), QRegion());
     }
 
     void itsTextsAreOfTheSameInk()

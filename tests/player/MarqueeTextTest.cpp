@@ -59,7 +59,7 @@ private Q_SLOTS:
     void aPictureIsAsHighAsAskedForAndHasRoomBesideTheText()
     {
         QFETCH(const double, scale);
-        const MarqueeText text(QStringLiteral("Blues"), font(), height, scale, false);
+        const MarqueeText text(QStringLiteral("Blues"), font(), height, scale, MarqueeInk::Dark);
         const double width = QFontMetricsF(font()).horizontalAdvance(QStringLiteral("Blues")) + 16;
         QCOMPARE(text.picture().size(),
             QSize(static_cast<int>(std::ceil(width * scale)), static_cast<int>(std::ceil(height * scale))));
@@ -77,7 +77,8 @@ private Q_SLOTS:
     void theInkedRowsHoldAllThatIsDrawn()
     {
         QFETCH(const bool, isDark);
-        const MarqueeText text(QStringLiteral("Qyj\u00c5\u0302"), font(), 60, 2, isDark);
+        const MarqueeText text(
+            QStringLiteral("Qyj\u00c5\u0302"), font(), 60, 2, isDark ? MarqueeInk::Light : MarqueeInk::Dark);
         const QImage image = picture(text);
         const QRect rows = text.inkedRows();
         QCOMPARE(rows.left(), 0);
@@ -93,16 +94,23 @@ private Q_SLOTS:
     void inTheDarkTheInkIsLight()
     {
         const QPoint middle(static_cast<int>(MarqueeText::overhang + MarqueeText::width(blocks, font()) / 2), 12);
-        const QColor dark = picture(MarqueeText(blocks, font(), height, 1, false)).pixelColor(middle);
+        const QColor dark = picture(MarqueeText(blocks, font(), height, 1, MarqueeInk::Dark)).pixelColor(middle);
         QCOMPARE(dark, QColor(0x35, 0x39, 0x2a));
-        const QColor light = picture(MarqueeText(blocks, font(), height, 1, true)).pixelColor(middle);
+        const QColor light = picture(MarqueeText(blocks, font(), height, 1, MarqueeInk::Light)).pixelColor(middle);
         QVERIFY(light.lightness() > 250);
         QVERIFY(std::abs(light.alpha() - 191) <= 1);
     }
 
+    void atHighContrastTheInkIsBlack()
+    {
+        const QPoint middle(static_cast<int>(MarqueeText::overhang + MarqueeText::width(blocks, font()) / 2), 12);
+        QCOMPARE(
+            picture(MarqueeText(blocks, font(), height, 1, MarqueeInk::Full)).pixelColor(middle), QColor(Qt::black));
+    }
+
     void anEmptyTextGivesAnEmptyPicture()
     {
-        const MarqueeText text(QString(), font(), height, 1, false);
+        const MarqueeText text(QString(), font(), height, 1, MarqueeInk::Dark);
         QCOMPARE(text.picture().size(), QSize(16, 25));
         QVERIFY(text.inkedRows().isEmpty());
     }
@@ -124,7 +132,7 @@ private Q_SLOTS:
     {
         QFETCH(const double, height);
         QFETCH(const double, scale);
-        const MarqueeText text(QStringLiteral("Blues"), font(), height, scale, false);
+        const MarqueeText text(QStringLiteral("Blues"), font(), height, scale, MarqueeInk::Dark);
         QVERIFY(text.picture().isNull());
         QVERIFY(text.inkedRows().isEmpty());
         QCOMPARE(text.scale(), 0.0);

@@ -160,6 +160,51 @@ private Q_SLOTS:
         QTRY_VERIFY(!recorder.painted.isEmpty());
     }
 
+    void eachWakeUpShowsANewPictureAtItsTime_data()
+    {
+        QTest::addColumn<QStringList>("strings");
+        QTest::addColumn<int>("mostFrames");
+        // It rolls by its height of 25 points, and scrolls by 30 points in the second that is watched.
+        QTest::newRow("rolling") << QStringList{shortText, QStringLiteral("Another")} << 25;
+        QTest::newRow("scrolling") << QStringList{QStringLiteral("abcdefghij").repeated(10)} << 31;
+    }
+
+    void eachWakeUpShowsANewPictureAtItsTime()
+    {
+        QFETCH(const QStringList, strings);
+        QFETCH(const int, mostFrames);
+        Marquee marquee;
+        Marquee looksAllTheTime;
+        for (Marquee *view : {&marquee, &looksAllTheTime}) {
+            view->view.setDisplayStrings(strings);
+            view->view.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&view->view));
+        }
+        std::chrono::milliseconds time = 4000ms;
+        marquee.goTo(time);
+        int frames = 0;
+        while (true) {
+            const std::chrono::milliseconds next = time + marquee.timer().intervalAsDuration();
+            if (next >= 5667ms || (strings.size() == 1 && next > 5000ms)) {
+                break;
+            }
+            const QImage before = marquee.picture();
+            // 16 ms are the shortest frame. A wake-up comes up to 1 ms after the time.
+            if (next - time > 16ms) {
+                looksAllTheTime.goTo(next - 2ms);
+                QCOMPARE(looksAllTheTime.picture(), before);
+            }
+            marquee.goTo(next);
+            QVERIFY(marquee.picture() != before);
+            looksAllTheTime.goTo(next);
+            QCOMPARE(marquee.picture(), looksAllTheTime.picture());
+            time = next;
+            ++frames;
+        }
+        QVERIFY(frames > 10);
+        QVERIFY2(frames <= mostFrames, qPrintable(QString::number(frames)));
+    }
+
     void onlyTheRowsOfTheTextArePaintedWhileItScrolls()
     {
         Marquee marquee;
@@ -176,6 +221,23 @@ private Q_SLOTS:
         // The letters are about 6 points high and in the middle.
         QVERIFY(painted.height() < 15);
         QVERIFY(painted.contains(QRect(0, 28, 200, 5)));
+    }
+
+    void onlyTheWidestTextsWidthIsPaintedWhileTextsRoll()
+    {
+        Marquee marquee;
+        marquee.view.setDisplayStrings({shortText, QStringLiteral("_")});
+        marquee.view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        // The first frame draws the text that comes next.
+        marquee.goTo(4200ms);
+        QCoreApplication::processEvents();
+        PaintRecorder recorder(marquee.view);
+        marquee.goTo(4600ms);
+        QTRY_VERIFY(!recorder.painted.isEmpty());
+        const QRect painted = recorder.painted.boundingRect();
+        QVERIFY2(painted.width() < 120, qPrintable(QString::number(painted.width())));
+        QCOMPARE(painted.center().x(), marquee.view.rect().center().x());
     }
 
     void whatIsPaintedFrameByFrameLooksLikeTheWhole_data()

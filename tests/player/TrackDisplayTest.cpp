@@ -13,6 +13,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QTest>
+#include <QTextDocument>
 
 #include <algorithm>
 #include <ranges>
@@ -164,6 +165,20 @@ private Q_SLOTS:
         player.music.quit();
         QCOMPARE(player.displayed(), {QStringLiteral("Music is not open")});
         QVERIFY(player.view.lcd().toolTip().isEmpty());
+    }
+
+    void theTooltipNamesTheOutputsAsPlainText()
+    {
+        Player player;
+        ScriptedMusicApplication::BackgroundAnswers outputs;
+        outputs.currentAirPlayDevices = {{.kind = AirPlayDeviceKind::other, .name = QStringLiteral("<b>Kitchen</b>")}};
+        player.music.answerInBackground(outputs);
+        player.play(localTrackInfo());
+        LcdView &lcd = player.view.lcd();
+        QTRY_COMPARE(lcd.toolTip(), Qt::convertFromPlainText(QStringLiteral("Playing through <b>Kitchen</b>")));
+        QCOMPARE(lcd.trackInfoLabel().accessibleDescription(), QStringLiteral("Playing through <b>Kitchen</b>"));
+        player.music.quit();
+        QVERIFY(lcd.toolTip().isEmpty());
     }
 
     void theTooltipSaysForWhichPlayerTheProgramWaits()

@@ -133,7 +133,7 @@ private Q_SLOTS:
     void theFirstOpeningShowsGeneral()
     {
         PreferencesDesk desk;
-        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater});
+        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater, desk.desktopSettings});
         QVERIFY(!controller.window().isVisible());
         controller.showWindow();
         QVERIFY(controller.window().isVisible());
@@ -185,7 +185,7 @@ private Q_SLOTS:
     {
         QFETCH(const QString, pane);
         PreferencesDesk desk;
-        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater});
+        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater, desk.desktopSettings});
         controller.showWindow();
         item(controller, pane)->trigger();
         QVERIFY(QTest::qWaitForWindowActive(&controller.window()));
@@ -207,7 +207,7 @@ private Q_SLOTS:
     void itsToolbarHasThreePanes()
     {
         PreferencesDesk desk;
-        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater});
+        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater, desk.desktopSettings});
         const QStringList identifiers{generalPane, interfacePane, updatesPane};
         QCOMPARE(controller.toolbarDefaultItemIdentifiers(), identifiers);
         QCOMPARE(controller.toolbarAllowedItemIdentifiers(), identifiers);
@@ -221,7 +221,7 @@ private Q_SLOTS:
     void aToolbarItemIsMadeAnewOnEveryCall()
     {
         PreferencesDesk desk;
-        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater});
+        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater, desk.desktopSettings});
         const auto first = controller.toolbarItem(interfacePane);
         const auto second = controller.toolbarItem(interfacePane);
         QVERIFY(first && second && first != second);
@@ -237,7 +237,7 @@ private Q_SLOTS:
     void everyPaneGivesTheWindowItsTitleAndHeightBelowTheSameTopEdge()
     {
         PreferencesDesk desk;
-        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater});
+        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater, desk.desktopSettings});
         controller.showWindow();
         const QPoint topLeft = controller.window().frameGeometry().topLeft();
         QList<int> heights;
@@ -390,7 +390,7 @@ private Q_SLOTS:
     {
         m_style->animationDuration = 100'000;
         PreferencesDesk desk;
-        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater});
+        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater, desk.desktopSettings});
         controller.showWindow();
         const QRect frame = controller.window().frameGeometry();
         auto *focused = controller.window().findChild<QAbstractButton *>();
@@ -405,7 +405,7 @@ private Q_SLOTS:
     void whatIsNoToolbarItemSelectsNothing()
     {
         PreferencesDesk desk;
-        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater});
+        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater, desk.desktopSettings});
         QObject other;
         other.setObjectName(interfacePane);
         controller.toolbarItemClicked(other);
@@ -477,7 +477,7 @@ private Q_SLOTS:
     void escapeClosesItAndReopeningShowsTheLastPaneInTheSavedFrame()
     {
         PreferencesDesk desk;
-        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater});
+        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater, desk.desktopSettings});
         controller.showWindow();
         QVERIFY(QTest::qWaitForWindowActive(&controller.window()));
         item(controller, updatesPane)->trigger();
@@ -493,7 +493,7 @@ private Q_SLOTS:
         QVERIFY(showsContents(controller));
         controller.window().close();
 
-        AppPreferencesWindowController next({desk.defaults, desk.players, desk.updater});
+        AppPreferencesWindowController next({desk.defaults, desk.players, desk.updater, desk.desktopSettings});
         next.showWindow();
         QCOMPARE(next.window().frameGeometry().topLeft(), QPoint(40, 60));
         QCOMPARE(next.window().windowTitle(), QStringLiteral("General"));
@@ -502,7 +502,7 @@ private Q_SLOTS:
     void showingItAgainBringsItBackFromTheDock()
     {
         PreferencesDesk desk;
-        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater});
+        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater, desk.desktopSettings});
         controller.showWindow();
         controller.window().showMinimized();
         controller.showWindow();
@@ -513,7 +513,7 @@ private Q_SLOTS:
     void theWishForHelpIsPassedOn()
     {
         PreferencesDesk desk;
-        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater});
+        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater, desk.desktopSettings});
         const QSignalSpy requests(&controller, &AppPreferencesWindowController::helpRequested);
         item(controller, updatesPane)->trigger();
         const auto buttons = controller.window().centralWidget()->findChildren<QPushButton *>();
@@ -528,7 +528,7 @@ private Q_SLOTS:
     void theToolbarIsReachedAndWorkedWithTheKeyboard()
     {
         PreferencesDesk desk;
-        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater});
+        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater, desk.desktopSettings});
         controller.showWindow();
         QVERIFY(QTest::qWaitForWindowActive(&controller.window()));
         QList<QWidget *> buttons;
@@ -550,7 +550,7 @@ private Q_SLOTS:
     void aLargerFontCutsNoTextOff()
     {
         PreferencesDesk desk;
-        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater});
+        AppPreferencesWindowController controller({desk.defaults, desk.players, desk.updater, desk.desktopSettings});
         item(controller, interfacePane)->trigger();
         controller.showWindow();
         const int height = contentHeight(controller);

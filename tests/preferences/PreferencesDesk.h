@@ -2,11 +2,13 @@
 #pragma once
 
 #include "platform/UserDefaults.h"
+#include "preferences/DesktopSettings.h"
 #include "preferences/Updater.h"
 #include "support/ScriptedFollowablePlayers.h"
 #include "support/failOnWarning.h"
 
 #include <QAccessible>
+#include <QHash>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWidget>
@@ -24,12 +26,26 @@ public:
     void checkForUpdates() override { ++checks; }
 };
 
+class ScriptedDesktopSettings : public DesktopSettings {
+public:
+    [[nodiscard]] QString note(const QString &key) const override { return m_notes.value(key); }
+    void say(const QString &key, const QString &note)
+    {
+        m_notes.insert(key, note);
+        Q_EMIT noteChanged(key);
+    }
+
+private:
+    QHash<QString, QString> m_notes;
+};
+
 /// Everything that the preferences need, with settings of the test's own.
 struct PreferencesDesk {
     QTemporaryDir folder;
     UserDefaults defaults{folder.filePath(QStringLiteral("settings"))};
     ScriptedFollowablePlayers players;
     CountingUpdater updater;
+    ScriptedDesktopSettings desktopSettings;
 
     PreferencesDesk()
     {

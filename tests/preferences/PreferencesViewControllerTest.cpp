@@ -18,6 +18,7 @@
 #include <QSignalSpy>
 
 #include <algorithm>
+#include <map>
 
 using namespace tunedeck;
 
@@ -72,7 +73,7 @@ private Q_SLOTS:
         QFETCH(const bool, remaining);
         PreferencesDesk desk;
         desk.defaults.setBool(SettingsKey::remainingTimeEnabled, remaining);
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         QCOMPARE(controller.radioButtonRemainingTime().isChecked(), remaining);
         QCOMPARE(controller.radioButtonTotalTime().isChecked(), !remaining);
         QCOMPARE(controller.elapsedTimeEnabled(), remaining);
@@ -81,7 +82,7 @@ private Q_SLOTS:
     void choosingATimeWritesTheSetting()
     {
         PreferencesDesk desk;
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         const QSignalSpy writes(&desk.defaults, &UserDefaults::valueChanged);
         controller.radioButtonTotalTime().click();
         QCOMPARE(desk.defaults.boolForKey(SettingsKey::remainingTimeEnabled), false);
@@ -93,10 +94,81 @@ private Q_SLOTS:
         QCOMPARE(writes.at(0).at(0).toString(), QStringLiteral("RemainingTimeEnabled"));
     }
 
+    void theDesktopsBoxesAreOffUntilTheUserWantsThemAndWriteTheirSettings()
+    {
+        PreferencesDesk desk;
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
+        const std::map<QString, QCheckBox *> boxes{
+            {QStringLiteral("StartWithSession"), &controller.startWithSessionBox()},
+            {QStringLiteral("ShowOnlyWithPlayer"), &controller.showOnlyWithPlayerBox()},
+            {QStringLiteral("GlobalShortcuts"), &controller.globalShortcutsBox()}};
+        for (const auto &[key, box] : boxes) {
+            QVERIFY(!box->isChecked());
+            box->click();
+            QVERIFY(desk.defaults.boolForKey(key));
+            desk.defaults.setBool(key, false);
+            QVERIFY(!box->isChecked());
+        }
+    }
+
+    void whatTheDesktopSaysStandsBelowItsBoxAndIsReadAloud()
+    {
+        PreferencesDesk desk;
+        desk.desktopSettings.say(QStringLiteral("StartWithSession"), QStringLiteral("The desktop refuses."));
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
+        const QCheckBox &start = controller.startWithSessionBox();
+        const QCheckBox &shortcuts = controller.globalShortcutsBox();
+        QCOMPARE(start.accessibleDescription(), QStringLiteral("The desktop refuses."));
+        QVERIFY(labelWith(QStringLiteral("The desktop refuses."), controller.view()));
+        QCOMPARE(shortcuts.accessibleDescription(), QStringLiteral("The desktop lets you choose the keys."));
+        desk.desktopSettings.say(QStringLiteral("GlobalShortcuts"), QStringLiteral("Waiting for the desktop…"));
+        QCOMPARE(shortcuts.accessibleDescription(), QStringLiteral("Waiting for the desktop…"));
+        desk.desktopSettings.say(QStringLiteral("StartWithSession"), QString());
+        QCOMPARE(start.accessibleDescription(), QStringLiteral("Tunedeck is there when you log in."));
+    }
+
+    /// Screen readers read a new description of the control that has the focus by themselves.
+    void whatTheDesktopSaysLaterIsSpokenUnlessTheBoxHasTheFocus()
+    {
+        PreferencesDesk desk;
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
+        controller.view().show();
+        QVERIFY(QTest::qWaitForWindowActive(&controller.view()));
+        controller.globalShortcutsBox().setFocus();
+        desk.desktopSettings.say(QStringLiteral("GlobalShortcuts"), QStringLiteral("Waiting for the desktop…"));
+        QVERIFY(!controller.view().findChild<QWidget *>(QStringLiteral("notice")));
+        controller.startWithSessionBox().setFocus();
+        desk.desktopSettings.say(QStringLiteral("GlobalShortcuts"), QStringLiteral("The desktop refuses."));
+        const auto *notice = controller.view().findChild<QWidget *>(QStringLiteral("notice"));
+        QVERIFY(notice);
+        QCOMPARE(notice->accessibleName(), QStringLiteral("The desktop refuses."));
+    }
+
+    void onlyWhatIsNewOfTheDesktopIsSpoken()
+    {
+        PreferencesDesk desk;
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
+        controller.view().show();
+        QVERIFY(QTest::qWaitForWindowActive(&controller.view()));
+        controller.startWithSessionBox().setFocus();
+        const QString waiting = QStringLiteral("Waiting for the desktop…");
+        desk.desktopSettings.say(QStringLiteral("GlobalShortcuts"), waiting);
+        auto *notice = controller.view().findChild<QWidget *>(QStringLiteral("notice"));
+        QVERIFY(notice);
+        QCOMPARE(notice->accessibleName(), waiting);
+        notice->setAccessibleName(QString());
+        desk.desktopSettings.say(QStringLiteral("GlobalShortcuts"), waiting);
+        QCOMPARE(notice->accessibleName(), QString());
+        desk.desktopSettings.say(QStringLiteral("GlobalShortcuts"), QString());
+        QCOMPARE(notice->accessibleName(), QString());
+        desk.desktopSettings.say(QStringLiteral("GlobalShortcuts"), waiting);
+        QCOMPARE(notice->accessibleName(), waiting);
+    }
+
     void theArrowKeysChooseATimeToo()
     {
         PreferencesDesk desk;
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         controller.view().show();
         QVERIFY(QTest::qWaitForWindowActive(&controller.view()));
         controller.radioButtonRemainingTime().setFocus();
@@ -108,7 +180,7 @@ private Q_SLOTS:
     void theTotalTimeWinsWhereBothAreOnAndNothingIsWrittenWhereNoneIs()
     {
         PreferencesDesk desk;
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         for (QRadioButton *button : {&controller.radioButtonRemainingTime(), &controller.radioButtonTotalTime()}) {
             button->setAutoExclusive(false);
             button->setChecked(true);
@@ -126,7 +198,7 @@ private Q_SLOTS:
     void aChangeElsewhereMovesTheSelectionAtOnce()
     {
         PreferencesDesk desk;
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         const QSignalSpy told(&controller, &PreferencesViewController::elapsedTimeEnabledChanged);
         desk.defaults.setBool(SettingsKey::remainingTimeEnabled, false);
         QVERIFY(controller.radioButtonTotalTime().isChecked());
@@ -140,7 +212,7 @@ private Q_SLOTS:
     {
         PreferencesDesk desk;
         desk.players.set({playerNamed(vlc, QStringLiteral("VLC"))});
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         const auto other = desk.otherDefaults();
         other->setBool(SettingsKey::remainingTimeEnabled, false);
         other->setValue(followedPlayer, vlc);
@@ -151,7 +223,7 @@ private Q_SLOTS:
     void thePropertyIsSetWithoutWritingTheSettingWhichTheButtonsShow()
     {
         PreferencesDesk desk;
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         const QSignalSpy told(&controller, &PreferencesViewController::elapsedTimeEnabledChanged);
         QVERIFY(controller.setProperty("elapsedTimeEnabled", false));
         QVERIFY(controller.setProperty("elapsedTimeEnabled", false));
@@ -164,14 +236,14 @@ private Q_SLOTS:
     void itHasNoStoreOfItsOwn()
     {
         PreferencesDesk desk;
-        const PreferencesViewController controller(desk.defaults, desk.players);
+        const PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         QVERIFY(!controller.userDefaultsController());
     }
 
     void itEnablesOnlyTheCloseCommand()
     {
         PreferencesDesk desk;
-        const PreferencesViewController controller(desk.defaults, desk.players);
+        const PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         QAction item;
         QVERIFY(!controller.validateMenuItem(item));
         for (const char *other : {"Controls_PlayPause", "File_OpenMusicApp", "File_CloseWindow2"}) {
@@ -186,7 +258,7 @@ private Q_SLOTS:
     {
         PreferencesDesk desk;
         QWidget window;
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         controller.view().setParent(&window);
         window.show();
         controller.closeWindow();
@@ -196,7 +268,7 @@ private Q_SLOTS:
     void theWheelsDirectionIsTurnedByABox()
     {
         PreferencesDesk desk;
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         QCheckBox &box = controller.wheelDirectionBox();
         QVERIFY(!box.isChecked());
         box.click();
@@ -215,7 +287,7 @@ private Q_SLOTS:
     void theWheelsCaptionIsOnTheLineOfItsBox()
     {
         PreferencesDesk desk;
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         controller.view().show();
         const QCheckBox &box = controller.wheelDirectionBox();
         const QLabel *caption = labelWith(QStringLiteral("Volume:"), controller.view());
@@ -227,7 +299,7 @@ private Q_SLOTS:
     void theWheelsExplanationIsAsHighAsItsLines()
     {
         PreferencesDesk desk;
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         QWidget &view = controller.view();
         constexpr int wide = 600;
         view.resize(wide, view.heightForWidth(wide));
@@ -240,7 +312,7 @@ private Q_SLOTS:
     void screenReadersReadTheWheelsCaptionWithItsBox()
     {
         PreferencesDesk desk;
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         const QLabel *caption = labelWith(QStringLiteral("Volume:"), controller.view());
         QVERIFY(caption);
         QCOMPARE(caption->buddy(), &controller.wheelDirectionBox());
@@ -251,7 +323,7 @@ private Q_SLOTS:
         PreferencesDesk desk;
         desk.players.set(
             {playerNamed(vlc, QStringLiteral("VLC media player")), playerNamed(mpv, QStringLiteral("mpv"))});
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         QCOMPARE(entries(controller.followedPlayerPicker()),
             QStringList({QStringLiteral("Automatic"), QStringLiteral("VLC media player"), QStringLiteral("mpv")}));
         QCOMPARE(controller.followedPlayerPicker().currentIndex(), 0);
@@ -261,7 +333,7 @@ private Q_SLOTS:
     {
         PreferencesDesk desk;
         desk.players.set({playerNamed(vlc, QStringLiteral("VLC")), playerNamed(mpv, QStringLiteral("mpv"))});
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         FollowablePlayer playing = playerNamed(mpv, QStringLiteral("mpv"));
         playing.title = QStringLiteral("Salt & Pepper");
         playing.isFollowed = true;
@@ -275,7 +347,7 @@ private Q_SLOTS:
     void playersThatAreNeverFollowedAreListedAndTakenBack()
     {
         PreferencesDesk desk;
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         controller.view().show();
         QVERIFY(!controller.neverFollowed().isVisible());
         const int height = controller.view().sizeHint().height();
@@ -292,7 +364,7 @@ private Q_SLOTS:
         list.setCurrentRow(1);
         QListWidgetItem *const item = list.item(0);
         desk.players.set({playerNamed(vlc, QStringLiteral("VLC"))});
-        // What screen readers are at stays.
+        // Screen readers stay where they are.
         QCOMPARE(list.item(0), item);
         controller.neverFollowed().followAgainButton().click();
         QCOMPARE(desk.players.allowed, {mpv});
@@ -310,10 +382,10 @@ private Q_SLOTS:
     {
         PreferencesDesk desk;
         desk.players.neverFollowed = {{vlc, QStringLiteral("VLC")}};
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         verifyControlsAreAccessible(controller.view());
         NeverFollowedView &view = controller.neverFollowed();
-        QCOMPARE(tabOrder(controller.view()).mid(4), QList<QWidget *>({&view.list(), &view.followAgainButton()}));
+        QCOMPARE(tabOrder(controller.view()).mid(4, 2), QList<QWidget *>({&view.list(), &view.followAgainButton()}));
         QCOMPARE(spokenName(view.list()), QStringLiteral("Players that are never followed"));
     }
 
@@ -321,7 +393,7 @@ private Q_SLOTS:
     {
         PreferencesDesk desk;
         desk.players.set({playerNamed(vlc, QStringLiteral("VLC"))});
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         choose(controller.followedPlayerPicker(), QStringLiteral("VLC"));
         QCOMPARE(desk.defaults.stringForKey(followedPlayer), vlc);
         choose(controller.followedPlayerPicker(), QStringLiteral("Automatic"));
@@ -335,7 +407,7 @@ private Q_SLOTS:
         PreferencesDesk desk;
         desk.players.set({playerNamed(vlc, QStringLiteral("VLC")), playerNamed(mpv, QStringLiteral("mpv"))});
         desk.defaults.setValue(followedPlayer, mpv);
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         const QComboBox &picker = controller.followedPlayerPicker();
         QCOMPARE(picker.currentText(), QStringLiteral("mpv"));
         const QSignalSpy writes(&desk.defaults, &UserDefaults::valueChanged);
@@ -358,7 +430,7 @@ private Q_SLOTS:
     {
         PreferencesDesk desk;
         desk.players.set({playerNamed(vlc, QStringLiteral("VLC")), playerNamed(mpv, QStringLiteral("mpv"))});
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         controller.view().show();
         QComboBox &picker = controller.followedPlayerPicker();
         picker.showPopup();
@@ -375,7 +447,7 @@ private Q_SLOTS:
         PreferencesDesk desk;
         desk.players.set({playerNamed(vlc, QStringLiteral("VLC"))});
         desk.defaults.setValue(followedPlayer, vlc);
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         desk.players.awaited = QStringLiteral("VLC");
         desk.players.set({});
         QCOMPARE(entries(controller.followedPlayerPicker()),
@@ -397,7 +469,7 @@ private Q_SLOTS:
         QFETCH(const QString, id);
         PreferencesDesk desk;
         desk.defaults.setValue(followedPlayer, id);
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         QTEST(controller.followedPlayerPicker().currentText(), "name");
         QCOMPARE(controller.followedPlayerPicker().currentData().toString(), id);
     }
@@ -419,7 +491,7 @@ private Q_SLOTS:
         QFETCH(const QString, name);
         PreferencesDesk desk;
         desk.players.set({playerNamed(vlc, name)});
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         QTEST(controller.followedPlayerPicker().itemText(1), "shown");
     }
 
@@ -432,7 +504,7 @@ private Q_SLOTS:
         }
         desk.defaults.setValue(followedPlayer, QStringLiteral("p4999"));
         desk.players.set(crowd);
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         QCOMPARE(controller.followedPlayerPicker().count(), 66);
         QCOMPARE(controller.followedPlayerPicker().currentText(), QStringLiteral("p4999 (not open)"));
     }
@@ -440,11 +512,12 @@ private Q_SLOTS:
     void itsControlsAreAccessible()
     {
         PreferencesDesk desk;
-        PreferencesViewController controller(desk.defaults, desk.players);
+        PreferencesViewController controller(desk.defaults, desk.players, desk.desktopSettings);
         verifyControlsAreAccessible(controller.view());
         QCOMPARE(tabOrder(controller.view()),
             QList<QWidget *>({&controller.radioButtonRemainingTime(), &controller.radioButtonTotalTime(),
-                &controller.wheelDirectionBox(), &controller.followedPlayerPicker()}));
+                &controller.wheelDirectionBox(), &controller.followedPlayerPicker(), &controller.startWithSessionBox(),
+                &controller.showOnlyWithPlayerBox(), &controller.globalShortcutsBox()}));
         // The name of a picker is its current entry; its caption is a relation.
         const auto labels =
             QAccessible::queryAccessibleInterface(&controller.followedPlayerPicker())->relations(QAccessible::Label);

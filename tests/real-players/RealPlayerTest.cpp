@@ -56,14 +56,15 @@ struct Habits {
     bool goesOnAtTheEnd = true;
     /// Seconds. VLC and Elisa estimate the length of an mp3 from its first frames.
     double lengthTolerance = 1;
-    /// What it announces between two tracks, of which the one ends and the other begins.
+    /// The player's announcements between two tracks, of which the one ends and the other begins.
     QString mixture = {};
     /// The difference between a volume that it is sent and what it then reports, in percent.
     double volumeTolerance = 0.6;
     AfterNext nextWhilePaused = AfterNext::StaysPaused;
     AfterTheLast nextOnTheLast = AfterTheLast::StaysOnIt;
-    /// What is shown for a file without tags: its name, or no text at all. None if the player opens no file on request.
-    std::optional<QString> untagged = {};
+    /// The texts for a file without tags: its name, or no text at all. Versions of a player may differ. None if the
+    /// player opens no file on request.
+    QStringList untagged = {};
     /// The programs that make it play a file, each with its arguments; FILE is the file. None if `OpenUri` does.
     QList<QStringList> open = {};
     /// Whether it ends when it is asked to.
@@ -74,27 +75,27 @@ const QString nameOfUntagged = untaggedFile + u" /  / "_s;
 const QString noText = u" /  / "_s;
 
 const std::array habits{
-    Habits{.player = QLatin1String("mpv"), .readsTagsAhead = false, .untagged = nameOfUntagged},
+    Habits{.player = QLatin1String("mpv"), .readsTagsAhead = false, .untagged = {nameOfUntagged}},
     // Skipping a track starts playback, and the list starts again after its end.
     Habits{.player = QLatin1String("vlc"),
         .readsTagsAhead = false,
         .lengthTolerance = 8,
         .nextWhilePaused = AfterNext::Plays,
         .nextOnTheLast = AfterTheLast::PlaysTheFirst,
-        .untagged = nameOfUntagged},
-    // It loads a list and waits. Skipping a track starts playback.
+        .untagged = {nameOfUntagged}},
+    // It plays what was opened last. Skipping a track starts playback.
     Habits{.player = QLatin1String("strawberry"),
         .playsOnStart = false,
         .nextWhilePaused = AfterNext::Plays,
-        .untagged = nameOfUntagged},
+        .untagged = {nameOfUntagged}},
     Habits{.player = QLatin1String("audacious")},
     // It opens with its library. Skipping a track starts playback, and skipping the last one stops it.
     Habits{.player = QLatin1String("rhythmbox"),
         .playsOnStart = false,
         .nextWhilePaused = AfterNext::Plays,
         .nextOnTheLast = AfterTheLast::Stops,
-        .untagged = nameOfUntagged},
-    Habits{.player = QLatin1String("celluloid")},
+        .untagged = {nameOfUntagged}},
+    Habits{.player = QLatin1String("celluloid"), .readsTagsAhead = false},
     // It opens with its library. Skipping the last track stops playback.
     Habits{.player = QLatin1String("quodlibet"), .playsOnStart = false, .nextOnTheLast = AfterTheLast::Stops},
     // It shows only the names of files that are not in its library. After a skip, it loads the track and waits.
@@ -102,18 +103,18 @@ const std::array habits{
         .tags = Tags::NotShown,
         .lengthTolerance = 8,
         .nextWhilePaused = AfterNext::Stops},
-    // It waits for Play. Skipping a track starts playback.
+    // It waits for Play. Skipping a track starts playback. Since 2.12 it names a file without tags.
     Habits{.player = QLatin1String("cmus"),
         .playsOnStart = false,
         .nextWhilePaused = AfterNext::Plays,
-        .untagged = noText,
+        .untagged = {noText, nameOfUntagged},
         .open = {{u"cmus-remote"_s, u"--file"_s, u"FILE"_s}},
         .quits = false},
     // It sends the length before it has read the tags. After a seek it may play the same track again at its end.
     Habits{.player = QLatin1String("totem"),
         .goesOnAtTheEnd = false,
         .nextWhilePaused = AfterNext::Plays,
-        .untagged = noText},
+        .untagged = {noText}},
     // It waits for Play. Skipping a track starts playback, and the list starts again after its end.
     Habits{.player = QLatin1String("sayonara"),
         .playsOnStart = false,
@@ -130,18 +131,18 @@ const std::array habits{
         .tags = Tags::Perhaps,
         .hasOneTrack = true,
         .volumeTolerance = 1.1,
-        .untagged = nameOfUntagged},
+        .untagged = {nameOfUntagged}},
     // It goes to the end of the list and stops.
     Habits{.player = QLatin1String("mpdris2"),
         .nextWhilePaused = AfterNext::Plays,
         .nextOnTheLast = AfterTheLast::Stops,
-        .untagged = nameOfUntagged,
+        .untagged = {nameOfUntagged},
         .open = {{u"mpc"_s, u"add"_s, u"FILE"_s}, {u"mpc"_s, u"play"_s, u"3"_s}},
         .quits = false},
 };
 
 constexpr int longestStart = 20'000; // milliseconds, until a player shows itself
-constexpr int patience = 5'000; // milliseconds, for anything that a player does
+constexpr int patience = 15'000; // milliseconds, for anything that a player does
 constexpr int longestError = 2'500; // milliseconds, for which the clock may be wrong while a player starts a track
 constexpr int lastSample =
     2'200; // milliseconds, after which the program has sampled the position that a command led to
@@ -257,7 +258,8 @@ bool RealPlayerTest::playTheFirstTrackFrom(double seconds)
     }
     const bool isThere =
         timeUntil([this] { return m_witness.status() == u"Playing" && state() == PlayerState::playing; })
-        && m_music.setPlayerPosition(seconds)
+        // While Rhythmbox loads a track, it cannot seek.
+        && timeUntil([&] { return m_music.setPlayerPosition(seconds); })
         && timeUntil([&] { return std::abs(m_witness.position() - seconds) < tolerance; });
     // The next command comes when the seek is over: it could be lost otherwise.
     m_witness.awaitQuiet();
@@ -271,6 +273,8 @@ bool RealPlayerTest::isAtPlayersPosition()
 
 void RealPlayerTest::expectTheSecondTrackAlone()
 {
+    // Elisa tells the position of the track before for a second.
+    m_witness.awaitQuiet();
     QVERIFY(timeUntil([this] { return m_witness.status() == u"Playing" && m_witness.position() >= 1; }));
     QVERIFY(timeUntil([this] { return isAtPlayersPosition(); }, longestError));
     QStringList shown = m_shown->texts();
@@ -316,7 +320,9 @@ void RealPlayerTest::theFirstTrackIsShownInFull()
             },
             longestStart));
         QVERIFY(timeUntil([this] { return shows(m_first) || shows(m_second); }));
-        // A player that still reads its library may begin with either track.
+        // A player that still reads its library may begin with either track. Strawberry goes on to the second one when
+        // that is opened.
+        m_witness.awaitQuiet();
         QVERIFY(timeUntil([this] { return goToTheFirstTrack(); }, longestStart));
     }
     if (m_habits->tags == Tags::Perhaps) {
@@ -327,12 +333,12 @@ void RealPlayerTest::theFirstTrackIsShownInFull()
     QVERIFY2(
         time, qPrintable(ShownRecord::text(m_connector->currentTrack()) + u"; the player: "_s + m_witness.title()));
     report("shown", *time);
-    QVERIFY(timeUntil([this] { return std::abs(m_connector->duration() - firstDuration) < 1; }));
+    QVERIFY2(timeUntil([this] { return std::abs(m_connector->duration() - firstDuration) < 1; }),
+        qPrintable(QString::number(m_connector->duration())));
     qInfo().noquote() << "at the start:" << m_shown->texts();
     for (const QString &text : m_shown->texts()) {
         const bool isFull = text == m_first || text == m_second;
-        QVERIFY2(isFull || (!m_habits->readsTagsAhead && (text == firstFile || text == m_habits->untagged)),
-            qPrintable(text));
+        QVERIFY2(isFull || (!m_habits->readsTagsAhead && (text == firstFile || text == noText)), qPrintable(text));
     }
 }
 
@@ -462,7 +468,7 @@ void RealPlayerTest::theEndOfATrackLeadsToTheNextAndNothingBetween()
     if (!m_habits->goesOnAtTheEnd) {
         QSKIP("This player does not always go on to the next track");
     }
-    QVERIFY(playTheFirstTrackFrom(firstDuration - 2.5));
+    QVERIFY(playTheFirstTrackFrom(firstDuration - 4));
     m_shown->clear();
     QVERIFY(timeUntil([this] { return shows(m_second); }));
     expectTheSecondTrackAlone();
@@ -515,6 +521,7 @@ void RealPlayerTest::nextWhilePausedShowsTheSecondTrack()
     QVERIFY(m_music.nextTrack());
     if (m_habits->nextWhilePaused == AfterNext::Stops) {
         QVERIFY(timeUntil([this] { return state() == PlayerState::stopped; }));
+        m_witness.awaitQuiet();
         QCOMPARE(m_shown->texts(), QStringList{u"none"_s});
         QVERIFY(m_music.playpause());
         QVERIFY(timeUntil([this] { return shows(m_second); }));
@@ -563,11 +570,12 @@ void RealPlayerTest::nextOnTheLastTrackDoesWhatThePlayerIsKnownFor()
 
 void RealPlayerTest::aFileWithoutTagsIsShownWithItsTimes()
 {
-    if (!m_habits->untagged) {
+    if (m_habits->untagged.isEmpty()) {
         QSKIP("This player opens no file on request");
     }
     QVERIFY(playUntagged());
-    const auto time = timeUntil([this] { return shows(*m_habits->untagged); });
+    const auto time =
+        timeUntil([this] { return m_habits->untagged.contains(ShownRecord::text(m_connector->currentTrack())); });
     QVERIFY2(time, qPrintable(ShownRecord::text(m_connector->currentTrack())));
     report("file without tags", *time);
     QVERIFY(timeUntil([this] { return std::abs(m_connector->duration() - untaggedDuration) < 1; }));

@@ -23,7 +23,7 @@ namespace tunedeck {
 namespace {
 
 constexpr int longestStart = 20'000; // milliseconds, until the players show themselves
-constexpr int patience = 5'000; // milliseconds, for anything that a player does
+constexpr int patience = 15'000; // milliseconds, for anything that a player does
 constexpr double tolerance = 1.5; // seconds: players report the position late
 
 bool until(const std::function<bool()> &condition, int limit = patience)
@@ -132,7 +132,7 @@ void RealPlayersTest::expectPlayPauseLeadsTo(FourCharCode state)
 {
     const QString status = m_other->witness.status();
     m_mpv.witness.awaitQuiet();
-    // As the button does.
+    // The button does the same.
     QVERIFY(m_music->playpause());
     m_connector->stopProgressPollingIfIdle();
     QVERIFY(isOnShow(*m_shown));

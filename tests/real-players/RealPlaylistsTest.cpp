@@ -50,7 +50,7 @@ const std::array habits{
 };
 
 constexpr int longestStart = 20'000; // milliseconds, until a player shows itself and its playlists
-constexpr int patience = 5'000; // milliseconds, for anything that a player does
+constexpr int patience = 15'000; // milliseconds, for anything that a player does
 
 } // namespace
 
@@ -70,6 +70,7 @@ private Q_SLOTS:
     void theOneOnViewIsPlayedLikeAnyOther();
 
 private:
+    static bool createsNoTabs();
     void makeTabs();
     [[nodiscard]] bool offersPlaylists() const { return m_habits->source != PlaylistSource::none; }
     /// Rhythmbox appends how many tracks there are to some names.
@@ -96,8 +97,18 @@ void RealPlaylistsTest::initTestCase()
     QVERIFY(QTest::qWaitFor([this] { return m_connector->isMusicAppRunning(); }, longestStart));
     QVERIFY(m_witness.findPlayer());
     if (player == u"strawberry") {
+        if (createsNoTabs()) {
+            QSKIP("Strawberry 1.2 adds no tab when its command line asks for one");
+        }
         makeTabs();
     }
+}
+
+bool RealPlaylistsTest::createsNoTabs()
+{
+    QProcess strawberry;
+    strawberry.start(u"strawberry"_s, {u"--version"_s});
+    return strawberry.waitForFinished() && strawberry.readAllStandardOutput().contains("Strawberry 1.2.");
 }
 
 /// Strawberry's playlists are the tabs of its window.

@@ -6,13 +6,14 @@
 #include "platform/DesktopEntries.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
+#include "platform/bus/PortalSettings.h"
+#include "preferences/DesktopSettings.h"
 #include "preferences/Updater.h"
 #include "support/ScriptedFollowablePlayers.h"
 #include "support/ScriptedMusicApplication.h"
 #include "support/failOnWarning.h"
 
 #include <QDBusConnection>
-#include <QDBusVariant>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -25,7 +26,12 @@ public:
     void checkForUpdates() override { ++checks; }
 };
 
-/// What the program stands on, with settings of the test's own and no bus.
+class SilentDesktopSettings : public DesktopSettings {
+public:
+    [[nodiscard]] QString note(const QString &) const override { return {}; }
+};
+
+/// The services that the program stands on, with settings of the test's own and no bus.
 struct Desktop {
     QTemporaryDir folder;
     UserDefaults defaults{folder.filePath(QStringLiteral("settings"))};
@@ -35,17 +41,17 @@ struct Desktop {
     ScriptedFollowablePlayers players;
     DesktopEntries desktopEntries;
     CountingUpdater updater;
+    SilentDesktopSettings desktopSettings;
 
     [[nodiscard]] Application::Environment environment()
     {
-        return {music, defaults, appearance, windowActivation, players, desktopEntries, updater};
+        return {music, defaults, appearance, windowActivation, players, desktopEntries, updater, desktopSettings};
     }
 
-    /// As the portal tells it.
+    /// Announces the change as the portal does.
     void changeSetting(const QString &group, const QString &key, const QVariant &value)
     {
-        QVERIFY(QMetaObject::invokeMethod(&appearance, "portalSettingChanged", Q_ARG(QString, group),
-            Q_ARG(QString, key), Q_ARG(QDBusVariant, QDBusVariant(value))));
+        Q_EMIT appearance.findChild<PortalSettings *>()->read({group, key}, value);
     }
 
     void play(const QVariantMap &userInfo)

@@ -44,7 +44,10 @@ public:
 
     Answers answers;
     bool isWatched = true;
-    /// By name, such as "playpause" or "setSoundVolume".
+    bool isLaunchable = true;
+    PlayerSound *playerSound = nullptr; ///< at first the program knows no sound server
+    bool hasVolumeOfStreams = false;
+    /// Calls by name, such as "playpause" or "setSoundVolume".
     QSet<QString> unansweredCommands;
 
     void setRunning(bool running) { m_isRunning = running; }
@@ -121,6 +124,7 @@ public:
     [[nodiscard]] bool isRunning() const override { return m_isRunning; }
     [[nodiscard]] bool isResponding() const override { return m_isResponding; }
     void setWatched(bool watched) override { isWatched = watched; }
+    [[nodiscard]] bool canBeLaunched() const override { return isLaunchable; }
     bool activate() override { return isAnswered(QStringLiteral("activate")) && recorded(QStringLiteral("activate")); }
 
     [[nodiscard]] QString playerName() const override { return m_isRunning ? m_playerName : QString(); }
@@ -156,6 +160,8 @@ public:
     {
         return sent(QStringLiteral("setSoundVolume"), QString::number(volume));
     }
+    [[nodiscard]] bool isVolumeOfStreams() const override { return hasVolumeOfStreams; }
+    [[nodiscard]] PlayerSound *sound() const override { return playerSound; }
     [[nodiscard]] std::optional<bool> shuffleEnabled() const override
     {
         return answered(QStringLiteral("shuffleEnabled"), answers.shuffleEnabled);

@@ -4,6 +4,7 @@
 #include "platform/Appearance.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
+#include "platform/bus/PortalSettings.h"
 #include "skin/looks/SkinEnvironment.h"
 
 #include <QDBusConnection>
@@ -19,6 +20,12 @@ public:
     void setDark(bool dark)
     {
         appearance.setApplicationAppearance(dark ? AppearanceName::DarkAqua : AppearanceName::Aqua);
+    }
+    /// Announces the change as the portal does.
+    void setHighContrast(bool isHigh)
+    {
+        Q_EMIT appearance.findChild<PortalSettings *>()->read(
+            {QStringLiteral("org.freedesktop.appearance"), QStringLiteral("contrast")}, isHigh ? 1U : 0U);
     }
     void setAccentColor(int accent) { defaults.setSystemValue(SettingsKey::appleAccentColor, accent); }
 

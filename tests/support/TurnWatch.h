@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <utility>
 
 namespace tunedeck {
@@ -30,6 +31,13 @@ public:
         endTurn();
         return m_longest / 1'000'000;
     }
+    /// The processor time of this thread's busiest turn, in milliseconds. Unlike the time of the clock,
+    /// it does not grow while a thread that holds a lock is kept waiting by other programs.
+    [[nodiscard]] qint64 mostWork()
+    {
+        endTurn();
+        return m_mostWork / 1'000'000;
+    }
 
 private:
     /// How long this thread has been ready to run while others ran, in nanoseconds; 0 where the system does not tell.
@@ -39,8 +47,18 @@ private:
         return statistics.open(QIODevice::ReadOnly) ? statistics.readAll().split(' ').value(1).toLongLong() : 0;
     }
 
+    /// In nanoseconds.
+    [[nodiscard]] static qint64 work()
+    {
+        timespec used = {};
+        ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+        return qint64(used.tv_sec) * 1'000'000'000 + used.tv_nsec;
+    }
+
     void endTurn()
     {
+        const qint64 used = work();
+        m_mostWork = std::max(m_mostWork, used - std::exchange(m_workBefore, used));
         const qint64 wait = waitForProcessor();
         const qint64 now = m_clock.nsecsElapsed();
         const qint64 turn = now - std::exchange(m_turnBegan, now);
@@ -53,6 +71,8 @@ private:
     qint64 m_turnBegan = 0;
     qint64 m_waitBefore = waitForProcessor();
     qint64 m_longest = 0;
+    qint64 m_workBefore = work();
+    qint64 m_mostWork = 0;
 };
 
 } // namespace tunedeck

@@ -190,9 +190,9 @@ private Q_SLOTS:
         const QString file = QDir::temp().filePath(u"tunedeck-difference-"_s + name.replace(u'/', u'-'));
         QVERIFY(found.picture.save(file));
         QFAIL(qPrintable(u"off by %1 of 255 at (%2, %3); see %4"_s.arg(found.worst)
-                             .arg(found.where.x())
-                             .arg(found.where.y())
-                             .arg(file)));
+                .arg(found.where.x())
+                .arg(found.where.y())
+                .arg(file)));
     }
 
     void aDifferenceIsFoundWhereItIs()

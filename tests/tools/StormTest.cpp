@@ -60,7 +60,7 @@ private:
     QProcess m_process;
 };
 
-/// What a listener on the bus hears of the players there.
+/// The players as a listener on the bus hears them.
 class Listener : public QObject {
     Q_OBJECT
 

@@ -12,6 +12,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 #include <memory>
 
@@ -123,6 +124,22 @@ private Q_SLOTS:
         WindowController controller(m_desktop->defaults);
         controller.window().setContentGeometry({100, 80, 420, 64});
         QVERIFY(!timer(controller, "save frame").isActive());
+    }
+
+    void aWindowThatWasClosedHasThePlaceThatItHadOnTheScreen()
+    {
+        {
+            WindowController controller(m_desktop->defaults);
+            Window &window = controller.window();
+            window.show();
+            window.setContentGeometry({120, 90, 420, 64});
+            window.close();
+            QCOMPARE(m_desktop->defaults.stringForKey(FrameAutosave::placeKey), placeText(120, 90));
+            window.windowHandle()->setPosition(0, 0);
+            QCoreApplication::processEvents();
+            QVERIFY(!timer(controller, "save frame").isActive());
+        }
+        QCOMPARE(placeInNextRun(*m_desktop), QRect(120, 90, 420, 64));
     }
 
     void aWindowAboveTheEdgeOfTheScreenIsSavedThere()

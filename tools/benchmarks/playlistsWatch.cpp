@@ -14,10 +14,12 @@
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
 #include "player/ViewController.h"
+#include "portal/DesktopIntegration.h"
 #include "skin/views/MetalPopupButton.h"
 #include "window/WindowController.h"
 
 #include <QApplication>
+#include <QByteArrayList>
 #include <QDBusConnection>
 #include <QElapsedTimer>
 #include <QFile>
@@ -59,7 +61,8 @@ qint64 privateMemory()
     QFile file(QStringLiteral("/proc/self/smaps_rollup"));
     qint64 sum = 0;
     if (file.open(QFile::ReadOnly)) {
-        for (const QByteArray &line : file.readAll().split('\n')) {
+        const QByteArrayList lines = file.readAll().split('\n');
+        for (const QByteArray &line : lines) {
             sum += line.startsWith("Private_") ? line.simplified().split(' ').at(1).toLongLong() : 0;
         }
     }
@@ -83,8 +86,9 @@ int main(int argc, char *argv[])
     if (!QTest::qWaitFor([&] { return music.isReady(); })) {
         return 1;
     }
-    Application application(
-        {music, defaults, appearance, windowActivation, music.followablePlayers(), desktopEntries, updater});
+    DesktopIntegration desktopIntegration(defaults, {});
+    Application application({music, defaults, appearance, windowActivation, music.followablePlayers(), desktopEntries,
+        updater, desktopIntegration});
     application.showMainWindow();
     MusicConnector &connector = application.musicConnector();
     const auto isLoaded = [&] { return connector.selectedPlaylist().has_value(); };

@@ -81,6 +81,12 @@ class ChecksTest(unittest.TestCase):
         self.write("Bad.cpp", COPYING_LOOP)
         self.assert_finds("clazy-range-loop-reference", *clazy)
 
+    def test_clazy_finds_the_loop_in_one_of_several_sources(self) -> None:
+        self.write("First.cpp", GOOD)
+        self.write("Second.cpp", COPYING_LOOP)
+        self.write("Third.cpp", GOOD.replace("one", "three"))
+        self.assert_finds("Second.cpp:6", *self.analysis("clazy"))
+
     def test_a_header_s_faults_are_found_from_the_source_that_includes_it(self) -> None:
         self.write("Bad.h", "inline int *none()\n{\n    return 0;\n}\n")
         self.write("Bad.cpp", '#include "Bad.h"\n')
@@ -149,16 +155,26 @@ class ChecksTest(unittest.TestCase):
         self.assert_finds("misc-unused-using-decls", "analyse.py", "clang-tidy", str(self.root), str(self.root))
 
     def test_a_header_that_only_the_precompiled_headers_include_is_missed(self) -> None:
-        clazy = self.analysis("clazy")
+        includes = ("includes.py", str(self.root), str(self.root))
         precompiled = self.root / "CMakeFiles/program.dir/cmake_pch.hxx"
         precompiled.parent.mkdir(parents=True)
         precompiled.write_text("#include <QStringList>\n")
         self.compiler = ["/usr/bin/ccache", "/usr/bin/c++", "-Winvalid-pch", "-include", str(precompiled)]
         source = "qsizetype length(const QStringList &names)\n{\n    return names.size();\n}\n"
         self.write("A.cpp", f"#include <QStringList>\n\n{source}")
-        self.assert_passes(*clazy)
+        self.assert_passes(*includes)
         self.write("B.cpp", source.replace("length", "count"))
-        self.assert_finds("B.cpp:1:23: error: unknown type name 'QStringList'", *clazy)
+        self.assert_finds("src/B.cpp: <QStringList> is not included", *includes)
+
+    def test_a_header_of_the_library_that_a_source_forgets_is_missed(self) -> None:
+        includes = ("includes.py", str(self.root), str(self.root))
+        self.write("A.cpp", "std::optional<int> none()\n{\n    return {};\n}\n")
+        self.assert_finds("src/A.cpp: <optional> is not included", *includes)
+
+    def test_a_class_that_is_declared_needs_no_header(self) -> None:
+        includes = ("includes.py", str(self.root), str(self.root))
+        self.write("A.cpp", "class QString;\nQString *none()\n{\n    return nullptr;\n}\n")
+        self.assert_passes(*includes)
 
     def test_a_text_without_a_translation_is_found(self) -> None:
         folder = self.root / "resources/translations"
@@ -184,6 +200,7 @@ class ChecksTest(unittest.TestCase):
         self.write("readme.txt", "")
         self.assertEqual(self.check("formatted.py", str(self.root)).returncode, 2)
         self.assertEqual(self.check(*self.analysis("clazy")).returncode, 2)
+        self.assertEqual(self.check("includes.py", str(self.root), str(self.root)).returncode, 2)
         self.assertEqual(self.check("rules.py", str(self.root)).returncode, 2)
 
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Given to the Clang 14 of clang-tidy and clazy before each source: GCC's library has std::source_location only for
-// compilers with a builtin that came with Clang 15.
+// Given to clang-tidy and clazy before each source. The clazy of Debian 12 is Clang 14, and GCC's library has
+// std::source_location only for compilers with a builtin that came with Clang 15.
 #pragma once
 
 #include <version>

@@ -74,7 +74,7 @@ def content_digest(file: Path) -> str:
 def files_read(sources: list[Source]) -> dict[Source, list[str]]:
     """The files that the preprocessor reads for each source, or asks for with __has_include. A source that includes what
     does not exist is left out; all are left out where Clang's scanner is not installed."""
-    clang_tidy = shutil.which("clang-tidy")
+    clang_tidy = shutil.which("clang-tidy-19")
     scanner = Path(clang_tidy).resolve().with_name("clang-scan-deps") if clang_tidy else None
     if not sources or not scanner or not scanner.exists():
         return {}

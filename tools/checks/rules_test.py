@@ -151,6 +151,18 @@ class RulesTest(unittest.TestCase):
             (self.tree.root / where).unlink()
             self.assertEqual(rules.breaches(self.tree.root), [f"{where}:1: sleeps 0 times: {fewer}"])
 
+    def test_an_address_that_is_neither_others_nor_reserved_is_a_breach(self) -> None:
+        for name in ("README.md", "packaging/a.xml", "resources/help/en/a.html", "src/app/A.cpp"):
+            for address in ("https://tunedeck.{}", "http://tunedeck-music.{}/a", "mailto:a@tunedeck.{}", "<a.b@mail.{}>"):
+                with self.subTest(f"{name}: {address}"):
+                    self.tree.write(name, address.format("org"))
+                    found = rules.breaches(self.tree.root)
+                    self.assertEqual(len(found), 1, found)
+                    self.assertRegex(found[0], rf"^{name}:2: [\w.-]+\.org -- promises an address$")
+                    self.tree.write(name, address.format("example") + " https://www.qt.io a.dark@2x.png")
+                    self.assertEqual(rules.breaches(self.tree.root), [])
+                    (self.tree.root / name).unlink()
+
     def test_a_circle_of_folders_is_a_breach(self) -> None:
         folders = {"below": {"above"}, "above": {"below"}}
         with unittest.mock.patch.object(rules, "MAY_INCLUDE", folders):

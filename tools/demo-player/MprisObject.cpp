@@ -8,6 +8,8 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <QFile>
+#include <QVariantList>
+#include <QVariantMap>
 
 #include <algorithm>
 #include <cstdlib>
@@ -398,10 +400,7 @@ QList<MprisObject::Property> MprisObject::playlistsProperties() const
     };
     return {
         make(u"PlaylistCount"_s, [this] { return static_cast<uint>(m_player.playlists().size()); }),
-        make(u"Orderings"_s,
-            [] {
-                return QStringList{u"UserDefined"_s, u"Alphabetical"_s};
-            }),
+        make(u"Orderings"_s, [] { return QStringList{u"UserDefined"_s, u"Alphabetical"_s}; }),
         make(u"ActivePlaylist"_s, [this] { return QVariant::fromValue(activePlaylist()); }),
     };
 }
@@ -410,7 +409,8 @@ QList<MprisObject::Method> MprisObject::playerMethods()
 {
     using std::chrono::microseconds;
     const auto make = [](const char *name, const char *signature, auto carryOut) {
-        return Method{playerInterface(), QString::fromLatin1(name), QString::fromLatin1(signature), carryOut};
+        return Method{
+            playerInterface(), QString::fromLatin1(name), QString::fromLatin1(signature), std::move(carryOut)};
     };
     return {
         make("Next", "", command(u"CanGoNext"_s, [this] { m_player.next(); })),

@@ -5,6 +5,7 @@
 
 #include <QDBusVariant>
 #include <QHash>
+#include <QVariantMap>
 
 #include <functional>
 #include <limits>

@@ -126,14 +126,15 @@ bool Peer::call(Message message, const Values &body, std::chrono::milliseconds p
 {
     message.serial = ++m_lastSerial;
     message.wantsAnswer = true;
+    m_awaited = message.serial;
     send(message.bytes(body));
     const auto end = Clock::now() + patience;
-    while (m_answered != message.serial && Clock::now() < end) {
+    while (m_awaited != 0 && Clock::now() < end) {
         pollfd awaitedOfPeer{.fd = descriptor(), .events = awaited(*this), .revents = 0};
         ::poll(&awaitedOfPeer, 1, 10);
         serve(*this, awaitedOfPeer.revents);
     }
-    return m_answered == message.serial;
+    return m_awaited == 0;
 }
 
 void Peer::exchange(std::chrono::milliseconds time, bool untilSent)
@@ -206,7 +207,9 @@ void Peer::handle(GDBusMessage *message)
     switch (g_dbus_message_get_message_type(message)) {
     case G_DBUS_MESSAGE_TYPE_METHOD_RETURN:
     case G_DBUS_MESSAGE_TYPE_ERROR:
-        m_answered = g_dbus_message_get_reply_serial(message);
+        if (g_dbus_message_get_reply_serial(message) == m_awaited) {
+            m_awaited = 0;
+        }
         break;
     case G_DBUS_MESSAGE_TYPE_METHOD_CALL:
         if (m_answer) {

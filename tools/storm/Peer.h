@@ -60,7 +60,7 @@ private:
     qsizetype m_written = 0;
     QByteArray m_in;
     quint32 m_lastSerial = 1'000;
-    quint32 m_answered = 0; ///< serial of the last call of ours that was answered
+    quint32 m_awaited = 0; ///< serial of the call of ours that is not answered yet, or 0
 };
 
 /// Serves all of `peers` for `time`.

@@ -73,7 +73,7 @@ QByteArray StormPlayer::answer(GDBusMessage *call) const
         } else if (interface == "org.mpris.MediaPlayer2") {
             writeRoot(body);
         } else {
-            body.array(8, [] {});
+            body.array(8, [] { });
         }
     }
     return message.bytes(body);
@@ -92,7 +92,7 @@ QByteArray StormPlayer::change(const QByteArray &destination) const
         body.textEntry("PlaybackStatus", m_isPlaying ? "Playing" : "Paused");
         body.entry("Metadata", "a{sv}", [&] { writeMetadata(body); });
     });
-    body.array(4, [] {});
+    body.array(4, [] { });
     return message.bytes(body);
 }
 

@@ -5,6 +5,7 @@
 #include "Peer.h"
 #include "StormPlayer.h"
 
+#include <QByteArrayList>
 #include <QFile>
 #include <QString>
 
@@ -32,7 +33,8 @@ QByteArray content(const QString &path)
 /// Kilobytes in memory that no file backs; 0 if the program is gone.
 qint64 memoryOf(int processId)
 {
-    for (const QByteArray &line : content(QStringLiteral("/proc/%1/status").arg(processId)).split('\n')) {
+    const QByteArrayList lines = content(QStringLiteral("/proc/%1/status").arg(processId)).split('\n');
+    for (const QByteArray &line : lines) {
         if (line.startsWith("RssAnon:")) {
             return line.simplified().split(' ').value(1).toLongLong();
         }
@@ -113,7 +115,7 @@ void Watch::report(std::chrono::seconds rest)
     std::printf("memory highest: %lld kB\n", static_cast<long long>(m_highestMemory.load()));
     std::printf("memory %lld s later: %lld kB\n", static_cast<long long>(rest.count()),
         static_cast<long long>(memoryOf(m_processId)));
-    m_asking = std::thread([] {});
+    m_asking = std::thread([] { });
 }
 
 } // namespace tunedeck::storm

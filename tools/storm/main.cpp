@@ -30,6 +30,11 @@ const std::map<QString, Kind> &kinds()
         {u"answers"_s, {stormOfAnswers, u"a player announces --count changes, and answers with such artists"_s}},
         {u"activate"_s, {stormOfActivate, u"calls Activate, --rate a second for --seconds"_s}},
         {u"open"_s, {stormOfOpen, u"calls Open --count times with --size bytes of files"_s}},
+        {u"arguments"_s, {stormOfArguments, u"calls every interface --count times with --size bytes"_s}},
+        {u"strays"_s, {stormOfStrays, u"sends --size bytes --count times where nobody receives them"_s}},
+        {u"forgeries"_s, {stormOfForgeries, u"says as the bus, --rate times a second, that a player has gone"_s}},
+        {u"tokens"_s, {stormOfTokens, u"calls Activate without a token, and with a made-up one, in turn"_s}},
+        {u"settings"_s, {stormOfSettings, u"says as the portal, --count times, that a setting has --size bytes"_s}},
         {u"names"_s, {stormOfNames, u"one connection owns --count players' names and changes --rate a second"_s}},
         {u"players"_s, {stormOfPlayers, u"--count players, a connection for each, change --rate times a second"_s}},
     };

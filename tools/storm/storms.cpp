@@ -139,7 +139,7 @@ qint64 stormOfActivate(const Plan &plan)
     Peer peer(plan.bus);
     announceReady();
     Values body;
-    body.array(8, [] {});
+    body.array(8, [] { });
     return repeat(peer, callOfProgram("Activate", "a{sv}").bytes(body), plan);
 }
 
@@ -149,8 +149,99 @@ qint64 stormOfOpen(const Plan &plan)
     announceReady();
     Values body;
     Container{.type = "as", .size = plan.container.size}.write(body);
-    body.array(8, [] {});
+    body.array(8, [] { });
     return sendOneByOne(peer, callOfProgram("Open", "asa{sv}").bytes(body), plan);
+}
+
+qint64 stormOfArguments(const Plan &plan)
+{
+    Peer peer(plan.bus);
+    announceReady();
+    const auto container = [&plan](
+                               const QByteArray &type) { return Container{.type = type, .size = plan.container.size}; };
+    Values data;
+    container("a{sv}").write(data);
+    qint64 sent = sendOneByOne(peer, callOfProgram("Activate", "a{sv}").bytes(data), plan);
+    Values action;
+    action.text("next");
+    container("av").write(action);
+    action.array(8, [] { });
+    sent += sendOneByOne(peer, callOfProgram("ActivateAction", "sava{sv}").bytes(action), plan);
+    Values properties;
+    properties.array(4, [] { });
+    container("as").write(properties);
+    Message ofMenu = callOfProgram("GetGroupProperties", "aias");
+    ofMenu.path = name::programPath + "/DockMenu";
+    ofMenu.interface = "com.canonical.dbusmenu";
+    sent += sendOneByOne(peer, ofMenu.bytes(properties), plan);
+    Values junk;
+    container("as").write(junk);
+    Message ofIntrospection = callOfProgram("Introspect", "as");
+    ofIntrospection.interface = "org.freedesktop.DBus.Introspectable";
+    sent += sendOneByOne(peer, ofIntrospection.bytes(junk), plan);
+    return sent;
+}
+
+qint64 stormOfStrays(const Plan &plan)
+{
+    Peer peer(plan.bus);
+    announceReady();
+    Values data;
+    Container{.type = "as", .size = plan.container.size}.write(data);
+    Message signal{.destination = name::program, .path = "/stray", .interface = "org.tunedeck.Stray"};
+    signal.member = "Stray";
+    signal.signature = "as";
+    Message call = signal;
+    call.type = Message::Type::Call;
+    return sendOneByOne(peer, signal.bytes(data), plan) + sendOneByOne(peer, call.bytes(data), plan);
+}
+
+qint64 stormOfForgeries(const Plan &plan)
+{
+    Peer peer(plan.bus);
+    announceReady();
+    Values change;
+    change.text(name::playerPrefix + "tunedeckdemo");
+    change.text(":1.1");
+    change.text("");
+    const Message forgery{.destination = plan.destination.isEmpty() ? name::program : plan.destination,
+        .path = "/org/freedesktop/DBus",
+        .interface = "org.freedesktop.DBus",
+        .member = "NameOwnerChanged",
+        .signature = "sss"};
+    return repeat(peer, forgery.bytes(change), plan);
+}
+
+qint64 stormOfTokens(const Plan &plan)
+{
+    Peer peer(plan.bus);
+    announceReady();
+    Values none;
+    none.array(8, [] { });
+    Values forged;
+    forged.array(8, [&forged] {
+        forged.textEntry("desktop-startup-id", "storm_TIME4294967295");
+        forged.textEntry("activation-token", "storm");
+    });
+    const Message call = callOfProgram("Activate", "a{sv}");
+    return repeat(peer, call.bytes(none) + call.bytes(forged), plan);
+}
+
+qint64 stormOfSettings(const Plan &plan)
+{
+    Peer peer(plan.bus);
+    announceReady();
+    Values change;
+    change.text("org.freedesktop.appearance");
+    change.text("color-scheme");
+    change.signature(plan.container.type);
+    plan.container.write(change);
+    const Message signal{.destination = plan.destination,
+        .path = "/org/freedesktop/portal/desktop",
+        .interface = "org.freedesktop.portal.Settings",
+        .member = "SettingChanged",
+        .signature = "ssv"};
+    return sendOneByOne(peer, signal.bytes(change), plan);
 }
 
 qint64 stormOfNames(const Plan &plan)

@@ -9,7 +9,7 @@
 
 namespace tunedeck::storm {
 
-/// What a storm is made of. Each kind of storm uses some of it.
+/// The parts of a storm. Each kind of storm uses some of it.
 struct Plan {
     QByteArray bus; ///< its address
     QByteArray destination; ///< of signals; empty: everybody who listens
@@ -26,6 +26,11 @@ qint64 stormOfContainers(const Plan &plan);
 qint64 stormOfAnswers(const Plan &plan);
 qint64 stormOfActivate(const Plan &plan);
 qint64 stormOfOpen(const Plan &plan);
+qint64 stormOfArguments(const Plan &plan);
+qint64 stormOfStrays(const Plan &plan);
+qint64 stormOfForgeries(const Plan &plan);
+qint64 stormOfTokens(const Plan &plan);
+qint64 stormOfSettings(const Plan &plan);
 qint64 stormOfNames(const Plan &plan);
 qint64 stormOfPlayers(const Plan &plan);
 

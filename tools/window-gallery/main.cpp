@@ -12,6 +12,7 @@
 #include "platform/UserDefaults.h"
 #include "platform/WindowActivation.h"
 #include "preferences/AppPreferencesWindowController.h"
+#include "preferences/DesktopSettings.h"
 #include "preferences/Updater.h"
 #include "skin/looks/SkinEnvironment.h"
 #include "skin/views/AboutPinstripeView.h"
@@ -25,6 +26,8 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QProxyStyle>
+#include <QStyleHintReturn>
+#include <QStyleOption>
 #include <QTemporaryDir>
 #include <QTextStream>
 
@@ -52,6 +55,11 @@ class NoUpdater : public Updater {
 public:
     [[nodiscard]] bool looksForUpdates() const override { return true; }
     void checkForUpdates() override { }
+};
+
+class SilentDesktop : public DesktopSettings {
+public:
+    [[nodiscard]] QString note(const QString &) const override { return {}; }
 };
 
 /// Shows the end of every animation.
@@ -94,7 +102,8 @@ void addPreferences(Gallery &gallery, UserDefaults &defaults)
 {
     TwoPlayers players;
     NoUpdater updater;
-    AppPreferencesWindowController preferences({defaults, players, updater});
+    SilentDesktop desktopSettings;
+    AppPreferencesWindowController preferences({defaults, players, updater, desktopSettings});
     preferences.showWindow();
     const QStringList panes = preferences.toolbarDefaultItemIdentifiers();
     for (const QString &pane : panes) {
@@ -136,7 +145,7 @@ void addUpdater(Gallery &gallery)
     update.length = 2'345'678;
     update.releaseNotes = u"<h2>New in 1.1</h2><ul><li>The drawer opens twice as fast.</li>"
                           "<li>Playlists from files, for players without playlists.</li></ul>"
-                          "<p>More on <a href=\"https://tunedeck.org\">our page</a>.</p>"_s;
+                          "<p>More on <a href=\"https://tunedeck.example\">our page</a>.</p>"_s;
     UpdateWindow window;
     window.showChecking();
     gallery.add(u"update-checking"_s, window);

@@ -80,7 +80,7 @@ private:
     /// Remembers the followed player.
     void remember();
 
-    /// What is known of a player beside its mirror.
+    /// The program's own memory of a player, beside its mirror.
     struct History {
         quint64 lastPlayed = 0; ///< see PlayerCandidate::lastPlayed
         Instant lastChanged; ///< when it began or ceased to play

@@ -2,6 +2,8 @@
 #include "music/mpris/MprisMusicApplication.h"
 
 #include "music/mpris/PlayerPlaylists.h"
+#include "music/mpris/choice/PlayerPin.h"
+#include "music/mpris/choice/phoneBridge.h"
 #include "platform/ApplicationLauncher.h"
 
 #include <algorithm>
@@ -99,9 +101,14 @@ void MprisMusicApplication::setWatched(bool isWatched)
     }
 }
 
+bool MprisMusicApplication::canBeLaunched() const
+{
+    return m_launcher.canLaunch();
+}
+
 bool MprisMusicApplication::activate()
 {
-    if (isRunning()) {
+    if (isRunning() || !canBeLaunched()) {
         return false;
     }
     m_launcher.launch(m_followed.entriesToLaunch(), QStringLiteral("audio/mpeg"));
@@ -111,6 +118,18 @@ bool MprisMusicApplication::activate()
 QString MprisMusicApplication::playerName() const
 {
     return player() ? player()->identity() : QString();
+}
+
+std::optional<PlayerProcess> MprisMusicApplication::playerProcess() const
+{
+    if (!player()) {
+        return std::nullopt;
+    }
+    // Plasma Browser Integration has no sound of its own: it names the browser that it speaks for.
+    const std::optional<qint64> browser = player()->mirror().track().browserProcessId;
+    return PlayerProcess{.id = browser ? *browser : player()->processId().value_or(0),
+        .isElsewhere = isOfPhoneBridge(player()->name()),
+        .names = {playerFamily(player()->name()), player()->desktopEntry(), player()->identity()}};
 }
 
 bool MprisMusicApplication::canShowPlayer() const
@@ -440,7 +459,7 @@ void MprisMusicApplication::endSeek()
 {
     m_seekTimer.stop();
     m_seek.reset();
-    // What was posted meanwhile was read together with the state of a Music that seeks.
+    // Meanwhile, posts were read together with the state of a Music that seeks.
     if (std::exchange(m_postedDuringSeek, false)) {
         m_postsPlayerInfo = true;
         finishTurnLater();

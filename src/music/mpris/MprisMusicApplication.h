@@ -42,17 +42,19 @@ public:
     [[nodiscard]] bool isReady() const { return m_followed.isReady(); }
     /// The players that the user can choose from.
     [[nodiscard]] FollowablePlayers &followablePlayers() { return m_followable; }
-    /// What the desktop knows of players, such as their icons.
+    /// The desktop's entries of players, which have their icons.
     [[nodiscard]] DesktopEntries &desktopEntries() { return m_desktopEntries; }
     /// Reads everything from the player again, including what it does not announce.
     void refreshPlayer();
 
     [[nodiscard]] bool isRunning() const override { return player() != nullptr; }
     [[nodiscard]] bool isResponding() const override { return m_followed.isResponding(); }
+    [[nodiscard]] bool canBeLaunched() const override;
     bool activate() override;
     void setWatched(bool isWatched) override;
 
     [[nodiscard]] QString playerName() const override;
+    [[nodiscard]] std::optional<PlayerProcess> playerProcess() const override;
     [[nodiscard]] bool canShowPlayer() const override;
     bool showPlayer(const ActivationToken &token) override;
 
@@ -115,7 +117,7 @@ private:
     FollowedPlayer m_followed;
     MprisFollowablePlayers m_followable;
     DesktopEntries m_desktopEntries;
-    PlayerWindow m_playerWindow{m_bus, m_desktopEntries};
+    PlayerWindow m_playerWindow{m_bus, m_desktopEntries, this};
     bool m_isWatched = true;
 
     mutable std::mutex m_playlistsMutex;

@@ -40,14 +40,14 @@ QString decodeDesktopEntry(const QVariantMap &properties)
 
 } // namespace
 
-MprisPlayer::MprisPlayer(
-    const QDBusConnection &connection, PlayerAddress address, Arrival arrival, Clock clock, QObject *parent)
+MprisPlayer::MprisPlayer(const QDBusConnection &connection, bus::SignalStream &signalsOfPlayers, PlayerAddress address,
+    Arrival arrival, Clock clock, QObject *parent)
     : QObject(parent)
     , m_address(std::move(address))
     , m_nameText(menuText(m_address.name))
     , m_clock(std::move(clock))
     , m_calls(connection, m_address.owner, this)
-    , m_signals(connection, m_address.owner, this)
+    , m_signals(signalsOfPlayers, m_address.owner, this)
     , m_propertyTypes(m_address.name)
     , m_playingPlaylist(std::make_shared<PlayingPlaylist>(playerFamily(m_address.name)))
     , m_readDeadline(bus::deadline)
@@ -84,7 +84,7 @@ MprisPlayer::MprisPlayer(
     connect(&m_commands, &PlayerCommands::effectExpected, this, &MprisPlayer::readAfter);
 
     connect(&m_signals, &bus::PlayerSignals::received, this, &MprisPlayer::onSignal);
-    connect(&m_signals, &bus::PlayerSignals::missed, this, &MprisPlayer::readSoon);
+    connect(&m_signals, &bus::PlayerSignals::missed, this, &MprisPlayer::handleMissed);
 
     chooseDestination();
     askWhatItIs();
@@ -118,7 +118,7 @@ void MprisPlayer::setSharesConnection(bool sharesConnection)
         return;
     }
     chooseDestination();
-    // What it has said until now may have been about another player.
+    // Its words until now may have been about another player.
     askWhatItIs();
     refresh();
 }
@@ -144,6 +144,13 @@ void MprisPlayer::askWhatItIs()
     });
 }
 
+void MprisPlayer::askWhatItIsSoon()
+{
+    if (!m_askSoon.isActive()) {
+        m_askSoon.start();
+    }
+}
+
 void MprisPlayer::read()
 {
     m_readSoon.stop();
@@ -152,12 +159,13 @@ void MprisPlayer::read()
         return;
     }
     m_readUnderWay = true;
-    m_calls.getAll(
-        mpris::playerInterface, [this](const bus::Answer &answer) { handleRead(answer); }, m_readDeadline);
+    m_calls.getAll(mpris::playerInterface, [this](const bus::Answer &answer) { handleRead(answer); }, m_readDeadline);
 }
 
 void MprisPlayer::handleRead(const bus::Answer &answer)
 {
+    // Announcements from before the answer are older.
+    handleInbox();
     m_readUnderWay = false;
     const bool isFirstAnswer = m_attachment == Attachment::Unasked;
     if (answer.isError()) {
@@ -223,6 +231,9 @@ void MprisPlayer::handleFailedRead(const bus::Answer &answer)
         // Players take their name before they are ready to answer.
         readAfter(patienceWithRefusal);
     }
+    if (std::exchange(m_readsAgain, false)) {
+        readSoon();
+    }
 }
 
 void MprisPlayer::sample()
@@ -238,8 +249,8 @@ void MprisPlayer::onSignal(const bus::PlayerSignal &signal)
 {
     if (signal.member == u"PropertiesChanged") {
         const QString interface = signal.arguments.value(0).toString();
-        if (interface == mpris::rootInterface && !m_askSoon.isActive()) {
-            m_askSoon.start();
+        if (interface == mpris::rootInterface) {
+            askWhatItIsSoon();
         }
         if (interface != mpris::playerInterface) {
             return;
@@ -257,8 +268,11 @@ void MprisPlayer::onSignal(const bus::PlayerSignal &signal)
 
 void MprisPlayer::handleInbox()
 {
-    m_calls.noteSignOfLife();
     const QList<bus::PlayerSignal> inbox = std::exchange(m_inbox, {});
+    if (inbox.isEmpty()) {
+        return;
+    }
+    m_calls.noteSignOfLife();
     if (m_address.sharesConnection) {
         m_mirror.trustNextSample();
         readSoon();
@@ -271,6 +285,14 @@ void MprisPlayer::handleInbox()
             handlePropertiesChanged(bus::plainMap(signal.arguments.value(1)));
         }
     }
+}
+
+void MprisPlayer::handleMissed()
+{
+    // Anything may have been announced: another name, or a seek.
+    m_mirror.trustNextSample();
+    readSoon();
+    askWhatItIsSoon();
 }
 
 void MprisPlayer::readSoon()

@@ -33,9 +33,9 @@ public:
     /// Whether the player was on the bus before the program looked, or came afterwards.
     enum class Arrival { WasThere, JustCame };
 
-    /// All properties are read at once.
-    MprisPlayer(const QDBusConnection &connection, PlayerAddress address, Arrival arrival, Clock clock,
-        QObject *parent = nullptr);
+    /// All properties are read at once. `signalsOfPlayers` is that of `connection`, and must outlive this object.
+    MprisPlayer(const QDBusConnection &connection, bus::SignalStream &signalsOfPlayers, PlayerAddress address,
+        Arrival arrival, Clock clock, QObject *parent = nullptr);
 
     [[nodiscard]] const QString &owner() const { return m_calls.owner(); }
     [[nodiscard]] const QString &name() const { return m_address.name; }
@@ -85,6 +85,7 @@ private:
 
     void chooseDestination();
     void askWhatItIs();
+    void askWhatItIsSoon();
     void read();
     void readAfter(Milliseconds delay);
     void handleRead(const bus::Answer &answer);
@@ -93,6 +94,7 @@ private:
     void sample();
     void onSignal(const bus::PlayerSignal &signal);
     void handleInbox();
+    void handleMissed();
     void readSoon();
     void handlePropertiesChanged(const QVariantMap &properties);
     void handleSeeked(const QVariant &microseconds);

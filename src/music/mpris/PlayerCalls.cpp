@@ -10,7 +10,7 @@ namespace tunedeck {
 
 namespace {
 
-/// Stands for an answer of a player that has taken the name over: it is not about this player.
+/// Stands for the answer of another that has taken the name: it is not about this player.
 bus::Answer strangersAnswer()
 {
     return {.error = QDBusError::ServiceUnknown, .errorName = QDBusError::errorString(QDBusError::ServiceUnknown)};
@@ -24,12 +24,29 @@ PlayerCalls::PlayerCalls(const QDBusConnection &bus, const QString &owner, QObje
     , m_owner(owner)
     , m_destination(owner)
 {
+    m_nameWatcher.setConnection(bus);
+    m_nameWatcher.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
+    connect(&m_nameWatcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+        [this](const QString &, const QString &, const QString &newOwner) { noteNameOwner(newOwner); });
+}
+
+void PlayerCalls::addressByName(const QString &busName)
+{
+    m_destination = busName.isEmpty() ? m_owner : busName;
+    m_isNameTaken = false;
+    m_nameWatcher.setWatchedServices(busName.isEmpty() ? QStringList() : QStringList{busName});
 }
 
 void PlayerCalls::ask(const QString &interface, const QString &method, const QVariantList &arguments,
     const bus::AnswerHandler &handler, Milliseconds patience)
 {
-    const auto judgeAndHandle = [this, method, handler, patience, sentIn = m_silences](const bus::Answer &answer) {
+    const auto judgeAndHandle = [this, method, handler, patience, sentIn = m_silences, wasNameTaken = m_isNameTaken,
+                                    takeovers = m_takeovers](const bus::Answer &answer) {
+        // The bus reports that the name changes hands before any answer of its new owner.
+        if (wasNameTaken || takeovers != m_takeovers) {
+            handler(strangersAnswer());
+            return;
+        }
         if (answer.isUnanswered()) {
             qCDebug(playersLog).noquote()
                 << m_owner << "did not answer" << method << "within" << patience.count() << "ms";
@@ -37,11 +54,10 @@ void PlayerCalls::ask(const QString &interface, const QString &method, const QVa
             if (sentIn == m_silences) {
                 setResponding(false);
             }
-        } else if (answer.sender == m_owner) {
-            // Otherwise the bus answers for a player that is gone.
+        } else if (!answer.isUndelivered()) {
             setResponding(true);
         }
-        handler(isFromStranger(answer) ? strangersAnswer() : answer);
+        handler(answer);
     };
     bus::send(m_bus, bus::playerCall(m_destination, interface, method, arguments), this, judgeAndHandle, patience);
 }
@@ -62,9 +78,10 @@ void PlayerCalls::noteSignOfLife()
     setResponding(true);
 }
 
-bool PlayerCalls::isFromStranger(const bus::Answer &answer) const
+void PlayerCalls::noteNameOwner(const QString &owner)
 {
-    return !answer.isError() && answer.sender != m_owner;
+    m_isNameTaken = !owner.isEmpty() && owner != m_owner;
+    m_takeovers += m_isNameTaken ? 1 : 0;
 }
 
 void PlayerCalls::setResponding(bool responding)

@@ -3,6 +3,7 @@
 
 #include "music/mpris/bus/BusCall.h"
 
+#include <QDBusServiceWatcher>
 #include <QObject>
 
 namespace tunedeck {
@@ -21,9 +22,9 @@ public:
     /// Where calls go: owner(), unless addressByName() says otherwise.
     [[nodiscard]] const QString &destination() const { return m_destination; }
     /// Sends calls to `busName`, which the owner must own, or to owner() again if `busName` is empty. A connection that
-    /// shows several players learns only so which of them is meant. If the name changes hands while a call is on its
-    /// way, the answer of the new owner is an error; bus::send() forbids to start a program.
-    void addressByName(const QString &busName) { m_destination = busName.isEmpty() ? m_owner : busName; }
+    /// shows several players learns only so which of them is meant. Once another takes the name, its answers are
+    /// errors; bus::send() forbids to start a program.
+    void addressByName(const QString &busName);
     /// At first true.
     [[nodiscard]] bool isResponding() const { return m_isResponding; }
 
@@ -42,12 +43,15 @@ Q_SIGNALS:
     void respondingChanged(bool responding);
 
 private:
-    [[nodiscard]] bool isFromStranger(const bus::Answer &answer) const;
+    void noteNameOwner(const QString &owner);
     void setResponding(bool responding);
 
     QDBusConnection m_bus;
     QString m_owner;
     QString m_destination;
+    QDBusServiceWatcher m_nameWatcher;
+    bool m_isNameTaken = false; ///< by another than the owner
+    quint64 m_takeovers = 0;
     bool m_isResponding = true;
     quint64 m_silences = 0; ///< that have ended
 };

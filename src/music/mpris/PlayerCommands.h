@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "music/mpris/LatestWanted.h"
+#include "music/LatestWanted.h"
 #include "music/mpris/PlayerMirror.h"
 #include "music/mpris/bus/BusCall.h"
 

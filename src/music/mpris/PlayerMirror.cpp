@@ -11,6 +11,8 @@ namespace tunedeck {
 namespace {
 
 constexpr Milliseconds blink{150};
+/// Elisa says Stopped for up to 250 ms while it loads the next track, which it names meanwhile.
+constexpr Milliseconds longestLoading{500};
 /// Limit for a player whose metadata never comes to rest: it must not stay on the old track for good.
 constexpr Milliseconds longestUnrest{500};
 /// Elisa, Chromium, Celluloid and mpv change their state up to 170 ms after they have answered a command.
@@ -372,6 +374,17 @@ bool PlayerMirror::isBelievableAtOnce(const TrackDetails &track) const
     return m_believesAtOnce || (track.isComplete() && reportedStatus() != PlaybackStatus::Stopped);
 }
 
+bool PlayerMirror::mayBeLoading() const
+{
+    return m_status != PlaybackStatus::Stopped && reportedStatus() == PlaybackStatus::Stopped && m_report.track
+        && !m_report.track->isNameless() && !m_report.track->isSameTrack(m_track);
+}
+
+Milliseconds PlayerMirror::timeOfDoubt() const
+{
+    return mayBeLoading() ? longestLoading : blink;
+}
+
 void PlayerMirror::settleStatus(Instant now)
 {
     const PlaybackStatus reported = reportedStatus();
@@ -385,10 +398,10 @@ void PlayerMirror::settleStatus(Instant now)
     if (reported == m_status) {
         return;
     }
-    if (m_believesAtOnce || reported == PlaybackStatus::Playing || now >= m_statusSince + blink) {
+    if (m_believesAtOnce || reported == PlaybackStatus::Playing || now >= m_statusSince + timeOfDoubt()) {
         believeStatus(reported, m_statusSince);
     } else {
-        settleLaterAt(m_statusSince + blink);
+        settleLaterAt(m_statusSince + timeOfDoubt());
     }
 }
 
@@ -402,7 +415,7 @@ void PlayerMirror::settleTrack(Instant now)
     if (!m_trackDiffersSince) {
         m_trackDiffersSince = now;
     }
-    const Instant latest = std::min(m_trackSince + blink, *m_trackDiffersSince + longestUnrest);
+    const Instant latest = std::min(m_trackSince + timeOfDoubt(), *m_trackDiffersSince + longestUnrest);
     if (isBelievableAtOnce(reported) || now >= latest) {
         m_trackDiffersSince.reset();
         believeTrack(reported);

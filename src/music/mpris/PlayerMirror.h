@@ -20,7 +20,8 @@ namespace tunedeck {
 ///
 /// Players blink. At every track change VLC, Elisa and Chromium say Stopped, Celluloid says Paused, and Chromium sends
 /// empty and partial metadata, all for some milliseconds. So a state that the user asked for is believed at once, and
-/// so are Playing and a complete track. An unasked Stopped or Paused and an incomplete track are believed after 150 ms.
+/// so are Playing and a complete track. An unasked Stopped or Paused and an incomplete track are believed after 150 ms,
+/// a Stopped that names another track after 500 ms.
 class PlayerMirror {
 public:
     /// The parts of the believed state that an input changed.
@@ -137,6 +138,8 @@ private:
     void countGrowth(const TrackDetails &track);
     [[nodiscard]] PlaybackStatus reportedStatus() const;
     [[nodiscard]] bool isBelievableAtOnce(const TrackDetails &track) const;
+    [[nodiscard]] bool mayBeLoading() const;
+    [[nodiscard]] Milliseconds timeOfDoubt() const;
 
     void settleStatus(Instant now);
     void settleTrack(Instant now);

@@ -34,7 +34,8 @@ PlayerRegistry::PlayerRegistry(const QDBusConnection &bus, Clock clock, QObject 
     : QObject(parent)
     , m_bus(bus)
     , m_clock(std::move(clock))
-    , m_names(bus)
+    , m_names(bus, this)
+    , m_signals(bus, this)
     , m_budget(addedAtOnce)
     , m_budgetTime(m_clock())
 {
@@ -180,7 +181,8 @@ void PlayerRegistry::add(const QString &name, const NamesOnBus::Owner &owner)
         .name = name,
         .processId = owner.processId,
         .sharesConnection = m_names.ownsSeveral(owner.connection)};
-    auto *player = m_players.emplace_back(std::make_unique<MprisPlayer>(m_bus, address, arrival, m_clock, this)).get();
+    auto *player =
+        m_players.emplace_back(std::make_unique<MprisPlayer>(m_bus, m_signals, address, arrival, m_clock, this)).get();
     connect(player, &MprisPlayer::attached, this, [this, player] { Q_EMIT playerAttached(player); });
     connect(player, &MprisPlayer::asked, this, &PlayerRegistry::updateReady);
     connect(player, &MprisPlayer::identityChanged, this, &PlayerRegistry::reconsiderSurplus);

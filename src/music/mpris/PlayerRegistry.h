@@ -4,6 +4,7 @@
 #include "music/mpris/MprisPlayer.h"
 #include "music/mpris/bus/Instant.h"
 #include "music/mpris/bus/NamesOnBus.h"
+#include "music/mpris/bus/SignalStream.h"
 
 #include <QDBusConnection>
 #include <QObject>
@@ -67,6 +68,7 @@ private:
     QDBusConnection m_bus;
     Clock m_clock;
     NamesOnBus m_names;
+    bus::SignalStream m_signals;
     QString m_preferred;
     std::vector<std::unique_ptr<MprisPlayer>> m_players;
     QStringList m_waiting; ///< names of players to read next

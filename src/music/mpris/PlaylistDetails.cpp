@@ -5,6 +5,7 @@
 
 #include <QCryptographicHash>
 #include <QRegularExpression>
+#include <QVariantList>
 #include <QtEndian>
 
 namespace tunedeck {

@@ -3,8 +3,9 @@
 
 #include "music/mpris/playlistFile.h"
 
+#include <QByteArray>
 #include <QDir>
-#include <QDirIterator>
+#include <QFile>
 #include <QFileInfo>
 #include <QSet>
 #include <QStandardPaths>
@@ -13,9 +14,11 @@
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <filesystem>
 #include <memory>
 #include <mutex>
 #include <semaphore>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -37,6 +40,15 @@ std::counting_semaphore<maximumThreads> &freeThreads()
 {
     static std::counting_semaphore<maximumThreads> threads{maximumThreads};
     return threads;
+}
+
+/// The path of an entry that a user sees. None for a name that is not text: Qt could not open it.
+std::optional<QString> visiblePath(const std::filesystem::directory_entry &entry)
+{
+    const QByteArray encoded = QByteArray::fromStdString(entry.path().native());
+    const QString path = QFile::decodeName(encoded);
+    const bool isHidden = entry.path().filename().native().starts_with('.');
+    return isHidden || QFile::encodeName(path) != encoded ? std::nullopt : std::optional(path);
 }
 
 /// The folders that threads of former searches still wait for.
@@ -151,24 +163,28 @@ private:
         if (folder.isEmpty()) {
             return;
         }
-        // Not a recursive iterator: it keeps every folder open on the way down, however deep. Without "System" it would
-        // ask the disks that links lead to.
-        QDirIterator entries(folder, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::System);
-        while (isToGoOn() && entries.hasNext()) {
-            add(entries.nextFileInfo());
+        // Not a recursive iterator: it keeps every folder open on the way down, however deep. And not Qt's: where
+        // Qt 6.8 finds a name that is not text, it leaves out all that follow.
+        std::error_code error;
+        std::filesystem::directory_iterator entry(QFile::encodeName(folder).toStdString(), error);
+        for (; entry != std::filesystem::directory_iterator() && isToGoOn(); entry.increment(error)) {
+            add(*entry);
         }
     }
 
-    void add(const QFileInfo &entry)
+    void add(const std::filesystem::directory_entry &entry)
     {
-        const bool isFolder = !entry.isSymLink() && entry.isDir();
-        const std::optional<PlaylistDetails> playlist = isFolder ? std::nullopt : playlistIn(entry);
+        const std::optional<QString> path = visiblePath(entry);
+        std::error_code error;
+        // A link comes first: the other question would go to the disk that it leads to.
+        const bool isFolder = path && !entry.is_symlink(error) && entry.is_directory(error);
+        const std::optional<PlaylistDetails> playlist = path && !isFolder ? playlistIn(QFileInfo(*path)) : std::nullopt;
         const std::lock_guard lock(m_mutex);
         m_lastStep = Clock::now();
         if (isFolder && m_folders.size() >= maximumFoldersToVisit) {
             m_isCut = true;
         } else if (isFolder) {
-            m_folders.append(entry.filePath());
+            m_folders.append(*path);
         } else if (playlist) {
             m_playlists.append(*playlist);
         }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "music/mpris/PlaylistPages.h"
 
+#include <QVariantList>
+
 namespace tunedeck {
 
 PlaylistPages::PlaylistPages(std::optional<double> count)

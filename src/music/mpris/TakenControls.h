@@ -28,7 +28,7 @@ public:
     void askedForLoopStatus(LoopStatus status);
     /// It answered. What it shows from 170 ms later on is its effect.
     void answered(MusicControl control, Instant at);
-    /// What was asked for last shows nothing, because something else happened to the player meanwhile.
+    /// The last wish shows nothing, because something else happened to the player meanwhile.
     void forgetAsked(MusicControl control);
     void forgetAsked();
 

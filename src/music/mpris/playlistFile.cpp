@@ -25,8 +25,7 @@ bool hasPlaylistSuffix(const QFileInfo &file)
 std::optional<PlaylistDetails> playlistIn(const QFileInfo &file)
 {
     const QString path = file.filePath();
-    // Some file names cannot be decoded; such files cannot be opened.
-    if (!hasPlaylistSuffix(file) || !file.isFile() || !QFileInfo(path).isReadable()) {
+    if (!hasPlaylistSuffix(file) || !file.isFile() || !file.isReadable()) {
         return std::nullopt;
     }
     const std::optional<QString> name = bus::text(file.completeBaseName());

@@ -33,18 +33,18 @@ namespace {
 
 constexpr int manyNames = 3'000;
 constexpr int manyConnections = 3'000;
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr qint64 longestTurn = 500;
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || defined(TUNEDECK_COVERAGE)
+constexpr qint64 mostWork = 500; // milliseconds in a turn
 constexpr qint64 longestTurnInAStorm = 500;
 constexpr double mostOfACore = 1;
 #else
-constexpr qint64 longestTurn = 50;
+constexpr qint64 mostWork = 50; // milliseconds in a turn
 constexpr qint64 longestTurnInAStorm = 150;
 // An optimised program needs 6 %.
 constexpr double mostOfACore = 0.2;
 #endif
 
-/// What this process has used of the processor, in seconds.
+/// The processor time that this process has used, in seconds.
 double processorTime()
 {
     rusage usage = {};
@@ -133,9 +133,9 @@ void CrowdedBusTest::startMusicAndCheckTurns()
 {
     TurnWatch turns;
     startMusic();
-    const qint64 longest = turns.longest();
-    qInfo("longest turn at the start %lld ms", longest);
-    QVERIFY(longest < longestTurn);
+    const qint64 most = turns.mostWork();
+    qInfo("most work in a turn at the start %lld ms", most);
+    QVERIFY(most < mostWork);
 }
 
 void CrowdedBusTest::runAndCheckTurns(const std::function<void()> &work)
@@ -147,11 +147,11 @@ void CrowdedBusTest::runAndCheckTurns(const std::function<void()> &work)
         isDone = true;
     });
     const bool isOver = QTest::qWaitFor([&] { return isDone.load(); }, 20'000);
-    const qint64 longest = turns.longest();
+    const qint64 most = turns.mostWork();
     worker.join();
     QVERIFY(isOver);
-    qInfo("longest turn %lld ms", longest);
-    QVERIFY(longest < longestTurn);
+    qInfo("most work in a turn %lld ms", most);
+    QVERIFY(most < mostWork);
 }
 
 void CrowdedBusTest::thousandsOfNamesHideNoPlayer()

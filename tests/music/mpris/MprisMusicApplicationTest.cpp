@@ -34,8 +34,10 @@ public:
         entries = desktopEntries;
         type = contentType;
     }
+    [[nodiscard]] bool canLaunch() const override { return canLaunchAnything; }
     QStringList entries;
     QString type;
+    bool canLaunchAnything = true;
 };
 
 QVariant playerInfoValue(const QSignalSpy &spy, const QString &key)
@@ -123,9 +125,13 @@ private Q_SLOTS:
     void aFrozenPlayerThatDiesIsNoLongerSaidNotToRespond();
     void aPlayerFrozenAtTheStartIsNotThereYet();
     void thePlayerIsNamedWithCharactersThatFitAMenu();
+    void thePlayersProcessAndNamesAreThoseOfTheBus();
+    void aPlayerOfAPhoneIsElsewhere();
+    void aBrowsersIntegrationServiceSpeaksForTheBrowser();
     void aPlayerThatSaysItCanShowsItsWindow();
     void aPlayerThatCannotShowItsWindowIsNotAskedTo();
     void openingLaunchesThePlayerFollowedLast();
+    void whereNothingCanBeLaunchedOpeningDoesNothing();
     void aBusThatGoesTakesItsPlayersWithItAndOneThatComesBringsIts();
     void theStartUpShowsTheTrack();
     void aPlayerInfoComesWithinAFrameOfThePlayersSignal();
@@ -1182,8 +1188,7 @@ void MprisMusicApplicationTest::aChangeOfThePlayerFollowedIsQuittingAndLaunching
     connect(m_music.get(), &MusicApplication::didTerminate, this, [&] { events << u"terminated"_s; });
     connect(m_music.get(), &MusicApplication::didLaunch, this, [&] {
         events << u"launched"_s;
-        QMetaObject::invokeMethod(
-            this, [&] { events << u"next turn"_s; }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, [&] { events << u"next turn"_s; }, Qt::QueuedConnection);
     });
     tell(u"pause"_s);
     QTRY_COMPARE(m_music->playerState(), PlayerState::paused);
@@ -1347,6 +1352,33 @@ void MprisMusicApplicationTest::thePlayerIsNamedWithCharactersThatFitAMenu()
     QTRY_COMPARE(m_music->playerName(), QString());
 }
 
+void MprisMusicApplicationTest::thePlayersProcessAndNamesAreThoseOfTheBus()
+{
+    startMusic();
+    QCOMPARE(m_music->playerProcess(), std::nullopt);
+    startPlayer({u"--do"_s, u"wrong DesktopEntry string org.example.Deck"_s});
+    QTRY_COMPARE(m_music->playerName(), u"Tunedeck Demo Player"_s);
+    const PlayerProcess process{
+        .id = m_player->processId(), .names = {u"tunedeckdemo"_s, u"org.example.Deck"_s, u"Tunedeck Demo Player"_s}};
+    QCOMPARE(m_music->playerProcess(), process);
+}
+
+void MprisMusicApplicationTest::aPlayerOfAPhoneIsElsewhere()
+{
+    startMusic();
+    startPlayer({u"--name"_s, u"kdeconnect.mpris_000001"_s});
+    QTRY_VERIFY(m_music->playerProcess().has_value());
+    QVERIFY(m_music->playerProcess()->isElsewhere);
+}
+
+void MprisMusicApplicationTest::aBrowsersIntegrationServiceSpeaksForTheBrowser()
+{
+    startMusic();
+    startPlayer({u"--play"_s, u"--do"_s, u"wrong kde:pid int 4711"_s});
+    QTRY_VERIFY(m_music->playerProcess().has_value());
+    QCOMPARE(m_music->playerProcess()->id, 4'711);
+}
+
 void MprisMusicApplicationTest::aPlayerThatSaysItCanShowsItsWindow()
 {
     startPlayer({u"--do"_s, u"wrong CanRaise bool true"_s});
@@ -1392,6 +1424,16 @@ void MprisMusicApplicationTest::openingLaunchesThePlayerFollowedLast()
     QVERIFY(m_music->activate());
     QCOMPARE(m_launcher.entries.size(), 2);
     QCOMPARE(m_launcher.entries.first(), u"favourite"_s);
+}
+
+void MprisMusicApplicationTest::whereNothingCanBeLaunchedOpeningDoesNothing()
+{
+    RecordingLauncher launcher;
+    launcher.canLaunchAnything = false;
+    MprisMusicApplication music(QDBusConnection(u"none"_s), *m_defaults, launcher);
+    QVERIFY(!music.canBeLaunched());
+    QVERIFY(!music.activate());
+    QCOMPARE(launcher.type, QString());
 }
 
 void MprisMusicApplicationTest::aBusThatGoesTakesItsPlayersWithItAndOneThatComesBringsIts()

@@ -31,17 +31,17 @@ public:
     void skip(Milliseconds time) const { *m_skipped += time; }
 
     /// Lets every timer of `music` that fires once be over, and waits for the answer to every call. `connection` is the
-    /// one that `music` uses. False if there is no end of it within five seconds. `left` goes on as it is.
+    /// one that `music` uses. False if there is no end of it within `patience`. `left` goes on as it is.
     [[nodiscard]] bool isReached(
         const QObject &music, const QDBusConnection &connection, const QTimer *left = nullptr) const
     {
         QTimer tooLong;
         tooLong.setSingleShot(true);
-        tooLong.start(std::chrono::seconds(5));
+        tooLong.start(patience);
         while (tooLong.isActive() && roundTrip(connection)) {
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             const QList<QPointer<QTimer>> timers = waiting(music, left);
-            // What an elapsed timer posted has been delivered by now.
+            // Events that an elapsed timer posted have been delivered by now.
             if (timers.isEmpty() && !hasUnansweredCall(music)) {
                 return true;
             }
@@ -70,16 +70,21 @@ public:
         const QString bus = QStringLiteral("org.freedesktop.DBus");
         const QDBusMessage answer = connection.call(
             QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus, QStringLiteral("GetId")));
-        // What came before is unpacked on the thread that reads the connection.
+        // Earlier messages are unpacked on the thread that reads the connection.
         if (QDBusConnectionInterface *reader = connection.interface()) {
-            QMetaObject::invokeMethod(
-                reader, [] {}, Qt::BlockingQueuedConnection);
+            QMetaObject::invokeMethod(reader, [] { }, Qt::BlockingQueuedConnection);
         }
         QCoreApplication::sendPostedEvents();
         return answer.type() == QDBusMessage::ReplyMessage;
     }
 
 private:
+#if defined(__SANITIZE_THREAD__)
+    static constexpr std::chrono::seconds patience{30};
+#else
+    static constexpr std::chrono::seconds patience{5};
+#endif
+
     [[nodiscard]] static QList<QPointer<QTimer>> waiting(const QObject &music, const QTimer *left)
     {
         QList<QPointer<QTimer>> timers;

@@ -71,8 +71,7 @@ void PlayerCallsTest::cleanup()
 bus::Answer PlayerCallsTest::answer(Milliseconds patience)
 {
     std::optional<bus::Answer> received;
-    m_calls->getAll(
-        mpris::playerInterface, [&received](const bus::Answer &given) { received = given; }, patience);
+    m_calls->getAll(mpris::playerInterface, [&received](const bus::Answer &given) { received = given; }, patience);
     return QTest::qWaitFor([&received] { return received.has_value(); }) ? *received
                                                                          : bus::Answer{.error = QDBusError::Other};
 }

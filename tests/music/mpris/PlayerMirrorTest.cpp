@@ -502,10 +502,24 @@ private Q_SLOTS:
         QCOMPARE(announced(status(u"Stopped"_s), 1'000), nothing);
         QCOMPARE(announced(track(one), 1'005), nothing);
         QCOMPARE(m_mirror.userInfo(), infoOfTwo(u"Playing"_s));
-        QCOMPARE(settled(1'150), u"info status"_s);
+        QCOMPARE(settled(1'499), nothing);
+        QCOMPARE(settled(1'500), u"info status"_s);
         QCOMPARE(m_mirror.userInfo(), infoOfStopped);
-        QCOMPARE(settled(1'155), nothing);
+        QCOMPARE(settled(1'505), nothing);
         QCOMPARE(m_mirror.track().title, u"One"_s);
+    }
+
+    void elisaThatLoadsTheNextTrackIsNeverStopped()
+    {
+        playOneFrom(99);
+        QCOMPARE(announced(status(u"Stopped"_s), 1'000), nothing);
+        QCOMPARE(
+            announced(track({{u"xesam:title"_s, u"two.mp3"_s}, {u"mpris:length"_s, qlonglong(200'000'000)}}), 1'020),
+            nothing);
+        QCOMPARE(settled(1'170), nothing);
+        QCOMPARE(announced(status(u"Playing"_s), 1'250), u"info"_s);
+        QCOMPARE(m_mirror.userInfo().value(u"Name"_s), u"two.mp3"_s);
+        QCOMPARE(nextSettling(), -1);
     }
 
     void celluloidsStaleLengthIsCorrectedByItsSecondAnnouncement()

@@ -582,7 +582,7 @@ void PlayerPlaylistsTest::aPlaylistOnViewWhileAnotherPlaysIsPlayed()
     startConnector();
     play(3);
     QCOMPARE(commands(), (QStringList{u"Pause"_s, activation + u'3'}));
-    // What is on view has not followed, so it says nothing of what plays.
+    // The view has not followed, so it says nothing about the music.
     play(2);
     QCOMPARE(commands().filter(u"ActivatePlaylist"_s), (QStringList{activation + u'3', activation + u'2'}));
     play(2);

@@ -223,7 +223,7 @@ void PlayersOnOneConnectionTest::aNameThatComesLaterIsAPlayerOfItsOwn()
     QVERIFY(m_players->take(u"one"_s, {.title = u"Lantern"_s}));
     startMusic();
     QCOMPARE(followed(), u"one"_s);
-    // What the first has said until now may have been about the second, so it is asked again.
+    // The first one's words until now may have been about the second, so it is asked again.
     m_players->set(u"one"_s, {.title = u"Meadow"_s});
     QVERIFY(m_players->take(u"two"_s, {.title = u"Harbour"_s, .isPlaying = true}));
     QTRY_COMPARE(followed(), u"two"_s);

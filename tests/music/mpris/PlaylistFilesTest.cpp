@@ -2,6 +2,8 @@
 #include "music/mpris/PlaylistFiles.h"
 #include "support/registerTest.h"
 
+#include <QByteArray>
+#include <QByteArrayList>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -10,7 +12,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -18,9 +19,11 @@
 #include <unistd.h>
 
 #include <condition_variable>
+#include <cstdarg>
 #include <cstdio>
 #include <memory>
 #include <mutex>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace tunedeck;
@@ -61,14 +64,19 @@ QStringList names(const QList<PlaylistDetails> &playlists)
 }
 } // namespace
 
-/// Takes the place of the C library's, for Qt too.
-extern "C" __attribute__((visibility("default"))) DIR *opendir(const char *name)
+/// Takes the place of the C library's, for the standard library too.
+extern "C" __attribute__((visibility("default"))) int openat(int folder, const char *name, int flags, ...)
 {
-    static const auto open = reinterpret_cast<DIR *(*)(const char *)>(dlsym(RTLD_NEXT, "opendir"));
+    using Open = int (*)(int, const char *, int, ...);
+    static const auto open = reinterpret_cast<Open>(dlsym(RTLD_NEXT, "openat"));
+    va_list rest;
+    va_start(rest, flags);
+    const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(rest, mode_t) : 0;
+    va_end(rest);
     std::unique_lock lock(hungMutex);
     hungChanged.wait(lock, [name] { return hungFolder.isEmpty() || hungFolder != name; });
     lock.unlock();
-    return open(name);
+    return open(folder, name, flags, mode);
 }
 
 class PlaylistFilesTest : public QObject {
@@ -237,13 +245,31 @@ private Q_SLOTS:
     {
         keep({u"two\nlines.m3u"_s, u"  .m3u"_s, u"<b>&bold.m3u"_s});
         const QByteArray notText = QFile::encodeName(m_folder.path()) + "/\xff\xfe.m3u";
-        std::unique_ptr<std::FILE, decltype(&std::fclose)> file(std::fopen(notText.constData(), "w"), &std::fclose);
+        std::unique_ptr<std::FILE, int (*)(std::FILE *)> file(std::fopen(notText.constData(), "w"), &std::fclose);
         QVERIFY(file);
         const QStringList plain = names(found());
         QVERIFY(plain.contains(u"two lines"_s));
         QVERIFY(plain.contains(u"<b>&bold"_s));
         QCOMPARE(plain.size(), 2);
         std::remove(notText.constData()); // the temporary folder could not name it either
+    }
+
+    void aNameThatIsNotTextHidesNoOther()
+    {
+        keep({u"before.m3u"_s, u"folder/within.m3u"_s, u"zeppelin.m3u"_s});
+        // A disk lists names in an order of its own. Of three hundred, some come before every other name.
+        QByteArrayList notText;
+        for (int number = 0; number < 300; ++number) {
+            notText.append(QFile::encodeName(m_folder.path()) + "/\xff" + QByteArray::number(number) + ".m3u");
+            const int file = ::open(notText.constLast().constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+            QVERIFY(file >= 0);
+            ::close(file);
+        }
+        const QStringList others{u"before"_s, u"within"_s, u"zeppelin"_s};
+        QCOMPARE(names(found()), others);
+        for (const QByteArray &name : std::as_const(notText)) {
+            std::remove(name.constData()); // the temporary folder could not name them either
+        }
     }
 
     void ofTooManyTheFirstOnesByNameAreOffered()

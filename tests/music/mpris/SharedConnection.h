@@ -13,7 +13,7 @@ namespace tunedeck {
 /// its own.
 class SharedConnection {
 public:
-    /// What a player says of itself.
+    /// A player's words about itself.
     struct Report {
         QString title;
         bool isPlaying = false;
@@ -29,7 +29,7 @@ public:
     /// Takes "org.mpris.MediaPlayer2." with `name` appended. The player calls itself `name`.
     [[nodiscard]] bool take(const QString &name, const Report &report);
     [[nodiscard]] bool giveUp(const QString &name);
-    /// What the player answers from now on. Nothing is announced.
+    /// The player's answers from now on. Nothing is announced.
     void set(const QString &name, const Report &report);
     /// Announces what the player answers.
     void announce(const QString &name);

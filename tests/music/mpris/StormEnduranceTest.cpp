@@ -125,7 +125,7 @@ void StormEnduranceTest::aWindowThatStandsStillIsRightAfterwards()
 {
     startStorm({u"signals"_s, u"--rate"_s, u"20000"_s, u"--seconds"_s, u"26"_s});
     QTRY_VERIFY_WITH_TIMEOUT(m_connector->currentTrack().has_value(), start);
-    // As if the X server answered nothing for so long.
+    // The X server seems to answer nothing for so long.
     QThread::msleep(25'000);
     QTRY_VERIFY_WITH_TIMEOUT(isOver(), longestStorm);
     QTRY_VERIFY(!m_music->isRunning());

@@ -367,15 +367,15 @@ private Q_SLOTS:
         QVERIFY(decodeMetadata({{urlKey, u"http://radio.example/live"_s}, {lengthKey, qlonglong(0)}}).isLiveStream());
         QVERIFY(decodeMetadata({{urlKey, u"http://radio.example/live"_s}, {lengthKey, qlonglong(-1)}}).isLiveStream());
         QVERIFY(decodeMetadata({{urlKey, u"http://radio.example/live"_s}, {lengthKey, qlonglong(9223372036854775807)}})
-                    .isLiveStream());
+                .isLiveStream());
         QVERIFY(decodeMetadata({{urlKey, u"http://radio.example/live"_s}, {lengthKey, qlonglong(2'592'000'000'001)}})
-                    .isLiveStream());
+                .isLiveStream());
     }
 
     void aTrackFromTheWebWithALengthIsNotLive()
     {
         QVERIFY(!decodeMetadata({{urlKey, u"http://shop.example/a.mp3"_s}, {lengthKey, qlonglong(5'000'000)}})
-                     .isLiveStream());
+                .isLiveStream());
     }
 
     void withoutAnAddressTheLengthAloneDecides()

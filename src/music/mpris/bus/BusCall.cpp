@@ -3,7 +3,7 @@
 
 #include "music/mpris/bus/BusValue.h"
 #include "music/mpris/bus/MprisNames.h"
-#include "platform/readingThread.h"
+#include "platform/bus/readingThread.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QThread>
@@ -23,7 +23,7 @@ Q_SIGNALS:
 
 Answer answerFrom(const QDBusMessage &reply, bool isOfPlayer)
 {
-    Answer answer{.sender = reply.service()};
+    Answer answer;
     if (reply.type() == QDBusMessage::ErrorMessage) {
         answer.error = QDBusError(reply).type();
         answer.errorName = reply.errorName();
@@ -55,6 +55,13 @@ QDBusMessage daemonCall(const QString &method, const QVariantList &arguments)
 bool Answer::isUnanswered() const
 {
     return error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut;
+}
+
+bool Answer::isUndelivered() const
+{
+    // Qt has no number for the last one.
+    return error == QDBusError::ServiceUnknown || error == QDBusError::Disconnected || error == QDBusError::AccessDenied
+        || error == QDBusError::LimitsExceeded || errorName == u"org.freedesktop.DBus.Error.NameHasNoOwner";
 }
 
 PendingCall::PendingCall(

@@ -16,7 +16,6 @@ namespace tunedeck::bus {
 
 /// The answer to a call. A player's arguments are plain (see plainValue()), those of the bus itself as they came.
 struct Answer {
-    QString sender = {}; ///< unique name of the connection that answered; of the bus, its name; empty if nobody did
     QVariantList arguments = {};
     QDBusError::ErrorType error = QDBusError::NoError;
     QString errorName = {};
@@ -25,6 +24,9 @@ struct Answer {
     [[nodiscard]] bool isError() const { return error != QDBusError::NoError; }
     /// Whether the deadline passed without an answer.
     [[nodiscard]] bool isUnanswered() const;
+    /// Whether the bus, or Qt, says in the recipient's place that the call does not reach it. Qt 6.8 does not tell who
+    /// sent an answer. A player that gives one of their errors is taken for them.
+    [[nodiscard]] bool isUndelivered() const;
     [[nodiscard]] QVariant argument(qsizetype index) const { return arguments.value(index); }
 };
 

@@ -8,6 +8,9 @@
 #include <QDBusObjectPath>
 #include <QDBusSignature>
 #include <QDBusVariant>
+#include <QList>
+#include <QVariantList>
+#include <QVariantMap>
 
 #include <cmath>
 
@@ -50,7 +53,8 @@ private:
     [[nodiscard]] QStringList cutList(const QStringList &texts)
     {
         QStringList list;
-        for (const QString &text : texts.mid(0, maximumElements)) {
+        const QStringList taken = texts.mid(0, maximumElements);
+        for (const QString &text : taken) {
             if (!takeOne()) {
                 break;
             }
@@ -177,7 +181,8 @@ QString cleanText(const QString &source)
     const QString cut = source.left(maximumTextLength);
     QString clean;
     clean.reserve(cut.size());
-    for (const char32_t character : cut.toUcs4()) {
+    const QList<uint> characters = cut.toUcs4();
+    for (const char32_t character : characters) {
         if (isDirectionControl(character)) {
             continue;
         }
@@ -199,7 +204,8 @@ QVariantList plainArguments(const QDBusMessage &message)
 {
     QVariantList arguments;
     Unpacking unpacking;
-    for (const QVariant &argument : message.arguments().mid(0, maximumArguments)) {
+    const QVariantList taken = message.arguments().mid(0, maximumArguments);
+    for (const QVariant &argument : taken) {
         arguments.append(unpacking.plain(argument, 0));
     }
     return arguments;

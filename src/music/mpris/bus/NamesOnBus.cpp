@@ -77,8 +77,7 @@ void NamesOnBus::list()
 {
     m_hasMissed = false;
     if (!m_bus.isConnected()) {
-        QMetaObject::invokeMethod(
-            this, [this] { handleList({}); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, [this] { handleList({}); }, Qt::QueuedConnection);
         return;
     }
     bus::send(m_bus, bus::daemonCall(QStringLiteral("ListNames")), this,
@@ -199,8 +198,7 @@ void NamesOnBus::add(const QString &name, const Record &record)
         m_unidentified.append(record.connection);
     } else if (m_isComplete && m_processes.contains(record.connection)) {
         // First ownerChanged() is emitted.
-        QMetaObject::invokeMethod(
-            this, [this, name] { announce(name); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, [this, name] { announce(name); }, Qt::QueuedConnection);
     }
 }
 

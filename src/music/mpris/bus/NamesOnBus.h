@@ -72,7 +72,7 @@ private:
     void updateComplete();
 
     QDBusConnection m_bus;
-    QDBusServiceWatcher m_watcher;
+    QDBusServiceWatcher m_watcher{this};
     QHash<QString, Record> m_records; ///< by name
     QHash<QString, QString> m_changes; ///< connections that own names from now on, by name; not applied yet
     QStringList m_changedNames; ///< the keys of m_changes, in the order in which they changed

@@ -23,7 +23,7 @@ struct PlayerCandidate {
     std::optional<qint64> browserProcessId;
 };
 
-/// What the user has said about players.
+/// The user's wishes about players.
 struct PlayerWishes {
     PlayerPin pinned; ///< no family if the program chooses
     QList<PlayerPin> neverFollowed;

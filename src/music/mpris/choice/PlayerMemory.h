@@ -24,7 +24,7 @@ struct PlayerDescription {
     std::optional<qint64> processId;
 };
 
-/// What the settings remember of followed players: how to launch the pinned one and the last one, and the pinned one's
+/// The settings' memory of followed players: how to launch the pinned one and the last one, and the pinned one's
 /// name. A player that has never played is remembered by its name alone, as nobody has heard that it is a player. The
 /// settings are written at most once in ten seconds, however often players change what they say of themselves; the last
 /// of it is written when this object is destroyed.

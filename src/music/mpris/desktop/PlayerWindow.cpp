@@ -162,7 +162,7 @@ void PlayerWindow::activate(const ActivationToken &token)
 void PlayerWindow::raise()
 {
     const QDBusMessage call = bus::playerCall(m_player->destination, mpris::rootInterface, QStringLiteral("Raise"));
-    bus::send(m_bus, call, this, [](const bus::Answer &) {});
+    bus::send(m_bus, call, this, [](const bus::Answer &) { });
 }
 
 } // namespace tunedeck

@@ -57,7 +57,7 @@ private:
 
     QDBusConnection m_bus;
     DesktopEntries &m_entries;
-    QDBusServiceWatcher m_watcher;
+    QDBusServiceWatcher m_watcher{this};
     QTimer m_search{this};
     std::optional<Player> m_player;
     QString m_application; ///< unique name on the bus under which the player can be activated; empty if it cannot

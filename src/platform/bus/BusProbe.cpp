@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/BusProbe.h"
+#include "platform/bus/BusProbe.h"
 
-#include "platform/readingThread.h"
+#include "platform/bus/readingThread.h"
 
 #include <QDBusError>
 #include <QDBusMessage>

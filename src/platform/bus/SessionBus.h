@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/BusProbe.h"
+#include "platform/bus/BusProbe.h"
 
 #include <QDBusConnection>
 #include <QObject>
@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <optional>
 
 namespace tunedeck {
 
@@ -32,9 +33,10 @@ public:
     /// Call this if nothing has come over the bus although something should have. A connection that no longer hears the
     /// bus is replaced within about four seconds.
     void check();
-    /// Checks the connection a second after other programs have called `exported`, whose calls Qt hands over with all
-    /// that they bring. Nothing is sent while nobody calls.
-    void checkAfterCallsTo(QObject *exported);
+    /// Checks the connection a second after other programs have taken or given up a name that a QDBusServiceWatcher
+    /// below `parent` watches by now: Qt hands such a signal over with all that it brings. Nothing is sent while none
+    /// comes.
+    void checkAfterNamesSeenBy(const QObject *parent);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -48,12 +50,17 @@ private Q_SLOTS:
 private:
     void handleDeaf(const QString &connectionName);
     void watch();
+    void tryAgain();
     void tryToConnect();
+    /// Takes the connection that an attempt has made, if any.
+    void handleAttempt(const std::optional<QDBusConnection> &connection);
     void setConnection(const QDBusConnection &connection);
 
     const QString m_address;
     QDBusConnection m_connection;
     QTimer m_nextAttempt{this};
+    bool m_isConnecting = false;
+    bool m_isLost = false; ///< whether m_connection has ended, as changed() has said
     BusProbe m_probe{this};
     QTimer m_checkSoon{this};
 };

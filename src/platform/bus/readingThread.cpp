@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "platform/readingThread.h"
+#include "platform/bus/readingThread.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QSocketNotifier>
+
+#include <memory>
+#include <utility>
 
 namespace tunedeck {
 
@@ -39,16 +42,14 @@ void readAgain(const QDBusConnection &connection)
 
 void releaseWhereRead(const QDBusConnection &connection, const QDBusMessage &message)
 {
-    const auto release = [connection, kept = new QDBusMessage(message)] {
-        QDBusConnectionInterface *bus = connection.interface();
-        if (bus) {
-            QMetaObject::invokeMethod(
-                bus, [kept] { delete kept; }, Qt::QueuedConnection);
-        } else {
-            delete kept;
+    // A function that is never called, because its thread ends, releases the message when Qt deletes it.
+    auto kept = std::make_shared<QDBusMessage>(message);
+    auto release = [connection, kept = std::move(kept)]() mutable {
+        if (QDBusConnectionInterface *bus = connection.interface()) {
+            QMetaObject::invokeMethod(bus, [kept = std::move(kept)]() mutable { kept.reset(); }, Qt::QueuedConnection);
         }
     };
-    QMetaObject::invokeMethod(QCoreApplication::instance(), release, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(release), Qt::QueuedConnection);
 }
 
 } // namespace tunedeck

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "platform/SettingsFile.h"
+#include "platform/settings/SettingsFile.h"
 
-#include <QDateTime>
+#include "platform/settings/parsedSettings.h"
+
+#include <QByteArray>
 #include <QFile>
 #include <QFileInfo>
-#include <QHash>
 #include <QSettings>
-#include <QStringList>
 
 #include <cstdio>
 #include <utility>
@@ -32,22 +32,6 @@ bool clear(const QString &path)
     std::remove(QFile::encodeName(path).constData());
     const QFileInfo rest(path);
     return !rest.exists() && !rest.isSymLink();
-}
-
-/// Shows whether a file has changed.
-struct Version {
-    QDateTime lastModified;
-    qint64 size = 0;
-
-    bool operator==(const Version &) const = default;
-};
-
-/// The versions of the files, by path, in which QSettings has found errors. It finds them only once in a process: it
-/// does not read an unchanged file again.
-QHash<QString, Version> &brokenVersions()
-{
-    static QHash<QString, Version> versions;
-    return versions;
 }
 
 bool mayBeLock(const QFileInfo &file)
@@ -78,25 +62,16 @@ std::optional<QVariantHash> SettingsFile::read() const
         return QVariantHash();
     }
     // This check comes before the file is opened: opening a pipe waits for a writer.
-    if (!file.isFile() || file.size() > largestFile) {
+    if (!file.isFile()) {
         return std::nullopt;
     }
-    const Version version{file.lastModified(), file.size()};
-    if (brokenVersions().value(m_path) == version) {
-        return std::nullopt;
+    QFile opened(m_path);
+    if (!opened.open(QIODevice::ReadOnly)) {
+        return QVariantHash();
     }
-    const QSettings settings(m_path, QSettings::IniFormat);
-    QVariantHash values;
-    const QStringList keys = settings.allKeys();
-    for (const QString &key : keys) {
-        values.insert(key, settings.value(key));
-    }
-    // QSettings parses lines, and finds errors in them, only when a value is read.
-    if (settings.status() == QSettings::FormatError) {
-        brokenVersions().insert(m_path, version);
-        return std::nullopt;
-    }
-    return values;
+    // One byte more than allowed shows that the file is too large.
+    const QByteArray content = opened.read(largestFile + 1);
+    return content.size() <= largestFile ? parsedSettings(content) : std::nullopt;
 }
 
 QVariantHash SettingsFile::readOrSetAside() const
@@ -109,7 +84,7 @@ QVariantHash SettingsFile::readOrSetAside() const
 }
 
 /// QSettings waits forever for the lock of the file that it writes, and after a failure it writes again on every read.
-/// Therefore it only reads the settings file, and writes another file beside it that no other process locks.
+/// Therefore it writes another file beside the settings file, which no other process locks.
 bool SettingsFile::write(const QVariantHash &values) const
 {
     const QFileInfo file(m_path);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "music/mpris/LatestWanted.h"
+#include "music/LatestWanted.h"
 #include "support/registerTest.h"
 
 #include <QCoreApplication>

@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
-#include "platform/SessionBus.h"
+#include "platform/bus/SessionBus.h"
 
-#include "platform/windowLog.h"
+#include "platform/bus/awakeBus.h"
+#include "platform/bus/leftoverMemory.h"
 
 #include <QCoreApplication>
+#include <QDBusServiceWatcher>
 #include <QEvent>
-#include <QFile>
+#include <QList>
 #include <QPointer>
 #include <QThread>
 
-#include <atomic>
+#include <optional>
 #include <utility>
 
 namespace tunedeck {
@@ -20,21 +22,6 @@ using namespace std::chrono_literals;
 constexpr auto checkDelay = 1s;
 constexpr QLatin1String localPath("/org/freedesktop/DBus/Local");
 constexpr QLatin1String localInterface("org.freedesktop.DBus.Local");
-
-/// Makes a connection with a name of its own in this process.
-QDBusConnection connectTo(const QString &address)
-{
-    static std::atomic<int> connections = 0;
-    const QString name = QStringLiteral("session bus %1").arg(++connections);
-    if (!address.isEmpty()) {
-        return QDBusConnection::connectToBus(address, name);
-    }
-    // libdbus looks up the default address once per process, and keeps the result even if it found nothing.
-    const QString usual = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus");
-    return qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") && QFile::exists(usual)
-        ? QDBusConnection::connectToBus(QStringLiteral("unix:path=") + usual, name)
-        : QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
-}
 } // namespace
 
 SessionBus::SessionBus(QObject *parent)
@@ -46,12 +33,12 @@ SessionBus::SessionBus(const QString &address, std::chrono::milliseconds interva
     : QObject(parent)
     , m_address(address)
     // Qt shares this connection and needs it anyway.
-    , m_connection(address.isEmpty() ? QDBusConnection::sessionBus() : connectTo(address))
+    , m_connection(address.isEmpty() ? QDBusConnection::sessionBus() : connectToBusAt(address))
 {
     m_nextAttempt.setObjectName(QStringLiteral("nextAttempt"));
     m_nextAttempt.setSingleShot(true);
     m_nextAttempt.setInterval(interval);
-    connect(&m_nextAttempt, &QTimer::timeout, this, &SessionBus::tryToConnect);
+    connect(&m_nextAttempt, &QTimer::timeout, this, &SessionBus::tryAgain);
     connect(&m_probe, &BusProbe::deaf, this, &SessionBus::handleDeaf);
     m_checkSoon.setSingleShot(true);
     m_checkSoon.setInterval(checkDelay);
@@ -66,9 +53,12 @@ void SessionBus::check()
     }
 }
 
-void SessionBus::checkAfterCallsTo(QObject *exported)
+void SessionBus::checkAfterNamesSeenBy(const QObject *parent)
 {
-    exported->installEventFilter(this);
+    const QList<QDBusServiceWatcher *> watchers = parent->findChildren<QDBusServiceWatcher *>();
+    for (QDBusServiceWatcher *watcher : watchers) {
+        watcher->installEventFilter(this);
+    }
 }
 
 bool SessionBus::eventFilter(QObject *, QEvent *event)
@@ -82,39 +72,52 @@ bool SessionBus::eventFilter(QObject *, QEvent *event)
 void SessionBus::handleDeaf(const QString &connectionName)
 {
     if (connectionName == m_connection.name()) {
-        qCDebug(windowLog) << "the session bus no longer answers on" << connectionName;
         tryToConnect();
     }
 }
 
 void SessionBus::handleDisconnected()
 {
-    if (m_nextAttempt.isActive()) {
-        return;
+    if (!std::exchange(m_isLost, true)) {
+        m_nextAttempt.start();
+        Q_EMIT changed();
     }
-    m_nextAttempt.start();
-    Q_EMIT changed();
 }
 
 void SessionBus::watch()
 {
-    if (!m_connection.isConnected()) {
+    m_isLost = !m_connection.isConnected();
+    if (m_isLost) {
         m_nextAttempt.start();
         return;
     }
     m_connection.connect(
         QString(), localPath, localInterface, QStringLiteral("Disconnected"), this, SLOT(handleDisconnected()));
+    giveBackLeftoverMemory(m_connection);
+}
+
+void SessionBus::tryAgain()
+{
+    // A connection that seemed to be deaf may hear again: the whole bus stood still.
+    if (m_isLost) {
+        tryToConnect();
+    } else {
+        check();
+    }
 }
 
 void SessionBus::tryToConnect()
 {
+    if (std::exchange(m_isConnecting, true)) {
+        return;
+    }
     QThread *thread = QThread::create([bus = QPointer(this), address = m_address] {
-        const QDBusConnection connection = connectTo(address);
+        const std::optional<QDBusConnection> connection = connectIfAwake(address);
         QMetaObject::invokeMethod(
             QCoreApplication::instance(),
             [bus, connection] {
                 if (bus) {
-                    bus->setConnection(connection);
+                    bus->handleAttempt(connection);
                 }
             },
             Qt::QueuedConnection);
@@ -123,20 +126,31 @@ void SessionBus::tryToConnect()
     thread->start();
 }
 
-void SessionBus::setConnection(const QDBusConnection &connection)
+void SessionBus::handleAttempt(const std::optional<QDBusConnection> &connection)
 {
-    if (!connection.isConnected()) {
-        QDBusConnection::disconnectFromBus(connection.name());
-        m_nextAttempt.start();
+    m_isConnecting = false;
+    if (connection && connection->isConnected()) {
+        setConnection(*connection);
         return;
     }
+    if (connection) {
+        QDBusConnection::disconnectFromBus(connection->name());
+    }
+    m_nextAttempt.start();
+}
+
+void SessionBus::setConnection(const QDBusConnection &connection)
+{
+    m_nextAttempt.stop();
     QDBusConnection former = std::exchange(m_connection, connection);
     // Its end must not be taken for that of the new one.
     former.disconnect(
         QString(), localPath, localInterface, QStringLiteral("Disconnected"), this, SLOT(handleDisconnected()));
     watch();
     Q_EMIT changed();
-    // The bus would keep what comes for a connection that nobody reads.
+    // The bus would keep what comes for a connection that nobody reads. The first one is Qt's own, and stays open: Qt
+    // keeps a pointer to it for all who ask for the session bus, such as its screen reader bridge, and would use it
+    // after its end. Nothing of ours listens on it any more, and what still comes is read and let go.
     QDBusConnection::disconnectFromBus(former.name());
 }
 

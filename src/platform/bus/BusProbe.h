@@ -19,6 +19,7 @@ public:
     /// Asks the bus itself, unless a question is under way. The answer to the first question is due within a second.
     /// Without it the connection is made to read again, and has three seconds more.
     void ask(const QDBusConnection &connection);
+    [[nodiscard]] bool isAsking() const { return m_isAsking; }
 
 Q_SIGNALS:
     /// The connection has answered neither question.
