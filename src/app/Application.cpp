@@ -16,6 +16,7 @@
 #include "platform/UserDefaults.h"
 #include "player/LcdView.h"
 #include "player/PlayerView.h"
+#include "player/ScrollingMarqueeView.h"
 #include "player/ViewController.h"
 #include "preferences/AppPreferencesWindowController.h"
 #include "preferences/Updater.h"
@@ -27,6 +28,7 @@
 #include "skin/views/WindowControlButton.h"
 #include "widgets/speakNotice.h"
 #include "window/WindowController.h"
+#include "x11/X11PictureMover.h"
 
 #include <QApplication>
 #include <QVBoxLayout>
@@ -77,6 +79,7 @@ Application::Application(const Environment &environment, QObject *parent)
     m_companionWindows = std::make_unique<CompanionWindows>(window);
     m_playerView = new PlayerView(m_skinEnvironment);
     window.setContentView(m_playerView);
+    m_playerView->lcd().trackInfoLabel().setPictureMover(std::make_unique<X11PictureMover>());
     const ViewController::Environment playerEnvironment{m_musicConnector, m_defaults, environment.appearance,
         environment.windowActivation, environment.players, *m_windowController};
     m_viewController = std::make_unique<ViewController>(playerEnvironment, *m_playerView);

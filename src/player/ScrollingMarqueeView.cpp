@@ -7,7 +7,9 @@
 
 #include <QAccessibleWidget>
 #include <QApplication>
+#include <QBackingStore>
 #include <QMouseEvent>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QTimer>
 
@@ -163,6 +165,12 @@ MarqueeInk ScrollingMarqueeView::ink() const
     return m_isDark ? MarqueeInk::Light : MarqueeInk::Dark;
 }
 
+void ScrollingMarqueeView::setPictureMover(std::unique_ptr<PictureMover> mover)
+{
+    takeLabelsBack();
+    m_mover = std::move(mover);
+}
+
 bool ScrollingMarqueeView::eventFilter(QObject *watched, QEvent *event)
 {
     // The window system covers and uncovers a window, as on another workspace, without hiding its widgets.
@@ -191,6 +199,7 @@ void ScrollingMarqueeView::hideEvent(QHideEvent *event)
 {
     QLabel::hideEvent(event);
     m_timer->stop();
+    takeLabelsBack();
 }
 
 void ScrollingMarqueeView::resizeEvent(QResizeEvent *event)
@@ -234,6 +243,9 @@ void ScrollingMarqueeView::paintEvent(QPaintEvent *event)
     painter.scale(1 / scale, 1 / scale);
 
     const QRect whole(0, 0, devicePixels(width(), scale), devicePixels(height(), scale));
+    if (m_isMoverInUse && isForWindow(painter) && placeLabels(whole.translated(corner.toPoint()), scale)) {
+        return;
+    }
     const QRect unfaded = whole.marginsRemoved(fadeMargins(scale));
     const QRect dirty = painter.transform().inverted().mapRect(QRectF(event->rect())).toAlignedRect();
     for (const QRect &edge : QRegion(dirty).intersected(whole).subtracted(unfaded)) {
@@ -245,6 +257,39 @@ void ScrollingMarqueeView::paintEvent(QPaintEvent *event)
         painter.setClipRect(unfaded);
         drawLabels(painter, scale);
     }
+}
+
+bool ScrollingMarqueeView::placeLabels(const QRect &field, double scale)
+{
+    if (!m_mover->place(*this, field, mask(scale), placedPictures(scale))) {
+        takeLabelsBack();
+        m_mover.reset();
+    }
+    return m_isMoverInUse;
+}
+
+void ScrollingMarqueeView::takeLabelsBack()
+{
+    if (std::exchange(m_isMoverInUse, false)) {
+        m_mover->remove();
+        update();
+    }
+}
+
+bool ScrollingMarqueeView::isForWindow(const QPainter &painter) const
+{
+    QBackingStore *const store = window()->backingStore();
+    return store && painter.paintEngine()->paintDevice() == store->paintDevice();
+}
+
+std::vector<PlacedPicture> ScrollingMarqueeView::placedPictures(double scale)
+{
+    std::vector<PlacedPicture> pictures;
+    for (const MarqueeLabel &label : m_labels) {
+        const MarqueeText &text = drawnText(label.text, scale);
+        pictures.push_back({text.picture(), text.inkedRows(), devicePosition(label, scale)});
+    }
+    return pictures;
 }
 
 void ScrollingMarqueeView::drawLabels(QPainter &painter, double scale)
@@ -307,13 +352,29 @@ void ScrollingMarqueeView::refresh()
     if (wouldLookDifferent(labels, devicePixelRatioF())) {
         const QRect before = markedRect();
         m_labels = std::move(labels);
-        update(before | markedRect());
+        showLabels(before);
         forgetWhatIsNotShown();
     }
     if (canBeSeen()) {
         scheduleRefresh(now);
     } else {
         m_timer->stop();
+    }
+}
+
+void ScrollingMarqueeView::showLabels(const QRect &before)
+{
+    if (m_isMoverInUse) {
+        if (!m_mover->move(placedPictures(devicePixelRatioF()))) {
+            takeLabelsBack();
+            m_mover.reset();
+        }
+    } else if (m_mover && canBeSeen() && m_timeline.isMoving(m_clock())) {
+        // The window still shows the labels: it is painted again without them, and they lie in front of it.
+        m_isMoverInUse = true;
+        update();
+    } else {
+        update(before | markedRect());
     }
 }
 

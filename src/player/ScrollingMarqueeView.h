@@ -3,6 +3,7 @@
 
 #include "player/MarqueeText.h"
 #include "player/MarqueeTimeline.h"
+#include "widgets/PictureMover.h"
 
 #include <QHash>
 #include <QImage>
@@ -14,6 +15,7 @@
 #include <QWindow>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace tunedeck {
@@ -52,6 +54,9 @@ public:
     void setDark(bool isDark);
     /// Whether its ink is the darkest, in either appearance.
     void setHighContrast(bool isHigh);
+    /// What moves the strings from the next step on, so that a step costs no painting. Without one, or where that is
+    /// impossible, the view paints each step.
+    void setPictureMover(std::unique_ptr<PictureMover> mover);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -74,6 +79,14 @@ private:
     [[nodiscard]] std::chrono::nanoseconds untilNextFrame(
         MarqueeTimeline::TimePoint now, MarqueeTimeline::TimePoint end) const;
     [[nodiscard]] bool wouldLookDifferent(const std::vector<MarqueeLabel> &labels, double scale) const;
+    /// Shows the labels, which have changed.
+    void showLabels(const QRect &before);
+    /// Lets the picture mover show the labels in front of what is painted. False if the view must paint them.
+    [[nodiscard]] bool placeLabels(const QRect &field, double scale);
+    void takeLabelsBack();
+    /// Whether `painter` paints for the window, not for a picture that somebody asked for.
+    [[nodiscard]] bool isForWindow(const QPainter &painter) const;
+    [[nodiscard]] std::vector<PlacedPicture> placedPictures(double scale);
     void drawLabels(QPainter &painter, double scale);
     /// Whether there is something to see in `part` of the view, in device pixels.
     [[nodiscard]] bool hasLabels(const QRect &part, double scale);
@@ -98,6 +111,8 @@ private:
     /// The texts on show, as they were drawn last.
     QHash<QString, MarqueeText> m_texts;
     QImage m_mask;
+    std::unique_ptr<PictureMover> m_mover;
+    bool m_isMoverInUse = false;
     double m_fadeInsetInPoints = 3.5;
     bool m_labelAdvancesOnClick = true;
     bool m_isDark = false;

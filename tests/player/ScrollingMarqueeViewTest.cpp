@@ -11,6 +11,8 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <memory>
+#include <vector>
 
 using namespace tunedeck;
 using namespace std::chrono_literals;
@@ -76,6 +78,56 @@ public:
     }
 
     QRegion painted;
+};
+
+/// Records what a picture mover is asked for.
+class RecordingMover : public PictureMover {
+public:
+    struct Record {
+        bool isAble = true;
+        int placements = 0;
+        int moves = 0;
+        bool isShowing = false;
+        QRect field;
+        std::vector<PlacedPicture> pictures;
+    };
+
+    explicit RecordingMover(Record &record)
+        : m_record(record)
+    {
+    }
+
+    [[nodiscard]] bool place(
+        QWidget &, const QRect &field, const QImage &mask, const std::vector<PlacedPicture> &pictures) override
+    {
+        ++m_record.placements;
+        m_record.isShowing = m_record.isAble;
+        m_record.field = field;
+        m_record.pictures = pictures;
+        return m_record.isAble && mask.size() == field.size();
+    }
+    [[nodiscard]] bool move(const std::vector<PlacedPicture> &pictures) override
+    {
+        ++m_record.moves;
+        m_record.pictures = pictures;
+        return m_record.isAble;
+    }
+    void remove() override { m_record.isShowing = false; }
+
+private:
+    Record &m_record;
+};
+
+/// A marquee whose pictures a RecordingMover moves.
+struct MovedMarquee : Marquee {
+    MovedMarquee()
+    {
+        view.setPictureMover(std::make_unique<RecordingMover>(record));
+        view.setDisplayStrings({shortText, QStringLiteral("Jazz")});
+        view.show();
+    }
+
+    RecordingMover::Record record;
 };
 
 int mostAlpha(const QImage &image)
@@ -486,6 +538,85 @@ private Q_SLOTS:
         marquee.view.setDark(true);
         QVERIFY(edgeBelow().lightness() < 100);
         QVERIFY(edgeBelow().alpha() > 100);
+    }
+
+    void aStringThatRestsIsPaintedAndOneThatMovesIsMoved()
+    {
+        MovedMarquee marquee;
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        QCOMPARE(marquee.record.placements, 0);
+        marquee.goTo(4'300ms);
+        QTRY_COMPARE(marquee.record.placements, 1);
+        QCOMPARE(marquee.record.field, marquee.view.rect());
+        QCOMPARE(marquee.record.pictures.size(), 2U);
+        const QPoint start = marquee.record.pictures[0].position;
+
+        const PaintRecorder recorder(marquee.view);
+        marquee.goTo(4'600ms);
+        QCOMPARE(marquee.record.moves, 1);
+        QVERIFY(marquee.record.pictures[0].position != start);
+        QCoreApplication::processEvents();
+        QVERIFY(recorder.painted.isEmpty());
+    }
+
+    void theStringsArePlacedAgainOnWhatIsPainted()
+    {
+        MovedMarquee marquee;
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        marquee.goTo(4'300ms);
+        QTRY_COMPARE(marquee.record.placements, 1);
+        marquee.view.setDark(true);
+        QTRY_COMPARE(marquee.record.placements, 2);
+        marquee.view.resize(220, 25);
+        QTRY_COMPARE(marquee.record.field, QRect(0, 0, 220, 25));
+    }
+
+    void aPictureOfItHasTheStringsThatAreMoved()
+    {
+        MovedMarquee marquee;
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        marquee.goTo(4'300ms);
+        QTRY_COMPARE(marquee.record.placements, 1);
+        QVERIFY(mostAlpha(marquee.picture()) > 128);
+        QCOMPARE(marquee.record.placements, 1);
+    }
+
+    void whereNothingCanMoveTheStringsTheViewPaintsThem_data()
+    {
+        QTest::addColumn<bool>("isAbleAtFirst");
+        QTest::newRow("never") << false;
+        QTest::newRow("no longer") << true;
+    }
+    void whereNothingCanMoveTheStringsTheViewPaintsThem()
+    {
+        QFETCH(const bool, isAbleAtFirst);
+        MovedMarquee marquee;
+        marquee.record.isAble = isAbleAtFirst;
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        marquee.goTo(4'300ms);
+        QTRY_COMPARE(marquee.record.placements, 1);
+        marquee.record.isAble = false;
+        marquee.goTo(4'500ms);
+        QVERIFY(!marquee.record.isShowing);
+        QCoreApplication::processEvents();
+
+        const PaintRecorder recorder(marquee.view);
+        marquee.goTo(4'700ms);
+        QTRY_VERIFY(!recorder.painted.isEmpty());
+        QCOMPARE(marquee.record.placements, 1);
+    }
+
+    void aHiddenWindowTakesTheStringsBack()
+    {
+        MovedMarquee marquee;
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        marquee.goTo(4'300ms);
+        QTRY_VERIFY(marquee.record.isShowing);
+        marquee.view.hide();
+        QVERIFY(!marquee.record.isShowing);
+        marquee.view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&marquee.view));
+        QCOMPARE(marquee.record.placements, 1);
     }
 
     void withReducedMotionATextThatIsTooWideStandsAndNothingWakes()

@@ -21,7 +21,7 @@ MAY_INCLUDE = {
     "platform": {"platform/settings", "platform/bus"},
     "widgets": set(),
     "above": {"platform"},
-    "x11": {"platform"},
+    "x11": {"platform", "widgets"},
     "music": {"platform"},
     "music/mpris/bus": {"platform", "platform/bus"},
     "music/mpris/choice": {"platform", "music"},
