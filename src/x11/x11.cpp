@@ -54,9 +54,22 @@ xcb_connection_t *x11Connection()
 
 xcb_atom_t x11Atom(const char *name)
 {
-    const auto cookie = xcb_intern_atom(x11Connection(), false, static_cast<std::uint16_t>(std::strlen(name)), name);
-    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(x11Connection(), cookie, nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+    return x11Atoms({name}).front();
+}
+
+std::vector<xcb_atom_t> x11Atoms(std::initializer_list<const char *> names)
+{
+    xcb_connection_t *const server = x11Connection();
+    std::vector<xcb_intern_atom_cookie_t> cookies;
+    for (const char *name : names) {
+        cookies.push_back(xcb_intern_atom(server, false, static_cast<std::uint16_t>(std::strlen(name)), name));
+    }
+    std::vector<xcb_atom_t> atoms;
+    for (const xcb_intern_atom_cookie_t cookie : cookies) {
+        const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(server, cookie, nullptr));
+        atoms.push_back(reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE});
+    }
+    return atoms;
 }
 
 std::optional<std::uint32_t> x11Number(xcb_window_t window, xcb_atom_t property)

@@ -7,8 +7,10 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <initializer_list>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace tunedeck {
 
@@ -24,6 +26,9 @@ template <typename Reply> using X11Reply = std::unique_ptr<Reply, FreeX11Reply>;
 
 /// The number of the atom `name`. XCB_ATOM_NONE if the server does not answer.
 [[nodiscard]] xcb_atom_t x11Atom(const char *name);
+
+/// The numbers of the atoms `names`, in their order. The server answers for all at once.
+[[nodiscard]] std::vector<xcb_atom_t> x11Atoms(std::initializer_list<const char *> names);
 
 /// The first number in the window's property, whatever its type. No value if the property is missing or does not hold
 /// 32-bit numbers.
