@@ -12,6 +12,7 @@
 #include "platform/UserDefaults.h"
 #include "platform/bus/SessionBus.h"
 #include "platform/fontConfiguration.h"
+#include "skin/drawing/PixelFont.h"
 #include "x11/WithoutSharedMemory.h"
 #include "x11/activateOnX11.h"
 #include "x11/expectedScale.h"
@@ -24,8 +25,10 @@
 #include <QGuiApplication>
 
 #include <algorithm>
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <future>
 #include <latch>
 #include <malloc.h>
 #include <memory>
@@ -154,17 +157,21 @@ QtApplication makeQtApplication(int &argc, char *argv[], bool isForX11)
 int run(int argc, char *argv[], bool isForX11)
 {
     const ActivationToken token = ActivationToken::takeFromEnvironment();
+    // Listing the installed fonts takes long, with new ones seconds. Meanwhile Qt talks to the X server.
+    // Fontconfig reads numbers as the locale says, and Qt's setting it must not change that halfway.
+    std::setlocale(LC_ALL, "");
+    std::future<FontConfiguration> listed = std::async(std::launch::async, &readFontConfiguration);
     const QtApplication qtApplication = makeQtApplication(argc, argv, isForX11);
     setUpNames();
     installTranslators(*qtApplication);
     const auto [action, startedBy] = parseCommandLine(*qtApplication);
-    // Listing and matching the installed fonts takes long, with new ones seconds. Meanwhile this thread talks to the
-    // bus.
+    // Matching takes long, too. Meanwhile this thread talks to the bus.
     std::latch fontsAreListed(1);
-    const std::jthread fonts([&fontsAreListed] {
-        useFontConfiguration(readFontConfiguration());
+    const std::jthread fonts([&fontsAreListed, &listed] {
+        useFontConfiguration(listed.get());
         fontsAreListed.count_down();
         QFontInfo(QFont()).family();
+        matchSkinFonts();
     });
 
     SessionBus sessionBus;

@@ -111,8 +111,7 @@ void LcdView::setUpTexts()
 
     m_trackProgressSlider->setAccessibleName(tr("Position", "For accessibility: the progress slider"));
 
-    QFont infoFont = pixelFont(
-        {QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif"), QStringLiteral("serif")}, 12, *this);
+    QFont infoFont = pixelFont(romanSerif(), 12, *this);
     infoFont.setBold(true);
     infoFont.setItalic(true);
     m_infoButton->setFont(infoFont);

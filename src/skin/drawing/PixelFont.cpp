@@ -25,6 +25,19 @@ QStringList humanistSans()
         QStringLiteral("DejaVu Sans")};
 }
 
+QStringList romanSerif()
+{
+    return {QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif"), QStringLiteral("serif")};
+}
+
+void matchSkinFonts()
+{
+    QFontInfo(QFont(humanistSans())).family();
+    QFont italic(romanSerif());
+    italic.setItalic(true);
+    QFontInfo(italic).family();
+}
+
 QFont pixelFont(const QStringList &families, double pixels, const QPaintDevice &device)
 {
     QFont font(families);
