@@ -22,20 +22,14 @@ qsizetype mostBytes()
     return bytesOfLength * qsizetype(xcb_get_maximum_request_length(x11Connection())) - fields;
 }
 
-/// Sends the image in as many requests as it takes.
 void send(const QImage &image, xcb_pixmap_t pixmap)
 {
     xcb_connection_t *const server = x11Connection();
     const xcb_gcontext_t context = xcb_generate_id(server);
     xcb_create_gc(server, context, pixmap, 0, nullptr);
-    const int rows = static_cast<int>(std::min<qsizetype>(mostBytes() / image.bytesPerLine(), image.height()));
-    for (int y = 0; y < image.height(); y += rows) {
-        const int height = std::min(rows, image.height() - y);
-        xcb_put_image(server, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, context, static_cast<std::uint16_t>(image.width()),
-            static_cast<std::uint16_t>(height), 0, static_cast<std::int16_t>(y), 0,
-            static_cast<std::uint8_t>(image.depth()), static_cast<std::uint32_t>(height * image.bytesPerLine()),
-            image.constScanLine(y));
-    }
+    xcb_put_image(server, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, context, static_cast<std::uint16_t>(image.width()),
+        static_cast<std::uint16_t>(image.height()), 0, 0, 0, static_cast<std::uint8_t>(image.depth()),
+        static_cast<std::uint32_t>(image.sizeInBytes()), image.constBits());
     xcb_free_gc(server, context);
 }
 } // namespace
@@ -48,7 +42,7 @@ X11Picture::X11Picture(xcb_drawable_t drawable, xcb_render_pictformat_t format)
 
 X11Picture::X11Picture(const QImage &image, xcb_render_pictformat_t format)
 {
-    if (image.isNull() || std::max(image.width(), image.height()) > mostPixels || image.bytesPerLine() > mostBytes()) {
+    if (image.isNull() || std::max(image.width(), image.height()) > mostPixels || image.sizeInBytes() > mostBytes()) {
         return;
     }
     xcb_connection_t *const server = x11Connection();

@@ -16,17 +16,21 @@
 namespace tunedeck {
 
 namespace {
-/// The server's formats. Null without the RENDER extension, and where the server reads numbers in another byte order
+bool hasExtension(xcb_extension_t &extension)
+{
+    const xcb_query_extension_reply_t *const data = xcb_get_extension_data(x11Connection(), &extension);
+    return data && data->present;
+}
+
+/// The server's formats. Null where an extension is missing, and where the server reads numbers in another byte order
 /// than this machine writes them.
 const xcb_render_query_pict_formats_reply_t *formats()
 {
     xcb_connection_t *const server = x11Connection();
     constexpr auto order = Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? XCB_IMAGE_ORDER_LSB_FIRST : XCB_IMAGE_ORDER_MSB_FIRST;
-    if (!server || xcb_get_setup(server)->image_byte_order != order) {
-        return nullptr;
-    }
-    const xcb_query_extension_reply_t *const extension = xcb_get_extension_data(server, &xcb_render_id);
-    return extension && extension->present ? xcb_render_util_query_formats(server) : nullptr;
+    const bool isAble = server && xcb_get_setup(server)->image_byte_order == order && hasExtension(xcb_render_id)
+        && hasExtension(xcb_shape_id);
+    return isAble ? xcb_render_util_query_formats(server) : nullptr;
 }
 
 xcb_render_pictformat_t standardFormat(xcb_pict_standard_t standard)

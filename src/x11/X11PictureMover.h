@@ -21,7 +21,7 @@ namespace tunedeck {
 /// step, which need no answer. It draws into a window of its own in front of the view. The pointer does not meet that
 /// window, and the server restores it where it was covered.
 ///
-/// Works on X11 where the server has the RENDER extension. The first place() waits for the X server.
+/// Works on X11 where the server has the RENDER and SHAPE extensions. The first place() waits for the X server.
 class X11PictureMover : public PictureMover {
 public:
     X11PictureMover();

@@ -135,6 +135,7 @@ private Q_SLOTS:
         QTest::addColumn<bool>("isTranslucent");
         QTest::newRow("texts that roll") << severalTexts << false << false;
         QTest::newRow("a text that scrolls") << wideText << false << false;
+        QTest::newRow("a text as long as can be") << QStringList{QString(1'000, u'W')} << false << false;
         QTest::newRow("light ink") << severalTexts << true << false;
         QTest::newRow("a window with round corners") << severalTexts << false << true;
     }
