@@ -262,8 +262,7 @@ void ScrollingMarqueeView::paintEvent(QPaintEvent *event)
 bool ScrollingMarqueeView::placeLabels(const QRect &field, double scale)
 {
     if (!m_mover->place(*this, field, mask(scale), placedPictures(scale))) {
-        takeLabelsBack();
-        m_mover.reset();
+        setPictureMover({});
     }
     return m_isMoverInUse;
 }
@@ -366,8 +365,7 @@ void ScrollingMarqueeView::showLabels(const QRect &before)
 {
     if (m_isMoverInUse) {
         if (!m_mover->move(placedPictures(devicePixelRatioF()))) {
-            takeLabelsBack();
-            m_mover.reset();
+            setPictureMover({});
         }
     } else if (m_mover && canBeSeen() && m_timeline.isMoving(m_clock())) {
         // The window still shows the labels: it is painted again without them, and they lie in front of it.

@@ -24,8 +24,8 @@ struct PlacedPicture {
     [[nodiscard]] QRect marked() const { return inked.translated(position); }
 };
 
-/// Shows moving pictures in front of what a view has painted, so that the view need not paint each step. All functions
-/// return false if that is impossible: the view then removes the pictures and paints them itself.
+/// Shows moving pictures in front of what a view has painted, so that the view need not paint each step. Where place()
+/// or move() returns false, that is impossible: the view then removes the pictures and paints them itself.
 class PictureMover {
 public:
     PictureMover() = default;
@@ -33,8 +33,8 @@ public:
     PictureMover(const PictureMover &) = delete;
     PictureMover &operator=(const PictureMover &) = delete;
 
-    /// Shows `pictures` in front of `view`, which is `field` of its window, in device pixels. To be called while the
-    /// view is painted for its window, each time, because the pictures lie on what is painted then. `mask` is as large
+    /// Shows `pictures` in front of `view`, which is `field` of its window, in device pixels. The view calls it each
+    /// time that it is painted for its window, because the pictures lie on what is painted then. `mask` is as large
     /// as the field; its alpha says how much of a picture is seen.
     [[nodiscard]] virtual bool place(
         QWidget &view, const QRect &field, const QImage &mask, const std::vector<PlacedPicture> &pictures) = 0;
