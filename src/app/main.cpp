@@ -12,7 +12,6 @@
 #include "platform/UserDefaults.h"
 #include "platform/bus/SessionBus.h"
 #include "platform/fontConfiguration.h"
-#include "skin/drawing/PixelFont.h"
 #include "x11/WithoutSharedMemory.h"
 #include "x11/activateOnX11.h"
 #include "x11/expectedScale.h"
@@ -20,8 +19,6 @@
 #include <QApplication>
 #include <QCommandLineOption>
 #include <QCommandLineParser>
-#include <QFont>
-#include <QFontInfo>
 #include <QGuiApplication>
 
 #include <algorithm>
@@ -29,11 +26,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <future>
-#include <latch>
 #include <malloc.h>
 #include <memory>
 #include <optional>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -146,33 +141,28 @@ struct ApplicationDeleter {
 
 using QtApplication = std::unique_ptr<QApplication, ApplicationDeleter>;
 
-/// `argc` must live as long as the application.
-QtApplication makeQtApplication(int &argc, char *argv[], bool isForX11)
+/// `argc` must live as long as the application. `scale` is the one that the window is expected to have.
+QtApplication makeQtApplication(int &argc, char *argv[], std::optional<double> scale)
 {
-    const EarlyX11Connection server = isForX11 ? connectToX11Early() : nullptr;
-    const WithoutSharedMemory whileQtConnects(server ? std::optional(expectedScale(*server)) : std::nullopt);
+    const WithoutSharedMemory whileQtConnects(scale);
     return QtApplication(new QApplication(argc, argv));
 }
 
 int run(int argc, char *argv[], bool isForX11)
 {
     const ActivationToken token = ActivationToken::takeFromEnvironment();
-    // Listing the installed fonts takes long, with new ones seconds. Meanwhile Qt talks to the X server.
+    EarlyX11Connection server = isForX11 ? connectToX11Early() : nullptr;
+    const std::optional<double> scale = server ? std::optional(expectedScale(*server)) : std::nullopt;
+    // Listing the installed fonts takes long, with new ones seconds. Meanwhile Qt connects to the X server. The thread
+    // starts after the questions above: where the X server shares a processor with it, they would wait for it.
     // Fontconfig reads numbers as the locale says, and Qt's setting it must not change that halfway.
     std::setlocale(LC_ALL, "");
     std::future<FontConfiguration> listed = std::async(std::launch::async, &readFontConfiguration);
-    const QtApplication qtApplication = makeQtApplication(argc, argv, isForX11);
+    const QtApplication qtApplication = makeQtApplication(argc, argv, scale);
+    server.reset();
     setUpNames();
     installTranslators(*qtApplication);
     const auto [action, startedBy] = parseCommandLine(*qtApplication);
-    // Matching takes long, too. Meanwhile this thread talks to the bus.
-    std::latch fontsAreListed(1);
-    const std::jthread fonts([&fontsAreListed, &listed] {
-        useFontConfiguration(listed.get());
-        fontsAreListed.count_down();
-        QFontInfo(QFont()).family();
-        matchSkinFonts();
-    });
 
     SessionBus sessionBus;
     const QDBusConnection &bus = sessionBus.connection();
@@ -200,7 +190,7 @@ int run(int argc, char *argv[], bool isForX11)
     QObject::connect(
         &terminationSignals, &TerminationSignals::received, qApp, [] { QCoreApplication::exit(EXIT_SUCCESS); });
     // The window measures text.
-    fontsAreListed.wait();
+    useFontConfiguration(listed.get());
     const Program program(sessionBus, instance, token, startedBy);
     QObject::connect(&program, &Program::restartRequested, qApp, [] { QCoreApplication::exit(restartStatus); });
     return QApplication::exec();

@@ -30,14 +30,6 @@ QStringList romanSerif()
     return {QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif"), QStringLiteral("serif")};
 }
 
-void matchSkinFonts()
-{
-    QFontInfo(QFont(humanistSans())).family();
-    QFont italic(romanSerif());
-    italic.setItalic(true);
-    QFontInfo(italic).family();
-}
-
 QFont pixelFont(const QStringList &families, double pixels, const QPaintDevice &device)
 {
     QFont font(families);

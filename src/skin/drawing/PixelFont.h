@@ -14,10 +14,6 @@ namespace tunedeck {
 /// The families for the letter of the information button, the best first.
 [[nodiscard]] QStringList romanSerif();
 
-/// Finds the installed fonts that stand in for those, which takes long. Qt keeps what it has found for all threads.
-/// Needs an application object, and may run on any thread.
-void matchSkinFonts();
-
 /// A font whose size is given in logical pixels, fractions included: QFont itself takes only whole ones.
 [[nodiscard]] QFont pixelFont(const QStringList &families, double pixels, const QPaintDevice &device);
 
