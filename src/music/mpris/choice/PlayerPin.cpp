@@ -2,7 +2,11 @@
 #include "music/mpris/choice/PlayerPin.h"
 
 #include <QHash>
+#include <QLatin1StringView>
 #include <QRegularExpression>
+
+#include <algorithm>
+#include <array>
 
 namespace tunedeck {
 
@@ -10,15 +14,23 @@ namespace {
 
 constexpr QLatin1String instanceMark(".instance");
 constexpr QChar separator = u'/'; // no bus name contains it
+/// KDE Connect and GSConnect. The device follows.
+constexpr std::array phoneBridges{QLatin1StringView("kdeconnect"), QLatin1StringView("gsconnect")};
+constexpr QLatin1StringView separators("._-");
 
 /// Where the part of the name begins that is new at every start; its length if there is none. That part is a number of
 /// four digits or more, such as a process has, or eight or more hexadecimal digits, such as a UUID has.
 qsizetype newPart(const QString &name)
 {
-    static const QRegularExpression bridge(
-        QStringLiteral("^(kdeconnect|gsconnect)[._-]"), QRegularExpression::CaseInsensitiveOption);
-    if (const QRegularExpressionMatch match = bridge.match(name); match.hasMatch()) {
-        return match.capturedEnd(1);
+    for (const QLatin1StringView bridge : phoneBridges) {
+        if (name.startsWith(bridge, Qt::CaseInsensitive) && name.size() > bridge.size()
+            && separators.contains(name[bridge.size()])) {
+            return bridge.size();
+        }
+    }
+    // Most names have no digit, and the first expression of the program takes long to prepare.
+    if (std::ranges::none_of(name, [](QChar character) { return u'0' <= character && character <= u'9'; })) {
+        return name.size();
     }
     // It reads a run of digits once: a name may be one of 200 digits, and there may be thousands of them.
     static const QRegularExpression part(QStringLiteral(

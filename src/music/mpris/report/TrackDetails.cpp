@@ -34,7 +34,8 @@ bool isPlaceholder(const QString &text)
     static const QRegularExpression placeholder(
         QStringLiteral("^[<(\\[]?unknown( (artist|album|title|track|genre))?[>)\\]]?$"),
         QRegularExpression::CaseInsensitiveOption);
-    return placeholder.match(text).hasMatch();
+    // The start need not prepare the expression for a text without the word.
+    return text.contains(QLatin1StringView("unknown"), Qt::CaseInsensitive) && placeholder.match(text).hasMatch();
 }
 
 QString textOf(const QVariantMap &metadata, const QString &key)
