@@ -157,7 +157,8 @@ int run(int argc, char *argv[], bool isForX11)
     // starts after the questions above: where the X server shares a processor with it, they would wait for it.
     // Fontconfig reads numbers as the locale says, and Qt's setting it must not change that halfway.
     std::setlocale(LC_ALL, "");
-    std::future<FontConfiguration> listed = std::async(std::launch::async, &readFontConfiguration);
+    // Static, so that the process ends after the thread, also where the command line's parser ends it.
+    static std::future<FontConfiguration> listed = std::async(std::launch::async, &readFontConfiguration);
     const QtApplication qtApplication = makeQtApplication(argc, argv, scale);
     server.reset();
     setUpNames();
