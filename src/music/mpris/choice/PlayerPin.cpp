@@ -14,9 +14,9 @@ namespace {
 
 constexpr QLatin1String instanceMark(".instance");
 constexpr QChar separator = u'/'; // no bus name contains it
-/// KDE Connect and GSConnect. The device follows.
+/// KDE Connect and GSConnect. The device follows, after one of the marks.
 constexpr std::array phoneBridges{QLatin1StringView("kdeconnect"), QLatin1StringView("gsconnect")};
-constexpr QLatin1StringView separators("._-");
+constexpr QLatin1StringView marksBeforeDevice("._-");
 
 /// Where the part of the name begins that is new at every start; its length if there is none. That part is a number of
 /// four digits or more, such as a process has, or eight or more hexadecimal digits, such as a UUID has.
@@ -24,7 +24,7 @@ qsizetype newPart(const QString &name)
 {
     for (const QLatin1StringView bridge : phoneBridges) {
         if (name.startsWith(bridge, Qt::CaseInsensitive) && name.size() > bridge.size()
-            && separators.contains(name[bridge.size()])) {
+            && marksBeforeDevice.contains(name[bridge.size()])) {
             return bridge.size();
         }
     }
