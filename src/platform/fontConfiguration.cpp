@@ -8,6 +8,27 @@
 namespace tunedeck {
 
 namespace {
+/// Type 1 is the format before OpenType, which Pango no longer reads. Debian installs such fonts for printing, a second
+/// time beside the OpenType ones. If fontconfig chooses the Type 1 file, opening it takes a millisecond. An
+/// <acceptfont> in the user's settings wins over this.
+constexpr char withoutType1[] = R"(<?xml version="1.0"?>
+<fontconfig>
+  <selectfont>
+    <rejectfont><pattern><patelt name="fontformat"><string>Type 1</string></patelt></pattern></rejectfont>
+  </selectfont>
+</fontconfig>)";
+
+bool leaveOutType1(FcConfig *configuration)
+{
+    return FcConfigParseAndLoadFromMemory(configuration, reinterpret_cast<const FcChar8 *>(withoutType1), FcTrue);
+}
+
+bool hasFonts(FcConfig *configuration)
+{
+    const FcFontSet *const fonts = FcConfigGetFonts(configuration, FcSetSystem);
+    return fonts && fonts->nfont > 0;
+}
+
 /// Without one, fontconfig adds a folder of its own.
 bool hasCacheFolder(FcConfig *configuration)
 {
@@ -31,7 +52,8 @@ FontConfiguration readFontConfiguration()
     FcConfig *const configuration = FcConfigCreate();
     FontConfiguration owner(configuration);
     const bool isComplete = configuration && FcConfigParseAndLoad(configuration, nullptr, FcTrue)
-        && hasCacheFolder(configuration) && FcConfigBuildFonts(configuration);
+        && hasCacheFolder(configuration) && leaveOutType1(configuration) && FcConfigBuildFonts(configuration)
+        && hasFonts(configuration);
     return isComplete ? std::move(owner) : nullptr;
 }
 

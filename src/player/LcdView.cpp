@@ -114,6 +114,8 @@ void LcdView::setUpTexts()
     QFont infoFont = pixelFont(romanSerif(), 12, *this);
     infoFont.setBold(true);
     infoFont.setItalic(true);
+    // The only letter is Latin. Qt would look for fonts of other scripts, too, before it draws the letter.
+    infoFont.setStyleHint(QFont::Serif, QFont::NoFontMerging);
     m_infoButton->setFont(infoFont);
     m_infoButton->setTargetMargins(infoButtonMargins);
     m_infoButton->setText(QStringLiteral("i"));

@@ -4,6 +4,7 @@
 #include "skin/Picture.h"
 #include "skin/cells/MetalButtonCell.h"
 #include "skin/difference.h"
+#include "skin/drawing/PixelFont.h"
 #include "skin/views/EngravedLabel.h"
 #include "skin/views/MetalButton.h"
 #include "skin/views/MetalPopupButton.h"
@@ -79,7 +80,7 @@ private Q_SLOTS:
         PlaylistView view(desk.environment);
         for (const QWidget *text : std::initializer_list<QWidget *>{
                  &view.playlistLabel(), &view.playlistPicker(), &view.doneButton(), &view.shuffleButton()}) {
-            QCOMPARE(text->font().families().first(), QStringLiteral("Lucida Grande"));
+            QCOMPARE(text->font().families(), pixelFont(humanistSans(), 1, *text).families());
             QCOMPARE(text->font().pointSizeF() * text->logicalDpiY() / 72, 11.0);
             QCOMPARE(text->font().bold(), text == &view.playlistLabel());
         }

@@ -3,8 +3,11 @@
 
 #include "skin/drawing/skinLog.h"
 
+#include <QFontDatabase>
 #include <QFontInfo>
 #include <QPaintDevice>
+
+#include <algorithm>
 
 namespace tunedeck {
 
@@ -17,6 +20,25 @@ void logSubstitute(const QFont &font)
                                    << "is installed, Qt uses" << substitute;
     }
 }
+
+/// `installed` has a family of several foundries once for each, as "Family [foundry]". A family that only a user's
+/// settings call so counts as missing.
+bool isInstalled(const QString &family, const QStringList &installed)
+{
+    const QString ofFoundry = family + QStringLiteral(" [");
+    return std::ranges::any_of(installed, [&family, &ofFoundry](const QString &name) {
+        return name.compare(family, Qt::CaseInsensitive) == 0 || name.startsWith(ofFoundry, Qt::CaseInsensitive);
+    });
+}
+
+/// Saves time: for a missing first family Qt asks fontconfig for substitutes, even if the next family is installed.
+QStringList installedFirst(QStringList families)
+{
+    const QStringList installed = QFontDatabase::families();
+    std::stable_partition(families.begin(), families.end(),
+        [&installed](const QString &family) { return isInstalled(family, installed); });
+    return families;
+}
 } // namespace
 
 QStringList humanistSans()
@@ -27,12 +49,12 @@ QStringList humanistSans()
 
 QStringList romanSerif()
 {
-    return {QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif"), QStringLiteral("serif")};
+    return {QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif"), QStringLiteral("Nimbus Roman")};
 }
 
 QFont pixelFont(const QStringList &families, double pixels, const QPaintDevice &device)
 {
-    QFont font(families);
+    QFont font(installedFirst(families));
     font.setPointSizeF(pixels * 72 / device.logicalDpiY());
     // An attribute that is not set comes from the desktop's font, which may be bold.
     font.setWeight(QFont::Normal);

@@ -4,6 +4,7 @@
 #include "skin/SkinLogRecorder.h"
 #include "support/registerTest.h"
 
+#include <QFontDatabase>
 #include <QFontInfo>
 #include <QGuiApplication>
 #include <QImage>
@@ -13,6 +14,12 @@ namespace tunedeck {
 
 namespace {
 const QString missingFamily = QStringLiteral("Nobody Has This Font");
+
+QStringList sorted(QStringList families)
+{
+    families.sort();
+    return families;
+}
 } // namespace
 
 class PixelFontTest : public QObject {
@@ -24,7 +31,44 @@ private Q_SLOTS:
         const QImage device(10, 10, QImage::Format_RGB32);
         const QFont font = pixelFont(humanistSans(), 10.5, device);
         QCOMPARE(font.pointSizeF() * device.logicalDpiY() / 72, 10.5);
-        QCOMPARE(font.families(), humanistSans());
+        QCOMPARE(sorted(font.families()), sorted(humanistSans()));
+    }
+
+    void theSkinsOwnFamiliesAreTheBest()
+    {
+        QCOMPARE(humanistSans().first(), QStringLiteral("Lucida Grande"));
+        QCOMPARE(romanSerif().first(), QStringLiteral("Times New Roman"));
+    }
+
+    /// Qt has names such as "Serif" for the desktop's choice.
+    void noFamilyOfTheSkinIsAPlaceholder()
+    {
+        const QStringList families = humanistSans() + romanSerif();
+        for (const QString &placeholder : {QStringLiteral("Serif"), QStringLiteral("Sans Serif")}) {
+            QVERIFY(!families.contains(placeholder, Qt::CaseInsensitive));
+        }
+    }
+
+    void anInstalledFamilyComesBeforeAMissingOne()
+    {
+        const QImage device(10, 10, QImage::Format_RGB32);
+        const QStringList installed = QFontDatabase::families();
+        QVERIFY(!installed.isEmpty());
+        for (const QString &name : installed) {
+            const QString family = name.section(QStringLiteral(" ["), 0, 0);
+            const QFont font = pixelFont({missingFamily, family.toUpper()}, 10, device);
+            QCOMPARE(font.families(), QStringList({family.toUpper(), missingFamily}));
+        }
+    }
+
+    void installedFamiliesAndMissingOnesKeepTheirOrder()
+    {
+        const QImage device(10, 10, QImage::Format_RGB32);
+        const QString installed = QFontInfo(QGuiApplication::font()).family();
+        const QString otherMissing = missingFamily + u'2';
+        const QStringList families{missingFamily, installed.toUpper(), otherMissing, installed};
+        QCOMPARE(pixelFont(families, 10, device).families(),
+            QStringList({installed.toUpper(), installed, missingFamily, otherMissing}));
     }
 
     void aFontThatIsMissingIsLogged()
