@@ -10,8 +10,6 @@
 
 namespace tunedeck {
 
-using Clock = std::chrono::steady_clock;
-
 FollowedStreams::FollowedStreams(pa_mainloop_api &api, Publish publish)
     : m_publish(std::move(publish))
     , m_settleTimer(api, [this] { settle(); })
@@ -104,7 +102,7 @@ void FollowedStreams::handleListed()
         m_heldVolume.reset();
         m_heldRound.reset();
     }
-    m_settled.report(m_listing.streams(), Clock::now());
+    m_settled.report(m_listing.streams(), std::chrono::steady_clock::now());
     settle();
 }
 
@@ -119,10 +117,10 @@ void FollowedStreams::handleCommandsAnswered()
 
 void FollowedStreams::settle()
 {
-    m_settled.settle(Clock::now());
+    m_settled.settle(std::chrono::steady_clock::now());
     if (const std::optional<SettledStreams::Instant> next = m_settled.settlesAt()) {
         // A timer that is early by less than its unit would find nothing to do.
-        m_settleTimer.start(std::chrono::ceil<std::chrono::milliseconds>(*next - Clock::now()));
+        m_settleTimer.start(std::chrono::ceil<std::chrono::milliseconds>(*next - std::chrono::steady_clock::now()));
     } else {
         m_settleTimer.stop();
     }
