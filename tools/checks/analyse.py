@@ -36,10 +36,36 @@ CLAZY_CHECKS = [
 EXTRA_ARGUMENTS = ["-Wno-everything", "-Wno-unknown-warning-option", "-include", str(ROOT / "tools/checks/clang14.h")]
 
 # The tools spend nearly all their time on the headers of Qt and of the library, so they read them once for several
-# sources. So they do not miss the header that a source forgets: includes.py does.
+# sources, with all that their targets pass to the compiler. They miss the header that a source forgets: includes.py
+# finds it.
 SOURCES_AT_ONCE = 16
 # Some branches' worth of sources.
 RESULTS_KEPT = 2000
+
+
+class Unit:
+    """Sources that are read as if they were one."""
+
+    def __init__(self, first: Source) -> None:
+        self.sources = [first]
+        self.directory = first.directory
+        self.arguments = first.arguments
+        self._names = own_names(first)
+
+    def add_if_joinable(self, source: Source) -> bool:
+        """Whether the source could be added: it can be read as one with those that are there."""
+        names = own_names(source)
+        arguments = compilation.joined(self.arguments, source.arguments)
+        if arguments is None or source.directory != self.directory or self._names & names:
+            return False
+        self.sources.append(source)
+        self.arguments = arguments
+        self._names |= names
+        return True
+
+    def size(self) -> int:
+        """In bytes, without the headers."""
+        return sum(source.file.stat().st_size for source in self.sources)
 
 
 @dataclass(frozen=True)
@@ -69,20 +95,20 @@ class Analysis:
         files = [Path(__file__), Path(compilation.__file__), self.root / ".clang-tidy"]
         return compilation.digest(*parts, *(compilation.content_digest(file) for file in files))
 
-    def findings(self, unit: list[Source]) -> str:
-        """The tool's findings in sources that are read one after the other, as if they were one; empty if none."""
-        if len(unit) == 1:
-            return self._findings_in(unit[0].file, unit[0])
-        with tempfile.NamedTemporaryFile(prefix="unit-", suffix=".cpp") as joined:
-            joined.write(b"\n".join(source.file.read_bytes() for source in unit))
-            joined.flush()
-            own_folders = dict.fromkeys(f"-iquote{source.file.parent}" for source in unit)
-            return self._findings_in(Path(joined.name), unit[0], *own_folders)
+    def findings(self, unit: Unit) -> str:
+        """The tool's findings in the sources, which are read one after the other; empty if none."""
+        if len(unit.sources) == 1:
+            return self._findings_in(unit.sources[0].file, unit)
+        with tempfile.NamedTemporaryFile(prefix="unit-", suffix=".cpp") as file:
+            file.write(b"\n".join(source.file.read_bytes() for source in unit.sources))
+            file.flush()
+            own_folders = dict.fromkeys(f"-iquote{source.file.parent}" for source in unit.sources)
+            return self._findings_in(Path(file.name), unit, *own_folders)
 
-    def _findings_in(self, file: Path, compiled_like: Source, *arguments: str) -> str:
+    def _findings_in(self, file: Path, unit: Unit, *arguments: str) -> str:
         done = subprocess.run(
-            [*self.command(), str(file), "--", *arguments, *compiled_like.arguments],
-            cwd=compiled_like.directory, capture_output=True, text=True)
+            [*self.command(), str(file), "--", *arguments, *unit.arguments],
+            cwd=unit.directory, capture_output=True, text=True)
         said = done.stdout + done.stderr
         if done.returncode == 0 and not re.search(r"(warning|error): ", said):
             return ""
@@ -114,37 +140,36 @@ class Results:
 
 
 def own_names(source: Source) -> set[str]:
-    """The names in the source's anonymous namespaces, as far as they begin a line: two sources with the same name there
+    """The names at the beginning of a line in the source's anonymous namespaces, and main. Two sources that share one
     cannot be read as one."""
-    bodies = re.findall(
-        r"^namespace \{\n(.*?)(?:^\} // namespace$|\Z)", source.file.read_text(), flags=re.MULTILINE | re.DOTALL)
+    text = source.file.read_text()
+    bodies = re.findall(r"^namespace \{\n(.*?)(?:^\} // namespace$|\Z)", text, flags=re.MULTILINE | re.DOTALL)
     names = (re.search(r"(\w+)\s*(?:[({=;[]|:(?!:)|$)", line)
              for body in bodies for line in body.splitlines() if re.match(r"\w", line))
-    return {name[1] for name in names if name}
+    programs = re.findall(r"^int (main)\(", text, flags=re.MULTILINE)
+    return {name[1] for name in names if name} | set(programs)
 
 
-def declares_use_of_a_name(source: Source) -> bool:
-    """Whether the source has a declaration such as "using tunedeck::Shadow;", which another source could seem to need."""
-    return bool(re.search(r"^\s*using\s+[\w:]+::\w+;", source.file.read_text(), flags=re.MULTILINE))
+def must_be_read_alone(source: Source) -> bool:
+    """Whether the source has a declaration such as "using tunedeck::Shadow;", which another source could seem to need, or
+    a line such as "#ifdef FEATURE", which another target's macro could answer."""
+    return bool(re.search(r"^\s*(using\s+[\w:]+::\w+;|#\s*if)", source.file.read_text(), flags=re.MULTILINE))
 
 
-def units(sources: list[Source], at_once: int) -> list[list[Source]]:
-    """The sources in lists that are compiled alike and can be read as one, the longest first."""
-    alone: list[list[Source]] = []
-    found: list[tuple[list[Source], set[str]]] = []
+def units(sources: list[Source], at_once: int) -> list[Unit]:
+    """All the sources, in units of at most so many, the longest first."""
+    alone: list[Unit] = []
+    together: list[Unit] = []
     for source in sources:
-        names = own_names(source)
-        if declares_use_of_a_name(source):
-            alone.append([source])
+        if must_be_read_alone(source):
+            alone.append(Unit(source))
             continue
-        for unit, taken in found:
-            if len(unit) < at_once and unit[0].is_compiled_like(source) and not taken & names:
-                unit.append(source)
-                taken |= names
+        for unit in together:
+            if len(unit.sources) < at_once and unit.add_if_joinable(source):
                 break
         else:
-            found.append(([source], names))
-    return sorted(alone + [unit for unit, _ in found], key=lambda unit: -sum(source.file.stat().st_size for source in unit))
+            together.append(Unit(source))
+    return sorted(alone + together, key=Unit.size, reverse=True)
 
 
 def analyse(analysis: Analysis, sources: list[Source]) -> tuple[list[str], list[Source]]:
@@ -155,10 +180,11 @@ def analyse(analysis: Analysis, sources: list[Source]) -> tuple[list[str], list[
         waiting = units(sources, SOURCES_AT_ONCE)
         while waiting:
             examined = list(zip(waiting, pool.map(analysis.findings, waiting)))
-            clean += [source for unit, said in examined if not said for source in unit]
-            found += [said for unit, said in examined if said and len(unit) == 1]
+            clean += [source for unit, said in examined if not said for source in unit.sources]
+            found += [said for unit, said in examined if said and len(unit.sources) == 1]
             # What is found in several sources may come of reading them as one: each alone has the last word.
-            waiting = [[source] for unit, said in examined if said and len(unit) > 1 for source in unit]
+            doubtful = [unit for unit, said in examined if said and len(unit.sources) > 1]
+            waiting = [Unit(source) for unit in doubtful for source in unit.sources]
     return found, clean
 
 

@@ -8,6 +8,9 @@ import tempfile
 import unittest
 from pathlib import Path
 
+import analyse
+import compilation
+
 CHECKS = Path(__file__).resolve().parent
 QT = subprocess.run(["pkg-config", "--cflags", "Qt6Core"], capture_output=True, text=True, check=True).stdout.split()
 FLAGS = ["-std=c++20", "-fPIC", *QT]
@@ -31,6 +34,7 @@ class ChecksTest(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.root = Path(folder.name)
         self.compiler = ["c++"]
+        self.macros: dict[str, list[str]] = {}
         (self.root / "src").mkdir()
         for settings in (".clang-format", ".clang-tidy"):
             (self.root / settings).write_text((CHECKS.parents[1] / settings).read_text())
@@ -38,7 +42,8 @@ class ChecksTest(unittest.TestCase):
     def write(self, name: str, text: str) -> None:
         (self.root / "src" / name).write_text(text)
         (self.root / "compile_commands.json").write_text(json.dumps([{
-            "directory": str(self.root), "file": str(path), "arguments": [*self.compiler, *FLAGS, "-c", str(path)],
+            "directory": str(self.root), "file": str(path),
+            "arguments": [*self.compiler, *self.macros.get(path.name, []), *FLAGS, "-c", str(path)],
         } for path in (self.root / "src").glob("*.cpp")]))
 
     def analysis(self, tool: str) -> tuple[str, ...]:
@@ -147,6 +152,27 @@ class ChecksTest(unittest.TestCase):
         self.write("First.cpp", GOOD.replace("int one", "static int one"))
         self.write("Second.cpp", GOOD.replace("int one", "static int one"))
         self.assert_passes(*self.analysis("clang-tidy"))
+
+    def test_sources_of_two_targets_are_read_with_the_arguments_of_both(self) -> None:
+        first = ("-DONE=1", "-isystem", "/one", "-std=c++20")
+        second = ("-DONE=1", "-DTWO", "-isystem", "/two", "-isystem", "/one")
+        both = ("-DONE=1", "-isystem", "/one", "-std=c++20", "-DTWO", "-isystem", "/two")
+        self.assertEqual(compilation.joined(first, second), both)
+
+    def test_sources_of_two_targets_that_define_a_macro_differently_are_not_read_as_one(self) -> None:
+        self.assertIsNone(compilation.joined(("-DONE=1",), ("-DONE=2",)))
+
+    def test_another_target_s_macro_hides_nothing(self) -> None:
+        self.macros = {"Second.cpp": ["-DFEATURE"]}
+        self.write("First.cpp", "#ifndef FEATURE\nint *none()\n{\n    return 0;\n}\n#endif\n")
+        self.write("Second.cpp", GOOD)
+        self.assert_finds("First.cpp:4", *self.analysis("clang-tidy"))
+
+    def test_two_programs_are_not_read_as_one(self) -> None:
+        self.write("First.cpp", GOOD.replace("int one", "int main"))
+        self.write("Second.cpp", GOOD.replace("int one", "int main"))
+        sources = compilation.sources(self.root, [self.root / "src"], [])
+        self.assertEqual([len(unit.sources) for unit in analyse.units(sources, 2)], [1, 1])
 
     def test_a_declaration_that_only_another_source_uses_is_found(self) -> None:
         self.write("Names.h", "#pragma once\nnamespace names {\ninline int one() { return 1; }\n}\n")

@@ -21,8 +21,36 @@ class Source:
     directory: Path
     arguments: tuple[str, ...]
 
-    def is_compiled_like(self, other: "Source") -> bool:
-        return (self.directory, self.arguments) == (other.directory, other.arguments)
+
+def joined(first: tuple[str, ...], second: tuple[str, ...]) -> tuple[str, ...] | None:
+    """The arguments for a compiler that reads sources with these two as if they were one. None if the two define a macro
+    differently."""
+    words = words_of(first)
+    definitions = dict(definition_in(word) for word in words)
+    for word in words_of(second):
+        macro, value = definition_in(word)
+        if definitions.setdefault(macro, value) != value:
+            return None
+        if word not in words:
+            words.append(word)
+    return tuple(itertools.chain.from_iterable(words))
+
+
+def words_of(arguments: tuple[str, ...]) -> list[tuple[str, ...]]:
+    """The arguments. An option and its separate value are one word."""
+    words: list[tuple[str, ...]] = []
+    remaining = iter(arguments)
+    for word in remaining:
+        words.append((word, next(remaining)) if word in ("-isystem", "-include") else (word,))
+    return words
+
+
+def definition_in(word: tuple[str, ...]) -> tuple[str, str]:
+    """The macro's name and its value, with an empty name for a word that defines none."""
+    if not word[0].startswith("-D"):
+        return "", ""
+    macro, _, value = word[0][2:].partition("=")
+    return macro, value
 
 
 def bare_arguments(command: list[str], file: Path, directory: Path) -> tuple[str, ...]:
@@ -40,7 +68,7 @@ def bare_arguments(command: list[str], file: Path, directory: Path) -> tuple[str
             folder = next(remaining)
             arguments += [] if is_empty(folder) else [word, folder]
         elif word.startswith("-I") and is_empty(word[2:]):
-            # Each target has such a folder for generated headers: without it, most targets are compiled alike.
+            # Each target has such a folder for generated headers.
             continue
         elif word == "-include":
             header = next(remaining)
